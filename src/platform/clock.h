@@ -1,0 +1,16 @@
+#pragma once
+
+#include "support/date_time.h"
+
+/// The clock of the system, injected so that tests need not wait.
+class Clock {
+ public:
+  virtual ~Clock() = default;
+
+  virtual TimePoint now() const = 0;
+
+  /// The fields of `t` in the machine's own time zone.
+  virtual CalendarTime local(TimePoint t) const = 0;
+  /// The fields of `t` in Coordinated Universal Time.
+  virtual CalendarTime utc(TimePoint t) const = 0;
+};

@@ -1,0 +1,66 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "platform/outgoing.h"
+
+/// TCP as the server window sees it: a listener that announces connections, and sockets that are
+/// made first and given a connection later. All events come from the event loop's one thread.
+
+enum class SocketState : std::uint8_t {
+  Closed = 0,
+  Listening = 2,
+  Connected = 7,
+  PeerClosing = 8,
+  Error = 9,
+};
+
+/// What a socket tells its owner. The owner outlives the socket. A socket may be closed from
+/// within any of its own events; it must be destroyed only after the event has returned.
+class TcpSocketEvents {
+ public:
+  virtual ~TcpSocketEvents() = default;
+  /// Bytes have arrived. `data` is valid during the call only.
+  virtual void dataArrival(int index, std::string_view data) = 0;
+  /// Everything that was handed to send() has been taken by the system.
+  virtual void sendComplete(int index) = 0;
+  virtual void peerClosed(int index) = 0;
+  virtual void socketError(int index) = 0;
+};
+
+/// One connection's socket. `index` is the number it was made with.
+class TcpSocket {
+ public:
+  virtual ~TcpSocket() = default;
+
+  virtual SocketState state() const = 0;
+
+  /// Closes the connection. What send() was given has priority over what the client has sent and
+  /// nobody read: the answer is delivered whole before the connection goes down, in the
+  /// background, for a limited time. No event follows. Closing a closed socket does nothing.
+  virtual void close() = 0;
+
+  /// Queues `head`, then `body`. Sends at once what the system takes and the rest as it can.
+  /// sendComplete follows once for a queue that runs empty, never from within this call.
+  virtual void send(std::string head, Body body) = 0;
+
+  /// Bytes queued and not yet taken by the system.
+  virtual std::uint64_t pendingBytes() const = 0;
+
+  /// Blocks until at most `bytes` are pending. Runs no events of any other socket. False when the
+  /// client has taken nothing for `patience` or the connection failed; the socket is then in the
+  /// error state.
+  virtual bool drainTo(std::uint64_t bytes, std::chrono::milliseconds patience) = 0;
+
+  /// The client's address as text, empty before the first connection; kept after close.
+  virtual const std::string& remoteHostIP() const = 0;
+  virtual std::uint16_t remotePort() const = 0;
+
+  /// "X": close once the pending send completes; empty: keep open. Free for the owner's use.
+  std::string tag;
+};

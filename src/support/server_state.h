@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/// The program-wide values. Start-up makes the one instance of a program and passes it by
+/// reference; nothing reaches it otherwise, so two servers can live in one process.
+/// Folder texts use the system's own separator; the members' comments say which end in one.
+struct ServerState {
+  // Command line.
+  bool DevMode = false;
+  bool NoQvm = false;  ///< serve loose files only, no resource modules
+  bool DebugMode = false;
+  bool IdleStart = false;
+  bool LogHeaders = false;  ///< log every request's raw text
+  bool InstallRequested = false;
+  bool UninstallRequested = false;
+  bool IsWinNT = true;
+
+  // Folders.
+  std::string MainPath;       ///< base folder, ends in a separator
+  std::string ScriptsFolder;  ///< document root, no separator at its end
+  std::string CacheFolder;    ///< gzip copies and resized images, no separator at its end
+  std::string LogsFolder;     ///< no separator at its end
+
+  // Settings, read again at every server start.
+  std::uint16_t ServerPort = 7007;
+  std::string DefaultDocument = "index.qvs";
+  std::int32_t DefaultLCID = 0;  ///< 0: take the user's own choice
+  bool LogServer = true;
+  bool EncodeStatic = false;
+  bool EncodeDynamic = false;
+  bool EncodeImages = false;
+  bool RunAsService = false;
+  bool LocalhostOnly = false;
+  bool LocalAddrControl = false;
+
+  std::string AppVersion;  ///< "major.minor.revision"
+};
