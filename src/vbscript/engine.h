@@ -1,0 +1,76 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "vbscript/host.h"
+#include "vbscript/object.h"
+#include "vbscript/value.h"
+
+/// The one header through which a host compiles and runs scripts.
+namespace vbs {
+
+class Program;  ///< a compiled script; immutable, shared between runs
+
+/// A script that did not compile or stopped with an untrapped error.
+struct ErrorReport {
+  std::int32_t number = 0;
+  std::string description;  ///< bytes of Windows-1252
+  std::string source;
+  std::uint32_t line = 0;    ///< 1-based line of the script text
+  std::uint32_t column = 0;  ///< 1-based
+  std::string sourceLine;    ///< text of that line, for compile errors
+  bool isCompileError = false;
+};
+
+/// Compiled programs by their exact source text, least recently used first out.
+class ProgramCache {
+ public:
+  /// `maxSourceBytes` bounds the sum of the source texts held.
+  explicit ProgramCache(std::size_t maxSourceBytes = std::size_t{16} << 20);
+  ~ProgramCache();
+
+  /// The program for `source`, compiled when it is new. Null and `error` filled when it does not
+  /// compile.
+  std::shared_ptr<const Program> get(std::string_view source, ErrorReport& error);
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+/// One script run's world: its globals, its published objects, its random sequence. Made fresh
+/// for each page; not reentrant (a host object must not call run() of the engine that calls it).
+class Engine {
+ public:
+  /// `host` and `cache` outlive the engine.
+  Engine(Host& host, ProgramCache& cache, Limits limits = {});
+  ~Engine();  ///< ends every object that the script still holds
+
+  /// Publishes `object` under `name`; with `globalMembers` its members can be used without the
+  /// name as well, after those of objects added before.
+  void addObject(std::string_view name, Object& object, bool globalMembers);
+
+  /// Compiles and runs `source` (bytes of Windows-1252) in the global scope. Nothing on success.
+  /// The limits of time and memory start anew with each call.
+  std::optional<ErrorReport> run(std::string_view source);
+
+  /// The value of an expression in the global scope; for tools and tests.
+  std::optional<ErrorReport> evaluate(std::string_view expression, Value& result);
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+/// What the tools show of a script.
+std::string dumpTokens(std::string_view source);
+std::string dumpTree(std::string_view source);
+std::string dumpBytecode(std::string_view source);
+
+}  // namespace vbs

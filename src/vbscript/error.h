@@ -1,0 +1,88 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace vbs {
+
+/// The classic run-time error numbers. The texts stand in error.cpp, in English (United States).
+enum class ErrorCode : std::int32_t {
+  None = 0,
+  ReturnWithoutGoSub = 3,
+  InvalidCall = 5,  ///< "Invalid procedure call or argument"
+  Overflow = 6,
+  OutOfMemory = 7,
+  SubscriptOutOfRange = 9,
+  ArrayLocked = 10,  ///< "This array is fixed or temporarily locked"
+  DivisionByZero = 11,
+  TypeMismatch = 13,
+  OutOfStringSpace = 14,
+  CannotPerform = 17,
+  OutOfStackSpace = 28,
+  NotDefined = 35,  ///< "Sub or Function not defined"
+  InternalError = 51,
+  BadFileName = 52,
+  FileNotFound = 53,
+  BadFileMode = 54,
+  FileAlreadyOpen = 55,
+  DeviceIo = 57,
+  FileExists = 58,
+  DiskFull = 61,
+  PastEndOfFile = 62,
+  PermissionDenied = 70,
+  DiskNotReady = 71,
+  PathNotFound = 76,
+  ObjectNotSet = 91,
+  ForLoopNotInitialized = 92,
+  InvalidNull = 94,
+  CannotCreateObject = 429,
+  NoSuchAutomation = 430,
+  NameNotFound = 432,
+  NoPropertyOrMethod = 438,
+  AutomationError = 440,
+  NoNamedArguments = 446,
+  NoSuchAction = 445,
+  NoDefaultLocale = 447,
+  MissingArgument = 448,
+  ArgumentNotOptional = 449,
+  WrongArgumentCount = 450,
+  NotACollection = 451,
+  KeyExists = 457,
+  UnsupportedType = 458,
+  VariableUndefined = 500,
+  IllegalAssignment = 501,
+  NotSafeForScripting = 502,
+  NotSafeToInitialize = 503,
+  NotSafeToCreate = 504,
+  InvalidReference = 505,  ///< "Invalid or unqualified reference"
+  ClassNotDefined = 506,
+  UnexpectedException = 507,
+  ElementNotFound = 32811,
+  RegExpSyntax = 5017,
+  RegExpQuantifier = 5018,
+  RegExpBracket = 5019,
+  RegExpParen = 5020,
+  RegExpRange = 5021,
+  RegExpExpected = 5016,
+};
+
+/// A run-time or compile error on its way to the script's own trap or to the host. Thrown by
+/// conversions, operators, library functions and objects; caught by the virtual machine's loop
+/// and by the engine's public entries, nowhere else.
+struct ScriptError {
+  std::int32_t number = 0;
+  std::string description;  ///< bytes of Windows-1252
+  std::string source;       ///< empty: the engine's own "Microsoft VBScript runtime error"
+  std::string helpFile;
+  std::int32_t helpContext = 0;
+};
+
+/// The text for a number, or "Unknown runtime error".
+std::string_view errorText(std::int32_t number);
+
+[[noreturn]] void throwError(ErrorCode code);
+/// With a name behind the text: "Variable is undefined: 'x'".
+[[noreturn]] void throwError(ErrorCode code, std::string_view name);
+
+}  // namespace vbs

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "vbscript/value.h"
+
+namespace vbs {
+
+/// Every effect of a script on the outside goes through here. Tests give a fake.
+class Host {
+ public:
+  virtual ~Host() = default;
+
+  /// Local date and time as days since 30 December 1899; Now, Date, Time and Timer read it.
+  virtual double now() = 0;
+  /// Seeds Randomize without an argument.
+  virtual double secondsSinceMidnight() = 0;
+  /// A clock that never goes back, for the time limit.
+  virtual std::chrono::steady_clock::time_point steadyNow() = 0;
+
+  /// CreateObject. Nothing-to-be-made is a throw of error 429.
+  virtual Value createObject(std::string_view progId) = 0;
+  virtual Value getObject(std::string_view pathName, std::string_view progId) = 0;
+};
+
+struct Limits {
+  std::chrono::milliseconds time{10'000};              ///< of one run; then error 509-like stop
+  std::int64_t memoryBytes = std::int64_t{256} << 20;  ///< of values made in a run; error 7
+  std::uint32_t callDepth = 4000;                      ///< nested script calls; error 28
+};
+
+}  // namespace vbs

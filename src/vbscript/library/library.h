@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "vbscript/host.h"
+#include "vbscript/value.h"
+
+namespace vbs {
+
+/// The classic generator behind Rnd: 24 bits, the same sequence for the same seed everywhere.
+struct RandomSequence {
+  std::uint32_t state = 0x50000;
+};
+
+/// What library functions use of the running engine.
+struct Runtime {
+  Host& host;
+  RandomSequence random;
+};
+
+/// One intrinsic function. Arguments may be References; missing() stands for omitted ones in the
+/// middle. The machine has checked the count. Throws ScriptError.
+struct Intrinsic {
+  std::string_view name;  ///< lower case
+  std::uint8_t minArgs;
+  std::uint8_t maxArgs;  ///< 255: any number
+  Value (*call)(Runtime&, Args);
+};
+
+/// Every function but those that need the script's own scope (Eval, Execute, ExecuteGlobal,
+/// GetRef), sorted by name.
+std::span<const Intrinsic> intrinsics();
+/// Null when there is none.
+const Intrinsic* findIntrinsic(std::string_view lowerName);
+
+/// Null when `lowerName` is no built-in constant (vbCrLf, vbRed, ...).
+const Value* findConstant(std::string_view lowerName);
+
+}  // namespace vbs

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace vbs {
+
+/// Counts the bytes that script values hold (strings, arrays, objects) on this thread, so that a
+/// host can bound a script. Values may outlive the run that made them; the count simply follows
+/// every allocation and release, and a run's bound is set relative to the count at its start.
+struct MemoryMeter {
+  std::int64_t used = 0;
+  std::int64_t limit = INT64_MAX;  ///< `used` may not pass it; set by the running engine
+
+  /// Adds `bytes`. Throws ScriptError 7 (out of memory) and counts nothing when over the limit.
+  void charge(std::size_t bytes) {
+    if (used + static_cast<std::int64_t>(bytes) > limit) overLimit();
+    used += static_cast<std::int64_t>(bytes);
+  }
+  void release(std::size_t bytes) { used -= static_cast<std::int64_t>(bytes); }
+
+ private:
+  [[noreturn]] static void overLimit();
+};
+
+inline thread_local MemoryMeter memoryMeter;
+
+}  // namespace vbs

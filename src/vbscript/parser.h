@@ -1,0 +1,24 @@
+#pragma once
+
+#include <memory>
+#include <string_view>
+
+#include "vbscript/ast.h"
+
+namespace vbs {
+
+/// A script that does not follow the grammar. Compile errors have numbers from 1001 on.
+struct CompileError {
+  std::int32_t number = 0;
+  std::string description;
+  SourcePosition position;
+};
+
+/// Parses a whole script (bytes of Windows-1252). Throws CompileError at the first fault.
+/// Nesting is bounded: too deep a script is error 1001 (out of memory).
+std::unique_ptr<Script> parseScript(std::string_view source);
+
+/// Parses one expression, as Eval takes it.
+ExpressionPtr parseExpression(std::string_view source);
+
+}  // namespace vbs
