@@ -20,8 +20,44 @@ enum class SocketState : std::uint8_t {
   Error = 9,
 };
 
-/// What a socket tells its owner. The owner outlives the socket. A socket may be closed from
-/// within any of its own events; it must be destroyed only after the event has returned.
+/// A connection that waits to be taken. Lives during the connectionRequest event only; when no
+/// socket accepts it there, it is turned away.
+class ConnectionRequest {
+ public:
+  virtual ~ConnectionRequest() = default;
+  virtual const std::string& remoteHostIP() const = 0;
+  virtual std::uint16_t remotePort() const = 0;
+};
+
+/// What a listener tells its owner, who outlives it.
+class TcpListenerEvents {
+ public:
+  virtual ~TcpListenerEvents() = default;
+  virtual void connectionRequest(ConnectionRequest& request) = 0;
+  /// The listener has stopped for good; running out of descriptors or memory is not told here but
+  /// waited out.
+  virtual void listenerError() = 0;
+};
+
+class TcpListener {
+ public:
+  virtual ~TcpListener() = default;
+
+  /// Closed, Listening or Error.
+  virtual SocketState state() const = 0;
+
+  /// The port last bound, kept after close; 0 before the first.
+  virtual std::uint16_t localPort() const = 0;
+
+  /// Binds `port` on all interfaces and listens. Port 0 takes any free one. False when the port
+  /// can't be had; the listener is then closed.
+  virtual bool listen(std::uint16_t port) = 0;
+
+  virtual void close() = 0;
+};
+
+/// What a socket tells its owner. The owner outlives the socket. A socket may be closed or
+/// destroyed from within any of its own events.
 class TcpSocketEvents {
  public:
   virtual ~TcpSocketEvents() = default;
@@ -40,6 +76,10 @@ class TcpSocket {
 
   virtual SocketState state() const = 0;
 
+  /// Takes a waiting connection. False, and still closed, when it has gone meanwhile or this
+  /// socket is not closed.
+  virtual bool accept(ConnectionRequest& request) = 0;
+
   /// Closes the connection. What send() was given has priority over what the client has sent and
   /// nobody read: the answer is delivered whole before the connection goes down, in the
   /// background, for a limited time. No event follows. Closing a closed socket does nothing.
@@ -47,6 +87,8 @@ class TcpSocket {
 
   /// Queues `head`, then `body`. Sends at once what the system takes and the rest as it can.
   /// sendComplete follows once for a queue that runs empty, never from within this call.
+  /// While anything is queued the client's further bytes are left unread, so that a client that
+  /// asks without reading can't fill the server's memory. Does nothing unless connected.
   virtual void send(std::string head, Body body) = 0;
 
   /// Bytes queued and not yet taken by the system.
@@ -54,7 +96,7 @@ class TcpSocket {
 
   /// Blocks until at most `bytes` are pending. Runs no events of any other socket. False when the
   /// client has taken nothing for `patience` or the connection failed; the socket is then in the
-  /// error state.
+  /// error state and socketError follows.
   virtual bool drainTo(std::uint64_t bytes, std::chrono::milliseconds patience) = 0;
 
   /// The client's address as text, empty before the first connection; kept after close.

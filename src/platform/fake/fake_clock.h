@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/clock.h"
+
+/// A clock set by hand. Its own time zone is Coordinated Universal Time moved by `zone`.
+class FakeClock final : public Clock {
+ public:
+  TimePoint time = std::chrono::sys_days{std::chrono::year{2026} / 3 / 9} +
+                   std::chrono::hours{10};  ///< a Monday
+  std::chrono::minutes zone{0};
+
+  void advance(std::chrono::milliseconds by) { time += by; }
+
+  TimePoint now() const override { return time; }
+  CalendarTime local(TimePoint t) const override { return utc(t + zone); }
+  CalendarTime utc(TimePoint t) const override {
+    const auto day = std::chrono::floor<std::chrono::days>(t);
+    const std::chrono::year_month_day date{day};
+    const std::chrono::hh_mm_ss clock{std::chrono::floor<std::chrono::seconds>(t - day)};
+    return {static_cast<int>(date.year()),
+            static_cast<int>(static_cast<unsigned>(date.month())),
+            static_cast<int>(static_cast<unsigned>(date.day())),
+            static_cast<int>(clock.hours().count()),
+            static_cast<int>(clock.minutes().count()),
+            static_cast<int>(clock.seconds().count()),
+            static_cast<int>(std::chrono::weekday{day}.c_encoding())};
+  }
+};

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/// The system's own answer to "which version are you".
+struct HostVersion {
+  /// 0: 16-bit system with a 32-bit layer, 1: the 9x line, 2: the NT line.
+  std::uint32_t platform = 2;
+  std::uint32_t major = 0;
+  std::uint32_t minor = 0;
+  std::uint32_t build = 0;
+  std::string servicePack;  ///< may be followed by NUL and what was left in the buffer
+};
+
+/// This process and the system it runs on.
+class Process {
+ public:
+  virtual ~Process() = default;
+
+  virtual std::string commandLine() const = 0;    ///< without the program's name
+  virtual std::string programFolder() const = 0;  ///< no separator at its end
+  virtual std::string currentFolder() const = 0;
+  virtual bool setCurrentFolder(const std::string& folder) = 0;
+  virtual bool userIsAdmin() const = 0;
+  virtual HostVersion hostVersion() const = 0;
+};

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/clock.h"
+#include "platform/event_loop.h"
+#include "platform/files.h"
+#include "platform/instance_lock.h"
+#include "platform/process.h"
+#include "platform/random.h"
+#include "platform/settings_storage.h"
+
+/// The host system's implementation of each interface; the build picks which. What one of these
+/// is given by reference must outlive the result.
+
+std::unique_ptr<Clock> makeClock();
+std::unique_ptr<EventLoop> makeEventLoop();
+std::unique_ptr<Files> makeFiles();
+std::unique_ptr<Random> makeRandom();
+std::unique_ptr<Process> makeProcess(int argc, char** argv);
+
+/// The folder, or other name, under which this run's settings are kept. Instances that share it
+/// are the same program.
+std::string settingsRoot();
+std::unique_ptr<SettingsStorage> makeSettingsStorage(const Files& files, const std::string& root);
+std::unique_ptr<InstanceLock> makeInstanceLock(const std::string& root);
