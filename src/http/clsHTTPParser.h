@@ -1,0 +1,100 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "support/keyed_collection.h"
+
+class clsWEncode;
+class CookieJar;
+
+/// Turns the complete text of one request into the fields that request handling and the script
+/// objects read. One parser serves every request of every connection; it never touches a socket
+/// and never fails loudly: a request outside the grammar leaves `ValidRequest` false.
+///
+/// The grammar is loose: a header is the first place in the whole text where a line end is
+/// followed by its name, whether that stands in the header block or in the body.
+///
+/// Strings returned by reference last until the next assignment of `HTTPData`.
+class clsHTTPParser {
+ public:
+  /// Names and values beyond this many in one query, form or cookie line are ignored, so that a
+  /// large body of tiny variables can't take a multiple of its size.
+  static constexpr std::size_t kMostVariables = 65536;
+
+  /// Where `RequestVar` looks.
+  enum Source : std::int32_t {
+    QueryOnly = 0,
+    FormOnly = 1,
+    ByMethod = 3,  ///< the form of a POST, else the query string
+    QueryThenForm = 4,
+  };
+
+  /// Both must outlive the parser. The jar is filled, never emptied, by parsing.
+  clsHTTPParser(const clsWEncode& encoder, CookieJar& cookies)
+      : encoder_(encoder), cookies_(cookies) {}
+
+  bool ValidRequest() const { return validRequest_; }
+  bool KeepAlive() const { return keepAlive_; }
+  /// Kept from the last request that named its encodings when this one doesn't.
+  bool AcceptGZipEncoding() const { return acceptGZipEncoding_; }
+  const std::string& RangeRequest() const { return rangeRequest_; }  ///< text after "bytes="
+  const std::string& HostAddr() const { return hostAddr_; }
+  const std::string& RemoteIP() const { return remoteIP_; }
+  void setRemoteIP(std::string address) { remoteIP_ = std::move(address); }
+  std::int32_t SessionID() const { return sessionID_; }  ///< 0 when absent
+  void setSessionID(std::int32_t number) { sessionID_ = number; }
+  const std::string& HTTPData() const { return data_; }
+  void setHTTPData(std::string_view text);  ///< stores and parses
+  void adoptHTTPData(std::string&& text);   ///< the same without a copy
+  const std::string& DocumentQueryString() const { return documentQueryString_; }
+  const std::string& DocumentTitle() const { return documentTitle_; }
+  void setDocumentTitle(std::string title) { documentTitle_ = std::move(title); }
+  const std::string& DocumentUrl() const { return documentUrl_; }
+  void setDocumentUrl(std::string url) { documentUrl_ = std::move(url); }
+  const std::string& DocumentPath() const { return documentPath_; }
+  void setDocumentPath(std::string path) { documentPath_ = std::move(path); }
+  std::int32_t formMethod() const { return formMethod_; }  ///< 0 not POST, 1 POST
+
+  /// The variable's value; empty when it or the source is unknown.
+  std::string RequestVar(std::string_view varID, std::int32_t varMethod) const;
+
+  void ClearVars();
+  void Reset();
+
+  /// Gives back the memory that a large request took; `HTTPData` is empty afterwards.
+  void releaseText();
+
+ private:
+  using Variables = KeyedCollection<std::string>;
+  struct Marks;
+
+  void parse();
+  bool takeHost(std::string_view line);
+  bool takeRequestLine(std::string_view line);
+  void takeCookies(std::string_view line);
+  void takeCookie(std::string_view name, std::string_view value);
+  void takeRange(std::string_view line);
+  void takeVariables(std::string_view text, Variables& into) const;
+
+  const clsWEncode& encoder_;
+  CookieJar& cookies_;
+
+  std::string data_;
+  std::string rangeRequest_;
+  std::string hostAddr_;
+  std::string remoteIP_;
+  std::string documentQueryString_;
+  std::string documentTitle_;
+  std::string documentUrl_;
+  std::string documentPath_;
+  std::optional<Variables> queryVariables_;
+  std::optional<Variables> formVariables_;
+  std::int32_t sessionID_ = 0;
+  std::int32_t formMethod_ = 0;
+  bool validRequest_ = false;
+  bool keepAlive_ = true;
+  bool acceptGZipEncoding_ = false;
+};

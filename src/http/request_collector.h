@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// Receive state of one slot. Made anew (`SlotRecord{}`) for every connection.
+struct SlotRecord {
+  std::string pendingText;              ///< request text received and not yet handled
+  std::int32_t expectedBodyLength = 0;  ///< announced length of a POST body; 0 while not known
+
+  std::size_t searched = 0;   ///< no header block ends before this place of `pendingText`
+  std::size_t bodyStart = 0;  ///< where the body begins; 0 while the header block is incomplete
+};
+
+/// Puts a request together from the pieces in which it arrives. Work is linear in the bytes: no
+/// piece is searched or copied again when the next one comes.
+namespace request_collector {
+
+inline constexpr std::size_t kMostHeaderBytes = std::size_t{1} << 20;
+inline constexpr std::int32_t kMostBodyBytes = std::int32_t{256} << 20;
+
+enum class Outcome {
+  NeedMore,
+  Complete,
+  TooLarge,  ///< over one of the bounds; `request` holds what has come so far
+};
+
+/// Takes the next piece of a slot. A piece that begins with a known method and a blank starts a
+/// new request and discards an unfinished one. Unless more is needed, the record is made empty and
+/// the request is in `request`, which views either `data` or `storage`.
+struct Collected {
+  Outcome outcome = Outcome::NeedMore;
+  std::string storage;      ///< the request when it came in several pieces
+  std::string_view direct;  ///< the request when `data` held it whole
+};
+
+Collected collect(SlotRecord& record, std::string_view data);
+
+}  // namespace request_collector

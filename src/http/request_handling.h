@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "http/request_collector.h"
+#include "platform/outgoing.h"
+
+class clsHTTPParser;
+class clsQVMod;
+class clsZipString;
+class Clock;
+class ContentTypes;
+class CookieJar;
+class FileAliases;
+class Files;
+class HttpDates;
+class ImageLibrary;
+class Random;
+class ScriptPages;
+class StaticFiles;
+class StatusLines;
+struct ServerState;
+
+/// What is to be sent on a slot.
+struct Response {
+  std::string head;  ///< empty when the script has sent its own
+  Body body;
+  bool keepAlive = false;
+
+  /// Nothing to send; the connection is still to be closed unless it is kept alive.
+  bool empty() const { return head.empty() && bodyLength(body) == 0; }
+};
+
+/// What request handling works with. Everything is owned by the caller and outlives it.
+struct RequestHandlingParts {
+  const ServerState& state;
+  StatusLines& log;
+  const Clock& clock;
+  const Files& files;
+  Random& random;
+  clsHTTPParser& parser;
+  CookieJar& cookies;
+  clsQVMod& modules;
+  const clsZipString& zip;
+  const FileAliases& aliases;
+  ScriptPages& pages;
+  ImageLibrary* images = nullptr;  ///< null: pictures are served unresized
+};
+
+/// Takes the bytes that arrive on a slot and makes responses of them: collects a request, has it
+/// parsed, maps its target to a file, a module file or a script page, and builds the whole answer.
+/// It knows no sockets. One request at a time: `dataArrival` must not be called again for any slot
+/// before it has returned.
+class RequestHandling {
+ public:
+  explicit RequestHandling(const RequestHandlingParts& parts);
+  ~RequestHandling();
+  RequestHandling(const RequestHandling&) = delete;
+  RequestHandling& operator=(const RequestHandling&) = delete;
+
+  /// Nothing: the request is not complete yet. `record` is not touched any more once a request is
+  /// complete, `data` neither, so both may go away while a script page runs.
+  std::optional<Response> dataArrival(int index, SlotRecord& record, std::string_view data,
+                                      const std::string& remoteHostIP);
+
+ private:
+  class Answer;
+
+  RequestHandlingParts parts_;
+  std::unique_ptr<HttpDates> dates_;
+  std::unique_ptr<ContentTypes> types_;
+  std::unique_ptr<StaticFiles> staticFiles_;
+};

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "support/date_time.h"
+
+/// Collects log lines in memory and appends them to a text file on demand. Nothing is written
+/// before `Commit`; lines still held when the object dies are lost, so its owner commits first.
+/// No member fails towards its caller.
+class clsLog {
+ public:
+  /// `localTime` gives the present local time; it names log files and stamps lines.
+  explicit clsLog(std::function<CalendarTime()> localTime) : localTime_(std::move(localTime)) {}
+
+  /// Bare name of the file that commits append to; empty before the first and after a reset.
+  const std::string& LogFile() const { return logFile_; }
+
+  /// Ends in a separator once set; the current folder before.
+  const std::string& OutputFolder() const { return outputFolder_; }
+  void setOutputFolder(std::string nv);
+
+  /// Adds "[HH:mm:ss] " and the text, every CR LF in it written as "||".
+  void Add(std::string_view sText);
+
+  /// Writes the lines held to the current file, made anew under the present time when there is
+  /// none or it has disappeared. Lines that can't be written are lost.
+  void Commit();
+
+  void Clear() { lines_.clear(); }
+
+  /// The next commit starts a new file.
+  void Reset(bool CommitCurrentData = false);
+
+  /// Bytes held in memory, for owners that commit early under load.
+  std::size_t pendingBytes() const { return lines_.size(); }
+
+ private:
+  std::string newFileName() const;
+
+  std::function<CalendarTime()> localTime_;
+  std::string lines_;  ///< each ended by CR LF
+  std::string outputFolder_;
+  std::string logFile_;
+};

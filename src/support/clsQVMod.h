@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "support/clsZipString.h"
+#include "support/keyed_collection.h"
+
+/// The files of resource modules (".qvm"), unpacked into memory when the folder is set and asked
+/// for by URL path. No member fails loudly: a damaged module gives the entries before the first
+/// bad one. Nothing is allocated by a number that a module claims.
+///
+/// A file's key is its path in lower case with "$" for every separator, "$" in front.
+class clsQVMod {
+ public:
+  /// Language whose variants are preferred; set before `ModFolder`.
+  std::int32_t LanguageID() const { return language_; }
+  void setLanguageID(std::int32_t language) { language_ = language; }
+
+  /// Drops everything loaded and loads every module in the folder, in the file system's order.
+  void setModFolder(std::string nv);
+
+  bool ModFileExists(const std::string& modPath);
+
+  /// The content; empty when it is not held.
+  std::string ModReadFile(const std::string& modPath);
+
+  /// The same content shared rather than copied; null when it is not held or empty.
+  std::shared_ptr<const std::string> sharedFile(const std::string& modPath);
+
+  /// Loads one module from its bytes, after what is loaded already.
+  void loadModule(std::string_view module);
+
+ private:
+  struct Record;
+  using Content = std::shared_ptr<const std::string>;
+
+  bool loadEntry(std::string_view packed, std::int32_t claimedLength, std::uint8_t nameLength);
+  void keep(const Record& record);
+  const Content* find(const std::string& modPath, bool leadingSeparator);
+
+  clsZipString zip_;
+  std::int32_t language_ = 0;
+  KeyedCollection<Content> files_;
+  /// Every key in one text with nothing between: a key that occurs inside an earlier, longer one
+  /// counts as loaded.
+  std::string loadedKeys_;
+  std::string lastPath_;
+  std::string lastKey_;
+};

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+/// File paths as text. Both "/" and "\" count as separators on reading, since pages and requests
+/// bring either; what is made here uses the system's own.
+namespace paths {
+
+inline constexpr char kSeparator = static_cast<char>(std::filesystem::path::preferred_separator);
+
+inline bool isSeparator(char c) {
+  return c == '/' || c == '\\';
+}
+
+/// Every separator turned into the system's own.
+std::string native(std::string_view path);
+
+/// The folder with one separator at its end; an empty folder becomes the separator alone.
+std::string withSeparator(std::string folder);
+
+/// `folder` and `name` with exactly one separator added between when neither brings one.
+std::string join(std::string_view folder, std::string_view name);
+
+/// The text after the last separator, or the whole text.
+std::string_view fileNameOf(std::string_view path);
+
+/// The text up to and including the last separator, or nothing.
+std::string_view folderOf(std::string_view path);
+
+/// The text from the last "." on, the dot included; empty without a dot. Folders are not told
+/// apart from names: "/a.b/c" gives ".b/c".
+std::string_view extensionOf(std::string_view path);
+
+}  // namespace paths
