@@ -1,0 +1,281 @@
+#include "platform/linux/connection.h"
+
+#include <poll.h>
+
+#include <asio/buffer.hpp>
+#include <asio/post.hpp>
+
+using std::chrono::steady_clock;
+
+namespace {
+
+/// A client that has gone quiet is not waited for longer than this once the server has closed.
+constexpr std::chrono::seconds kQuiet{5};
+/// Nor is one that goes on sending.
+constexpr std::chrono::seconds kLongest{30};
+constexpr std::chrono::seconds kSweep{1};
+
+void sweepLeaving(LoopCore& core) {
+  core.sweeping = !core.leaving.empty();
+  if (!core.sweeping) return;
+  core.sweep.expires_after(kSweep);
+  core.sweep.async_wait([&core](const asio::error_code& error) {
+    if (error) return;
+    const auto now = steady_clock::now();
+    const std::vector<std::shared_ptr<Connection>> leaving(core.leaving.begin(),
+                                                           core.leaving.end());
+    for (const auto& connection : leaving) connection->leaveAfter(now);
+    sweepLeaving(core);
+  });
+}
+
+}  // namespace
+
+Connection::Connection(LoopCore& core, asio::ip::tcp::socket socket, TcpSocketEvents& events,
+                       int index)
+    : core_(core), socket_(std::move(socket)), events_(&events), index_(index) {}
+
+void Connection::open() {
+  armRead();
+}
+
+void Connection::armRead() {
+  if (reading_ || phase_ == Phase::Gone) return;
+  reading_ = true;
+  socket_.async_wait(asio::ip::tcp::socket::wait_read,
+                     [self = shared_from_this()](const asio::error_code& error) {
+                       self->reading_ = false;
+                       if (!error) self->readable();
+                     });
+}
+
+void Connection::armWrite() {
+  if (writing_ || phase_ == Phase::Gone) return;
+  writing_ = true;
+  socket_.async_wait(asio::ip::tcp::socket::wait_write,
+                     [self = shared_from_this()](const asio::error_code& error) {
+                       self->writing_ = false;
+                       if (!error) self->writable();
+                     });
+}
+
+void Connection::readable() {
+  if (phase_ == Phase::Lingering) {
+    readLingering();
+  } else if (phase_ == Phase::Open && state_ == SocketState::Connected && queue_.empty()) {
+    readOpen();
+  }
+}
+
+void Connection::readOpen() {
+  asio::error_code error;
+  const std::size_t count = socket_.receive(asio::buffer(core_.readBuffer), 0, error);
+  if (error == asio::error::would_block) return armRead();
+  if (error == asio::error::eof) {
+    state_ = SocketState::PeerClosing;
+    events_->peerClosed(index_);
+    return;
+  }
+  if (error) {
+    state_ = SocketState::Error;
+    events_->socketError(index_);
+    return;
+  }
+  inEvent_ = true;
+  core_.readBufferInUse = true;
+  events_->dataArrival(index_, {core_.readBuffer.data(), count});
+  core_.readBufferInUse = false;
+  inEvent_ = false;
+  if (sentToTell_) tellSent();
+  if (phase_ == Phase::Lingering || (phase_ == Phase::Open && queue_.empty())) armRead();
+}
+
+void Connection::readLingering() {
+  asio::error_code error;
+  socket_.receive(asio::buffer(core_.readBuffer), 0, error);
+  if (error && error != asio::error::would_block) return finish();
+  if (!error) lastProgress_ = steady_clock::now();
+  armRead();
+}
+
+void Connection::send(std::string head, Body body) {
+  if (phase_ != Phase::Open || state_ != SocketState::Connected) return;
+  const bool wasIdle = queue_.empty();
+  queue_.push(std::move(head), std::move(body));
+  if (wasIdle && !flush()) fail();
+}
+
+/// False when the connection broke.
+bool Connection::flush() {
+  switch (queue_.sendSome(socket_)) {
+    case OutgoingQueue::Result::Empty:
+      sent();
+      return true;
+    case OutgoingQueue::Result::MoreToSend:
+    case OutgoingQueue::Result::WouldBlock:
+      armWrite();
+      return true;
+    case OutgoingQueue::Result::Failed:
+      break;
+  }
+  return false;
+}
+
+void Connection::writable() {
+  if (phase_ == Phase::Gone || queue_.empty()) return;
+  const std::uint64_t before = queue_.pending();
+  if (!flush()) return fail();
+  if (phase_ == Phase::Flushing && queue_.pending() < before) lastProgress_ = steady_clock::now();
+}
+
+void Connection::sent() {
+  if (phase_ == Phase::Flushing) return linger();
+  if (sentToTell_) return;
+  sentToTell_ = true;
+  if (inEvent_) return;  // told when the event returns
+  asio::post(core_.io, [self = shared_from_this()] {
+    if (self->sentToTell_) self->tellSent();
+    if (self->phase_ == Phase::Open && self->queue_.empty()) self->armRead();
+  });
+}
+
+void Connection::tellSent() {
+  if (!queue_.empty()) {  // more was queued meanwhile
+    sentToTell_ = false;
+    return;
+  }
+  sentToTell_ = false;
+  if (phase_ == Phase::Open && state_ == SocketState::Connected) events_->sendComplete(index_);
+}
+
+void Connection::fail() {
+  queue_.clear();
+  if (phase_ != Phase::Open) return finish();
+  state_ = SocketState::Error;
+  asio::post(core_.io, [self = shared_from_this()] {
+    if (self->phase_ == Phase::Open) self->events_->socketError(self->index_);
+  });
+}
+
+bool Connection::drainTo(std::uint64_t bytes, std::chrono::milliseconds patience) {
+  while (phase_ == Phase::Open && state_ == SocketState::Connected && queue_.pending() > bytes) {
+    pollfd waiting{socket_.native_handle(), POLLOUT, 0};
+    const int ready = ::poll(&waiting, 1, static_cast<int>(patience.count()));
+    if (ready < 0 && errno == EINTR) continue;
+    if (ready <= 0 || !flush()) fail();
+  }
+  return phase_ == Phase::Open && state_ == SocketState::Connected;
+}
+
+void Connection::close() {
+  if (phase_ != Phase::Open) return;
+  events_ = nullptr;
+  const SocketState last = std::exchange(state_, SocketState::Closed);
+  if (last == SocketState::Error) return finish();
+  if (queue_.empty()) {
+    // A client that has closed its side has nothing unread that a reset could answer.
+    return last == SocketState::PeerClosing ? finish() : linger();
+  }
+  phase_ = Phase::Flushing;
+  leave();
+  armWrite();
+}
+
+void Connection::linger() {
+  asio::error_code error;
+  socket_.shutdown(asio::ip::tcp::socket::shutdown_send, error);
+  if (error) return finish();
+  phase_ = Phase::Lingering;
+  leave();
+  if (!inEvent_) armRead();
+}
+
+void Connection::leave() {
+  lastProgress_ = leftAt_ = steady_clock::now();
+  core_.leaving.insert(shared_from_this());
+  if (!core_.sweeping) sweepLeaving(core_);
+}
+
+void Connection::leaveAfter(steady_clock::time_point now) {
+  const bool tooLong = phase_ == Phase::Lingering && now - leftAt_ > kLongest;
+  if (tooLong || now - lastProgress_ > kQuiet) finish();
+}
+
+void Connection::finish() {
+  const auto self = shared_from_this();  // the set below may hold the last reference
+  phase_ = Phase::Gone;
+  state_ = SocketState::Closed;
+  events_ = nullptr;
+  queue_.clear();
+  asio::error_code ignored;
+  socket_.close(ignored);
+  core_.leaving.erase(self);
+}
+
+AcceptedRequest::AcceptedRequest(asio::ip::tcp::socket from) : socket(std::move(from)) {
+  asio::error_code error;
+  const auto peer = socket.remote_endpoint(error);
+  if (error) return;
+  address_ = peer.address().to_string();
+  port_ = peer.port();
+}
+
+namespace {
+
+class LoopTcpSocket final : public TcpSocket {
+ public:
+  LoopTcpSocket(LoopCore& core, int index, TcpSocketEvents& events)
+      : core_(core), events_(events), index_(index) {}
+  LoopTcpSocket(const LoopTcpSocket&) = delete;
+  LoopTcpSocket& operator=(const LoopTcpSocket&) = delete;
+  ~LoopTcpSocket() override { LoopTcpSocket::close(); }
+
+  SocketState state() const override {
+    return connection_ ? connection_->state() : SocketState::Closed;
+  }
+
+  bool accept(ConnectionRequest& request) override {
+    auto& accepted = static_cast<AcceptedRequest&>(request);
+    if (connection_ || !accepted.socket.is_open()) return false;
+    remoteHostIP_ = accepted.remoteHostIP();
+    remotePort_ = accepted.remotePort();
+    connection_ = std::make_shared<Connection>(core_, std::move(accepted.socket), events_, index_);
+    connection_->open();
+    return true;
+  }
+
+  void close() override {
+    if (!connection_) return;
+    const auto connection = std::exchange(connection_, nullptr);
+    connection->close();
+  }
+
+  void send(std::string head, Body body) override {
+    if (connection_) connection_->send(std::move(head), std::move(body));
+  }
+
+  std::uint64_t pendingBytes() const override {
+    return connection_ ? connection_->pendingBytes() : 0;
+  }
+
+  bool drainTo(std::uint64_t bytes, std::chrono::milliseconds patience) override {
+    return connection_ && connection_->drainTo(bytes, patience);
+  }
+
+  const std::string& remoteHostIP() const override { return remoteHostIP_; }
+  std::uint16_t remotePort() const override { return remotePort_; }
+
+ private:
+  LoopCore& core_;
+  TcpSocketEvents& events_;
+  int index_;
+  std::shared_ptr<Connection> connection_;
+  std::string remoteHostIP_;
+  std::uint16_t remotePort_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<TcpSocket> makeTcpSocket(LoopCore& core, int index, TcpSocketEvents& events) {
+  return std::make_unique<LoopTcpSocket>(core, index, events);
+}

@@ -1,0 +1,81 @@
+#pragma once
+
+#include <asio/ip/tcp.hpp>
+#include <chrono>
+#include <memory>
+
+#include "platform/linux/loop_core.h"
+#include "platform/linux/outgoing_queue.h"
+#include "platform/tcp.h"
+
+/// One accepted connection, from accept to the closing of its descriptor. A TcpSocket holds it
+/// while it is open; after close() it lives on its own until its bytes are over:
+///
+///   Open -> Flushing (closed with bytes queued) -> Lingering (all sent, the client's rest is
+///   read and thrown away) -> Gone
+///
+/// Closing a socket with unread bytes makes the system reset the connection, and a reset may
+/// overtake the answer; hence Lingering.
+class Connection final : public std::enable_shared_from_this<Connection> {
+ public:
+  Connection(LoopCore& core, asio::ip::tcp::socket socket, TcpSocketEvents& events, int index);
+
+  void open();
+  void close();
+  void send(std::string head, Body body);
+  bool drainTo(std::uint64_t bytes, std::chrono::milliseconds patience);
+
+  SocketState state() const { return state_; }
+  std::uint64_t pendingBytes() const { return queue_.pending(); }
+
+  /// Ends a leaving connection that has had its time.
+  void leaveAfter(std::chrono::steady_clock::time_point now);
+
+ private:
+  enum class Phase : std::uint8_t { Open, Flushing, Lingering, Gone };
+
+  void armRead();
+  void armWrite();
+  void readable();
+  void readOpen();
+  void readLingering();
+  void writable();
+  bool flush();
+  void sent();
+  void tellSent();
+  void fail();
+  void linger();
+  void leave();
+  void finish();
+
+  LoopCore& core_;
+  asio::ip::tcp::socket socket_;
+  TcpSocketEvents* events_;  ///< null once the owner has let go
+  OutgoingQueue queue_;
+  std::chrono::steady_clock::time_point lastProgress_;
+  std::chrono::steady_clock::time_point leftAt_;
+  int index_;
+  Phase phase_ = Phase::Open;
+  SocketState state_ = SocketState::Connected;
+  bool reading_ = false;     ///< a wait for bytes is pending
+  bool writing_ = false;     ///< a wait for room is pending
+  bool inEvent_ = false;     ///< within dataArrival of this connection
+  bool sentToTell_ = false;  ///< sendComplete is owed
+};
+
+std::unique_ptr<TcpSocket> makeTcpSocket(LoopCore& core, int index, TcpSocketEvents& events);
+
+/// The request as the listener makes it; a socket moves the connection out of it.
+class AcceptedRequest final : public ConnectionRequest {
+ public:
+  explicit AcceptedRequest(asio::ip::tcp::socket from);
+
+  const std::string& remoteHostIP() const override { return address_; }
+  std::uint16_t remotePort() const override { return port_; }
+
+  asio::ip::tcp::socket socket;
+
+ private:
+  std::string address_;
+  std::uint16_t port_ = 0;
+};

@@ -1,0 +1,150 @@
+#include "platform/event_loop.h"
+
+#include <sys/resource.h>
+
+#include <asio/executor_work_guard.hpp>
+#include <asio/post.hpp>
+#include <asio/signal_set.hpp>
+#include <csignal>
+
+#include "platform/linux/connection.h"
+#include "platform/linux/loop_core.h"
+#include "platform/linux/tcp_listener.h"
+#include "platform/linux/udp_socket.h"
+#include "platform/system.h"
+
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+/// Events that one look at the pending ones runs at most; a flood has no end of them.
+constexpr int kPendingAtOnce = 1000;
+
+class LoopTimer final : public Timer {
+ public:
+  LoopTimer(LoopCore& core, milliseconds interval, std::function<void()> tick)
+      : state_(std::make_shared<State>(core, interval, std::move(tick))) {}
+  LoopTimer(const LoopTimer&) = delete;
+  LoopTimer& operator=(const LoopTimer&) = delete;
+  ~LoopTimer() override { LoopTimer::stop(); }
+
+  void start() override {
+    stop();
+    state_->enabled = true;
+    State::wait(state_);
+  }
+
+  void stop() override {
+    state_->enabled = false;
+    ++state_->run;
+    state_->timer.cancel();
+  }
+
+  bool enabled() const override { return state_->enabled; }
+
+ private:
+  /// Lives on through a tick that destroys its timer.
+  struct State {
+    State(LoopCore& core, milliseconds every, std::function<void()> what)
+        : timer(core.io), interval(every), tick(std::move(what)) {}
+
+    static void wait(const std::shared_ptr<State>& state) {
+      state->timer.expires_after(state->interval);
+      state->timer.async_wait([state, run = state->run](const asio::error_code& error) {
+        if (error || run != state->run) return;
+        wait(state);
+        state->tick();
+      });
+    }
+
+    asio::steady_timer timer;
+    milliseconds interval;
+    std::function<void()> tick;
+    unsigned run = 0;  ///< tells a tick that was under way when the timer was stopped
+    bool enabled = false;
+  };
+
+  std::shared_ptr<State> state_;
+};
+
+class LinuxEventLoop final : public EventLoop {
+ public:
+  LinuxEventLoop() : work_(core_.io.get_executor()), signals_(core_.io) {}
+
+  void run() override {
+    core_.io.restart();
+    core_.io.run();
+  }
+
+  void stop() override { core_.io.stop(); }
+
+  void post(std::function<void()> task) override { asio::post(core_.io, std::move(task)); }
+
+  void runPending(milliseconds atMost, const std::function<bool()>& done) override {
+    if (core_.readBufferInUse || nested_) return;
+    nested_ = true;
+    const auto end = steady_clock::now() + atMost;
+    const auto isDone = [&] { return done && done(); };
+    bool over = isDone();
+    for (int i = 0; i < kPendingAtOnce && !over && core_.io.poll_one() > 0; ++i) over = isDone();
+    while (!over && !core_.io.stopped() && steady_clock::now() < end) {
+      core_.io.run_one_until(end);
+      over = isDone();
+    }
+    nested_ = false;
+  }
+
+  std::unique_ptr<TcpListener> makeListener(TcpListenerEvents& events) override {
+    return makeTcpListener(core_, events);
+  }
+  std::unique_ptr<TcpSocket> makeSocket(int index, TcpSocketEvents& events) override {
+    return makeTcpSocket(core_, index, events);
+  }
+  std::unique_ptr<UdpSocket> makeUdpSocket(UdpSocketEvents& events) override {
+    return ::makeUdpSocket(core_, events);
+  }
+  std::unique_ptr<Timer> makeTimer(milliseconds interval, std::function<void()> tick) override {
+    return std::make_unique<LoopTimer>(core_, interval, std::move(tick));
+  }
+
+  void onTerminationRequest(std::function<void()> asked) override {
+    asked_ = std::move(asked);
+    asio::error_code ignored;
+    for (const int number : {SIGTERM, SIGINT, SIGHUP}) signals_.add(number, ignored);
+    waitForSignal();
+  }
+
+ private:
+  void waitForSignal() {
+    signals_.async_wait([this](const asio::error_code& error, int) {
+      if (error) return;
+      waitForSignal();
+      asked_();
+    });
+  }
+
+  LoopCore core_;
+  asio::executor_work_guard<asio::io_context::executor_type> work_;
+  asio::signal_set signals_;
+  std::function<void()> asked_;
+  bool nested_ = false;
+};
+
+/// Each connection needs a descriptor, and the customary limit is made for programs that open a
+/// handful of files.
+void raiseDescriptorLimit() {
+  rlimit limit{};
+  if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
+  limit.rlim_cur = limit.rlim_max;
+  ::setrlimit(RLIMIT_NOFILE, &limit);
+}
+
+}  // namespace
+
+std::unique_ptr<EventLoop> makeEventLoop() {
+  raiseDescriptorLimit();
+  // A client that has gone away shows as an error of the send that finds out.
+  std::signal(SIGPIPE, SIG_IGN);
+  return std::make_unique<LinuxEventLoop>();
+}

@@ -1,0 +1,193 @@
+#include "platform/files.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+
+#include "platform/linux/name_index.h"
+#include "platform/linux/open_file.h"
+#include "platform/system.h"
+
+namespace {
+
+/// Only files and folders are told of: a pipe or a device among them would block its reader.
+std::optional<FileInfo> infoOf(const struct stat& info) {
+  if (!S_ISREG(info.st_mode) && !S_ISDIR(info.st_mode)) return std::nullopt;
+  const auto modified =
+      std::chrono::seconds(info.st_mtim.tv_sec) + std::chrono::nanoseconds(info.st_mtim.tv_nsec);
+  return FileInfo{
+      static_cast<std::uint64_t>(info.st_size),
+      TimePoint(std::chrono::duration_cast<TimePoint::duration>(modified)),
+      static_cast<std::uint64_t>(info.st_ino) ^ (static_cast<std::uint64_t>(info.st_dev) << 48),
+      S_ISDIR(info.st_mode)};
+}
+
+bool readRest(int descriptor, std::string& bytes) {
+  char block[64 * 1024];
+  for (;;) {
+    const ssize_t count = ::read(descriptor, block, sizeof block);
+    if (count == 0) return true;
+    if (count < 0 && errno != EINTR) return false;
+    if (count > 0) bytes.append(block, static_cast<std::size_t>(count));
+  }
+}
+
+bool writeWhole(int descriptor, std::string_view bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return true;
+}
+
+/// Walks the parts of a path below a folder; parts that lead upwards or nowhere end the walk.
+class Walk {
+ public:
+  explicit Walk(std::string_view relative) : rest_(relative) {}
+
+  bool next(std::string_view& part) {
+    while (rest_.starts_with('/')) rest_.remove_prefix(1);
+    if (rest_.empty()) return false;
+    part = rest_.substr(0, rest_.find('/'));
+    rest_.remove_prefix(part.size());
+    return true;
+  }
+
+ private:
+  std::string_view rest_;
+};
+
+bool staysBelow(std::string_view relative) {
+  if (relative.find('\0') != std::string_view::npos) return false;
+  Walk walk(relative);
+  for (std::string_view part; walk.next(part);) {
+    if (part == "." || part == "..") return false;
+  }
+  return true;
+}
+
+std::string joined(const std::string& folder, std::string_view name) {
+  std::string path = folder;
+  if (!path.empty() && path.back() != '/') path += '/';
+  return path.append(name);
+}
+
+class LinuxFiles final : public Files {
+ public:
+  std::optional<FileInfo> stat(const std::string& path) const override {
+    struct stat info {};
+    if (::stat(path.c_str(), &info) != 0) return std::nullopt;
+    return infoOf(info);
+  }
+
+  std::optional<std::string> find(const std::string& base,
+                                  std::string_view relative) const override {
+    if (!staysBelow(relative)) return std::nullopt;
+    std::string path = base;
+    Walk exact(relative);
+    for (std::string_view part; exact.next(part);) path = joined(path, part);
+    if (stat(path)) return path;
+
+    path = base;
+    Walk walk(relative);
+    for (std::string_view part; walk.next(part);) {
+      std::string next = joined(path, part);
+      if (!stat(next)) {
+        const auto name = names_.find(path, part);
+        if (!name) return std::nullopt;
+        next = joined(path, *name);
+      }
+      path = std::move(next);
+    }
+    if (!stat(path)) return std::nullopt;
+    return path;
+  }
+
+  std::shared_ptr<const OpenFile> open(const std::string& path) const override {
+    const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (descriptor < 0) return nullptr;
+    struct stat info {};
+    if (::fstat(descriptor, &info) != 0 || !S_ISREG(info.st_mode)) {
+      ::close(descriptor);
+      return nullptr;
+    }
+    return std::make_shared<LinuxFile>(descriptor, *infoOf(info));
+  }
+
+  std::optional<std::string> readAll(const std::string& path) const override {
+    const auto file = open(path);
+    if (!file) return std::nullopt;
+    std::string bytes;
+    bytes.reserve(static_cast<std::size_t>(file->info().size));
+    if (!readRest(static_cast<const LinuxFile&>(*file).descriptor(), bytes)) return std::nullopt;
+    return bytes;
+  }
+
+  bool writeAll(const std::string& path, std::string_view bytes) const override {
+    std::string temporary = path + ".XXXXXX";
+    const int descriptor = ::mkostemp(temporary.data(), O_CLOEXEC);
+    if (descriptor < 0) return false;
+    ::fchmod(descriptor, 0644);
+    const bool written = writeWhole(descriptor, bytes);
+    const bool closed = ::close(descriptor) == 0;
+    if (written && closed && ::rename(temporary.c_str(), path.c_str()) == 0) return true;
+    ::unlink(temporary.c_str());
+    return false;
+  }
+
+  bool append(const std::string& path, std::string_view bytes) const override {
+    const int descriptor =
+        ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0644);
+    if (descriptor < 0) return false;
+    const bool written = writeWhole(descriptor, bytes);
+    return ::close(descriptor) == 0 && written;
+  }
+
+  bool remove(const std::string& path) const override { return ::unlink(path.c_str()) == 0; }
+
+  bool makeFolder(const std::string& path) const override {
+    return ::mkdir(path.c_str(), 0755) == 0;
+  }
+
+  std::vector<std::string> list(const std::string& folder) const override {
+    std::vector<std::string> names;
+    const std::unique_ptr<DIR, int (*)(DIR*)> open(::opendir(folder.c_str()), ::closedir);
+    if (!open) return names;
+    while (const dirent* entry = ::readdir(open.get())) {
+      const std::string_view name = entry->d_name;
+      if (name != "." && name != "..") names.emplace_back(name);
+    }
+    return names;
+  }
+
+ private:
+  mutable NameIndex names_;
+};
+
+}  // namespace
+
+LinuxFile::~LinuxFile() {
+  ::close(descriptor_);
+}
+
+std::size_t LinuxFile::read(std::uint64_t offset, char* out, std::size_t length) const {
+  std::size_t done = 0;
+  while (done < length) {
+    const ssize_t count =
+        ::pread(descriptor_, out + done, length - done, static_cast<off_t>(offset + done));
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) break;
+    done += static_cast<std::size_t>(count);
+  }
+  return done;
+}
+
+std::unique_ptr<Files> makeFiles() {
+  return std::make_unique<LinuxFiles>();
+}

@@ -1,0 +1,130 @@
+#include "platform/linux/outgoing_queue.h"
+
+#include <sys/sendfile.h>
+#include <sys/socket.h>
+
+#include <algorithm>
+#include <array>
+#include <asio/buffer.hpp>
+#include <cerrno>
+
+#include "platform/linux/open_file.h"
+
+namespace {
+
+constexpr std::size_t kGathered = 8;               ///< memory segments sent in one call
+constexpr std::size_t kTurn = 1024 * 1024;         ///< bytes before others have their turn
+constexpr std::size_t kThroughMemory = 64 * 1024;  ///< one read of a file the kernel can't send
+
+std::string_view memoryOf(const BodySegment& segment) {
+  if (const auto* own = std::get_if<std::string>(&segment)) return *own;
+  const auto* shared = std::get_if<std::shared_ptr<const std::string>>(&segment);
+  return shared && *shared ? std::string_view(**shared) : std::string_view();
+}
+
+OutgoingQueue::Result resultOf(const asio::error_code& error) {
+  if (!error) return OutgoingQueue::Result::MoreToSend;
+  return error == asio::error::would_block ? OutgoingQueue::Result::WouldBlock
+                                           : OutgoingQueue::Result::Failed;
+}
+
+}  // namespace
+
+void OutgoingQueue::push(std::string head, Body body) {
+  pushSegment(std::move(head));
+  pushSegment(std::move(body.first));
+  for (BodySegment& segment : body.rest) pushSegment(std::move(segment));
+}
+
+void OutgoingQueue::pushSegment(BodySegment segment) {
+  const std::uint64_t length = segmentLength(segment);
+  if (length == 0) return;
+  pending_ += length;
+  segments_.push_back(std::move(segment));
+}
+
+OutgoingQueue::Result OutgoingQueue::sendSome(asio::ip::tcp::socket& socket) {
+  std::size_t turn = 0;
+  while (pending_ > 0 && turn < kTurn) {
+    std::size_t sent = 0;
+    const bool isFile = std::holds_alternative<FileSlice>(segments_[first_]);
+    const Result result = isFile ? sendFile(socket, sent) : sendMemory(socket, sent);
+    if (result != Result::MoreToSend) return result;
+    consume(sent);
+    turn += sent;
+  }
+  return pending_ == 0 ? Result::Empty : Result::MoreToSend;
+}
+
+OutgoingQueue::Result OutgoingQueue::sendMemory(asio::ip::tcp::socket& socket, std::size_t& sent) {
+  std::array<asio::const_buffer, kGathered> buffers;
+  std::size_t count = 0;
+  std::size_t next = first_;
+  for (; next < segments_.size() && count < kGathered; ++next) {
+    if (std::holds_alternative<FileSlice>(segments_[next])) break;
+    std::string_view bytes = memoryOf(segments_[next]);
+    if (next == first_) bytes.remove_prefix(static_cast<std::size_t>(offset_));
+    buffers[count++] = asio::buffer(bytes.data(), bytes.size());
+  }
+  // A header block waits for its file so that both leave in the same packet.
+  const int flags = next < segments_.size() ? MSG_MORE : 0;
+  asio::error_code error;
+  if (count == 1) {
+    sent = socket.send(asio::const_buffers_1(buffers[0]), flags, error);
+  } else {
+    sent = socket.send(buffers, flags, error);
+  }
+  return resultOf(error);
+}
+
+OutgoingQueue::Result OutgoingQueue::sendFile(asio::ip::tcp::socket& socket, std::size_t& sent) {
+  const auto& slice = std::get<FileSlice>(segments_[first_]);
+  const auto* file = dynamic_cast<const LinuxFile*>(slice.file.get());
+  if (!file) return sendFileThroughMemory(socket, slice, sent);
+
+  auto position = static_cast<off_t>(slice.offset + offset_);
+  const auto length =
+      static_cast<std::size_t>(std::min<std::uint64_t>(slice.length - offset_, kTurn));
+  const ssize_t count = ::sendfile(socket.native_handle(), file->descriptor(), &position, length);
+  if (count > 0) {
+    sent = static_cast<std::size_t>(count);
+    return Result::MoreToSend;
+  }
+  if (count == 0) return Result::Failed;
+  if (errno == EAGAIN) return Result::WouldBlock;
+  if (errno == EINTR) return Result::MoreToSend;
+  if (errno == EINVAL || errno == ENOSYS) return sendFileThroughMemory(socket, slice, sent);
+  return Result::Failed;
+}
+
+OutgoingQueue::Result OutgoingQueue::sendFileThroughMemory(asio::ip::tcp::socket& socket,
+                                                           const FileSlice& slice,
+                                                           std::size_t& sent) {
+  std::string bytes(
+      static_cast<std::size_t>(std::min<std::uint64_t>(slice.length - offset_, kThroughMemory)),
+      '\0');
+  if (!slice.file) return Result::Failed;
+  const std::size_t count = slice.file->read(slice.offset + offset_, bytes.data(), bytes.size());
+  if (count == 0) return Result::Failed;
+  asio::error_code error;
+  sent = socket.send(asio::buffer(bytes.data(), count), 0, error);
+  return resultOf(error);
+}
+
+void OutgoingQueue::consume(std::uint64_t bytes) {
+  pending_ -= bytes;
+  offset_ += bytes;
+  while (first_ < segments_.size() && offset_ >= segmentLength(segments_[first_])) {
+    offset_ -= segmentLength(segments_[first_]);
+    segments_[first_] = std::string();
+    ++first_;
+  }
+  if (pending_ == 0) clear();
+}
+
+void OutgoingQueue::clear() {
+  segments_.clear();
+  first_ = 0;
+  offset_ = 0;
+  pending_ = 0;
+}

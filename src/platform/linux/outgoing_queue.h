@@ -1,0 +1,40 @@
+#pragma once
+
+#include <asio/ip/tcp.hpp>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/outgoing.h"
+
+/// Bytes on their way to one client, in the order they were queued. Keeps its small storage
+/// between responses.
+class OutgoingQueue {
+ public:
+  enum class Result {
+    Empty,       ///< all was taken
+    MoreToSend,  ///< the turn is over, the socket may take more
+    WouldBlock,  ///< the socket is full
+    Failed,      ///< the connection broke, or a file ended before its slice did
+  };
+
+  void push(std::string head, Body body);
+  Result sendSome(asio::ip::tcp::socket& socket);
+  void clear();
+
+  bool empty() const { return pending_ == 0; }
+  std::uint64_t pending() const { return pending_; }
+
+ private:
+  Result sendMemory(asio::ip::tcp::socket& socket, std::size_t& sent);
+  Result sendFile(asio::ip::tcp::socket& socket, std::size_t& sent);
+  Result sendFileThroughMemory(asio::ip::tcp::socket& socket, const FileSlice& slice,
+                               std::size_t& sent);
+  void pushSegment(BodySegment segment);
+  void consume(std::uint64_t bytes);
+
+  std::vector<BodySegment> segments_;
+  std::size_t first_ = 0;     ///< the segment being sent
+  std::uint64_t offset_ = 0;  ///< bytes of it that were taken
+  std::uint64_t pending_ = 0;
+};

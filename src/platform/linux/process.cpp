@@ -1,0 +1,59 @@
+#include "platform/process.h"
+
+#include <sys/utsname.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <vector>
+
+#include "platform/system.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class LinuxProcess final : public Process {
+ public:
+  LinuxProcess(int argc, char** argv) {
+    for (int i = 1; i < argc; ++i) {
+      if (i > 1) commandLine_ += ' ';
+      commandLine_ += argv[i];
+    }
+  }
+
+  std::string commandLine() const override { return commandLine_; }
+
+  std::string programFolder() const override {
+    std::error_code error;
+    return fs::read_symlink("/proc/self/exe", error).parent_path().string();
+  }
+
+  std::string currentFolder() const override {
+    std::error_code error;
+    return fs::current_path(error).string();
+  }
+
+  bool setCurrentFolder(const std::string& folder) override { return ::chdir(folder.c_str()) == 0; }
+
+  bool userIsAdmin() const override { return ::geteuid() == 0; }
+
+  /// Counts as the NT line: services, users with and without rights. The numbers are the kernel's.
+  HostVersion hostVersion() const override {
+    HostVersion version;
+    utsname names{};
+    if (::uname(&names) == 0) {
+      std::sscanf(names.release, "%u.%u.%u", &version.major, &version.minor, &version.build);
+    }
+    return version;
+  }
+
+ private:
+  std::string commandLine_;
+};
+
+}  // namespace
+
+std::unique_ptr<Process> makeProcess(int argc, char** argv) {
+  return std::make_unique<LinuxProcess>(argc, argv);
+}

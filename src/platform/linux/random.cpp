@@ -1,0 +1,52 @@
+#include "platform/random.h"
+
+#include <sys/random.h>
+
+#include <cerrno>
+#include <random>
+
+#include "platform/system.h"
+
+namespace {
+
+/// The kernel's generator; asking again is all that an interruption needs.
+void fill(void* out, std::size_t length) {
+  auto* bytes = static_cast<char*>(out);
+  std::random_device spare;
+  while (length > 0) {
+    const ssize_t count = ::getrandom(bytes, length, 0);
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) {  // a kernel without the call
+      *bytes++ = static_cast<char>(spare());
+      --length;
+      continue;
+    }
+    bytes += count;
+    length -= static_cast<std::size_t>(count);
+  }
+}
+
+class LinuxRandom final : public Random {
+ public:
+  double fraction() override {
+    std::uint64_t bits = 0;
+    fill(&bits, sizeof bits);
+    return static_cast<double>(bits >> 11) * 0x1.0p-53;
+  }
+
+  std::array<std::uint8_t, 16> guid() override {
+    std::array<std::uint8_t, 16> bytes{};
+    fill(bytes.data(), bytes.size());
+    // Version 4, random. The version stands in the high byte of the third field, which lies in
+    // memory little-endian.
+    bytes[7] = static_cast<std::uint8_t>((bytes[7] & 0x0F) | 0x40);
+    bytes[8] = static_cast<std::uint8_t>((bytes[8] & 0x3F) | 0x80);
+    return bytes;
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<Random> makeRandom() {
+  return std::make_unique<LinuxRandom>();
+}

@@ -1,0 +1,29 @@
+#include <unistd.h>
+
+#include <cstdlib>
+
+#include "platform/system.h"
+#include "platform/text_settings.h"
+
+namespace {
+
+std::string environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value ? value : "";
+}
+
+}  // namespace
+
+/// The variable QUORVANE_REGISTRY, else /etc/quorvane for the administrator, else the user's own
+/// configuration folder.
+std::string settingsRoot() {
+  if (const std::string given = environment("QUORVANE_REGISTRY"); !given.empty()) return given;
+  if (::geteuid() == 0) return "/etc/quorvane";
+  if (const std::string xdg = environment("XDG_CONFIG_HOME"); !xdg.empty())
+    return xdg + "/quorvane";
+  return environment("HOME") + "/.config/quorvane";
+}
+
+std::unique_ptr<SettingsStorage> makeSettingsStorage(const Files& files, const std::string& root) {
+  return std::make_unique<TextSettings>(files, root);
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/linux/loop_core.h"
+#include "platform/tcp.h"
+
+std::unique_ptr<TcpListener> makeTcpListener(LoopCore& core, TcpListenerEvents& events);

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/linux/loop_core.h"
+#include "platform/udp.h"
+
+std::unique_ptr<UdpSocket> makeUdpSocket(LoopCore& core, UdpSocketEvents& events);

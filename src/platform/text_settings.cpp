@@ -1,0 +1,171 @@
+#include "platform/text_settings.h"
+
+#include <algorithm>
+#include <array>
+
+#include "support/text.h"
+
+namespace {
+
+struct Escape {
+  char character;
+  std::string_view written;
+};
+constexpr std::array kEscapes{Escape{'%', "%25"}, Escape{'\r', "%0D"}, Escape{'\n', "%0A"},
+                              Escape{'\0', "%00"}, Escape{'=', "%3D"}};
+
+std::string written(std::string_view text, bool isName) {
+  std::string out;
+  for (const char c : text) {
+    const auto* escape = std::find_if(kEscapes.begin(), kEscapes.end(), [&](const Escape& e) {
+      return e.character == c && (isName || c != '=');
+    });
+    if (escape != kEscapes.end()) {
+      out += escape->written;
+    } else {
+      out += c;
+    }
+  }
+  return out;
+}
+
+std::string meant(std::string_view text) {
+  std::string out;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto* escape = std::find_if(kEscapes.begin(), kEscapes.end(), [&](const Escape& e) {
+      return equalsNoCase(text.substr(i, e.written.size()), e.written);
+    });
+    if (escape != kEscapes.end()) {
+      out += escape->character;
+      i += escape->written.size() - 1;
+    } else {
+      out += text[i];
+    }
+  }
+  return out;
+}
+
+std::string_view trimmed(std::string_view name) {
+  constexpr std::string_view kSpace = " \t\r";
+  const auto first = name.find_first_not_of(kSpace);
+  if (first == std::string_view::npos) return {};
+  return name.substr(first, name.find_last_not_of(kSpace) - first + 1);
+}
+
+bool isComment(std::string_view line) {
+  const std::string_view start = trimmed(line);
+  return start.starts_with(';') || start.starts_with('#') || start.starts_with('[');
+}
+
+/// One line of a settings file, without its line end.
+struct Line {
+  std::string_view whole;
+  bool holds(std::string_view name) const {
+    const auto equals = whole.find('=');
+    if (equals == std::string_view::npos || isComment(whole)) return false;
+    return equalsNoCase(meant(trimmed(whole.substr(0, equals))), name);
+  }
+  std::string text() const {
+    std::string_view value = whole.substr(whole.find('=') + 1);
+    if (value.ends_with('\r')) value.remove_suffix(1);
+    return meant(value);
+  }
+};
+
+std::string_view rootName(RegistryRoot root) {
+  switch (root) {
+    case RegistryRoot::CurrentUser:
+      return "HKEY_CURRENT_USER";
+    case RegistryRoot::LocalMachine:
+      return "HKEY_LOCAL_MACHINE";
+    case RegistryRoot::Users:
+      return "HKEY_USERS";
+    case RegistryRoot::ClassesRoot:
+      return "HKEY_CLASSES_ROOT";
+  }
+  return {};
+}
+
+bool isPart(std::string_view part) {
+  return !part.empty() && part != "." && part != ".." &&
+         part.find_first_of(std::string_view("/\0", 2)) == std::string_view::npos;
+}
+
+/// The name as `folder` has it, else as given.
+std::string spelled(const Files& files, const std::string& folder, const std::string& name) {
+  return files.find(folder, name).value_or(folder + "/" + name);
+}
+
+void makeFolders(const Files& files, const std::string& folder) {
+  if (folder.empty() || files.stat(folder)) return;
+  for (std::size_t slash = folder.find('/', 1); slash != std::string::npos;
+       slash = folder.find('/', slash + 1)) {
+    files.makeFolder(folder.substr(0, slash));
+  }
+  files.makeFolder(folder);
+}
+
+}  // namespace
+
+std::optional<std::string> TextSettings::fileOf(RegistryRoot root, const std::string& key) const {
+  const std::string_view top = rootName(root);
+  if (top.empty()) return std::nullopt;
+  std::string path = root_ + "/" + std::string(top);
+  const auto parts = split(key, '\\');
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    if (!isPart(parts[i])) return std::nullopt;
+    const bool isLast = i + 1 == parts.size();
+    path = spelled(files_, path, std::string(parts[i]) + (isLast ? ".ini" : ""));
+  }
+  return path;
+}
+
+bool TextSettings::keyExists(RegistryRoot root, const std::string& key) const {
+  const auto file = fileOf(root, key);
+  return file && files_.stat(*file);
+}
+
+bool TextSettings::createKey(RegistryRoot root, const std::string& key) {
+  const auto file = fileOf(root, key);
+  if (!file) return false;
+  if (files_.stat(*file)) return true;
+  makeFolders(files_, file->substr(0, file->rfind('/')));
+  return files_.writeAll(*file, "");
+}
+
+std::optional<StoredValue> TextSettings::read(RegistryRoot root, const std::string& key,
+                                              const std::string& name) const {
+  const auto file = fileOf(root, key);
+  const auto content = file ? files_.readAll(*file) : std::nullopt;
+  if (!content) return std::nullopt;
+  const std::string_view wanted = trimmed(name);
+  for (const std::string_view whole : split(*content, '\n')) {
+    const Line line{whole};
+    if (line.holds(wanted)) return StoredValue{StoredType::Text, line.text()};
+  }
+  return std::nullopt;
+}
+
+bool TextSettings::writeText(RegistryRoot root, const std::string& key, const std::string& name,
+                             const std::string& text) {
+  const auto file = fileOf(root, key);
+  const auto content = file ? files_.readAll(*file) : std::nullopt;
+  const std::string_view wanted = trimmed(name);
+  if (!content || isComment(wanted)) return false;
+
+  std::string result;
+  bool replaced = false;
+  for (const std::string_view whole : split(*content, '\n')) {
+    if (whole.empty() && whole.end() == std::string_view(*content).end()) break;
+    const Line line{whole};
+    if (!replaced && line.holds(wanted)) {
+      result.append(whole.substr(0, whole.find('=') + 1)).append(written(text, false));
+      replaced = true;
+    } else {
+      result.append(whole);
+    }
+    result += '\n';
+  }
+  if (!replaced) result += written(wanted, true) + "=" + written(text, false) + "\n";
+  return files_.writeAll(*file, result);
+}
