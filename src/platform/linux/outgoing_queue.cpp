@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <asio/buffer.hpp>
 #include <cerrno>
 
 #include "platform/linux/open_file.h"
@@ -22,10 +21,13 @@ std::string_view memoryOf(const BodySegment& segment) {
   return shared && *shared ? std::string_view(**shared) : std::string_view();
 }
 
-OutgoingQueue::Result resultOf(const asio::error_code& error) {
-  if (!error) return OutgoingQueue::Result::MoreToSend;
-  return error == asio::error::would_block ? OutgoingQueue::Result::WouldBlock
-                                           : OutgoingQueue::Result::Failed;
+OutgoingQueue::Result resultOf(ssize_t count, std::size_t& sent) {
+  if (count >= 0) {
+    sent = static_cast<std::size_t>(count);
+    return OutgoingQueue::Result::MoreToSend;
+  }
+  if (errno == EINTR) return OutgoingQueue::Result::MoreToSend;
+  return errno == EAGAIN ? OutgoingQueue::Result::WouldBlock : OutgoingQueue::Result::Failed;
 }
 
 }  // namespace
@@ -57,24 +59,22 @@ OutgoingQueue::Result OutgoingQueue::sendSome(asio::ip::tcp::socket& socket) {
 }
 
 OutgoingQueue::Result OutgoingQueue::sendMemory(asio::ip::tcp::socket& socket, std::size_t& sent) {
-  std::array<asio::const_buffer, kGathered> buffers;
+  std::array<iovec, kGathered> pieces;
   std::size_t count = 0;
   std::size_t next = first_;
   for (; next < segments_.size() && count < kGathered; ++next) {
     if (std::holds_alternative<FileSlice>(segments_[next])) break;
     std::string_view bytes = memoryOf(segments_[next]);
     if (next == first_) bytes.remove_prefix(static_cast<std::size_t>(offset_));
-    buffers[count++] = asio::buffer(bytes.data(), bytes.size());
+    pieces[count++] = {const_cast<char*>(bytes.data()), bytes.size()};
   }
+  msghdr message{};
+  message.msg_iov = pieces.data();
+  message.msg_iovlen = count;
   // A header block waits for its file so that both leave in the same packet.
-  const int flags = next < segments_.size() ? MSG_MORE : 0;
-  asio::error_code error;
-  if (count == 1) {
-    sent = socket.send(asio::const_buffers_1(buffers[0]), flags, error);
-  } else {
-    sent = socket.send(buffers, flags, error);
-  }
-  return resultOf(error);
+  const int more = next < segments_.size() ? MSG_MORE : 0;
+  return resultOf(::sendmsg(socket.native_handle(), &message, MSG_NOSIGNAL | MSG_DONTWAIT | more),
+                  sent);
 }
 
 OutgoingQueue::Result OutgoingQueue::sendFile(asio::ip::tcp::socket& socket, std::size_t& sent) {
@@ -86,15 +86,11 @@ OutgoingQueue::Result OutgoingQueue::sendFile(asio::ip::tcp::socket& socket, std
   const auto length =
       static_cast<std::size_t>(std::min<std::uint64_t>(slice.length - offset_, kTurn));
   const ssize_t count = ::sendfile(socket.native_handle(), file->descriptor(), &position, length);
-  if (count > 0) {
-    sent = static_cast<std::size_t>(count);
-    return Result::MoreToSend;
-  }
   if (count == 0) return Result::Failed;
-  if (errno == EAGAIN) return Result::WouldBlock;
-  if (errno == EINTR) return Result::MoreToSend;
-  if (errno == EINVAL || errno == ENOSYS) return sendFileThroughMemory(socket, slice, sent);
-  return Result::Failed;
+  if (count < 0 && (errno == EINVAL || errno == ENOSYS)) {
+    return sendFileThroughMemory(socket, slice, sent);
+  }
+  return resultOf(count, sent);
 }
 
 OutgoingQueue::Result OutgoingQueue::sendFileThroughMemory(asio::ip::tcp::socket& socket,
@@ -106,9 +102,8 @@ OutgoingQueue::Result OutgoingQueue::sendFileThroughMemory(asio::ip::tcp::socket
   if (!slice.file) return Result::Failed;
   const std::size_t count = slice.file->read(slice.offset + offset_, bytes.data(), bytes.size());
   if (count == 0) return Result::Failed;
-  asio::error_code error;
-  sent = socket.send(asio::buffer(bytes.data(), count), 0, error);
-  return resultOf(error);
+  return resultOf(::send(socket.native_handle(), bytes.data(), count, MSG_NOSIGNAL | MSG_DONTWAIT),
+                  sent);
 }
 
 void OutgoingQueue::consume(std::uint64_t bytes) {
