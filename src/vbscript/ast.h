@@ -2,16 +2,20 @@
 
 #include <cstdint>
 #include <memory>
-#include <string>
 #include <string_view>
 #include <vector>
 
+#include "vbscript/name_table.h"
 #include "vbscript/value.h"
 
 /// The tree that the parser makes of a script and the compiler reads. Nodes are owned by their
-/// parents; a parsed Script owns everything. Names keep the script's spelling; `lower` is folded
-/// once here and used for every comparison.
+/// parents. Names are views into the source text and into the tree's name table: a tree lives no
+/// longer than either. The height of every tree is bounded, so walkers may recurse.
 namespace vbs {
+
+/// The parser refuses expressions higher than this, and blocks and parentheses nested deeper.
+inline constexpr unsigned kMaxExpressionHeight = 2000;
+inline constexpr unsigned kMaxNesting = 200;
 
 struct SourcePosition {
   std::uint32_t line = 0;    ///< 1-based
@@ -19,8 +23,9 @@ struct SourcePosition {
 };
 
 struct Identifier {
-  std::string text;   ///< as written, without brackets
-  std::string lower;  ///< ASCII and Windows-1252 letters folded
+  std::string_view text;   ///< as written, without brackets
+  std::string_view lower;  ///< letter case folded: what every comparison uses
+  std::uint32_t id = 0;    ///< the same for the same `lower`; below NameTable::size()
 };
 
 // ---- Expressions ----
@@ -64,12 +69,18 @@ enum class ExpressionKind : std::uint8_t {
 
 struct Expression {
   ExpressionKind kind;
+  std::uint16_t height = 1;  ///< one more than the highest operand's
   SourcePosition position;
 
   virtual ~Expression() = default;
 
  protected:
   Expression(ExpressionKind k, SourcePosition p) : kind(k), position(p) {}
+
+  void raiseAbove(const Expression* operand) {
+    if (operand && operand->height >= height)
+      height = static_cast<std::uint16_t>(operand->height + 1);
+  }
 };
 using ExpressionPtr = std::unique_ptr<Expression>;
 
@@ -81,15 +92,16 @@ struct LiteralExpression final : Expression {
 };
 
 struct NameExpression final : Expression {
-  NameExpression(SourcePosition p, Identifier n)
-      : Expression(ExpressionKind::Name, p), name(std::move(n)) {}
+  NameExpression(SourcePosition p, Identifier n) : Expression(ExpressionKind::Name, p), name(n) {}
   Identifier name;
 };
 
 /// `object.name`; without an object it belongs to the enclosing With.
 struct MemberExpression final : Expression {
   MemberExpression(SourcePosition p, ExpressionPtr o, Identifier n)
-      : Expression(ExpressionKind::Member, p), object(std::move(o)), name(std::move(n)) {}
+      : Expression(ExpressionKind::Member, p), object(std::move(o)), name(n) {
+    raiseAbove(object.get());
+  }
   ExpressionPtr object;  ///< null: With
   Identifier name;
 };
@@ -98,14 +110,17 @@ struct MemberExpression final : Expression {
 /// A null argument was omitted. `a(1)(2)` nests.
 struct CallExpression final : Expression {
   CallExpression(SourcePosition p, ExpressionPtr c, std::vector<ExpressionPtr> a)
-      : Expression(ExpressionKind::Call, p), callee(std::move(c)), arguments(std::move(a)) {}
+      : Expression(ExpressionKind::Call, p), callee(std::move(c)), arguments(std::move(a)) {
+    raiseAbove(callee.get());
+    for (const auto& argument : arguments) raiseAbove(argument.get());
+  }
   ExpressionPtr callee;
   std::vector<ExpressionPtr> arguments;
 };
 
 struct NewExpression final : Expression {
   NewExpression(SourcePosition p, Identifier c)
-      : Expression(ExpressionKind::New, p), className(std::move(c)) {}
+      : Expression(ExpressionKind::New, p), className(c) {}
   Identifier className;
 };
 
@@ -115,7 +130,9 @@ struct MeExpression final : Expression {
 
 struct UnaryExpression final : Expression {
   UnaryExpression(SourcePosition p, UnaryOperator op, ExpressionPtr e)
-      : Expression(ExpressionKind::Unary, p), operation(op), operand(std::move(e)) {}
+      : Expression(ExpressionKind::Unary, p), operation(op), operand(std::move(e)) {
+    raiseAbove(operand.get());
+  }
   UnaryOperator operation;
   ExpressionPtr operand;
 };
@@ -125,7 +142,10 @@ struct BinaryExpression final : Expression {
       : Expression(ExpressionKind::Binary, p),
         operation(op),
         left(std::move(l)),
-        right(std::move(r)) {}
+        right(std::move(r)) {
+    raiseAbove(left.get());
+    raiseAbove(right.get());
+  }
   BinaryOperator operation;
   ExpressionPtr left;
   ExpressionPtr right;
@@ -134,7 +154,9 @@ struct BinaryExpression final : Expression {
 /// Kept, because `f (x)` passes a copy of x.
 struct ParenthesizedExpression final : Expression {
   ParenthesizedExpression(SourcePosition p, ExpressionPtr e)
-      : Expression(ExpressionKind::Parenthesized, p), inner(std::move(e)) {}
+      : Expression(ExpressionKind::Parenthesized, p), inner(std::move(e)) {
+    raiseAbove(inner.get());
+  }
   ExpressionPtr inner;
 };
 
@@ -155,9 +177,7 @@ enum class StatementKind : std::uint8_t {
   Exit,
   With,
   OnError,
-  Randomize /* unused: an ordinary call */,
   Stop,
-  Execute /* unused: an ordinary call */,
 };
 
 struct Statement {
@@ -337,8 +357,10 @@ struct ClassDeclaration {
   std::vector<Procedure> procedures;
 };
 
-/// A whole script text. Procedures and classes are known before the first statement runs.
+/// A whole script text. Procedures and classes are known before the first statement runs; when
+/// two procedures have the same name the later one counts.
 struct Script {
+  NameTable names;  ///< first member, so that it goes last
   bool optionExplicit = false;
   Block body;
   std::vector<Procedure> procedures;

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "vbscript/ast.h"
@@ -15,10 +17,16 @@ struct CompileError {
 };
 
 /// Parses a whole script (bytes of Windows-1252). Throws CompileError at the first fault.
-/// Nesting is bounded: too deep a script is error 1001 (out of memory).
+/// Nesting is bounded: too deep a script is error 1001 (out of memory). `source` must outlive the
+/// tree.
 std::unique_ptr<Script> parseScript(std::string_view source);
 
-/// Parses one expression, as Eval takes it.
-ExpressionPtr parseExpression(std::string_view source);
+struct ParsedExpression {
+  std::unique_ptr<NameTable> names;
+  ExpressionPtr expression;
+};
+
+/// Parses one expression, as Eval takes it. `source` must outlive the tree.
+ParsedExpression parseExpression(std::string_view source);
 
 }  // namespace vbs
