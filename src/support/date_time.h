@@ -1,6 +1,9 @@
 #pragma once
 
 #include <chrono>
+#include <optional>
+#include <string>
+#include <string_view>
 
 /// Calendar arithmetic shared by every folder. Nothing here reads a clock.
 
@@ -18,3 +21,15 @@ struct CalendarTime {
 };
 
 using TimePoint = std::chrono::system_clock::time_point;
+
+/// 0 is Sunday; by the Gregorian calendar for any year.
+int weekdayOf(int year, int month, int day);
+
+/// "HH:mm:ss".
+std::string timeOfDayText(const CalendarTime& time);
+
+/// "yyyy-MM-dd HH:mm:ss", the form in which date-times are stored as text. The weekday is not read.
+std::string dateTimeText(const CalendarTime& time);
+
+/// The fields of a stored date-time; nothing when the text is not of that form or no date.
+std::optional<CalendarTime> parseDateTimeText(std::string_view text);

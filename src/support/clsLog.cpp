@@ -1,0 +1,46 @@
+#include "support/clsLog.h"
+
+#include <filesystem>
+#include <fstream>
+
+#include "support/paths.h"
+#include "support/text.h"
+
+void clsLog::setOutputFolder(std::string nv) {
+  outputFolder_ = paths::withSeparator(std::move(nv));
+}
+
+void clsLog::Add(std::string_view sText) {
+  const CalendarTime now = localTime_();
+  lines_ += '[';
+  lines_ += timeOfDayText(now);
+  lines_ += "] ";
+  lines_ += replaceAll(sText, "\r\n", "||");
+  lines_ += "\r\n";
+}
+
+void clsLog::Commit() {
+  if (lines_.empty()) return;
+  const std::string batch = std::move(lines_);
+  lines_.clear();
+  std::error_code ignored;
+  if (logFile_.empty() || !std::filesystem::exists(outputFolder_ + logFile_, ignored)) {
+    logFile_ = newFileName();
+  }
+  std::ofstream file(outputFolder_ + logFile_, std::ios::binary | std::ios::app);
+  file.write(batch.data(), static_cast<std::streamsize>(batch.size()));
+}
+
+void clsLog::Reset(bool CommitCurrentData) {
+  if (CommitCurrentData) Commit();
+  Clear();
+  logFile_.clear();
+}
+
+std::string clsLog::newFileName() const {
+  const CalendarTime now = localTime_();
+  std::string name = dateTimeText(now);  // "yyyy-MM-dd HH:mm:ss"
+  name = name.substr(0, 4) + name.substr(5, 2) + name.substr(8, 2) + '-' + name.substr(11, 2) +
+         name.substr(14, 2) + name.substr(17, 2);
+  return name + ".LOG";
+}

@@ -1,0 +1,30 @@
+#include "support/paths.h"
+
+#include <gtest/gtest.h>
+
+TEST(Paths, ReadsBothSeparators) {
+  EXPECT_EQ(paths::fileNameOf("/a/b.htm"), "b.htm");
+  EXPECT_EQ(paths::fileNameOf("a\\b.htm"), "b.htm");
+  EXPECT_EQ(paths::fileNameOf("b.htm"), "b.htm");
+  EXPECT_EQ(paths::fileNameOf("/a/"), "");
+  EXPECT_EQ(paths::folderOf("/a/b.htm"), "/a/");
+  EXPECT_EQ(paths::folderOf("b.htm"), "");
+}
+
+TEST(Paths, MakesTheSystemsOwnSeparators) {
+  const std::string s(1, paths::kSeparator);
+  EXPECT_EQ(paths::native("a/b\\c"), "a" + s + "b" + s + "c");
+  EXPECT_EQ(paths::withSeparator("logs"), "logs" + s);
+  EXPECT_EQ(paths::withSeparator("logs/"), "logs/");
+  EXPECT_EQ(paths::withSeparator(""), s);
+  EXPECT_EQ(paths::join("a", "b"), "a" + s + "b");
+  EXPECT_EQ(paths::join("a/", "b"), "a/b");
+  EXPECT_EQ(paths::join("a", "/b"), "a/b");
+}
+
+TEST(Paths, TakesTheExtensionFromTheLastDotOfTheWholePath) {
+  EXPECT_EQ(paths::extensionOf("/a/b.tar.gz"), ".gz");
+  EXPECT_EQ(paths::extensionOf("/a.b/c"), ".b/c");
+  EXPECT_EQ(paths::extensionOf("abc"), "");
+  EXPECT_EQ(paths::extensionOf("abc."), ".");
+}
