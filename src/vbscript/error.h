@@ -36,13 +36,14 @@ enum class ErrorCode : std::int32_t {
   ObjectNotSet = 91,
   ForLoopNotInitialized = 92,
   InvalidNull = 94,
+  ObjectRequired = 424,
   CannotCreateObject = 429,
   NoSuchAutomation = 430,
   NameNotFound = 432,
   NoPropertyOrMethod = 438,
   AutomationError = 440,
-  NoNamedArguments = 446,
   NoSuchAction = 445,
+  NoNamedArguments = 446,
   NoDefaultLocale = 447,
   MissingArgument = 448,
   ArgumentNotOptional = 449,
@@ -58,13 +59,13 @@ enum class ErrorCode : std::int32_t {
   InvalidReference = 505,  ///< "Invalid or unqualified reference"
   ClassNotDefined = 506,
   UnexpectedException = 507,
-  ElementNotFound = 32811,
+  RegExpExpected = 5016,
   RegExpSyntax = 5017,
   RegExpQuantifier = 5018,
   RegExpBracket = 5019,
   RegExpParen = 5020,
   RegExpRange = 5021,
-  RegExpExpected = 5016,
+  ElementNotFound = 32811,
 };
 
 /// A run-time or compile error on its way to the script's own trap or to the host. Thrown by

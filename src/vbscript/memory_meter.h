@@ -23,6 +23,6 @@ struct MemoryMeter {
   [[noreturn]] static void overLimit();
 };
 
-inline thread_local MemoryMeter memoryMeter;
+inline constinit thread_local MemoryMeter memoryMeter;
 
 }  // namespace vbs

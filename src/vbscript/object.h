@@ -38,6 +38,8 @@ class Enumerator {
 /// of a script's own classes. Counted; the last release ends it at once, because scripts rely on
 /// the moment. One thread only.
 class Object {
+  friend class EndQueue;
+
  public:
   Object() { memoryMeter.charge(kObjectCharge); }
   Object(const Object&) = delete;
@@ -45,7 +47,7 @@ class Object {
 
   void retain() { ++references_; }
   void release() {
-    if (--references_ == 0) lastRelease();
+    if (--references_ == 0) end(this);
   }
   std::uint32_t references() const { return references_; }
 
@@ -79,6 +81,10 @@ class Object {
   std::uint32_t references_ = 1;  ///< the maker's own
 
  private:
+  /// Calls lastRelease(), now or, in a long chain of objects that hold each other, as soon as the
+  /// objects in progress are done: the C stack stays small however long the chain is.
+  static void end(Object* object) noexcept;
+
   static constexpr std::size_t kObjectCharge = 64;  ///< bytes, a fair average with overhead
 };
 
@@ -196,7 +202,7 @@ inline void Value::drop() {
   } else if (type_ == Type::Object) {
     if (payload_.o) payload_.o->release();
   } else if (--payload_.a->references == 0) {
-    delete payload_.a;
+    ArrayRep::destroy(payload_.a);
   }
 }
 

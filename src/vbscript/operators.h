@@ -26,6 +26,10 @@ Value logicalImp(const Value& left, const Value& right);
 /// Less and so on as an ordering; Null when either side is Null.
 enum class Ordering : std::int8_t { Less = -1, Equal = 0, Greater = 1, Null = 2 };
 Ordering compare(const Value& left, const Value& right);
+/// The same where one operand was written as a number or string literal: the other side is then
+/// converted to the literal's subtype. Without a literal a number is less than any string.
+Ordering compareWithLiteral(const Value& left, const Value& right, bool leftIsLiteral,
+                            bool rightIsLiteral);
 
 /// `Is`: the same object. Error 424 when either side is none.
 bool isSame(const Value& left, const Value& right);

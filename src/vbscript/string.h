@@ -74,20 +74,33 @@ class String {
   char16_t at(std::size_t index) const;                       ///< UTF-16 unit; index < length()
   String substr(std::size_t start, std::size_t count) const;  ///< clamped to the string
 
+  String upper() const;
+  String lower() const;
+  String trimmed(bool front, bool back) const;  ///< without the blanks (U+0020) at the named ends
+
+  std::size_t hash() const;  ///< the same for two spellings of the same text
+
   std::string narrow() const;  ///< Windows-1252 bytes, '?' for what has none
   std::u16string wide() const;
   std::string utf8() const;
+  std::string wideBytes() const;  ///< UTF-16LE, an odd byte included: what LenB counts
 
+  static String joined(const String& a, const String& b);  ///< a new body of exactly both
   /// Adds `tail` at the end; in place when this is the only holder and there is room.
   void append(const String& tail);
   void appendAnsi(std::string_view tail);
+  /// Writable room for `count` more bytes behind the present end, for a string made by
+  /// withCapacity that nobody else holds; they count as part of it at once.
+  char* extend(std::size_t count);
 
   /// Binary order of the UTF-16 units: <0, 0, >0.
   static int compareBinary(const String& a, const String& b);
   /// Order without regard to letter case, as the text comparison of the default locale has it.
   static int compareText(const String& a, const String& b);
   friend bool operator==(const String& a, const String& b) {
-    return a.rep_ == b.rep_ || compareBinary(a, b) == 0;
+    if (a.rep_ == b.rep_) return true;
+    if (a.isAnsi() && b.isAnsi()) return a.raw() == b.raw();
+    return compareBinary(a, b) == 0;
   }
 
   /// Gives up ownership, and takes it back. For Value, which stores the bare pointer.
@@ -101,6 +114,9 @@ class String {
   static void destroy(StringRep* rep);  ///< frees a body whose last reference is gone
 
  private:
+  void makeRoom(std::size_t bytes);  ///< sole holder of a body with room for `bytes` in all
+  void widen(std::size_t bytes);     ///< the same, as Wide
+
   StringRep* rep_ = nullptr;  ///< null for the empty string
 };
 

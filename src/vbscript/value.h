@@ -38,22 +38,56 @@ enum class Type : std::uint8_t {
 inline constexpr std::int32_t kMissing = static_cast<std::int32_t>(0x80020004);
 
 /// The shared body of an array; elements in column order (first index fastest). Arrays have
-/// value semantics: a writer that is not the only holder clones first.
+/// value semantics: a writer that is not the only holder clones first (Value::writableArray).
+/// The element row is charged to the memory meter.
 struct ArrayRep {
+  static constexpr std::size_t kMaxRank = 60;
+
   std::uint32_t references = 1;
   std::uint32_t locks = 0;         ///< For Each loops and element references; ReDim then fails (10)
   bool fixed = false;              ///< declared with bounds: ReDim fails (10)
   Type elementType = Type::Empty;  ///< Byte for byte arrays from components, else Empty (Variant)
-  std::vector<std::int32_t> extents;  ///< elements per dimension; empty: not dimensioned yet
-  std::vector<Value> elements;
+  std::uint8_t rank = 0;           ///< dimensions; 0: not dimensioned yet
+  std::uint32_t vectorCount = 0;   ///< elements when there is one dimension of Variants, else 0
+  std::uint32_t rows = 0;          ///< first extent when there are two dimensions, else 0
+  std::uint32_t columns = 0;       ///< second extent when there are two dimensions, else 0
+  std::size_t count = 0;           ///< elements in all dimensions together
+  Value* elements = nullptr;       ///< `count` of them; null in byte arrays
+  String bytes;                    ///< a byte array's contents, raw(), nothing otherwise
 
-  ArrayRep() = default;
-  ArrayRep(const ArrayRep& other);  ///< a deep copy of the element row, references 1, no locks
-  ~ArrayRep();
-
-  /// Makes an array with the given extents (upper bound + 1 each), all elements Empty.
+  /// Makes an array with the given extents (upper bound + 1 each), all elements Empty. Error 9 for
+  /// an extent below zero, error 7 when it is too large.
   static ArrayRep* create(std::span<const std::int32_t> extents);
   static ArrayRep* fromValues(std::vector<Value> values);
+  static ArrayRep* fromBytes(std::string_view contents);
+
+  /// The element row copied; one reference, no locks, not fixed: what `b = a` puts into b must be
+  /// open to ReDim, so assigning a fixed array takes a clone where others share the body.
+  ArrayRep* clone() const;
+  /// For ReDim Preserve: the array with a new last extent, elements kept where they still have a
+  /// place. Consumes the caller's reference to `rep`, and moves the row when it was the only one.
+  /// Error 9 when rank or another extent differ; `rep` is then still the caller's.
+  static ArrayRep* resized(ArrayRep* rep, std::span<const std::int32_t> extents);
+  /// Frees a body whose last reference is gone.
+  static void destroy(ArrayRep* rep) noexcept;
+
+  std::span<const std::int32_t> extents() const {
+    return {reinterpret_cast<const std::int32_t*>(this + 1), rank};
+  }
+
+  /// The element, or null when the index is outside, the rank another, or this a byte array.
+  Value* at(std::int32_t index) const;
+  Value* at(std::int32_t row, std::int32_t column) const;
+  Value* at(std::span<const std::int32_t> indexes) const;
+  /// The element at a flat index below `count`, of byte arrays as well.
+  Value element(std::size_t index) const;
+
+ private:
+  friend class EndQueue;
+  ArrayRep() = default;
+  ~ArrayRep();
+  ArrayRep(const ArrayRep&) = delete;
+  static ArrayRep* allocate(std::span<const std::int32_t> extents);
 };
 
 /// One script value: 16 bytes, a tag and a payload. Strings, arrays and objects are counted.
@@ -149,7 +183,7 @@ class Value {
   }
   Object* asObject() const { return payload_.o; }
   ArrayRep* asArray() const { return payload_.a; }
-  /// The array's body, cloned first when somebody else holds it too.
+  /// The array's body, cloned first (as fixed as it was) when somebody else holds it too.
   ArrayRep* writableArray();
   Value* target() const { return payload_.v; }
 
@@ -206,6 +240,16 @@ class Value {
   } payload_;
 };
 static_assert(sizeof(Value) == 16);
+
+inline Value* ArrayRep::at(std::int32_t index) const {
+  return static_cast<std::uint32_t>(index) < vectorCount ? elements + index : nullptr;
+}
+inline Value* ArrayRep::at(std::int32_t row, std::int32_t column) const {
+  if (static_cast<std::uint32_t>(row) >= rows || static_cast<std::uint32_t>(column) >= columns) {
+    return nullptr;
+  }
+  return elements + (static_cast<std::size_t>(column) * rows + static_cast<std::size_t>(row));
+}
 
 }  // namespace vbs
 

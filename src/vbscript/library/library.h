@@ -23,7 +23,8 @@ struct Runtime {
 /// One intrinsic function. Arguments may be References; missing() stands for omitted ones in the
 /// middle. The machine has checked the count. Throws ScriptError.
 struct Intrinsic {
-  std::string_view name;  ///< lower case
+  std::string_view name;   ///< lower case
+  std::string_view title;  ///< as error texts spell it
   std::uint8_t minArgs;
   std::uint8_t maxArgs;  ///< 255: any number
   Value (*call)(Runtime&, Args);
@@ -32,6 +33,10 @@ struct Intrinsic {
 /// Every function but those that need the script's own scope (Eval, Execute, ExecuteGlobal,
 /// GetRef), sorted by name.
 std::span<const Intrinsic> intrinsics();
+/// Adds the function's title to a bare error text: "Type mismatch: 'CInt'". For the machine, when
+/// an error leaves an intrinsic function.
+void nameIntrinsic(ScriptError& error, const Intrinsic& function);
+
 /// Null when there is none.
 const Intrinsic* findIntrinsic(std::string_view lowerName);
 
