@@ -9,6 +9,7 @@
 #include "platform/instance_lock.h"
 #include "platform/process.h"
 #include "platform/random.h"
+#include "platform/service_host.h"
 #include "platform/settings_storage.h"
 
 /// The host system's implementation of each interface; the build picks which. What one of these
@@ -25,3 +26,7 @@ std::unique_ptr<Process> makeProcess(int argc, char** argv);
 std::string settingsRoot();
 std::unique_ptr<SettingsStorage> makeSettingsStorage(const Files& files, const std::string& root);
 std::unique_ptr<InstanceLock> makeInstanceLock(const std::string& root);
+
+std::unique_ptr<ServiceManager> makeServiceManager();
+/// A host for this very program, whose settings are those under settingsRoot().
+std::unique_ptr<ServiceHost> makeServiceHost(EventLoop& loop, const Files& files);
