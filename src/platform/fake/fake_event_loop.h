@@ -1,0 +1,261 @@
+#pragma once
+
+#include <algorithm>
+#include <deque>
+#include <map>
+#include <set>
+#include <utility>
+#include <vector>
+
+#include "platform/event_loop.h"
+
+/// An event loop whose network a test plays by hand: it connects, delivers bytes, takes what was
+/// sent and lets timers tick. Events run within the call that causes them.
+class FakeEventLoop;
+
+class FakeRequest final : public ConnectionRequest {
+ public:
+  FakeRequest(std::string ip, std::uint16_t port) : ip_(std::move(ip)), port_(port) {}
+  const std::string& remoteHostIP() const override { return ip_; }
+  std::uint16_t remotePort() const override { return port_; }
+
+  class FakeSocket* taken = nullptr;
+
+ private:
+  std::string ip_;
+  std::uint16_t port_;
+};
+
+class FakeSocket final : public TcpSocket {
+ public:
+  FakeSocket(FakeEventLoop& loop, int socketIndex, TcpSocketEvents& events)
+      : index(socketIndex), loop_(loop), events_(events) {}
+  FakeSocket(const FakeSocket&) = delete;
+  FakeSocket& operator=(const FakeSocket&) = delete;
+  inline ~FakeSocket() override;
+
+  // What the server does.
+  SocketState state() const override { return state_; }
+  bool accept(ConnectionRequest& request) override {
+    if (state_ != SocketState::Closed || acceptFails) return false;
+    static_cast<FakeRequest&>(request).taken = this;
+    ip_ = request.remoteHostIP();
+    port_ = request.remotePort();
+    state_ = SocketState::Connected;
+    sent.clear();
+    return true;
+  }
+  void close() override { state_ = SocketState::Closed; }
+  void send(std::string head, Body body) override {
+    if (state_ != SocketState::Connected) return;
+    sent += head + bytesOf(body.first);
+    for (const auto& segment : body.rest) sent += bytesOf(segment);
+    ++sends;
+  }
+  std::uint64_t pendingBytes() const override { return 0; }
+  bool drainTo(std::uint64_t, std::chrono::milliseconds) override {
+    return state_ == SocketState::Connected;
+  }
+  const std::string& remoteHostIP() const override { return ip_; }
+  std::uint16_t remotePort() const override { return port_; }
+
+  // What the client and the network do.
+  void arrive(std::string_view data) { events_.dataArrival(index, data); }
+  void completeSend() { events_.sendComplete(index); }
+  void peerClose() {
+    state_ = SocketState::PeerClosing;
+    events_.peerClosed(index);
+  }
+  void fail() {
+    state_ = SocketState::Error;
+    events_.socketError(index);
+  }
+  void become(SocketState state) { state_ = state; }  ///< without an event
+
+  std::string sent;  ///< since the last accept
+  int sends = 0;
+  bool acceptFails = false;
+  const int index;
+
+ private:
+  static std::string bytesOf(const BodySegment& segment) {
+    if (const auto* own = std::get_if<std::string>(&segment)) return *own;
+    if (const auto* shared = std::get_if<std::shared_ptr<const std::string>>(&segment)) {
+      return *shared ? **shared : std::string();
+    }
+    const auto& slice = std::get<FileSlice>(segment);
+    std::string bytes(static_cast<std::size_t>(slice.length), '\0');
+    bytes.resize(slice.file->read(slice.offset, bytes.data(), bytes.size()));
+    return bytes;
+  }
+
+  FakeEventLoop& loop_;
+  TcpSocketEvents& events_;
+  SocketState state_ = SocketState::Closed;
+  std::string ip_;
+  std::uint16_t port_ = 0;
+};
+
+class FakeListener final : public TcpListener {
+ public:
+  FakeListener(FakeEventLoop& loop, TcpListenerEvents& events) : loop_(loop), events_(events) {}
+  SocketState state() const override { return state_; }
+  std::uint16_t localPort() const override { return port_; }
+  inline bool listen(std::uint16_t port) override;
+  void close() override { state_ = SocketState::Closed; }
+
+  void become(SocketState state) { state_ = state; }
+  void fail() {
+    state_ = SocketState::Error;
+    events_.listenerError();
+  }
+
+  /// A client connects. Null when it was not accepted.
+  FakeSocket* connect(const std::string& ip = "127.0.0.1", std::uint16_t port = 50000) {
+    FakeRequest request(ip, port);
+    if (state_ == SocketState::Listening) events_.connectionRequest(request);
+    return request.taken;
+  }
+
+  int listens = 0;
+
+ private:
+  FakeEventLoop& loop_;
+  TcpListenerEvents& events_;
+  SocketState state_ = SocketState::Closed;
+  std::uint16_t port_ = 0;
+};
+
+class FakeUdpSocket final : public UdpSocket {
+ public:
+  explicit FakeUdpSocket(UdpSocketEvents& events) : events_(events) {}
+  bool bind(std::uint16_t port) override {
+    port_ = port;
+    ++binds;
+    return open_ = !bindFails;
+  }
+  void close() override { open_ = false; }
+  bool isOpen() const override { return open_; }
+  std::uint16_t localPort() const override { return port_; }
+  void reply(std::string_view text) override {
+    if (open_) replies.emplace_back(text);
+  }
+
+  void deliver(std::string_view text, bool fromThisMachine = true) {
+    if (open_) events_.datagramArrival(*this, {text, "127.0.0.1", 40000, fromThisMachine});
+  }
+  void fail() { events_.udpError(); }
+
+  std::vector<std::string> replies;
+  int binds = 0;
+  bool bindFails = false;
+
+ private:
+  UdpSocketEvents& events_;
+  std::uint16_t port_ = 0;
+  bool open_ = false;
+};
+
+class FakeTimer final : public Timer {
+ public:
+  FakeTimer(FakeEventLoop& loop, std::chrono::milliseconds every, std::function<void()> what)
+      : interval(every), loop_(loop), tick_(std::move(what)) {}
+  FakeTimer(const FakeTimer&) = delete;
+  FakeTimer& operator=(const FakeTimer&) = delete;
+  inline ~FakeTimer() override;
+  void start() override { enabled_ = true; }
+  void stop() override { enabled_ = false; }
+  bool enabled() const override { return enabled_; }
+  void tick() {
+    if (enabled_) tick_();
+  }
+
+  const std::chrono::milliseconds interval;
+
+ private:
+  FakeEventLoop& loop_;
+  std::function<void()> tick_;
+  bool enabled_ = false;
+};
+
+class FakeEventLoop final : public EventLoop {
+ public:
+  void run() override {
+    ++runs;
+    runPosted();
+  }
+  void stop() override { stopped = true; }
+  void post(std::function<void()> task) override { posted_.push_back(std::move(task)); }
+
+  void runPending(std::chrono::milliseconds atMost, const std::function<bool()>& done) override {
+    ++pendingRuns;
+    longestPending = std::max(longestPending, atMost);
+    if (done && done()) return;
+    runPosted();
+    if (duringPending) std::exchange(duringPending, nullptr)();
+    if (done) done();
+  }
+
+  std::unique_ptr<TcpListener> makeListener(TcpListenerEvents& events) override {
+    auto made = std::make_unique<FakeListener>(*this, events);
+    listener = made.get();
+    return made;
+  }
+  std::unique_ptr<TcpSocket> makeSocket(int index, TcpSocketEvents& events) override {
+    auto made = std::make_unique<FakeSocket>(*this, index, events);
+    sockets[index] = made.get();
+    return made;
+  }
+  std::unique_ptr<UdpSocket> makeUdpSocket(UdpSocketEvents& events) override {
+    auto made = std::make_unique<FakeUdpSocket>(events);
+    udp = made.get();
+    return made;
+  }
+  std::unique_ptr<Timer> makeTimer(std::chrono::milliseconds interval,
+                                   std::function<void()> tick) override {
+    auto made = std::make_unique<FakeTimer>(*this, interval, std::move(tick));
+    timers.push_back(made.get());
+    return made;
+  }
+  void onTerminationRequest(std::function<void()> asked) override { terminate = std::move(asked); }
+
+  void runPosted() {
+    for (; !posted_.empty(); posted_.pop_front()) posted_.front()();
+  }
+  FakeTimer* timer(std::chrono::milliseconds interval) {
+    const auto it = std::find_if(timers.begin(), timers.end(),
+                                 [&](const FakeTimer* t) { return t->interval == interval; });
+    return it == timers.end() ? nullptr : *it;
+  }
+
+  FakeListener* listener = nullptr;     ///< made last
+  std::map<int, FakeSocket*> sockets;   ///< those that exist
+  FakeUdpSocket* udp = nullptr;         ///< made last
+  std::vector<FakeTimer*> timers;       ///< those that exist
+  std::set<std::uint16_t> takenPorts;   ///< binding them fails
+  std::function<void()> duringPending;  ///< happens once within the next runPending
+  std::function<void()> terminate;
+  std::chrono::milliseconds longestPending{0};
+  int pendingRuns = 0;
+  int runs = 0;
+  bool stopped = false;
+
+ private:
+  std::deque<std::function<void()>> posted_;
+};
+
+inline FakeSocket::~FakeSocket() {
+  loop_.sockets.erase(index);
+}
+
+inline FakeTimer::~FakeTimer() {
+  std::erase(loop_.timers, this);
+}
+
+inline bool FakeListener::listen(std::uint16_t port) {
+  ++listens;
+  const bool isFree = !loop_.takenPorts.contains(port);
+  state_ = isFree ? SocketState::Listening : SocketState::Closed;
+  if (isFree) port_ = port;
+  return isFree;
+}

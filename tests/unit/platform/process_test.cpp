@@ -1,0 +1,101 @@
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <set>
+
+#include "platform/system.h"
+#include "temporary_folder.h"
+
+namespace {
+
+TEST(ProcessTest, TheCommandLineIsTheArgumentsJoined) {
+  char program[] = "server";
+  char one[] = "/Debug";
+  char two[] = "  ";
+  char* all[] = {program, one, two};
+  EXPECT_EQ(makeProcess(3, all)->commandLine(), "/Debug   ");
+  EXPECT_EQ(makeProcess(1, all)->commandLine(), "");
+}
+
+TEST(ProcessTest, FoldersAreThoseOfTheProcess) {
+  const auto process = makeProcess(0, nullptr);
+  EXPECT_TRUE(std::filesystem::exists(process->programFolder() + "/platform_test"));
+  const std::string before = process->currentFolder();
+  const TemporaryFolder folder;
+  EXPECT_TRUE(process->setCurrentFolder(folder.path()));
+  EXPECT_EQ(process->currentFolder(), std::filesystem::canonical(folder.path()).string());
+  EXPECT_FALSE(process->setCurrentFolder(folder / "none"));
+  EXPECT_TRUE(process->setCurrentFolder(before));
+}
+
+TEST(ProcessTest, TheHostCountsAsTheNtLine) {
+  const auto version = makeProcess(0, nullptr)->hostVersion();
+  EXPECT_EQ(version.platform, 2U);
+  EXPECT_GT(version.major, 0U);
+}
+
+TEST(RandomTest, FractionsAndIdentifiersVary) {
+  const auto random = makeRandom();
+  std::set<double> fractions;
+  std::set<std::array<std::uint8_t, 16>> identifiers;
+  for (int i = 0; i < 100; ++i) {
+    const double fraction = random->fraction();
+    EXPECT_GE(fraction, 0);
+    EXPECT_LT(fraction, 1);
+    fractions.insert(fraction);
+    identifiers.insert(random->guid());
+  }
+  EXPECT_GT(fractions.size(), 90U);
+  EXPECT_EQ(identifiers.size(), 100U);
+  EXPECT_EQ((*identifiers.begin())[7] >> 4, 4);
+}
+
+TEST(ClockTest, BreaksAMomentIntoFields) {
+  const auto clock = makeClock();
+  const TimePoint moment = std::chrono::sys_days{std::chrono::year{2007} / 3 / 15} +
+                           std::chrono::hours(14) + std::chrono::minutes(15) +
+                           std::chrono::seconds(2);
+  const CalendarTime expected{2007, 3, 15, 14, 15, 2, 4};
+  EXPECT_EQ(clock->utc(moment), expected);
+  EXPECT_EQ(clock->utc(moment + std::chrono::milliseconds(999)), expected);
+  EXPECT_EQ(clock->utc(moment + std::chrono::seconds(1)).second, 3);
+  EXPECT_EQ(clock->utc(moment - std::chrono::milliseconds(1)).second, 1);
+}
+
+TEST(InstanceLockTest, OneHolderPerFolder) {
+  const TemporaryFolder folder;
+  const TemporaryFolder other;
+  auto first = makeInstanceLock(folder / "made/when/needed");
+  const auto second = makeInstanceLock(folder / "made/when/needed");
+  EXPECT_TRUE(first->acquire());
+  EXPECT_TRUE(first->acquire());
+  EXPECT_FALSE(second->acquire());
+  EXPECT_TRUE(makeInstanceLock(other.path())->acquire());
+  first.reset();
+  EXPECT_TRUE(second->acquire());
+}
+
+TEST(InstanceLockTest, AProcessThatDiesLetsGo) {
+  const TemporaryFolder folder;
+  const pid_t child = ::fork();
+  if (child == 0) {
+    auto held = makeInstanceLock(folder.path());
+    const bool got = held->acquire();
+    held.release();  // NOLINT: the death of the process is to free it
+    ::_exit(got ? 0 : 1);
+  }
+  int status = 0;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+  EXPECT_TRUE(makeInstanceLock(folder.path())->acquire());
+}
+
+TEST(SettingsRootTest, TheVariableWins) {
+  ::setenv("QUORVANE_REGISTRY", "/somewhere", 1);
+  EXPECT_EQ(settingsRoot(), "/somewhere");
+  ::unsetenv("QUORVANE_REGISTRY");
+  EXPECT_FALSE(settingsRoot().empty());
+}
+
+}  // namespace

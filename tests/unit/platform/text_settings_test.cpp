@@ -1,0 +1,120 @@
+#include "platform/text_settings.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/system.h"
+#include "temporary_folder.h"
+
+namespace {
+
+constexpr auto kMachine = RegistryRoot::LocalMachine;
+const std::string kKey = "Software\\Ardenfell\\Quorvane\\Server";
+
+class TextSettingsTest : public testing::Test {
+ protected:
+  std::string file() const {
+    return folder / "store/HKEY_LOCAL_MACHINE/Software/Ardenfell/Quorvane/Server.ini";
+  }
+  void writeFile(const std::string& text) {
+    ASSERT_TRUE(settings.createKey(kMachine, kKey));
+    ASSERT_TRUE(files->writeAll(file(), text));
+  }
+  std::optional<std::string> text(const std::string& name, const std::string& key = kKey) {
+    const auto value = settings.read(kMachine, key, name);
+    if (!value) return std::nullopt;
+    return value->data;
+  }
+
+  TemporaryFolder folder;
+  std::unique_ptr<Files> files = makeFiles();
+  TextSettings settings{*files, folder / "store"};
+};
+
+TEST_F(TextSettingsTest, AKeyIsAFileAndItsSubKeysAFolderBesideIt) {
+  EXPECT_FALSE(settings.keyExists(kMachine, kKey));
+  EXPECT_FALSE(settings.writeText(kMachine, kKey, "Port", "7007"));
+  EXPECT_TRUE(settings.createKey(kMachine, kKey));
+  EXPECT_TRUE(settings.createKey(kMachine, kKey));
+  EXPECT_TRUE(settings.keyExists(kMachine, kKey));
+  EXPECT_TRUE(settings.writeText(kMachine, kKey, "Port", "7007"));
+  EXPECT_EQ(files->readAll(file()), "Port=7007\n");
+  EXPECT_TRUE(settings.createKey(kMachine, kKey + "\\Misc"));
+  EXPECT_TRUE(settings.writeText(kMachine, kKey + "\\Misc", "LCID", "1031"));
+  EXPECT_EQ(files->readAll(folder /
+                           "store/HKEY_LOCAL_MACHINE/Software/Ardenfell/Quorvane/Server/Misc.ini"),
+            "LCID=1031\n");
+  EXPECT_EQ(text("LCID", kKey + "\\Misc"), "1031");
+}
+
+TEST_F(TextSettingsTest, RootsStandApart) {
+  settings.createKey(RegistryRoot::CurrentUser, "A");
+  settings.writeText(RegistryRoot::CurrentUser, "A", "n", "user");
+  EXPECT_FALSE(settings.read(kMachine, "A", "n"));
+  EXPECT_EQ(settings.read(RegistryRoot::CurrentUser, "A", "n")->data, "user");
+  EXPECT_FALSE(settings.createKey(static_cast<RegistryRoot>(7), "A"));
+  EXPECT_FALSE(settings.read(static_cast<RegistryRoot>(-1), "A", "n"));
+}
+
+TEST_F(TextSettingsTest, NamesAndKeysAreFoundWithoutRegardToCase) {
+  writeFile("port=8080\n");
+  EXPECT_EQ(text("PORT"), "8080");
+  EXPECT_EQ(text("Port", "SOFTWARE\\ardenfell\\quorvane\\SERVER"), "8080");
+  EXPECT_TRUE(settings.writeText(kMachine, "software\\ARDENFELL\\Quorvane\\server", "PORT", "1"));
+  EXPECT_EQ(files->readAll(file()), "port=1\n");
+}
+
+TEST_F(TextSettingsTest, OtherLinesAndCommentsStay) {
+  writeFile("; my notes = none\r\n\r\n[Server]\nPort = 7007\nunknown line\nLogServer=1");
+  EXPECT_TRUE(settings.writeText(kMachine, kKey, "Port", "8080"));
+  EXPECT_TRUE(settings.writeText(kMachine, kKey, "New", "x"));
+  EXPECT_EQ(files->readAll(file()),
+            "; my notes = none\r\n\r\n[Server]\nPort =8080\nunknown line\nLogServer=1\nNew=x\n");
+  EXPECT_FALSE(text("; my notes"));
+  EXPECT_FALSE(text("unknown line"));
+}
+
+TEST_F(TextSettingsTest, TextsAreKeptExactly) {
+  settings.createKey(kMachine, kKey);
+  for (const std::string value : {"", " 1 ", "a=b", "C:\\new\\r", "100%", "%0D", "%25",
+                                  "line\r\nPort=1\nEvil=1", ";", "\r", "\xE4\xF6"}) {
+    EXPECT_TRUE(settings.writeText(kMachine, kKey, "Value", value));
+    EXPECT_EQ(text("Value"), value);
+  }
+  const std::string withNul("a\0b", 3);
+  settings.writeText(kMachine, kKey, "Value", withNul);
+  EXPECT_EQ(text("Value"), withNul);
+  EXPECT_FALSE(text("Evil"));
+}
+
+TEST_F(TextSettingsTest, HandWrittenTextsNeedNoEscapes) {
+  writeFile("Path=C:\\Web\\%TEMP%\nDos=1\r\n  Spaced\t=x\n#Off=1\n=\n");
+  EXPECT_EQ(text("Path"), "C:\\Web\\%TEMP%");
+  EXPECT_EQ(text("Dos"), "1");
+  EXPECT_EQ(text("Spaced"), "x");
+  EXPECT_FALSE(text("Off"));
+  EXPECT_FALSE(text("#Off"));
+}
+
+TEST_F(TextSettingsTest, NamesMayHoldAnEqualsSignButNotAppearAsComments) {
+  settings.createKey(kMachine, kKey);
+  EXPECT_TRUE(settings.writeText(kMachine, kKey, "a=b", "c"));
+  EXPECT_EQ(text("a=b"), "c");
+  EXPECT_FALSE(text("a"));
+  EXPECT_FALSE(settings.writeText(kMachine, kKey, ";off", "1"));
+}
+
+TEST_F(TextSettingsTest, KeysLeaveTheStoreByNoSpelling) {
+  for (const std::string key : {"..\\x", "a\\..\\..\\..\\x", "a/b", "", "a\\\\b", "."}) {
+    EXPECT_FALSE(settings.createKey(kMachine, key)) << key;
+    EXPECT_FALSE(settings.keyExists(kMachine, key)) << key;
+  }
+}
+
+TEST_F(TextSettingsTest, WithoutRightsWritingFailsQuietly) {
+  TextSettings nowhere(*files, "/proc/quorvane");
+  EXPECT_FALSE(nowhere.createKey(kMachine, kKey));
+  EXPECT_FALSE(nowhere.writeText(kMachine, kKey, "a", "b"));
+  EXPECT_FALSE(nowhere.read(kMachine, kKey, "a"));
+}
+
+}  // namespace

@@ -1,0 +1,119 @@
+#include "loop_fixture.h"
+
+namespace {
+
+class UdpServer : public UdpSocketEvents {
+ public:
+  explicit UdpServer(EventLoop& loop) : socket(loop.makeUdpSocket(*this)) {}
+  void datagramArrival(UdpSocket& from, const Datagram& datagram) override {
+    texts.emplace_back(datagram.data);
+    sender = datagram.remoteHostIP;
+    local = datagram.fromThisMachine;
+    if (onDatagram) onDatagram();
+    from.reply("re:" + std::string(datagram.data));
+  }
+  void udpError() override { ++errors; }
+
+  std::unique_ptr<UdpSocket> socket;
+  std::vector<std::string> texts;
+  std::string sender;
+  bool local = false;
+  int errors = 0;
+  std::function<void()> onDatagram;
+};
+
+/// Asks `address` and takes only what comes back from there.
+class UdpClient {
+ public:
+  UdpClient(const char* address, std::uint16_t port)
+      : socket_(::socket(AF_INET, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0)) {
+    sockaddr_in to{};
+    to.sin_family = AF_INET;
+    to.sin_port = htons(port);
+    ::inet_pton(AF_INET, address, &to.sin_addr);
+    ::connect(socket_, reinterpret_cast<sockaddr*>(&to), sizeof to);
+  }
+  UdpClient(const UdpClient&) = delete;
+  UdpClient& operator=(const UdpClient&) = delete;
+  ~UdpClient() { ::close(socket_); }
+  void send(std::string_view text) { ::send(socket_, text.data(), text.size(), 0); }
+  std::string receive() {
+    char bytes[2048];
+    const ssize_t count = ::recv(socket_, bytes, sizeof bytes, 0);
+    return count < 0 ? "" : std::string(bytes, static_cast<std::size_t>(count));
+  }
+
+ private:
+  int socket_;
+};
+
+class Udp : public LoopTest {
+ protected:
+  void SetUp() override { ASSERT_TRUE(server.socket->bind(0)); }
+  std::string answerTo(UdpClient& client) {
+    std::string answer;
+    EXPECT_TRUE(until([&] { return !(answer = client.receive()).empty(); }));
+    return answer;
+  }
+  UdpServer server{*loop};
+};
+
+TEST_F(Udp, ADatagramIsToldAndAnswered) {
+  UdpClient client("127.0.0.1", server.socket->localPort());
+  client.send("[?state]");
+  EXPECT_EQ(answerTo(client), "re:[?state]");
+  EXPECT_EQ(server.sender, "127.0.0.1");
+  EXPECT_TRUE(server.local);
+}
+
+TEST_F(Udp, TheReplyComesFromTheAddressThatWasAsked) {
+  UdpClient client("127.0.0.77", server.socket->localPort());
+  client.send("x");
+  EXPECT_EQ(answerTo(client), "re:x") << "a connected socket drops replies from elsewhere";
+}
+
+TEST_F(Udp, EmptyAndBinaryDatagramsArriveAsTheyAre) {
+  UdpClient client("127.0.0.1", server.socket->localPort());
+  client.send("");
+  client.send(std::string_view("a\0b", 3));
+  EXPECT_TRUE(until([&] { return server.texts.size() == 2; }));
+  EXPECT_EQ(server.texts[0], "");
+  EXPECT_EQ(server.texts[1], std::string_view("a\0b", 3));
+}
+
+TEST_F(Udp, ATakenPortIsToldAndCloseFreesIt) {
+  UdpServer second(*loop);
+  EXPECT_FALSE(second.socket->bind(server.socket->localPort()));
+  EXPECT_FALSE(second.socket->isOpen());
+  const std::uint16_t port = server.socket->localPort();
+  server.socket->close();
+  EXPECT_TRUE(second.socket->bind(port));
+}
+
+TEST_F(Udp, AFloodLeavesTurnsForOthers) {
+  UdpClient client("127.0.0.1", server.socket->localPort());
+  TestServer http(*loop);
+  ASSERT_TRUE(http.listener->listen(0));
+  for (int i = 0; i < 150; ++i) client.send("flood");
+  TestClient visitor(http.listener->localPort());
+  std::size_t before = 0;
+  EXPECT_TRUE(until([&] {
+    before = server.texts.size();
+    return !http.sockets.empty();
+  }));
+  EXPECT_LT(before, 150U) << "the visitor waited for the whole flood";
+}
+
+TEST_F(Udp, TheSocketMayBeClosedOrBoundAgainInItsEvent) {
+  UdpClient client("127.0.0.1", server.socket->localPort());
+  const std::uint16_t port = server.socket->localPort();
+  server.onDatagram = [&] { server.socket->bind(port); };
+  client.send("one");
+  EXPECT_TRUE(until([&] { return server.texts.size() == 1; }));
+  server.onDatagram = [&] { server.socket->close(); };
+  client.send("two");
+  EXPECT_TRUE(until([&] { return server.texts.size() == 2; }));
+  EXPECT_FALSE(server.socket->isOpen());
+}
+
+}  // namespace
