@@ -52,7 +52,10 @@ class Udp : public LoopTest {
   void SetUp() override { ASSERT_TRUE(server.socket->bind(0)); }
   std::string answerTo(UdpClient& client) {
     std::string answer;
-    EXPECT_TRUE(until([&] { return !(answer = client.receive()).empty(); }));
+    EXPECT_TRUE(until([&] {
+      if (answer.empty()) answer = client.receive();
+      return !answer.empty();
+    }));
     return answer;
   }
   UdpServer server{*loop};
