@@ -15,7 +15,7 @@ namespace vbs {
 
 /// The parser refuses expressions higher than this, and blocks and parentheses nested deeper.
 inline constexpr unsigned kMaxExpressionHeight = 2000;
-inline constexpr unsigned kMaxNesting = 200;
+inline constexpr unsigned kMaxNesting = 500;
 
 struct SourcePosition {
   std::uint32_t line = 0;    ///< 1-based
