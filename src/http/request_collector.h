@@ -24,18 +24,20 @@ inline constexpr std::int32_t kMostBodyBytes = std::int32_t{256} << 20;
 enum class Outcome {
   NeedMore,
   Complete,
-  TooLarge,  ///< over one of the bounds; `request` holds what has come so far
+  TooLarge,  ///< over one of the bounds; the result holds what has come so far
 };
 
-/// Takes the next piece of a slot. A piece that begins with a known method and a blank starts a
-/// new request and discards an unfinished one. Unless more is needed, the record is made empty and
-/// the request is in `request`, which views either `data` or `storage`.
 struct Collected {
   Outcome outcome = Outcome::NeedMore;
   std::string storage;      ///< the request when it came in several pieces
-  std::string_view direct;  ///< the request when `data` held it whole
+  std::string_view direct;  ///< the request when `data` held it whole; lasts as long as `data`
+
+  std::string_view request() const { return direct.empty() ? storage : direct; }
 };
 
+/// Takes the next piece of a slot. A piece that begins with a known method and a blank starts a
+/// new request and discards an unfinished one. Unless more is needed, the record is empty again
+/// afterwards.
 Collected collect(SlotRecord& record, std::string_view data);
 
 }  // namespace request_collector

@@ -71,7 +71,11 @@ class RequestHandling {
  private:
   class Answer;
 
+  void logHeaders(std::string_view request);
+  Response badRequest();
+
   RequestHandlingParts parts_;
+  std::string serverName_;
   std::unique_ptr<HttpDates> dates_;
   std::unique_ptr<ContentTypes> types_;
   std::unique_ptr<StaticFiles> staticFiles_;

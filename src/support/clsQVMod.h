@@ -30,6 +30,9 @@ class clsQVMod {
   /// The same content shared rather than copied; null when it is not held or empty.
   std::shared_ptr<const std::string> sharedFile(const std::string& modPath);
 
+  /// Whether nothing is held at all.
+  bool empty() const { return files_.empty(); }
+
   /// Loads one module from its bytes, after what is loaded already.
   void loadModule(std::string_view module);
 

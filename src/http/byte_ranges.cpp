@@ -1,0 +1,116 @@
+#include "http/byte_ranges.h"
+
+#include <charconv>
+#include <limits>
+#include <optional>
+
+#include "platform/random.h"
+#include "support/text.h"
+
+namespace byte_ranges {
+namespace {
+
+constexpr std::int64_t kBeyondAnyFile = std::numeric_limits<std::int64_t>::max();
+
+/// A numeric text as a whole number; numbers too large for one stand beyond every file.
+std::optional<std::int64_t> numberOf(std::string_view text) {
+  std::int64_t number = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number);
+  if (error == std::errc{} && stop == end) return number;
+  const auto value = numericValue(text);
+  if (!value) return std::nullopt;
+  const double rounded = roundHalfEven(*value);
+  if (rounded >= 9e18 || rounded <= -9e18) return kBeyondAnyFile;
+  return static_cast<std::int64_t>(rounded);
+}
+
+struct Piece {
+  std::int64_t first = 0;
+  std::int64_t last = 0;
+};
+
+/// One piece of a set, or nothing when it is to be skipped.
+std::optional<Piece> pieceOf(std::string_view text, std::int64_t length) {
+  const std::size_t dash = text.find('-');
+  if (dash == std::string_view::npos) return std::nullopt;
+  const std::string_view first = text.substr(0, dash);
+  const std::string_view behind = text.substr(dash + 1);
+  const std::string_view last = behind.substr(0, behind.find('-'));
+  if (first.empty() && last.empty()) return std::nullopt;
+  const auto firstNumber = numberOf(first);
+  const auto lastNumber = numberOf(last);
+  if (first.empty()) {
+    if (!lastNumber) return std::nullopt;
+    return Piece{*lastNumber < 0 ? -1 : length - *lastNumber, length - 1};
+  }
+  if (!firstNumber || (!last.empty() && !lastNumber)) return std::nullopt;
+  return Piece{*firstNumber, last.empty() ? length - 1 : *lastNumber};
+}
+
+bool liesInside(const Piece& piece, std::int64_t length) {
+  return piece.first >= 0 && piece.first <= piece.last && piece.last < length;
+}
+
+std::string contentRange(const Range& range, std::uint64_t length) {
+  return "Content-Range: bytes " + std::to_string(range.first) + '-' + std::to_string(range.last) +
+         '/' + std::to_string(length);
+}
+
+FileSlice sliceOf(const std::shared_ptr<const OpenFile>& file, const Range& range) {
+  return {file, range.first, range.last - range.first + 1};
+}
+
+/// "<" and 38 random hexadecimal digits and ">". The brackets belong to the boundary.
+std::string newBoundary(Random& random) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  constexpr std::size_t kLength = 38;
+  std::string text;
+  while (text.size() < kLength) {
+    for (const std::uint8_t byte : random.guid()) {
+      text += kDigits[byte >> 4];
+      text += kDigits[byte & 15];
+    }
+  }
+  text.resize(kLength);
+  return '<' + text + '>';
+}
+
+}  // namespace
+
+std::vector<Range> parse(std::string_view set, std::uint64_t length) {
+  std::vector<Range> ranges;
+  const auto signedLength = static_cast<std::int64_t>(length);
+  for (const std::string_view text : split(set, ',')) {
+    const auto piece = pieceOf(text, signedLength);
+    if (!piece) continue;
+    if (!liesInside(*piece, signedLength) || ranges.size() == kMostRanges) return {};
+    ranges.push_back(
+        {static_cast<std::uint64_t>(piece->first), static_cast<std::uint64_t>(piece->last)});
+  }
+  return ranges;
+}
+
+Answer answer(const std::shared_ptr<const OpenFile>& file, const std::vector<Range>& ranges,
+              std::string_view contentType, Random& random) {
+  const std::uint64_t length = file->info().size;
+  const std::string typeLine = "Content-Type: " + std::string(contentType);
+  if (ranges.size() == 1) {
+    return {sliceOf(file, ranges[0]), typeLine + "\r\n" + contentRange(ranges[0], length)};
+  }
+  const std::string boundary = newBoundary(random);
+  Answer result;
+  result.headers = "Content-Type: multipart/byteranges; boundary=" + boundary;
+  std::string between;
+  for (const Range& range : ranges) {
+    between +=
+        "--" + boundary + "\r\n" + typeLine + "\r\n" + contentRange(range, length) + "\r\n\r\n";
+    result.body.rest.emplace_back(std::move(between));
+    result.body.rest.emplace_back(sliceOf(file, range));
+    between = "\r\n";
+  }
+  result.body.rest.emplace_back("\r\n--" + boundary + "--\r\n\r\n");
+  return result;
+}
+
+}  // namespace byte_ranges

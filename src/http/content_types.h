@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+/// Content types by extension, with a memo of the last one found: neighbouring requests mostly ask
+/// for the same kind of file.
+class ContentTypes {
+ public:
+  static constexpr std::string_view kUnknown = "application/octet-stream";
+
+  /// The type of the path's extension (from the last "." on, letter case aside), or `fallback`.
+  std::string_view typeOf(std::string_view path, std::string_view fallback = kUnknown);
+
+  /// How many extensions are known.
+  static std::size_t size();
+
+ private:
+  std::string memoExtension_;
+  std::string_view memoType_;
+};

@@ -1,0 +1,46 @@
+#include "http/cookie_jar.h"
+
+#include <utility>
+
+#include "http/http_date.h"
+#include "support/text.h"
+
+void clsCookieObj::setValue(std::string value) {
+  value_ = std::move(value);
+  changed_ = true;
+}
+
+CalendarTime clsCookieObj::Expires() const {
+  return parseDateTimeText(expires_).value_or(CalendarTime{});
+}
+
+void clsCookieObj::setExpires(const CalendarTime& when) {
+  expires_ = dateTimeText(when);
+  changed_ = true;
+}
+
+std::string clsCookieObj::headerLine(HttpDates& dates) const {
+  std::string line = "Set-Cookie: " + name_ + '=' + value_ + "; path=/";
+  if (const auto expires = parseDateTimeText(expires_)) line += "; expires=" + dates.of(*expires);
+  return line;
+}
+
+clsCookieObj& CookieJar::add(clsCookieObj cookie) {
+  std::string key = keyOf(cookie.Name());
+  if (clsCookieObj* held = cookies_.find(key)) return *held;
+  return *cookies_.add(std::move(key), std::move(cookie));
+}
+
+std::string CookieJar::changedHeaderLines(HttpDates& dates) const {
+  std::string lines;
+  for (const auto& entry : cookies_) {
+    if (!entry.value.changed()) continue;
+    if (!lines.empty()) lines += "\r\n";
+    lines += entry.value.headerLine(dates);
+  }
+  return lines;
+}
+
+std::string CookieJar::keyOf(std::string_view name) {
+  return "C_" + upperCase(name);
+}

@@ -1,0 +1,36 @@
+#include "http/gzip_copies.h"
+
+#include <utility>
+
+#include "support/paths.h"
+#include "support/text.h"
+
+std::string GzipCopies::nameOf(std::string_view urlPath) {
+  std::string name = upperCase(urlPath);
+  for (char& c : name) {
+    if (paths::isSeparator(c)) c = '^';
+  }
+  return name;
+}
+
+std::optional<Body> GzipCopies::stored(const FoundFile& source, const std::string& copyPath) {
+  if (const auto copy = files_.stat(copyPath)) return contents_.bodyOf(copyPath, *copy);
+  if (source.info.size > kMostSourceBytes) return std::nullopt;
+  auto bytes = packed(source);
+  if (!bytes) return Body();
+  files_.writeAll(copyPath, *bytes);
+  return std::move(*bytes);
+}
+
+std::optional<Body> GzipCopies::fresh(const FoundFile& source) {
+  if (source.info.size > kMostSourceBytes) return std::nullopt;
+  auto bytes = packed(source);
+  if (!bytes) return Body();
+  return std::move(*bytes);
+}
+
+std::optional<std::string> GzipCopies::packed(const FoundFile& source) {
+  auto bytes = files_.readAll(source.path);
+  if (bytes) zip_.CompressStringB(*bytes, clsZipString::kGzip);
+  return bytes;
+}

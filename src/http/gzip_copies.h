@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "http/content_cache.h"
+#include "http/targets.h"
+#include "platform/files.h"
+#include "support/clsZipString.h"
+
+/// Compressed copies of static files, kept in the cache folder. A copy that exists is used as it
+/// is, whatever has become of its source: emptying the cache folder is how a site is renewed.
+class GzipCopies {
+ public:
+  /// Larger files are not compressed: one thread serves all, and the work is done in memory.
+  static constexpr std::uint64_t kMostSourceBytes = std::uint64_t{64} << 20;
+
+  GzipCopies(const Files& files, const clsZipString& zip, ContentCache& contents)
+      : files_(files), zip_(zip), contents_(contents) {}
+
+  /// The copy's name in the cache folder: the URL path in upper case, "^" for every separator.
+  static std::string nameOf(std::string_view urlPath);
+
+  /// The copy's content, made and stored when there is none yet. Nothing when the file is too
+  /// large; the caller then sends it plain.
+  std::optional<Body> stored(const FoundFile& source, const std::string& copyPath);
+
+  /// The file compressed for this one answer, nothing stored.
+  std::optional<Body> fresh(const FoundFile& source);
+
+ private:
+  std::optional<std::string> packed(const FoundFile& source);
+
+  const Files& files_;
+  const clsZipString& zip_;
+  ContentCache& contents_;
+};

@@ -1,0 +1,73 @@
+#include "http/resized_images.h"
+
+#include <algorithm>
+
+#include "http/clsHTTPParser.h"
+#include "platform/files.h"
+#include "platform/random.h"
+#include "support/paths.h"
+#include "support/text.h"
+
+namespace {
+
+std::string queryVariable(const clsHTTPParser& parser, std::string_view name) {
+  return parser.RequestVar(name, clsHTTPParser::QueryOnly);
+}
+
+int sideOf(const clsHTTPParser& parser, std::string_view name) {
+  return std::max(numericLong(queryVariable(parser, name)).value_or(0), 0);
+}
+
+std::optional<ImageRendering> wantedRendering(const clsHTTPParser& parser) {
+  ImageRendering wanted;
+  wanted.width = sideOf(parser, "rx");
+  wanted.height = sideOf(parser, "ry");
+  if (wanted.width < 1 && wanted.height < 1) return std::nullopt;
+  if (std::max(wanted.width, wanted.height) > ResizedImages::kMostPixels) return std::nullopt;
+  wanted.keepAspect = queryVariable(parser, "ar") != "0";
+  wanted.grey = queryVariable(parser, "gr") == "1";
+  return wanted;
+}
+
+/// Neither the aspect ratio nor grey is part of the name: who asks first settles the look of the
+/// copy.
+std::string copyName(const ImageRendering& wanted, std::string_view fileName) {
+  return "^R" + std::to_string(wanted.width) + 'x' + std::to_string(wanted.height) +
+         std::string(fileName);
+}
+
+}  // namespace
+
+std::optional<ResizedImages::Copy> ResizedImages::copyFor(const FoundFile& source,
+                                                          const clsHTTPParser& parser,
+                                                          const std::string& cacheFolder) {
+  const auto wanted = wantedRendering(parser);
+  if (!wanted) return std::nullopt;
+  const std::string fileName(paths::fileNameOf(source.path));
+  const bool temporary = queryVariable(parser, "nc") == "1";
+  const std::string path =
+      paths::join(cacheFolder, temporary ? temporaryName(fileName) : copyName(*wanted, fileName));
+
+  auto copy = files_.stat(path);
+  if (!copy || source.info.modified > copy->modified) {
+    if (!render(source, path, *wanted)) return std::nullopt;
+    copy = files_.stat(path);
+  }
+  if (!copy) return std::nullopt;
+  return Copy{{path, *copy}, temporary};
+}
+
+bool ResizedImages::render(const FoundFile& source, const std::string& target,
+                           const ImageRendering& wanted) {
+  return library_ && !source.info.isFolder && library_->render(source.path, target, wanted);
+}
+
+std::string ResizedImages::temporaryName(const std::string& fileName) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  std::string name = "^N";
+  for (const std::uint8_t byte : random_.guid()) {
+    name += kDigits[byte >> 4];
+    name += kDigits[byte & 15];
+  }
+  return name + fileName;
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "http/targets.h"
+#include "platform/image_library.h"
+
+class clsHTTPParser;
+class Files;
+class Random;
+
+/// Resized pictures, asked for by query variables: "rx" and "ry" the size, "ar" 0 to give up the
+/// aspect ratio, "gr" 1 for grey, "nc" 1 to render afresh and keep nothing. Copies stay in the
+/// cache folder and are renewed when their source is newer.
+class ResizedImages {
+ public:
+  static constexpr int kMostPixels = 16384;  ///< on a side; more is served unresized
+
+  ResizedImages(const Files& files, Random& random, ImageLibrary* library)
+      : files_(files), random_(random), library_(library) {}
+
+  struct Copy {
+    FoundFile file;
+    bool temporary = false;  ///< to be removed once it is open for sending
+  };
+
+  /// The copy to serve in place of `source`; nothing when none is asked for or it can't be made.
+  std::optional<Copy> copyFor(const FoundFile& source, const clsHTTPParser& parser,
+                              const std::string& cacheFolder);
+
+ private:
+  bool render(const FoundFile& source, const std::string& target, const ImageRendering& wanted);
+  std::string temporaryName(const std::string& fileName);
+
+  const Files& files_;
+  Random& random_;
+  ImageLibrary* library_;
+};

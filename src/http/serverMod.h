@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+struct ServerState;
+
+/// The small rules of serving: what a request's first word says, which files may be served at all,
+/// and which of them compressed.
+
+enum class RequestClass {
+  Get = 0,
+  Head = 1,
+  Post = 2,
+  Other = 9,  ///< another method, or the continuation of an earlier request
+};
+
+/// By the first characters, letter case counting: a method and one blank.
+RequestClass classifyRequest(std::string_view text);
+
+/// Whether the extension is one of those that are served; all others are refused, whatever stands
+/// on the disk.
+bool isAllowedExtension(std::string_view path);
+
+/// Whether a static file is answered compressed to clients that accept it.
+bool isGzipEligible(std::string_view path, const ServerState& state);
+
+/// Whether the pictures' parameters apply.
+bool isResizableImage(std::string_view path);
+
+/// The value of the "Server" header line.
+std::string serverName(const ServerState& state);

@@ -1,0 +1,70 @@
+#include "http/static_files.h"
+
+#include <utility>
+
+#include "http/byte_ranges.h"
+#include "http/clsHTTPParser.h"
+#include "http/content_types.h"
+#include "http/serverMod.h"
+#include "support/paths.h"
+#include "support/server_state.h"
+
+StaticFiles::StaticFiles(const ServerState& state, const Files& files, const Clock& clock,
+                         const clsZipString& zip, Random& random, ContentTypes& types,
+                         ImageLibrary* images)
+    : state_(state),
+      files_(files),
+      random_(random),
+      types_(types),
+      contents_(files, clock),
+      gzipCopies_(files, zip, contents_),
+      resizedImages_(files, random, images) {}
+
+StaticFiles::Answer StaticFiles::answer(const Request& request) {
+  Answer result;
+  result.file = request.file;
+  bool temporary = false;
+  if (isResizableImage(result.file.path)) {
+    if (auto copy = resizedImages_.copyFor(request.file, request.parser, state_.CacheFolder)) {
+      result.file = std::move(copy->file);
+      temporary = copy->temporary;
+    }
+  }
+  if (!request.parser.RangeRequest().empty()) {
+    answerRanges(request, result);
+  } else if (auto body = packed(request, result.file, !temporary && !request.aliasDownload)) {
+    result.body = std::move(*body);
+    result.headers = "Content-encoding: gzip";
+  } else {
+    result.body = contents_.bodyOf(result.file.path, result.file.info);
+  }
+  if (temporary) files_.remove(result.file.path);
+  return result;
+}
+
+void StaticFiles::answerRanges(const Request& request, Answer& answer) {
+  answer.partial = true;
+  const auto file = files_.open(answer.file.path);
+  const auto ranges = file ? byte_ranges::parse(request.parser.RangeRequest(), file->info().size)
+                           : std::vector<byte_ranges::Range>();
+  if (ranges.empty()) {
+    answer.unsatisfiable = true;
+    return;
+  }
+  auto made = byte_ranges::answer(file, ranges, types_.typeOf(answer.file.path), random_);
+  answer.body = std::move(made.body);
+  answer.headers = std::move(made.headers);
+}
+
+/// The compressed answer, or nothing when the file is to be sent as it is. A key may come to stand
+/// for another file, so nothing is kept of what was found under one.
+std::optional<Body> StaticFiles::packed(const Request& request, const FoundFile& file,
+                                        bool keepCopy) {
+  if (!request.parser.AcceptGZipEncoding() || !isGzipEligible(file.path, state_)) {
+    return std::nullopt;
+  }
+  if (!keepCopy) return gzipCopies_.fresh(file);
+  const std::string urlPath =
+      request.parser.DocumentPath() + std::string(paths::fileNameOf(file.path));
+  return gzipCopies_.stored(file, paths::join(state_.CacheFolder, GzipCopies::nameOf(urlPath)));
+}

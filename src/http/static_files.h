@@ -1,0 +1,52 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "http/content_cache.h"
+#include "http/gzip_copies.h"
+#include "http/resized_images.h"
+#include "http/targets.h"
+#include "platform/outgoing.h"
+
+class clsHTTPParser;
+class ContentTypes;
+class Random;
+struct ServerState;
+
+/// Bodies for requests of static files: a resized picture first, then byte ranges, then a
+/// compressed copy, then the whole file.
+class StaticFiles {
+ public:
+  struct Request {
+    FoundFile file;
+    const clsHTTPParser& parser;
+    bool aliasDownload = false;  ///< found under a key rather than its own name
+  };
+
+  struct Answer {
+    Body body;
+    std::string headers;         ///< lines separated by CR LF; empty when there are none
+    bool partial = false;        ///< a range answer
+    bool unsatisfiable = false;  ///< a range set that can't be answered; nothing else counts then
+    FoundFile file;              ///< what is served: the request's file or a resized copy of it
+  };
+
+  StaticFiles(const ServerState& state, const Files& files, const Clock& clock,
+              const clsZipString& zip, Random& random, ContentTypes& types, ImageLibrary* images);
+
+  Answer answer(const Request& request);
+
+ private:
+  void answerRanges(const Request& request, Answer& answer);
+  std::optional<Body> packed(const Request& request, const FoundFile& file, bool keepCopy);
+
+  const ServerState& state_;
+  const Files& files_;
+  Random& random_;
+  ContentTypes& types_;
+  ContentCache contents_;
+  GzipCopies gzipCopies_;
+  ResizedImages resizedImages_;
+};

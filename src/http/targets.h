@@ -1,0 +1,43 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/files.h"
+
+/// What a request's target stands for on the disk.
+
+/// A local file in two parts, so that a file of the document root is never looked for outside it.
+struct LocalTarget {
+  std::string base;      ///< the document root, or empty
+  std::string path;      ///< what follows the base; separators are the system's own
+  bool confined = true;  ///< `path` may not leave `base`
+
+  std::string text() const { return base + path; }
+
+  /// A file below the document root by the path of a URL.
+  static LocalTarget inside(const std::string& documentRoot, std::string_view urlPath);
+
+  /// A complete local path. One that lies in the document root is treated as a file of it.
+  static LocalTarget anywhere(const std::string& documentRoot, std::string_view localPath);
+};
+
+/// A file that is there.
+struct FoundFile {
+  std::string path;  ///< as the file system spells it
+  FileInfo info;
+};
+
+namespace targets {
+
+/// Whether a path, taken literally below a folder, names something in that folder on every system:
+/// it begins with a separator and holds no part that leads upwards, no drive letter or stream
+/// (colon), no device name, no control character.
+bool staysInside(std::string_view path);
+
+/// The target's file or folder, letter case aside inside the document root; nothing when it is not
+/// there or may not be reached.
+std::optional<FoundFile> locate(const Files& files, const LocalTarget& target);
+
+}  // namespace targets
