@@ -1,5 +1,7 @@
 #pragma once
 
+#include <span>
+
 #include "vbscript/value.h"
 
 /// The operators on all subtypes: result types, widening on overflow, Null propagation. Operands
@@ -14,6 +16,8 @@ Value integerDivide(const Value& left, const Value& right);
 Value modulo(const Value& left, const Value& right);
 Value power(const Value& left, const Value& right);
 Value concatenate(const Value& left, const Value& right);
+/// The same for a chain of two or more operands: `a & b & c` in one new body.
+Value concatenateAll(std::span<const Value> operands);
 Value negate(const Value& value);
 Value identity(const Value& value);  ///< unary plus
 Value logicalNot(const Value& value);
@@ -30,6 +34,9 @@ Ordering compare(const Value& left, const Value& right);
 /// converted to the literal's subtype. Without a literal a number is less than any string.
 Ordering compareWithLiteral(const Value& left, const Value& right, bool leftIsLiteral,
                             bool rightIsLiteral);
+
+/// The truth of a condition: Null is false, a text that spells neither number nor Boolean error 13.
+bool isTrue(const Value& condition);
 
 /// `Is`: the same object. Error 424 when either side is none.
 bool isSame(const Value& left, const Value& right);
