@@ -34,6 +34,11 @@ struct ServerState {
   bool RunAsService = false;
   bool LocalhostOnly = false;
   bool LocalAddrControl = false;
+  bool ControlAnyAddress = false;  ///< answer control commands from other machines too
 
   std::string AppVersion;  ///< "major.minor.revision"
 };
+
+inline std::string VersionText(const ServerState& state) {
+  return state.AppVersion + " (Beta)";
+}
