@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "components/language_texts.h"
+#include "components/shared_values.h"
+#include "platform/clock.h"
+#include "platform/random.h"
+#include "support/file_aliases.h"
+#include "vbscript/object.h"
+
+/// The files that pages offer for download: `QvS.Files`.
+class OfferedFiles final : public vbs::NativeObject<OfferedFiles> {
+ public:
+  /// All outlive the object.
+  OfferedFiles(FileAliases& aliases, const Clock& clock, Random& random)
+      : aliases_(aliases), clock_(clock), random_(random) {}
+
+  std::string_view typeName() const override { return "Files"; }
+  static std::span<const vbs::Member<OfferedFiles>> members();
+
+ private:
+  vbs::Value callAdd(vbs::Args args);  ///< path[, minutes]: the key for "filebin$" targets
+  vbs::Value callRemove(vbs::Args args);
+
+  FileAliases& aliases_;
+  const Clock& clock_;
+  Random& random_;
+};
+
+/// What pages know as "QvS": the part of the server that is the same for every page. Lives as
+/// long as the server runs.
+class ApplicationComponent final : public vbs::NativeObject<ApplicationComponent> {
+ public:
+  /// All outlive the component. `version` is what Version shows.
+  ApplicationComponent(std::string version, FileAliases& aliases, const Clock& clock,
+                       Random& random);
+
+  /// Null, as at first: no texts. `texts` outlives the component or is replaced before.
+  void setLanguage(const LanguageTexts* texts) { texts_ = texts; }
+
+  std::string_view typeName() const override { return "QvS"; }
+  static std::span<const vbs::Member<ApplicationComponent>> members();
+  static constexpr std::size_t kGlobalMembers = 4;  ///< the first rows of members()
+
+ private:
+  vbs::Value getApplication(vbs::Args args);
+  void putApplication(vbs::Args args, vbs::CallKind);
+  vbs::Value getVersion(vbs::Args);
+  vbs::Value getFiles(vbs::Args);
+  vbs::Value callText(vbs::Args args);
+
+  std::string version_;
+  vbs::Ref<OfferedFiles> files_;
+  vbs::Ref<SharedValues> shared_ = vbs::make<SharedValues>();
+  const LanguageTexts* texts_ = nullptr;
+};

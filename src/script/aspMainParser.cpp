@@ -1,0 +1,254 @@
+#include "script/aspMainParser.h"
+
+#include <filesystem>
+#include <utility>
+
+#include "components/application.h"
+#include "http/clsHTTPParser.h"
+#include "http/http_date.h"
+#include "http/serverMod.h"
+#include "platform/files.h"
+#include "platform/process.h"
+#include "script/aspRequestObj.h"
+#include "script/aspResponseObj.h"
+#include "script/end_of_page.h"
+#include "script/error_page.h"
+#include "script/global_members.h"
+#include "script/include_expansion.h"
+#include "script/page_translator.h"
+#include "support/paths.h"
+#include "support/server_state.h"
+#include "support/text.h"
+
+namespace {
+
+/// What the members usable without an object's name are published under: no script can spell it.
+constexpr std::string_view kNoName = "";
+
+/// Pages that run inside each other by Server.Execute.
+constexpr int kMostNestedPages = 8;
+
+/// `path` without "." and ".." components, for comparing folders.
+std::string normalPath(const std::string& path) {
+  return std::filesystem::path(path).lexically_normal().string();
+}
+
+/// What stands below `folder` of `path`, both normal; nothing when it is elsewhere.
+std::optional<std::string> below(const std::string& folder, const std::string& path) {
+  const std::string prefix = paths::withSeparator(normalPath(folder));
+  if (!path.starts_with(prefix)) return std::nullopt;
+  return path.substr(prefix.size());
+}
+
+}  // namespace
+
+/// The objects of one run and their publication.
+struct aspMainParser::Published {
+  Published(aspMainParser& page)
+      : response(
+            vbs::make<aspResponseObj>(page.services_.encoder, *page.cookies_,
+                                      [&page](std::string data, std::string header, bool first) {
+                                        page.flushBuffer(std::move(data), header, first);
+                                      })),
+        request(vbs::make<aspRequestObj>(page.services_.state)),
+        server(vbs::make<aspServerObj>(page.services_, static_cast<aspServerObj::Page&>(page))),
+        session(page.session_),
+        application(page.services_.application) {
+    request->attach(*page.request_, *page.cookies_);
+    server->setRequest(*page.request_);
+    server->setPageFolder(page.pageFolder_);
+  }
+  ~Published() {
+    response->detach();
+    request->detach();
+    server->detach();
+  }
+  Published(const Published&) = delete;
+  Published& operator=(const Published&) = delete;
+
+  void addTo(vbs::Engine& engine) {
+    engine.addObject("Response", *response, false);
+    engine.addObject("Request", *request, false);
+    engine.addObject("Server", *server, false);
+    engine.addObject("Session", *session, false);
+    engine.addObject("QvS", application, false);
+    engine.addObject(kNoName, *responseMembers, true);
+    engine.addObject(kNoName, *requestMembers, true);
+    engine.addObject(kNoName, *serverMembers, true);
+    engine.addObject(kNoName, *sessionMembers, true);
+    engine.addObject(kNoName, *applicationMembers, true);
+  }
+
+  vbs::Ref<aspResponseObj> response;
+  vbs::Ref<aspRequestObj> request;
+  vbs::Ref<aspServerObj> server;
+  vbs::Ref<aspSessionObj> session;
+  vbs::Object& application;
+  vbs::Ref<GlobalMembers> responseMembers =
+      vbs::make<GlobalMembers>(*response, aspResponseObj::kGlobalMembers);
+  vbs::Ref<GlobalMembers> requestMembers =
+      vbs::make<GlobalMembers>(*request, aspRequestObj::kGlobalMembers);
+  vbs::Ref<GlobalMembers> serverMembers =
+      vbs::make<GlobalMembers>(*server, aspServerObj::kGlobalMembers);
+  vbs::Ref<GlobalMembers> sessionMembers =
+      vbs::make<GlobalMembers>(*session, aspSessionObj::kGlobalMembers);
+  vbs::Ref<GlobalMembers> applicationMembers =
+      vbs::make<GlobalMembers>(application, ApplicationComponent::kGlobalMembers);
+};
+
+aspMainParser::aspMainParser(const PageServices& services, PageEvents& events, vbs::Limits limits)
+    : services_(services),
+      events_(events),
+      limits_(limits),
+      host_(services.clock, services.creatable) {}
+
+aspMainParser::~aspMainParser() = default;
+
+void aspMainParser::setURL(std::string path) {
+  url_ = std::move(path);
+  const std::string native = paths::native(url_);
+  pageFolder_ = paths::folderOf(native);
+  if (pageFolder_.empty()) {
+    pageFolder_ = paths::withSeparator(services_.process.currentFolder());
+  }
+}
+
+void aspMainParser::setRequest(const clsHTTPParser& request, CookieJar& cookies) {
+  request_ = &request;
+  cookies_ = &cookies;
+}
+
+void aspMainParser::Reset() {
+  url_.clear();
+  pageFolder_.clear();
+  fileData_.clear();
+  output_.clear();
+  responseHeader_.clear();
+  flushedResponse_ = false;
+  socketIndex_ = -1;
+  request_ = nullptr;
+  cookies_ = nullptr;
+  session_ = {};
+}
+
+std::string aspMainParser::strReadFile(const std::string& path) const {
+  return services_.files.readAll(path).value_or(std::string());
+}
+
+bool aspMainParser::strWriteFile(const std::string& path, std::string_view data) const {
+  services_.files.remove(path);
+  if (!services_.files.writeAll(path, data)) return false;
+  const auto written = services_.files.stat(path);
+  return written && written->size == data.size();
+}
+
+bool aspMainParser::fileExists(const std::string& path) const {
+  return services_.files.stat(path).has_value();
+}
+
+bool aspMainParser::Run() {
+  if (!session_) session_ = vbs::make<aspSessionObj>(services_.clock);
+  const std::string program =
+      translate(fileData_.empty() ? strReadFile(url_) : std::move(fileData_), pageFolder_);
+
+  Published published(*this);
+  published_ = &published;
+  const auto error = runProgram(program);
+  published_ = nullptr;
+
+  if (error && error->number != kEndOfPage) {
+    fail(*error);
+    return false;
+  }
+  responseHeader_ = published.response->Header();
+  flushedResponse_ = published.response->flushed();
+  output_ = published.response->takeBuffer();
+  return true;
+}
+
+std::optional<vbs::ErrorReport> aspMainParser::runProgram(const std::string& program) {
+  try {
+    vbs::Engine engine(host_, programs_, limits_);
+    published_->addTo(engine);
+    return engine.run(program);
+  } catch (const std::exception&) {
+    vbs::ErrorReport error;
+    error.number = static_cast<std::int32_t>(vbs::ErrorCode::InternalError);
+    error.description = vbs::errorText(error.number);
+    return error;
+  }
+}
+
+void aspMainParser::fail(const vbs::ErrorReport& error) {
+  output_ =
+      errorPage(error.number, error.description,
+                request_->DocumentPath() + request_->DocumentTitle(), std::int64_t{error.line} - 1);
+}
+
+std::string aspMainParser::translate(std::string source, const std::string& folder) const {
+  return translatePage(expandIncludes(
+      std::move(source), [&](const std::string& name) { return readInclude(folder, name); }));
+}
+
+std::optional<std::string> aspMainParser::readInclude(const std::string& folder,
+                                                      const std::string& name) const {
+  const std::string path = normalPath(folder + paths::native(name));
+  for (const std::string& base : {services_.state.ScriptsFolder, folder}) {
+    const auto relative = below(base, path);
+    if (!relative) continue;
+    const auto found = services_.files.find(base, *relative);
+    return found ? std::optional(strReadFile(*found)) : std::nullopt;
+  }
+  return std::nullopt;
+}
+
+void aspMainParser::flushBuffer(std::string data, const std::string& header, bool first) {
+  if (socketIndex_ < 0) return;
+  if (first) data.insert(0, responseHead(header));
+  flushedResponse_ = true;  // stays so when the page fails later
+  events_.Dispatch(socketIndex_, std::move(data), false);
+}
+
+std::string aspMainParser::responseHead(const std::string& header) const {
+  std::string head = "HTTP/1.1 200 OK\r\n";
+  head.append("Server: ").append(serverName(services_.state)).append("\r\n");
+  head.append("Date: ").append(services_.dates.now()).append("\r\n");
+  head.append("Cache-Control: private\r\nConnection: Close\r\n");
+  if (const std::int32_t number = request_->SessionID(); number > 0) {
+    head.append("Set-Cookie: QVS_SESSIONID=").append(std::to_string(number));
+    head.append("; path=/\r\n");
+  }
+  if (findNoCase(header, "content-type: ") == std::string::npos) {
+    head.append("Content-Type: text/html\r\n");
+  }
+  if (!header.empty()) head.append(header).append("\r\n");
+  return head.append("\r\n");
+}
+
+void aspMainParser::debugOutput(const std::string& dbgData) {
+  events_.DebugOutput(dbgData);
+}
+
+void aspMainParser::finish() {
+  published_->response->finish();
+}
+
+std::optional<std::string> aspMainParser::pageFile(std::string_view target) const {
+  const std::string& root = services_.state.ScriptsFolder;
+  const bool fromRoot = !target.empty() && paths::isSeparator(target.front());
+  const std::string path =
+      normalPath(paths::native(paths::join(fromRoot ? root : pageFolder_, target)));
+  if (!equalsNoCase(paths::extensionOf(path), ".qvs")) return std::nullopt;
+  const auto relative = below(root, path);
+  return relative ? services_.files.find(root, *relative) : std::nullopt;
+}
+
+void aspMainParser::execute(const std::string& target) {
+  const auto file = pageFile(target);
+  if (!file) vbs::throwError(vbs::ErrorCode::FileNotFound, target);
+  if (executeDepth_ >= kMostNestedPages) vbs::throwError(vbs::ErrorCode::OutOfStackSpace);
+  ++executeDepth_;
+  const auto error = runProgram(translate(strReadFile(*file), std::string(paths::folderOf(*file))));
+  --executeDepth_;
+  if (error) throw vbs::ScriptError{error->number, error->description, error->source, {}, 0};
+}

@@ -1,0 +1,104 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "script/aspServerObj.h"
+#include "script/aspSessionObj.h"
+#include "script/page_host.h"
+#include "script/page_services.h"
+#include "vbscript/engine.h"
+
+class CookieJar;
+class aspResponseObj;
+class clsHTTPParser;
+
+/// What a running page tells the server's window.
+class PageEvents {
+ public:
+  virtual ~PageEvents() = default;
+  virtual void DebugOutput(const std::string& dbgData) = 0;
+  /// Bytes ready for the wire of the connection in that slot. Pages flush with `CloseOpenSocket`
+  /// false.
+  virtual void Dispatch(std::int32_t SocketIndex, std::string Data, bool CloseOpenSocket) = 0;
+};
+
+/// Translates and runs one page for one request. Used again for the next one after Reset(); one
+/// run at a time.
+class aspMainParser final : private aspServerObj::Page {
+ public:
+  /// A page's run time and memory are bounded by `limits`; what it writes counts as well.
+  aspMainParser(const PageServices& services, PageEvents& events, vbs::Limits limits = {});
+  ~aspMainParser() override;
+
+  const std::string& URL() const { return url_; }
+  void setURL(std::string path);  ///< local file of the page; its folder resolves includes
+  const std::string& pageFolder() const { return pageFolder_; }
+
+  /// The page's own text, in place of the file at URL().
+  void setFileData(std::string text) { fileData_ = std::move(text); }
+
+  /// Both must live until Reset().
+  void setRequest(const clsHTTPParser& request, CookieJar& cookies);
+
+  /// Left empty, a run makes a session of its own.
+  void setSession(vbs::Ref<aspSessionObj> session) { session_ = std::move(session); }
+  const vbs::Ref<aspSessionObj>& Session() const { return session_; }
+
+  std::int32_t SocketIndex() const { return socketIndex_; }  ///< -1: flushed output goes nowhere
+  void setSocketIndex(std::int32_t index) { socketIndex_ = index; }
+
+  /// False when the page failed; the output is then the error page. A request must be set.
+  bool Run();
+
+  const std::string& Output() const { return output_; }
+  std::string takeOutput() { return std::move(output_); }
+  const std::string& ResponseHeader() const { return responseHeader_; }
+  bool FlushedResponse() const { return flushedResponse_; }
+
+  void Reset();
+
+  /// The whole file, a character for each byte; empty when it can't be read.
+  std::string strReadFile(const std::string& path) const;
+  /// True only when the file holds exactly `data` afterwards.
+  bool strWriteFile(const std::string& path, std::string_view data) const;
+  bool fileExists(const std::string& path) const;
+
+ private:
+  struct Published;
+
+  std::optional<vbs::ErrorReport> runProgram(const std::string& program);
+  std::string translate(std::string source, const std::string& folder) const;
+  std::optional<std::string> readInclude(const std::string& folder, const std::string& name) const;
+  bool mayInclude(const std::string& folder, const std::string& path) const;
+  std::optional<std::string> pageFile(std::string_view target) const;
+  void flushBuffer(std::string data, const std::string& header, bool first);
+  std::string responseHead(const std::string& header) const;
+  void fail(const vbs::ErrorReport& error);
+
+  void debugOutput(const std::string& dbgData) override;
+  void execute(const std::string& target) override;
+  void finish() override;
+
+  const PageServices& services_;
+  PageEvents& events_;
+  vbs::Limits limits_;
+  PageHost host_;
+  vbs::ProgramCache programs_;
+
+  std::string url_;
+  std::string pageFolder_;
+  std::string fileData_;
+  const clsHTTPParser* request_ = nullptr;
+  CookieJar* cookies_ = nullptr;
+  vbs::Ref<aspSessionObj> session_;
+  std::int32_t socketIndex_ = -1;
+
+  Published* published_ = nullptr;  ///< the objects of the run in progress
+  int executeDepth_ = 0;
+  std::string output_;
+  std::string responseHeader_;
+  bool flushedResponse_ = false;
+};

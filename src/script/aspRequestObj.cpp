@@ -1,0 +1,105 @@
+#include "script/aspRequestObj.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "http/clsHTTPParser.h"
+#include "http/cookie_jar.h"
+#include "script/request_cookie.h"
+#include "script/script_values.h"
+#include "script/server_variables.h"
+#include "vbscript/convert.h"
+
+namespace {
+
+vbs::Value emptyText() {
+  return vbs::Value(std::string_view());
+}
+
+}  // namespace
+
+void aspRequestObj::attach(const clsHTTPParser& request, CookieJar& cookies) {
+  request_ = &request;
+  cookies_ = &cookies;
+}
+
+void aspRequestObj::detach() {
+  request_ = nullptr;
+  cookies_ = nullptr;
+  headers_.reset();
+}
+
+std::span<const vbs::Member<aspRequestObj>> aspRequestObj::members() {
+  using Self = aspRequestObj;
+  static constexpr std::array<vbs::Member<Self>, 7> kMembers{{
+      {"querystring", 0, 1, &Self::getQueryString},
+      {"form", 0, 1, &Self::getForm},
+      {"default", 0, 1, &Self::getDefault, nullptr, true},
+      {"cookies", 1, 1, &Self::getCookies},
+      // For pages written for other servers, by the object's name only.
+      {"servervariables", 1, 1, &Self::getServerVariables},
+      {"totalbytes", 0, 0, &Self::getTotalBytes},
+      {"binaryread", 1, 1, &Self::callBinaryRead},
+  }};
+  return kMembers;
+}
+
+vbs::Value aspRequestObj::variable(vbs::Args args, std::int32_t source,
+                                   const std::string& withoutName) const {
+  const std::string name = script_values::textArgument(args, 0);
+  if (name.empty()) return vbs::Value(std::string_view(withoutName));
+  return vbs::Value(std::string_view(request_->RequestVar(name, source)));
+}
+
+vbs::Value aspRequestObj::getQueryString(vbs::Args args) {
+  if (!request_) return emptyText();
+  return variable(args, clsHTTPParser::QueryOnly, request_->DocumentQueryString());
+}
+
+vbs::Value aspRequestObj::getForm(vbs::Args args) {
+  if (!request_) return emptyText();
+  return variable(args, clsHTTPParser::FormOnly, {});
+}
+
+vbs::Value aspRequestObj::getDefault(vbs::Args args) {
+  if (!request_) return emptyText();
+  return variable(args, clsHTTPParser::QueryThenForm, {});
+}
+
+vbs::Value aspRequestObj::getCookies(vbs::Args args) {
+  if (!request_) return emptyText();
+  clsCookieObj copy;
+  if (const clsCookieObj* held = cookies_->find(script_values::text(args[0]))) {
+    copy = *held;
+    copy.setName({});
+  }
+  return script_values::objectValue(vbs::make<RequestCookie>(std::move(copy)));
+}
+
+vbs::Value aspRequestObj::getServerVariables(vbs::Args args) {
+  if (!request_) return emptyText();
+  if (!headers_) headers_.emplace(request_->HTTPData());
+  return vbs::Value(
+      std::string_view(serverVariable(script_values::text(args[0]), *request_, *headers_, state_)));
+}
+
+std::string_view aspRequestObj::body() const {
+  constexpr std::string_view kEndOfHead = "\r\n\r\n";
+  if (!request_) return {};
+  const std::string_view text = request_->HTTPData();
+  const std::size_t end = text.find(kEndOfHead);
+  return end == std::string_view::npos ? std::string_view() : text.substr(end + kEndOfHead.size());
+}
+
+vbs::Value aspRequestObj::getTotalBytes(vbs::Args) {
+  return vbs::Value::longInt(static_cast<std::int32_t>(body().size()));
+}
+
+vbs::Value aspRequestObj::callBinaryRead(vbs::Args args) {
+  const std::int32_t wanted = std::max(vbs::toLong(args[0]), 0);
+  const std::string_view rest = body().substr(std::min(bodyRead_, body().size()));
+  const std::string_view bytes = rest.substr(0, static_cast<std::size_t>(wanted));
+  bodyRead_ += bytes.size();
+  return vbs::Value::array(vbs::ArrayRep::fromBytes(bytes));
+}

@@ -1,0 +1,262 @@
+#include "script/aspResponseObj.h"
+
+#include <array>
+#include <utility>
+
+#include "script/clsWCookie.h"
+#include "script/end_of_page.h"
+#include "script/script_values.h"
+#include "support/text.h"
+#include "vbscript/convert.h"
+
+using namespace std::string_view_literals;
+
+namespace {
+
+constexpr std::string_view kCrLf = "\r\n";
+constexpr std::string_view kDefaultType = "text/html";
+
+/// Request handling knows a redirection by these at the start of a page's output.
+constexpr std::string_view kRedirectMarker = "\0[$REDIR$]\0"sv;
+constexpr std::string_view kRedirectToMarker = "\0[$REDIRTO$]\0"sv;
+
+}  // namespace
+
+aspResponseObj::aspResponseObj(const clsWEncode& encoder, CookieJar& cookies,
+                               FlushBuffer flushBuffer)
+    : encoder_(encoder), cookies_(cookies), flushBuffer_(std::move(flushBuffer)) {}
+
+aspResponseObj::~aspResponseObj() {
+  releaseCharge();
+}
+
+void aspResponseObj::releaseCharge() {
+  vbs::memoryMeter.release(charged_);
+  charged_ = 0;
+}
+
+void aspResponseObj::append(std::string_view bytes) {
+  vbs::memoryMeter.charge(bytes.size());
+  charged_ += bytes.size();
+  buffer_.append(bytes);
+}
+
+void aspResponseObj::setContentType(std::string type) {
+  if (acceptsHeaders()) contentType_ = std::move(type);
+}
+
+std::string aspResponseObj::Header() const {
+  std::string header = headerLines_;
+  if (contentType_.empty() && charset_.empty()) return header;
+  if (!header.empty()) header += kCrLf;
+  header.append("Content-Type: ");
+  header.append(contentType_.empty() ? kDefaultType : std::string_view(contentType_));
+  if (!charset_.empty()) header.append("; charset=").append(charset_);
+  return header;
+}
+
+void aspResponseObj::XWrite(const vbs::Value& data) {
+  if (ended_) return;
+  const vbs::Value& plain = data.deref();
+  if (plain.isString()) {
+    const vbs::StringRep* rep = plain.stringRep();
+    if (!rep) return;
+    if (rep->encoding == vbs::Encoding::Ansi) return append({rep->data(), rep->bytes});
+  }
+  std::string text;
+  script_values::appendText(text, plain);
+  append(text);
+}
+
+void aspResponseObj::Flush() {
+  if (ended_) return;
+  std::string header = Header();
+  if (flushBuffer_) flushBuffer_(takeBuffer(), std::move(header), !flushed_);
+  flushed_ = true;
+  Clear();
+}
+
+void aspResponseObj::Clear() {
+  if (ended_) return;
+  takeBuffer();
+  headerLines_.clear();
+  contentType_.clear();
+  charset_.clear();
+}
+
+void aspResponseObj::AddHeader(std::string hVar, std::string_view hValue) {
+  if (!acceptsHeaders()) return;
+  const std::string_view value = trimBlanks(hValue);
+  std::erase(hVar, ':');
+  const std::string_view name = trimBlanks(hVar);
+  if (equalsNoCase(name, "content-type")) {
+    setContentType(std::string(value));
+  } else if (!value.empty()) {
+    if (!headerLines_.empty()) headerLines_ += kCrLf;
+    headerLines_.append(name).append(": ").append(value);
+  }
+}
+
+void aspResponseObj::mark(std::string_view marker, std::string_view trg) {
+  if (flushed_) return;
+  takeBuffer();
+  append(marker);
+  append(trg);
+  ended_ = true;
+}
+
+void aspResponseObj::Redirect(std::string_view trg) {
+  mark(kRedirectMarker, trg);
+}
+void aspResponseObj::RedirectTo(std::string_view trg) {
+  mark(kRedirectToMarker, trg);
+}
+
+std::string aspResponseObj::takeBuffer() {
+  releaseCharge();
+  return std::exchange(buffer_, {});
+}
+
+void aspResponseObj::detach() {
+  flushBuffer_ = nullptr;
+  ended_ = true;
+}
+
+std::span<const vbs::Member<aspResponseObj>> aspResponseObj::members() {
+  using Self = aspResponseObj;
+  static constexpr std::array<vbs::Member<Self>, 16> kMembers{{
+      {"contenttype", 0, 0, &Self::getContentType, &Self::putContentType},
+      {"header", 0, 0, &Self::getHeader},
+      {"cookies", 1, 1, &Self::getCookies, &Self::putCookies},
+      {"xwrite", 1, 1, &Self::callXWrite},
+      {"flush", 0, 0, &Self::callFlush},
+      {"clear", 0, 0, &Self::callClear},
+      {"addheader", 2, 2, &Self::callAddHeader},
+      {"redirect", 1, 1, &Self::callRedirect},
+      {"redirectto", 1, 1, &Self::callRedirectTo},
+      // What follows is for pages written for other servers. Names as general as these must not
+      // take the place of a page's own undeclared variables, so they need the object's name.
+      {"write", 1, 1, &Self::callXWrite},
+      {"end", 0, 0, &Self::callEnd},
+      {"binarywrite", 1, 1, &Self::callBinaryWrite},
+      {"status", 0, 0, &Self::getStatus, &Self::putStatus},
+      {"charset", 0, 0, &Self::getCharset, &Self::putCharset},
+      {"buffer", 0, 0, &Self::getBuffer, &Self::putBuffer},
+      {"isclientconnected", 0, 0, &Self::getIsClientConnected},
+  }};
+  return kMembers;
+}
+
+vbs::Value aspResponseObj::getContentType(vbs::Args) {
+  return vbs::Value(std::string_view(contentType_));
+}
+
+void aspResponseObj::putContentType(vbs::Args args, vbs::CallKind) {
+  setContentType(script_values::text(args.back()));
+}
+
+vbs::Value aspResponseObj::getHeader(vbs::Args) {
+  return vbs::Value(std::string_view(Header()));
+}
+
+vbs::Value aspResponseObj::getCookies(vbs::Args args) {
+  return script_values::objectValue(
+      vbs::make<clsWCookie>(encoder_, cookies_, script_values::text(args[0])));
+}
+
+void aspResponseObj::putCookies(vbs::Args args, vbs::CallKind) {
+  const auto handle = vbs::make<clsWCookie>(encoder_, cookies_, script_values::text(args[0]));
+  handle->setValue(script_values::text(args[1]));
+}
+
+vbs::Value aspResponseObj::callXWrite(vbs::Args args) {
+  XWrite(args[0]);
+  return {};
+}
+
+vbs::Value aspResponseObj::callFlush(vbs::Args) {
+  Flush();
+  return {};
+}
+
+vbs::Value aspResponseObj::callClear(vbs::Args) {
+  Clear();
+  return {};
+}
+
+vbs::Value aspResponseObj::callAddHeader(vbs::Args args) {
+  AddHeader(script_values::text(args[0]), script_values::text(args[1]));
+  return {};
+}
+
+vbs::Value aspResponseObj::callRedirect(vbs::Args args) {
+  Redirect(script_values::text(args[0]));
+  return {};
+}
+
+vbs::Value aspResponseObj::callRedirectTo(vbs::Args args) {
+  RedirectTo(script_values::text(args[0]));
+  return {};
+}
+
+vbs::Value aspResponseObj::callEnd(vbs::Args) {
+  endPage();
+}
+
+void aspResponseObj::appendBytes(const vbs::ArrayRep& array) {
+  if (array.elementType == vbs::Type::Byte) return append(array.bytes.raw());
+  std::string bytes;
+  for (std::size_t i = 0; i < array.count; ++i) {
+    bytes += static_cast<char>(vbs::toByte(array.element(i)));
+  }
+  append(bytes);
+}
+
+vbs::Value aspResponseObj::callBinaryWrite(vbs::Args args) {
+  if (ended_) return {};
+  const vbs::Value& data = args[0].deref();
+  if (data.isArray()) {
+    appendBytes(*data.asArray());
+    return {};
+  }
+  const vbs::String text = vbs::toString(data);
+  if (!text.isAnsi()) {
+    append(text.raw());
+    return {};
+  }
+  std::string bytes;
+  for (const char16_t unit : text.wide()) {
+    bytes += static_cast<char>(unit & 0xFF);
+    bytes += static_cast<char>(unit >> 8);
+  }
+  append(bytes);
+  return {};
+}
+
+vbs::Value aspResponseObj::getStatus(vbs::Args) {
+  return vbs::Value(std::string_view(status_));
+}
+
+void aspResponseObj::putStatus(vbs::Args args, vbs::CallKind) {
+  status_ = script_values::text(args.back());
+}
+
+vbs::Value aspResponseObj::getCharset(vbs::Args) {
+  return vbs::Value(std::string_view(charset_));
+}
+
+void aspResponseObj::putCharset(vbs::Args args, vbs::CallKind) {
+  if (acceptsHeaders()) charset_ = script_values::text(args.back());
+}
+
+vbs::Value aspResponseObj::getBuffer(vbs::Args) {
+  return vbs::Value::boolean(bufferWanted_);
+}
+
+void aspResponseObj::putBuffer(vbs::Args args, vbs::CallKind) {
+  bufferWanted_ = vbs::toBoolean(args.back());
+}
+
+vbs::Value aspResponseObj::getIsClientConnected(vbs::Args) {
+  return vbs::Value::boolean(true);
+}

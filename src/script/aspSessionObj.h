@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/clock.h"
+#include "support/keyed_collection.h"
+#include "vbscript/object.h"
+
+/// What pages know as "Session": the texts kept for one browser between its requests. The session
+/// store holds it; a running page holds it as well, so it may outlive its place in the store.
+class aspSessionObj final : public vbs::NativeObject<aspSessionObj> {
+ public:
+  using Values = KeyedCollection<vbs::String>;
+
+  /// `clock` outlives the session.
+  explicit aspSessionObj(const Clock& clock);
+
+  std::int16_t Timeout() const { return timeout_; }  ///< minutes, unchecked
+  void setTimeout(std::int16_t minutes) { timeout_ = minutes; }
+
+  std::int32_t SessionID() const { return sessionID_; }
+  void setSessionID(std::int32_t number) { sessionID_ = number; }
+
+  /// Empty when nothing is stored under the key.
+  vbs::String Contents(std::string_view key) const;
+  void setContents(std::string key, vbs::String value);  ///< lost once abandoned
+
+  void Abandon();
+  void Refresh() { lastAccess_ = clock_.now(); }
+  bool OutOfDate() const;
+
+  /// For walking and pruning the contents as a whole.
+  Values& values() { return values_; }
+
+  std::string_view typeName() const override { return "Session"; }
+  static std::span<const vbs::Member<aspSessionObj>> members();
+  static constexpr std::size_t kGlobalMembers = 6;  ///< the first rows of members()
+
+ private:
+  vbs::Value getTimeout(vbs::Args);
+  void putTimeout(vbs::Args args, vbs::CallKind);
+  vbs::Value getSessionID(vbs::Args);
+  void putSessionID(vbs::Args args, vbs::CallKind);
+  vbs::Value getContents(vbs::Args args);
+  void putContents(vbs::Args args, vbs::CallKind kind);
+  vbs::Value callAbandon(vbs::Args);
+  vbs::Value callRefresh(vbs::Args);
+  vbs::Value callOutOfDate(vbs::Args);
+
+  const Clock& clock_;
+  Values values_;
+  TimePoint lastAccess_;
+  std::int32_t sessionID_ = 0;
+  std::int16_t timeout_ = 20;
+  bool abandoned_ = false;
+};

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "support/date_time.h"
+#include "vbscript/object.h"
+
+class CookieJar;
+class clsWEncode;
+
+/// What `Response.Cookies(name)` gives: a write-only handle that records a cookie for the response
+/// in the jar. With an empty name nothing is recorded.
+class clsWCookie final : public vbs::NativeObject<clsWCookie> {
+ public:
+  /// Both live as long as the server.
+  clsWCookie(const clsWEncode& encoder, CookieJar& jar, std::string name)
+      : encoder_(encoder), jar_(jar), name_(std::move(name)) {}
+
+  void setValue(std::string_view value);  ///< stored URL-encoded
+  void setExpires(const CalendarTime& when);
+
+  std::string_view typeName() const override { return "clsWCookie"; }
+  static std::span<const vbs::Member<clsWCookie>> members();
+
+ private:
+  void putValue(vbs::Args args, vbs::CallKind);
+  void putExpires(vbs::Args args, vbs::CallKind);
+
+  const clsWEncode& encoder_;
+  CookieJar& jar_;
+  std::string name_;
+};

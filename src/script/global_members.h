@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstddef>
+
+#include "vbscript/object.h"
+
+/// The part of a published object's members that pages may use without the object's name: the
+/// first `count` rows of its member table. Published beside the object, under a name that no
+/// script can spell.
+class GlobalMembers final : public vbs::Object {
+ public:
+  /// `target` outlives this object.
+  GlobalMembers(vbs::Object& target, std::size_t count)
+      : target_(target), highest_(static_cast<vbs::MemberId>(count)) {}
+
+  std::string_view typeName() const override { return target_.typeName(); }
+  vbs::MemberId findMember(std::string_view lowerName) override {
+    const vbs::MemberId id = target_.findMember(lowerName);
+    return id <= highest_ ? id : vbs::kNoMember;
+  }
+  vbs::Value invoke(vbs::MemberId id, vbs::CallKind kind, vbs::Args args) override {
+    return target_.invoke(id, kind, args);
+  }
+
+ private:
+  vbs::Object& target_;
+  vbs::MemberId highest_;
+};

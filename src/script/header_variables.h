@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "support/keyed_collection.h"
+
+/// The header lines of a request by name, in their order; of lines with the same name the first
+/// counts. A line whose value starts with the session cookie's name is left out, so that pages
+/// never see the session's number.
+class HeaderVariables {
+ public:
+  struct Line {
+    std::string name;  ///< as the client wrote it
+    std::string value;
+  };
+
+  /// `request` is the whole text of a request.
+  explicit HeaderVariables(std::string_view request);
+
+  std::size_t count() const { return lines_.size(); }
+  const Line* at(std::size_t position) const;  ///< counting from 1; null outside
+  const Line* named(std::string_view name) const { return lines_.find(name); }
+
+  KeyedCollection<Line>::ConstIterator begin() const { return lines_.begin(); }
+  KeyedCollection<Line>::ConstIterator end() const { return lines_.end(); }
+
+ private:
+  KeyedCollection<Line> lines_;
+};

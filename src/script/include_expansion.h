@@ -1,0 +1,26 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// Replaces the include directives of a page by the files they name:
+///
+///     <!-- #include file="parts/head.inc" -->
+///
+/// Expansion stops at the first HTML comment that is no such directive, so that a plain comment
+/// switches off every directive behind it; pages use this. Included files may include others,
+/// named from the folder of the outer page.
+
+/// The text of the include file with this name (always in lower-case ASCII letters), empty when
+/// it can't be read, nothing when there is no such file.
+using IncludeReader = std::function<std::optional<std::string>(const std::string& name)>;
+
+/// The text with every line end, also a lone CR or LF, written as CR LF.
+std::string withCrLf(std::string text);
+
+/// `source` with its line ends and those of included files written as CR LF. A missing file, or
+/// files that include themselves without end, give a one-line message in place of the page.
+/// Takes time in proportion to the text it reads, whatever that text is.
+std::string expandIncludes(std::string source, const IncludeReader& read);

@@ -1,0 +1,29 @@
+#include "script/page_host.h"
+
+#include "script/creatable_objects.h"
+#include "script/script_values.h"
+
+double PageHost::now() {
+  return script_values::days(clock_.local(clock_.now()));
+}
+
+double PageHost::secondsSinceMidnight() {
+  const TimePoint now = clock_.now();
+  const CalendarTime local = clock_.local(now);
+  const auto fraction = now - std::chrono::floor<std::chrono::seconds>(now);
+  return local.hour * 3600 + local.minute * 60 + local.second +
+         std::chrono::duration<double>(fraction).count();
+}
+
+std::chrono::steady_clock::time_point PageHost::steadyNow() {
+  return std::chrono::steady_clock::now();
+}
+
+vbs::Value PageHost::createObject(std::string_view progId) {
+  if (auto made = creatable_.create(progId)) return *made;
+  vbs::throwError(vbs::ErrorCode::CannotCreateObject);
+}
+
+vbs::Value PageHost::getObject(std::string_view, std::string_view) {
+  vbs::throwError(vbs::ErrorCode::CannotCreateObject);
+}

@@ -1,0 +1,26 @@
+#pragma once
+
+class AuthKeys;
+class Clock;
+class CreatableObjects;
+class Files;
+class HttpDates;
+class Process;
+class clsWEncode;
+struct ServerState;
+namespace vbs {
+class Object;
+}
+
+/// What every page works with. The owner keeps all of it alive as long as pages run.
+struct PageServices {
+  const ServerState& state;
+  const Files& files;
+  const Clock& clock;
+  Process& process;  ///< its current folder follows Server.MapPath
+  HttpDates& dates;
+  const clsWEncode& encoder;
+  AuthKeys& authKeys;
+  const CreatableObjects& creatable;
+  vbs::Object& application;  ///< published as "QvS"
+};

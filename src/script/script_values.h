@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "support/date_time.h"
+#include "vbscript/object.h"
+
+/// Between script values and the bytes of Windows-1252 that pages and requests are made of.
+/// Everything here throws vbs::ScriptError for a value that has no such form.
+namespace script_values {
+
+/// The text of any value; a character without a byte becomes "?".
+std::string text(const vbs::Value& value);
+
+/// Adds the text of `value` to `out`. Null adds nothing.
+void appendText(std::string& out, const vbs::Value& value);
+
+/// The text of the argument at `index`; empty when it is left out.
+std::string textArgument(vbs::Args args, std::size_t index);
+bool hasArgument(vbs::Args args, std::size_t index);
+
+/// Null becomes Nothing. Takes over the reference.
+template <class T>
+vbs::Value objectValue(vbs::Ref<T> object) {
+  return vbs::Value::object(object.get());
+}
+
+/// Dates count days from 30 December 1899, the fraction is the time of day. Whole seconds.
+CalendarTime calendarTime(double days);
+double days(const CalendarTime& time);
+
+}  // namespace script_values

@@ -1,0 +1,97 @@
+#include "script/server_variables.h"
+
+#include <algorithm>
+
+#include "http/clsHTTPParser.h"
+#include "http/serverMod.h"
+#include "script/header_variables.h"
+#include "support/paths.h"
+#include "support/server_state.h"
+#include "support/text.h"
+
+namespace {
+
+struct Source {
+  const clsHTTPParser& request;
+  const HeaderVariables& headers;
+  const ServerState& state;
+};
+
+/// The word at `index` of the request line.
+std::string requestWord(const Source& source, std::size_t index) {
+  const std::string& text = source.request.HTTPData();
+  const auto words = split(std::string_view(text).substr(0, text.find("\r\n")), ' ');
+  return index < words.size() ? std::string(words[index]) : std::string();
+}
+
+std::string header(const Source& source, std::string_view name) {
+  const auto* line = source.headers.named(name);
+  return line ? line->value : std::string();
+}
+
+std::string scriptName(const Source& source) {
+  return source.request.DocumentPath() + source.request.DocumentTitle();
+}
+
+std::string serverHost(const Source& source) {
+  const std::string& host = source.request.HostAddr();
+  return host.substr(0, host.find(':'));
+}
+
+std::string allHeaders(const Source& source, bool raw) {
+  std::string all;
+  for (const auto& entry : source.headers) {
+    std::string name = entry.value.name;
+    if (!raw) {
+      name = "HTTP_" + upperCase(name);
+      std::replace(name.begin(), name.end(), '-', '_');
+    }
+    all.append(name).append(raw ? ": " : ":").append(entry.value.value).append("\r\n");
+  }
+  return all;
+}
+
+struct Variable {
+  std::string_view name;
+  std::string (*value)(const Source&);
+};
+
+constexpr Variable kVariables[] = {
+    {"ALL_HTTP", [](const Source& s) { return allHeaders(s, false); }},
+    {"ALL_RAW", [](const Source& s) { return allHeaders(s, true); }},
+    {"APPL_PHYSICAL_PATH",
+     [](const Source& s) { return paths::withSeparator(s.state.ScriptsFolder); }},
+    {"CONTENT_LENGTH", [](const Source& s) { return header(s, "content-length"); }},
+    {"CONTENT_TYPE", [](const Source& s) { return header(s, "content-type"); }},
+    {"GATEWAY_INTERFACE", [](const Source&) { return std::string("CGI/1.1"); }},
+    {"HTTPS", [](const Source&) { return std::string("off"); }},
+    {"PATH_INFO", scriptName},
+    {"PATH_TRANSLATED",
+     [](const Source& s) { return paths::native(s.state.ScriptsFolder + scriptName(s)); }},
+    {"QUERY_STRING", [](const Source& s) { return s.request.DocumentQueryString(); }},
+    {"REMOTE_ADDR", [](const Source& s) { return s.request.RemoteIP(); }},
+    {"REMOTE_HOST", [](const Source& s) { return s.request.RemoteIP(); }},
+    {"REQUEST_METHOD", [](const Source& s) { return requestWord(s, 0); }},
+    {"SCRIPT_NAME", scriptName},
+    {"SERVER_NAME", serverHost},
+    {"SERVER_PORT", [](const Source& s) { return std::to_string(s.state.ServerPort); }},
+    {"SERVER_PORT_SECURE", [](const Source&) { return std::string("0"); }},
+    {"SERVER_PROTOCOL", [](const Source& s) { return requestWord(s, 2); }},
+    {"SERVER_SOFTWARE", [](const Source& s) { return serverName(s.state); }},
+    {"URL", scriptName},
+};
+
+}  // namespace
+
+std::string serverVariable(std::string_view name, const clsHTTPParser& request,
+                           const HeaderVariables& headers, const ServerState& state) {
+  constexpr std::string_view kHeaderPrefix = "http_";
+  const Source source{request, headers, state};
+  for (const Variable& variable : kVariables) {
+    if (equalsNoCase(variable.name, name)) return variable.value(source);
+  }
+  if (!startsWithNoCase(name, kHeaderPrefix)) return {};
+  std::string lineName(name.substr(kHeaderPrefix.size()));
+  std::replace(lineName.begin(), lineName.end(), '_', '-');
+  return header(source, lineName);
+}

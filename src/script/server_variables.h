@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+class HeaderVariables;
+class clsHTTPParser;
+struct ServerState;
+
+/// The value of one of the customary server variables ("REMOTE_ADDR", "HTTP_USER_AGENT", ...),
+/// letter case aside; empty for an unknown one.
+std::string serverVariable(std::string_view name, const clsHTTPParser& request,
+                           const HeaderVariables& headers, const ServerState& state);

@@ -1,0 +1,70 @@
+#include "script/session_contents.h"
+
+#include <array>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "script/aspSessionObj.h"
+#include "script/script_values.h"
+#include "vbscript/convert.h"
+
+namespace {
+
+/// Walks the keys as they were when the loop began.
+class KeyWalk final : public vbs::Enumerator {
+ public:
+  explicit KeyWalk(std::vector<vbs::Value> keys) : keys_(std::move(keys)) {}
+
+  bool next(vbs::Value& item) override {
+    if (at_ == keys_.size()) return false;
+    item = keys_[at_++];
+    return true;
+  }
+
+ private:
+  std::vector<vbs::Value> keys_;
+  std::size_t at_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<vbs::Enumerator> SessionContents::enumerate() {
+  std::vector<vbs::Value> keys;
+  for (const auto& entry : session_->values()) keys.emplace_back(std::string_view(entry.key));
+  return std::make_unique<KeyWalk>(std::move(keys));
+}
+
+std::span<const vbs::Member<SessionContents>> SessionContents::members() {
+  using Self = SessionContents;
+  static constexpr std::array<vbs::Member<Self>, 4> kMembers{{
+      {"item", 1, 1, &Self::getItem, &Self::putItem, true},
+      {"count", 0, 0, &Self::getCount},
+      {"remove", 1, 1, &Self::callRemove},
+      {"removeall", 0, 0, &Self::callRemoveAll},
+  }};
+  return kMembers;
+}
+
+vbs::Value SessionContents::getItem(vbs::Args args) {
+  return vbs::Value(session_->Contents(script_values::text(args[0])));
+}
+
+void SessionContents::putItem(vbs::Args args, vbs::CallKind kind) {
+  if (kind == vbs::CallKind::Set) vbs::throwError(vbs::ErrorCode::NoPropertyOrMethod);
+  session_->setContents(script_values::text(args[0]), vbs::toString(args[1]));
+}
+
+vbs::Value SessionContents::getCount(vbs::Args) {
+  return vbs::Value::longInt(static_cast<std::int32_t>(session_->values().size()));
+}
+
+vbs::Value SessionContents::callRemove(vbs::Args args) {
+  session_->values().remove(script_values::text(args[0]));
+  return {};
+}
+
+vbs::Value SessionContents::callRemoveAll(vbs::Args) {
+  session_->values().clear();
+  return {};
+}

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+
+#include "platform/clock.h"
+#include "platform/random.h"
+#include "script/aspSessionObj.h"
+#include "support/keyed_collection.h"
+#include "support/status_lines.h"
+
+/// The live sessions, keyed "sid" and their number. Numbers run from 0 to 10,000, drawn at random,
+/// and can be guessed: a session holds nothing that a stranger may not see.
+class SessionStore {
+ public:
+  static constexpr std::int32_t kHighestNumber = 10'000;
+
+  /// All outlive the store.
+  SessionStore(const Clock& clock, Random& random, StatusLines& log);
+
+  /// The session with this number, its last access renewed; a new one when there is none, when it
+  /// is out of date, or when the number is 0 or less (no number came with the request). With every
+  /// number taken the oldest session makes room.
+  vbs::Ref<aspSessionObj> getOrCreate(std::int32_t number);
+
+  void remove(std::int32_t number);
+
+  /// Drops every session that is out of date.
+  void expire();
+
+  std::size_t size() const { return sessions_.size(); }
+
+  /// Calls `visit` with each session, oldest first.
+  void forEach(const std::function<void(const aspSessionObj&)>& visit) const;
+
+ private:
+  vbs::Ref<aspSessionObj> create();
+  std::int32_t freeNumber();
+  void dropOldest();
+
+  const Clock& clock_;
+  Random& random_;
+  StatusLines& log_;
+  KeyedCollection<vbs::Ref<aspSessionObj>> sessions_;
+};
