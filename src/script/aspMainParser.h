@@ -7,6 +7,7 @@
 
 #include "script/aspServerObj.h"
 #include "script/aspSessionObj.h"
+#include "script/page_events.h"
 #include "script/page_host.h"
 #include "script/page_services.h"
 #include "vbscript/engine.h"
@@ -14,16 +15,6 @@
 class CookieJar;
 class aspResponseObj;
 class clsHTTPParser;
-
-/// What a running page tells the server's window.
-class PageEvents {
- public:
-  virtual ~PageEvents() = default;
-  virtual void DebugOutput(const std::string& dbgData) = 0;
-  /// Bytes ready for the wire of the connection in that slot. Pages flush with `CloseOpenSocket`
-  /// false.
-  virtual void Dispatch(std::int32_t SocketIndex, std::string Data, bool CloseOpenSocket) = 0;
-};
 
 /// Translates and runs one page for one request. Used again for the next one after Reset(); one
 /// run at a time.
