@@ -24,6 +24,8 @@ class AuthKeys {
   /// Removes the keys whose time lies before now.
   void expire();
 
+  void clear() { keys_.clear(); }
+
   std::size_t size() const { return keys_.size(); }
 
  private:

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "components/application.h"
+#include "http/http_date.h"
+#include "script/aspMainParser.h"
+#include "script/auth_keys.h"
+#include "script/creatable_objects.h"
+#include "script/script_page_runner.h"
+#include "script/session_store.h"
+
+class FileAliases;
+class StatusLines;
+
+/// The script pages of one running server with what they keep between requests: sessions,
+/// authorisation keys, shared values. All of it is gone when the server stops.
+class RunningScripts {
+ public:
+  /// Everything outlives this object.
+  struct Parts {
+    const ServerState& state;
+    StatusLines& log;
+    const Clock& clock;
+    const Files& files;
+    Random& random;
+    Process& process;
+    const clsWEncode& encoder;
+    FileAliases& aliases;
+    PageEvents& events;
+  };
+
+  explicit RunningScripts(const Parts& parts, vbs::Limits limits = {});
+  RunningScripts(const RunningScripts&) = delete;
+  RunningScripts& operator=(const RunningScripts&) = delete;
+
+  ScriptPages& pages() { return runner_; }
+  SessionStore& sessions() { return sessions_; }
+  AuthKeys& authKeys() { return authKeys_; }
+  ApplicationComponent& application() { return *application_; }
+
+ private:
+  HttpDates dates_;
+  AuthKeys authKeys_;
+  SessionStore sessions_;
+  CreatableObjects creatable_;
+  vbs::Ref<ApplicationComponent> application_;
+  PageServices services_;
+  aspMainParser vbsParser_;
+  ScriptPageRunner runner_;
+};
