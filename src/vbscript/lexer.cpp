@@ -101,8 +101,11 @@ bool Lexer::skipContinuation() {
   return true;
 }
 
-void Lexer::skipComment() {
+/// A comment's token is the line end behind it.
+void Lexer::scanComment(Token& token) {
   while (at_ < end_ && !isA(*at_, kLineEnd)) ++at_;
+  token.position = here();
+  scan(token);
 }
 
 void Lexer::newLine() {
@@ -132,8 +135,7 @@ void Lexer::scan(Token& token) {
     case '#':
       return scanDate(token);
     case '\'':
-      skipComment();
-      return scan(token);
+      return scanComment(token);
     case '&':
       if (scanBased(token)) return;
       break;
@@ -160,8 +162,7 @@ void Lexer::scanWord(Token& token) {
   token.keyword = static_cast<Keyword>(token.name->id);
   if (token.keyword == Keyword::Rem) {
     token.keyword = Keyword::None;
-    skipComment();
-    scan(token);
+    scanComment(token);
   }
 }
 

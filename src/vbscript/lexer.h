@@ -68,9 +68,9 @@ class Lexer {
 
   bool skipBlanks();
   bool skipContinuation();
-  void skipComment();
   void newLine();
   void scan(Token& token);
+  void scanComment(Token& token);
   void scanWord(Token& token);
   void scanBracketed(Token& token);
   void scanString(Token& token);

@@ -22,6 +22,7 @@ Parser::Parser(std::string_view source, NameTable& names) : lexer_(source, names
 }
 
 void Parser::advance() {
+  isAfterColon_ = token_.kind == TokenKind::Colon;
   token_ = ahead_;
   if (token_.kind != TokenKind::End) lexer_.next(ahead_);
 }
@@ -49,7 +50,8 @@ bool Parser::atStatementEnd() const {
 
 void Parser::endStatement() {
   if (accept(TokenKind::NewLine) || accept(TokenKind::Colon) || at(TokenKind::End)) return;
-  if (!at(Keyword::End)) fail(CompileErrorCode::ExpectedEndOfStatement);
+  // A one-line If takes the colons of its line: `If a Then b : Next`.
+  if (!at(Keyword::End) && !isAfterColon_) fail(CompileErrorCode::ExpectedEndOfStatement);
 }
 
 void Parser::skipSeparators() {

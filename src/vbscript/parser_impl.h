@@ -169,6 +169,7 @@ class Parser {
   Lexer lexer_;
   Token token_;
   Token ahead_;
+  bool isAfterColon_ = false;  ///< the token in hand follows a colon
   unsigned nesting_ = 0;
   DeclaredNames declared_;
   DeclaredNames::Level level_ = DeclaredNames::kScript;
