@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/event_loop.h"
+
+/// What the control channel can do with a server.
+class ServerControl {
+ public:
+  virtual ~ServerControl() = default;
+  virtual void StartServer(bool forceServerStart = false) = 0;
+  virtual void StopServer() = 0;
+  virtual bool running() const = 0;
+  virtual std::string uptime() const = 0;
+  virtual std::string version() const = 0;
+  virtual bool answersAnyAddress() const = 0;
+  /// Closes the window, which ends the program.
+  virtual void closeWindow() = 0;
+};
+
+/// Commands in datagrams, for a companion program: one datagram, one command, one reply. A command
+/// is the whole datagram and nothing else is answered. Nothing proves who a sender is, so only
+/// this machine's own are heard unless the server is told otherwise.
+class ControlChannel final : public UdpSocketEvents {
+ public:
+  static constexpr std::uint16_t kPort = 7008;
+
+  /// Both outlive the channel.
+  ControlChannel(EventLoop& loop, ServerControl& server, std::uint16_t port = kPort);
+
+  /// Without its port the channel is absent; nobody is told.
+  void open() { socket_->bind(port_); }
+  void close() { socket_->close(); }
+
+  void datagramArrival(UdpSocket& socket, const Datagram& datagram) override;
+  void udpError() override { open(); }
+
+ private:
+  void restart();
+
+  EventLoop& loop_;
+  ServerControl& server_;
+  std::uint16_t port_;
+  std::unique_ptr<UdpSocket> socket_;
+};

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// What the server window holds, apart from how it is drawn: a terminal or a real window reads
+/// this model and draws it, and tells the window's owner what the user clicked.
+
+/// A list of lines, the newest last. With a bound, the oldest lines make room.
+class ListModel {
+ public:
+  explicit ListModel(std::size_t most = 0) : most_(most) {}
+
+  void add(std::string line);
+  void clear();
+
+  const std::deque<std::string>& lines() const { return lines_; }
+  int selected() const { return selected_; }  ///< -1: none
+  void select(int line);
+
+  /// Lines dropped at the front since the last clear; a view keeps its place by it.
+  std::size_t dropped() const { return dropped_; }
+
+ private:
+  std::size_t most_;  ///< 0: no bound
+  std::deque<std::string> lines_;
+  int selected_ = -1;
+  std::size_t dropped_ = 0;
+};
+
+/// A control as language tables see it: its name, its index in a control array or -1, and the
+/// texts it has.
+struct FormControl {
+  std::string name;
+  int index = -1;
+  std::optional<std::string> caption;
+  std::optional<std::string> text;
+  std::optional<std::string> toolTip;
+};
+
+class FormModel {
+ public:
+  enum List { kStatus = 0, kSockets = 1, kSessions = 2 };
+  enum Button { kStartStop = 0, kClearLog = 1 };
+
+  const std::string name = "mainForm";
+  std::string caption = "Quorvane Server";
+  bool visible = false;
+
+  std::array<ListModel, 3> llist{ListModel(kMostStatusLines), ListModel(), ListModel()};
+  FormControl dbgText{"dbgText", -1, std::nullopt, "", ""};
+  std::array<FormControl, 3> Label1{FormControl{"Label1", 0, "Sockets", std::nullopt, ""},
+                                    FormControl{"Label1", 1, "Sessions", std::nullopt, ""},
+                                    FormControl{"Label1", 2, "Log", std::nullopt, ""}};
+  std::array<FormControl, 2> btt{FormControl{"btt", 0, "Start/Stop", std::nullopt, ""},
+                                 FormControl{"btt", 1, "Clear Log", std::nullopt, ""}};
+
+  /// Every control that has texts, in a fixed order.
+  std::vector<FormControl*> controls();
+
+  /// Called after a change; may be called often, so a view only notes it. May be empty.
+  std::function<void()> onChange;
+  void changed() const {
+    if (onChange) onChange();
+  }
+
+ private:
+  static constexpr std::size_t kMostStatusLines = 10'000;
+};

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <memory>
+
+#include "console/control_channel.h"
+#include "console/form_model.h"
+#include "console/running_server.h"
+#include "console/slots.h"
+#include "console/status_lists.h"
+#include "platform/clock.h"
+#include "platform/event_loop.h"
+#include "support/server_state.h"
+
+/// What a running server does by the clock: it forgets what has expired, brings back a listener
+/// that died, commits the log and trims the slots; in debug mode it refreshes the lists of sockets
+/// and sessions.
+class Housekeeping {
+ public:
+  struct Parts {
+    const ServerState& state;
+    EventLoop& loop;
+    const Clock& clock;
+    ServerControl& server;
+    const TcpListener& listener;
+    Slots& slots;
+    StatusLists& status;
+    FormModel& form;
+    const std::unique_ptr<RunningServer>& objects;  ///< null while the server is stopped
+  };
+
+  explicit Housekeeping(const Parts& parts);
+
+  void start();
+  void stop();
+
+  void tick();     ///< of `ctlTimer`
+  void refresh();  ///< of `dbgTimer`
+
+ private:
+  void expire();
+  void watchListener();
+  void listSockets();
+  void listSessions();
+
+  Parts parts_;
+  std::unique_ptr<Timer> ctlTimer_;
+  std::unique_ptr<Timer> dbgTimer_;
+};

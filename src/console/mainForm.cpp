@@ -1,0 +1,186 @@
+#include "console/mainForm.h"
+
+#include <utility>
+
+#include "console/access_rules.h"
+#include "console/time_text.h"
+#include "support/paths.h"
+#include "support/text.h"
+
+namespace {
+
+constexpr std::int32_t kEnglish = 1033;
+constexpr std::string_view kCloseWhenSent = "X";
+
+/// A page that flushes faster than its client reads waits for the client, so that it can't fill
+/// the memory; a client that reads nothing at all is not waited for longer than this.
+constexpr std::uint64_t kMostFlushedAhead = std::uint64_t{4} << 20;
+constexpr std::chrono::milliseconds kFlushPatience{5'000};
+
+}  // namespace
+
+mainForm::mainForm(mainFormParts parts)
+    : parts_(std::move(parts)),
+      status_(parts_.state, parts_.clock, form_),
+      slots_(parts_.loop, *this),
+      listener_(parts_.loop.makeListener(*this)),
+      channel_(parts_.loop, *this, parts_.controlPort),
+      housekeeping_({parts_.state, parts_.loop, parts_.clock, *this, *listener_, slots_, status_,
+                     form_, objects_}) {}
+
+mainForm::~mainForm() = default;
+
+void mainForm::StartServer(bool forceServerStart) {
+  if (windowClosed_ || (serverRunning_ && !forceServerStart)) return;
+  status_.LogLine(serverRunning_ ? "Server Start (forced)" : "Server Start");
+  parts_.settings.LoadSettings();
+  chooseLanguage();
+  makeObjects();
+  listener_->close();
+  slots_.reset();
+  if (!listener_->listen(parts_.state.ServerPort)) return portError();
+
+  serverRunning_ = true;
+  status_.commitLog();
+  housekeeping_.start();
+  startTime_ = parts_.clock.now();
+}
+
+void mainForm::chooseLanguage() {
+  std::int32_t wanted = parts_.state.DefaultLCID;
+  if (wanted == 0) wanted = numericLong(parts_.settings.userLanguage()).value_or(kEnglish);
+  const std::string folder = parts_.state.MainPath + "Lang";
+  const std::int32_t loaded = parts_.loadLanguage ? parts_.loadLanguage(folder, wanted) : 0;
+  status_.LogLine("LCID: " + std::to_string(loaded));
+}
+
+void mainForm::makeObjects() {
+  if (objects_) return objects_->renew();
+  objects_ = std::make_unique<RunningServer>(
+      RunningServer::Parts{parts_.state, status_, parts_.clock, parts_.files, parts_.random,
+                           parts_.images, parts_.makeScripts, *this});
+}
+
+void mainForm::portError() {
+  status_.LogLine("******* PORT ERROR: Unable to bind to port " +
+                  std::to_string(parts_.state.ServerPort));
+  StopServer();
+}
+
+void mainForm::StopServer() {
+  housekeeping_.stop();
+  closeAll();
+  serverRunning_ = false;
+  status_.LogLine("Server Stop");
+  status_.commitLog();
+  objects_.reset();
+}
+
+void mainForm::closeAll() {
+  slots_.closeAll();
+  listener_->close();
+}
+
+std::string mainForm::uptime() const {
+  return uptimeText(parts_.clock, startTime_);
+}
+
+std::string mainForm::version() const {
+  return VersionText(parts_.state);
+}
+
+void mainForm::closeWindow() {
+  if (windowClosed_) return;
+  if (serverRunning_ || listener_->state() == SocketState::Listening) StopServer();
+  windowClosed_ = true;
+  status_.LogLine("Server Closing");
+  status_.releaseLog();
+  channel_.close();
+  parts_.loop.stop();
+}
+
+void mainForm::clickButton(int index) {
+  if (index == FormModel::kStartStop) {
+    serverRunning_ ? StopServer() : StartServer();
+  } else if (index == FormModel::kClearLog) {
+    form_.llist[FormModel::kStatus].clear();
+    form_.dbgText.text = "";
+  }
+  form_.changed();
+}
+
+void mainForm::clickStatusLine(int line) {
+  ListModel& list = form_.llist[FormModel::kStatus];
+  list.select(line);
+  if (list.selected() < 0) return;
+  form_.dbgText.text =
+      replaceAll(list.lines()[static_cast<std::size_t>(list.selected())], "||", "\r\n");
+  form_.changed();
+}
+
+bool mainForm::serviceStarted() {
+  status_.LogLine("Starting service");
+  StartServer();
+  return true;
+}
+
+void mainForm::serviceStopped() {
+  status_.LogLine("Stopping service");
+  StopServer();
+}
+
+void mainForm::connectionRequest(ConnectionRequest& request) {
+  if (!mayConnect(parts_.state, request.remoteHostIP())) return;
+  status_.LogLine("Connection request from IP " + request.remoteHostIP());
+  slots_.accept(request);
+}
+
+void mainForm::listenerError() {
+  listener_->close();
+  if (serverRunning_) listener_->listen(listener_->localPort());
+}
+
+void mainForm::dataArrival(int index, std::string_view data) {
+  if (!objects_) return;
+  auto response = objects_->handling().dataArrival(index, slots_.record(index), data,
+                                                   slots_.socket(index).remoteHostIP());
+  if (response) answer(index, std::move(*response));
+}
+
+void mainForm::answer(int index, Response response) {
+  TcpSocket& socket = slots_.socket(index);
+  socket.tag = response.keepAlive ? "" : kCloseWhenSent;
+  if (socket.state() != SocketState::Connected) return;
+  if (!response.empty()) {
+    socket.send(std::move(response.head), std::move(response.body));
+  } else if (!response.keepAlive) {
+    slots_.close(index);
+  }
+}
+
+void mainForm::sendComplete(int index) {
+  if (slots_.socket(index).tag == kCloseWhenSent) slots_.close(index);
+  slots_.socket(index).tag.clear();
+}
+
+void mainForm::peerClosed(int index) {
+  slots_.close(index);
+}
+
+void mainForm::socketError(int index) {
+  slots_.close(index);
+  slots_.tidyUp();
+}
+
+void mainForm::DebugOutput(const std::string& dbgData) {
+  status_.LogLine("[SERVER.DEBUGOUT] " + dbgData);
+}
+
+void mainForm::Dispatch(std::int32_t SocketIndex, std::string Data, bool CloseOpenSocket) {
+  if (!slots_.exists(SocketIndex)) return;
+  TcpSocket& socket = slots_.socket(SocketIndex);
+  if (socket.state() != SocketState::Connected) return;
+  socket.tag = CloseOpenSocket ? kCloseWhenSent : "";
+  socket.send(std::move(Data), {});
+  socket.drainTo(kMostFlushedAhead, kFlushPatience);
+}

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "console/control_channel.h"
+#include "console/form_model.h"
+#include "console/housekeeping.h"
+#include "console/running_server.h"
+#include "console/script_side.h"
+#include "console/server_settings.h"
+#include "console/slots.h"
+#include "console/status_lists.h"
+#include "platform/event_loop.h"
+#include "script/page_events.h"
+#include "support/server_state.h"
+
+/// What the window works with. Everything outlives it.
+struct mainFormParts {
+  ServerState& state;
+  EventLoop& loop;
+  const Clock& clock;
+  const Files& files;
+  Random& random;
+  ServerSettings& settings;
+  MakeScriptSide makeScripts;
+  ImageLibrary* images = nullptr;  ///< null: pictures are served unresized
+
+  /// Loads the language wanted from a folder of language files and returns the one loaded.
+  std::function<std::int32_t(const std::string& folder, std::int32_t wanted)> loadLanguage;
+
+  std::uint16_t controlPort = ControlChannel::kPort;
+};
+
+/// The server's window and hub: it owns the listener, the slots, the control channel, the timers
+/// and, while the server runs, the objects of the running server, and brings the events of one to
+/// the others. Its events come from the event loop and never overlap within a request.
+class mainForm final : public ServerControl,
+                       private TcpListenerEvents,
+                       private TcpSocketEvents,
+                       private PageEvents {
+ public:
+  explicit mainForm(mainFormParts parts);
+  ~mainForm() override;
+  mainForm(const mainForm&) = delete;
+  mainForm& operator=(const mainForm&) = delete;
+
+  /// Loads the window without showing it: the control channel opens.
+  void load() { channel_.open(); }
+
+  /// While running it does nothing unless forced; a forced start keeps the sessions.
+  void StartServer(bool forceServerStart = false) override;
+  void StopServer() override;
+  bool running() const override { return serverRunning_; }
+  std::string uptime() const override;
+  std::string version() const override;
+  bool answersAnyAddress() const override { return parts_.state.ControlAnyAddress; }
+
+  /// Query-unload: stops the server, closes the log and the channel and ends the event loop.
+  /// The window is not used again afterwards.
+  void closeWindow() override;
+
+  // What the user does.
+  void clickButton(int index);
+  void clickStatusLine(int line);
+
+  // What the service manager asks for.
+  bool serviceStarted();
+  void serviceStopped();
+
+  FormModel& form() { return form_; }
+  StatusLists& status() { return status_; }
+  std::uint16_t port() const { return listener_->localPort(); }
+
+ private:
+  void connectionRequest(ConnectionRequest& request) override;
+  void listenerError() override;
+
+  void dataArrival(int index, std::string_view data) override;
+  void sendComplete(int index) override;
+  void peerClosed(int index) override;
+  void socketError(int index) override;
+  void answer(int index, Response response);
+
+  void DebugOutput(const std::string& dbgData) override;
+  void Dispatch(std::int32_t SocketIndex, std::string Data, bool CloseOpenSocket) override;
+
+  void chooseLanguage();
+  void makeObjects();
+  void portError();
+  void closeAll();
+
+  mainFormParts parts_;
+  FormModel form_;
+  StatusLists status_;
+  Slots slots_;
+  std::unique_ptr<TcpListener> listener_;
+  std::unique_ptr<RunningServer> objects_;
+  ControlChannel channel_;
+  Housekeeping housekeeping_;
+  TimePoint startTime_{};
+  bool serverRunning_ = false;
+  bool windowClosed_ = false;
+};

@@ -1,0 +1,19 @@
+#include "console/running_server.h"
+
+#include "support/server_state.h"
+
+RunningServer::RunningServer(const Parts& parts)
+    : parts_(parts),
+      scripts_(parts.makeScripts({parts.state, parts.log, parts.clock, parts.files, parts.random,
+                                  encoder_, aliases_, parts.events})) {
+  renew();
+}
+
+void RunningServer::renew() {
+  cookies_.clear();
+  modules_.setModFolder(parts_.state.ScriptsFolder);
+  scripts_->forgetKeys();
+  handling_ = std::make_unique<RequestHandling>(RequestHandlingParts{
+      parts_.state, parts_.log, parts_.clock, parts_.files, parts_.random, parser_, cookies_,
+      modules_, zip_, aliases_, scripts_->pages(), parts_.images});
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <memory>
+
+#include "console/script_side.h"
+#include "http/clsHTTPParser.h"
+#include "http/cookie_jar.h"
+#include "http/request_handling.h"
+#include "support/clsQVMod.h"
+#include "support/clsWEncode.h"
+#include "support/clsZipString.h"
+#include "support/file_aliases.h"
+
+class ImageLibrary;
+
+/// What lives as long as the server runs: made by a start, released whole by a stop.
+class RunningServer {
+ public:
+  struct Parts {
+    const ServerState& state;
+    StatusLines& log;
+    const Clock& clock;
+    const Files& files;
+    Random& random;
+    ImageLibrary* images;  ///< may be null
+    const MakeScriptSide& makeScripts;
+    PageEvents& events;
+  };
+
+  explicit RunningServer(const Parts& parts);
+
+  /// What every start does, forced or not: settings and modules are taken anew and issued
+  /// authorisation keys are lost; sessions stay.
+  void renew();
+
+  RequestHandling& handling() { return *handling_; }
+  ScriptSide& scripts() { return *scripts_; }
+  FileAliases& aliases() { return aliases_; }
+
+ private:
+  Parts parts_;
+  clsWEncode encoder_;
+  CookieJar cookies_;
+  clsHTTPParser parser_{encoder_, cookies_};
+  clsZipString zip_;
+  clsQVMod modules_;
+  FileAliases aliases_;
+  std::unique_ptr<ScriptSide> scripts_;
+  std::unique_ptr<RequestHandling> handling_;
+};

@@ -1,0 +1,72 @@
+#include "console/slots.h"
+
+#include <algorithm>
+#include <functional>
+
+Slots::Slots(EventLoop& loop, TcpSocketEvents& events) : loop_(loop), events_(events) {
+  grow();
+}
+
+void Slots::grow() {
+  const int index = static_cast<int>(slots_.size());
+  slots_.push_back({loop_.makeSocket(index, events_), {}});
+  noteClosed(index);
+}
+
+void Slots::noteClosed(int index) {
+  closed_.push_back(index);
+  std::push_heap(closed_.begin(), closed_.end(), std::greater<>());
+}
+
+int Slots::lowestClosed() {
+  for (;;) {
+    if (closed_.empty()) grow();
+    const int index = closed_.front();
+    if (exists(index) && socket(index).state() == SocketState::Closed) return index;
+    std::pop_heap(closed_.begin(), closed_.end(), std::greater<>());
+    closed_.pop_back();
+  }
+}
+
+std::optional<int> Slots::accept(ConnectionRequest& request) {
+  const int index = lowestClosed();
+  record(index) = SlotRecord{};
+  socket(index).tag.clear();
+  if (!socket(index).accept(request)) return std::nullopt;
+  return index;
+}
+
+void Slots::close(int index) {
+  TcpSocket& closing = socket(index);
+  closing.tag.clear();
+  if (closing.state() == SocketState::Closed) return;
+  closing.close();
+  record(index) = SlotRecord{};  // what a gone client sent takes no memory
+  noteClosed(index);
+}
+
+void Slots::closeAll() {
+  for (int index = highest(); index >= 0; --index) socket(index).close();
+  slots_.resize(1);
+  slots_.front().record = SlotRecord{};
+  slots_.front().socket->tag.clear();
+  closed_.assign(1, 0);
+}
+
+void Slots::reset() {
+  closeAll();
+  while (highest() + 1 < kCached) grow();
+}
+
+void Slots::tidyUp() {
+  for (int index = highest(); index >= 0; --index) {
+    if (socket(index).state() >= SocketState::PeerClosing) close(index);
+  }
+  const auto before = slots_.size();
+  while (highest() >= kCached && socket(highest()).state() == SocketState::Closed) {
+    slots_.pop_back();
+  }
+  if (slots_.size() == before) return;
+  std::erase_if(closed_, [this](int index) { return !exists(index); });
+  std::make_heap(closed_.begin(), closed_.end(), std::greater<>());
+}

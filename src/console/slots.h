@@ -1,0 +1,63 @@
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "http/request_collector.h"
+#include "platform/event_loop.h"
+
+/// The per-connection sockets and what has been received on each. Slot 0 always exists; a started
+/// server has ten; more are made on demand and unmade when they are no longer needed.
+///
+/// The pool hands out the lowest closed slot. A slot closes through close() here, so that the pool
+/// knows of it without looking.
+class Slots {
+ public:
+  static constexpr int kCached = 10;
+
+  /// Both outlive the pool.
+  Slots(EventLoop& loop, TcpSocketEvents& events);
+
+  int highest() const { return static_cast<int>(slots_.size()) - 1; }
+  bool exists(int index) const { return index >= 0 && index <= highest(); }
+  TcpSocket& socket(int index) { return *slots_[static_cast<std::size_t>(index)].socket; }
+  const TcpSocket& socket(int index) const {
+    return *slots_[static_cast<std::size_t>(index)].socket;
+  }
+  SlotRecord& record(int index) { return slots_[static_cast<std::size_t>(index)].record; }
+
+  /// Takes a connection into the lowest closed slot, or a new one, with an empty record. Nothing
+  /// when the connection has gone.
+  std::optional<int> accept(ConnectionRequest& request);
+
+  /// Closes the slot's socket and clears its tag.
+  void close(int index);
+
+  /// Closes and unmakes everything but the closed slot 0.
+  void closeAll();
+  /// closeAll, then the ten slots of a started server.
+  void reset();
+
+  /// Closes every socket whose peer is closing or that is in error; then unmakes closed slots from
+  /// the highest down, to ten at least and up to the first that isn't closed.
+  void tidyUp();
+
+ private:
+  struct Slot {
+    std::unique_ptr<TcpSocket> socket;
+    SlotRecord record;
+  };
+
+  void grow();
+  int lowestClosed();
+  void noteClosed(int index);
+
+  EventLoop& loop_;
+  TcpSocketEvents& events_;
+  std::deque<Slot> slots_;  ///< a deque: records keep their place while slots are added
+
+  /// A heap, lowest first, with every closed slot in it and perhaps some that are closed no more.
+  std::vector<int> closed_;
+};

@@ -1,0 +1,34 @@
+#include "console/status_lists.h"
+
+#include "console/time_text.h"
+
+namespace {
+
+/// A busy server fills more memory between two commits than the lines are worth.
+constexpr std::size_t kMostHeld = 256 * 1024;
+
+}  // namespace
+
+void StatusLists::LogLine(std::string_view text) {
+  if (state_.DebugMode) {
+    std::string line = timeText(clock_.local(clock_.now())) + " ";
+    line += text;
+    if (echo) echo(line);
+    ListModel& list = form_.llist[FormModel::kStatus];
+    list.add(std::move(line));
+    list.select(static_cast<int>(list.lines().size()) - 1);
+    form_.changed();
+  }
+  if (!state_.LogServer || !log_) return;
+  log_->Add(text);
+  if (log_->pendingBytes() > kMostHeld) log_->Commit();
+}
+
+void StatusLists::commitLog() {
+  if (log_) log_->Commit();
+}
+
+void StatusLists::releaseLog() {
+  commitLog();
+  log_.reset();
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "console/form_model.h"
+#include "platform/clock.h"
+#include "support/clsLog.h"
+#include "support/server_state.h"
+#include "support/status_lines.h"
+
+/// The one way out for status lines: to the window's status list with the time in front, in debug
+/// mode, and to the server log, which stamps its lines itself.
+class StatusLists final : public StatusLines {
+ public:
+  /// All outlive the lists.
+  StatusLists(const ServerState& state, const Clock& clock, FormModel& form)
+      : state_(state), clock_(clock), form_(form) {}
+
+  void LogLine(std::string_view text) override;
+
+  /// Lines go to the window only until the log exists and after it is released.
+  void openLog(std::unique_ptr<clsLog> log) { log_ = std::move(log); }
+  void commitLog();
+  void releaseLog();
+
+  /// Where a run without a drawn window shows the lines of status list 0. May be empty.
+  std::function<void(std::string_view line)> echo;
+
+ private:
+  const ServerState& state_;
+  const Clock& clock_;
+  FormModel& form_;
+  std::unique_ptr<clsLog> log_;
+};

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <array>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "console/form_model.h"
+#include "console/terminal_layout.h"
+#include "console/terminal_painter.h"
+#include "console/terminal_scroll.h"
+#include "platform/event_loop.h"
+#include "platform/terminal.h"
+
+/// What the window asks the server and tells it.
+struct TerminalWindowServer {
+  std::function<void(int button)> clickButton;
+  std::function<void(int line)> clickStatusLine;
+  std::function<void()> closeWindow;
+  std::function<bool()> running;
+  std::function<std::string()> uptime;
+};
+
+/// The server's window on a terminal. It draws the form whenever the form says that it has changed,
+/// though only some times a second however often that is, and makes clicks of keys and mouse.
+/// It takes over the form's onChange while it lives. Form, terminal and loop outlive it.
+class TerminalWindow final : private TerminalEvents {
+ public:
+  TerminalWindow(FormModel& form, Terminal& terminal, EventLoop& loop, TerminalWindowServer server);
+  ~TerminalWindow() override;
+  TerminalWindow(const TerminalWindow&) = delete;
+  TerminalWindow& operator=(const TerminalWindow&) = delete;
+
+  /// False when the terminal can't be drawn on.
+  bool open();
+
+ private:
+  /// What keys go to, in the order in which Tab visits them.
+  enum class Focus { Sockets, Sessions, Status, Text, StartStop, ClearLog };
+  static constexpr int kFocusCount = 6;
+
+  void keyPressed(const KeyPress& press) override;
+  void mouseUsed(const MouseAction& action) override;
+  void terminalResized() override;
+  void terminalLost() override;
+
+  void requestFrame();
+  void tick();
+  void paint();
+  void paintLists(TerminalPainter& painter);
+  void takeInLists();
+  void takeInText();
+
+  void moveFocus(int step);
+  void setFocus(Focus focus);
+  bool isShown(Focus focus) const;
+  bool onList() const { return focus_ <= Focus::Status; }
+  bool onButton() const { return focus_ >= Focus::StartStop; }
+  FormModel::List focusedList() const;
+  TerminalScroll& scrollOf(FormModel::List list) { return scrolls_[list]; }
+
+  void characterPressed(char32_t character);
+  void move(int lines);
+  void moveToEdge(bool end);
+  void sideways(int step);
+  void press();
+  void clickLine();
+  int page() const;
+
+  void clickAt(int row, int column);
+  void clickList(FormModel::List list, int row, int column);
+  void wheel(int row, int column, int lines);
+
+  FormModel& form_;
+  Terminal& terminal_;
+  EventLoop& loop_;
+  TerminalWindowServer server_;
+
+  std::unique_ptr<Timer> frames_;  ///< runs while there is something to draw
+  bool stale_ = false;             ///< the screen differs from the form
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+
+  TerminalLayout layout_;
+  Focus focus_ = Focus::Status;
+  FormModel::List wanted_ = FormModel::kStatus;  ///< the list shown where there is room for one
+  std::array<TerminalScroll, 3> scrolls_{TerminalScroll(true), TerminalScroll(false),
+                                         TerminalScroll(false)};
+  std::string text_;  ///< of the text box, as last drawn
+  std::vector<std::wstring> textLines_;
+  TerminalScroll textScroll_{false};
+};

@@ -1,0 +1,34 @@
+#include "console/time_text.h"
+
+#include <cstdio>
+
+namespace {
+
+using namespace std::chrono;
+
+sys_days dayOf(const CalendarTime& time) {
+  return sys_days{year{time.year} / time.month / time.day};
+}
+
+}  // namespace
+
+std::string timeText(const CalendarTime& time) {
+  char text[16];
+  std::snprintf(text, sizeof text, "%02d:%02d:%02d", time.hour % 24, time.minute % 60,
+                time.second % 100);
+  return text;
+}
+
+std::string uptimeText(const Clock& clock, TimePoint start) {
+  const TimePoint now = clock.now();
+  auto elapsed = floor<seconds>(now) - floor<seconds>(start);
+  if (elapsed.count() < 0) elapsed = seconds{0};  // the clock was set back
+  const hh_mm_ss part{elapsed % days{1}};
+  CalendarTime time;
+  time.hour = static_cast<int>(part.hours().count());
+  time.minute = static_cast<int>(part.minutes().count());
+  time.second = static_cast<int>(part.seconds().count());
+  const auto midnights = (dayOf(clock.local(now)) - dayOf(clock.local(start))).count();
+  if (midnights <= 0) return timeText(time);
+  return std::to_string(midnights) + " days, " + timeText(time);
+}
