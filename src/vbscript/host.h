@@ -26,6 +26,10 @@ class Host {
   virtual Value getObject(std::string_view pathName, std::string_view progId) = 0;
 };
 
+/// Thrown by a member of a host object to end the run at once, as a script's request to quit: no
+/// trap of the script sees it, and Engine::run() returns as if the script had come to its end.
+struct EndOfRun {};
+
 struct Limits {
   std::chrono::milliseconds time{10'000};              ///< of one run; then error 509-like stop
   std::int64_t memoryBytes = std::int64_t{256} << 20;  ///< of values made in a run; error 7

@@ -1,6 +1,5 @@
-#include <array>
-
 #include "vbscript/convert.h"
+#include "vbscript/locale.h"
 #include "vbscript/parser_impl.h"
 
 namespace vbs {
@@ -29,6 +28,18 @@ enum Binding : int {
 struct BinaryRow {
   int binding;
   BinaryOperator operation;
+};
+
+/// Puts the default locale in force while it lives.
+class LocaleGuard {
+ public:
+  LocaleGuard() : before_(activeLocale()) { setActiveLocale(*findLocale(kDefaultLocale)); }
+  ~LocaleGuard() { setActiveLocale(before_); }
+  LocaleGuard(const LocaleGuard&) = delete;
+  LocaleGuard& operator=(const LocaleGuard&) = delete;
+
+ private:
+  const Locale& before_;
 };
 
 constexpr BinaryRow kNone{kNoOperator, BinaryOperator::Add};
@@ -247,7 +258,9 @@ Value Parser::stringValue() const {
   return Value(std::string_view(text));
 }
 
+/// Date literals are written the American way whatever locale is active.
 Value Parser::dateValue() const {
+  const LocaleGuard guard;
   const auto days = parseDate(String(token_.text));
   if (!days) fail(CompileErrorCode::SyntaxError);
   return Value::date(*days);

@@ -2,7 +2,10 @@
 
 #include <string_view>
 
+#include "vbscript/convert.h"
 #include "vbscript/engine.h"
+#include "vbscript/locale.h"
+#include "vbscript/parser.h"
 
 namespace vbs {
 namespace {
@@ -242,6 +245,16 @@ INSTANTIATE_TEST_SUITE_P(Calls, SyntaxTree, testing::ValuesIn(kCalls));
 INSTANTIATE_TEST_SUITE_P(Assignments, SyntaxTree, testing::ValuesIn(kAssignments));
 INSTANTIATE_TEST_SUITE_P(Blocks, SyntaxTree, testing::ValuesIn(kBlocks));
 INSTANTIATE_TEST_SUITE_P(Declarations, SyntaxTree, testing::ValuesIn(kDeclarations));
+
+TEST(SyntaxTreeLocale, DateLiteralsAreAmericanEverywhere) {
+  const Locale& before = activeLocale();
+  setActiveLocale(*findLocale("de-de"));
+  const auto script = parseScript("x = #1/2/2003#");
+  setActiveLocale(before);
+  const auto& assign = static_cast<const AssignStatement&>(*script->body.front());
+  const Value& date = static_cast<const LiteralExpression&>(*assign.value).value;
+  EXPECT_EQ(toString(date).narrow(), "1/2/2003");
+}
 
 }  // namespace
 }  // namespace vbs
