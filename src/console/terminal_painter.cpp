@@ -55,12 +55,15 @@ void TerminalPainter::title(const TerminalArea& area, std::string_view caption,
   terminal_.put(area.row, area.column, fitted(L' ' + cellsOf(caption), cellCount(area.columns)),
                 bar);
   const std::wstring right = cellsOf(state) + L' ';
-  const int column = area.columns - static_cast<int>(right.size()) - 2;
-  if (column < static_cast<int>(caption.size()) + 3) return;
+  int column = area.columns - static_cast<int>(right.size()) - 2;
+  const int free = static_cast<int>(caption.size()) + 3;
+  const bool fits = column >= free;
+  if (!fits) column = area.columns - 2;
+  if (column < free) return;
   TerminalStyle lamp = bar;
   if (colours_) lamp.text = running ? Colour::Green : Colour::Red;
   terminal_.put(area.row, area.column + column, running ? L"\u25cf " : L"\u25cb ", lamp);
-  terminal_.put(area.row, area.column + column + 2, right, bar);
+  if (fits) terminal_.put(area.row, area.column + column + 2, right, bar);
 }
 
 void TerminalPainter::border(const TerminalArea& area, std::string_view caption, bool focused) {

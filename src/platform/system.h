@@ -11,6 +11,7 @@
 #include "platform/random.h"
 #include "platform/service_host.h"
 #include "platform/settings_storage.h"
+#include "platform/terminal.h"
 
 /// The host system's implementation of each interface; the build picks which. What one of these
 /// is given by reference must outlive the result.
@@ -30,3 +31,6 @@ std::unique_ptr<InstanceLock> makeInstanceLock(const std::string& root);
 std::unique_ptr<ServiceManager> makeServiceManager();
 /// A host for this very program, whose settings are those under settingsRoot().
 std::unique_ptr<ServiceHost> makeServiceHost(EventLoop& loop, const Files& files);
+
+/// Draws on the terminal that the program's standard input and output are.
+std::unique_ptr<Terminal> makeTerminal(EventLoop& loop);

@@ -115,6 +115,8 @@ class LinuxEventLoop final : public EventLoop {
     waitForSignal();
   }
 
+  LoopCore& core() { return core_; }
+
  private:
   void waitForSignal() {
     signals_.async_wait([this](const asio::error_code& error, int) {
@@ -147,4 +149,9 @@ std::unique_ptr<EventLoop> makeEventLoop() {
   // A client that has gone away shows as an error of the send that finds out.
   std::signal(SIGPIPE, SIG_IGN);
   return std::make_unique<LinuxEventLoop>();
+}
+
+LoopCore* loopCoreOf(EventLoop& loop) {
+  auto* own = dynamic_cast<LinuxEventLoop*>(&loop);
+  return own ? &own->core() : nullptr;
 }

@@ -6,5 +6,7 @@ set(SYSTEM_SOURCES
   linux/systemd_bus.cpp
   linux/systemd_service.cpp
   linux/systemd_unit.cpp
+  linux/terminal.cpp
+  linux/terminal_rescue.cpp
 )
 set(SYSTEM_LINKS PkgConfig::SYSTEMD PkgConfig::NCURSES)

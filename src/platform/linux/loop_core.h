@@ -7,6 +7,7 @@
 #include <unordered_set>
 
 class Connection;
+class EventLoop;
 
 /// What the loop and everything made by it share. One thread, so no locks.
 struct LoopCore {
@@ -24,3 +25,6 @@ struct LoopCore {
   asio::steady_timer sweep;
   bool sweeping = false;
 };
+
+/// What is shared by everything that `loop` has made; null when it is no loop of this system's.
+LoopCore* loopCoreOf(EventLoop& loop);
