@@ -165,13 +165,21 @@ std::uint8_t paletteIndex(std::string_view row, int x, unsigned bits) {
   return static_cast<std::uint8_t>(byteAt(row, bit / 8) >> shift & ((1U << bits) - 1));
 }
 
+void unpackTriples(std::string_view row, int width, char* out) {
+  const char* in = row.data();
+  for (int x = 0; x < width; ++x, in += 3, out += 3) {
+    out[0] = in[2];
+    out[1] = in[1];
+    out[2] = in[0];
+  }
+}
+
+/// `row` holds at least the bits of its pixels.
 void unpackRow(std::string_view row, const Layout& layout, char* out) {
+  if (layout.bits == 24) return unpackTriples(row, layout.width, out);
   for (int x = 0; x < layout.width; ++x, out += 3) {
     if (layout.bits <= 8) {
       put(out, layout.palette[paletteIndex(row, x, layout.bits)]);
-    } else if (layout.bits == 24) {
-      const std::size_t at = std::size_t{3} * x;
-      put(out, {byteAt(row, at + 2), byteAt(row, at + 1), byteAt(row, at)});
     } else {
       const std::size_t width = layout.bits / 8;
       const std::uint32_t pixel = numberAt(row, width * x, width);
