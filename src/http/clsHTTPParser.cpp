@@ -223,7 +223,7 @@ void clsHTTPParser::Reset() {
 }
 
 void clsHTTPParser::releaseText() {
-  data_ = std::string();
-  documentQueryString_ = std::string();
+  std::string().swap(data_);
+  std::string().swap(documentQueryString_);
   ClearVars();
 }

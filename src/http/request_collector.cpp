@@ -46,7 +46,7 @@ Outcome examine(SlotRecord& record, std::string_view request) {
 }  // namespace
 
 Collected collect(SlotRecord& record, std::string_view data) {
-  if (classifyRequest(data) != RequestClass::Other) record = SlotRecord{};
+  if (classifyRequest(data) != RequestClass::Other) record.reset();
   Collected result;
   const bool continues = !record.pendingText.empty();
   if (continues) record.pendingText += data;
@@ -63,7 +63,7 @@ Collected collect(SlotRecord& record, std::string_view data) {
   } else {
     result.direct = data;
   }
-  record = SlotRecord{};
+  record.reset();
   return result;
 }
 

@@ -4,14 +4,21 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
-/// Receive state of one slot. Made anew (`SlotRecord{}`) for every connection.
+/// Receive state of one slot. Reset for every new connection.
 struct SlotRecord {
   std::string pendingText;              ///< request text received and not yet handled
   std::int32_t expectedBodyLength = 0;  ///< announced length of a POST body; 0 while not known
 
   std::size_t searched = 0;   ///< no header block ends before this place of `pendingText`
   std::size_t bodyStart = 0;  ///< where the body begins; 0 while the header block is incomplete
+
+  /// Empties the record and gives its memory back, which an assignment would not.
+  void reset() {
+    SlotRecord empty;
+    std::swap(*this, empty);
+  }
 };
 
 /// Puts a request together from the pieces in which it arrives. Work is linear in the bytes: no

@@ -1,0 +1,217 @@
+#include "../support/module_builder.h"
+#include "handling_fixture.h"
+
+using namespace std::string_literals;
+
+namespace {
+
+/// Script pages: flushing, redirection, sessions, compression, players.
+class PageRequests : public HandlingFixture {
+ protected:
+  PageRequests() {
+    for (const char* name : {"a.qvs", "b.qvs", "sub/c.qvs"}) {
+      files.put("/srv/Scripts/"s + name, "page");
+    }
+    files.put("/srv/Scripts/plain.txt", "plain");
+  }
+  using Lines = std::vector<std::string>;
+
+  void pageGives(const std::string& output, const std::string& headers = "") {
+    pages.page = [=](const ScriptPageRequest&) {
+      return ScriptPageResult{output, headers, false, 0};
+    };
+  }
+  /// Page a.qvs gives `output`, every other one its own path.
+  void firstPageGives(const std::string& output, const std::string& headers = "") {
+    pages.page = [=](const ScriptPageRequest& request) {
+      const bool first = request.url.ends_with("/a.qvs");
+      return ScriptPageResult{first ? output : request.url, first ? headers : "", false, 0};
+    };
+  }
+  static bool ends(const std::string& text, const std::string& body) {
+    return text.ends_with("\r\n\r\n" + body);
+  }
+};
+
+const std::string kRedirect = "\0[$REDIR$]\0"s;
+const std::string kRedirectTo = "\0[$REDIRTO$]\0"s;
+
+}  // namespace
+
+TEST_F(PageRequests, AContentTypeOfItsOwnReplacesTheUsualOne) {
+  pageGives("x", "CONTENT-TYPE: text/plain\r\nX: 1\r\n");
+  EXPECT_EQ(get("/a.qvs"),
+            "HTTP/1.1 200 OK\r\n"
+            "Content-Length: 1\r\n"
+            "Server: Quorvane-Server/1.2.3\r\n"
+            "Accept-Ranges: bytes\r\n"
+            "CONTENT-TYPE: text/plain\r\n"
+            "X: 1\r\n"
+            "Connection: Keep-Alive\r\n"
+            "Cache-Control: private\r\n"
+            "Date: Mon, 09 Mar 2026 10:00:00 GMT\r\n"
+            "\r\n"
+            "x");
+}
+
+TEST_F(PageRequests, APageWithoutHeadersHasATypeAndNoFileTime) {
+  pageGives("");
+  EXPECT_EQ(get("/a.qvs"),
+            "HTTP/1.1 200 OK\r\n"
+            "Content-Length: 0\r\n"
+            "Server: Quorvane-Server/1.2.3\r\n"
+            "Accept-Ranges: bytes\r\n"
+            "Content-Type: text/html\r\n"
+            "Connection: Keep-Alive\r\n"
+            "Cache-Control: private\r\n"
+            "Date: Mon, 09 Mar 2026 10:00:00 GMT\r\n"
+            "\r\n");
+}
+
+TEST_F(PageRequests, AFlushedPageSendsItsRestAndCloses) {
+  pages.page = [](const ScriptPageRequest&) { return ScriptPageResult{"rest", "X: 1", true, 5}; };
+  const Response response = answerTo("GET /a.qvs HTTP/1.1\r\n\r\n");
+  EXPECT_EQ(response.head, "");
+  EXPECT_EQ(bytesOf(response.body), "rest");
+  EXPECT_FALSE(response.keepAlive);
+  EXPECT_FALSE(response.empty());
+  EXPECT_EQ(logged(), (Lines{"10.0.0.9 > GET /a.qvs"}));
+  EXPECT_EQ(parser.SessionID(), 5);
+
+  pages.page = [](const ScriptPageRequest&) { return ScriptPageResult{"", "", true, 5}; };
+  EXPECT_TRUE(answerTo("GET /a.qvs HTTP/1.1\r\n\r\n").empty());
+}
+
+TEST_F(PageRequests, TheSessionNumberIsThatAfterTheRun) {
+  pages.page = [](const ScriptPageRequest& request) {
+    return ScriptPageResult{std::to_string(request.parser.SessionID()), "", false, 77};
+  };
+  const std::string text = get("/a.qvs", "Cookie: QVS_SESSIONID=12\r\n");
+  EXPECT_TRUE(ends(text, "12"));
+  EXPECT_NE(text.find("Set-Cookie: QVS_SESSIONID=77; path=/\r\n"), std::string::npos);
+  pages.page = [](const ScriptPageRequest&) { return ScriptPageResult{"", "", false, 0}; };
+  EXPECT_EQ(get("/a.qvs").find("Set-Cookie"), std::string::npos);
+}
+
+TEST_F(PageRequests, ARedirectionServesTheNamedPageInstead) {
+  for (const char* target : {"sub/c.qvs", "/sub/c.qvs", "\\sub\\c.qvs", "  /SUB/C.QVS  "}) {
+    firstPageGives(kRedirect + target, "X-First: 1");
+    const std::string text = get("/a.qvs?v=1");
+    EXPECT_TRUE(ends(text, "/srv/Scripts/sub/c.qvs")) << target;
+    EXPECT_EQ(text.find("X-First"), std::string::npos);
+  }
+  EXPECT_EQ(logged().front(), "10.0.0.9 > GET /sub/c.qvs");
+  EXPECT_EQ(parser.RequestVar("v", 4), "");
+}
+
+TEST_F(PageRequests, ARedirectionMayLeadToAFile) {
+  firstPageGives(kRedirect + "plain.txt", "X-First: 1");
+  EXPECT_EQ(get("/a.qvs"),
+            "HTTP/1.1 200 OK\r\n"
+            "Content-Length: 5\r\n"
+            "Server: Quorvane-Server/1.2.3\r\n"
+            "Accept-Ranges: bytes\r\n"
+            "Content-Type: text/plain\r\n"
+            "Last-Modified: Sat, 07 Mar 2026 10:00:00 GMT\r\n"
+            "Connection: Keep-Alive\r\n"
+            "Date: Mon, 09 Mar 2026 10:00:00 GMT\r\n"
+            "\r\n"
+            "plain");
+  EXPECT_EQ(logged(), (Lines{"10.0.0.9 > GET /plain.txt"}));
+}
+
+TEST_F(PageRequests, CookiesSetBeforeARedirectionAreSent) {
+  pages.page = [](const ScriptPageRequest& request) {
+    request.cookies.add({"login", "", false}).setValue("ok");
+    return ScriptPageResult{kRedirect + "plain.txt", "", false, 9};
+  };
+  const std::string text = get("/a.qvs");
+  EXPECT_NE(text.find("Set-Cookie: QVS_SESSIONID=9; path=/\r\nSet-Cookie: login=ok; path=/\r\n"),
+            std::string::npos);
+}
+
+TEST_F(PageRequests, ALocalRedirectionTakesACompletePath) {
+  files.put("/elsewhere/doc.txt", "outside");
+  firstPageGives(kRedirectTo + "/elsewhere/doc.txt");
+  EXPECT_TRUE(ends(get("/a.qvs"), "outside"));
+  EXPECT_EQ(logged(), (Lines{"10.0.0.9 > GET /elsewhere/doc.txt"}));
+  firstPageGives(kRedirectTo + "\\srv\\Scripts\\sub\\C.qvs");
+  EXPECT_TRUE(ends(get("/a.qvs"), "/srv/Scripts/sub/c.qvs"));
+}
+
+TEST_F(PageRequests, ARedirectionStaysInTheDocumentRootAndMayFail) {
+  files.put("/srv/secret.txt", "secret");
+  firstPageGives(kRedirect + "../secret.txt");
+  EXPECT_EQ(get("/a.qvs"), notFoundText("secret.txt"));
+  firstPageGives(kRedirect + "b.qvs?x=1");
+  EXPECT_EQ(get("/a.qvs"), notFoundText("b.qvs?x=1"));
+  firstPageGives(kRedirect + "sub/");
+  EXPECT_EQ(get("/a.qvs"), notFoundText(""));
+  EXPECT_EQ(logged(),
+            (Lines{"10.0.0.9 > NOT FOUND: /../secret.txt", "10.0.0.9 > NOT ALLOWED: /b.qvs?x=1",
+                   "10.0.0.9 > NOT ALLOWED: /sub/"}));
+}
+
+TEST_F(PageRequests, EndlessRedirectionsEndInTheNotFoundAnswer) {
+  firstPageGives(kRedirect + "a.qvs");
+  EXPECT_EQ(get("/a.qvs"), notFoundText("a.qvs"));
+  EXPECT_EQ(pages.urls.size(), 33u);
+  EXPECT_EQ(logged(), (Lines{"10.0.0.9 > NOT FOUND: /a.qvs"}));
+}
+
+TEST_F(PageRequests, AMarkerInsideTheOutputIsOutput) {
+  pageGives("x" + kRedirect + "b.qvs");
+  EXPECT_TRUE(ends(get("/a.qvs"), "x" + kRedirect + "b.qvs"));
+}
+
+TEST_F(PageRequests, OutputIsCompressedForClientsThatAcceptIt) {
+  state.EncodeDynamic = true;
+  pageGives("some output", "X: 1");
+  const std::string plain = get("/a.qvs");
+  EXPECT_TRUE(ends(plain, "some output"));
+  const Response response = answerTo("GET /a.qvs HTTP/1.1\r\nAccept-Encoding: gzip\r\n\r\n");
+  std::string body = bytesOf(response.body);
+  EXPECT_NE(response.head.find("Content-Length: " + std::to_string(body.size()) + "\r\n"),
+            std::string::npos);
+  EXPECT_NE(response.head.find("\r\nX: 1\r\nContent-encoding: gzip\r\nContent-Type: text/html\r\n"),
+            std::string::npos);
+  EXPECT_TRUE(zip.UncompressString(body, clsZipString::kGzip));
+  EXPECT_EQ(body, "some output");
+  // The next request says nothing of encodings and inherits the answer of the last one that did.
+  EXPECT_NE(get("/a.qvs").find("Content-encoding: gzip"), std::string::npos);
+}
+
+TEST_F(PageRequests, EmptyOutputAndUnwantedCompressionStayPlain) {
+  state.EncodeDynamic = true;
+  pageGives("");
+  EXPECT_EQ(get("/a.qvs", "Accept-Encoding: gzip\r\n").find("gzip"), std::string::npos);
+  state.EncodeDynamic = false;
+  pageGives("text");
+  EXPECT_TRUE(ends(get("/a.qvs", "Accept-Encoding: gzip\r\n"), "text"));
+}
+
+TEST_F(PageRequests, SoundFilesWithAnIdArePlayed) {
+  files.put("/srv/Scripts/music/song.mp3", "sound");
+  files.put("/srv/Scripts/music/playmedia.qvs", "player");
+  pages.page = [](const ScriptPageRequest& request) {
+    return ScriptPageResult{request.parser.RequestVar("id", 0), "", false, 0};
+  };
+  EXPECT_TRUE(ends(get("/music/song.mp3?id=5"), "5"));
+  EXPECT_EQ(pages.urls, (Lines{"/srv/Scripts/music/playmedia.qvs"}));
+  EXPECT_EQ(logged(), (Lines{"10.0.0.9 > GET /music/playmedia.qvs"}));
+  EXPECT_TRUE(ends(get("/music/song.mp3"), "sound"));
+  EXPECT_TRUE(ends(get("/music/song.mp3?id="), "sound"));
+  EXPECT_EQ(get("/song.WAV?id=1"), notFoundText("playmedia.qvs"));
+}
+
+TEST_F(PageRequests, PagesOfModulesBringTheirText) {
+  modules.loadModule(
+      ModuleBuilder{{{"/", "m.qvs", "module page"}, {"/", "m.txt", "text"}}}.build());
+  pageGives("ran");
+  EXPECT_TRUE(ends(get("/M.qvs"), "ran"));
+  EXPECT_EQ(pages.fileData, "module page");
+  EXPECT_TRUE(ends(get("/a.qvs"), "ran"));
+  EXPECT_EQ(pages.fileData, "");
+  state.NoQvm = true;
+  EXPECT_EQ(get("/m.qvs"), notFoundText("m.qvs"));
+}
