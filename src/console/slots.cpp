@@ -30,7 +30,7 @@ int Slots::lowestClosed() {
 
 std::optional<int> Slots::accept(ConnectionRequest& request) {
   const int index = lowestClosed();
-  record(index) = SlotRecord{};
+  record(index).reset();
   socket(index).tag.clear();
   if (!socket(index).accept(request)) return std::nullopt;
   return index;
@@ -41,14 +41,14 @@ void Slots::close(int index) {
   closing.tag.clear();
   if (closing.state() == SocketState::Closed) return;
   closing.close();
-  record(index) = SlotRecord{};  // what a gone client sent takes no memory
+  record(index).reset();  // what a gone client sent takes no memory
   noteClosed(index);
 }
 
 void Slots::closeAll() {
   for (int index = highest(); index >= 0; --index) socket(index).close();
   slots_.resize(1);
-  slots_.front().record = SlotRecord{};
+  slots_.front().record.reset();
   slots_.front().socket->tag.clear();
   closed_.assign(1, 0);
 }
