@@ -11,7 +11,6 @@
 #include "platform/process.h"
 #include "script/aspRequestObj.h"
 #include "script/aspResponseObj.h"
-#include "script/end_of_page.h"
 #include "script/error_page.h"
 #include "script/global_members.h"
 #include "script/include_expansion.h"
@@ -21,6 +20,9 @@
 #include "support/text.h"
 
 namespace {
+
+/// The error with which a translated page ends itself early.
+constexpr std::int32_t kEndOfPage = 6006;
 
 /// What the members usable without an object's name are published under: no script can spell it.
 constexpr std::string_view kNoName = "";
@@ -229,8 +231,9 @@ void aspMainParser::debugOutput(const std::string& dbgData) {
   events_.DebugOutput(dbgData);
 }
 
-void aspMainParser::finish() {
+void aspMainParser::endPage() {
   published_->response->finish();
+  throw vbs::EndOfRun{};
 }
 
 std::optional<std::string> aspMainParser::pageFile(std::string_view target) const {
@@ -250,5 +253,6 @@ void aspMainParser::execute(const std::string& target) {
   ++executeDepth_;
   const auto error = runProgram(translate(strReadFile(*file), std::string(paths::folderOf(*file))));
   --executeDepth_;
+  if (error && error->number == kEndOfPage) endPage();
   if (error) throw vbs::ScriptError{error->number, error->description, error->source, {}, 0};
 }

@@ -71,7 +71,7 @@ class aspMainParser final : private aspServerObj::Page {
 
   void debugOutput(const std::string& dbgData) override;
   void execute(const std::string& target) override;
-  void finish() override;
+  void endPage() override;
 
   const PageServices& services_;
   PageEvents& events_;

@@ -4,10 +4,10 @@
 #include <utility>
 
 #include "script/clsWCookie.h"
-#include "script/end_of_page.h"
 #include "script/script_values.h"
 #include "support/text.h"
 #include "vbscript/convert.h"
+#include "vbscript/host.h"
 
 using namespace std::string_view_literals;
 
@@ -200,7 +200,8 @@ vbs::Value aspResponseObj::callRedirectTo(vbs::Args args) {
 }
 
 vbs::Value aspResponseObj::callEnd(vbs::Args) {
-  endPage();
+  finish();
+  throw vbs::EndOfRun{};
 }
 
 void aspResponseObj::appendBytes(const vbs::ArrayRep& array) {

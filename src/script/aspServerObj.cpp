@@ -11,7 +11,6 @@
 #include "script/base64.h"
 #include "script/clsHVar.h"
 #include "script/creatable_objects.h"
-#include "script/end_of_page.h"
 #include "script/script_values.h"
 #include "support/clsWEncode.h"
 #include "support/paths.h"
@@ -194,6 +193,6 @@ vbs::Value aspServerObj::callExecute(vbs::Args args) {
 
 vbs::Value aspServerObj::callTransfer(vbs::Args args) {
   page().execute(text(args[0]));
-  page().finish();
-  endPage();
+  page().endPage();
+  return {};
 }

@@ -24,8 +24,8 @@ class aspServerObj final : public vbs::NativeObject<aspServerObj> {
     /// Runs another page of the document root with the same objects; its output follows what has
     /// been written. Throws what that page stopped with.
     virtual void execute(const std::string& target) = 0;
-    /// Nothing that the page still writes is taken.
-    virtual void finish() = 0;
+    /// Ends the run at once; nothing is written any more. Does not return.
+    virtual void endPage() = 0;
   };
 
   /// `services` and `page` outlive the run.
