@@ -81,6 +81,15 @@ void widenInto(char* target, std::string_view ansi) {
   }
 }
 
+/// Bodies of all one-byte texts; the table itself is a holder of each, so they never end. Made for
+/// each thread because counts are not atomic, and never destroyed because values may stand in
+/// objects that outlive everything local to the thread.
+struct OneByteBody {
+  StringRep rep;
+  std::array<char, 8> text;
+};
+constinit thread_local std::array<OneByteBody, 256> oneByteBodies{};
+
 int sign(bool less) {
   return less ? -1 : 1;
 }
@@ -167,6 +176,16 @@ String::String(std::string_view ansi) {
   rep_->bytes = static_cast<std::uint32_t>(ansi.size());
 }
 
+String String::ofByte(char ansi) {
+  OneByteBody& body = oneByteBodies[static_cast<unsigned char>(ansi)];
+  if (body.rep.references == 0) {
+    body.rep = {1, Encoding::Ansi, 1, static_cast<std::uint32_t>(body.text.size())};
+    *body.rep.data() = ansi;
+  }
+  ++body.rep.references;
+  return adopt(&body.rep);
+}
+
 String String::withCapacity(Encoding encoding, std::size_t capacity) {
   return adopt(allocate(encoding, capacity));
 }
@@ -242,7 +261,7 @@ String String::substr(std::size_t start, std::size_t count) const {
   if (start >= size) return String();
   count = std::min(count, size - start);
   if (start == 0 && count == size) return *this;
-  if (isAnsi()) return String(raw().substr(start, count));
+  if (isAnsi()) return count == 1 ? ofByte(raw()[start]) : String(raw().substr(start, count));
   return fromWideBytes(raw().substr(start * 2, count * 2));
 }
 

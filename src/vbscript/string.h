@@ -38,6 +38,7 @@ class String {
   static String fromWide(std::u16string_view text);     ///< narrowed to Ansi when every unit fits
   static String fromWideBytes(std::string_view bytes);  ///< byte string as ChrB makes it
   static String fromUtf8(std::string_view text);
+  static String ofByte(char ansi);  ///< one character, without an allocation
   /// Ansi or Wide with room for `capacity` bytes and a length of zero.
   static String withCapacity(Encoding encoding, std::size_t capacity);
 

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "vbscript/host.h"
+#include "vbscript/object.h"
 #include "vbscript/value.h"
 
 namespace vbs {
@@ -42,5 +43,9 @@ const Intrinsic* findIntrinsic(std::string_view lowerName);
 
 /// Null when `lowerName` is no built-in constant (vbCrLf, vbRed, ...).
 const Value* findConstant(std::string_view lowerName);
+
+/// `Erase`: empties the elements of a fixed array, frees those of a dynamic one. Error 13 for what
+/// is no array, 10 while a loop or an element reference holds it.
+void eraseArray(Value& variable);
 
 }  // namespace vbs

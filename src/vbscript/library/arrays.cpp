@@ -1,0 +1,54 @@
+#include <algorithm>
+#include <vector>
+
+#include "vbscript/library/arguments.h"
+
+namespace vbs::intrinsic {
+
+namespace {
+
+std::int32_t extentAt(Args args) {
+  const Value& array = args[0].deref();
+  if (!array.isArray()) throwError(ErrorCode::TypeMismatch);
+  const std::int32_t dimension = longOr(args, 1, 1);
+  const auto extents = array.asArray()->extents();
+  if (dimension < 1 || static_cast<std::size_t>(dimension) > extents.size()) {
+    throwError(ErrorCode::SubscriptOutOfRange);
+  }
+  return extents[static_cast<std::size_t>(dimension) - 1];
+}
+
+}  // namespace
+
+Value array(Runtime&, Args args) {
+  std::vector<Value> values;
+  values.reserve(args.size());
+  for (const Value& argument : args) values.push_back(argument.deref());
+  return Value::array(ArrayRep::fromValues(std::move(values)));
+}
+
+Value lBound(Runtime&, Args args) {
+  extentAt(args);
+  return Value::longInt(0);
+}
+
+Value uBound(Runtime&, Args args) {
+  return Value::longInt(extentAt(args) - 1);
+}
+
+}  // namespace vbs::intrinsic
+
+namespace vbs {
+
+void eraseArray(Value& variable) {
+  Value& target = variable.deref();
+  if (!target.isArray()) throwError(ErrorCode::TypeMismatch);
+  if (target.asArray()->locks > 0) throwError(ErrorCode::ArrayLocked);
+  const bool fixed = target.asArray()->fixed;
+  const auto extents = target.asArray()->extents();
+  Value empty = Value::array(ArrayRep::create(fixed ? extents : extents.subspan(extents.size())));
+  empty.asArray()->fixed = fixed;
+  target = std::move(empty);
+}
+
+}  // namespace vbs

@@ -1,0 +1,72 @@
+#include "vbscript/library/arguments.h"
+
+namespace vbs::intrinsic {
+
+namespace {
+
+constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+
+bool staysAsItIs(char16_t unit) {
+  if (unit >= 0x80) return false;
+  const char c = static_cast<char>(unit);
+  const bool alphanumeric =
+      (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+  return alphanumeric || std::string_view("@*_+-./").find(c) != std::string_view::npos;
+}
+
+void appendHex(std::string& out, unsigned number, unsigned digits) {
+  while (digits-- > 0) out.push_back(kHexDigits[number >> (digits * 4) & 0xF]);
+}
+
+/// The number that `digits` hexadecimal digits at `at` spell, or -1.
+int readHex(const String& text, std::size_t at, std::size_t digits) {
+  if (at + digits > text.length()) return -1;
+  int number = 0;
+  for (std::size_t i = at; i < at + digits; ++i) {
+    const char16_t unit = text.at(i);
+    const char upper = static_cast<char>(unit >= u'a' && unit <= u'f' ? unit - 32 : unit);
+    const auto value = unit < 0x80 ? kHexDigits.find(upper) : std::string_view::npos;
+    if (value == std::string_view::npos) return -1;
+    number = number * 16 + static_cast<int>(value);
+  }
+  return number;
+}
+
+}  // namespace
+
+Value escape(Runtime&, Args args) {
+  const Operand source(args[0]);
+  if (source->isNull()) return Value::null();
+  const String text = toString(*source);
+  std::string out;
+  for (std::size_t i = 0; i < text.length(); ++i) {
+    const char16_t unit = text.at(i);
+    if (staysAsItIs(unit)) {
+      out.push_back(static_cast<char>(unit));
+    } else if (unit < 0x100) {
+      out.push_back('%');
+      appendHex(out, unit, 2);
+    } else {
+      out += "%u";
+      appendHex(out, unit, 4);
+    }
+  }
+  return String(out);
+}
+
+Value unescape(Runtime&, Args args) {
+  const Operand source(args[0]);
+  if (source->isNull()) return Value::null();
+  const String text = toString(*source);
+  std::u16string out;
+  for (std::size_t i = 0; i < text.length();) {
+    const bool percent = text.at(i) == u'%';
+    const bool longForm = percent && i + 1 < text.length() && text.at(i + 1) == u'u';
+    const int code = !percent ? -1 : longForm ? readHex(text, i + 2, 4) : readHex(text, i + 1, 2);
+    out.push_back(code >= 0 ? static_cast<char16_t>(code) : text.at(i));
+    i += code < 0 ? 1 : longForm ? 6 : 3;
+  }
+  return String::fromWide(out);
+}
+
+}  // namespace vbs::intrinsic

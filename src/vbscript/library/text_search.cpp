@@ -1,0 +1,220 @@
+#include <algorithm>
+#include <limits>
+#include <vector>
+
+#include "vbscript/library/arguments.h"
+
+namespace vbs::intrinsic {
+
+namespace {
+
+constexpr std::size_t kNone = std::string_view::npos;
+
+/// Finds one text in another, both as bytes when both are held so. Borrows the texts.
+class Searcher {
+ public:
+  Searcher(const String& text, const String& part, bool ignoreCase)
+      : ansi_(text.isAnsi() && part.isAnsi()),
+        text_(ignoreCase ? text.lower() : text),
+        part_(ignoreCase ? part.lower() : part) {
+    if (ansi_) return;
+    wideText_ = text_.wide();
+    widePart_ = part_.wide();
+  }
+
+  /// The first place at or behind `from`.
+  std::size_t find(std::size_t from) const {
+    return ansi_ ? text_.ansi().find(part_.ansi(), from) : wideText_.find(widePart_, from);
+  }
+  /// The last place at or before `from`.
+  std::size_t findLast(std::size_t from) const {
+    return ansi_ ? text_.ansi().rfind(part_.ansi(), from) : wideText_.rfind(widePart_, from);
+  }
+
+  /// Up to `most` places that do not overlap, from `from` on. The part is not empty.
+  std::vector<std::size_t> findAll(std::size_t from, std::size_t most) const {
+    std::vector<std::size_t> places;
+    const std::size_t step = part_.length();
+    while (places.size() < most) {
+      const std::size_t place = find(from);
+      if (place == kNone) break;
+      places.push_back(place);
+      from = place + step;
+    }
+    return places;
+  }
+
+ private:
+  bool ansi_;
+  String text_;
+  String part_;
+  std::u16string wideText_;
+  std::u16string widePart_;
+};
+
+/// A count argument where -1 means all; error 5 below.
+std::size_t mostAt(Args args, std::size_t index) {
+  const std::int32_t most = longOr(args, index, -1);
+  if (most < -1) throwError(ErrorCode::InvalidCall);
+  return most == -1 ? SIZE_MAX : static_cast<std::size_t>(most);
+}
+
+/// The text with `with` in place of `skip` characters at each of the places.
+String spliced(const String& text, const std::vector<std::size_t>& places, std::size_t skip,
+               const String& with) {
+  String result;
+  if (text.isAnsi() && with.isAnsi()) {
+    result = String::withCapacity(
+        Encoding::Ansi, text.length() + places.size() * with.length() - places.size() * skip);
+  }
+  std::size_t from = 0;
+  const auto copyUpTo = [&](std::size_t to) {
+    if (text.isAnsi()) {
+      result.appendAnsi(text.ansi().substr(from, to - from));
+    } else {
+      result.append(text.substr(from, to - from));
+    }
+  };
+  for (const std::size_t place : places) {
+    copyUpTo(place);
+    result.append(with);
+    from = place + skip;
+  }
+  copyUpTo(text.length());
+  return result;
+}
+
+ArrayRep& vectorAt(Args args, std::size_t index) {
+  const Value& array = args[index].deref();
+  if (!array.isArray()) throwError(ErrorCode::TypeMismatch);
+  ArrayRep& rep = *array.asArray();
+  if (rep.rank > 1 || rep.elementType == Type::Byte) throwError(ErrorCode::TypeMismatch);
+  return rep;
+}
+
+Value textArray(std::vector<Value> texts) {
+  return Value::array(ArrayRep::fromValues(std::move(texts)));
+}
+
+}  // namespace
+
+Value inStr(Runtime&, Args args) {
+  const bool hasStart = args.size() > 2;
+  const std::size_t at = hasStart ? 1 : 0;
+  const Operand source(args[at]);
+  const Operand wanted(args[at + 1]);
+  const bool ignoreCase = ignoresCase(args, at + 2);
+  const std::int32_t start = hasStart ? longOr(args, 0, 1) : 1;
+  if (source->isNull() || wanted->isNull()) return Value::null();
+  if (start < 1) throwError(ErrorCode::InvalidCall);
+  const String text = toString(*source);
+  const String part = toString(*wanted);
+  const auto first = static_cast<std::size_t>(start) - 1;
+  if (first >= text.length()) return Value::longInt(0);
+  const std::size_t found = text.isAnsi() && part.isAnsi() && !ignoreCase
+                                ? text.ansi().find(part.ansi(), first)
+                                : Searcher(text, part, ignoreCase).find(first);
+  return lengthValue(found == kNone ? 0 : found + 1);
+}
+
+Value inStrRev(Runtime&, Args args) {
+  const Operand source(args[0]);
+  const Operand wanted(args[1]);
+  const std::int32_t start = longOr(args, 2, -1);
+  const bool ignoreCase = ignoresCase(args, 3);
+  if (source->isNull() || wanted->isNull()) return Value::null();
+  if (start == 0 || start < -1) throwError(ErrorCode::InvalidCall);
+  const String text = toString(*source);
+  const String part = toString(*wanted);
+  const std::size_t end = start == -1 ? text.length() : static_cast<std::size_t>(start);
+  if (text.empty() || end > text.length()) return Value::longInt(0);
+  if (part.empty()) return lengthValue(end);
+  if (part.length() > end) return Value::longInt(0);
+  const std::size_t found = Searcher(text, part, ignoreCase).findLast(end - part.length());
+  return lengthValue(found == kNone ? 0 : found + 1);
+}
+
+Value replace(Runtime&, Args args) {
+  const String whole = toString(args[0]);
+  const String part = toString(args[1]);
+  const String with = toString(args[2]);
+  const std::int32_t start = longOr(args, 3, 1);
+  const std::size_t most = mostAt(args, 4);
+  const bool ignoreCase = ignoresCase(args, 5);
+  if (start < 1) throwError(ErrorCode::InvalidCall);
+  const String text = whole.substr(static_cast<std::size_t>(start) - 1, SIZE_MAX);
+  if (part.empty()) return text;
+  const auto places = Searcher(text, part, ignoreCase).findAll(0, most);
+  return places.empty() ? text : spliced(text, places, part.length(), with);
+}
+
+Value split(Runtime&, Args args) {
+  const String text = toString(args[0]);
+  const String mark = given(args, 1) ? toString(args[1]) : String::ofByte(' ');
+  const std::size_t most = mostAt(args, 2);
+  const bool ignoreCase = ignoresCase(args, 3);
+  std::vector<Value> parts;
+  if (text.empty() || most == 0) return textArray(std::move(parts));
+  if (mark.empty()) {
+    parts.emplace_back(text);
+    return textArray(std::move(parts));
+  }
+  const auto places = Searcher(text, mark, ignoreCase).findAll(0, most - 1);
+  parts.reserve(places.size() + 1);
+  std::size_t from = 0;
+  for (const std::size_t place : places) {
+    parts.emplace_back(text.substr(from, place - from));
+    from = place + mark.length();
+  }
+  parts.emplace_back(text.substr(from, SIZE_MAX));
+  return textArray(std::move(parts));
+}
+
+Value join(Runtime&, Args args) {
+  ArrayRep& rep = vectorAt(args, 0);
+  const String mark = given(args, 1) ? toString(args[1]) : String::ofByte(' ');
+  const Value holder = args[0].deref();  // a default value's code must not end the array
+  std::size_t size = 0;
+  for (std::size_t i = 0; i < rep.count; ++i) {
+    const Value& item = rep.elements[i];
+    size += mark.raw().size() + (item.isString() ? item.asString().raw().size() : 8);
+  }
+  String result = String::withCapacity(Encoding::Ansi, size);
+  for (std::size_t i = 0; i < rep.count; ++i) {
+    if (i > 0) result.append(mark);
+    const Operand item(rep.elements[i]);
+    if (item->isNull()) throwError(ErrorCode::TypeMismatch);
+    result.append(toString(*item));
+  }
+  return result;
+}
+
+Value filter(Runtime&, Args args) {
+  ArrayRep& rep = vectorAt(args, 0);
+  if (rep.rank == 0) throwError(ErrorCode::TypeMismatch);
+  const String part = toString(args[1]);
+  const bool include = booleanOr(args, 2, true);
+  const bool ignoreCase = ignoresCase(args, 3);
+  const Value holder = args[0].deref();
+  std::vector<Value> kept;
+  for (std::size_t i = 0; i < rep.count; ++i) {
+    const String item = toString(rep.elements[i]);
+    const bool has = Searcher(item, part, ignoreCase).find(0) != kNone;
+    if (has == include) kept.emplace_back(item);
+  }
+  return textArray(std::move(kept));
+}
+
+Value strComp(Runtime&, Args args) {
+  const Operand a(args[0], args[1]);
+  const Operand b(args[1]);
+  const bool ignoreCase = ignoresCase(args, 2);
+  if (a->isNull() || b->isNull()) return Value::null();
+  const String first = toString(*a);
+  const String second = toString(*b);
+  const int order =
+      ignoreCase ? String::compareText(first, second) : String::compareBinary(first, second);
+  return Value::integer(static_cast<std::int16_t>(order));
+}
+
+}  // namespace vbs::intrinsic
