@@ -1,0 +1,10 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "support/date_time.h"
+
+/// When a file's content last changed, in the machine's own time zone, to the second; nothing for
+/// a missing file. For records that are kept with a file, not for comparing.
+std::optional<CalendarTime> localFileTime(const std::string& path);
