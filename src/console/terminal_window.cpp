@@ -27,15 +27,13 @@ TerminalWindow::TerminalWindow(FormModel& form, Terminal& terminal, EventLoop& l
 
 TerminalWindow::~TerminalWindow() {
   *alive_ = false;
-  form_.onChange = nullptr;
   terminal_.close();
 }
 
 bool TerminalWindow::open() {
-  if (!terminal_.open(*this)) return false;
-  form_.onChange = [this] { requestFrame(); };
-  requestFrame();
-  return true;
+  open_ = terminal_.open(*this);
+  if (open_) requestFrame();
+  return open_;
 }
 
 /// The first change is drawn right after the event that brought it; those that follow wait for the

@@ -24,7 +24,7 @@ struct TerminalWindowServer {
 
 /// The server's window on a terminal. It draws the form whenever the form says that it has changed,
 /// though only some times a second however often that is, and makes clicks of keys and mouse.
-/// It takes over the form's onChange while it lives. Form, terminal and loop outlive it.
+/// Form, terminal and loop outlive it.
 class TerminalWindow final : private TerminalEvents {
  public:
   TerminalWindow(FormModel& form, Terminal& terminal, EventLoop& loop, TerminalWindowServer server);
@@ -34,6 +34,10 @@ class TerminalWindow final : private TerminalEvents {
 
   /// False when the terminal can't be drawn on.
   bool open();
+  bool isOpen() const { return open_; }
+
+  /// To be called when the form has changed, as often as it likes, once the window is open.
+  void formChanged() { requestFrame(); }
 
  private:
   /// What keys go to, in the order in which Tab visits them.
@@ -78,7 +82,8 @@ class TerminalWindow final : private TerminalEvents {
   TerminalWindowServer server_;
 
   std::unique_ptr<Timer> frames_;  ///< runs while there is something to draw
-  bool stale_ = false;             ///< the screen differs from the form
+  bool open_ = false;
+  bool stale_ = false;  ///< the screen differs from the form
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 
   TerminalLayout layout_;

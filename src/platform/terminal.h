@@ -69,6 +69,9 @@ class Terminal {
  public:
   virtual ~Terminal() = default;
 
+  /// Whether there is a terminal at all, rather than a file or another program.
+  virtual bool isThere() const = 0;
+
   /// Takes over the screen, and the events begin. False when it can't be drawn on. While it is
   /// open a crash of the program puts the terminal back as it was.
   virtual bool open(TerminalEvents& events) = 0;

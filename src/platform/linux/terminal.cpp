@@ -122,6 +122,7 @@ class CursesTerminal final : public Terminal {
   CursesTerminal& operator=(const CursesTerminal&) = delete;
   ~CursesTerminal() override { CursesTerminal::close(); }
 
+  bool isThere() const override { return ::isatty(STDIN_FILENO) && ::isatty(STDOUT_FILENO); }
   bool open(TerminalEvents& events) override;
   void close() override;
 
@@ -153,7 +154,7 @@ class CursesTerminal final : public Terminal {
 };
 
 bool CursesTerminal::open(TerminalEvents& events) {
-  if (screen_ || !::isatty(STDIN_FILENO) || !::isatty(STDOUT_FILENO)) return false;
+  if (screen_ || !isThere()) return false;
   termios before{};
   if (::tcgetattr(STDIN_FILENO, &before) != 0) return false;
   chooseCharacterSet();

@@ -11,6 +11,7 @@ class FakeTerminal final : public Terminal {
  public:
   FakeTerminal(int rows, int columns) { resize(rows, columns); }
 
+  bool isThere() const override { return there; }
   bool open(TerminalEvents& events) override {
     if (openFails) return false;
     events_ = &events;
@@ -69,6 +70,7 @@ class FakeTerminal final : public Terminal {
   }
 
   bool colours = true;
+  bool there = true;
   bool openFails = false;
   bool isStuck = false;
   int shows = 0;
