@@ -1,5 +1,6 @@
 #include "console/mainForm.h"
 
+#include <exception>
 #include <utility>
 
 #include "console/access_rules.h"
@@ -140,11 +141,18 @@ void mainForm::listenerError() {
   if (serverRunning_) listener_->listen(listener_->localPort());
 }
 
+/// The one place where an exception of a request stops: whatever a client or a page has brought
+/// about costs that connection and nothing else.
 void mainForm::dataArrival(int index, std::string_view data) {
   if (!objects_) return;
-  auto response = objects_->handling().dataArrival(index, slots_.record(index), data,
-                                                   slots_.socket(index).remoteHostIP());
-  if (response) answer(index, std::move(*response));
+  try {
+    auto response = objects_->handling().dataArrival(index, slots_.record(index), data,
+                                                     slots_.socket(index).remoteHostIP());
+    if (response) answer(index, std::move(*response));
+  } catch (const std::exception& error) {
+    status_.LogLine(std::string("Request failed: ") + error.what());
+    slots_.close(index);
+  }
 }
 
 void mainForm::answer(int index, Response response) {

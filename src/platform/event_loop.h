@@ -40,6 +40,7 @@ class EventLoop {
   virtual std::unique_ptr<Timer> makeTimer(std::chrono::milliseconds interval,
                                            std::function<void()> tick) = 0;
 
-  /// `asked` runs, as an event, each time the system asks the program to end.
+  /// `asked` runs, as an event, each time the system asks the program to end; it takes the place
+  /// of what was given before.
   virtual void onTerminationRequest(std::function<void()> asked) = 0;
 };

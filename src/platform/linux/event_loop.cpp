@@ -109,7 +109,8 @@ class LinuxEventLoop final : public EventLoop {
   }
 
   void onTerminationRequest(std::function<void()> asked) override {
-    asked_ = std::move(asked);
+    const bool isWaiting = static_cast<bool>(std::exchange(asked_, std::move(asked)));
+    if (isWaiting) return;
     asio::error_code ignored;
     for (const int number : {SIGTERM, SIGINT, SIGHUP}) signals_.add(number, ignored);
     waitForSignal();

@@ -1,0 +1,5 @@
+#include "startup/command_line.h"
+
+#include "support/text.h"
+
+CommandLine::CommandLine(std::string_view text) : text_(lowerCase(text)) {}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+/// The program's arguments. A switch counts wherever its text occurs, in any letter case:
+/// "/startnow" holds "/start" as well.
+class CommandLine {
+ public:
+  explicit CommandLine(std::string_view text);
+
+  bool has(std::string_view lowerCaseSwitch) const {
+    return text_.find(lowerCaseSwitch) != std::string::npos;
+  }
+  const std::string& text() const { return text_; }  ///< in lower case
+
+ private:
+  std::string text_;
+};

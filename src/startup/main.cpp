@@ -1,0 +1,65 @@
+#include <cstdio>
+#include <string_view>
+
+#include "console/mainForm.h"
+#include "console/page_side.h"
+#include "console/terminal_console.h"
+#include "platform/system.h"
+#include "startup/Registry.h"
+#include "startup/SysInfo.h"
+#include "startup/mainMod.h"
+#include "startup/modService.h"
+#include "startup/settings.h"
+#include "startup/version.h"
+#include "support/server_state.h"
+
+namespace {
+
+void printLine(std::string_view line) {
+  std::fwrite(line.data(), 1, line.size(), stdout);
+  std::fputc('\n', stdout);
+  std::fflush(stdout);
+}
+
+TerminalWindowServer serverOf(mainForm& window) {
+  TerminalWindowServer server;
+  server.clickButton = [&window](int button) { window.clickButton(button); };
+  server.clickStatusLine = [&window](int line) { window.clickStatusLine(line); };
+  server.closeWindow = [&window] { window.closeWindow(); };
+  server.running = [&window] { return window.running(); };
+  server.uptime = [&window] { return window.uptime(); };
+  return server;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const auto process = makeProcess(argc, argv);
+  const auto files = makeFiles();
+  const auto clock = makeClock();
+  const auto random = makeRandom();
+  const auto loop = makeEventLoop();
+  const std::string root = settingsRoot();
+  const auto storage = makeSettingsStorage(*files, root);
+  const auto instance = makeInstanceLock(root);
+  const auto manager = makeServiceManager();
+  const auto nts = makeServiceHost(*loop, *files);
+
+  ServerState state;
+  state.AppVersion = kAppVersion;
+  Registry registry(*storage);
+  Settings settings(registry, state);
+  const SysInfo system(*process);
+  modService service(*manager, *loop, *clock, system);
+
+  mainForm window({state, *loop, *clock, *files, *random, settings, pageSideMaker(*process)});
+  const auto terminal = makeTerminal(*loop);
+  const TerminalConsole console(window.form(), window.status().echo, terminal.get(), *loop,
+                                serverOf(window), printLine);
+  loop->onTerminationRequest([&window] { window.closeWindow(); });
+
+  mainMod startup(
+      {state, settings, *process, *files, *clock, *loop, system, service, *nts, *instance, window});
+  if (startup.Main() == mainMod::Run::Lives) loop->run();
+  return 0;
+}
