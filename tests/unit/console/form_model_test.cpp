@@ -1,0 +1,58 @@
+#include "console/form_model.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(FormModelTest, ControlsHaveTheirNamesIndicesAndCaptions) {
+  FormModel form;
+  EXPECT_EQ(form.name, "mainForm");
+  EXPECT_EQ(form.Label1[0].caption, "Sockets");
+  EXPECT_EQ(form.Label1[1].caption, "Sessions");
+  EXPECT_EQ(form.Label1[2].caption, "Log");
+  EXPECT_EQ(form.btt[0].caption, "Start/Stop");
+  EXPECT_EQ(form.btt[1].caption, "Clear Log");
+  const auto controls = form.controls();
+  ASSERT_EQ(controls.size(), 6U);
+  EXPECT_EQ(controls[0]->name, "dbgText");
+  EXPECT_EQ(controls[5]->name, "btt");
+  EXPECT_EQ(controls[5]->index, 1);
+}
+
+TEST(ListModelTest, ABoundedListKeepsTheNewestAndItsSelection) {
+  ListModel list(3);
+  for (const char* line : {"a", "b", "c"}) list.add(line);
+  list.select(1);
+  list.add("d");
+  EXPECT_EQ(list.lines(), (std::deque<std::string>{"b", "c", "d"}));
+  EXPECT_EQ(list.selected(), 0);
+  EXPECT_EQ(list.dropped(), 1U);
+  list.add("e");
+  EXPECT_EQ(list.selected(), -1) << "its line is gone";
+  list.add("f");
+  EXPECT_EQ(list.selected(), -1);
+}
+
+TEST(ListModelTest, TheStatusListKeepsTenThousandLines) {
+  FormModel form;
+  for (int i = 0; i < 10'005; ++i) form.llist[0].add(std::to_string(i));
+  EXPECT_EQ(form.llist[0].lines().size(), 10'000U);
+  EXPECT_EQ(form.llist[0].lines().front(), "5");
+}
+
+TEST(ListModelTest, SelectingOutsideSelectsNothing) {
+  ListModel list;
+  list.add("a");
+  list.select(0);
+  EXPECT_EQ(list.selected(), 0);
+  list.select(1);
+  EXPECT_EQ(list.selected(), -1);
+  list.select(-7);
+  EXPECT_EQ(list.selected(), -1);
+  list.select(0);
+  list.clear();
+  EXPECT_EQ(list.selected(), -1);
+  EXPECT_TRUE(list.lines().empty());
+}
+
+}  // namespace

@@ -1,0 +1,233 @@
+#include "console/mainForm.h"
+
+#include "window_fixture.h"
+
+namespace {
+
+class MainForm : public WindowTest {};
+
+TEST_F(MainForm, AStartReadsSettingsBindsThePortAndMakesTenSockets) {
+  settings.onLoad = [](ServerState& s) { s.ServerPort = 8080; };
+  window.StartServer();
+  EXPECT_TRUE(window.running());
+  EXPECT_EQ(settings.loads, 1);
+  EXPECT_EQ(loop.listener->state(), SocketState::Listening);
+  EXPECT_EQ(window.port(), 8080);
+  EXPECT_EQ(loop.sockets.size(), 10U);
+  EXPECT_EQ(stage.alive, 1);
+  EXPECT_EQ(lines(), (std::vector<std::string>{"Server Start", "LCID: 1033"}));
+}
+
+TEST_F(MainForm, AStartWhileRunningDoesNothingUnlessForced) {
+  window.StartServer();
+  window.StartServer();
+  EXPECT_EQ(settings.loads, 1);
+  connect();
+  forgetLines();
+  window.StartServer(true);
+  EXPECT_EQ(lines().front(), "Server Start (forced)");
+  EXPECT_EQ(settings.loads, 2);
+  EXPECT_EQ(loop.sockets[0]->state(), SocketState::Closed);
+  EXPECT_EQ(stage.made, 1) << "sessions survive a forced start";
+  EXPECT_EQ(stage.keysForgotten, 2) << "keys don't";
+  EXPECT_TRUE(window.running());
+}
+
+TEST_F(MainForm, AForcedStartOfAStoppedServerIsAnOrdinaryOne) {
+  window.StartServer(true);
+  EXPECT_EQ(lines().front(), "Server Start");
+}
+
+TEST_F(MainForm, AStopReleasesEverything) {
+  window.StartServer();
+  connect();
+  window.StopServer();
+  EXPECT_FALSE(window.running());
+  EXPECT_EQ(stage.alive, 0) << "sessions are lost";
+  EXPECT_EQ(loop.sockets.size(), 1U);
+  EXPECT_EQ(loop.sockets[0]->state(), SocketState::Closed);
+  EXPECT_EQ(loop.listener->state(), SocketState::Closed);
+  EXPECT_EQ(lastLine(), "Server Stop");
+  window.StartServer();
+  EXPECT_EQ(stage.made, 2);
+}
+
+TEST_F(MainForm, ATakenPortIsAnErrorAndLeavesTheServerStopped) {
+  loop.takenPorts = {7007};
+  window.StartServer();
+  EXPECT_FALSE(window.running());
+  EXPECT_EQ(stage.alive, 0);
+  const auto all = lines();
+  ASSERT_GE(all.size(), 2U);
+  EXPECT_EQ(all[all.size() - 2], "******* PORT ERROR: Unable to bind to port 7007");
+  EXPECT_EQ(all.back(), "Server Stop");
+  EXPECT_FALSE(loop.stopped) << "the window stays";
+  loop.takenPorts.clear();
+  window.StartServer();
+  EXPECT_TRUE(window.running());
+}
+
+TEST_F(MainForm, TheLanguageIsTheSettingsElseTheUsersElseEnglish) {
+  settings.language = "1046";
+  window.StartServer();
+  EXPECT_EQ(languageFolder, "/base/Lang");
+  EXPECT_EQ(languageWanted, 1046);
+  EXPECT_EQ(lastLine(), "LCID: 1046");
+  settings.language = "deutsch";
+  window.StartServer(true);
+  EXPECT_EQ(languageWanted, 1033);
+  settings.onLoad = [](ServerState& s) { s.DefaultLCID = 1031; };
+  window.StartServer(true);
+  EXPECT_EQ(languageWanted, 1031);
+}
+
+TEST_F(MainForm, AConnectionGoesIntoTheLowestClosedSlot) {
+  window.StartServer();
+  forgetLines();
+  EXPECT_EQ(connect("10.0.0.1"), loop.sockets[0]);
+  EXPECT_EQ(lastLine(), "Connection request from IP 10.0.0.1");
+  for (int i = 1; i < 10; ++i) connect();
+  EXPECT_EQ(connect()->index, 10);
+  loop.sockets[3]->peerClose();
+  EXPECT_EQ(connect()->index, 3);
+}
+
+TEST_F(MainForm, ARefusedConnectionLeavesNoTrace) {
+  settings.onLoad = [](ServerState& s) { s.LocalhostOnly = s.LocalAddrControl = true; };
+  window.StartServer();
+  forgetLines();
+  EXPECT_EQ(connect("192.168.1.5"), nullptr);
+  EXPECT_TRUE(lines().empty());
+  EXPECT_NE(connect("127.0.0.1"), nullptr);
+}
+
+TEST_F(MainForm, SendCompleteClosesOnlyWhatIsMarked) {
+  window.StartServer();
+  FakeSocket& socket = *connect();
+  socket.completeSend();
+  EXPECT_EQ(socket.state(), SocketState::Connected);
+  socket.tag = "X";
+  socket.completeSend();
+  EXPECT_EQ(socket.state(), SocketState::Closed);
+  EXPECT_EQ(socket.tag, "");
+}
+
+TEST_F(MainForm, APeersEndClosesTheSlot) {
+  window.StartServer();
+  FakeSocket& socket = *connect();
+  socket.tag = "X";
+  socket.peerClose();
+  EXPECT_EQ(socket.state(), SocketState::Closed);
+  EXPECT_EQ(socket.tag, "");
+}
+
+TEST_F(MainForm, AnErrorClosesTheSlotAndTidiesUp) {
+  window.StartServer();
+  for (int i = 0; i < 12; ++i) connect();
+  loop.sockets[3]->become(SocketState::PeerClosing);
+  loop.sockets[11]->fail();
+  EXPECT_EQ(loop.sockets.size(), 11U);
+  EXPECT_EQ(loop.sockets[3]->state(), SocketState::Closed);
+}
+
+TEST_F(MainForm, AListenerErrorListensAgainWhileRunning) {
+  window.StartServer();
+  loop.listener->fail();
+  EXPECT_EQ(loop.listener->state(), SocketState::Listening);
+  EXPECT_EQ(window.port(), 7007);
+  window.StopServer();
+  loop.listener->fail();
+  EXPECT_EQ(loop.listener->state(), SocketState::Closed);
+}
+
+TEST_F(MainForm, DispatchSendsOnAConnectedSlotOnly) {
+  window.StartServer();
+  FakeSocket& socket = *connect();
+  socket.tag = "X";
+  stage.events->Dispatch(0, "early", false);
+  EXPECT_EQ(socket.sent, "early");
+  EXPECT_EQ(socket.tag, "");
+  stage.events->Dispatch(0, " last", true);
+  EXPECT_EQ(socket.sent, "early last");
+  EXPECT_EQ(socket.tag, "X");
+  socket.become(SocketState::PeerClosing);
+  stage.events->Dispatch(0, "gone", false);
+  stage.events->Dispatch(1, "closed", false);
+  stage.events->Dispatch(99, "none", false);
+  stage.events->Dispatch(-1, "none", false);
+  EXPECT_EQ(socket.sent, "early last");
+  EXPECT_EQ(loop.sockets[1]->sent, "");
+}
+
+TEST_F(MainForm, DispatchRunsNoOtherEvents) {
+  window.StartServer();
+  connect();
+  stage.events->Dispatch(0, "x", false);
+  EXPECT_EQ(loop.pendingRuns, 0);
+}
+
+TEST_F(MainForm, DebugOutputIsAStatusLine) {
+  window.StartServer();
+  stage.events->DebugOutput("here");
+  EXPECT_EQ(lastLine(), "[SERVER.DEBUGOUT] here");
+}
+
+TEST_F(MainForm, ButtonsStartStopAndClear) {
+  window.clickButton(0);
+  EXPECT_TRUE(window.running());
+  window.clickStatusLine(0);
+  EXPECT_EQ(window.form().dbgText.text, "10:00:00 Server Start");
+  window.clickButton(1);
+  EXPECT_TRUE(lines().empty());
+  EXPECT_EQ(window.form().dbgText.text, "");
+  window.clickButton(0);
+  EXPECT_FALSE(window.running());
+  window.clickButton(7);
+}
+
+TEST_F(MainForm, AClickedLineIsShownWithItsLineBreaks) {
+  window.status().LogLine("Header (9 bytes): GET /||Host: a||");
+  window.clickStatusLine(0);
+  EXPECT_EQ(window.form().dbgText.text, "10:00:00 Header (9 bytes): GET /\r\nHost: a\r\n");
+  window.clickStatusLine(5);
+  EXPECT_EQ(window.form().llist[0].selected(), -1);
+}
+
+TEST_F(MainForm, ClosingTheWindowStopsTheServerForGood) {
+  window.load();
+  window.StartServer();
+  forgetLines();
+  window.closeWindow();
+  EXPECT_EQ(lines(), (std::vector<std::string>{"Server Stop", "Server Closing"}));
+  EXPECT_TRUE(loop.stopped);
+  EXPECT_FALSE(loop.udp->isOpen());
+  window.closeWindow();
+  window.StartServer();
+  EXPECT_FALSE(window.running());
+  EXPECT_EQ(lines().size(), 2U);
+}
+
+TEST_F(MainForm, ClosingAStoppedWindowStopsNothing) {
+  window.closeWindow();
+  EXPECT_EQ(lines(), std::vector<std::string>{"Server Closing"});
+}
+
+TEST_F(MainForm, TheServiceManagerStartsAndStops) {
+  EXPECT_TRUE(window.serviceStarted());
+  EXPECT_TRUE(window.running());
+  EXPECT_EQ(lines().front(), "Starting service");
+  forgetLines();
+  window.serviceStopped();
+  EXPECT_FALSE(window.running());
+  EXPECT_EQ(lines(), (std::vector<std::string>{"Stopping service", "Server Stop"}));
+}
+
+TEST_F(MainForm, TheLanguageOfAStartIsLoadedAgainAtTheNext) {
+  window.StartServer();
+  window.StopServer();
+  settings.onLoad = [](ServerState& s) { s.DefaultLCID = 1036; };
+  window.StartServer();
+  EXPECT_EQ(languageWanted, 1036);
+}
+
+}  // namespace

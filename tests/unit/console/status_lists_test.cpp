@@ -1,0 +1,103 @@
+#include "console/status_lists.h"
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "platform/fake/fake_clock.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class StatusListsTest : public testing::Test {
+ protected:
+  StatusListsTest() {
+    std::string pattern = (fs::temp_directory_path() / "quorvane-XXXXXX").string();
+    folder = ::mkdtemp(pattern.data());
+  }
+  ~StatusListsTest() override { fs::remove_all(folder); }
+
+  void openLog() {
+    auto log = std::make_unique<clsLog>([this] { return clock.local(clock.now()); });
+    log->setOutputFolder(folder);
+    status.openLog(std::move(log));
+  }
+  std::string logged() {
+    std::ostringstream all;
+    for (const auto& file : fs::directory_iterator(folder)) {
+      all << std::ifstream(file.path()).rdbuf();
+    }
+    return all.str();
+  }
+  const std::deque<std::string>& list() { return form.llist[0].lines(); }
+
+  std::string folder;
+  ServerState state;
+  FakeClock clock;
+  FormModel form;
+  StatusLists status{state, clock, form};
+};
+
+TEST_F(StatusListsTest, InDebugModeALineIsStampedListedAndSelected) {
+  state.DebugMode = true;
+  std::string echoed;
+  int changes = 0;
+  status.echo = [&](std::string_view line) { echoed += line; };
+  form.onChange = [&] { ++changes; };
+  status.LogLine("one");
+  clock.advance(std::chrono::seconds(61));
+  status.LogLine("two");
+  EXPECT_EQ(list(), (std::deque<std::string>{"10:00:00 one", "10:01:01 two"}));
+  EXPECT_EQ(form.llist[0].selected(), 1);
+  EXPECT_EQ(echoed, "10:00:00 one10:01:01 two");
+  EXPECT_EQ(changes, 2);
+}
+
+TEST_F(StatusListsTest, WithoutDebugModeOnlyTheLogGetsLines) {
+  status.echo = [](std::string_view) { FAIL(); };
+  openLog();
+  status.LogLine("hello");
+  EXPECT_TRUE(list().empty());
+  EXPECT_EQ(logged(), "");
+  status.commitLog();
+  EXPECT_EQ(logged(), "[10:00:00] hello\r\n");
+}
+
+TEST_F(StatusListsTest, BeforeTheLogExistsALineGoesToTheWindowOnly) {
+  state.DebugMode = true;
+  status.LogLine("early");
+  openLog();
+  status.commitLog();
+  EXPECT_EQ(list().size(), 1U);
+  EXPECT_EQ(logged(), "");
+}
+
+TEST_F(StatusListsTest, WithLoggingOffNothingIsLogged) {
+  openLog();
+  state.LogServer = false;
+  status.LogLine("quiet");
+  status.releaseLog();
+  EXPECT_EQ(logged(), "");
+}
+
+TEST_F(StatusListsTest, ReleasingCommitsFirst) {
+  openLog();
+  status.LogLine("last words");
+  status.releaseLog();
+  EXPECT_EQ(logged(), "[10:00:00] last words\r\n");
+  status.LogLine("after");
+  status.commitLog();
+  EXPECT_EQ(logged(), "[10:00:00] last words\r\n");
+}
+
+TEST_F(StatusListsTest, ABusyServersLogIsWrittenBeforeItFillsTheMemory) {
+  openLog();
+  for (int i = 0; i < 40; ++i) status.LogLine(std::string(10'000, 'x'));
+  EXPECT_GT(logged().size(), 200'000U);
+}
+
+}  // namespace
