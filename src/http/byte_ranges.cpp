@@ -3,6 +3,7 @@
 #include <charconv>
 #include <limits>
 #include <optional>
+#include <utility>
 
 #include "platform/random.h"
 #include "support/text.h"
@@ -101,13 +102,12 @@ Answer answer(const std::shared_ptr<const OpenFile>& file, const std::vector<Ran
   const std::string boundary = newBoundary(random);
   Answer result;
   result.headers = "Content-Type: multipart/byteranges; boundary=" + boundary;
-  std::string between;
   for (const Range& range : ranges) {
-    between +=
-        "--" + boundary + "\r\n" + typeLine + "\r\n" + contentRange(range, length) + "\r\n\r\n";
-    result.body.rest.emplace_back(std::move(between));
+    std::string partHead = result.body.rest.empty() ? "--" : "\r\n--";
+    partHead.append(boundary).append("\r\n").append(typeLine).append("\r\n");
+    partHead.append(contentRange(range, length)).append("\r\n\r\n");
+    result.body.rest.emplace_back(std::move(partHead));
     result.body.rest.emplace_back(sliceOf(file, range));
-    between = "\r\n";
   }
   result.body.rest.emplace_back("\r\n--" + boundary + "--\r\n\r\n");
   return result;

@@ -32,10 +32,10 @@ constexpr std::string_view kRedirectToMark = "\0[$REDIRTO$]\0"sv;
 constexpr int kMostRedirections = 32;
 
 /// Requests are logged up to this length: a client must not fill the disk by the megabyte.
-constexpr std::size_t kMostLoggedBytes = 64 * 1024;
+constexpr std::size_t kMostLoggedBytes = std::size_t{64} * 1024;
 
 /// The parser keeps its text between requests for the next one's use, up to this size.
-constexpr std::size_t kMostIdleText = 64 * 1024;
+constexpr std::size_t kMostIdleText = std::size_t{64} * 1024;
 
 std::string extensionName(std::string_view path) {
   const std::string_view extension = paths::extensionOf(path);
@@ -83,7 +83,7 @@ class RequestHandling::Answer {
   clsHTTPParser& parser_;
   const int index_;
   const bool headOnly_;
-  const std::string client_;
+  const std::string client_;  ///< a copy: the slot may have another client before a page ends
 
   bool keepAlive_ = true;
   bool aliasDownload_ = false;
@@ -254,7 +254,6 @@ std::optional<Response> RequestHandling::dataArrival(int index, SlotRecord& reco
   using request_collector::Outcome;
   request_collector::Collected collected = request_collector::collect(record, data);
   if (collected.outcome == Outcome::NeedMore) return std::nullopt;
-  const std::string client = remoteHostIP;
   const RequestClass requestClass = classifyRequest(collected.request());
   const bool complete = collected.outcome == Outcome::Complete;
   if (complete && parts_.state.LogHeaders) logHeaders(collected.request());
@@ -270,13 +269,13 @@ std::optional<Response> RequestHandling::dataArrival(int index, SlotRecord& reco
   }
   Response response;
   if (!complete || !parser.ValidRequest()) {
-    parts_.log.LogLine(client + " > INVALID HEADER: " + parser.DocumentPath() +
+    parts_.log.LogLine(remoteHostIP + " > INVALID HEADER: " + parser.DocumentPath() +
                        parser.DocumentTitle() + "\r\n" +
                        parser.HTTPData().substr(0, kMostLoggedBytes));
     response = badRequest();
   } else {
-    parser.setRemoteIP(client);
-    response = Answer(*this, index, requestClass, client).run();
+    parser.setRemoteIP(remoteHostIP);
+    response = Answer(*this, index, requestClass, remoteHostIP).run();
   }
   if (parser.HTTPData().size() > kMostIdleText) parser.releaseText();
   return response;
