@@ -1,0 +1,89 @@
+#pragma once
+
+#include <algorithm>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/instance_lock.h"
+#include "platform/process.h"
+#include "platform/service_host.h"
+
+class FakeProcess final : public Process {
+ public:
+  std::string commandLine() const override { return line; }
+  std::string programFolder() const override { return folder; }
+  std::string currentFolder() const override { return "/"; }
+  bool setCurrentFolder(const std::string&) override { return true; }
+  bool userIsAdmin() const override { return admin; }
+  HostVersion hostVersion() const override {
+    ++versionQueries;
+    return version;
+  }
+
+  std::string line;
+  std::string folder = "/program";
+  bool admin = true;
+  HostVersion version{2, 6, 1, 42, ""};
+  mutable int versionQueries = 0;
+};
+
+class FakeServiceManager final : public ServiceManager {
+ public:
+  std::vector<std::string> serviceNames(Scope scope) const override {
+    ++asked;
+    if (onAsk) onAsk();
+    return scope == Scope::Active ? active : all;
+  }
+  bool requestStart(const std::string& service) override {
+    requests.push_back("start " + service);
+    if (obeys) active.push_back(service);
+    return accepts;
+  }
+  bool requestStop(const std::string& service) override {
+    requests.push_back("stop " + service);
+    if (obeys) std::erase(active, service);
+    return accepts;
+  }
+
+  std::vector<std::string> active;
+  std::vector<std::string> all;
+  std::vector<std::string> requests;
+  std::function<void()> onAsk;
+  bool obeys = true;
+  bool accepts = true;
+  mutable int asked = 0;
+};
+
+class FakeServiceHost final : public ServiceHost {
+ public:
+  bool install() override {
+    calls += "install ";
+    return true;
+  }
+  bool uninstall() override {
+    calls += "uninstall ";
+    return true;
+  }
+  bool startService(std::function<bool()> onStart, std::function<void()> onStop) override {
+    calls += "startService ";
+    started = std::move(onStart);
+    stopped = std::move(onStop);
+    return isThere;
+  }
+
+  std::string calls;
+  std::function<bool()> started;
+  std::function<void()> stopped;
+  bool isThere = true;
+};
+
+class FakeInstanceLock final : public InstanceLock {
+ public:
+  bool acquire() override {
+    ++asked;
+    return isFree;
+  }
+  bool isFree = true;
+  int asked = 0;
+};
