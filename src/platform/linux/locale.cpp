@@ -1,0 +1,12 @@
+#include "platform/locale.h"
+
+#include <cstdlib>
+
+std::string userLocaleName() {
+  // In this order the first that is not empty decides, even where it names no known language.
+  for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
+    const char* value = std::getenv(variable);
+    if (value != nullptr && *value != '\0') return value;
+  }
+  return {};
+}

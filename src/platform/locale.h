@@ -1,0 +1,7 @@
+#pragma once
+
+#include <string>
+
+/// The user's choice of language for messages as the system names it, in the form
+/// "language_TERRITORY.charset@modifier" or parts of it; empty when nothing is chosen.
+std::string userLocaleName();

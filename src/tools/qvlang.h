@@ -1,0 +1,12 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "platform/files.h"
+#include "tools/exit_code.h"
+
+/// Encodes, decodes and checks language files. `arguments` are those after the program's name.
+ExitCode runLanguageTool(const std::vector<std::string>& arguments, const Files& files,
+                         std::ostream& out, std::ostream& err);

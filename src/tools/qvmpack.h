@@ -1,0 +1,13 @@
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "platform/files.h"
+#include "tools/exit_code.h"
+
+/// Packs folders into resource modules, and lists, verifies and unpacks these. `arguments` are
+/// those after the program's name.
+ExitCode runModuleTool(const std::vector<std::string>& arguments, const Files& files,
+                       std::ostream& out, std::ostream& err);

@@ -1,0 +1,196 @@
+#include "tools/qvmpack_folder.h"
+
+#include <algorithm>
+#include <charconv>
+#include <filesystem>
+#include <map>
+
+#include <optional>
+#include <set>
+#include <system_error>
+#include <tuple>
+
+#include "support/clsQVMod.h"
+#include "support/date_time.h"
+#include "support/file_time.h"
+#include "support/paths.h"
+#include "support/text.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Sentences = std::vector<std::string>;
+
+/// No locale has this identifier.
+constexpr std::int32_t kNoLanguage = -1;
+
+/// The language of a variant's name and the name without it. A name without "$" has no language;
+/// nothing for a "$" without a number in front.
+struct NameParts {
+  std::int32_t language = kNoLanguage;
+  std::string name;
+};
+std::optional<NameParts> partsOf(const std::string& name) {
+  const std::size_t mark = name.find('$');
+  if (mark == std::string::npos) return NameParts{kNoLanguage, name};
+  std::int32_t language = 0;
+  const char* end = name.data() + mark;
+  const auto [stop, error] = std::from_chars(name.data(), end, language);
+  // The server compares the number's own spelling, so no zeros or signs in front.
+  const bool plain =
+      error == std::errc() && stop == end && std::to_string(language) == name.substr(0, mark);
+  if (!plain || language <= 0) return std::nullopt;
+  return NameParts{language, name.substr(mark + 1)};
+}
+
+bool isVariant(const ModuleFile& file) {
+  return file.name.find('$') != std::string::npos;
+}
+
+/// A folder's parts with neither empty ones nor ones that mean the folder itself.
+std::vector<std::string> folderParts(std::string_view folder) {
+  std::vector<std::string> parts;
+  std::string part;
+  const auto finish = [&] {
+    if (!part.empty() && part != ".") parts.push_back(part);
+    part.clear();
+  };
+  for (const char c : folder) {
+    if (paths::isSeparator(c)) {
+      finish();
+    } else {
+      part += c;
+    }
+  }
+  finish();
+  return parts;
+}
+
+std::string requestPath(const ModuleFile& file, const std::string& name) {
+  std::string path = "/";
+  for (const std::string& part : folderParts(file.folder)) path += part + '/';
+  return path + name;
+}
+
+void sortForReader(std::vector<ModuleFile>& files) {
+  const auto order = [](const ModuleFile& file) {
+    return std::make_tuple(isVariant(file), file.folder.size() + file.name.size());
+  };
+  std::sort(files.begin(), files.end(), [&](const ModuleFile& a, const ModuleFile& b) {
+    if (order(a) != order(b)) return order(a) < order(b);
+    return std::tie(a.folder, a.name) < std::tie(b.folder, b.name);
+  });
+}
+
+void addFile(const fs::path& path, const fs::path& base, const Files& files,
+             FolderContents& contents) {
+  const fs::path relative = path.lexically_relative(base);
+  auto content = files.readAll(path.string());
+  const auto date = localFileTime(path.string());
+  if (!content || !date) {
+    contents.warnings.push_back(relative.generic_string() + " can't be read and is left out.");
+  } else if (content->empty()) {
+    contents.warnings.push_back(relative.generic_string() +
+                                " is empty and left out: the server stops at an empty file.");
+  } else {
+    contents.files.push_back({relative.parent_path().generic_string(), relative.filename().string(),
+                              dateTimeText(*date), std::move(*content)});
+  }
+}
+
+/// Why the server doesn't serve a file that is in a module.
+std::string reasonFor(const ModuleFile& file, bool isRepeated) {
+  if (!partsOf(file.name)) {
+    return "a \"$\" in a name marks a language variant and needs a locale identifier in front";
+  }
+  if (file.folder.size() == 1 && !paths::isSeparator(file.folder[0])) {
+    return "a folder of one letter without a separator behind it counts as part of the name";
+  }
+  if (std::any_of(file.name.begin(), file.name.end(), paths::isSeparator)) {
+    return "its name holds a separator";
+  }
+  if (isRepeated) return "another file has the same path but for letter case";
+  return "its key occurs inside the keys of files before it";
+}
+
+}  // namespace
+
+FolderContents readFolder(const std::string& folder, const std::string& leftOut,
+                          const Files& files) {
+  FolderContents contents;
+  std::error_code error;
+  fs::recursive_directory_iterator entry(folder, error);
+  contents.readable = !error;
+  const fs::recursive_directory_iterator end;
+  while (!error && entry != end) {
+    std::error_code ignored;
+    const bool isTarget = fs::equivalent(entry->path(), leftOut, ignored);
+    if (entry->is_regular_file(ignored) && !isTarget) {
+      addFile(entry->path(), folder, files, contents);
+    }
+    entry.increment(error);
+  }
+  if (error) contents.readable = false;
+  sortForReader(contents.files);
+  return contents;
+}
+
+Sentences unservedFiles(std::string_view bytes, const ModuleContents& contents) {
+  Sentences sentences;
+  std::map<std::int32_t, clsQVMod> readers;
+  std::set<std::string> seen;
+  for (const ModuleFile& file : contents.files) {
+    const auto parts = partsOf(file.name).value_or(NameParts{kNoLanguage, file.name});
+    const auto [reader, isNew] = readers.try_emplace(parts.language);
+    if (isNew) {
+      reader->second.setLanguageID(parts.language);
+      reader->second.loadModule(bytes);
+    }
+    const std::string path = requestPath(file, parts.name);
+    const bool isRepeated = !seen.insert(std::to_string(parts.language) + lowerCase(path)).second;
+    if (!partsOf(file.name) || reader->second.ModReadFile(path) != file.content) {
+      sentences.push_back(requestPath(file, file.name) +
+                          " would not be served: " + reasonFor(file, isRepeated) + ".");
+    }
+  }
+  return sentences;
+}
+
+std::string unpackedPath(const ModuleFile& file) {
+  std::vector<std::string> parts = folderParts(file.folder);
+  const bool nameFits = !file.name.empty() && file.name != "." &&
+                        std::none_of(file.name.begin(), file.name.end(), paths::isSeparator);
+  if (!nameFits) return {};
+  parts.push_back(file.name);
+  std::string path;
+  for (const std::string& part : parts) {
+    // A colon begins a drive or a stream of a file on some systems.
+    if (part == ".." || part.find_first_of(std::string_view(":\0", 2)) != std::string::npos) {
+      return {};
+    }
+    if (!path.empty()) path += '/';
+    path += part;
+  }
+  return path;
+}
+
+std::string unpackFile(const ModuleFile& file, const std::string& folder, const Files& files) {
+  const std::string relative = unpackedPath(file);
+  if (relative.empty()) return "the name leads outside the folder or is no file name";
+  fs::path path(folder);
+  std::error_code error;
+  for (const fs::path& part : fs::path(relative).parent_path()) {
+    path /= part;
+    const fs::file_status status = fs::symlink_status(path, error);
+    if (fs::is_symlink(status)) return path.string() + " is a symbolic link";
+    if (!fs::exists(status) && !fs::create_directory(path, error)) {
+      return path.string() + " can't be made";
+    }
+  }
+  path /= fs::path(relative).filename();
+  if (fs::is_symlink(fs::symlink_status(path, error))) {
+    return path.string() + " is a symbolic link";
+  }
+  return files.writeAll(path.string(), file.content) ? "" : path.string() + " can't be written";
+}

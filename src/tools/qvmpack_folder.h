@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/files.h"
+#include "tools/qvmpack_module.h"
+
+/// Modules and folders: what goes into a module, what the server finds in it, what comes out.
+
+struct FolderContents {
+  std::vector<ModuleFile> files;      ///< in the order in which the server finds them all
+  std::vector<std::string> warnings;  ///< files left out and why, a sentence each
+  bool readable = true;
+};
+
+/// Everything below `folder` except the file `leftOut`. Language variants come last, shorter paths
+/// before longer ones: the server takes a file whose key occurs in the keys before it for one it
+/// has already.
+FolderContents readFolder(const std::string& folder, const std::string& leftOut,
+                          const Files& files);
+
+/// What of a module's files the server would not serve as they are, a sentence each. `bytes` are
+/// the whole module and `contents` what was read from it.
+std::vector<std::string> unservedFiles(std::string_view bytes, const ModuleContents& contents);
+
+/// The path below a folder at which a module's file is unpacked; empty when its names would lead
+/// outside or can't be file names.
+std::string unpackedPath(const ModuleFile& file);
+
+/// Writes a module's file below `folder`, which exists, making folders as needed. Never through a
+/// symbolic link. A sentence when it could not be done, else empty.
+std::string unpackFile(const ModuleFile& file, const std::string& folder, const Files& files);

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <functional>
+#include <iosfwd>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/datagram_exchange.h"
+#include "tools/exit_code.h"
+
+/// How a question reaches the server: exchangeDatagrams, or a stand-in.
+using AskServer = std::function<DatagramExchange(
+    const std::string& host, std::uint16_t port, std::string_view question,
+    std::chrono::milliseconds atMost, const std::function<bool(std::string_view)>& accept)>;
+
+/// Controls and queries a running server. `arguments` are those after the program's name.
+ExitCode runControlTool(const std::vector<std::string>& arguments, const AskServer& ask,
+                        std::ostream& out, std::ostream& err);

@@ -1,0 +1,9 @@
+#include <iostream>
+
+#include "platform/datagram_exchange.h"
+#include "tools/qvsctl.h"
+
+int main(int argc, char** argv) {
+  return static_cast<int>(
+      runControlTool({argv + 1, argv + argc}, exchangeDatagrams, std::cout, std::cerr));
+}
