@@ -48,6 +48,10 @@ ApplicationComponent::ApplicationComponent(std::string version, FileAliases& ali
                                            const Clock& clock, Random& random)
     : version_(std::move(version)), files_(vbs::make<OfferedFiles>(aliases, clock, random)) {}
 
+ApplicationComponent::~ApplicationComponent() {
+  shared_->clear();
+}
+
 std::span<const vbs::Member<ApplicationComponent>> ApplicationComponent::members() {
   using Self = ApplicationComponent;
   static constexpr std::array<vbs::Member<Self>, kGlobalMembers> kMembers{{

@@ -37,6 +37,7 @@ class ApplicationComponent final : public vbs::NativeObject<ApplicationComponent
   /// All outlive the component. `version` is what Version shows.
   ApplicationComponent(std::string version, FileAliases& aliases, const Clock& clock,
                        Random& random);
+  ~ApplicationComponent() override;  ///< empties the shared values: they may hold one another
 
   /// Null, as at first: no texts. `texts` outlives the component or is replaced before.
   void setLanguage(const LanguageTexts* texts) { texts_ = texts; }

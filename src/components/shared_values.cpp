@@ -45,6 +45,10 @@ void SharedValues::setItem(const vbs::Value& key, const vbs::Value& value) {
   }
 }
 
+void SharedValues::clear() {
+  const KeyedCollection<vbs::Value> old = std::exchange(values_, {});
+}
+
 std::unique_ptr<vbs::Enumerator> SharedValues::enumerate() {
   std::vector<vbs::Value> keys;
   for (const auto& entry : values_) keys.emplace_back(std::string_view(entry.key));
@@ -91,7 +95,7 @@ vbs::Value SharedValues::callRemove(vbs::Args args) {
 }
 
 vbs::Value SharedValues::callRemoveAll(vbs::Args) {
-  const KeyedCollection<vbs::Value> old = std::exchange(values_, {});
+  clear();
   return {};
 }
 

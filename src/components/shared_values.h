@@ -13,6 +13,7 @@ class SharedValues final : public vbs::NativeObject<SharedValues> {
  public:
   vbs::Value item(const vbs::Value& key) const;  ///< Empty when nothing is stored
   void setItem(const vbs::Value& key, const vbs::Value& value);
+  void clear();
 
   std::string_view typeName() const override { return "Application"; }
   std::unique_ptr<vbs::Enumerator> enumerate() override;  ///< the keys

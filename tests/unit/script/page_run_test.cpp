@@ -1,0 +1,334 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "components/application.h"
+#include "fakes.h"
+#include "http/clsHTTPParser.h"
+#include "http/cookie_jar.h"
+#include "platform/fake/fake_clock.h"
+#include "platform/fake/memory_files.h"
+#include "script/running_scripts.h"
+#include "support/clsWEncode.h"
+#include "support/file_aliases.h"
+#include "support/server_state.h"
+
+using namespace std::string_literals;
+
+namespace {
+
+class PageRun : public ::testing::Test, protected PageEvents {
+ protected:
+  PageRun() {
+    state.ScriptsFolder = "/srv";
+    state.AppVersion = "1.2.3";
+  }
+
+  void DebugOutput(const std::string& dbgData) override { debugged.push_back(dbgData); }
+  void Dispatch(std::int32_t SocketIndex, std::string Data, bool CloseOpenSocket) override {
+    dispatched.emplace_back(SocketIndex, std::move(Data), CloseOpenSocket);
+  }
+
+  RunningScripts& scripts() {
+    if (!scripts_) {
+      scripts_.emplace(RunningScripts::Parts{state, log, clock, files, random, process, encoder,
+                                             aliases, *this});
+    }
+    return *scripts_;
+  }
+
+  ScriptPageResult run(const std::string& page, const std::string& head = "GET /p.qvs HTTP/1.1",
+                       int slot = 3) {
+    files.put("/srv/p.qvs", page);
+    return runFile("/srv/p.qvs", head, slot);
+  }
+  ScriptPageResult runFile(const std::string& path, const std::string& head, int slot,
+                           const std::string& fileData = {}) {
+    jar.clear();
+    parser.setHTTPData(head + "\r\n\r\n");
+    return scripts().pages().run({path, fileData, parser, jar, slot});
+  }
+  std::string output(const std::string& page) { return run(page).output; }
+
+  ServerState state;
+  RecordedLines log;
+  FakeClock clock;
+  MemoryFiles files;
+  ScriptedRandom random;
+  FakeProcess process;
+  clsWEncode encoder;
+  FileAliases aliases;
+  CookieJar jar;
+  clsHTTPParser parser{encoder, jar};
+  std::vector<std::string> debugged;
+  std::vector<std::tuple<int, std::string, bool>> dispatched;
+
+ private:
+  std::optional<RunningScripts> scripts_;
+};
+
+TEST_F(PageRun, GivesOutputAndHeader) {
+  const auto result = run(
+      "<b><%= 1 + 1 %></b><% Response.AddHeader \"X\", \"1\": Response.ContentType = \"a/b\" %>");
+  EXPECT_EQ(result.output, "<b>2</b>");
+  EXPECT_EQ(result.responseHeader, "X: 1\r\nContent-Type: a/b");
+  EXPECT_FALSE(result.flushedResponse);
+  EXPECT_EQ(result.sessionNumber, 5000);
+}
+
+TEST_F(PageRun, RunsTheTextOfAModuleInPlaceOfTheFile) {
+  files.put("/srv/a.inc", "included");
+  files.put("/srv/m.qvs", "file");
+  EXPECT_EQ(
+      runFile("/srv/m.qvs", "GET /m.qvs HTTP/1.1", 0, "<!--#include file=\"a.inc\"-->\r\n!").output,
+      "included!");
+}
+
+TEST_F(PageRun, TakesAMissingPageForAnEmptyOne) {
+  EXPECT_EQ(runFile("/srv/none.qvs", "GET /none.qvs HTTP/1.1", 0).output, "");
+}
+
+TEST_F(PageRun, ResolvesIncludesFromThePagesFolder) {
+  files.put("/srv/sub/a.inc", "<!--#include file=\"Part/b.inc\"-->\r\n");
+  files.put("/srv/sub/Part/b.inc", "b of sub");
+  files.put("/srv/sub/p.qvs", "<!--#include file=\"A.INC\"-->\r\n");
+  EXPECT_EQ(runFile("/srv/sub/p.qvs", "GET /sub/p.qvs HTTP/1.1", 0).output, "b of sub");
+  files.put("/srv/top.inc", "top");
+  files.put("/srv/sub/q.qvs", "<!--#include file=\"..\\top.inc\"-->\r\n");
+  EXPECT_EQ(runFile("/srv/sub/q.qvs", "GET /sub/q.qvs HTTP/1.1", 0).output, "top");
+}
+
+TEST_F(PageRun, IncludesNothingFromOutsideTheDocumentRoot) {
+  files.put("/etc/secret.inc", "secret");
+  EXPECT_EQ(output("<!--#include file=\"../etc/secret.inc\"-->\r\n"),
+            "Include file not found '../etc/secret.inc'");
+  EXPECT_EQ(output("<!--#include file=\"/etc/secret.inc\"-->\r\n"),
+            "Include file not found '/etc/secret.inc'");
+  files.put("/srvother/x.inc", "other");
+  EXPECT_EQ(output("<!--#include file=\"../srvother/x.inc\"-->\r\n"),
+            "Include file not found '../srvother/x.inc'");
+}
+
+TEST_F(PageRun, LetsAPageOutsideTheDocumentRootIncludeFromItsOwnFolder) {
+  files.put("/else/p.qvs", "<!--#include file=\"a.inc\"-->\r\n");
+  files.put("/else/a.inc", "beside");
+  EXPECT_EQ(runFile("/else/p.qvs", "GET /p.qvs HTTP/1.1", 0).output, "beside");
+}
+
+TEST_F(PageRun, ShowsErrorsOnAPageOfTheirOwn) {
+  const auto result = run("<% x = 1 / 0 %>lost", "GET /dir/p.qvs HTTP/1.1");
+  EXPECT_EQ(result.output,
+            "<html><head><title>QVServer Script Error</title></head><body>"
+            "<font face='Arial' size='4' color='#990000'><b>QVScript Error</b></font><hr>"
+            "<p><font face='Verdana' size='2'><b>Error #11</b><br>"
+            "<font color='#990000'>Division by zero</font><br><br>"
+            "<i>/dir/p.qvs, line 0</i></font></p></body></html>");
+  EXPECT_EQ(result.responseHeader, "");
+}
+
+TEST_F(PageRun, CountsLinesOfTheTranslatedProgram) {
+  EXPECT_NE(output("one\r\ntwo\r\n<% a = 1\r\nb = CInt(\"x\") %>").find(", line 4<"),
+            std::string::npos);
+  files.put("/srv/two.inc", "i1\r\ni2\r\n");
+  EXPECT_NE(output("<!--#include file=\"two.inc\"-->\r\n<% b = CInt(\"x\") %>").find(", line 3<"),
+            std::string::npos);
+  EXPECT_NE(output("<% Function %>").find(", line 0<"), std::string::npos);
+}
+
+TEST_F(PageRun, TakesError6006ForANormalEnd) {
+  EXPECT_EQ(output("a<% Response.End %>b"), "a");
+  EXPECT_EQ(output("a<% On Error Resume Next\r\nResponse.End %>b"), "a");
+  EXPECT_EQ(output("a<% Err.Raise 6006 %>b"), "a");
+}
+
+TEST_F(PageRun, EndsAfterARedirect) {
+  EXPECT_EQ(output("a<% Response.Redirect \"/b.qvs\"\r\nServer.DebugOut \"never\" %>b"),
+            "\0[$REDIR$]\0/b.qvs"s);
+  EXPECT_TRUE(debugged.empty());
+}
+
+TEST_F(PageRun, KeepsThePairOfClearsApart) {
+  EXPECT_NE(output("a<% Response.Clear %>b").find("Error #438"), std::string::npos);
+  EXPECT_EQ(output("a<% Clear %>b"), "b");
+}
+
+TEST_F(PageRun, FlushesAHeadOnce) {
+  const auto result =
+      run("one<% Response.AddHeader \"X\", \"1\": Response.Flush %>two<% Response.Flush %>three");
+  ASSERT_EQ(dispatched.size(), 2u);
+  EXPECT_EQ(dispatched[0], std::make_tuple(3,
+                                           "HTTP/1.1 200 OK\r\n"
+                                           "Server: Quorvane-Server/1.2.3\r\n"
+                                           "Date: Mon, 09 Mar 2026 10:00:00 GMT\r\n"
+                                           "Cache-Control: private\r\n"
+                                           "Connection: Close\r\n"
+                                           "Content-Type: text/html\r\n"
+                                           "X: 1\r\n"
+                                           "\r\n"
+                                           "one"s,
+                                           false));
+  EXPECT_EQ(dispatched[1], std::make_tuple(3, "two"s, false));
+  EXPECT_EQ(result.output, "three");
+  EXPECT_TRUE(result.flushedResponse);
+}
+
+TEST_F(PageRun, FlushesASessionThatTheRequestNamed) {
+  run("");
+  run("<% Response.ContentType = \"text/plain\": Response.Flush %>",
+      "GET /p.qvs HTTP/1.1\r\nCookie: QVS_SESSIONID=5000");
+  ASSERT_EQ(dispatched.size(), 1u);
+  EXPECT_EQ(std::get<1>(dispatched[0]),
+            "HTTP/1.1 200 OK\r\n"
+            "Server: Quorvane-Server/1.2.3\r\n"
+            "Date: Mon, 09 Mar 2026 10:00:00 GMT\r\n"
+            "Cache-Control: private\r\n"
+            "Connection: Close\r\n"
+            "Set-Cookie: QVS_SESSIONID=5000; path=/\r\n"
+            "Content-Type: text/plain\r\n"
+            "\r\n");
+}
+
+TEST_F(PageRun, KeepsATypeSetAsAHeaderLineInAnyCase) {
+  run("<% Response.AddHeader \"X\", \"CONTENT-TYPE: x\": Response.Flush %>");
+  EXPECT_EQ(std::get<1>(dispatched.at(0)).find("text/html"), std::string::npos);
+}
+
+TEST_F(PageRun, FlushesNowhereWithoutASlot) {
+  const auto result = run("one<% Response.Flush %>two", "GET /p.qvs HTTP/1.1", -1);
+  EXPECT_TRUE(dispatched.empty());
+  EXPECT_EQ(result.output, "two");
+  EXPECT_TRUE(result.flushedResponse);
+}
+
+TEST_F(PageRun, StaysFlushedWhenThePageFailsLater) {
+  const auto result = run("one<% Response.Flush: x = 1 / 0 %>");
+  EXPECT_TRUE(result.flushedResponse);
+  EXPECT_NE(result.output.find("Division by zero"), std::string::npos);
+}
+
+TEST_F(PageRun, PassesDebugOutputOn) {
+  run("<% Server.DebugOut \"look\" %>");
+  EXPECT_EQ(debugged, std::vector<std::string>{"look"});
+}
+
+TEST_F(PageRun, LetsMembersBeUsedWithoutTheirObjects) {
+  EXPECT_EQ(output("<% XWrite URLEncode(\"a b\") & Version %>"), "a%20b1.2.3 (Beta)");
+  EXPECT_EQ(output("<% Contents(\"k\") = \"v\": XWrite Session(\"K\") %>"), "v");
+  EXPECT_EQ(
+      output("<% Application(\"hits\") = 1: Application(\"hits\") = Application(\"hits\") + 1\r\n"
+             "Response.Write QvS.Application(\"Hits\") %>"),
+      "2");
+  EXPECT_EQ(output("<% Timeout = 7: XWrite Session.Timeout %>"), "7");
+}
+
+TEST_F(PageRun, LeavesTheNamesOfExtensionsToThePage) {
+  EXPECT_EQ(
+      output("<% status = 3: buffer = 4: write = 5: Response.Write status + buffer + write %>"),
+      "12");
+  EXPECT_EQ(output("<% Execute \"x = 5\": Response.Write x %>"), "5");
+  EXPECT_NE(output("<% Set x = CreateObject(\"No.Such\") %>").find("Error #429"),
+            std::string::npos);
+}
+
+TEST_F(PageRun, KeepsSessionsBetweenRuns) {
+  const std::string page = "<% Session(\"n\") = Session(\"n\") + 1 %><%= Session(\"n\") %>";
+  EXPECT_EQ(output(page), "1");
+  const auto second = run(page, "GET /p.qvs HTTP/1.1\r\nCookie: QVS_SESSIONID=5000");
+  EXPECT_EQ(second.output, "2");
+  EXPECT_EQ(second.sessionNumber, 5000);
+  EXPECT_EQ(log.lines, std::vector<std::string>{"Session 5000 created"});
+}
+
+TEST_F(PageRun, LosesASessionThatGetsAnotherNumber) {
+  run("");
+  const std::string cookie = "GET /p.qvs HTTP/1.1\r\nCookie: QVS_SESSIONID=5000";
+  EXPECT_EQ(run("<% Session.SessionID = 77 %>", cookie).sessionNumber, 77);
+  EXPECT_EQ(scripts().sessions().size(), 0u);
+}
+
+TEST_F(PageRun, KeepsSharedObjectsBetweenRuns) {
+  run("<% Set Application(\"c\") = Response.Cookies(\"x\"): Application(\"a\") = Array(1, 2) %>");
+  EXPECT_EQ(
+      output("<%= TypeName(Application(\"c\")) & Application(\"a\")(1) & Application.Count %>"),
+      "clsWCookie22");
+  EXPECT_EQ(output("<% For Each k In Application: XWrite k: Next: Application.Remove \"C\" %>"),
+            "ca");
+  EXPECT_EQ(output("<% Application.RemoveAll: XWrite IsEmpty(Application(\"a\")) %>"), "True");
+}
+
+TEST_F(PageRun, SurvivesObjectsKeptPastTheirRun) {
+  run("<% Set Application(\"r\") = Response: Set Application(\"q\") = Request\r\n"
+      "Set Application(\"s\") = Server %>");
+  EXPECT_EQ(
+      output(
+          "<% Application(\"r\").Write \"x\": Application(\"r\").Flush\r\n"
+          "Response.Write \"[\" & Application(\"q\")(\"a\") & \"]\"\r\n"
+          "On Error Resume Next: Application(\"s\").DebugOut \"x\": Response.Write Err.Number %>"),
+      "[]91");
+  EXPECT_TRUE(dispatched.empty());
+}
+
+TEST_F(PageRun, SurvivesInstancesOfAPagesClassesKeptPastTheirRun) {
+  run("<% Class C\r\nPublic V\r\nSub Class_Terminate\r\nV = 2\r\nEnd Sub\r\nEnd Class\r\n"
+      "Set x = New C: x.V = 5: Set Application(\"i\") = x %>");
+  EXPECT_EQ(output("<% On Error Resume Next\r\nx = Application(\"i\").V\r\n"
+                   "Set Application(\"i\") = Nothing\r\nResponse.Write \"alive\" %>"),
+            "alive");
+}
+
+TEST_F(PageRun, OffersFilesForDownload) {
+  const std::string key = output("<%= QvS.Files.Add(\"/srv/x.zip\", 1) %>");
+  EXPECT_EQ(key, "0aff0000000000000000000000000001");
+  EXPECT_EQ(aliases.pathOf(key, clock.now()), "/srv/x.zip");
+  clock.advance(std::chrono::minutes{2});
+  EXPECT_EQ(aliases.pathOf(key, clock.now()), std::nullopt);
+  const std::string lasting = output("<%= QvS.Files.Add(\"/srv/y.zip\") %>");
+  EXPECT_EQ(aliases.pathOf(lasting, clock.now()), "/srv/y.zip");
+  run("<% QvS.Files.Remove \"" + lasting + "\" %>");
+  EXPECT_EQ(aliases.pathOf(lasting, clock.now()), std::nullopt);
+}
+
+class EchoTexts final : public LanguageTexts {
+ public:
+  std::string numberedText(int number, std::span<const std::string> values) const override {
+    std::string text = std::to_string(number);
+    for (const std::string& value : values) text += "," + value;
+    return text;
+  }
+};
+
+TEST_F(PageRun, GivesTextsOfTheLanguage) {
+  EXPECT_EQ(output("<%= QvS.Text(7) %>"), "");
+  const EchoTexts texts;
+  scripts().application().setLanguage(&texts);
+  EXPECT_EQ(output("<%= QvS.Text(7, \"a\", 2) %>"), "7,a,2");
+  scripts().application().setLanguage(nullptr);
+}
+
+TEST_F(PageRun, RunsOtherPagesInPlace) {
+  files.put("/srv/sub/part.qvs", "part<% Response.AddHeader \"X\", \"1\": v = 1 %>");
+  const auto result = run("a<% Server.Execute \"sub/part.qvs\" %>b<%= IsEmpty(v) %>");
+  EXPECT_EQ(result.output, "apartbTrue");
+  EXPECT_EQ(result.responseHeader, "X: 1");
+  EXPECT_EQ(output("a<% Server.Transfer \"/SUB/part.qvs\" %>b"), "apart");
+  EXPECT_EQ(output("a<% On Error Resume Next\r\nServer.Transfer \"/sub/part.qvs\" %>b"), "apart");
+  files.put("/srv/stop.qvs", "x<% Response.End %>");
+  EXPECT_EQ(output("a<% Server.Execute \"stop.qvs\" %>b"), "ax");
+}
+
+TEST_F(PageRun, RunsNoPagesFromOutsideTheDocumentRoot) {
+  files.put("/out.qvs", "out");
+  files.put("/srv/a.inc", "inc");
+  EXPECT_NE(output("<% Server.Execute \"../out.qvs\" %>").find("Error #53"), std::string::npos);
+  EXPECT_NE(output("<% Server.Execute \"a.inc\" %>").find("Error #53"), std::string::npos);
+  files.put("/srv/bad.qvs", "<% x = 1 / 0 %>");
+  EXPECT_NE(output("<% Server.Execute \"bad.qvs\" %>").find("Error #11"), std::string::npos);
+}
+
+TEST_F(PageRun, BoundsPagesThatRunThemselves) {
+  EXPECT_NE(output("<% Server.Execute \"p.qvs\" %>").find("Error #28"), std::string::npos);
+}
+
+}  // namespace
