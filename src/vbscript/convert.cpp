@@ -187,7 +187,7 @@ String toString(const Value& value) {
       return textOfArray(*direct.asArray());
     case Type::Null:
       throwError(ErrorCode::InvalidNull);
-    case Type::Reference:
+    default:
       break;
   }
   throwError(ErrorCode::InternalError);
@@ -231,7 +231,7 @@ std::string_view typeName(const Value& value) {
       return direct.asArray()->elementType == Type::Byte ? "Byte()" : "Variant()";
     case Type::Byte:
       return "Byte";
-    case Type::Reference:
+    default:
       break;
   }
   throwError(ErrorCode::InternalError);

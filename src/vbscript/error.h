@@ -77,6 +77,8 @@ struct ScriptError {
   std::string source;       ///< empty: the engine's own "Microsoft VBScript runtime error"
   std::string helpFile;
   std::int32_t helpContext = 0;
+  std::uint32_t line = 0;  ///< 1-based, filled in by the machine; 0: not known yet
+  std::uint32_t column = 0;
 };
 
 /// The text for a number, or "Unknown runtime error".

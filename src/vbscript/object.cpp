@@ -66,6 +66,7 @@ void Object::end(Object* object) noexcept {
 }
 
 void ArrayRep::destroy(ArrayRep* rep) noexcept {
+  if (rep->locks > 0) return;  // an element is still passed by reference; its lock frees the body
   endQueue.end(rep);
 }
 

@@ -50,6 +50,8 @@ class Object {
     if (--references_ == 0) end(this);
   }
   std::uint32_t references() const { return references_; }
+  /// The serial number of a script's own class, 0 for objects of all other kinds.
+  std::uint32_t scriptClass() const { return scriptClass_; }
 
   /// What TypeName shows.
   virtual std::string_view typeName() const = 0;
@@ -63,6 +65,9 @@ class Object {
 
   /// Uses a member. `id` came from findMember or is kDefaultMember. Throws ScriptError.
   virtual Value invoke(MemberId id, CallKind kind, Args args) = 0;
+
+  /// Whether this is a script procedure (GetRef) that takes arguments through its default member.
+  virtual bool isProcedure() const { return false; }
 
   /// Error 451 unless the object is a collection.
   virtual std::unique_ptr<Enumerator> enumerate();
@@ -79,6 +84,7 @@ class Object {
   virtual void lastRelease() { delete this; }
 
   std::uint32_t references_ = 1;  ///< the maker's own
+  std::uint32_t scriptClass_ = 0;
 
  private:
   /// Calls lastRelease(), now or, in a long chain of objects that hold each other, as soon as the

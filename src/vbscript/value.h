@@ -32,6 +32,7 @@ enum class Type : std::uint8_t {
   Array = 12,    ///< shown as 8192 + 12
   Byte = 17,
   Reference = 30,  ///< internal: points to the variable that stands behind a ByRef parameter
+  ArrayLock = 31,  ///< internal: keeps an array in place; the machine alone makes and ends these
 };
 
 /// The error number that an omitted argument carries.
@@ -152,6 +153,12 @@ class Value {
   static Value reference(Value* target) {
     Value v = tagged(Type::Reference);
     v.payload_.v = target;
+    return v;
+  }
+
+  static Value arrayLock(ArrayRep* locked) {
+    Value v = tagged(Type::ArrayLock);
+    v.payload_.a = locked;
     return v;
   }
 

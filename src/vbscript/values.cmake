@@ -12,6 +12,9 @@ add_library(vbscript_values STATIC
   library/formatting.cpp
   library/library.cpp
   library/math.cpp
+  library/regexp.cpp
+  library/regexp_code.cpp
+  library/regexp_pattern.cpp
   library/strings.cpp
   library/system.cpp
   library/text_search.cpp

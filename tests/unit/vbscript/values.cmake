@@ -7,6 +7,7 @@ quorvane_unit_test(vbscript_values
     values_library_text_test.cpp
     values_memory_test.cpp
     values_operator_test.cpp
+    values_regexp_test.cpp
     values_string_test.cpp
   LINKS vbscript_values
 )

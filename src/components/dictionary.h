@@ -1,0 +1,6 @@
+#pragma once
+
+#include "vbscript/value.h"
+
+/// What CreateObject("Scripting.Dictionary") makes.
+vbs::Value createDictionary();

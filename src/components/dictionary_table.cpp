@@ -1,0 +1,229 @@
+#include "components/dictionary_table.h"
+
+#include <bit>
+#include <cmath>
+
+#include "vbscript/convert.h"
+#include "vbscript/text_case.h"
+
+using vbs::Type;
+using vbs::Value;
+
+namespace {
+
+constexpr std::size_t kFirstSlots = 16;
+
+bool isNumber(const Value& key) {
+  switch (key.type()) {
+    case Type::Boolean:
+    case Type::Byte:
+    case Type::Integer:
+    case Type::Long:
+    case Type::Single:
+    case Type::Double:
+    case Type::Currency:
+    case Type::Date:
+      return true;
+    default:
+      return false;
+  }
+}
+
+double numberOf(const Value& key) {
+  switch (key.type()) {
+    case Type::Single:
+    case Type::Double:
+    case Type::Date:
+      return key.asDouble();
+    case Type::Currency:
+      return static_cast<double>(key.asCurrency()) / 10000.0;
+    default:
+      return key.asInt();
+  }
+}
+
+std::uint32_t mixed(std::uint64_t bits) {
+  bits ^= bits >> 32;
+  bits *= 0x9E3779B97F4A7C15u;
+  return static_cast<std::uint32_t>(bits >> 32);
+}
+
+std::uint32_t hashOfNumber(double number) {
+  return mixed(std::bit_cast<std::uint64_t>(number == 0 ? 0.0 : number));
+}
+
+/// FNV over the folded bytes.
+std::uint32_t hashOfFolded(const vbs::String& text) {
+  if (!text.isAnsi()) return mixed(text.lower().hash());
+  std::uint64_t hash = 0xCBF29CE484222325u;
+  for (const char c : text.ansi()) {
+    hash = (hash ^ static_cast<unsigned char>(vbs::lowerAnsi(c))) * 0x100000001B3u;
+  }
+  return mixed(hash);
+}
+
+bool sameFolded(const vbs::String& a, const vbs::String& b) {
+  if (!a.isAnsi() || !b.isAnsi()) return a.lower() == b.lower();
+  if (a.length() != b.length()) return false;
+  const auto textB = b.ansi();
+  std::size_t i = 0;
+  for (const char c : a.ansi()) {
+    if (vbs::lowerAnsi(c) != vbs::lowerAnsi(textB[i++])) return false;
+  }
+  return true;
+}
+
+/// Texts that could be held as bytes are, so that both spellings of one text hash alike.
+Value normalKey(const Value& key) {
+  const Value& direct = key.deref();
+  if (!direct.isString()) return direct;
+  const vbs::String text = direct.asString();
+  if (text.isAnsi() || text.byteLength() % 2 != 0) return direct;
+  return vbs::String::fromWide(text.wide());
+}
+
+}  // namespace
+
+DictionaryTable::~DictionaryTable() {
+  vbs::memoryMeter.release(charged_);
+}
+
+std::uint32_t DictionaryTable::hashOf(const Value& key) const {
+  if (isNumber(key)) return hashOfNumber(numberOf(key));
+  switch (key.type()) {
+    case Type::String:
+      return ignoreCase_ ? hashOfFolded(key.asString()) : mixed(key.asString().hash());
+    case Type::Object:
+      return mixed(reinterpret_cast<std::uintptr_t>(key.asObject()));
+    case Type::Array:
+      vbs::throwError(vbs::ErrorCode::InvalidCall);
+    case Type::Error:
+      return mixed(static_cast<std::uint32_t>(key.asInt()));
+    default:
+      return static_cast<std::uint32_t>(key.type());
+  }
+}
+
+bool DictionaryTable::sameKey(const Value& a, const Value& b) const {
+  if (isNumber(a)) return isNumber(b) && numberOf(a) == numberOf(b);
+  if (a.type() != b.type()) return false;
+  switch (a.type()) {
+    case Type::String:
+      return ignoreCase_ ? sameFolded(a.asString(), b.asString()) : a.asString() == b.asString();
+    case Type::Object:
+      return a.asObject() == b.asObject();
+    case Type::Error:
+      return a.asInt() == b.asInt();
+    default:
+      return true;  // Empty and Null
+  }
+}
+
+std::size_t DictionaryTable::slotOf(const Value& key, std::uint32_t hash) const {
+  if (slots_.empty()) return 0;
+  const std::size_t mask = slots_.size() - 1;
+  for (std::size_t slot = hash & mask;; slot = (slot + 1) & mask) {
+    const std::uint32_t place = slots_[slot];
+    if (place == kFree) return slots_.size();
+    if (place == kRemoved) continue;
+    const Entry& entry = entries_[place - 1];
+    if (entry.hash == hash && sameKey(entry.key, key)) return slot;
+  }
+}
+
+DictionaryTable::Entry* DictionaryTable::find(const Value& key) {
+  const Value normal = normalKey(key);
+  const std::size_t slot = slotOf(normal, hashOf(normal));
+  return slot == slots_.size() ? nullptr : &entries_[slots_[slot] - 1];
+}
+
+DictionaryTable::Entry& DictionaryTable::findOrInsert(const Value& key) {
+  const Value normal = normalKey(key);
+  const std::uint32_t hash = hashOf(normal);
+  const std::size_t slot = slotOf(normal, hash);
+  return slot == slots_.size() ? insert(normal, hash) : entries_[slots_[slot] - 1];
+}
+
+DictionaryTable::Entry& DictionaryTable::insert(const Value& key, std::uint32_t hash) {
+  makeRoom();
+  entries_.push_back({key, Value(), hash, true});
+  ++live_;
+  link(entries_.size() - 1);
+  return entries_.back();
+}
+
+void DictionaryTable::link(std::size_t entry) {
+  const std::size_t mask = slots_.size() - 1;
+  std::size_t slot = entries_[entry].hash & mask;
+  while (slots_[slot] != kFree) slot = (slot + 1) & mask;
+  slots_[slot] = static_cast<std::uint32_t>(entry) + 1;
+  ++used_;
+}
+
+/// Room for one more entry, with at least a third of the slots free.
+void DictionaryTable::makeRoom() {
+  if (entries_.size() == entries_.capacity() || (used_ + 1) * 3 > slots_.size() * 2) {
+    std::size_t slots = std::max(slots_.size(), kFirstSlots);
+    while ((live_ + 1) * 2 > slots) slots *= 2;
+    rebuild(slots);
+  }
+}
+
+/// Drops the removed entries and links the others anew.
+void DictionaryTable::rebuild(std::size_t slots) {
+  const std::size_t capacity = slots / 3 * 2 + 1;
+  chargeFor(capacity, slots);
+  std::vector<Entry> kept;
+  kept.reserve(capacity);
+  for (Entry& entry : entries_) {
+    if (entry.live) kept.push_back(std::move(entry));
+  }
+  entries_ = std::move(kept);
+  slots_.assign(slots, kFree);
+  used_ = 0;
+  for (std::size_t i = 0; i < entries_.size(); ++i) link(i);
+}
+
+void DictionaryTable::chargeFor(std::size_t entries, std::size_t slots) {
+  const std::size_t bytes = entries * sizeof(Entry) + slots * sizeof(std::uint32_t);
+  if (bytes > charged_) {
+    vbs::memoryMeter.charge(bytes - charged_);
+  } else {
+    vbs::memoryMeter.release(charged_ - bytes);
+  }
+  charged_ = bytes;
+}
+
+bool DictionaryTable::remove(const Value& key) {
+  const Value normal = normalKey(key);
+  const std::size_t slot = slotOf(normal, hashOf(normal));
+  if (slot == slots_.size()) return false;
+  Entry& entry = entries_[slots_[slot] - 1];
+  slots_[slot] = kRemoved;
+  entry.live = false;
+  --live_;
+  const Entry removed = std::move(entry);
+  return true;
+}
+
+void DictionaryTable::clear() {
+  const std::vector<Entry> removed = std::exchange(entries_, {});
+  slots_.clear();
+  used_ = 0;
+  live_ = 0;
+  chargeFor(0, 0);
+}
+
+void DictionaryTable::changeKey(Entry& entry, const Value& key) {
+  const Value normal = normalKey(key);
+  const std::uint32_t hash = hashOf(normal);
+  const auto index = static_cast<std::size_t>(&entry - entries_.data());
+  slots_[slotOf(entry.key, entry.hash)] = kRemoved;
+  const Value old = std::exchange(entry.key, normal);
+  entry.hash = hash;
+  if ((used_ + 1) * 3 > slots_.size() * 2) {
+    rebuild(slots_.size());
+  } else {
+    link(index);
+  }
+}
