@@ -31,8 +31,7 @@ void sweepLeaving(LoopCore& core) {
 
 }  // namespace
 
-Connection::Connection(LoopCore& core, asio::ip::tcp::socket socket, TcpSocketEvents& events,
-                       int index)
+Connection::Connection(LoopCore& core, StreamSocket socket, TcpSocketEvents& events, int index)
     : core_(core), socket_(std::move(socket)), events_(&events), index_(index) {}
 
 void Connection::open() {
@@ -42,7 +41,7 @@ void Connection::open() {
 void Connection::armRead() {
   if (reading_ || phase_ == Phase::Gone) return;
   reading_ = true;
-  socket_.async_wait(asio::ip::tcp::socket::wait_read,
+  socket_.async_wait(StreamSocket::wait_read,
                      [self = shared_from_this()](const asio::error_code& error) {
                        self->reading_ = false;
                        if (!error) self->readable();
@@ -52,7 +51,7 @@ void Connection::armRead() {
 void Connection::armWrite() {
   if (writing_ || phase_ == Phase::Gone) return;
   writing_ = true;
-  socket_.async_wait(asio::ip::tcp::socket::wait_write,
+  socket_.async_wait(StreamSocket::wait_write,
                      [self = shared_from_this()](const asio::error_code& error) {
                        self->writing_ = false;
                        if (!error) self->writable();
@@ -183,7 +182,7 @@ void Connection::close() {
 
 void Connection::linger() {
   asio::error_code error;
-  socket_.shutdown(asio::ip::tcp::socket::shutdown_send, error);
+  socket_.shutdown(StreamSocket::shutdown_send, error);
   if (error) return finish();
   phase_ = Phase::Lingering;
   leave();
@@ -212,7 +211,7 @@ void Connection::finish() {
   core_.leaving.erase(self);
 }
 
-AcceptedRequest::AcceptedRequest(asio::ip::tcp::socket from) : socket(std::move(from)) {
+AcceptedRequest::AcceptedRequest(StreamSocket from) : socket(std::move(from)) {
   asio::error_code error;
   const auto peer = socket.remote_endpoint(error);
   if (error) return;

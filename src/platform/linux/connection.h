@@ -1,6 +1,5 @@
 #pragma once
 
-#include <asio/ip/tcp.hpp>
 #include <chrono>
 #include <memory>
 
@@ -18,7 +17,7 @@
 /// overtake the answer; hence Lingering.
 class Connection final : public std::enable_shared_from_this<Connection> {
  public:
-  Connection(LoopCore& core, asio::ip::tcp::socket socket, TcpSocketEvents& events, int index);
+  Connection(LoopCore& core, StreamSocket socket, TcpSocketEvents& events, int index);
 
   void open();
   void close();
@@ -49,7 +48,7 @@ class Connection final : public std::enable_shared_from_this<Connection> {
   void finish();
 
   LoopCore& core_;
-  asio::ip::tcp::socket socket_;
+  StreamSocket socket_;
   TcpSocketEvents* events_;  ///< null once the owner has let go
   OutgoingQueue queue_;
   std::chrono::steady_clock::time_point lastProgress_;
@@ -68,12 +67,12 @@ std::unique_ptr<TcpSocket> makeTcpSocket(LoopCore& core, int index, TcpSocketEve
 /// The request as the listener makes it; a socket moves the connection out of it.
 class AcceptedRequest final : public ConnectionRequest {
  public:
-  explicit AcceptedRequest(asio::ip::tcp::socket from);
+  explicit AcceptedRequest(StreamSocket from);
 
   const std::string& remoteHostIP() const override { return address_; }
   std::uint16_t remotePort() const override { return port_; }
 
-  asio::ip::tcp::socket socket;
+  StreamSocket socket;
 
  private:
   std::string address_;

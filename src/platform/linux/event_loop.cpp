@@ -58,7 +58,7 @@ class LoopTimer final : public Timer {
       });
     }
 
-    asio::steady_timer timer;
+    SteadyTimer timer;
     milliseconds interval;
     std::function<void()> tick;
     unsigned run = 0;  ///< tells a tick that was under way when the timer was stopped

@@ -1,13 +1,26 @@
 #pragma once
 
 #include <array>
+#include <asio/basic_waitable_timer.hpp>
 #include <asio/io_context.hpp>
-#include <asio/steady_timer.hpp>
+#include <asio/ip/tcp.hpp>
+#include <asio/ip/udp.hpp>
+#include <chrono>
 #include <memory>
 #include <unordered_set>
 
 class Connection;
 class EventLoop;
+
+/// Sockets and timers that name the loop's own executor; the library's usual ones ask through a
+/// type-erased one, which costs an allocation for each event.
+using LoopExecutor = asio::io_context::executor_type;
+using StreamSocket = asio::basic_stream_socket<asio::ip::tcp, LoopExecutor>;
+using Acceptor = asio::basic_socket_acceptor<asio::ip::tcp, LoopExecutor>;
+using DatagramSocket = asio::basic_datagram_socket<asio::ip::udp, LoopExecutor>;
+using SteadyTimer =
+    asio::basic_waitable_timer<std::chrono::steady_clock,
+                               asio::wait_traits<std::chrono::steady_clock>, LoopExecutor>;
 
 /// What the loop and everything made by it share. One thread, so no locks.
 struct LoopCore {
@@ -22,7 +35,7 @@ struct LoopCore {
 
   /// Connections whose owner has let go and which still have bytes to bring over.
   std::unordered_set<std::shared_ptr<Connection>> leaving;
-  asio::steady_timer sweep;
+  SteadyTimer sweep;
   bool sweeping = false;
 };
 

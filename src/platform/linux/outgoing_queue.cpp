@@ -45,7 +45,7 @@ void OutgoingQueue::pushSegment(BodySegment segment) {
   segments_.push_back(std::move(segment));
 }
 
-OutgoingQueue::Result OutgoingQueue::sendSome(asio::ip::tcp::socket& socket) {
+OutgoingQueue::Result OutgoingQueue::sendSome(StreamSocket& socket) {
   std::size_t turn = 0;
   while (pending_ > 0 && turn < kTurn) {
     std::size_t sent = 0;
@@ -58,7 +58,7 @@ OutgoingQueue::Result OutgoingQueue::sendSome(asio::ip::tcp::socket& socket) {
   return pending_ == 0 ? Result::Empty : Result::MoreToSend;
 }
 
-OutgoingQueue::Result OutgoingQueue::sendMemory(asio::ip::tcp::socket& socket, std::size_t& sent) {
+OutgoingQueue::Result OutgoingQueue::sendMemory(StreamSocket& socket, std::size_t& sent) {
   std::array<iovec, kGathered> pieces;
   std::size_t count = 0;
   std::size_t next = first_;
@@ -77,7 +77,7 @@ OutgoingQueue::Result OutgoingQueue::sendMemory(asio::ip::tcp::socket& socket, s
                   sent);
 }
 
-OutgoingQueue::Result OutgoingQueue::sendFile(asio::ip::tcp::socket& socket, std::size_t& sent) {
+OutgoingQueue::Result OutgoingQueue::sendFile(StreamSocket& socket, std::size_t& sent) {
   const auto& slice = std::get<FileSlice>(segments_[first_]);
   const auto* file = dynamic_cast<const LinuxFile*>(slice.file.get());
   if (!file) return sendFileThroughMemory(socket, slice, sent);
@@ -93,7 +93,7 @@ OutgoingQueue::Result OutgoingQueue::sendFile(asio::ip::tcp::socket& socket, std
   return resultOf(count, sent);
 }
 
-OutgoingQueue::Result OutgoingQueue::sendFileThroughMemory(asio::ip::tcp::socket& socket,
+OutgoingQueue::Result OutgoingQueue::sendFileThroughMemory(StreamSocket& socket,
                                                            const FileSlice& slice,
                                                            std::size_t& sent) {
   std::string bytes(

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <asio/ip/tcp.hpp>
 #include <cstdint>
 #include <string>
 #include <vector>
 
+#include "platform/linux/loop_core.h"
 #include "platform/outgoing.h"
 
 /// Bytes on their way to one client, in the order they were queued. Keeps its small storage
@@ -19,17 +19,16 @@ class OutgoingQueue {
   };
 
   void push(std::string head, Body body);
-  Result sendSome(asio::ip::tcp::socket& socket);
+  Result sendSome(StreamSocket& socket);
   void clear();
 
   bool empty() const { return pending_ == 0; }
   std::uint64_t pending() const { return pending_; }
 
  private:
-  Result sendMemory(asio::ip::tcp::socket& socket, std::size_t& sent);
-  Result sendFile(asio::ip::tcp::socket& socket, std::size_t& sent);
-  Result sendFileThroughMemory(asio::ip::tcp::socket& socket, const FileSlice& slice,
-                               std::size_t& sent);
+  Result sendMemory(StreamSocket& socket, std::size_t& sent);
+  Result sendFile(StreamSocket& socket, std::size_t& sent);
+  Result sendFileThroughMemory(StreamSocket& socket, const FileSlice& slice, std::size_t& sent);
   void pushSegment(BodySegment segment);
   void consume(std::uint64_t bytes);
 

@@ -4,8 +4,6 @@
 #include <sys/resource.h>
 #include <unistd.h>
 
-#include <asio/ip/tcp.hpp>
-
 #include "platform/linux/connection.h"
 
 namespace {
@@ -74,7 +72,7 @@ class Listening final : public std::enable_shared_from_this<Listening> {
   void acceptWaiting() {
     for (int i = 0; i < kAcceptsPerTurn; ++i) {
       asio::error_code error;
-      tcp::socket accepted = acceptor_.accept(error);
+      StreamSocket accepted = acceptor_.accept(error);
       if (error == asio::error::would_block) break;
       if (error == asio::error::no_descriptors || error == asio::error::no_buffer_space ||
           error == asio::error::no_memory || error == std::errc::too_many_files_open_in_system) {
@@ -94,7 +92,7 @@ class Listening final : public std::enable_shared_from_this<Listening> {
            error != std::errc::not_a_socket;
   }
 
-  bool hand(tcp::socket accepted) {
+  bool hand(StreamSocket accepted) {
     asio::error_code error;
     full_ = accepted.native_handle() >= highest_;
     accepted.non_blocking(true, error);
@@ -125,8 +123,8 @@ class Listening final : public std::enable_shared_from_this<Listening> {
     events_.listenerError();
   }
 
-  tcp::acceptor acceptor_;
-  asio::steady_timer pause_;
+  Acceptor acceptor_;
+  SteadyTimer pause_;
   TcpListenerEvents& events_;
   int highest_ = 0;
   bool full_ = false;

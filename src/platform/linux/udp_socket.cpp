@@ -4,7 +4,6 @@
 #include <netinet/in.h>
 #include <sys/socket.h>
 
-#include <asio/ip/udp.hpp>
 #include <cerrno>
 #include <cstring>
 
@@ -100,7 +99,7 @@ class Bound final : public std::enable_shared_from_this<Bound> {
     socket.close(ignored);
   }
 
-  udp::socket socket;
+  DatagramSocket socket;
 
  private:
   void wait() {
