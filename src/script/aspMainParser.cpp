@@ -99,10 +99,7 @@ struct aspMainParser::Published {
 };
 
 aspMainParser::aspMainParser(const PageServices& services, PageEvents& events, vbs::Limits limits)
-    : services_(services),
-      events_(events),
-      limits_(limits),
-      host_(services.clock, services.creatable) {}
+    : services_(services), events_(events), limits_(limits), host_(services.clock) {}
 
 aspMainParser::~aspMainParser() = default;
 

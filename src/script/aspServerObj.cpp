@@ -4,13 +4,13 @@
 #include <array>
 #include <chrono>
 
+#include "components/components.h"
 #include "http/clsHTTPParser.h"
 #include "platform/files.h"
 #include "platform/process.h"
 #include "script/auth_keys.h"
 #include "script/base64.h"
 #include "script/clsHVar.h"
-#include "script/creatable_objects.h"
 #include "script/script_values.h"
 #include "support/clsWEncode.h"
 #include "support/paths.h"
@@ -134,7 +134,11 @@ vbs::Value aspServerObj::callMapPath(vbs::Args args) {
 }
 
 vbs::Value aspServerObj::callXCreateObject(vbs::Args args) {
-  return services_.creatable.create(text(args[0])).value_or(vbs::Value::nothing());
+  try {
+    return createComponent(text(args[0]));
+  } catch (const vbs::ScriptError&) {
+    return vbs::Value::nothing();  // pages test for it
+  }
 }
 
 vbs::Value aspServerObj::callIssueAuthKey(vbs::Args args) {

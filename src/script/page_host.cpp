@@ -1,6 +1,6 @@
 #include "script/page_host.h"
 
-#include "script/creatable_objects.h"
+#include "components/components.h"
 #include "script/script_values.h"
 
 double PageHost::now() {
@@ -20,8 +20,7 @@ std::chrono::steady_clock::time_point PageHost::steadyNow() {
 }
 
 vbs::Value PageHost::createObject(std::string_view progId) {
-  if (auto made = creatable_.create(progId)) return *made;
-  vbs::throwError(vbs::ErrorCode::CannotCreateObject);
+  return createComponent(progId);
 }
 
 vbs::Value PageHost::getObject(std::string_view, std::string_view) {

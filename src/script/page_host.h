@@ -3,14 +3,11 @@
 #include "platform/clock.h"
 #include "vbscript/host.h"
 
-class CreatableObjects;
-
 /// The outside as scripts of pages may reach it.
 class PageHost final : public vbs::Host {
  public:
-  /// Both outlive the host.
-  PageHost(const Clock& clock, const CreatableObjects& creatable)
-      : clock_(clock), creatable_(creatable) {}
+  /// `clock` outlives the host.
+  explicit PageHost(const Clock& clock) : clock_(clock) {}
 
   double now() override;
   double secondsSinceMidnight() override;
@@ -21,5 +18,4 @@ class PageHost final : public vbs::Host {
 
  private:
   const Clock& clock_;
-  const CreatableObjects& creatable_;
 };

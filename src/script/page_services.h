@@ -2,7 +2,6 @@
 
 class AuthKeys;
 class Clock;
-class CreatableObjects;
 class Files;
 class HttpDates;
 class Process;
@@ -21,6 +20,5 @@ struct PageServices {
   HttpDates& dates;
   const clsWEncode& encoder;
   AuthKeys& authKeys;
-  const CreatableObjects& creatable;
   vbs::Object& application;  ///< published as "QvS"
 };

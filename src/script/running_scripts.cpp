@@ -8,9 +8,7 @@ RunningScripts::RunningScripts(const Parts& parts, vbs::Limits limits)
       sessions_(parts.clock, parts.random, parts.log),
       application_(vbs::make<ApplicationComponent>(VersionText(parts.state), parts.aliases,
                                                    parts.clock, parts.random)),
-      services_{parts.state,   parts.files, parts.clock, parts.process, dates_,
-                parts.encoder, authKeys_,   creatable_,  *application_},
+      services_{parts.state, parts.files,   parts.clock, parts.process,
+                dates_,      parts.encoder, authKeys_,   *application_},
       vbsParser_(services_, parts.events, limits),
-      runner_(vbsParser_, sessions_) {
-  // The components that come with the server.
-}
+      runner_(vbsParser_, sessions_) {}

@@ -4,7 +4,6 @@
 #include "http/http_date.h"
 #include "script/aspMainParser.h"
 #include "script/auth_keys.h"
-#include "script/creatable_objects.h"
 #include "script/script_page_runner.h"
 #include "script/session_store.h"
 
@@ -41,7 +40,6 @@ class RunningScripts {
   HttpDates dates_;
   AuthKeys authKeys_;
   SessionStore sessions_;
-  CreatableObjects creatable_;
   vbs::Ref<ApplicationComponent> application_;
   PageServices services_;
   aspMainParser vbsParser_;

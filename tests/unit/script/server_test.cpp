@@ -13,7 +13,6 @@
 #include "script/aspServerObj.h"
 #include "script/auth_keys.h"
 #include "script/base64.h"
-#include "script/creatable_objects.h"
 #include "support/clsWEncode.h"
 #include "support/server_state.h"
 #include "vbscript/host.h"
@@ -49,12 +48,10 @@ class ServerTest : public ::testing::Test, protected aspServerObj::Page {
   clsWEncode encoder;
   ScriptedRandom random;
   AuthKeys keys{clock, random};
-  CreatableObjects creatable;
   CookieJar jar;
   clsHTTPParser parser{encoder, jar};
   vbs::Ref<NamedObject> application = vbs::make<NamedObject>();
-  PageServices services{state,   files, clock,     process,     dates,
-                        encoder, keys,  creatable, *application};
+  PageServices services{state, files, clock, process, dates, encoder, keys, *application};
   vbs::Ref<aspServerObj> server =
       vbs::make<aspServerObj>(services, static_cast<aspServerObj::Page&>(*this));
   std::vector<std::string> debugged;
@@ -112,10 +109,7 @@ TEST_F(ServerTest, KeepsTheRootAsPageFolder) {
 }
 
 TEST_F(ServerTest, MakesComponentsByName) {
-  creatable.offer("Some.Thing", [] { return vbs::Value::object(vbs::make<NamedObject>().get()); });
-  creatable.offer("Some.Failure", [] { return vbs::Value::nothing(); });
-  EXPECT_NE(get(*server, "xcreateobject", values("some.THING")).asObject(), nullptr);
-  EXPECT_EQ(get(*server, "xcreateobject", values("Some.Failure")).asObject(), nullptr);
+  EXPECT_NE(get(*server, "xcreateobject", values("scripting.DICTIONARY")).asObject(), nullptr);
   EXPECT_EQ(get(*server, "createobject", values("Unknown.Thing")).asObject(), nullptr);
 }
 
