@@ -1,0 +1,114 @@
+#include "mutations.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace {
+
+constexpr std::array<std::string_view, 64> kWords = {"If ",
+                                                     " Then ",
+                                                     " Else ",
+                                                     "ElseIf ",
+                                                     "End If\n",
+                                                     "For ",
+                                                     " To ",
+                                                     " Step ",
+                                                     "Next\n",
+                                                     "Do ",
+                                                     "Loop\n",
+                                                     "While ",
+                                                     "Wend\n",
+                                                     "Until ",
+                                                     "Sub f",
+                                                     "End Sub",
+                                                     "Function",
+                                                     "Class c",
+                                                     "End Class\n",
+                                                     "Property Get ",
+                                                     "Exit For\n",
+                                                     "With ",
+                                                     "Set ",
+                                                     "New ",
+                                                     "Nothing",
+                                                     "Null",
+                                                     "Empty",
+                                                     "ReDim a(",
+                                                     "Preserve ",
+                                                     "Erase a",
+                                                     "Const k=",
+                                                     "Dim a(3)",
+                                                     "Execute ",
+                                                     "Eval(",
+                                                     "ByVal ",
+                                                     "On Error Resume Next\n",
+                                                     "On Error GoTo 0\n",
+                                                     "Err.Raise ",
+                                                     "Select Case ",
+                                                     "Case ",
+                                                     "(",
+                                                     ")",
+                                                     ",",
+                                                     ".",
+                                                     ":",
+                                                     "\n",
+                                                     "_\n",
+                                                     "\"",
+                                                     "&",
+                                                     "&hFF",
+                                                     "#1/1/2000#",
+                                                     "1e308",
+                                                     "32767",
+                                                     "-1",
+                                                     "2147483647",
+                                                     "0",
+                                                     " Mod ",
+                                                     " ^ ",
+                                                     " Is ",
+                                                     " Not ",
+                                                     "[",
+                                                     "]",
+                                                     "'",
+                                                     "\xFF"};
+
+}  // namespace
+
+/// Up to forty bytes of a text.
+std::string Mutations::piece(const std::string& text) {
+  const std::size_t from = below(text.size());
+  return text.substr(from, 1 + below(40));
+}
+
+void Mutations::change(std::string& text) {
+  const std::size_t at = below(text.size() + 1);
+  switch (below(7)) {
+    case 0:
+      text.erase(std::min(at, text.size()), 1 + below(30));
+      return;
+    case 1:
+      text.insert(at, kWords[below(kWords.size())]);
+      return;
+    case 2:
+      text.insert(at, piece(any()));
+      return;
+    case 3:
+      text.insert(at, piece(text));
+      return;
+    case 4:
+      if (!text.empty()) text[below(text.size())] = static_cast<char>(below(256));
+      return;
+    case 5:
+      text.replace(at, below(10), kWords[below(kWords.size())]);
+      return;
+    default:
+      text.resize(at);
+      text += any().substr(0, below(400));
+      return;
+  }
+}
+
+std::string Mutations::next() {
+  std::string text = any();
+  for (std::size_t changes = 1 + below(6); changes > 0; --changes) change(text);
+  return text;
+}

@@ -1,0 +1,90 @@
+#include "script_targets.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+
+#include "components/components.h"
+#include "vbscript/convert.h"
+#include "vbscript/engine.h"
+#include "vbscript/parser.h"
+
+namespace {
+
+using vbs::Value;
+
+void require(bool condition, const char* what) {
+  if (condition) return;
+  std::cerr << "does not hold: " << what << '\n';
+  std::abort();
+}
+
+/// Nothing outside: a clock that stands still, and the components that only hold values.
+class FuzzHost final : public vbs::Host {
+ public:
+  double now() override { return 45351.5; }
+  double secondsSinceMidnight() override { return 43200; }
+  std::chrono::steady_clock::time_point steadyNow() override {
+    return std::chrono::steady_clock::now();
+  }
+  Value createObject(std::string_view progId) override { return createComponent(progId); }
+  Value getObject(std::string_view, std::string_view) override {
+    vbs::throwError(vbs::ErrorCode::CannotCreateObject);
+  }
+};
+
+class FuzzOutput : public vbs::NativeObject<FuzzOutput> {
+ public:
+  static std::span<const vbs::Member<FuzzOutput>> members() {
+    static constexpr vbs::Member<FuzzOutput> kMembers[] = {
+        {"echo", 0, 255, &FuzzOutput::echo},
+        {"show", 1, 1, &FuzzOutput::echo},
+        {"failed", 0, 0, &FuzzOutput::echo},
+    };
+    return kMembers;
+  }
+  std::string_view typeName() const override { return "Output"; }
+
+ private:
+  Value echo(vbs::Args args) {
+    for (const Value& value : args) bytes_ += vbs::toString(value).narrow().size();
+    return {};
+  }
+
+  std::size_t bytes_ = 0;
+};
+
+constexpr vbs::Limits kLimits{std::chrono::milliseconds(100), std::int64_t{16} << 20, 200};
+
+}  // namespace
+
+void fuzzParse(std::string_view source) {
+  const auto lines = 2 + std::count_if(source.begin(), source.end(),
+                                       [](char c) { return c == '\n' || c == '\r'; });
+  try {
+    vbs::parseScript(source);
+  } catch (const vbs::CompileError& error) {
+    require(error.number > 1000 && !error.description.empty(), "an error has number and text");
+    require(error.position.line >= 1 && error.position.line < lines, "an error has a line");
+    require(error.position.column >= 1 && error.position.column <= source.size() + 1,
+            "an error has a column");
+  }
+  require(!vbs::dumpTokens(source).empty(), "there is a last token");
+  vbs::dumpTree(source);
+}
+
+void fuzzRun(std::string_view source) {
+  FuzzHost host;
+  const std::int64_t held = vbs::memoryMeter.used;
+  {
+    vbs::ProgramCache cache(1 << 16);
+    const auto output = vbs::make<FuzzOutput>();
+    vbs::Engine engine(host, cache, kLimits);
+    engine.addObject("Test", *output, true);
+    for (int i = 0; i < 2; ++i) {
+      const auto error = engine.run(source);
+      require(!error || error->number != 0, "an error has a number");
+    }
+  }
+  require(vbs::memoryMeter.used == held, "everything is given back");
+}

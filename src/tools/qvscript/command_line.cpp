@@ -1,0 +1,89 @@
+#include "qvscript/command_line.h"
+
+#include <charconv>
+
+namespace qvscript {
+
+namespace {
+
+struct Option {
+  std::string_view word;
+  Task task;
+};
+
+constexpr Option kOptions[] = {
+    {"--check", Task::Check},        {"--dump-tokens", Task::DumpTokens},
+    {"--dump-tree", Task::DumpTree}, {"--dump-bytecode", Task::DumpBytecode},
+    {"--help", Task::Help},
+};
+constexpr std::string_view kTimeLimit = "--time-limit=";
+
+std::optional<std::chrono::seconds> parseSeconds(std::string_view text) {
+  int seconds = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+  if (error != std::errc() || end != text.data() + text.size() || seconds <= 0) return {};
+  return std::chrono::seconds(seconds);
+}
+
+/// False when there is no such option.
+bool applyOption(std::string_view word, CommandLine& command) {
+  if (word.starts_with(kTimeLimit)) {
+    command.timeLimit = parseSeconds(word.substr(kTimeLimit.size()));
+    return command.timeLimit.has_value();
+  }
+  for (const Option& option : kOptions) {
+    if (option.word != word) continue;
+    command.task = option.task;
+    return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+const std::string_view kHelpText =
+    "usage: qvscript [options] file.vbs [arguments]\n"
+    "\n"
+    "Runs a VBScript file. The script reads its arguments in WScript.Arguments and\n"
+    "writes with WScript.Echo and WScript.StdOut.\n"
+    "\n"
+    "options, before the file:\n"
+    "  --check             only compile the script and report a fault\n"
+    "  --dump-tokens       show the tokens of the script\n"
+    "  --dump-tree         show how the script is understood\n"
+    "  --dump-bytecode     show what the script is compiled to\n"
+    "  --time-limit=N      stop the script after N seconds; without it there is no limit\n"
+    "  --help              show this text\n"
+    "  --                  the next word is the file, whatever it looks like\n"
+    "\n"
+    "An error is reported on standard error as\n"
+    "  file(line, column) kind: text\n"
+    "\n"
+    "exit code: 0, or what the script gave to WScript.Quit; 1 after an error in the\n"
+    "script; 2 when the command line or the file is at fault\n";
+
+ParsedCommandLine parseCommandLine(std::span<const std::string_view> words) {
+  ParsedCommandLine parsed;
+  CommandLine& command = parsed.command;
+  std::size_t at = 0;
+  for (; at < words.size() && words[at].starts_with("-"); ++at) {
+    if (words[at] == "--") {
+      ++at;
+      break;
+    }
+    if (!applyOption(words[at], command)) {
+      parsed.complaint = "unknown option " + std::string(words[at]);
+      return parsed;
+    }
+    if (command.task == Task::Help) return parsed;
+  }
+  if (at == words.size()) {
+    parsed.complaint = "no script file given";
+    return parsed;
+  }
+  command.file = words[at];
+  for (const std::string_view word : words.subspan(at + 1)) command.arguments.emplace_back(word);
+  return parsed;
+}
+
+}  // namespace qvscript

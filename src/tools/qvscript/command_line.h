@@ -1,0 +1,30 @@
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace qvscript {
+
+enum class Task { Run, Check, DumpTokens, DumpTree, DumpBytecode, Help };
+
+struct CommandLine {
+  Task task = Task::Run;
+  std::string file;
+  std::vector<std::string> arguments;             ///< for the script
+  std::optional<std::chrono::seconds> timeLimit;  ///< none: the script may run for ever
+};
+
+/// What the words after the program's name ask for, or the complaint about them.
+struct ParsedCommandLine {
+  CommandLine command;
+  std::string complaint;  ///< empty: all is well
+};
+ParsedCommandLine parseCommandLine(std::span<const std::string_view> words);
+
+extern const std::string_view kHelpText;
+
+}  // namespace qvscript

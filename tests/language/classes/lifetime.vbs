@@ -1,0 +1,112 @@
+'=== Class_Initialize and Class_Terminate
+Class Loud
+  Private Sub Class_Initialize: Echo "born": End Sub
+  Private Sub Class_Terminate: Echo "gone": End Sub
+End Class
+Dim o
+Set o = New Loud               '> born
+Echo "alive"                   '> alive
+Set o = Nothing                '> gone
+Echo "after"                   '> after
+
+'=== the last reference counts
+Class Loud
+  Private Sub Class_Terminate: Echo "gone": End Sub
+End Class
+Dim a, b
+Set a = New Loud
+Set b = a
+Set a = Nothing
+Echo "still"                   '> still
+Set b = Nothing                '> gone
+
+'=== replacing the object
+Class Loud
+  Public Name
+  Private Sub Class_Terminate: Echo "gone " & Name: End Sub
+End Class
+Dim o
+Set o = New Loud: o.Name = 1
+Set o = New Loud: o.Name = 2   '> gone 1
+o = 5                          '> gone 2
+Echo "end"                     '> end
+
+'=== locals end with their procedure
+Class Loud
+  Private Sub Class_Terminate: Echo "gone": End Sub
+End Class
+Sub S
+  Dim o: Set o = New Loud
+  Echo "in"
+End Sub
+S
+'> in
+'> gone
+Echo "after"                   '> after
+
+'=== a temporary ends with its statement
+Class Loud
+  Public Function Name: Name = "name": End Function
+  Private Sub Class_Terminate: Echo "gone": End Sub
+End Class
+Echo (New Loud).Name
+'> name
+'> gone
+Echo "after"                   '> after
+
+'=== objects in arrays and dictionaries
+Class Loud
+  Public Name
+  Private Sub Class_Terminate: Echo "gone " & Name: End Sub
+End Class
+Function Make(n)
+  Set Make = New Loud
+  Make.Name = n
+End Function
+Dim a(1)
+Set a(0) = Make("a")
+Erase a                        '> gone a
+Dim d: Set d = CreateObject("Scripting.Dictionary")
+d.Add 1, Make("d")
+d.Remove 1                     '> gone d
+
+'=== fields end with their object
+Class Loud
+  Private Sub Class_Terminate: Echo "inner gone": End Sub
+End Class
+Class Holder
+  Private inner
+  Private Sub Class_Initialize: Set inner = New Loud: End Sub
+  Private Sub Class_Terminate: Echo "outer gone": End Sub
+End Class
+Dim h: Set h = New Holder
+Set h = Nothing
+'> outer gone
+'> inner gone
+
+'=== objects left at the end of the script
+Class Loud
+  Private Sub Class_Terminate: Echo "gone": End Sub
+End Class
+Dim o: Set o = New Loud
+Echo "last line"
+'> last line
+'> gone
+
+'=== an error in Class_Initialize
+Class C
+  Private Sub Class_Initialize
+    Err.Raise 1001, "C", "refused"
+  End Sub
+End Class
+On Error Resume Next
+Dim o: Set o = New C
+FailedText                     '> 1001 refused
+
+'=== a result nobody keeps
+Class Loud
+  Private Sub Class_Terminate: Echo "gone": End Sub
+End Class
+Function Make: Set Make = New Loud: End Function
+Make                           '> gone
+Echo "after"                   '> after
