@@ -9,6 +9,7 @@ add_library(vbscript_values STATIC
   library/conversion.cpp
   library/dates.cpp
   library/escape.cpp
+  library/find_text.cpp
   library/formatting.cpp
   library/library.cpp
   library/math.cpp

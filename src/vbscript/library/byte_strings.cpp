@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "vbscript/library/arguments.h"
+#include "vbscript/library/find_text.h"
 
 /// The functions whose names end in B see a text as bytes: two for each character, low byte first.
 namespace vbs::intrinsic {
@@ -94,7 +95,7 @@ Value inStrB(Runtime&, Args args) {
   const ByteView wanted(*part);
   const auto first = static_cast<std::size_t>(start) - 1;
   if ((*view).empty() || first >= (*view).size()) return Value::longInt(0);
-  const std::size_t found = (*view).find(*wanted, first);
+  const std::size_t found = findText(*view, *wanted, first);
   return lengthValue(found == std::string_view::npos ? 0 : found + 1);
 }
 

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "vbscript/library/arguments.h"
+#include "vbscript/library/find_text.h"
 
 namespace vbs::intrinsic {
 
@@ -24,11 +25,13 @@ class Searcher {
 
   /// The first place at or behind `from`.
   std::size_t find(std::size_t from) const {
-    return ansi_ ? text_.ansi().find(part_.ansi(), from) : wideText_.find(widePart_, from);
+    return ansi_ ? findText(text_.ansi(), part_.ansi(), from)
+                 : findText(wideText_, widePart_, from);
   }
   /// The last place at or before `from`.
   std::size_t findLast(std::size_t from) const {
-    return ansi_ ? text_.ansi().rfind(part_.ansi(), from) : wideText_.rfind(widePart_, from);
+    return ansi_ ? findLastText(text_.ansi(), part_.ansi(), from)
+                 : findLastText(wideText_, widePart_, from);
   }
 
   /// Up to `most` places that do not overlap, from `from` on. The part is not empty.
@@ -112,7 +115,7 @@ Value inStr(Runtime&, Args args) {
   const auto first = static_cast<std::size_t>(start) - 1;
   if (first >= text.length()) return Value::longInt(0);
   const std::size_t found = text.isAnsi() && part.isAnsi() && !ignoreCase
-                                ? text.ansi().find(part.ansi(), first)
+                                ? findText(text.ansi(), part.ansi(), first)
                                 : Searcher(text, part, ignoreCase).find(first);
   return lengthValue(found == kNone ? 0 : found + 1);
 }

@@ -138,6 +138,22 @@ TEST_F(TextFunctionTest, SplitJoinFilter) {
   EXPECT_EQ(run("ubound", call("filter", words, "zz")), "Long -1");
 }
 
+TEST_F(TextFunctionTest, LongPartsAreFoundInTimeThatGrowsWithTheText) {
+  const std::string text = std::string(400'000, 'a') + "c" + std::string(400'000, 'a');
+  const std::string part = std::string(200'000, 'a') + "b";
+  const std::string present = std::string(200'000, 'a') + "c" + std::string(3, 'a');
+  const auto value = [](const std::string& s) { return Value(std::string_view(s)); };
+  EXPECT_EQ(run("instr", value(text), value(part)), "Long 0");
+  EXPECT_EQ(run("instr", value(text), value(present)), "Long 200001");
+  EXPECT_EQ(run("instrrev", value(text), value(part)), "Long 0");
+  EXPECT_EQ(run("instrrev", value(text), value(present)), "Long 200001");
+  EXPECT_EQ(run("instrrev", value(text), value(present), 400'003), "Long 0");
+  EXPECT_EQ(run("instrrev", value(text), value(std::string(100, 'a'))), "Long 799902");
+  EXPECT_EQ(run("instr", value(text), value(text)), "Long 1");
+  EXPECT_EQ(run("len", call("replace", value(text), value(std::string(100, 'a')), "x")),
+            "Long 8001");
+}
+
 TEST_F(TextFunctionTest, StrComp) {
   EXPECT_EQ(run("strcomp", "a", "b"), "Integer -1");
   EXPECT_EQ(run("strcomp", "a", "A"), "Integer 1");
