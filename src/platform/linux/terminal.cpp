@@ -4,20 +4,25 @@
 #define NCURSES_NOMACROS 1
 #define NCURSES_WIDECHAR 1
 #include <curses.h>
+#include <fcntl.h>
 #include <langinfo.h>
 #include <poll.h>
 #include <sys/epoll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <array>
 #include <asio/posix/stream_descriptor.hpp>
 #include <asio/signal_set.hpp>
+#include <cerrno>
 #include <clocale>
 #include <csignal>
+#include <cstdio>
 #include <map>
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "platform/linux/loop_core.h"
 #include "platform/linux/terminal_rescue.h"
@@ -134,18 +139,27 @@ class CursesTerminal final : public Terminal {
   bool show() override;
 
  private:
+  bool openChannel();
   bool watchKeys();
   void setUpScreen();
   void waitForKeys();
   void waitForResize();
   void readKeys();
   void keyRead(int kind, wint_t code);
+  void mouseRead();
   attr_t attributes(const TerminalStyle& style) const;
   short pairOf(const TerminalStyle& style);
 
   asio::posix::stream_descriptor keys_;
   asio::signal_set resizes_;
   TerminalEvents* events_ = nullptr;
+  struct FileClosed {
+    void operator()(FILE* file) const { std::fclose(file); }
+  };
+  using File = std::unique_ptr<FILE, FileClosed>;
+
+  File channelIn_;
+  File channelOut_;
   SCREEN* screen_ = nullptr;
   bool colours_ = false;
   std::map<std::pair<TerminalColour, TerminalColour>, short> pairs_;
@@ -161,9 +175,9 @@ bool CursesTerminal::open(TerminalEvents& events) {
   // Before the library looks: it leaves a signal alone that somebody has taken.
   asio::error_code error;
   resizes_.add(SIGWINCH, error);
-  screen_ = ::newterm(nullptr, stdout, stdin);
-  if (!screen_) return false;
-  if (!canMoveCursor() || !watchKeys()) {
+  if (!openChannel()) return false;
+  screen_ = ::newterm(nullptr, stdout, channelOut_.get());
+  if (!screen_ || !canMoveCursor() || !watchKeys()) {
     close();
     return false;
   }
@@ -173,6 +187,17 @@ bool CursesTerminal::open(TerminalEvents& events) {
   waitForKeys();
   waitForResize();
   return true;
+}
+
+/// The curses library waits for more once it has met a mouse report that it finds uninteresting,
+/// which would hold up everything else. So it reads from a pipe that never makes it wait, and what
+/// the user types is put in there.
+bool CursesTerminal::openChannel() {
+  int ends[2];
+  if (::pipe2(ends, O_CLOEXEC | O_NONBLOCK) != 0) return false;
+  channelOut_.reset(::fdopen(ends[0], "r"));
+  channelIn_.reset(::fdopen(ends[1], "w"));
+  return channelOut_ && channelIn_;
 }
 
 /// The loop makes what it watches non-blocking, and a terminal shares that mode with the shell and
@@ -207,10 +232,13 @@ void CursesTerminal::close() {
   keys_.close(ignored);
   resizes_.clear(ignored);
   events_ = nullptr;
-  if (!screen_) return;
-  ::mousemask(0, nullptr);
-  ::endwin();
-  ::delscreen(std::exchange(screen_, nullptr));
+  if (screen_) {
+    ::mousemask(0, nullptr);
+    ::endwin();
+    ::delscreen(std::exchange(screen_, nullptr));
+  }
+  channelIn_.reset();
+  channelOut_.reset();
   rescue_.reset();
   pairs_.clear();
 }
@@ -225,20 +253,19 @@ void CursesTerminal::waitForKeys() {
 }
 
 void CursesTerminal::readKeys() {
+  std::array<char, 1024> typed;
+  const ssize_t length = ::read(STDIN_FILENO, typed.data(), typed.size());
+  if (length <= 0) {
+    if (length == 0 || errno != EINTR) std::exchange(events_, nullptr)->terminalLost();
+    return;
+  }
+  // The pipe is empty and has room for more than this.
+  if (::write(::fileno(channelIn_.get()), typed.data(), static_cast<size_t>(length)) < 0) return;
   const auto self = self_;
-  bool any = false;
   wint_t code = 0;
   for (int kind = ::get_wch(&code); kind != ERR; kind = ::get_wch(&code)) {
-    any = true;
     keyRead(kind, code);
     if (!*self) return;
-  }
-  if (any) return;
-  // Ready to be read, yet nothing to read: the terminal has hung up.
-  pollfd state{STDIN_FILENO, POLLIN, 0};
-  int waiting = 0;
-  if (::poll(&state, 1, 0) > 0 && (::ioctl(STDIN_FILENO, FIONREAD, &waiting) != 0 || !waiting)) {
-    std::exchange(events_, nullptr)->terminalLost();
   }
 }
 
@@ -246,11 +273,21 @@ void CursesTerminal::keyRead(int kind, wint_t code) {
   if (kind != KEY_CODE_YES) {
     events_->keyPressed(characterKey(code));
   } else if (code == KEY_MOUSE) {
-    MEVENT event{};
-    if (::getmouse(&event) != OK) return;
-    if (const auto action = mouseOf(event)) events_->mouseUsed(*action);
+    mouseRead();
   } else if (const auto press = keyOf(code)) {
     events_->keyPressed(*press);
+  }
+}
+
+/// One key may stand for several quick actions, which are handed out the newest first.
+void CursesTerminal::mouseRead() {
+  std::vector<MouseAction> actions;
+  for (MEVENT event{}; ::getmouse(&event) == OK;) {
+    if (const auto action = mouseOf(event)) actions.push_back(*action);
+  }
+  const auto self = self_;
+  for (auto action = actions.rbegin(); *self && action != actions.rend(); ++action) {
+    events_->mouseUsed(*action);
   }
 }
 
