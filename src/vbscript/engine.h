@@ -15,7 +15,9 @@
 /// The one header through which a host compiles and runs scripts.
 namespace vbs {
 
-class Program;  ///< a compiled script; immutable, shared between runs
+class Machine;
+class Program;  ///< a compiled script; shared between runs
+struct HostObject;
 
 /// A script that did not compile or stopped with an untrapped error.
 struct ErrorReport {
@@ -35,25 +37,31 @@ class ProgramCache {
   explicit ProgramCache(std::size_t maxSourceBytes = std::size_t{16} << 20);
   ~ProgramCache();
 
-  /// The program for `source`, compiled when it is new. Null and `error` filled when it does not
-  /// compile.
+  /// The program for `source`, compiled when it is new, as it is without objects of a host. Null
+  /// and `error` filled when it does not compile.
   std::shared_ptr<const Program> get(std::string_view source, ErrorReport& error);
 
  private:
+  friend class Machine;
+  /// Compiled code knows where the host's objects have their members, so those count as well.
+  std::shared_ptr<const Program> get(std::string_view source, std::span<const HostObject> objects,
+                                     ErrorReport& error);
+
   struct Impl;
   std::unique_ptr<Impl> impl_;
 };
 
 /// One script run's world: its globals, its published objects, its random sequence. Made fresh
 /// for each page; not reentrant (a host object must not call run() of the engine that calls it).
+/// Instances of a script's classes may outlive the engine, in a session say; they are then empty.
 class Engine {
  public:
-  /// `host` and `cache` outlive the engine.
+  /// `host` and `cache` outlive the engine. All engines that share a cache live on one thread.
   Engine(Host& host, ProgramCache& cache, Limits limits = {});
   ~Engine();  ///< ends every object that the script still holds
 
   /// Publishes `object` under `name`; with `globalMembers` its members can be used without the
-  /// name as well, after those of objects added before.
+  /// name as well, after those of objects added before. All objects come before the first run.
   void addObject(std::string_view name, Object& object, bool globalMembers);
 
   /// Compiles and runs `source` (bytes of Windows-1252) in the global scope. Nothing on success.
@@ -64,8 +72,7 @@ class Engine {
   std::optional<ErrorReport> evaluate(std::string_view expression, Value& result);
 
  private:
-  struct Impl;
-  std::unique_ptr<Impl> impl_;
+  std::unique_ptr<Machine> machine_;
 };
 
 /// What the tools show of a script.

@@ -1,0 +1,203 @@
+#include <array>
+
+#include "vbscript/convert.h"
+#include "vbscript/library/library.h"
+#include "vbscript/machine.h"
+
+namespace vbs {
+
+namespace {
+
+/// Bounds or indexes of an array, converted.
+struct Indexes {
+  std::array<std::int32_t, ArrayRep::kMaxRank> numbers;
+  std::size_t count = 0;
+
+  std::span<const std::int32_t> span() const { return {numbers.data(), count}; }
+};
+
+Indexes indexesOf(Args values) {
+  if (values.size() > ArrayRep::kMaxRank) throwError(ErrorCode::SubscriptOutOfRange);
+  Indexes indexes;
+  for (const Value& value : values) indexes.numbers[indexes.count++] = toLong(value);
+  return indexes;
+}
+
+Indexes extentsOf(Args bounds) {
+  Indexes extents = indexesOf(bounds);
+  for (std::size_t i = 0; i < extents.count; ++i) {
+    if (extents.numbers[i] < -1 || extents.numbers[i] == INT32_MAX) {
+      throwError(ErrorCode::SubscriptOutOfRange);
+    }
+    ++extents.numbers[i];
+  }
+  return extents;
+}
+
+std::size_t byteIndex(const ArrayRep& array, const Indexes& indexes) {
+  const bool inside = indexes.count == 1 && indexes.numbers[0] >= 0 &&
+                      static_cast<std::size_t>(indexes.numbers[0]) < array.count;
+  if (!inside) throwError(ErrorCode::SubscriptOutOfRange);
+  return static_cast<std::size_t>(indexes.numbers[0]);
+}
+
+Value* existing(Value* element) {
+  if (!element) throwError(ErrorCode::SubscriptOutOfRange);
+  return element;
+}
+
+}  // namespace
+
+void Machine::dimArray(const Instruction* pc, Value* base) {
+  const Indexes extents = extentsOf({base + pc->b, pc->c});
+  ArrayRep* array = ArrayRep::create(extents.span());
+  array->fixed = pc->c > 0;
+  base[pc->a].deref() = Value::array(array);
+  if (pc->aIsTemporary()) release(base[pc->a]);
+}
+
+void Machine::reDim(const Instruction* pc, Value* base, bool preserve) {
+  const Args bounds(base + pc->b, pc->c);
+  const Indexes extents = extentsOf(bounds);
+  clearRange(base + pc->b, base + pc->b + pc->c);
+  Value& variable = base[pc->a].deref();
+  if (!variable.isArray() && !variable.isEmpty()) throwNamed(ErrorCode::TypeMismatch, pc);
+  if (variable.isArray()) {
+    const ArrayRep& array = *variable.asArray();
+    if (array.fixed || array.locks > 0) throwError(ErrorCode::ArrayLocked);
+  }
+  if (preserve && variable.isArray()) {
+    ArrayRep* resized = ArrayRep::resized(variable.asArray(), extents.span());
+    new (&variable) Value(Value::array(resized));  // resized() has taken over the old body
+  } else {
+    variable = Value::array(ArrayRep::create(extents.span()));
+  }
+  if (pc->aIsTemporary()) release(base[pc->a]);
+  raisePending();
+}
+
+void Machine::erase(const Instruction* pc, Value* base) {
+  eraseArray(base[pc->a].deref());
+  if (pc->aIsTemporary()) release(base[pc->a]);
+  raisePending();
+}
+
+// ---- Reading ----
+
+/// An element, or what an object gives when it is called with the indexes.
+Value Machine::elementValue(Value& holder, Args indexes, const Instruction* pc) {
+  const Value& direct = holder.deref();
+  if (direct.isArray()) {
+    const ArrayRep& array = *direct.asArray();
+    const Indexes at = indexesOf(indexes);
+    if (array.elementType == Type::Byte) return array.element(byteIndex(array, at));
+    return *existing(array.at(at.span()));
+  }
+  if (!direct.isObject()) throwNamed(ErrorCode::TypeMismatch, pc);
+  Object& object = objectIn(direct, pc);
+  const Ref<Object> alive(&object);
+  return object.invoke(kDefaultMember, CallKind::Get, indexes);
+}
+
+void Machine::getElement(const Instruction* pc, Value* base) {
+  Value index = taken(base[pc->c], pc->cIsTemporary());
+  Value result = elementValue(base[pc->b], {&index, 1}, pc);
+  if (pc->bIsTemporary() && needsCare(base[pc->b])) release(base[pc->b]);
+  put(pc, base, std::move(result));
+}
+
+void Machine::getElement2(const Instruction* pc, Value* base) {
+  const auto second = static_cast<std::uint16_t>(pc[1].low());
+  const bool secondIsTemporary = second >= fp_->routine->firstTemporary;
+  std::array<Value, 2> indexes = {taken(base[pc->c], pc->cIsTemporary()),
+                                  taken(base[second], secondIsTemporary)};
+  Value result = elementValue(base[pc->b], indexes, pc);
+  if (pc->bIsTemporary() && needsCare(base[pc->b])) release(base[pc->b]);
+  put(pc, base, std::move(result));
+}
+
+void Machine::getElementMany(const Instruction* pc, Value* base) {
+  const Args indexes(base + pc->c, pc[1].low());
+  Value result = elementValue(base[pc->b], indexes, pc);
+  clearRange(indexes.data(), indexes.data() + indexes.size());
+  if (pc->bIsTemporary() && needsCare(base[pc->b])) release(base[pc->b]);
+  put(pc, base, std::move(result));
+}
+
+// ---- Writing ----
+
+void Machine::storeElement(Value& holder, Args indexesAndValue, bool isSet, const Instruction* pc) {
+  Value& direct = holder.deref();
+  const Args indexes = indexesAndValue.first(indexesAndValue.size() - 1);
+  Value& value = indexesAndValue.back();
+  if (direct.isArray()) {
+    const Indexes at = indexesOf(indexes);
+    if (isSet && !value.deref().isObject()) throwNamed(ErrorCode::ObjectRequired, pc);
+    ArrayRep* array = direct.asArray();
+    if (array->elementType == Type::Byte) throwError(ErrorCode::TypeMismatch);
+    existing(array->at(at.span()));  // before a clone is made in vain
+    array = direct.writableArray();
+    Value* element = existing(array->at(at.span()));
+    if (isSet) {
+      *element = taken(value, true);
+    } else {
+      letFrom(*element, value, true);
+    }
+    return raisePending();
+  }
+  if (!direct.isObject()) throwNamed(ErrorCode::TypeMismatch, pc);
+  Object& object = objectIn(direct, pc);
+  const Ref<Object> alive(&object);
+  object.invoke(kDefaultMember, isSet ? CallKind::Set : CallKind::Let, indexesAndValue);
+}
+
+void Machine::setElement(const Instruction* pc, Value* base) {
+  std::array<Value, 2> values = {taken(base[pc->b], pc->bIsTemporary()),
+                                 taken(base[pc->c], pc->cIsTemporary())};
+  storeElement(base[pc->a], values, false, pc);
+  if (pc->aIsTemporary() && needsCare(base[pc->a])) release(base[pc->a]);
+}
+
+void Machine::setElement2(const Instruction* pc, Value* base) {
+  const auto second = static_cast<std::uint16_t>(pc[1].low());
+  const bool secondIsTemporary = second >= fp_->routine->firstTemporary;
+  std::array<Value, 3> values = {taken(base[pc->b], pc->bIsTemporary()),
+                                 taken(base[second], secondIsTemporary),
+                                 taken(base[pc->c], pc->cIsTemporary())};
+  storeElement(base[pc->a], values, false, pc);
+  if (pc->aIsTemporary() && needsCare(base[pc->a])) release(base[pc->a]);
+}
+
+void Machine::setElementMany(const Instruction* pc, Value* base, bool isSet) {
+  const Args values(base + pc->b, std::size_t{pc->c} + 1);
+  storeElement(base[pc->a], values, isSet, pc);
+  clearRange(values.data(), values.data() + values.size());
+  if (pc->aIsTemporary() && needsCare(base[pc->a])) release(base[pc->a]);
+}
+
+/// The element stays in place as long as the reference is used: at once, or until the lock goes.
+/// What is no array gives its value instead.
+void Machine::elementRef(const Instruction* pc, Value* base, bool locks) {
+  const Args indexes(base + pc->c, pc[1].low());
+  Value& holder = base[pc->b].deref();
+  Value result;
+  if (holder.isArray() && holder.asArray()->elementType != Type::Byte) {
+    const Indexes at = indexesOf(indexes);
+    existing(holder.asArray()->at(at.span()));
+    ArrayRep* array = holder.writableArray();
+    result = Value::reference(array->at(at.span()));
+    if (locks) {
+      Value& lock = base[pc[1].high()];
+      release(lock);
+      new (&lock) Value(Value::arrayLock(array));
+      ++array->locks;
+    }
+  } else {
+    result = elementValue(base[pc->b], indexes, pc);
+  }
+  clearRange(indexes.data(), indexes.data() + indexes.size());
+  if (pc->bIsTemporary() && needsCare(base[pc->b])) release(base[pc->b]);
+  hold(base[pc->a], std::move(result));
+}
+
+}  // namespace vbs

@@ -1,0 +1,457 @@
+#include "vbscript/convert.h"
+#include "vbscript/library/library.h"
+#include "vbscript/machine.h"
+
+namespace vbs {
+
+namespace {
+
+constexpr std::int32_t kCallsBetweenClockReadings = 20000;
+constexpr unsigned kMaxRuns = 200;  ///< each takes about a kilobyte of the C stack
+
+const Routine& haltRoutine() {
+  static const Routine kRoutine = [] {
+    Routine routine;
+    routine.code.resize(2);
+    routine.registerCount = 1;
+    return routine;
+  }();
+  return kRoutine;
+}
+
+bool isScriptObject(const Object& object) {
+  return object.scriptClass() > RoutineObject::kSerial;
+}
+
+CallKind kindFor(std::uint16_t target) {
+  return target == kNoRegister ? CallKind::Call : CallKind::Get;
+}
+
+}  // namespace
+
+Machine::Nesting::Nesting(Machine& machine) : machine_(machine) {
+  if (++machine_.nesting_ > kMaxRuns) {
+    --machine_.nesting_;
+    throwError(ErrorCode::OutOfStackSpace);
+  }
+}
+
+void Machine::stackOverflow() {
+  throwError(ErrorCode::OutOfStackSpace);
+}
+
+void Machine::poll() {
+  budget_ = kCallsBetweenClockReadings;
+  if (!stopped_ && runtime_.host.steadyNow() < deadline_) return;
+  stopped_ = true;
+  throw RunStopped{};
+}
+
+void Machine::throwNamed(ErrorCode code, const Instruction* pc) const {
+  const Routine& routine = *fp_->routine;
+  const auto name = routine.operandNameAt(static_cast<std::uint32_t>(pc - routine.code.data()));
+  if (!name) throwError(code);
+  throwError(code, routine.program->names[*name].text);
+}
+
+Object& Machine::objectIn(const Value& holder, const Instruction* pc) const {
+  const Value& direct = holder.deref();
+  if (!direct.isObject()) throwNamed(ErrorCode::ObjectRequired, pc);
+  if (!direct.asObject()) throwNamed(ErrorCode::ObjectNotSet, pc);
+  return *direct.asObject();
+}
+
+// ---- Frames ----
+
+void Machine::enterMethod(const Routine& callee, Value* base, std::uint16_t target, Object& me) {
+  enter(callee, base, target);
+  new (&base[callee.me]) Value(Value::object(&me));
+}
+
+/// Arguments of a call whose callee was not known to the compiler: ByVal parameters get copies, and
+/// so do parameters that are only read, where nothing can change the variable meanwhile.
+void Machine::adjustArguments(const Routine& callee, Value* base, std::size_t count) {
+  if (count != callee.parameterCount) throwError(ErrorCode::WrongArgumentCount);
+  const Value* const locals = fp_->base;
+  const Value* const localsEnd =
+      locals == globals_ ? locals : locals + fp_->routine->firstTemporary;
+  for (std::size_t i = 0; i < count; ++i) {
+    if (!base[i].is(Type::Reference)) continue;
+    const Value* variable = base[i].target();
+    const bool isLocal = variable >= locals && variable < localsEnd;
+    if (!callee.parameters[i].byValue && !(callee.allReadOnly && isLocal)) continue;
+    new (&base[i]) Value(*variable);
+  }
+}
+
+Frame* Machine::enterHalt() {
+  Value* top = stackTop();
+  enter(haltRoutine(), top, kNoRegister);
+  *top = Value();
+  return fp_;
+}
+
+Value Machine::leaveHalt() {
+  Value result = std::move(fp_->base[0]);
+  --fp_;
+  return result;
+}
+
+Value Machine::callRoutine(const Routine& routine, Object* me, Args arguments) {
+  const Frame* halt = enterHalt();
+  Value* base = stackTop();
+  const std::size_t count = arguments.size();
+  try {
+    if (count != routine.parameterCount) throwError(ErrorCode::WrongArgumentCount);
+    if (base + count + routine.registerCount >= stackEnd_) stackOverflow();
+    for (std::size_t i = 0; i < count; ++i) new (&base[i]) Value(arguments[i]);
+    adjustArguments(routine, base, count);
+    enter(routine, base, 0);
+    if (me) new (&base[routine.me]) Value(Value::object(me));
+  } catch (...) {
+    clearRange(base, std::min(base + count, stackEnd_));
+    --fp_;
+    throw;
+  }
+  execute(halt);
+  return leaveHalt();
+}
+
+void Machine::terminate(const Routine& routine, Object& object) noexcept {
+  if (stopped_) return;
+  try {
+    callRoutine(routine, &object, {});
+  } catch (const ScriptError& error) {
+    if (!pending_) pending_ = error;
+  } catch (const RunStopped&) {
+    budget_ = 0;
+  } catch (const std::bad_alloc&) {
+    budget_ = 0;
+  }
+}
+
+void Machine::dropAdded() {
+  delete std::exchange(fp_->added, nullptr);
+}
+
+/// Stores what a routine returned in the register of the caller, who is the current frame.
+void Machine::acceptResult(Value* base, std::uint16_t target, Value& raw) {
+  Value result = std::move(raw);
+  if (target == kNoRegister) {
+    result = Value();
+    return raisePending();
+  }
+  const bool isVariable = target < fp_->routine->firstTemporary;
+  if (isVariable && result.isObject()) result = plainValue(result);
+  if (needsCare(base[target])) return putSlow(base[target], std::move(result));
+  new (&base[target]) Value(std::move(result));
+}
+
+/// After a call that needed no frame.
+void Machine::finishCall(const Instruction* pc, Value* base, Value result, Value* firstUsed,
+                         std::size_t used) {
+  clearRange(firstUsed, firstUsed + used);
+  if (pc->a == kNoRegister) {
+    result = Value();
+    return raisePending();
+  }
+  put(pc, base, std::move(result));
+}
+
+// ---- Members ----
+
+const Name& Machine::nameIn(const MemberCache& cache) const {
+  return fp_->routine->program->names[cache.name];
+}
+
+MemberId Machine::findMember(Object& object, MemberCache& cache, const Instruction*) {
+  const void* shape = object.shape();
+  if (shape && shape == cache.shape) return cache.id;
+  const Name& name = nameIn(cache);
+  const MemberId id = object.findMember(name.lower);
+  if (id == kNoMember) throwError(ErrorCode::NoPropertyOrMethod, name.text);
+  cache.shape = shape;
+  cache.id = id;
+  return id;
+}
+
+const ClassMember* Machine::findScriptMember(Object& object, MemberCache& cache,
+                                             const Instruction*) {
+  if (cache.scriptClass == object.scriptClass()) return cache.member;
+  const ClassMember* member = static_cast<ScriptObject&>(object).type()->find(nameIn(cache).lower);
+  const bool hidden =
+      member &&
+      (member->kind == ClassMember::Kind::Field || member->kind == ClassMember::Kind::Constant) &&
+      member->isPrivate;
+  if (!member || hidden) throwError(ErrorCode::NoPropertyOrMethod, nameIn(cache).text);
+  cache.scriptClass = object.scriptClass();
+  cache.member = member;
+  return member;
+}
+
+namespace {
+
+/// The routine that reads the member, or error 438.
+const Routine& reader(const ClassMember& member, const Name& name) {
+  if (!member.get || member.getIsPrivate) throwError(ErrorCode::NoPropertyOrMethod, name.text);
+  return *member.get;
+}
+
+/// The routine that a Let or Set of the member calls, or error 438.
+const Routine& writer(const ClassMember& member, bool isSet, const Name& name) {
+  const Routine* routine = isSet ? member.set : member.let;
+  const bool isPrivate = isSet ? member.setIsPrivate : member.letIsPrivate;
+  if (!routine || isPrivate) throwError(ErrorCode::NoPropertyOrMethod, name.text);
+  return *routine;
+}
+
+}  // namespace
+
+bool Machine::callMember(const Instruction* pc, Value* base) {
+  Value& holder = base[pc->b];
+  Value* const arguments = &holder + 1;
+  const std::size_t count = pc->c;
+  MemberCache& cache = *pc[1].pointer<MemberCache>();
+  Object& object = objectIn(holder, pc);
+  if (!isScriptObject(object)) {
+    const MemberId id = findMember(object, cache, pc);
+    Value result = object.invoke(id, kindFor(pc->a), {arguments, count});
+    finishCall(pc, base, std::move(result), &holder, count + 1);
+    return false;
+  }
+  const ClassMember& member = *findScriptMember(object, cache, pc);
+  if (member.kind == ClassMember::Kind::Field) {
+    Value& field = static_cast<ScriptObject&>(object).fields()[member.slot];
+    if (count == 0 && pc->a == kNoRegister) return callObject(objectIn(field, pc), pc, base);
+    Value result = count == 0 ? field : elementValue(field, {arguments, count}, pc);
+    finishCall(pc, base, std::move(result), &holder, count + 1);
+    return false;
+  }
+  const Routine& routine = reader(member, nameIn(cache));
+  adjustArguments(routine, arguments, count);
+  fp_->pc = pc + 2;
+  enter(routine, arguments, pc->a);
+  new (&arguments[routine.me]) Value(std::move(holder));
+  return true;
+}
+
+bool Machine::getMember(const Instruction* pc, Value* base) {
+  Value& holder = base[pc->b];
+  MemberCache& cache = *pc[1].pointer<MemberCache>();
+  Object& object = objectIn(holder, pc);
+  if (!isScriptObject(object)) {
+    const MemberId id = findMember(object, cache, pc);
+    const Ref<Object> alive(&object);
+    Value result = object.invoke(id, CallKind::Get, {});
+    if (pc->bIsTemporary()) release(holder);
+    put(pc, base, std::move(result));
+    return false;
+  }
+  const ClassMember& member = *findScriptMember(object, cache, pc);
+  if (member.kind == ClassMember::Kind::Field) {
+    Value result = static_cast<ScriptObject&>(object).fields()[member.slot];
+    if (pc->bIsTemporary()) release(holder);
+    put(pc, base, std::move(result));
+    return false;
+  }
+  const Routine& routine = reader(member, nameIn(cache));
+  if (routine.parameterCount != 0) throwError(ErrorCode::WrongArgumentCount, nameIn(cache).text);
+  fp_->pc = pc + 2;
+  enterMethod(routine, stackTop(), pc->a, object);
+  if (pc->bIsTemporary()) release(holder);
+  return true;
+}
+
+bool Machine::putMember(const Instruction* pc, Value* base) {
+  Value& holder = base[pc->a];
+  const bool isSet = pc->c != 0;
+  MemberCache& cache = *pc[1].pointer<MemberCache>();
+  const Ref<Object> object(&objectIn(holder, pc));
+  Value& source = base[pc->b];
+  if (isSet && !source.deref().isObject()) throwNamed(ErrorCode::ObjectRequired, pc);
+  if (!isScriptObject(*object)) {
+    const MemberId id = findMember(*object, cache, pc);
+    Value value = taken(source, pc->bIsTemporary());
+    object->invoke(id, isSet ? CallKind::Set : CallKind::Let, {&value, 1});
+    if (pc->aIsTemporary()) release(holder);
+    raisePending();
+    return false;
+  }
+  const ClassMember& member = *findScriptMember(*object, cache, pc);
+  if (member.kind == ClassMember::Kind::Field) {
+    Value& field = static_cast<ScriptObject&>(*object).fields()[member.slot];
+    if (isSet) {
+      set(field, source, pc->bIsTemporary(), pc);
+    } else {
+      letFrom(field, source, pc->bIsTemporary());
+    }
+    if (pc->aIsTemporary()) release(holder);
+    raisePending();
+    return false;
+  }
+  const Routine& routine = writer(member, isSet, nameIn(cache));
+  if (routine.parameterCount != 1) throwError(ErrorCode::WrongArgumentCount, nameIn(cache).text);
+  Value* top = stackTop();
+  if (top + routine.registerCount > stackEnd_) stackOverflow();
+  Value value = taken(source, pc->bIsTemporary());
+  fp_->pc = pc + 2;
+  enterMethod(routine, top, kNoRegister, *object);
+  new (top) Value(std::move(value));
+  if (pc->aIsTemporary()) release(holder);
+  return true;
+}
+
+bool Machine::putMemberArguments(const Instruction* pc, Value* base) {
+  Value& holder = base[pc->a];
+  Value* const arguments = &holder + 1;
+  const std::size_t count = std::size_t{pc->b} + 1;
+  const bool isSet = pc->c != 0;
+  MemberCache& cache = *pc[1].pointer<MemberCache>();
+  Object& object = objectIn(holder, pc);
+  if (!isScriptObject(object)) {
+    const MemberId id = findMember(object, cache, pc);
+    object.invoke(id, isSet ? CallKind::Set : CallKind::Let, {arguments, count});
+    clearRange(&holder, arguments + count);
+    raisePending();
+    return false;
+  }
+  const ClassMember& member = *findScriptMember(object, cache, pc);
+  if (member.kind == ClassMember::Kind::Field) {
+    storeElement(static_cast<ScriptObject&>(object).fields()[member.slot], {arguments, count},
+                 isSet, pc);
+    clearRange(&holder, arguments + count);
+    raisePending();
+    return false;
+  }
+  const Routine& routine = writer(member, isSet, nameIn(cache));
+  adjustArguments(routine, arguments, count);
+  fp_->pc = pc + 2;
+  enter(routine, arguments, kNoRegister);
+  new (&arguments[routine.me]) Value(std::move(holder));
+  return true;
+}
+
+Value Machine::invokeMember(ScriptObject& object, const ClassMember& member, CallKind kind,
+                            Args args) {
+  const Name name{member.lower, member.lower};
+  const bool isPut = kind == CallKind::Let || kind == CallKind::Set;
+  if (member.kind != ClassMember::Kind::Field) {
+    const Routine& routine =
+        isPut ? writer(member, kind == CallKind::Set, name) : reader(member, name);
+    return callRoutine(routine, &object, args);
+  }
+  Value& field = object.fields()[member.slot];
+  if (!isPut) {
+    if (args.empty()) return field;
+    return elementValue(field, args, fp_->routine->code.data());
+  }
+  if (args.size() > 1) {
+    storeElement(field, args, kind == CallKind::Set, fp_->routine->code.data());
+  } else if (kind == CallKind::Set) {
+    field = args.back().deref();
+  } else {
+    let(field, args.back());
+  }
+  return Value();
+}
+
+// ---- Values that are called ----
+
+/// The arguments stand behind the register b, which holds the object or what it was got from.
+bool Machine::callObject(Object& object, const Instruction* pc, Value* base) {
+  Value& holder = base[pc->b];
+  Value* const arguments = &holder + 1;
+  const std::size_t count = pc->c;
+  if (object.scriptClass() == RoutineObject::kSerial) {
+    const Routine* routine = static_cast<RoutineObject&>(object).routine();
+    if (!routine) throwError(ErrorCode::InvalidCall);
+    adjustArguments(*routine, arguments, count);
+    fp_->pc = pc + (pc->op == Opcode::CallMember ? 2 : 1);
+    enter(*routine, arguments, pc->a);
+    release(holder);
+    return true;
+  }
+  const Ref<Object> alive(&object);
+  Value result = object.invoke(kDefaultMember, kindFor(pc->a), {arguments, count});
+  finishCall(pc, base, std::move(result), &holder, count + 1);
+  return false;
+}
+
+bool Machine::callValue(const Instruction* pc, Value* base) {
+  Value& callee = base[pc->b];
+  if (callee.isObject()) return callObject(objectIn(callee, pc), pc, base);
+  if (!callee.isArray() || pc->a == kNoRegister) throwNamed(ErrorCode::TypeMismatch, pc);
+  Value result = pc->c == 0 ? callee : elementValue(callee, {&callee + 1, pc->c}, pc);
+  finishCall(pc, base, std::move(result), &callee, std::size_t{pc->c} + 1);
+  return false;
+}
+
+// ---- The host and the library ----
+
+void Machine::callHost(const Instruction* pc, Value* base) {
+  Value* const arguments = base + pc->b;
+  Object& object = *host_[pc[1].low()].object;
+  const auto id = static_cast<MemberId>(pc[1].high());
+  Value result = object.invoke(id, kindFor(pc->a), {arguments, pc->c});
+  finishCall(pc, base, std::move(result), arguments, pc->c);
+}
+
+void Machine::putHost(const Instruction* pc, Value* base) {
+  const Args arguments(base + pc->a, std::size_t{pc->b} + 1);
+  const bool isSet = pc->c != 0;
+  if (isSet && !arguments.back().isObject()) throwError(ErrorCode::ObjectRequired);
+  host_[pc[1].low()].object->invoke(static_cast<MemberId>(pc[1].high()),
+                                    isSet ? CallKind::Set : CallKind::Let, arguments);
+  clearRange(arguments.data(), arguments.data() + arguments.size());
+  raisePending();
+}
+
+void Machine::callIntrinsic(const Instruction* pc, Value* base) {
+  const auto& function = *pc[1].pointer<const Intrinsic>();
+  Value* const arguments = base + pc->b;
+  try {
+    Value result = function.call(runtime_, {arguments, pc->c});
+    finishCall(pc, base, std::move(result), arguments, pc->c);
+  } catch (ScriptError& error) {
+    nameIntrinsic(error, function);
+    throw;
+  }
+}
+
+void Machine::callIntrinsicOne(const Instruction* pc, Value* base) {
+  const auto& function = *pc[1].pointer<const Intrinsic>();
+  Value& argument = base[pc->b];
+  try {
+    Value result = function.call(runtime_, {&argument, 1});
+    if (pc->bIsTemporary() && needsCare(argument)) release(argument);
+    put(pc, base, std::move(result));
+  } catch (ScriptError& error) {
+    nameIntrinsic(error, function);
+    throw;
+  }
+}
+
+// ---- New ----
+
+bool Machine::instantiate(const ScriptClass& type, const Instruction* pc, Value* base) {
+  const Ref<ScriptObject> object = ScriptObject::create(*this, type);
+  put(pc, base, Value::object(object.get()));
+  if (!type.initialize) return false;
+  fp_->pc = pc + 2;
+  enterMethod(*type.initialize, stackTop(), kNoRegister, *object);
+  return true;
+}
+
+bool Machine::newObject(const Instruction* pc, Value* base) {
+  return instantiate(*pc[1].pointer<const ScriptClass>(), pc, base);
+}
+
+const Routine& Machine::current(const Routine& routine) const {
+  const Routine* at = &routine;
+  for (auto found = replaced_.find(at); found != replaced_.end(); found = replaced_.find(at)) {
+    at = found->second;
+  }
+  return *at;
+}
+
+}  // namespace vbs

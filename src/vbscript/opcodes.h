@@ -1,0 +1,143 @@
+#pragma once
+
+#include <cstdint>
+
+/// Every operation of the machine, once: name, operands, and what it does. The enum, the
+/// disassembler and the dispatch table are made from this list.
+///
+/// Operands a, b, c in order: r register, g global variable, f field of the class instance,
+/// k constant, i Integer written in the instruction, n count, s flag, x name, h object of the
+/// host, e error number, d register or none (the value is dropped), w distance of a jump in b
+/// and c together, - unused. After a blank comes what the following word holds: W distance of a
+/// jump, M look-up cache of a member, R routine, C class, I intrinsic function, H object of
+/// the host and member id, X name, N count, L count and lock register, r register.
+///
+/// Registers hold values at all times. Registers that hold intermediate values (temporaries) are
+/// left without a counted value by whatever operation uses them.
+#define VBS_OPCODES(X)                                                                            \
+  X(Halt, "", "Ends this run of the machine")                                                     \
+  X(LoadConstant, "rk", "a = constant")                                                           \
+  X(LoadFarConstant, "rw", "a = constant whose number does not fit in one operand")               \
+  X(LoadInteger, "ri", "a = Integer")                                                             \
+  X(Copy, "rr", "a = b as it is, references followed")                                            \
+  X(Let, "rr", "Variable a = b; an object gives its default value")                               \
+  X(SetVariable, "rr", "Set a = b; error 424 when b is no object")                                \
+  X(Hold, "rr", "Hidden variable a = b as it is")                                                 \
+  X(Clear, "r", "a = Empty")                                                                      \
+  X(Plain, "rr", "a = b, an object replaced by its default value")                                \
+  X(LoadGlobal, "rg", "a = global variable")                                                      \
+  X(LetGlobal, "rg", "Global variable b = a; an object gives its default value")                  \
+  X(SetGlobal, "rg", "Set global variable b = a")                                                 \
+  X(LoadField, "rfr", "a = field b of object c")                                                  \
+  X(LetField, "rfr", "Field b of object c = a; an object gives its default value")                \
+  X(SetField, "rfr", "Set field b of object c = a")                                               \
+  X(RefVariable, "rr", "a = reference to variable b")                                             \
+  X(RefGlobal, "rg", "a = reference to a global variable")                                        \
+  X(RefField, "rfr", "a = reference to field b of object c")                                      \
+  X(RefElement, "rrr L",                                                                          \
+    "a = reference to the element of array b at the indexes from c on, "                          \
+    "the array locked as long as the lock register lives")                                        \
+  X(ElementRef, "rrr N", "a = reference to an element for immediate use, indexes from c on")      \
+  X(Add, "rrr", "a = b + c")                                                                      \
+  X(AddInteger, "rri", "a = b + Integer")                                                         \
+  X(AddConstant, "rrk", "a = b + constant")                                                       \
+  X(Subtract, "rrr", "a = b - c")                                                                 \
+  X(SubtractInteger, "rri", "a = b - Integer")                                                    \
+  X(SubtractConstant, "rrk", "a = b - constant")                                                  \
+  X(Multiply, "rrr", "a = b * c")                                                                 \
+  X(MultiplyConstant, "rrk", "a = b * constant")                                                  \
+  X(Divide, "rrr", "a = b / c")                                                                   \
+  X(DivideConstant, "rrk", "a = b / constant")                                                    \
+  X(IntegerDivide, "rrr", "a = b \\ c")                                                           \
+  X(IntegerDivideConstant, "rrk", "a = b \\ constant")                                            \
+  X(Modulo, "rrr", "a = b Mod c")                                                                 \
+  X(ModuloConstant, "rrk", "a = b Mod constant")                                                  \
+  X(Power, "rrr", "a = b ^ c")                                                                    \
+  X(Negate, "rr", "a = -b")                                                                       \
+  X(Identity, "rr", "a = +b")                                                                     \
+  X(Not, "rr", "a = Not b")                                                                       \
+  X(And, "rrr", "a = b And c")                                                                    \
+  X(Or, "rrr", "a = b Or c")                                                                      \
+  X(Xor, "rrr", "a = b Xor c")                                                                    \
+  X(Eqv, "rrr", "a = b Eqv c")                                                                    \
+  X(Imp, "rrr", "a = b Imp c")                                                                    \
+  X(Is, "rrr", "a = b Is c")                                                                      \
+  X(Concatenate, "rrr", "a = b & c")                                                              \
+  X(ConcatenateMany, "rrn", "a = the texts of c registers from b on, joined")                     \
+  X(Append, "rr", "a = a & b, in place where possible")                                           \
+  X(AppendSaved, "rrr", "a = b & c, in place when a still holds b, its earlier value")            \
+  X(Equal, "rrr", "a = (b = c)")                                                                  \
+  X(NotEqual, "rrr", "a = (b <> c)")                                                              \
+  X(Less, "rrr", "a = (b < c)")                                                                   \
+  X(LessOrEqual, "rrr", "a = (b <= c)")                                                           \
+  X(EqualConstant, "rrk", "a = (b = literal)")                                                    \
+  X(NotEqualConstant, "rrk", "a = (b <> literal)")                                                \
+  X(LessConstant, "rrk", "a = (b < literal)")                                                     \
+  X(LessOrEqualConstant, "rrk", "a = (b <= literal)")                                             \
+  X(GreaterConstant, "rrk", "a = (b > literal)")                                                  \
+  X(GreaterOrEqualConstant, "rrk", "a = (b >= literal)")                                          \
+  X(Jump, "-w", "Jumps")                                                                          \
+  X(JumpIf, "rw", "Jumps when a is true")                                                         \
+  X(JumpUnless, "rw", "Jumps unless a is true")                                                   \
+  X(JumpEqual, "rrs W", "Jumps when (a = b) is flag c; Null counts as false")                     \
+  X(JumpNotEqual, "rrs W", "Jumps when (a <> b) is flag c")                                       \
+  X(JumpLess, "rrs W", "Jumps when (a < b) is flag c")                                            \
+  X(JumpLessOrEqual, "rrs W", "Jumps when (a <= b) is flag c")                                    \
+  X(JumpEqualConstant, "rks W", "Jumps when (a = literal) is flag c")                             \
+  X(JumpNotEqualConstant, "rks W", "Jumps when (a <> literal) is flag c")                         \
+  X(JumpLessConstant, "rks W", "Jumps when (a < literal) is flag c")                              \
+  X(JumpLessOrEqualConstant, "rks W", "Jumps when (a <= literal) is flag c")                      \
+  X(JumpGreaterConstant, "rks W", "Jumps when (a > literal) is flag c")                           \
+  X(JumpGreaterOrEqualConstant, "rks W", "Jumps when (a >= literal) is flag c")                   \
+  X(ForPrepare, "rrr W", "Variable a starts at c, limit b, step b+1; jumps when it is past")      \
+  X(ForLoop, "rr- W", "Variable a one step on; jumps back while it is not past limit b")          \
+  X(ForEachPrepare, "rr", "a and a+1 walk the array or collection b")                             \
+  X(ForEachNext, "rr- W", "Variable a = the next item of walk b; jumps back while there is one")  \
+  X(DimArray, "rrn", "a becomes a fixed array with the c bounds from b on; none: dynamic")        \
+  X(ReDim, "rrn", "Array a gets the c bounds from b on")                                          \
+  X(ReDimPreserve, "rrn", "Array a gets the c bounds from b on and keeps its elements")           \
+  X(Erase, "r", "Empties a fixed array, releases a dynamic one")                                  \
+  X(GetElement, "rrr", "a = b(c)")                                                                \
+  X(GetElement2, "rrr r", "a = b(c, register)")                                                   \
+  X(GetElementMany, "rrr N", "a = b(the values from c on)")                                       \
+  X(SetElement, "rrr", "a(b) = c")                                                                \
+  X(SetElement2, "rrr r", "a(b, register) = c")                                                   \
+  X(SetElementMany, "rrn", "a(the c values from b on) = the value after them")                    \
+  X(SetElementObject, "rrn", "Set a(the c values from b on) = the value after them")              \
+  X(Call, "drn R", "a = the routine's result; c arguments from b on")                             \
+  X(CallReplaceable, "drn R", "Call of a routine that later code may have replaced")              \
+  X(CallOwn, "drn R", "Call of a routine of this class on Me")                                    \
+  X(CallMember, "drn M", "a = member of object b with c arguments after it")                      \
+  X(GetMember, "rr- M", "a = member of object b")                                                 \
+  X(PutMember, "rrs M", "Member of object a = b; flag c: with Set")                               \
+  X(PutMemberArguments, "rns M", "Member of object a with b arguments after it = the value then") \
+  X(CallValue, "drn", "a = value b called with the c arguments after it")                         \
+  X(CallHost, "drn H", "a = member of an object of the host with c arguments from b on")          \
+  X(PutHost, "rns H", "Member of an object of the host with b arguments from a on = the value")   \
+  X(LoadHost, "rh", "a = object of the host")                                                     \
+  X(CallIntrinsic, "drn I", "a = function of c arguments from b on")                              \
+  X(CallIntrinsicOne, "rr- I", "a = function of b")                                               \
+  X(New, "r-- C", "a = new instance of a class")                                                  \
+  X(NewNamed, "r-- X", "a = new instance of the class that has this name by now")                 \
+  X(LateGet, "rr- X", "a = whatever has this name by now, else variable b")                       \
+  X(LateCall, "drn X", "a = what has this name by now, called with c arguments from b on")        \
+  X(LatePut, "rrs X", "What has this name by now, else variable b, = a; flag c: with Set")        \
+  X(LateRef, "rr- X", "a = reference to what has this name by now, else to variable b")           \
+  X(Return, "", "Leaves the routine")                                                             \
+  X(OnErrorResumeNext, "", "Clears Err; errors of this routine continue at the next statement")   \
+  X(OnErrorGoToZero, "", "Clears Err; errors end the routine")                                    \
+  X(Throw, "e-- X", "Error with a name behind its text")                                          \
+  X(ExecuteText, "rs", "Runs text a as statements; flag b: in the global scope")                  \
+  X(EvaluateText, "rr", "a = value of text b as an expression")                                   \
+  X(GetRef, "rr", "a = function object for the routine that text b names")
+
+namespace vbs {
+
+enum class Opcode : std::uint8_t {
+#define VBS_OPCODE_NAME(name, operands, meaning) name,
+  VBS_OPCODES(VBS_OPCODE_NAME)
+#undef VBS_OPCODE_NAME
+      Count,
+};
+
+}  // namespace vbs
