@@ -73,14 +73,24 @@ bool sameFolded(const vbs::String& a, const vbs::String& b) {
   return true;
 }
 
-/// Texts that could be held as bytes are, so that both spellings of one text hash alike.
-Value normalKey(const Value& key) {
-  const Value& direct = key.deref();
-  if (!direct.isString()) return direct;
-  const vbs::String text = direct.asString();
-  if (text.isAnsi() || text.byteLength() % 2 != 0) return direct;
-  return vbs::String::fromWide(text.wide());
-}
+/// A key as the table holds it: behind references, and a text as bytes where it can be, so that
+/// both spellings of one text hash alike. Borrows the original where it can.
+class NormalKey {
+ public:
+  explicit NormalKey(const Value& key) : key_(&key.deref()) {
+    const vbs::StringRep* rep = key_->isString() ? key_->stringRep() : nullptr;
+    if (!rep || rep->encoding == vbs::Encoding::Ansi || rep->bytes % 2 != 0) return;
+    own_ = vbs::String::fromWide(key_->asString().wide());
+    key_ = &own_;
+  }
+  NormalKey(const NormalKey&) = delete;
+  NormalKey& operator=(const NormalKey&) = delete;
+  const Value& operator*() const { return *key_; }
+
+ private:
+  Value own_;
+  const Value* key_;
+};
 
 }  // namespace
 
@@ -132,16 +142,16 @@ std::size_t DictionaryTable::slotOf(const Value& key, std::uint32_t hash) const 
 }
 
 DictionaryTable::Entry* DictionaryTable::find(const Value& key) {
-  const Value normal = normalKey(key);
-  const std::size_t slot = slotOf(normal, hashOf(normal));
+  const NormalKey normal(key);
+  const std::size_t slot = slotOf(*normal, hashOf(*normal));
   return slot == slots_.size() ? nullptr : &entries_[slots_[slot] - 1];
 }
 
 DictionaryTable::Entry& DictionaryTable::findOrInsert(const Value& key) {
-  const Value normal = normalKey(key);
-  const std::uint32_t hash = hashOf(normal);
-  const std::size_t slot = slotOf(normal, hash);
-  return slot == slots_.size() ? insert(normal, hash) : entries_[slots_[slot] - 1];
+  const NormalKey normal(key);
+  const std::uint32_t hash = hashOf(*normal);
+  const std::size_t slot = slotOf(*normal, hash);
+  return slot == slots_.size() ? insert(*normal, hash) : entries_[slots_[slot] - 1];
 }
 
 DictionaryTable::Entry& DictionaryTable::insert(const Value& key, std::uint32_t hash) {
@@ -195,8 +205,8 @@ void DictionaryTable::chargeFor(std::size_t entries, std::size_t slots) {
 }
 
 bool DictionaryTable::remove(const Value& key) {
-  const Value normal = normalKey(key);
-  const std::size_t slot = slotOf(normal, hashOf(normal));
+  const NormalKey normal(key);
+  const std::size_t slot = slotOf(*normal, hashOf(*normal));
   if (slot == slots_.size()) return false;
   Entry& entry = entries_[slots_[slot] - 1];
   slots_[slot] = kRemoved;
@@ -215,11 +225,11 @@ void DictionaryTable::clear() {
 }
 
 void DictionaryTable::changeKey(Entry& entry, const Value& key) {
-  const Value normal = normalKey(key);
-  const std::uint32_t hash = hashOf(normal);
+  const NormalKey normal(key);
+  const std::uint32_t hash = hashOf(*normal);
   const auto index = static_cast<std::size_t>(&entry - entries_.data());
   slots_[slotOf(entry.key, entry.hash)] = kRemoved;
-  const Value old = std::exchange(entry.key, normal);
+  const Value old = std::exchange(entry.key, *normal);
   entry.hash = hash;
   if ((used_ + 1) * 3 > slots_.size() * 2) {
     rebuild(slots_.size());

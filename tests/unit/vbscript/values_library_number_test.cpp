@@ -164,6 +164,7 @@ TEST_F(NumberFunctionTest, EraseEmptiesFixedAndFreesDynamicArrays) {
   EXPECT_EQ(run("ubound", array), "error 9");
   ++copy.asArray()->locks;
   EXPECT_EQ(testing::errorOf([&] { eraseArray(copy); }), 10);
+  --copy.asArray()->locks;
 }
 
 TEST_F(NumberFunctionTest, NumberFormats) {
