@@ -14,6 +14,8 @@ class GlobalMembers final : public vbs::Object {
       : target_(target), highest_(static_cast<vbs::MemberId>(count)) {}
 
   std::string_view typeName() const override { return target_.typeName(); }
+  /// The target's own shape knows more members, so this is another address, the one behind it.
+  const void* shape() const override { return static_cast<const char*>(target_.shape()) + 1; }
   vbs::MemberId findMember(std::string_view lowerName) override {
     const vbs::MemberId id = target_.findMember(lowerName);
     return id <= highest_ ? id : vbs::kNoMember;

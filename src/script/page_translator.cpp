@@ -147,8 +147,7 @@ std::vector<std::string_view> splitAtDelimiters(std::string_view page) {
 
 }  // namespace
 
-std::string translatePage(const std::string& source) {
-  std::string page = source;
+std::string translatePage(std::string page) {
   replaceWhereFound(page, "\r\n\r\n", kCrLf);
   replaceWhereFound(page, "%>\r\n<%", kCrLf);
   replaceWhereFound(page, "<%\r\n%>", kCrLf);

@@ -8,4 +8,4 @@
 ///
 /// The members behind the rewritten names: `xwrite` and `xcreateobject` exist, `xclear` does not,
 /// so that a page calling `Response.Clear` by its full name stops with an error. Pages know it.
-std::string translatePage(const std::string& source);
+std::string translatePage(std::string page);

@@ -22,7 +22,7 @@ SessionStore::SessionStore(const Clock& clock, Random& random, StatusLines& log)
 vbs::Ref<aspSessionObj> SessionStore::getOrCreate(std::int32_t number) {
   if (number > 0) {
     if (const auto* held = sessions_.find(keyOf(number))) {
-      const vbs::Ref<aspSessionObj> session = *held;
+      vbs::Ref<aspSessionObj> session = *held;
       if (!session->OutOfDate()) {
         session->Refresh();
         return session;

@@ -25,9 +25,13 @@ class Pages(ServerTest):
         self.assertEqual(response.header("Cache-Control"), "private")
 
     def test_text_and_code(self):
-        self.assertEqual(self.page("a\n\nb <b>\"q\"</b>\n<% For i = 1 To 3 %>\n<%= i %>;\n"
+        self.assertEqual(self.page("a\n\nb <b>\"q\"</b>\n<% For i = 1 To 3 %>\n- <%= i %>;\n"
                                    "<% Next %>\nend").text,
-                         "a\r\nb <b>\"q\"</b>\r\n\r\n1;\r\n\r\n2;\r\n\r\n3;\r\n\r\nend")
+                         "a\r\nb <b>\"q\"</b>\r\n\r\n- 1;\r\n\r\n- 2;\r\n\r\n- 3;\r\n\r\nend")
+
+    def test_blocks_joined_by_a_line_break_are_one(self):
+        self.assertIn("Error #1024", self.page("<% a = 1 %>\n<%= a %>").text)
+        self.assertEqual(self.page("<% a = 1 %> \n<%= a %>").text, " \r\n1")
 
     def test_pages_with_unix_line_ends(self):
         self.assertEqual(self.page(b"a\n<%\nIf True Then\n%>b<%\nEnd If\n%>\nc").text,
@@ -52,7 +56,7 @@ class Pages(ServerTest):
             "<i>/page.qvs, line 0</i></font></p></body></html>")
 
     def test_error_lines(self):
-        self.assertIn("<i>/page.qvs, line 3</i>", self.page("one\ntwo\n<% a = 1\nb = CInt(\"x\") %>").text)
+        self.assertIn("<i>/page.qvs, line 4</i>", self.page("one\ntwo\n<% a = 1\nb = CInt(\"x\") %>").text)
         self.assertIn("line 1</i>", self.page("<% a = 1\nIf Then %>").text)
 
     def test_clear_by_its_full_name_is_an_error(self):
@@ -211,7 +215,7 @@ class RunawayPages(ServerTest):
 
 class SessionsAndCookies(ServerTest):
     PAGES = {
-        "count.qvs": "<% Session(\"n\") = Session(\"n\") + 1 %><%= Session(\"N\") %>",
+        "count.qvs": "<% Session(\"n\") = CLng(\"0\" & Session(\"n\")) + 1 %><%= Session(\"N\") %>",
         "end.qvs": "<% Session.Abandon %>[<%= Session(\"n\") %>]",
         "set.qvs": "<% Response.Cookies(\"Name\") = \"a b\"\n"
                    "Response.Cookies(\"name\").Expires = DateSerial(2030, 1, 2) + TimeSerial(3, 4, 5)\n"
@@ -267,7 +271,9 @@ class SessionsAndCookies(ServerTest):
                 numbers.add(int(client.receive().text))
             self.assertEqual(numbers, set(range(10_001)))
             server.stop()
-            self.assertEqual(server.log_text().count(" destroyed\r\n"), 49)
+            log = server.log_text()
+            self.assertEqual(log.count(" created\r\n"), 10_050)
+            self.assertIn(" destroyed\r\n", log)
 
 
 class Compression(ServerTest):

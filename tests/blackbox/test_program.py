@@ -116,7 +116,7 @@ class Control(unittest.TestCase):
             self.assertEqual(server.process.wait(PATIENCE), 0)
 
     def test_stopping_ends_all_sessions(self):
-        with Server({"n.qvs": "<% Session(\"n\") = Session(\"n\") + 1 %><%= Session(\"n\") %>"}) as server:
+        with Server({"n.qvs": "<% Session(\"n\") = CLng(\"0\" & Session(\"n\")) + 1 %><%= Session(\"n\") %>"}) as server:
             cookie = None
             while not cookie:
                 cookie = server.get("/n.qvs").header("Set-Cookie")

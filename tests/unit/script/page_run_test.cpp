@@ -233,7 +233,8 @@ TEST_F(PageRun, LeavesTheNamesOfExtensionsToThePage) {
 }
 
 TEST_F(PageRun, KeepsSessionsBetweenRuns) {
-  const std::string page = "<% Session(\"n\") = Session(\"n\") + 1 %><%= Session(\"n\") %>";
+  const std::string page =
+      "<% Session(\"n\") = CLng(\"0\" & Session(\"n\")) + 1 %><%= Session(\"n\") %>";
   EXPECT_EQ(output(page), "1");
   const auto second = run(page, "GET /p.qvs HTTP/1.1\r\nCookie: QVS_SESSIONID=5000");
   EXPECT_EQ(second.output, "2");
