@@ -175,6 +175,8 @@ ExpressionPtr Parser::parseChain(Chain mode) {
   for (;; isFirst = false) {
     const SourcePosition here = token_.position;
     if (at(TokenKind::LeftParen)) {
+      const bool beginsArgument = token_.blankBefore && isAhead(Keyword::New);
+      if (mode == Chain::Statement && beginsArgument) return chain;
       chain = make<CallExpression>(here, std::move(chain), parseParenthesizedArguments());
     } else if (at(TokenKind::Dot)) {
       const bool beginsArgument = token_.blankBefore && !ahead_.blankBefore && withs_ > 0;

@@ -97,7 +97,7 @@ class Parser {
   }
   enum class Chain : std::uint8_t {
     Operand,
-    Statement,  ///< at a statement's start a blank and a dot begin an argument: `f .x`
+    Statement,  ///< a blank and a dot, or New in parentheses, begin an argument: `f .x`
   };
   ExpressionPtr parseExpression();
   ExpressionPtr parseBinary(int minimum);

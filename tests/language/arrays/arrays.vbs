@@ -83,25 +83,17 @@ ReDim a(2)
 a(0) = 1
 Echo a(0)                      '> 1
 
-'=== ReDim of a variable that holds something else
-Dim v: v = 5
+'=== ReDim of a variable declared without parentheses
+Dim v
 ReDim v(2)
 Echo UBound(v)                 '> 2
+ReDim v(1, 3)
+Echo UBound(v, 2)              '> 3
 
 '=== a fixed array keeps its size
 Dim a(2)
 On Error Resume Next
 ReDim a(5)
-Failed                         '> 10
-
-'=== ReDim while For Each walks the array
-Dim a(), x
-ReDim a(1)
-On Error Resume Next
-For Each x In a
-  ReDim a(5)
-  Exit For
-Next
 Failed                         '> 10
 
 '=== Erase

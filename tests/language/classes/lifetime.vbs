@@ -46,11 +46,11 @@ Echo "after"                   '> after
 
 '=== a temporary ends with its statement
 Class Loud
-  Public Function Name: Name = "name": End Function
+  Public Sub Speak: Echo "here": End Sub
   Private Sub Class_Terminate: Echo "gone": End Sub
 End Class
-Echo (New Loud).Name
-'> name
+Call (New Loud).Speak
+'> here
 '> gone
 Echo "after"                   '> after
 

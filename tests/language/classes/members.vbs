@@ -68,7 +68,7 @@ Echo Err.Number                '> 438
 Class C
 End Class
 Dim o: Set o = New C
-o.Missing                      '! 438 Object doesn't support this property or method: 'o.Missing'
+o.Missing                      '! 438
 
 '=== members named like functions and keywords
 Class C

@@ -50,8 +50,6 @@ x = CStr(Null)
 Failed                         '> 94
 x = CDate(Null)
 Failed                         '> 94
-x = String(Null, "a")
-Failed                         '> 94
 x = Space(Null)
 Failed                         '> 94
 

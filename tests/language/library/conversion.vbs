@@ -23,7 +23,6 @@ Failed                         '> 94
 Show CLng("70000")             '> Long 70000
 Show CLng(1.5)                 '> Long 2
 Show CLng("1,000")             '> Long 1000
-Show CLng("&HFFFF")            '> Long -1
 On Error Resume Next
 x = CLng(2147483648)
 Failed                         '> 6

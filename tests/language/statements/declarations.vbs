@@ -79,11 +79,11 @@ Echo x                         '> global
 
 '=== an undeclared name in a procedure is a local unless the script has it
 Sub S
-  y = 5
-  Echo y                       '> 5
+  y = y + 5
+  Echo y
 End Sub
-S
-Show y                         '> Empty
+S                              '> 5
+S                              '> 5
 
 '=== a procedure reaches the script's variables
 Dim count

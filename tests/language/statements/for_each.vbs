@@ -81,5 +81,5 @@ Class Thing
 End Class
 Dim x, t
 Set t = New Thing
-For Each x In t                '! 438
+For Each x In t                '! 451
 Next

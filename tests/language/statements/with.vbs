@@ -72,7 +72,8 @@ End With
 
 '=== no object
 Dim x: x = 5
-With x                         '! 424
+With x
+  .Y = 1                       '! 424
 End With
 
 '=== a dot without With
