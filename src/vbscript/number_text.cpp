@@ -13,6 +13,8 @@ namespace vbs {
 
 namespace {
 
+constexpr std::size_t kMaxNumberText = 1000;  ///< longer texts spell no number
+
 bool isDigit(char c) {
   return c >= '0' && c <= '9';
 }
@@ -165,7 +167,7 @@ double fromPlain(std::string_view plain) {
 
 /// The everyday spellings: digits with an optional minus, at most one point, nothing else.
 std::optional<double> parseSimple(std::string_view text) {
-  if (text.empty() || text.size() > 300 || activeLocale().decimalPoint != '.') return std::nullopt;
+  if (text.empty() || activeLocale().decimalPoint != '.') return std::nullopt;
   if (!isDigit(text.back()) || !isDigit(text[text.front() == '-' ? 1 : 0])) return std::nullopt;
   double number = 0;
   const auto [end, error] =
@@ -253,6 +255,7 @@ String formatSpecial(double number) {
 }  // namespace
 
 std::optional<double> parseNumber(const String& text, unsigned bits) {
+  if (text.length() > kMaxNumberText) return std::nullopt;
   if (!text.isAnsi()) {
     return parseNumber(String(text.narrow()), bits);
   }
@@ -277,6 +280,7 @@ std::int64_t currencyFrom(double number) {
 }
 
 std::optional<std::int64_t> parseCurrency(const String& text) {
+  if (text.length() > kMaxNumberText) return std::nullopt;
   const std::string narrow = text.narrow();
   const auto plain = DecimalReader(narrow).read();
   if (!plain || plain->find('e') != std::string::npos) {

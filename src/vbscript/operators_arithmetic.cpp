@@ -160,8 +160,9 @@ bool joinsTexts(const Value& a, const Value& b) {
 void throwMismatch(const Value& operand) {
   if (!operand.isString()) throwError(ErrorCode::TypeMismatch);
   constexpr std::size_t kShown = 40;
-  const std::string text = operand.asString().narrow();
-  const std::string shown = text.size() > kShown ? text.substr(0, kShown) + "..." : text;
+  const String text = operand.asString();
+  std::string shown = text.substr(0, kShown).narrow();
+  if (text.length() > kShown) shown += "...";
   throwError(ErrorCode::TypeMismatch, "[string: \"" + shown + "\"]");
 }
 

@@ -309,6 +309,13 @@ std::size_t String::hash() const {
   return std::hash<std::string_view>{}(narrowed);
 }
 
+String String::toWide() const {
+  if (!isAnsi()) return *this;
+  String result = withCapacity(Encoding::Wide, raw().size() * 2);
+  widenInto(result.extend(raw().size() * 2), raw());
+  return result;
+}
+
 std::string String::narrow() const {
   if (isAnsi()) return std::string(raw());
   std::string result(length(), '?');
@@ -399,6 +406,14 @@ void String::appendAnsi(std::string_view tail) {
   } else {
     widenInto(extend(tail.size() * 2), tail);
   }
+}
+
+void String::appendUnit(char16_t unit) {
+  const int byte = unitToAnsi(unit);
+  const char narrow = static_cast<char>(byte);
+  if (byte >= 0) return appendAnsi({&narrow, 1});
+  if (isAnsi()) widen(raw().size() * 2 + 2);
+  putUnit(extend(2), 0, unit);
 }
 
 void String::append(const String& tail) {

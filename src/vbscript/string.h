@@ -81,6 +81,8 @@ class String {
 
   std::size_t hash() const;  ///< the same for two spellings of the same text
 
+  String toWide() const;  ///< the same text held as Wide
+
   std::string narrow() const;  ///< Windows-1252 bytes, '?' for what has none
   std::u16string wide() const;
   std::string utf8() const;
@@ -90,6 +92,7 @@ class String {
   /// Adds `tail` at the end; in place when this is the only holder and there is room.
   void append(const String& tail);
   void appendAnsi(std::string_view tail);
+  void appendUnit(char16_t unit);
   /// Writable room for `count` more bytes behind the present end, for a string made by
   /// withCapacity that nobody else holds; they count as part of it at once.
   char* extend(std::size_t count);

@@ -8,19 +8,14 @@ namespace vbs::intrinsic {
 
 namespace {
 
-/// A text's bytes; borrowed where the text holds them as they are.
+/// A text's bytes, which live as long as this.
 class ByteView {
  public:
-  explicit ByteView(const Value& value) : text_(toString(value)) {
-    if (text_.isAnsi()) widened_ = text_.wideBytes();
-  }
-  std::string_view operator*() const {
-    return text_.isAnsi() ? std::string_view(widened_) : text_.raw();
-  }
+  explicit ByteView(const Value& value) : text_(toString(value).toWide()) {}
+  std::string_view operator*() const { return text_.raw(); }
 
  private:
   String text_;
-  std::string widened_;
 };
 
 Value bytes(std::string_view part) {
@@ -37,8 +32,9 @@ Value slice(std::string_view all, std::size_t start, std::size_t count) {
 Value ascB(Runtime&, Args args) {
   const String text = toString(args[0]);
   if (text.byteLength() == 0) throwError(ErrorCode::InvalidCall);
-  const std::string first = text.isAnsi() ? text.substr(0, 1).wideBytes() : std::string(text.raw());
-  return Value::byte(static_cast<std::uint8_t>(first.front()));
+  const auto first = text.isAnsi() ? static_cast<std::uint8_t>(text.at(0) & 0xFF)
+                                   : static_cast<std::uint8_t>(text.raw().front());
+  return Value::byte(first);
 }
 
 Value chrB(Runtime&, Args args) {

@@ -14,8 +14,9 @@ bool staysAsItIs(char16_t unit) {
   return alphanumeric || std::string_view("@*_+-./").find(c) != std::string_view::npos;
 }
 
-void appendHex(std::string& out, unsigned number, unsigned digits) {
-  while (digits-- > 0) out.push_back(kHexDigits[number >> (digits * 4) & 0xF]);
+void appendHex(String& out, unsigned number, unsigned digits) {
+  while (digits-- > 0)
+    out.appendUnit(static_cast<char16_t>(kHexDigits[number >> (digits * 4) & 0xF]));
 }
 
 /// The number that `digits` hexadecimal digits at `at` spell, or -1.
@@ -38,35 +39,35 @@ Value escape(Runtime&, Args args) {
   const Operand source(args[0]);
   if (source->isNull()) return Value::null();
   const String text = toString(*source);
-  std::string out;
+  String out;
   for (std::size_t i = 0; i < text.length(); ++i) {
     const char16_t unit = text.at(i);
     if (staysAsItIs(unit)) {
-      out.push_back(static_cast<char>(unit));
+      out.appendUnit(unit);
     } else if (unit < 0x100) {
-      out.push_back('%');
+      out.appendAnsi("%");
       appendHex(out, unit, 2);
     } else {
-      out += "%u";
+      out.appendAnsi("%u");
       appendHex(out, unit, 4);
     }
   }
-  return String(out);
+  return out;
 }
 
 Value unescape(Runtime&, Args args) {
   const Operand source(args[0]);
   if (source->isNull()) return Value::null();
   const String text = toString(*source);
-  std::u16string out;
+  String out;
   for (std::size_t i = 0; i < text.length();) {
     const bool percent = text.at(i) == u'%';
     const bool longForm = percent && i + 1 < text.length() && text.at(i + 1) == u'u';
     const int code = !percent ? -1 : longForm ? readHex(text, i + 2, 4) : readHex(text, i + 1, 2);
-    out.push_back(code >= 0 ? static_cast<char16_t>(code) : text.at(i));
+    out.appendUnit(code >= 0 ? static_cast<char16_t>(code) : text.at(i));
     i += code < 0 ? 1 : longForm ? 6 : 3;
   }
-  return String::fromWide(out);
+  return out;
 }
 
 }  // namespace vbs::intrinsic

@@ -38,7 +38,7 @@ NumberFormat formatAt(Args args, bool parentheses) {
 
 double numberAt(Args args) {
   const Operand number(args[0]);
-  if (number->isNull()) throwError(ErrorCode::InvalidNull);
+  if (number->isNull()) throwError(ErrorCode::TypeMismatch);
   if (number->isString() && !parseNumber(number->asString())) throwError(ErrorCode::TypeMismatch);
   return operandNumber(*number);
 }
@@ -114,7 +114,9 @@ Value formatDateTime(Runtime&, Args args) {
   enum Form : std::int32_t { General, LongDate, ShortDate, LongTime, ShortTime };
   const std::int32_t form = longOr(args, 1, General);
   if (form < General || form > ShortTime) throwError(ErrorCode::InvalidCall);
-  const double date = toDate(args[0]);
+  const Operand moment(args[0]);
+  if (moment->isNull()) throwError(ErrorCode::TypeMismatch);
+  const double date = toDate(*moment);
   const DateParts parts = dateParts(date);
   switch (form) {
     case LongDate:

@@ -48,7 +48,7 @@ class MatchContext {
   Owned<pcre2_match_context> context_;
 };
 
-PCRE2_SPTR units(std::u16string_view text) {
+PCRE2_SPTR unitsOf(std::u16string_view text) {
   return reinterpret_cast<PCRE2_SPTR>(text.data());
 }
 
@@ -68,7 +68,7 @@ Owned<pcre2_code> compile(std::u16string_view pattern, bool ignoreCase) {
   int error = 0;
   PCRE2_SIZE place = 0;
   Owned<pcre2_code> code(
-      pcre2_compile(units(pattern), pattern.size(), options, &error, &place, context.get()));
+      pcre2_compile(unitsOf(pattern), pattern.size(), options, &error, &place, context.get()));
   if (!code) throwCompileError(error);
   // Without the just-in-time compiler matching goes on, only slower.
   pcre2_jit_compile(code.get(), PCRE2_JIT_COMPLETE);
@@ -96,19 +96,13 @@ struct RegExpCode::Pcre {
   Owned<pcre2_match_data> data;
 };
 
-RegExpSubject::RegExpSubject(const String& text) {
-  memoryMeter.charge(text.length() * 2);
-  units_ = text.wide();
-  if (!text.isAnsi()) makeValid(units_);
+RegExpSubject::RegExpSubject(const String& text) : copy_(text) {
+  if (!text.isAnsi()) makeValid(copy_.units());
 }
 
 std::size_t RegExpSubject::behind(std::size_t place) const {
-  const bool pair = place < units_.size() && units_[place] >= 0xD800 && units_[place] < 0xDC00;
+  const bool pair = place < units().size() && units()[place] >= 0xD800 && units()[place] < 0xDC00;
   return place + (pair ? 2 : 1);
-}
-
-RegExpSubject::~RegExpSubject() {
-  memoryMeter.release(units_.size() * 2);
 }
 
 RegExpCode::RegExpCode(std::unique_ptr<Pcre> pcre) : pcre_(std::move(pcre)) {
@@ -143,7 +137,7 @@ bool RegExpCode::match(const RegExpSubject& subject, std::size_t from,
   thread_local const MatchContext context;
   checkTime();
   const std::u16string_view text = subject.units();
-  const int result = pcre2_match(pcre_->code.get(), units(text), text.size(), from,
+  const int result = pcre2_match(pcre_->code.get(), unitsOf(text), text.size(), from,
                                  PCRE2_NO_UTF_CHECK, pcre_->data.get(), context.get());
   if (result == PCRE2_ERROR_NOMATCH) return false;
   if (result < 0) throwError(ErrorCode::OutOfStackSpace);

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "vbscript/library/wide_copy.h"
 #include "vbscript/string.h"
 
 namespace vbs {
@@ -24,20 +25,17 @@ inline constexpr std::uint32_t kUnsetOffset = UINT32_MAX;
 /// group in turn; kUnsetOffset for a group that took no part.
 using MatchOffsets = std::vector<std::uint32_t>;
 
-/// A text ready for matching; its memory is charged while it lives.
+/// A text ready for matching.
 class RegExpSubject {
  public:
   explicit RegExpSubject(const String& text);
-  ~RegExpSubject();
-  RegExpSubject(const RegExpSubject&) = delete;
-  RegExpSubject& operator=(const RegExpSubject&) = delete;
 
-  std::u16string_view units() const { return units_; }
+  std::u16string_view units() const { return copy_.units(); }
   /// The place behind the character at `place`: where to go on after an empty match.
   std::size_t behind(std::size_t place) const;
 
  private:
-  std::u16string units_;
+  WideCopy copy_;
 };
 
 /// A compiled pattern; immutable, of this thread.

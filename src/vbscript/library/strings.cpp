@@ -28,7 +28,12 @@ String fromUnit(char16_t unit) {
 String repeated(std::size_t count, char16_t unit) {
   if (count == 0) return String();
   const int byte = unitToAnsi(unit);
-  if (byte < 0) return String::fromWide(std::u16string(count, unit));
+  if (byte < 0) {
+    String result = String::withCapacity(Encoding::Wide, count * 2);
+    char* out = result.extend(count * 2);
+    for (std::size_t i = 0; i < count; ++i) std::memcpy(out + i * 2, &unit, 2);
+    return result;
+  }
   String result = String::withCapacity(Encoding::Ansi, count);
   std::memset(result.extend(count), byte, count);
   return result;
@@ -132,9 +137,9 @@ Value strReverse(Runtime&, Args args) {
     std::reverse_copy(text.raw().begin(), text.raw().end(), result.extend(text.length()));
     return result;
   }
-  std::u16string units = text.wide();
-  std::reverse(units.begin(), units.end());
-  return String::fromWide(units);
+  String result = String::withCapacity(Encoding::Wide, text.length() * 2);
+  for (std::size_t i = text.length(); i > 0; --i) result.appendUnit(text.at(i - 1));
+  return result;
 }
 
 }  // namespace vbs::intrinsic

@@ -1,9 +1,10 @@
 #include <algorithm>
-#include <limits>
+#include <optional>
 #include <vector>
 
 #include "vbscript/library/arguments.h"
 #include "vbscript/library/find_text.h"
+#include "vbscript/library/wide_copy.h"
 
 namespace vbs::intrinsic {
 
@@ -11,48 +12,60 @@ namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
 
-/// Finds one text in another, both as bytes when both are held so. Borrows the texts.
+/// Places in a text; charged to the script like a value.
+class Places {
+ public:
+  Places() = default;
+  ~Places() { memoryMeter.release(list_.size() * sizeof(std::uint32_t)); }
+  Places(const Places&) = delete;
+  Places& operator=(const Places&) = delete;
+
+  void add(std::size_t place) {
+    memoryMeter.charge(sizeof(std::uint32_t));
+    list_.push_back(static_cast<std::uint32_t>(place));
+  }
+  const std::vector<std::uint32_t>& list() const { return list_; }
+
+ private:
+  std::vector<std::uint32_t> list_;
+};
+
+/// Finds one text in another, both as bytes when both are held so.
 class Searcher {
  public:
   Searcher(const String& text, const String& part, bool ignoreCase)
-      : ansi_(text.isAnsi() && part.isAnsi()),
-        text_(ignoreCase ? text.lower() : text),
-        part_(ignoreCase ? part.lower() : part) {
-    if (ansi_) return;
-    wideText_ = text_.wide();
-    widePart_ = part_.wide();
+      : text_(ignoreCase ? text.lower() : text), part_(ignoreCase ? part.lower() : part) {
+    if (text.isAnsi() && part.isAnsi()) return;
+    wideText_.emplace(text_);
+    widePart_.emplace(part_);
   }
 
   /// The first place at or behind `from`.
   std::size_t find(std::size_t from) const {
-    return ansi_ ? findText(text_.ansi(), part_.ansi(), from)
-                 : findText(wideText_, widePart_, from);
+    return wideText_ ? findText(wideText_->units(), widePart_->units(), from)
+                     : findText(text_.ansi(), part_.ansi(), from);
   }
   /// The last place at or before `from`.
   std::size_t findLast(std::size_t from) const {
-    return ansi_ ? findLastText(text_.ansi(), part_.ansi(), from)
-                 : findLastText(wideText_, widePart_, from);
+    return wideText_ ? findLastText(wideText_->units(), widePart_->units(), from)
+                     : findLastText(text_.ansi(), part_.ansi(), from);
   }
-
-  /// Up to `most` places that do not overlap, from `from` on. The part is not empty.
-  std::vector<std::size_t> findAll(std::size_t from, std::size_t most) const {
-    std::vector<std::size_t> places;
+  /// Up to `most` places that do not overlap. The part is not empty.
+  void findAll(std::size_t most, Places& places) const {
     const std::size_t step = part_.length();
-    while (places.size() < most) {
+    for (std::size_t from = 0; places.list().size() < most;) {
       const std::size_t place = find(from);
-      if (place == kNone) break;
-      places.push_back(place);
+      if (place == kNone) return;
+      places.add(place);
       from = place + step;
     }
-    return places;
   }
 
  private:
-  bool ansi_;
   String text_;
   String part_;
-  std::u16string wideText_;
-  std::u16string widePart_;
+  std::optional<WideCopy> wideText_;  ///< of both, or of none
+  std::optional<WideCopy> widePart_;
 };
 
 /// A count argument where -1 means all; error 5 below.
@@ -63,7 +76,7 @@ std::size_t mostAt(Args args, std::size_t index) {
 }
 
 /// The text with `with` in place of `skip` characters at each of the places.
-String spliced(const String& text, const std::vector<std::size_t>& places, std::size_t skip,
+String spliced(const String& text, const std::vector<std::uint32_t>& places, std::size_t skip,
                const String& with) {
   String result;
   if (text.isAnsi() && with.isAnsi()) {
@@ -147,8 +160,9 @@ Value replace(Runtime&, Args args) {
   if (start < 1) throwError(ErrorCode::InvalidCall);
   const String text = whole.substr(static_cast<std::size_t>(start) - 1, SIZE_MAX);
   if (part.empty()) return text;
-  const auto places = Searcher(text, part, ignoreCase).findAll(0, most);
-  return places.empty() ? text : spliced(text, places, part.length(), with);
+  Places places;
+  Searcher(text, part, ignoreCase).findAll(most, places);
+  return places.list().empty() ? text : spliced(text, places.list(), part.length(), with);
 }
 
 Value split(Runtime&, Args args) {
@@ -156,21 +170,20 @@ Value split(Runtime&, Args args) {
   const String mark = given(args, 1) ? toString(args[1]) : String::ofByte(' ');
   const std::size_t most = mostAt(args, 2);
   const bool ignoreCase = ignoresCase(args, 3);
-  std::vector<Value> parts;
-  if (text.empty() || most == 0) return textArray(std::move(parts));
-  if (mark.empty()) {
-    parts.emplace_back(text);
-    return textArray(std::move(parts));
-  }
-  const auto places = Searcher(text, mark, ignoreCase).findAll(0, most - 1);
-  parts.reserve(places.size() + 1);
+  if (text.empty() || most == 0) return textArray({});
+  if (mark.empty()) return textArray({text});
+  Places places;
+  Searcher(text, mark, ignoreCase).findAll(most - 1, places);
+  const auto extent = static_cast<std::int32_t>(places.list().size()) + 1;
+  Value parts = Value::array(ArrayRep::create({&extent, 1}));
+  Value* part = parts.asArray()->elements;
   std::size_t from = 0;
-  for (const std::size_t place : places) {
-    parts.emplace_back(text.substr(from, place - from));
+  for (const std::size_t place : places.list()) {
+    *part++ = text.substr(from, place - from);
     from = place + mark.length();
   }
-  parts.emplace_back(text.substr(from, SIZE_MAX));
-  return textArray(std::move(parts));
+  *part = text.substr(from, SIZE_MAX);
+  return parts;
 }
 
 Value join(Runtime&, Args args) {

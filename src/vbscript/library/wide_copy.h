@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "vbscript/string.h"
+
+namespace vbs {
+
+/// A text's UTF-16 units for the time of one search; charged to the script like a value.
+class WideCopy {
+ public:
+  explicit WideCopy(const String& text) : charged_(text.length() * sizeof(char16_t)) {
+    memoryMeter.charge(charged_);
+    units_ = text.wide();
+  }
+  ~WideCopy() { memoryMeter.release(charged_); }
+  WideCopy(const WideCopy&) = delete;
+  WideCopy& operator=(const WideCopy&) = delete;
+
+  std::u16string& units() { return units_; }
+  std::u16string_view units() const { return units_; }
+
+ private:
+  std::size_t charged_;
+  std::u16string units_;
+};
+
+}  // namespace vbs
