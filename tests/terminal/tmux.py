@@ -37,7 +37,7 @@ class Terminal:
         return "\n".join(self.screen())
 
     def coloured(self):
-        return self._tmux("capture-pane", "-p", "-e", "-t", "t")
+        return self._tmux("capture-pane", "-p", "-e", "-N", "-t", "t")
 
     def flag(self, name):
         """A state that the terminal is in, as tmux calls it."""
