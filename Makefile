@@ -5,7 +5,7 @@
 APP := build/app
 JOBS ?= $(shell nproc)
 
-.PHONY: build serve test unit blackbox browser sanitize bench lint format deps clean
+.PHONY: build serve test unit blackbox browser terminal service sanitize bench lint format deps clean
 
 build: deps
 	@cmake --preset release >/dev/null
@@ -14,7 +14,7 @@ build: deps
 serve: build
 	@tools/serve $(APP)
 
-test: build unit blackbox browser sanitize
+test: build unit blackbox browser terminal service sanitize
 
 unit: build
 	@ctest --test-dir build/release --output-on-failure -j $(JOBS)
@@ -24,6 +24,12 @@ blackbox: build
 
 browser: build
 	@python3 -m unittest discover -s tests/browser -t tests
+
+terminal: build
+	@python3 -m unittest discover -s tests/terminal -t tests
+
+service: build
+	@python3 -m unittest discover -s tests/service -t tests
 
 sanitize: deps
 	@cmake --preset sanitize >/dev/null
