@@ -35,8 +35,8 @@ void mainForm::StartServer(bool forceServerStart) {
   if (windowClosed_ || (serverRunning_ && !forceServerStart)) return;
   status_.LogLine(serverRunning_ ? "Server Start (forced)" : "Server Start");
   parts_.settings.LoadSettings();
-  chooseLanguage();
   makeObjects();
+  chooseLanguage();
   listener_->close();
   slots_.reset();
   if (!listener_->listen(parts_.state.ServerPort)) return portError();
@@ -51,7 +51,7 @@ void mainForm::chooseLanguage() {
   std::int32_t wanted = parts_.state.DefaultLCID;
   if (wanted == 0) wanted = numericLong(parts_.settings.userLanguage()).value_or(kEnglish);
   const std::string folder = parts_.state.MainPath + "Lang";
-  const std::int32_t loaded = parts_.loadLanguage ? parts_.loadLanguage(folder, wanted) : 0;
+  const std::int32_t loaded = objects_->language().choose(folder, wanted, form_);
   status_.LogLine("LCID: " + std::to_string(loaded));
 }
 
@@ -59,7 +59,7 @@ void mainForm::makeObjects() {
   if (objects_) return objects_->renew();
   objects_ = std::make_unique<RunningServer>(
       RunningServer::Parts{parts_.state, status_, parts_.clock, parts_.files, parts_.random,
-                           parts_.images, parts_.makeScripts, *this});
+                           parts_.images, parts_.makeScripts, *this, parts_.userDefaultLCID});
 }
 
 void mainForm::portError() {

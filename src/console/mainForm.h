@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <string>
 
@@ -28,8 +27,7 @@ struct mainFormParts {
   MakeScriptSide makeScripts;
   ImageLibrary* images = nullptr;  ///< null: pictures are served unresized
 
-  /// Loads the language wanted from a folder of language files and returns the one loaded.
-  std::function<std::int32_t(const std::string& folder, std::int32_t wanted)> loadLanguage;
+  std::int32_t userDefaultLCID = 1033;  ///< the user's own language
 
   std::uint16_t controlPort = ControlChannel::kPort;
 };

@@ -8,16 +8,17 @@ class PageSide final : public ScriptSide {
  public:
   PageSide(const ScriptSideParts& parts, Process& process)
       : scripts_({parts.state, parts.log, parts.clock, parts.files, parts.random, process,
-                  parts.encoder, parts.aliases, parts.events}) {}
+                  parts.encoder, parts.aliases, parts.events}) {
+    scripts_.application().setLanguage(&parts.texts);
+  }
 
   ScriptPages& pages() override { return scripts_.pages(); }
   void expireSessions() override { scripts_.sessions().expire(); }
   void expireKeys() override { scripts_.authKeys().expire(); }
   void forgetKeys() override { scripts_.authKeys().clear(); }
   void forEachSession(const SessionVisitor& visit) const override {
-    scripts_.sessions().forEach([&](const aspSessionObj& session) {
-      visit(session.SessionID(), session.OutOfDate());
-    });
+    scripts_.sessions().forEach(
+        [&](const aspSessionObj& session) { visit(session.SessionID(), session.OutOfDate()); });
   }
 
  private:

@@ -4,8 +4,9 @@
 
 RunningServer::RunningServer(const Parts& parts)
     : parts_(parts),
+      language_(parts.userDefaultLCID),
       scripts_(parts.makeScripts({parts.state, parts.log, parts.clock, parts.files, parts.random,
-                                  encoder_, aliases_, parts.events})) {
+                                  encoder_, aliases_, language_, parts.events})) {
   renew();
 }
 

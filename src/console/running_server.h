@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "console/console_language.h"
 #include "console/script_side.h"
 #include "http/clsHTTPParser.h"
 #include "http/cookie_jar.h"
@@ -25,6 +26,7 @@ class RunningServer {
     ImageLibrary* images;  ///< may be null
     const MakeScriptSide& makeScripts;
     PageEvents& events;
+    std::int32_t userDefaultLCID;
   };
 
   explicit RunningServer(const Parts& parts);
@@ -36,6 +38,7 @@ class RunningServer {
   RequestHandling& handling() { return *handling_; }
   ScriptSide& scripts() { return *scripts_; }
   FileAliases& aliases() { return aliases_; }
+  ConsoleLanguage& language() { return language_; }
 
  private:
   Parts parts_;
@@ -45,6 +48,7 @@ class RunningServer {
   clsZipString zip_;
   clsQVMod modules_;
   FileAliases aliases_;
+  ConsoleLanguage language_;
   std::unique_ptr<ScriptSide> scripts_;
   std::unique_ptr<RequestHandling> handling_;
 };

@@ -7,6 +7,7 @@
 class Clock;
 class FileAliases;
 class Files;
+class LanguageTexts;
 class PageEvents;
 class Random;
 class ScriptPages;
@@ -39,6 +40,7 @@ struct ScriptSideParts {
   Random& random;
   const clsWEncode& encoder;
   FileAliases& aliases;
+  const LanguageTexts& texts;
   PageEvents& events;
 };
 

@@ -4,6 +4,8 @@
 #include "console/mainForm.h"
 #include "console/page_side.h"
 #include "console/terminal_console.h"
+#include "platform/image_library.h"
+#include "platform/locale.h"
 #include "platform/system.h"
 #include "startup/Registry.h"
 #include "startup/SysInfo.h"
@@ -11,6 +13,7 @@
 #include "startup/modService.h"
 #include "startup/settings.h"
 #include "startup/version.h"
+#include "support/locale_id.h"
 #include "support/server_state.h"
 
 namespace {
@@ -52,7 +55,9 @@ int main(int argc, char** argv) {
   const SysInfo system(*process);
   modService service(*manager, *loop, *clock, system);
 
-  mainForm window({state, *loop, *clock, *files, *random, settings, pageSideMaker(*process)});
+  const auto images = makeImageLibrary(*files);
+  mainForm window({state, *loop, *clock, *files, *random, settings, pageSideMaker(*process),
+                   images.get(), localeIdOf(userLocaleName())});
   const auto terminal = makeTerminal(*loop);
   const TerminalConsole console(window.form(), window.status().echo, terminal.get(), *loop,
                                 serverOf(window), printLine);

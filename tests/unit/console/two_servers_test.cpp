@@ -39,9 +39,9 @@ class Server {
   ScriptStage stage;
   mainForm window{{state, loop, *clock, *files, *random, settings,
                    [this](const ScriptSideParts& side) {
-                     return std::make_unique<FakeScriptSide>(stage, side.events);
+                     return std::make_unique<FakeScriptSide>(stage, side);
                    },
-                   nullptr, nullptr, 0}};
+                   nullptr, 1033, 0}};
 };
 
 int connectTo(std::uint16_t port) {

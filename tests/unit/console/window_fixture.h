@@ -54,14 +54,16 @@ struct ScriptStage {
   std::vector<std::pair<std::int32_t, bool>> sessions;
   std::function<ScriptPageResult(const ScriptPageRequest&, PageEvents&)> onRun;
   PageEvents* events = nullptr;
+  const LanguageTexts* texts = nullptr;
 };
 
 class FakeScriptSide final : public ScriptSide, private ScriptPages {
  public:
-  FakeScriptSide(ScriptStage& stage, PageEvents& events) : stage_(stage) {
+  FakeScriptSide(ScriptStage& stage, const ScriptSideParts& parts) : stage_(stage) {
     ++stage_.alive;
     ++stage_.made;
-    stage_.events = &events;
+    stage_.events = &parts.events;
+    stage_.texts = &parts.texts;
   }
   FakeScriptSide(const FakeScriptSide&) = delete;
   FakeScriptSide& operator=(const FakeScriptSide&) = delete;
@@ -104,13 +106,9 @@ class WindowTest : public testing::Test {
             random,
             settings,
             [this](const ScriptSideParts& side) {
-              return std::make_unique<FakeScriptSide>(stage, side.events);
+              return std::make_unique<FakeScriptSide>(stage, side);
             },
-            nullptr,
-            [this](const std::string& folder, std::int32_t wanted) {
-              languageFolder = folder;
-              return languageWanted = wanted;
-            }};
+            nullptr};
   }
 
   FakeSocket* connect(const std::string& ip = "127.0.0.1") { return loop.listener->connect(ip); }
@@ -136,7 +134,5 @@ class WindowTest : public testing::Test {
   CountingRandom random;
   FakeSettings settings{state};
   ScriptStage stage;
-  std::string languageFolder;
-  std::int32_t languageWanted = -1;
   mainForm window{parts()};
 };

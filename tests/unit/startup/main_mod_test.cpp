@@ -82,8 +82,7 @@ class MainModTest : public testing::Test {
   FakeServiceHost nts;
   FakeInstanceLock instance;
   mainForm window{{state, loop, clock, files, random, settings,
-                   [](const ScriptSideParts&) { return std::make_unique<NoScripts>(); }, nullptr,
-                   nullptr}};
+                   [](const ScriptSideParts&) { return std::make_unique<NoScripts>(); }}};
   std::vector<std::string> echoed;
 };
 

@@ -1,0 +1,101 @@
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "support/clsMUI.h"
+#include "window_fixture.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A window whose base folder holds language files.
+class Language : public WindowTest {
+ protected:
+  Language() {
+    std::string pattern = (fs::temp_directory_path() / "quorvane-XXXXXX").string();
+    folder = ::mkdtemp(pattern.data());
+    fs::create_directories(folder + "/Lang");
+    state.MainPath = folder + "/";
+    offer(1031, "Deutsch", "Protokoll leeren", "Seite %1");
+    offer(1033, "English", "Clear Log", "Page %1");
+    offer(2070, "Portugues", "Limpar", "Pagina %1");
+  }
+  ~Language() override { fs::remove_all(folder); }
+
+  void offer(int number, const std::string& name, const std::string& clear,
+             const std::string& text) {
+    const std::string plain = folder + "/plain.txt";
+    std::ofstream(plain, std::ios::binary)
+        << "QVLF V1.0$" << number << "$" << name << "\r\nmainForm.Caption=" << name
+        << "\r\nmainForm.btt(1).Caption=" << clear << "\r\n$007=" << text << "\r\n;"
+        << std::string(1100, '-');
+    ASSERT_TRUE(
+        clsMUI(1033).EncodeLangFile(plain, folder + "/Lang/" + std::to_string(number) + ".lng"));
+  }
+  std::string loaded() { return lastLine(); }
+  std::string clearCaption() { return *window.form().btt[1].caption; }
+
+  std::string folder;
+};
+
+TEST_F(Language, WithoutAChoiceItIsEnglish) {
+  window.StartServer();
+  EXPECT_EQ(loaded(), "LCID: 1033");
+  EXPECT_EQ(clearCaption(), "Clear Log");
+}
+
+TEST_F(Language, TheUsersChoiceIsTakenWhenItIsANumber) {
+  settings.language = "1031";
+  window.StartServer();
+  EXPECT_EQ(loaded(), "LCID: 1031");
+  EXPECT_EQ(clearCaption(), "Protokoll leeren");
+  EXPECT_EQ(window.form().caption, "Deutsch");
+  settings.language = "deutsch";
+  window.StartServer(true);
+  EXPECT_EQ(loaded(), "LCID: 1033");
+  EXPECT_EQ(clearCaption(), "Clear Log");
+}
+
+TEST_F(Language, TheSettingGoesBeforeTheUsersChoice) {
+  settings.language = "1033";
+  settings.onLoad = [](ServerState& s) { s.DefaultLCID = 1031; };
+  window.StartServer();
+  EXPECT_EQ(loaded(), "LCID: 1031");
+}
+
+TEST_F(Language, ALanguageThatIsNotThereFallsBack) {
+  settings.language = "1046";
+  window.StartServer();
+  EXPECT_EQ(loaded(), "LCID: 2070");
+  settings.language = "9999";
+  window.StartServer(true);
+  EXPECT_EQ(loaded(), "LCID: 1033");
+}
+
+TEST_F(Language, AStoppedServersLanguageIsChosenAnewAtTheNextStart) {
+  window.StartServer();
+  window.StopServer();
+  settings.onLoad = [](ServerState& s) { s.DefaultLCID = 1031; };
+  window.StartServer();
+  EXPECT_EQ(loaded(), "LCID: 1031");
+}
+
+TEST_F(Language, PagesAskForNumberedTexts) {
+  settings.language = "1031";
+  window.StartServer();
+  const std::string values[] = {"5"};
+  EXPECT_EQ(stage.texts->numberedText(7, values), "Seite 5");
+  EXPECT_EQ(stage.texts->numberedText(8, values), "");
+}
+
+TEST_F(Language, WithoutAnyFileTheTextsStayAsTheyAre) {
+  fs::remove_all(folder + "/Lang");
+  settings.language = "1031";
+  window.StartServer();
+  EXPECT_EQ(loaded(), "LCID: 0");
+  EXPECT_EQ(clearCaption(), "Clear Log");
+}
+
+}  // namespace
