@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <new>
 
+#include "vbscript/locale.h"
 #include "vbscript/name_table.h"
 #include "vbscript/parser.h"
 #include "vbscript/program_cache.h"
@@ -103,7 +104,7 @@ Machine::Machine(Host& host, ProgramCache& cache, Limits limits)
       err_(make<ErrObject>()) {
   static const Routine kNothing;
   *fp_ = Frame();
-  fp_->base = globals_;
+  fp_->base = globals_ + kMaxGlobals;
   fp_->routine = &kNothing;
   host_.push_back({"err", err_.get(), false});
 }
@@ -121,10 +122,17 @@ void Machine::addObject(std::string_view name, Object& object, bool globalMember
   host_.push_back({foldName(name), &object, globalMembers});
 }
 
+/// What lets native work end with the run's time.
+TimeCheck Machine::nativeTimeCheck() {
+  return {[](void* run) { static_cast<Machine*>(run)->poll(); }, this};
+}
+
 /// Variables go in the order of their declaration; what then still lives holds itself in circles.
 void Machine::endObjects() {
   if (objects_) deadline_ = runtime_.host.steadyNow() + limits_.time;
   const MemoryBound memory(limits_.memoryBytes);
+  const TextScope texts(runtime_.host);
+  const TimeCheckScope time(nativeTimeCheck());
   clearRange(globals_, globals_ + globalsEnd_);
   std::vector<Ref<MachineObject>> circles;
   for (MachineObject* object = objects_; object; object = object->next_) {
@@ -139,7 +147,8 @@ void Machine::endObjects() {
     const Ref<MachineObject> object(objects_);
     object->detach();
   }
-  clearRange(globals_, globals_ + globalsEnd_);
+  // The next run finds its variables Empty on this stack.
+  for (Value* v = globals_; v < globals_ + globalsEnd_; ++v) *v = Value();
 }
 
 // ---- Runs ----
@@ -159,11 +168,15 @@ std::optional<ErrorReport> Machine::guarded(Body body) {
   deadline_ = runtime_.host.steadyNow() + limits_.time;
   budget_ = 0;
   const MemoryBound memory(limits_.memoryBytes);
+  const TextScope texts(runtime_.host);
+  const TimeCheckScope time(nativeTimeCheck());
   try {
     body();
     return std::nullopt;
   } catch (const ScriptError& error) {
     return reportOf(error);
+  } catch (const EndOfRun&) {
+    return std::nullopt;
   } catch (const RunStopped&) {
     ErrorReport report;
     report.number = kTimeout;

@@ -10,6 +10,7 @@
 #include "vbscript/err_object.h"
 #include "vbscript/library/library.h"
 #include "vbscript/program.h"
+#include "vbscript/time_check.h"
 
 namespace vbs {
 
@@ -110,7 +111,7 @@ class Machine {
     fp_->target = target;
     fp_->resumeNext = false;
     Value* const end = base + callee.firstTemporary;
-    for (Value* v = base + callee.parameterCount; v < end; ++v) {
+    for (Value* v = base + callee.firstCleared; v < end; ++v) {
       v->setIntUncounted(Type::Empty, 0);
     }
   }
@@ -118,6 +119,7 @@ class Machine {
   Value* stackTop() const { return fp_->base + fp_->routine->registerCount; }
   [[noreturn]] void stackOverflow();
   void poll();
+  TimeCheck nativeTimeCheck();
   void adjustArguments(const Routine& callee, Value* base, std::size_t count);
   void clearRange(Value* first, const Value* last);
   void release(Value& value);

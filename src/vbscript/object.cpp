@@ -78,6 +78,11 @@ ArrayRep::~ArrayRep() {
   std::free(elements);
 }
 
+Value invokeResult(const Value& result, CallKind kind, Args args) {
+  if (!result.isObject() || !result.asObject()) throwError(ErrorCode::WrongArgumentCount);
+  return result.asObject()->invoke(kDefaultMember, kind, args);
+}
+
 std::unique_ptr<Enumerator> Object::enumerate() {
   throwError(ErrorCode::NotACollection);
 }

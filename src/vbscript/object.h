@@ -141,6 +141,10 @@ struct Member {
   bool isDefault = false;
 };
 
+/// Arguments that a property itself does not take go to the object that it gives:
+/// `match.SubMatches(0)`. Error 450 when it gives none.
+Value invokeResult(const Value& result, CallKind kind, Args args);
+
 /// An object whose members stand in a table: `static std::span<const Member<Self>> members()`.
 /// A wrong number of arguments is error 450, a member used in a way it has not is error 438.
 template <class Self>
@@ -161,6 +165,9 @@ class NativeObject : public Object {
     if (!member) throwError(ErrorCode::NoPropertyOrMethod);
     const bool assigns = kind == CallKind::Let || kind == CallKind::Set;
     const std::size_t count = args.size() - (assigns ? 1 : 0);
+    if (count > 0 && member->maxArgs == 0 && member->get) {
+      return invokeResult((static_cast<Self&>(*this).*member->get)({}), kind, args);
+    }
     if (assigns ? !member->put : !member->get) throwError(ErrorCode::NoPropertyOrMethod);
     if (count < member->minArgs || count > member->maxArgs) {
       throwError(ErrorCode::WrongArgumentCount);

@@ -109,6 +109,7 @@ class RoutineObject final : public MachineObject {
   const Routine* routine() const { return machine_ ? routine_ : nullptr; }
 
   std::string_view typeName() const override { return "Object"; }
+  bool isProcedure() const override { return true; }
   MemberId findMember(std::string_view) override { return kNoMember; }
   Value invoke(MemberId id, CallKind kind, Args args) override;
 

@@ -3,13 +3,27 @@
 namespace vbs {
 
 /// Native work without a small bound of its own (a regular expression over a long text, say) calls
-/// this now and then. The running engine puts a function here that throws when the script's time is
-/// over; null while no engine runs on this thread.
-using TimeCheck = void (*)();
-inline constinit thread_local TimeCheck timeCheck = nullptr;
+/// checkTime() now and then. While a script runs, that throws when the script's time is over.
+struct TimeCheck {
+  void (*check)(void* run) = nullptr;  ///< null while no script runs on this thread
+  void* run = nullptr;
+};
+inline constinit thread_local TimeCheck timeCheck;
 
 inline void checkTime() {
-  if (timeCheck) timeCheck();
+  if (timeCheck.check) timeCheck.check(timeCheck.run);
 }
+
+/// Puts a run's check in place while it lives.
+class TimeCheckScope {
+ public:
+  explicit TimeCheckScope(TimeCheck check) : before_(timeCheck) { timeCheck = check; }
+  ~TimeCheckScope() { timeCheck = before_; }
+  TimeCheckScope(const TimeCheckScope&) = delete;
+  TimeCheckScope& operator=(const TimeCheckScope&) = delete;
+
+ private:
+  TimeCheck before_;
+};
 
 }  // namespace vbs
