@@ -110,6 +110,7 @@ struct Routine {
   std::uint16_t parameterCount = 0;
   std::uint16_t me = kNoRegister;
   std::uint16_t result = kNoRegister;
+  std::uint16_t firstCleared = 0;  ///< variables from here on are Empty when the routine begins
   std::uint16_t firstTemporary = 0;
   std::uint32_t registerCount = 0;
 

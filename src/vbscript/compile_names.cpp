@@ -151,8 +151,7 @@ Binding RoutineCompiler::resolveUndeclared(const Identifier& name) {
   binding = script_.resolve(name);
   if (isMain_ && binding.kind == Kind::Global) binding.kind = Kind::Register;
   const bool writes = (flags & (Mentions::kAssigned | Mentions::kReDimmed)) != 0;
-  const bool shadowsLibrary =
-      writes && (binding.kind == Kind::Intrinsic || binding.kind == Kind::Scope);
+  const bool shadowsLibrary = writes && ScriptCompiler::isOfLibrary(binding, name.lower);
   if (binding.kind != Kind::Unresolved && !shadowsLibrary) return binding;
   binding = Binding();
   const bool declares = (flags & Mentions::kReDimmed) != 0;
@@ -164,6 +163,8 @@ Binding RoutineCompiler::resolveUndeclared(const Identifier& name) {
 void RoutineCompiler::beginFrame(std::uint16_t firstHidden) {
   firstHidden_ = firstHidden;
   routine_.firstTemporary = static_cast<std::uint16_t>(firstHidden + mentions_.hiddenVariables());
+  // Global variables keep what earlier runs left.
+  routine_.firstCleared = isMain_ ? kMaxGlobals : routine_.parameterCount;
   nextTemporary_ = routine_.firstTemporary;
   routine_.registerCount = nextTemporary_;
 }

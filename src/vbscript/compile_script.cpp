@@ -121,7 +121,8 @@ Routine& ScriptCompiler::addRoutine(const Procedure& tree, const ScriptClass* ow
   routine.program = &program_;
   routine.owner = owner;
   routine.parameterCount = static_cast<std::uint16_t>(tree.parameters.size());
-  PendingRoutine& pending = pending_.emplace_back(&tree, &routine, owner, Mentions(nameCount_));
+  pending_.push_back({&tree, &routine, owner, Mentions(nameCount_)});
+  PendingRoutine& pending = pending_.back();
   pending.mentions.scan(tree.body);
   noteDynamicCode(pending.mentions);
   for (const auto& parameter : tree.parameters) {
@@ -225,12 +226,8 @@ void ScriptCompiler::declareImplicit(const Mentions& mentions) {
     const std::uint8_t flags = mentions.flags(name->id);
     if (flags == Mentions::kCalled) continue;
     const Binding known = resolve(*name);
-    using Kind = Binding::Kind;
-    const bool shadows =
-        isWritten(flags) &&
-        (known.kind == Kind::Intrinsic || known.kind == Kind::Scope ||
-         (known.kind == Kind::Constant && !program_.globals.contains(name->lower)));
-    if (known.kind != Kind::Unresolved && !shadows) continue;
+    const bool shadows = isWritten(flags) && isOfLibrary(known, name->lower);
+    if (known.kind != Binding::Kind::Unresolved && !shadows) continue;
     if (optionExplicit_ && !(flags & Mentions::kReDimmed)) continue;
     if (lateNames_ && !isWritten(flags)) continue;
     GlobalSymbol symbol;
@@ -299,6 +296,18 @@ Binding ScriptCompiler::resolveHost(std::string_view lower) const {
     return binding;
   }
   return binding;
+}
+
+bool ScriptCompiler::isOfLibrary(const Binding& binding, std::string_view lower) {
+  switch (binding.kind) {
+    case Binding::Kind::Intrinsic:
+    case Binding::Kind::Scope:
+      return true;
+    case Binding::Kind::Constant:
+      return binding.constant == findConstant(lower);
+    default:
+      return false;
+  }
 }
 
 Binding ScriptCompiler::resolveLibrary(std::string_view lower) {

@@ -68,6 +68,8 @@ class ScriptCompiler {
   /// What the host or the library has under the name.
   Binding resolveHost(std::string_view lower) const;
   static Binding resolveLibrary(std::string_view lower);
+  /// Whether scripts may have a variable of this name all the same.
+  static bool isOfLibrary(const Binding& binding, std::string_view lower);
   std::uint32_t nameIndex(const Identifier& name);
   bool parameterIsReadOnly(const Identifier& callee, std::size_t position);
   bool isReplaceable() const { return lateNames_; }

@@ -123,6 +123,7 @@ void Machine::terminate(const Routine& routine, Object& object) noexcept {
     callRoutine(routine, &object, {});
   } catch (const ScriptError& error) {
     if (!pending_) pending_ = error;
+  } catch (const EndOfRun&) {
   } catch (const RunStopped&) {
     budget_ = 0;
   } catch (const std::bad_alloc&) {
