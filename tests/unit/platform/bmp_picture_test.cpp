@@ -14,7 +14,7 @@ using namespace std::string_literals;
 constexpr int kMostSide = 100;
 constexpr std::int64_t kMostPixels = 5000;
 
-std::string number(std::uint32_t value, int width) {
+std::string number(std::uint64_t value, int width) {
   std::string out;
   for (int i = 0; i < width; ++i) out += static_cast<char>(value >> (8 * i) & 0xFF);
   return out;
