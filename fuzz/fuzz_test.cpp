@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 
 constexpr std::uint64_t kSeed = 20240229;
 constexpr int kParses = 20'000;
-constexpr int kRuns = 3'000;
+constexpr int kRuns = 20'000;
 
 std::vector<std::string> filesUnder(const fs::path& folder) {
   std::vector<fs::path> paths;

@@ -13,9 +13,9 @@ namespace {
 
 using vbs::Value;
 
-void require(bool condition, const char* what) {
+void require(bool condition, const char* what, std::string_view source) {
   if (condition) return;
-  std::cerr << "does not hold: " << what << '\n';
+  std::cerr << "does not hold: " << what << ", for\n" << source << '\n';
   std::abort();
 }
 
@@ -64,18 +64,22 @@ void fuzzParse(std::string_view source) {
   try {
     vbs::parseScript(source);
   } catch (const vbs::CompileError& error) {
-    require(error.number > 1000 && !error.description.empty(), "an error has number and text");
-    require(error.position.line >= 1 && error.position.line < lines, "an error has a line");
+    require(error.number > 1000 && !error.description.empty(), "an error has number and text",
+            source);
+    require(error.position.line >= 1 && error.position.line < lines, "an error has a line", source);
     require(error.position.column >= 1 && error.position.column <= source.size() + 1,
-            "an error has a column");
+            "an error has a column", source);
   }
-  require(!vbs::dumpTokens(source).empty(), "there is a last token");
+  require(!vbs::dumpTokens(source).empty(), "there is a last token", source);
   vbs::dumpTree(source);
 }
 
-void fuzzRun(std::string_view source) {
+namespace {
+
+/// The bytes that a run leaves behind.
+std::int64_t bytesKeptByRun(std::string_view source) {
   FuzzHost host;
-  const std::int64_t held = vbs::memoryMeter.used;
+  const std::int64_t before = vbs::memoryMeter.used;
   {
     vbs::ProgramCache cache(1 << 16);
     const auto output = vbs::make<FuzzOutput>();
@@ -83,8 +87,16 @@ void fuzzRun(std::string_view source) {
     engine.addObject("Test", *output, true);
     for (int i = 0; i < 2; ++i) {
       const auto error = engine.run(source);
-      require(!error || error->number != 0, "an error has a number");
+      require(!error || error->number != 0, "an error has a number", source);
     }
   }
-  require(vbs::memoryMeter.used == held, "everything is given back");
+  return vbs::memoryMeter.used - before;
+}
+
+}  // namespace
+
+void fuzzRun(std::string_view source) {
+  // The library may keep something for good at its first use.
+  if (bytesKeptByRun(source) == 0) return;
+  require(bytesKeptByRun(source) == 0, "everything is given back", source);
 }

@@ -20,4 +20,5 @@ add_library(vbscript STATIC
 )
 target_link_libraries(vbscript PUBLIC vbscript_headers vbscript_syntax vbscript_values)
 # Common subexpressions joined over all operations of the loop would cost each of them its own jump.
-set_source_files_properties(machine_loop.cpp PROPERTIES COMPILE_OPTIONS "-fno-gcse;-fno-crossjumping")
+set_source_files_properties(machine_loop.cpp PROPERTIES COMPILE_OPTIONS
+  "$<$<CXX_COMPILER_ID:GNU>:-fno-gcse;-fno-crossjumping>")

@@ -28,4 +28,4 @@ On Error Resume Next
 x = FormatNumber("abc")
 Failed                         '> 13
 x = FormatNumber(Null)
-Failed                         '> 94
+Failed                         '> 13
