@@ -3,15 +3,16 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <list>
+#include <vector>
 
 #include "platform/clock.h"
 #include "platform/random.h"
 #include "script/aspSessionObj.h"
-#include "support/keyed_collection.h"
 #include "support/status_lines.h"
 
-/// The live sessions, keyed "sid" and their number. Numbers run from 0 to 10,000, drawn at random,
-/// and can be guessed: a session holds nothing that a stranger may not see.
+/// The live sessions by their numbers. These run from 0 to 10,000, are drawn at random and can be
+/// guessed: a session holds nothing that a stranger may not see.
 class SessionStore {
  public:
   static constexpr std::int32_t kHighestNumber = 10'000;
@@ -29,12 +30,19 @@ class SessionStore {
   /// Drops every session that is out of date.
   void expire();
 
-  std::size_t size() const { return sessions_.size(); }
+  std::size_t size() const { return ages_.size(); }
 
   /// Calls `visit` with each session, oldest first.
   void forEach(const std::function<void(const aspSessionObj&)>& visit) const;
 
  private:
+  using Ages = std::list<std::int32_t>;
+  struct Place {
+    vbs::Ref<aspSessionObj> session;  ///< null: the number is free
+    Ages::iterator age;
+  };
+
+  vbs::Ref<aspSessionObj> find(std::int32_t number) const;  ///< null when there is none
   vbs::Ref<aspSessionObj> create();
   std::int32_t freeNumber();
   void dropOldest();
@@ -42,5 +50,6 @@ class SessionStore {
   const Clock& clock_;
   Random& random_;
   StatusLines& log_;
-  KeyedCollection<vbs::Ref<aspSessionObj>> sessions_;
+  std::vector<Place> places_{kHighestNumber + 1};  ///< by number
+  Ages ages_;                                      ///< the numbers taken, oldest session first
 };
