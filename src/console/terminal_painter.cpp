@@ -1,6 +1,7 @@
 #include "console/terminal_painter.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "console/terminal_text.h"
 
@@ -140,7 +141,8 @@ void TerminalPainter::list(const TerminalArea& area, const ListModel& lines,
 }
 
 void TerminalPainter::text(const TerminalArea& area, const std::vector<std::wstring>& lines,
-                           const TerminalScroll& scroll, bool focused, bool bordered) {
+                           const TerminalScroll& scroll, std::string_view note, bool focused,
+                           bool bordered) {
   if (area.empty()) return;
   const TerminalArea inside = bordered ? area.inside() : area;
   if (bordered) border(area, {}, focused);
@@ -149,7 +151,15 @@ void TerminalPainter::text(const TerminalArea& area, const std::vector<std::wstr
     terminal_.put(inside.row + i, inside.column, lines[static_cast<std::size_t>(scroll.top() + i)],
                   {});
   }
-  if (bordered) scrollBar(area, scroll, focused);
+  if (!bordered) return;
+  scrollBar(area, scroll, focused);
+  std::wstring below = cellsOf(note);
+  const std::size_t room = cellCount(area.columns - 6);
+  if (below.empty() || room == 0) return;
+  if (below.size() > room) below = fitted(std::move(below), room);
+  TerminalStyle style;
+  style.dim = true;
+  terminal_.put(area.row + area.rows - 1, area.column + 2, L' ' + below + L' ', style);
 }
 
 void TerminalPainter::button(const TerminalArea& area, std::string_view caption, bool focused) {

@@ -29,8 +29,9 @@ class TerminalPainter {
   void list(const TerminalArea& area, const ListModel& lines, const TerminalScroll& scroll,
             const ListLook& look);
 
+  /// `note` stands in the lower border.
   void text(const TerminalArea& area, const std::vector<std::wstring>& lines,
-            const TerminalScroll& scroll, bool focused, bool bordered);
+            const TerminalScroll& scroll, std::string_view note, bool focused, bool bordered);
 
   void button(const TerminalArea& area, std::string_view caption, bool focused);
   void hints(const TerminalArea& area);

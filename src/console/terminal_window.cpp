@@ -66,7 +66,8 @@ void TerminalWindow::paint() {
   const bool running = server_.running();
   painter.title(layout_.title, form_.caption, running ? server_.uptime() : "", running);
   paintLists(painter);
-  painter.text(layout_.text, textLines_, textScroll_, focus_ == Focus::Text, layout_.bordered);
+  painter.text(layout_.text, textLines_, textScroll_, *focusedControl().toolTip,
+               focus_ == Focus::Text, layout_.bordered);
   for (std::size_t i = 0; i < layout_.buttons.size(); ++i) {
     const auto own = i == FormModel::kStartStop ? Focus::StartStop : Focus::ClearLog;
     painter.button(layout_.buttons[i], *form_.btt[i].caption, focus_ == own);
@@ -111,6 +112,12 @@ void TerminalWindow::takeInText() {
 FormModel::List TerminalWindow::focusedList() const {
   if (focus_ == Focus::Sockets) return FormModel::kSockets;
   return focus_ == Focus::Sessions ? FormModel::kSessions : FormModel::kStatus;
+}
+
+const FormControl& TerminalWindow::focusedControl() const {
+  if (onList()) return form_.Label1[kLabelOfList[focusedList()]];
+  if (focus_ == Focus::Text) return form_.dbgText;
+  return form_.btt[focus_ == Focus::StartStop ? FormModel::kStartStop : FormModel::kClearLog];
 }
 
 bool TerminalWindow::isShown(Focus focus) const {

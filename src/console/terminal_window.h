@@ -62,6 +62,7 @@ class TerminalWindow final : private TerminalEvents {
   bool onList() const { return focus_ <= Focus::Status; }
   bool onButton() const { return focus_ >= Focus::StartStop; }
   FormModel::List focusedList() const;
+  const FormControl& focusedControl() const;
   TerminalScroll& scrollOf(FormModel::List list) { return scrolls_[list]; }
 
   void characterPressed(char32_t character);

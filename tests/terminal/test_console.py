@@ -156,6 +156,21 @@ class ConsoleTest(unittest.TestCase):
         t.click_on("Start/Stop")
         t.wait_for("Server Stop")
 
+    def test_speaks_german(self):
+        languages = app_folder() / "Lang"
+        if not languages.exists():
+            self.skipTest("needs the built language files")
+        shutil.copytree(languages, self.server.root.parent.parent / "Lang")
+        with open(self.server.registry / "HKEY_LOCAL_MACHINE/Software/Ardenfell/Quorvane/Server.ini",
+                  "a", encoding="latin-1") as settings:
+            settings.write("DefaultLCID=1031\n")
+        t = self.start(wait_for="LCID: 1031")
+        for text in ("Protokoll ─", "Sitzungen", "[ Start/Stopp ]  [ Protokoll leeren ]",
+                     "Was der Server getan hat"):
+            t.wait_for(re.escape(text))
+        t.click_on("Protokoll leeren")
+        t.wait_until_gone("LCID")
+
     def test_fits_small_windows(self):
         t = self.start()
         t.wait_for("Localhost")
@@ -185,6 +200,10 @@ class ConsoleTest(unittest.TestCase):
     def test_prints_lines_where_there_is_no_terminal(self):
         self.start("| cat")
         self.terminal.wait_for(r"^\d\d:\d\d:\d\d Server Start$")
+
+    def test_prints_lines_in_the_background(self):
+        t = self.start(wait_for=None, background=True)
+        t.wait_for(r"^\d\d:\d\d:\d\d Server Start$")
 
     def test_closes_by_key(self):
         t = self.start()

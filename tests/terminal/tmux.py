@@ -8,13 +8,16 @@ import time
 
 
 class Terminal:
-    def __init__(self, command, columns=80, rows=24, environment=None, term=None):
+    def __init__(self, command, columns=80, rows=24, environment=None, term=None,
+                 background=False):
         self.socket = f"quorvane-test-{os.getpid()}-{id(self)}"
         variables = dict(environment or {})
         if term:
             variables["TERM"] = term
         settings = " ".join(f"{k}={shlex.quote(v)}" for k, v in variables.items())
         # The shell outlives the program and shows what state it has left the terminal in.
+        if background:
+            settings, command = f"set -m; {settings}", f"{command} & wait"
         shell = f"stty -a > \"$0\"; {settings} {command}; echo \"ended with $?\"; stty -a; exec cat"
         self.modes_file = f"/tmp/{self.socket}.stty"
         self._tmux("new-session", "-d", "-s", "t", "-x", str(columns), "-y", str(rows),

@@ -127,7 +127,11 @@ class CursesTerminal final : public Terminal {
   CursesTerminal& operator=(const CursesTerminal&) = delete;
   ~CursesTerminal() override { CursesTerminal::close(); }
 
-  bool isThere() const override { return ::isatty(STDIN_FILENO) && ::isatty(STDOUT_FILENO); }
+  /// A program in the background of its terminal would be stopped for touching it.
+  bool isThere() const override {
+    return ::isatty(STDIN_FILENO) && ::isatty(STDOUT_FILENO) &&
+           ::tcgetpgrp(STDIN_FILENO) == ::getpgrp();
+  }
   bool open(TerminalEvents& events) override;
   void close() override;
 
@@ -299,7 +303,7 @@ void CursesTerminal::waitForResize() {
       ::resizeterm(size.ws_row, size.ws_col);
     }
     (*self)->waitForResize();
-    (*self)->events_->terminalResized();
+    if ((*self)->events_) (*self)->events_->terminalResized();
   });
 }
 

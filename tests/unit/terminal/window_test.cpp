@@ -244,6 +244,17 @@ TEST_F(TerminalWindowTest, ClickingAnotherListClicksNoStatusLine) {
   EXPECT_THAT(lines, IsEmpty());
 }
 
+TEST_F(TerminalWindowTest, TellsWhatTheFocusedPartIsFor) {
+  form.Label1[2].toolTip = "What the server has done";
+  form.btt[0].toolTip = std::string(100, 'x');
+  open();
+  EXPECT_THAT(terminal.row(22), HasSubstr(L"\u2514\u2500 What the server has done \u2500"));
+  terminal.press(TerminalKey::Tab);
+  terminal.press(TerminalKey::Tab);
+  settle();
+  EXPECT_THAT(terminal.row(22), HasSubstr(L"xxx\u2026 \u2500\u2518"));
+}
+
 TEST_F(TerminalWindowTest, ScrollsALongTextFromItsBeginning) {
   form.dbgText.text = "one\r\ntwo\r\nthree\r\nfour";
   open();
