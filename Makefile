@@ -5,7 +5,7 @@
 APP := build/app
 JOBS ?= $(shell nproc)
 
-.PHONY: build serve test unit blackbox browser terminal service sanitize bench lint format deps clean
+.PHONY: build serve test unit blackbox browser terminal service bench lint format deps clean
 
 build: deps
 	@cmake --preset release >/dev/null
@@ -14,27 +14,26 @@ build: deps
 serve: build
 	@tools/serve $(APP)
 
-test: build unit blackbox browser terminal service sanitize
+test: unit blackbox browser terminal service
 
-unit: build
-	@ctest --test-dir build/release --output-on-failure -j $(JOBS)
-
-blackbox: build
-	@python3 -m unittest discover -s tests/blackbox -t tests
-
-browser: build
-	@python3 -m unittest discover -s tests/browser -t tests
-
-terminal: build
-	@python3 -m unittest discover -s tests/terminal -t tests
-
-service: build
-	@python3 -m unittest discover -s tests/service -t tests
-
-sanitize: deps
+# The tests that are programs, and the programs that they and the black-box tests run, under
+# AddressSanitizer and UndefinedBehaviorSanitizer.
+unit: deps
 	@cmake --preset sanitize >/dev/null
 	@cmake --build --preset sanitize -j $(JOBS)
 	@ctest --test-dir build/sanitize --output-on-failure -j $(JOBS)
+
+blackbox: build
+	@python3 tests/blackbox $(APP)
+
+browser: build
+	@python3 tests/browser $(APP)
+
+terminal: build
+	@python3 tests/terminal $(APP)
+
+service: build
+	@python3 tests/service $(APP)
 
 bench: build
 	@bench/run
