@@ -253,7 +253,7 @@ template <class Numbers>
 #define VBS_JUMP(distance)                   \
   do {                                       \
     const std::int32_t words = (distance);   \
-    if (words < 0 && --budget_ <= 0) poll(); \
+    if (words <= 0 && --budget_ <= 0) poll(); \
     pc += words;                             \
     VBS_DISPATCH();                          \
   } while (false)

@@ -1,0 +1,4 @@
+Dim n: n = 1
+Do
+
+Loop Until n >= 3
