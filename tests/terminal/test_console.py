@@ -54,10 +54,17 @@ class ConsoleTest(unittest.TestCase):
         environment = {"QUORVANE_REGISTRY": str(self.server.registry)}
         command = f"'{app_folder() / 'quorvane-server'}' /debug /devmode {switches}"
         self.terminal = Terminal(command, environment=environment, **terminal)
-        self.addCleanup(self.terminal.close)
+        self.addCleanup(self.end, self.terminal)
         if wait_for:
             self.terminal.wait_for(wait_for)
         return self.terminal
+
+    def end(self, terminal):
+        """Closes the terminal and waits for the server to follow, since it writes a last time."""
+        servers = terminal.children() if terminal.is_open else []
+        terminal.close()
+        for process in servers:
+            wait_until(lambda: not os.path.exists(f"/proc/{process}"), "the server to end")
 
     def is_serving(self):
         with socket.socket() as s:
@@ -66,10 +73,9 @@ class ConsoleTest(unittest.TestCase):
     def process(self):
         """The number of the server's process under the terminal's shell."""
         program = str(app_folder() / "quorvane-server")
-        shell = self.terminal.flag("pane_pid")
-        for entry in pathlib.Path(f"/proc/{shell}/task/{shell}/children").read_text().split():
-            if os.readlink(f"/proc/{entry}/exe") == program:
-                return int(entry)
+        for process in self.terminal.children():
+            if os.readlink(f"/proc/{process}/exe") == program:
+                return process
         raise AssertionError("the server does not run")
 
     def expect_restored(self, ended):
@@ -204,6 +210,8 @@ class ConsoleTest(unittest.TestCase):
     def test_prints_lines_in_the_background(self):
         t = self.start(wait_for=None, background=True)
         t.wait_for(r"^\d\d:\d\d:\d\d Server Start$")
+        os.kill(self.process(), signal.SIGTERM)
+        t.wait_for("^ended with 0$")
 
     def test_closes_by_key(self):
         t = self.start()
@@ -227,7 +235,6 @@ class ConsoleTest(unittest.TestCase):
                 self.start()
                 os.kill(self.process(), number)
                 self.expect_restored(128 + number)
-                self.terminal.close()
 
     def test_ends_when_the_terminal_goes_away(self):
         self.start()

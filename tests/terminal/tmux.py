@@ -19,6 +19,7 @@ class Terminal:
         if background:
             settings, command = f"set -m; {settings}", f"{command} & wait"
         shell = f"stty -a > \"$0\"; {settings} {command}; echo \"ended with $?\"; stty -a; exec cat"
+        self.is_open = True
         self.modes_file = f"/tmp/{self.socket}.stty"
         self._tmux("new-session", "-d", "-s", "t", "-x", str(columns), "-y", str(rows),
                    "sh", "-c", shell, self.modes_file)
@@ -29,6 +30,7 @@ class Terminal:
                               check=True, capture_output=True, timeout=20).stdout.decode()
 
     def close(self):
+        self.is_open = False
         subprocess.run(["tmux", "-L", self.socket, "kill-server"], capture_output=True, timeout=20)
         if os.path.exists(self.modes_file):
             os.unlink(self.modes_file)
@@ -45,6 +47,12 @@ class Terminal:
     def flag(self, name):
         """A state that the terminal is in, as tmux calls it."""
         return self._tmux("display-message", "-p", "-t", "t", "#{" + name + "}").strip()
+
+    def children(self):
+        """The numbers of the processes that the shell has started and that still run."""
+        shell = self.flag("pane_pid")
+        with open(f"/proc/{shell}/task/{shell}/children", encoding="ascii") as children:
+            return [int(number) for number in children.read().split()]
 
     def keys(self, *names):
         self._tmux("send-keys", "-t", "t", *names)
