@@ -41,6 +41,14 @@ AFTER_A_RESTART = """\
  [ Start/Stop ]  [ Clear Log ]                          Tab ⇄  ↑↓  Enter ↵  q ✕"""
 
 
+def is_running(process):
+    """A process that has ended may wait a while until somebody takes note."""
+    try:
+        return pathlib.Path(f"/proc/{process}/stat").read_text().rpartition(")")[2].split()[0] != "Z"
+    except FileNotFoundError:
+        return False
+
+
 @unittest.skipUnless(shutil.which("tmux"), "needs tmux")
 class ConsoleTest(unittest.TestCase):
     def setUp(self):
@@ -64,7 +72,7 @@ class ConsoleTest(unittest.TestCase):
         servers = terminal.children() if terminal.is_open else []
         terminal.close()
         for process in servers:
-            wait_until(lambda: not os.path.exists(f"/proc/{process}"), "the server to end")
+            wait_until(lambda: not is_running(process), "the server to end")
 
     def is_serving(self):
         with socket.socket() as s:
@@ -240,7 +248,7 @@ class ConsoleTest(unittest.TestCase):
         self.start()
         process = self.process()
         self.terminal.close()
-        wait_until(lambda: not os.path.exists(f"/proc/{process}"), "the server to end")
+        wait_until(lambda: not is_running(process), "the server to end")
 
     def test_closes_by_the_control_channel(self):
         self.start()
