@@ -22,6 +22,8 @@ constexpr std::int64_t kMostPixels = std::int64_t{128} << 20;
 constexpr std::int64_t kMostPixelsAtOnce = std::int64_t{32} << 20;
 /// Pixels of a result: an 8K screen has a little less.
 constexpr std::int64_t kMostTargetPixels = std::int64_t{32} << 20;
+/// The search for a GIF's colours takes some half a second for each million of pixels.
+constexpr std::int64_t kMostGifTargetPixels = std::int64_t{4} << 20;
 /// Bytes of a source; it is held in memory while it is rendered.
 constexpr std::uint64_t kMostSourceBytes = std::uint64_t{128} << 20;
 /// High enough that a thumbnail shows no blocks, at about half the size of the next step up.
@@ -95,11 +97,11 @@ Size shownSize(VipsImage* image) {
   return vips_image_get_orientation_swap(image) ? Size{stored.height, stored.width} : stored;
 }
 
-/// Progressive files are decoded as a whole, whatever is then done with them.
-bool isReadable(VipsImage* image) {
+/// Progressive files and animations are decoded as a whole, whatever is then done with them.
+bool isReadable(VipsImage* image, Format format) {
   const Size size = shownSize(image);
   if (std::max(size.width, size.height) > kMostSide) return false;
-  const bool atOnce = vips_image_get_typeof(image, "interlaced") != 0 ||
+  const bool atOnce = format == Format::Gif || vips_image_get_typeof(image, "interlaced") != 0 ||
                       vips_image_get_typeof(image, "jpeg-multiscan") != 0;
   return size.pixels() <= (atOnce ? kMostPixelsAtOnce : kMostPixels);
 }
@@ -198,10 +200,11 @@ std::optional<std::string> renderCompressed(Format format, std::string_view byte
                                             const ImageRendering& wanted) {
   if (format == Format::Gif && !firstGifPictureIsComplete(bytes)) return std::nullopt;
   Picture source = openPicture(format, bytes, 1);
-  if (!source || !isReadable(source.get())) return std::nullopt;
+  if (!source || !isReadable(source.get(), format)) return std::nullopt;
   const Size size = shownSize(source.get());
   const auto target = targetSize(size, wanted);
   if (!target) return std::nullopt;
+  if (format == Format::Gif && target->pixels() > kMostGifTargetPixels) return std::nullopt;
   const int shrink = shrinkOnLoad(size, *target);
   if (format == Format::Jpeg && shrink > 1) source = openPicture(format, bytes, shrink);
   if (!source) return std::nullopt;

@@ -63,6 +63,16 @@ std::string sample(const std::string& type, int width, int height) {
   return saved(imageOf(picture.pixels, width, height, 3).get(), type);
 }
 
+/// A GIF that says nothing of most of its pixels.
+std::string hollowGif(int width, int height) {
+  const auto number = [](int value) {
+    return std::string{static_cast<char>(value & 255), static_cast<char>(value >> 8)};
+  };
+  const std::string size = number(width) + number(height);
+  return "GIF89a" + size + std::string("\x80\0\0\0\0\0\xFF\xFF\xFF,\0\0\0\0", 14) + size +
+         std::string("\0\x02\x02\x44\x01\0;", 7);
+}
+
 struct Inspected {
   int width = 0;
   int height = 0;
@@ -247,6 +257,8 @@ TEST_F(ImageLibraryTest, ResultsAreBounded) {
   EXPECT_EQ(render(source, {.width = 16384, .height = 16384, .keepAspect = false}), "");
   EXPECT_EQ(render(source, {.width = 2147483647, .height = 2147483647}), "");
   EXPECT_NE(render(source, {.width = 16384, .height = 1, .keepAspect = false}), "");
+  EXPECT_EQ(render(sample("gif", 20, 10), {.width = 2049, .height = 2048, .keepAspect = false}),
+            "");
   const Inspected narrow = inspected(render(sample("png", 1, 64), {.width = 1000}));
   EXPECT_EQ(narrow.height, 16384) << "the side that follows stays within the bound";
   EXPECT_EQ(narrow.width, 256);
@@ -272,6 +284,8 @@ TEST_F(ImageLibraryTest, PicturesThatUnpackToTooMuchAreRefused) {
   const std::string progressive = saved(black, "jpg[interlace]");
   g_object_unref(black);
   EXPECT_EQ(render(interlaced, {.width = 10}), "");
+  EXPECT_NE(render(hollowGif(8192, 4096), {.width = 10}), "");
+  EXPECT_EQ(render(hollowGif(8193, 4096), {.width = 10}), "");
   EXPECT_EQ(render(progressive, {.width = 10}), "");
 }
 
