@@ -103,16 +103,19 @@ class Value {
   }
   Value& operator=(const Value& other) {
     if (other.isCounted()) other.retain();
+    const Type type = other.type_;  // read before *this is emptied: they may be one
+    const Payload payload = other.payload_;
     Value old(std::move(*this));  // released last: its end may run script code that reads *this
-    type_ = other.type_;
-    payload_ = other.payload_;
+    type_ = type;
+    payload_ = payload;
     return *this;
   }
   Value& operator=(Value&& other) noexcept {
+    const Type type = std::exchange(other.type_, Type::Empty);
+    const Payload payload = other.payload_;
     Value old(std::move(*this));
-    type_ = other.type_;
-    payload_ = other.payload_;
-    other.type_ = Type::Empty;
+    type_ = type;
+    payload_ = payload;
     return *this;
   }
   ~Value() {

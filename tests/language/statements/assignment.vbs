@@ -80,3 +80,25 @@ Set n.Following = New Node
 Set n.Following.Following = New Node
 n.Following.Following.Value = "deep"
 Echo n.Following.Following.Value   '> deep
+
+'=== a variable assigned to itself
+Class Box
+  Public V
+End Class
+Dim s, a, o
+s = "te" & "xt"
+s = s
+Echo s                         '> text
+a = Array(1, 2)
+a = a
+a(0) = a(0)
+Echo a(0), a(1)                '> 1 2
+Set o = New Box
+o.V = "v" & 1
+Set o = o
+o.V = o.V
+Echo o.V                       '> v1
+Dim b(1)
+b(0) = "el" & "ement"
+b(0) = b(0)
+Echo b(0)                      '> element
