@@ -12,11 +12,11 @@ namespace {
 /// The kernel's generator; asking again is all that an interruption needs.
 void fill(void* out, std::size_t length) {
   auto* bytes = static_cast<char*>(out);
-  std::random_device spare;
   while (length > 0) {
     const ssize_t count = ::getrandom(bytes, length, 0);
     if (count < 0 && errno == EINTR) continue;
     if (count <= 0) {  // a kernel without the call
+      std::random_device spare;
       *bytes++ = static_cast<char>(spare());
       --length;
       continue;
