@@ -423,9 +423,9 @@ void String::append(const String& tail) {
     return;
   }
   if (rep_ == tail.rep_) {
-    const String hold(tail);  // a second holder, so that the body read from stays where it is
-    const std::string_view bytes = hold.raw();
-    std::memcpy(extend(bytes.size()), bytes.data(), bytes.size());
+    const std::size_t size = raw().size();
+    char* end = extend(size);  // may move the bytes, which are the same at the new place
+    std::memcpy(end, rep_->data(), size);
     return;
   }
   if (tail.isAnsi()) return appendAnsi(tail.raw());
