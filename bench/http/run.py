@@ -114,6 +114,9 @@ def measure(server, nginx):
         serving.wait_until(lambda: reachable(nginx.port), "nginx")
     lines = [("1 KiB file", "/1k.txt", True), ("64 KiB file", "/64k.txt", True),
              ("small script page", "/small.qvs", False), ("page of 200 lines", "/mixed.qvs", False)]
+    for _, target, _ in lines:
+        if b"QVScript Error" in server.get(target).body:
+            raise SystemExit("%s fails" % target)
     best = {}
     for _ in range(ROUNDS):
         for name, target, both in lines:
