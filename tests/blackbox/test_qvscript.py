@@ -1,0 +1,166 @@
+"""The script engine on the command line."""
+
+import pathlib
+import subprocess
+import tempfile
+import unittest
+
+from serving import PATIENCE, app_folder
+
+
+class QvScript(unittest.TestCase):
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory()
+        self.addCleanup(self.folder.cleanup)
+
+    def file(self, source, name="test.vbs"):
+        path = pathlib.Path(self.folder.name) / name
+        path.write_bytes(source if isinstance(source, bytes) else source.encode("latin-1"))
+        return str(path)
+
+    def tool(self, *words, stdin=b""):
+        return subprocess.run([str(app_folder() / "qvscript"), *words], input=stdin,
+                              capture_output=True, timeout=PATIENCE)
+
+    def run_script(self, source, *arguments, stdin=b""):
+        return self.tool(self.file(source), *arguments, stdin=stdin)
+
+    def check(self, source, expected, *arguments, stdin=b""):
+        result = self.run_script(source, *arguments, stdin=stdin)
+        self.assertEqual(result.stderr, b"")
+        self.assertEqual(result.stdout, expected)
+        self.assertEqual(result.returncode, 0)
+
+    def test_echo(self):
+        self.check('WScript.Echo "a", 1, 2.5, True\nWScript.Echo', b"a 1 2.5 True\n\n")
+
+    def test_bytes_pass_unchanged(self):
+        every = bytes(set(range(256)) - {0, 10, 13, 34})
+        self.check(b'WScript.StdOut.Write "' + every + b'"', every)
+
+    def test_arguments(self):
+        self.check("Dim a\nWScript.Echo WScript.Arguments.Count\n"
+                   "For Each a In WScript.Arguments\nWScript.Echo a\nNext\n"
+                   "WScript.Echo WScript.Arguments(1), WScript.Arguments.Item(0)",
+                   b"2\none\ntwo words\ntwo words one\n", "one", "two words")
+
+    def test_no_arguments(self):
+        self.check("WScript.Echo WScript.Arguments.Count, WScript.Arguments.Length", b"0 0\n")
+
+    def test_named_and_unnamed_arguments(self):
+        self.check("With WScript.Arguments\n"
+                   'WScript.Echo .Named("NAME"), .Named.Exists("name"), .Named.Exists("x")\n'
+                   'WScript.Echo .Named("on"), .Named("off"), IsEmpty(.Named("bare"))\n'
+                   "WScript.Echo .Named.Count, .Unnamed.Count, .Unnamed(0), .Count\nEnd With",
+                   b"text True False\nTrue False True\n4 1 plain 5\n",
+                   "/name:text", "/on+", "/off-", "plain", "/bare")
+
+    def test_an_argument_that_is_not_there(self):
+        result = self.run_script("WScript.Echo WScript.Arguments(0)")
+        self.assertEqual(result.returncode, 1)
+        self.assertIn(b"(1, 1) ", result.stderr)
+        self.assertIn(b"Subscript out of range", result.stderr)
+
+    def test_standard_input(self):
+        self.check("Do Until WScript.StdIn.AtEndOfStream\n"
+                   'WScript.Echo WScript.StdIn.Line & ":" & WScript.StdIn.ReadLine\nLoop',
+                   b"1:one\n2:two\n3:three\n", stdin=b"one\r\ntwo\nthree")
+        self.check("WScript.StdIn.Skip 2\nWScript.Echo WScript.StdIn.Read(3)\n"
+                   "WScript.StdIn.SkipLine\nWScript.StdOut.Write WScript.StdIn.ReadAll",
+                   b"cde\nrest\n", stdin=b"abcdefg\nrest\n")
+
+    def test_reading_past_the_end(self):
+        self.check("On Error Resume Next\nx = WScript.StdIn.ReadLine\nWScript.Echo Err.Number",
+                   b"62\n")
+
+    def test_standard_output_and_error(self):
+        result = self.run_script('WScript.StdOut.WriteLine "out"\nWScript.StdOut.WriteBlankLines 2\n'
+                                 'WScript.StdErr.Write "err"')
+        self.assertEqual(result.stdout, b"out\n\n\n")
+        self.assertEqual(result.stderr, b"err")
+
+    def test_quit(self):
+        result = self.run_script('On Error Resume Next\nWScript.Echo "a"\nWScript.Quit 7\n'
+                                 'WScript.Echo "b"')
+        self.assertEqual((result.stdout, result.returncode), (b"a\n", 7))
+        result = self.run_script("Sub S\nWScript.Quit\nEnd Sub\nS\nWScript.Echo 1")
+        self.assertEqual((result.stdout, result.returncode), (b"", 0))
+
+    def test_objects_end_when_the_script_quits(self):
+        self.check('Class C\nSub Class_Terminate\nWScript.Echo "gone"\nEnd Sub\nEnd Class\n'
+                   "Set o = New C\nWScript.Quit", b"gone\n")
+
+    def test_names(self):
+        path = self.file("WScript.Echo WScript.ScriptName\nWScript.Echo WScript.ScriptFullName\n"
+                         "WScript.Echo WScript.Name, TypeName(WScript.Version)")
+        result = self.tool(path)
+        self.assertEqual(result.stdout,
+                         b"test.vbs\n" + path.encode() + b"\nqvscript String\n")
+
+    def test_created_objects(self):
+        self.check('Set d = WScript.CreateObject("Scripting.Dictionary")\nd("a") = 1\n'
+                   'Set e = CreateObject("Scripting.Dictionary")\nWScript.Echo d.Count, e.Count',
+                   b"1 0\n")
+        result = self.run_script('Set x = CreateObject("No.Such")')
+        self.assertIn(b"ActiveX component can't create object", result.stderr)
+
+    def test_sleep(self):
+        self.check("WScript.Sleep 1\nWScript.Echo 1", b"1\n")
+
+    def test_a_run_time_error(self):
+        path = self.file('WScript.Echo "before"\n  x = 1 / 0\nWScript.Echo "after"')
+        result = self.tool(path)
+        self.assertEqual(result.stdout, b"before\n")
+        self.assertEqual(result.stderr, path.encode() +
+                         b"(2, 3) Microsoft VBScript runtime error: Division by zero\n")
+        self.assertEqual(result.returncode, 1)
+
+    def test_a_compile_error(self):
+        path = self.file('WScript.Echo "before"\nx = 1 y')
+        for words in ([path], ["--check", path]):
+            result = self.tool(*words)
+            self.assertEqual(result.stdout, b"")
+            self.assertEqual(result.stderr, path.encode() + b"(2, 7) Microsoft VBScript compilation"
+                             b" error: Expected end of statement\n")
+            self.assertEqual(result.returncode, 1)
+
+    def test_an_error_of_the_scripts_own(self):
+        path = self.file('Err.Raise 1000, "mine", "own text"')
+        self.assertEqual(self.tool(path).stderr, path.encode() + b"(1, 1) mine: own text\n")
+
+    def test_check_runs_nothing(self):
+        result = self.tool("--check", self.file('WScript.Echo "ran"'))
+        self.assertEqual((result.stdout, result.stderr, result.returncode), (b"", b"", 0))
+
+    def test_dumps(self):
+        path = self.file("x = 1")
+        self.assertEqual(self.tool("--dump-tokens", path).stdout,
+                         b"1:1 name x\n1:3 symbol =\n1:5 number 1\n1:6 end\n")
+        self.assertEqual(self.tool("--dump-tree", path).stdout, b"let x = 1\n")
+        self.assertIn(b"Halt", self.tool("--dump-bytecode", path).stdout)
+
+    def test_help(self):
+        result = self.tool("--help")
+        self.assertEqual(result.returncode, 0)
+        for word in (b"usage: qvscript", b"--check", b"--dump-tokens", b"--dump-tree",
+                     b"--dump-bytecode", b"--time-limit"):
+            self.assertIn(word, result.stdout)
+
+    def test_faults_of_the_command_line(self):
+        for words, complaint in ((["/no/such.vbs"], b"there is no file /no/such.vbs"),
+                                 ([self.folder.name], b"is a folder"),
+                                 ([], b"no script file given"),
+                                 (["--no-such", "x.vbs"], b"unknown option --no-such")):
+            result = self.tool(*words)
+            self.assertEqual(result.returncode, 2)
+            self.assertIn(complaint, result.stderr)
+            self.assertEqual(result.stdout, b"")
+
+    def test_time_limit(self):
+        result = self.tool("--time-limit=1", self.file("Do\nLoop"))
+        self.assertEqual(result.returncode, 1)
+        self.assertIn(b"Script timed out", result.stderr)
+
+
+if __name__ == "__main__":
+    unittest.main()
