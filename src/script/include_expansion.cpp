@@ -86,22 +86,31 @@ class Budget {
   std::size_t bytes_ = 0;
 };
 
+bool hasCrLfOnly(std::string_view text) {
+  std::ptrdiff_t lines = 0;
+  for (std::size_t i = text.find('\n'); i != std::string_view::npos; i = text.find('\n', i + 1)) {
+    if (i == 0 || text[i - 1] != '\r') return false;
+    ++lines;
+  }
+  return std::count(text.begin(), text.end(), '\r') == lines;
+}
+
 }  // namespace
 
 std::string withCrLf(std::string text) {
-  const auto isLineEnd = [](char c) { return c == '\r' || c == '\n'; };
+  if (hasCrLfOnly(text)) return text;
+  const bool hasCr = text.find('\r') != std::string::npos;
   std::string result;
+  result.reserve(text.size() + text.size() / 16);
   std::size_t copied = 0;
-  for (std::size_t i = text.find_first_of(kCrLf); i < text.size(); ++i) {
-    if (!isLineEnd(text[i])) continue;
-    if (text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n') {
-      ++i;
-      continue;
-    }
+  const auto nextLineEnd = [&] {
+    return hasCr ? text.find_first_of(kCrLf, copied) : text.find('\n', copied);
+  };
+  for (std::size_t i = nextLineEnd(); i != std::string::npos; i = nextLineEnd()) {
     result.append(text, copied, i - copied).append(kCrLf);
-    copied = i + 1;
+    const bool isPair = text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n';
+    copied = i + (isPair ? 2 : 1);
   }
-  if (copied == 0) return text;
   return result.append(text, copied);
 }
 

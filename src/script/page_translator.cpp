@@ -1,7 +1,9 @@
 #include "script/page_translator.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 #include <vector>
 
@@ -38,13 +40,14 @@ bool endsWithNoCase(std::string_view text, std::string_view tail) {
 template <class Take>
 void forEachLine(std::string_view text, Take take) {
   if (text.empty()) return;
-  while (true) {
-    const std::size_t end = text.find(kCrLf);
-    const bool last = end == std::string_view::npos;
-    take(text.substr(0, end), last);
-    if (last) return;
-    text.remove_prefix(end + kCrLf.size());
+  std::size_t start = 0;
+  for (std::size_t end = text.find('\n'); end != std::string_view::npos;
+       end = text.find('\n', end + 1)) {
+    if (end == start || text[end - 1] != '\r') continue;
+    take(text.substr(start, end - 1 - start), false);
+    start = end + 1;
   }
+  take(text.substr(start), true);
 }
 
 /// `line` as a string expression, its double quotes as chr(34).
@@ -73,8 +76,7 @@ void appendTextPiece(std::string_view piece, std::string& out) {
   forEachLine(piece, [&](std::string_view line, bool last) {
     out.append(kWrite);
     appendExpression(line, out);
-    if (!last) out.append(" & vbCrLf");
-    out.append(kCrLf);
+    out.append(last ? kCrLf : std::string_view(" & vbCrLf\r\n"));
   });
 }
 
@@ -122,8 +124,28 @@ void appendCodePiece(std::string_view piece, std::string& out) {
   });
 }
 
-void replaceWhereFound(std::string& text, std::string_view from, std::string_view to) {
-  if (text.find(from) != std::string::npos) text = replaceAll(text, from, to);
+/// Replaces every occurrence of `from` by a line break, in place; `from` is no shorter than that.
+/// Searches for the character at `anchor`, chosen to be the one that leads astray least.
+void joinAt(std::string& text, std::string_view from, std::size_t anchor) {
+  std::size_t read = 0;   // where the rest of the text begins
+  std::size_t write = 0;  // where it goes to
+  const auto moveUpTo = [&](std::size_t end) {
+    if (read != write) std::memmove(&text[write], &text[read], end - read);
+    write += end - read;
+  };
+  for (std::size_t found = text.find(from[anchor]); found != std::string::npos;
+       found = text.find(from[anchor], std::max(found + 1, read + anchor))) {
+    const std::size_t start = found - anchor;
+    if (found < read + anchor || text[start] != from.front()) continue;
+    if (std::string_view(text).substr(start, from.size()) != from) continue;
+    moveUpTo(start);
+    std::copy(kCrLf.begin(), kCrLf.end(), text.begin() + static_cast<std::ptrdiff_t>(write));
+    write += kCrLf.size();
+    read = start + from.size();
+  }
+  if (read == 0) return;
+  moveUpTo(text.size());
+  text.resize(write);
 }
 
 /// The pieces between delimiters, whichever delimiter stands where: text and code in turn.
@@ -148,12 +170,12 @@ std::vector<std::string_view> splitAtDelimiters(std::string_view page) {
 }  // namespace
 
 std::string translatePage(std::string page) {
-  replaceWhereFound(page, "\r\n\r\n", kCrLf);
-  replaceWhereFound(page, "%>\r\n<%", kCrLf);
-  replaceWhereFound(page, "<%\r\n%>", kCrLf);
+  joinAt(page, "\r\n\r\n", 2);
+  joinAt(page, "%>\r\n<%", 0);
+  joinAt(page, "<%\r\n%>", 1);
 
   std::string program;
-  program.reserve(page.size() + page.size() / 2);
+  program.reserve(page.size() * 2);
   bool isCode = false;
   for (const std::string_view piece : splitAtDelimiters(page)) {
     if (isCode) {
