@@ -250,12 +250,12 @@ template <class Numbers>
     pc = fp_->pc;                               \
     VBS_DISPATCH();                             \
   } while (false)
-#define VBS_JUMP(distance)                   \
-  do {                                       \
-    const std::int32_t words = (distance);   \
+#define VBS_JUMP(distance)                    \
+  do {                                        \
+    const std::int32_t words = (distance);    \
     if (words <= 0 && --budget_ <= 0) poll(); \
-    pc += words;                             \
-    VBS_DISPATCH();                          \
+    pc += words;                              \
+    VBS_DISPATCH();                           \
   } while (false)
 
 #define VBS_CALCULATE(name, calculation, function)                                         \
