@@ -44,18 +44,7 @@ void RoutineCompiler::callName(const NameExpression& callee,
   const Binding& binding = bind(callee.name);
   switch (binding.kind) {
     case Kind::Register:
-      // A function's own name with arguments, in its body, calls it again.
-      if (binding.index == routine_.result && !routine_.owner &&
-          script_.resolve(callee.name).kind == Kind::Routine &&
-          script_.resolve(callee.name).routine == &routine_) {
-        return callRoutine(routine_, &callee.name, arguments, target, false);
-      }
-      if (binding.index == routine_.result && routine_.owner) {
-        const ClassMember* member = routine_.owner->find(callee.name.lower);
-        if (member && member->get == &routine_) {
-          return callOwn(*member, callee.name, arguments, target);
-        }
-      }
+      if (callsOwnFunction(binding, callee.name, arguments, target)) return;
       return callVariable(callee, arguments, target);
     case Kind::Global:
     case Kind::Field:
@@ -87,6 +76,23 @@ void RoutineCompiler::callName(const NameExpression& callee,
     case Kind::Unresolved:
       return emitThrow(ErrorCode::TypeMismatch, callee.name);
   }
+}
+
+/// A function's own name with parentheses, in its body, calls it again.
+bool RoutineCompiler::callsOwnFunction(const Binding& binding, const Identifier& name,
+                                       const std::vector<ExpressionPtr>& arguments,
+                                       Register target) {
+  if (binding.index != routine_.result && binding.index != outerResult_) return false;
+  if (binding.index == kNoRegister) return false;
+  if (const ClassMember* member = routine_.owner ? routine_.owner->find(name.lower) : nullptr) {
+    if (!member->get) return false;
+    callOwn(*member, name, arguments, target);
+    return true;
+  }
+  const Binding global = script_.resolve(name);
+  if (global.kind != Binding::Kind::Routine) return false;
+  callRoutine(*global.routine, &name, arguments, target, false);
+  return true;
 }
 
 void RoutineCompiler::callVariable(const Expression& callee,

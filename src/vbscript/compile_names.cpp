@@ -88,6 +88,7 @@ void RoutineCompiler::declareOuterVariables() {
     if (isNew && !declares && resolveUndeclared(*name).kind != Binding::Kind::Register) continue;
     addVariable(*name);
     routine_.parameters.push_back({std::string(name->lower), false, false});
+    if (!isNew && found->index == outer.result) outerResult_ = bindings_[name->id].index;
   }
   routine_.parameterCount = variableCount_;
   routine_.owner = outer.owner;

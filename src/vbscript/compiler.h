@@ -197,6 +197,8 @@ class RoutineCompiler {
                    Register target);
   void callName(const NameExpression& callee, const std::vector<ExpressionPtr>& arguments,
                 Register target);
+  bool callsOwnFunction(const Binding& binding, const Identifier& name,
+                        const std::vector<ExpressionPtr>& arguments, Register target);
   void callMember(const MemberExpression& callee, const std::vector<ExpressionPtr>& arguments,
                   Register target);
   void callVariable(const Expression& callee, const std::vector<ExpressionPtr>& arguments,
@@ -292,7 +294,8 @@ class RoutineCompiler {
   std::uint16_t firstHidden_ = 0;
   std::uint16_t hiddenInUse_ = 0;
   std::uint32_t nextTemporary_ = 0;
-  bool isMain_ = false;  ///< variables are the engine's globals
+  Register outerResult_ = kNoRegister;  ///< result of the function around an Execute or Eval
+  bool isMain_ = false;                 ///< variables are the engine's globals
 };
 
 }  // namespace vbs
