@@ -33,9 +33,9 @@ vbs::Ref<aspSessionObj> SessionStore::getOrCreate(std::int32_t number) {
 }
 
 vbs::Ref<aspSessionObj> SessionStore::create() {
-  if (ages_.size() == places_.size()) dropOldest();
+  const bool isFull = ages_.size() == places_.size();
+  const std::int32_t number = isFull ? dropOldest() : freeNumber();
   auto session = vbs::make<aspSessionObj>(clock_);
-  const std::int32_t number = freeNumber();
   session->setSessionID(number);
   places_[static_cast<std::size_t>(number)] = {session, ages_.insert(ages_.end(), number)};
   log_.LogLine("Session " + std::to_string(number) + " created");
@@ -61,9 +61,11 @@ void SessionStore::remove(std::int32_t number) {
   place = {};
 }
 
-void SessionStore::dropOldest() {
-  log_.LogLine("Session " + std::to_string(ages_.front()) + " destroyed");
-  remove(ages_.front());
+std::int32_t SessionStore::dropOldest() {
+  const std::int32_t number = ages_.front();
+  log_.LogLine("Session " + std::to_string(number) + " destroyed");
+  remove(number);
+  return number;
 }
 
 void SessionStore::expire() {

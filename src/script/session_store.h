@@ -45,7 +45,7 @@ class SessionStore {
   vbs::Ref<aspSessionObj> find(std::int32_t number) const;  ///< null when there is none
   vbs::Ref<aspSessionObj> create();
   std::int32_t freeNumber();
-  void dropOldest();
+  std::int32_t dropOldest();  ///< the number that is free now
 
   const Clock& clock_;
   Random& random_;
