@@ -8,7 +8,7 @@ namespace {
 
 /// Draws that meet a taken number before the next free one upwards is taken instead. Only a store
 /// that is nearly full gets there.
-constexpr int kMostDraws = 30;
+constexpr int kMostDraws = 4;
 
 }  // namespace
 
