@@ -95,7 +95,6 @@ class ScriptCompiler {
   void findReadOnlyParameters();
   bool removeWrittenThrough(PendingRoutine& pending);
   Binding bindSymbol(const GlobalSymbol& symbol) const;
-  Binding bindVariable(std::uint16_t slot) const;
   void compileMain(const Block& body, const Mentions& mentions);
 
   Program& program_;

@@ -71,7 +71,6 @@ class Machine {
   void terminate(const Routine& routine, Object& object) noexcept;
   /// Value of a member of a script's object.
   Value invokeMember(ScriptObject& object, const ClassMember& member, CallKind kind, Args args);
-  bool isStopped() const { return stopped_; }
 
  private:
   friend class MachineObject;
