@@ -50,7 +50,11 @@ void forEachLine(std::string_view text, Take take) {
   take(text.substr(start), true);
 }
 
-/// `line` as a string expression, its double quotes as chr(34).
+/// Double quotes in one write; the engine refuses expressions of thousands of terms, and pages
+/// squeezed into one line have as many.
+constexpr int kMostQuotes = 400;
+
+/// `line` as a string expression, its double quotes as chr(34); a very long one in several writes.
 void appendExpression(std::string_view line, std::string& out) {
   std::size_t quote = line.find('"');
   if (quote == std::string_view::npos) {
@@ -58,6 +62,7 @@ void appendExpression(std::string_view line, std::string& out) {
     return;
   }
   const char* glue = "";
+  int quotes = 0;
   std::size_t start = 0;
   const auto appendPart = [&](std::string_view part) {
     out.append(glue).append(1, '"').append(part).append(1, '"');
@@ -68,6 +73,10 @@ void appendExpression(std::string_view line, std::string& out) {
     out.append(glue).append("chr(34)");
     glue = " & ";
     start = quote + 1;
+    if (++quotes % kMostQuotes == 0 && start < line.size()) {
+      out.append(": ").append(kWrite);
+      glue = "";
+    }
   }
   if (start < line.size()) appendPart(line.substr(start));
 }

@@ -37,6 +37,10 @@ class Pages(ServerTest):
         self.assertEqual(self.page(b"a\n<%\nIf True Then\n%>b<%\nEnd If\n%>\nc").text,
                          "a\r\nb\r\nc")
 
+    def test_a_page_squeezed_into_one_line(self):
+        source = "<a href=\"x\">" * 20_000
+        self.assertEqual(self.page(source).text, source)
+
     def test_bytes_pass_through(self):
         source = bytes(c for c in range(1, 256) if c not in b"\r\n%<")
         self.assertEqual(self.page(source).body, source)

@@ -22,6 +22,15 @@ TEST(PageTranslator, SpellsDoubleQuotesAsCharacterCodes) {
             "response.xwrite \"a\" & chr(34) & \"\" & chr(34) & \"b\"\r\n");
 }
 
+TEST(PageTranslator, WritesALineOfVeryManyQuotesInParts) {
+  const std::string program = translatePage(std::string(401, '"') + "\r\n");
+  EXPECT_TRUE(
+      program.ends_with(" & chr(34): response.xwrite \"\" & chr(34) & vbCrLf\r\n"
+                        "response.xwrite \"\"\r\n"));
+  const std::string whole = translatePage(std::string(400, '"'));
+  EXPECT_EQ(whole.find(':'), std::string::npos);
+}
+
 TEST(PageTranslator, CollapsesOneEmptyLineInEveryPair) {
   EXPECT_EQ(translatePage("a\r\n\r\nb"),
             "response.xwrite \"a\" & vbCrLf\r\nresponse.xwrite \"b\"\r\n");
