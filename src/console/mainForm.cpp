@@ -15,8 +15,8 @@ constexpr std::string_view kCloseWhenSent = "X";
 
 /// A page that flushes faster than its client reads waits for the client, so that it can't fill
 /// the memory; a client that reads nothing at all is not waited for longer than this.
-constexpr std::uint64_t kMostFlushedAhead = std::uint64_t{4} << 20;
-constexpr std::chrono::milliseconds kFlushPatience{5'000};
+constexpr std::uint64_t kMostFlushedAhead = std::uint64_t{8} << 20;
+constexpr std::chrono::milliseconds kFlushPatience{30'000};
 
 }  // namespace
 
@@ -35,8 +35,9 @@ void mainForm::StartServer(bool forceServerStart) {
   if (windowClosed_ || (serverRunning_ && !forceServerStart)) return;
   status_.LogLine(serverRunning_ ? "Server Start (forced)" : "Server Start");
   parts_.settings.LoadSettings();
-  makeObjects();
-  chooseLanguage();
+  const std::int32_t language = wantedLanguage();
+  makeObjects(language);
+  loadLanguage(language);
   listener_->close();
   slots_.reset();
   if (!listener_->listen(parts_.state.ServerPort)) return portError();
@@ -47,19 +48,24 @@ void mainForm::StartServer(bool forceServerStart) {
   startTime_ = parts_.clock.now();
 }
 
-void mainForm::chooseLanguage() {
-  std::int32_t wanted = parts_.state.DefaultLCID;
-  if (wanted == 0) wanted = numericLong(parts_.settings.userLanguage()).value_or(kEnglish);
+std::int32_t mainForm::wantedLanguage() const {
+  if (parts_.state.DefaultLCID != 0) return parts_.state.DefaultLCID;
+  return numericLong(parts_.settings.userLanguage()).value_or(kEnglish);
+}
+
+void mainForm::loadLanguage(std::int32_t wanted) {
   const std::string folder = parts_.state.MainPath + "Lang";
   const std::int32_t loaded = objects_->language().choose(folder, wanted, form_);
   status_.LogLine("LCID: " + std::to_string(loaded));
 }
 
-void mainForm::makeObjects() {
-  if (objects_) return objects_->renew();
-  objects_ = std::make_unique<RunningServer>(
-      RunningServer::Parts{parts_.state, status_, parts_.clock, parts_.files, parts_.random,
-                           parts_.images, parts_.makeScripts, *this, parts_.userDefaultLCID});
+void mainForm::makeObjects(std::int32_t language) {
+  if (!objects_) {
+    objects_ = std::make_unique<RunningServer>(
+        RunningServer::Parts{parts_.state, status_, parts_.clock, parts_.files, parts_.random,
+                             parts_.images, parts_.makeScripts, *this, parts_.userDefaultLCID});
+  }
+  objects_->renew(language);
 }
 
 void mainForm::portError() {

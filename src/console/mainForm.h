@@ -85,8 +85,9 @@ class mainForm final : public ServerControl,
   void DebugOutput(const std::string& dbgData) override;
   void Dispatch(std::int32_t SocketIndex, std::string Data, bool CloseOpenSocket) override;
 
-  void chooseLanguage();
-  void makeObjects();
+  std::int32_t wantedLanguage() const;
+  void makeObjects(std::int32_t language);
+  void loadLanguage(std::int32_t wanted);
   void portError();
   void closeAll();
 

@@ -6,12 +6,11 @@ RunningServer::RunningServer(const Parts& parts)
     : parts_(parts),
       language_(parts.userDefaultLCID),
       scripts_(parts.makeScripts({parts.state, parts.log, parts.clock, parts.files, parts.random,
-                                  encoder_, aliases_, language_, parts.events})) {
-  renew();
-}
+                                  encoder_, aliases_, language_, parts.events})) {}
 
-void RunningServer::renew() {
+void RunningServer::renew(std::int32_t language) {
   cookies_.clear();
+  modules_.setLanguageID(language);
   modules_.setModFolder(parts_.state.ScriptsFolder);
   scripts_->forgetKeys();
   handling_ = std::make_unique<RequestHandling>(RequestHandlingParts{

@@ -29,11 +29,12 @@ class RunningServer {
     std::int32_t userDefaultLCID;
   };
 
+  /// Call renew() before anything else.
   explicit RunningServer(const Parts& parts);
 
-  /// What every start does, forced or not: settings and modules are taken anew and issued
-  /// authorisation keys are lost; sessions stay.
-  void renew();
+  /// What every start does, forced or not: settings and modules are taken anew, the modules'
+  /// variants in `language` preferred, and issued authorisation keys are lost; sessions stay.
+  void renew(std::int32_t language);
 
   RequestHandling& handling() { return *handling_; }
   ScriptSide& scripts() { return *scripts_; }

@@ -30,6 +30,7 @@ inline constexpr std::int32_t kMostBodyBytes = std::int32_t{256} << 20;
 
 enum class Outcome {
   NeedMore,
+  TellToGoOn,  ///< more is needed, and the client waits for a word before it sends the body
   Complete,
   TooLarge,  ///< over one of the bounds; the result holds what has come so far
 };

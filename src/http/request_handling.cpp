@@ -30,6 +30,7 @@ constexpr std::string_view kPlayerPage = "playmedia.qvs";
 constexpr std::string_view kRedirectMark = "\0[$REDIR$]\0"sv;
 constexpr std::string_view kRedirectToMark = "\0[$REDIRTO$]\0"sv;
 constexpr int kMostRedirections = 32;
+constexpr const char* kGoOn = "HTTP/1.1 100 Continue\r\n\r\n";
 
 /// Requests are logged up to this length: a client must not fill the disk by the megabyte.
 constexpr std::size_t kMostLoggedBytes = std::size_t{64} * 1024;
@@ -254,6 +255,7 @@ std::optional<Response> RequestHandling::dataArrival(int index, SlotRecord& reco
   using request_collector::Outcome;
   request_collector::Collected collected = request_collector::collect(record, data);
   if (collected.outcome == Outcome::NeedMore) return std::nullopt;
+  if (collected.outcome == Outcome::TellToGoOn) return Response{kGoOn, {}, true};
   const RequestClass requestClass = classifyRequest(collected.request());
   const bool complete = collected.outcome == Outcome::Complete;
   if (complete && parts_.state.LogHeaders) logHeaders(collected.request());

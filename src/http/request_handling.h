@@ -63,8 +63,9 @@ class RequestHandling {
   RequestHandling(const RequestHandling&) = delete;
   RequestHandling& operator=(const RequestHandling&) = delete;
 
-  /// Nothing: the request is not complete yet. `record` is not touched any more once a request is
-  /// complete, `data` neither, so both may go away while a script page runs.
+  /// Nothing: the request is not complete yet. (A client that waits to be told before it sends a
+  /// body is told; that is no answer to its request.) `record` is not touched any more once a
+  /// request is complete, `data` neither, so both may go away while a script page runs.
   std::optional<Response> dataArrival(int index, SlotRecord& record, std::string_view data,
                                       const std::string& remoteHostIP);
 

@@ -9,9 +9,11 @@ using std::chrono::steady_clock;
 
 namespace {
 
-/// A client that has gone quiet is not waited for longer than this once the server has closed.
+/// Once the server has closed: how long a client may take nothing of what it still has to get.
+constexpr std::chrono::seconds kStalled{30};
+/// And when it has got everything: how long it may say nothing before the connection goes down,
 constexpr std::chrono::seconds kQuiet{5};
-/// Nor is one that goes on sending.
+/// and how long it may go on sending.
 constexpr std::chrono::seconds kLongest{30};
 constexpr std::chrono::seconds kSweep{1};
 
@@ -196,8 +198,9 @@ void Connection::leave() {
 }
 
 void Connection::leaveAfter(steady_clock::time_point now) {
-  const bool tooLong = phase_ == Phase::Lingering && now - leftAt_ > kLongest;
-  if (tooLong || now - lastProgress_ > kQuiet) finish();
+  const bool lingering = phase_ == Phase::Lingering;
+  const bool tooLong = lingering && now - leftAt_ > kLongest;
+  if (tooLong || now - lastProgress_ > (lingering ? kQuiet : kStalled)) finish();
 }
 
 void Connection::finish() {

@@ -52,6 +52,17 @@ TEST(Collector, APostIsHeldUntilItsBodyIsThere) {
   EXPECT_EQ(collect(record, "12").request(), kPost + "2");
 }
 
+TEST(Collector, AClientThatWaitsIsToldToGoOnOnce) {
+  const std::string head =
+      "POST /a.qvs HTTP/1.1\r\nExpect: 100-Continue\r\nContent-Length: 11\r\n\r\n";
+  SlotRecord record;
+  EXPECT_EQ(collect(record, head.substr(0, 40)).outcome, Outcome::NeedMore);
+  EXPECT_EQ(collect(record, head.substr(40)).outcome, Outcome::TellToGoOn);
+  EXPECT_EQ(collect(record, "name=").outcome, Outcome::NeedMore);
+  EXPECT_EQ(collect(record, "value1").request(), head + "name=value1");
+  EXPECT_EQ(collect(record, head + "name=value1").outcome, Outcome::Complete);
+}
+
 TEST(Collector, APostWithoutALengthIsCompleteAtOnce) {
   for (const std::string header :
        {"", "Content-Length: x\r\n", "Content-Length:5\r\n", "Content-Length: 0\r\n",
