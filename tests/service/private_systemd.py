@@ -68,7 +68,10 @@ class PrivateSystemd:
             stdin=subprocess.DEVNULL, stdout=self.log, stderr=subprocess.STDOUT,
             preexec_fn=lambda: (self.cgroup / "cgroup.procs").write_text(str(os.getpid())))
         self.pid = self._wait_for_child()
-        self._wait_until_up()
+        self._wait_for("systemctl", "is-active", "default.target")
+        if with_bus:  # started by the first who asks; the manager joins it a moment later
+            self._wait_for("busctl", "call", "org.freedesktop.systemd1", "/org/freedesktop/systemd1",
+                           "org.freedesktop.DBus.Peer", "Ping")
 
     def _wait_for_child(self):
         children = pathlib.Path(f"/proc/{self.process.pid}/task/{self.process.pid}/children")
@@ -78,13 +81,14 @@ class PrivateSystemd:
             time.sleep(0.02)
         raise AssertionError("systemd was not started")
 
-    def _wait_until_up(self):
+    def _wait_for(self, *command):
+        """Until the command succeeds."""
         for _ in range(500):
-            if self.run("systemctl", "is-active", "default.target", check=False).stdout == "active\n":
+            if self.run(*command, check=False).returncode == 0:
                 return
             time.sleep(0.02)
         self.close()
-        raise AssertionError("systemd did not come up")
+        raise AssertionError("systemd did not come up: " + " ".join(command))
 
     def run(self, *command, check=True, timeout=60, environment=None):
         """Runs a program beside this systemd."""
