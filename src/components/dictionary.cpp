@@ -7,6 +7,7 @@
 #include "components/dictionary_table.h"
 #include "vbscript/convert.h"
 #include "vbscript/object.h"
+#include "vbscript/value_walk.h"
 
 using vbs::Args;
 using vbs::CallKind;
@@ -17,27 +18,12 @@ namespace {
 
 enum CompareMode : std::int32_t { Binary = 0, Text = 1 };
 
-/// Walks the keys as they were when the loop began.
-class KeyEnumerator : public vbs::Enumerator {
- public:
-  explicit KeyEnumerator(Value keys) : keys_(std::move(keys)) {}
-  bool next(Value& item) override {
-    if (index_ == keys_.asArray()->count) return false;
-    item = keys_.asArray()->elements[index_++];
-    return true;
-  }
-
- private:
-  Value keys_;
-  std::size_t index_ = 0;
-};
-
 class Dictionary : public vbs::NativeObject<Dictionary> {
  public:
   static std::span<const vbs::Member<Dictionary>> members();
   std::string_view typeName() const override { return "Dictionary"; }
   std::unique_ptr<vbs::Enumerator> enumerate() override {
-    return std::make_unique<KeyEnumerator>(listOf(&DictionaryTable::Entry::key));
+    return std::make_unique<vbs::ValueWalk>(listOf(&DictionaryTable::Entry::key));
   }
 
  private:

@@ -5,28 +5,13 @@
 #include <vector>
 
 #include "vbscript/convert.h"
+#include "vbscript/value_walk.h"
 
 namespace {
 
 std::string keyText(const vbs::Value& key) {
   return vbs::toString(key).narrow();
 }
-
-/// Walks the keys as they were when the loop began.
-class KeyWalk final : public vbs::Enumerator {
- public:
-  explicit KeyWalk(std::vector<vbs::Value> keys) : keys_(std::move(keys)) {}
-
-  bool next(vbs::Value& item) override {
-    if (at_ == keys_.size()) return false;
-    item = keys_[at_++];
-    return true;
-  }
-
- private:
-  std::vector<vbs::Value> keys_;
-  std::size_t at_ = 0;
-};
 
 }  // namespace
 
@@ -52,7 +37,7 @@ void SharedValues::clear() {
 std::unique_ptr<vbs::Enumerator> SharedValues::enumerate() {
   std::vector<vbs::Value> keys;
   for (const auto& entry : values_) keys.emplace_back(std::string_view(entry.key));
-  return std::make_unique<KeyWalk>(std::move(keys));
+  return std::make_unique<vbs::ValueWalk>(std::move(keys));
 }
 
 std::span<const vbs::Member<SharedValues>> SharedValues::members() {

@@ -8,31 +8,12 @@
 #include "script/aspSessionObj.h"
 #include "script/script_values.h"
 #include "vbscript/convert.h"
-
-namespace {
-
-/// Walks the keys as they were when the loop began.
-class KeyWalk final : public vbs::Enumerator {
- public:
-  explicit KeyWalk(std::vector<vbs::Value> keys) : keys_(std::move(keys)) {}
-
-  bool next(vbs::Value& item) override {
-    if (at_ == keys_.size()) return false;
-    item = keys_[at_++];
-    return true;
-  }
-
- private:
-  std::vector<vbs::Value> keys_;
-  std::size_t at_ = 0;
-};
-
-}  // namespace
+#include "vbscript/value_walk.h"
 
 std::unique_ptr<vbs::Enumerator> SessionContents::enumerate() {
   std::vector<vbs::Value> keys;
   for (const auto& entry : session_->values()) keys.emplace_back(std::string_view(entry.key));
-  return std::make_unique<KeyWalk>(std::move(keys));
+  return std::make_unique<vbs::ValueWalk>(std::move(keys));
 }
 
 std::span<const vbs::Member<SessionContents>> SessionContents::members() {
