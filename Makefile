@@ -16,12 +16,13 @@ serve: build
 
 test: unit blackbox browser terminal service
 
-# The tests that are programs, and the programs that they and the black-box tests run, under
-# AddressSanitizer and UndefinedBehaviorSanitizer.
+# The tests that are programs, and the black-box tests once, under AddressSanitizer and
+# UndefinedBehaviorSanitizer.
 unit: deps
 	@cmake --preset sanitize >/dev/null
 	@cmake --build --preset sanitize -j $(JOBS)
 	@ctest --test-dir build/sanitize --output-on-failure -j $(JOBS)
+	@python3 tests/blackbox build/sanitize/app
 
 blackbox: build
 	@python3 tests/blackbox $(APP)
