@@ -5,7 +5,7 @@
 namespace {
 
 /// A busy server fills more memory between two commits than the lines are worth.
-constexpr std::size_t kMostHeld = 256 * 1024;
+constexpr std::size_t kMostHeld = std::size_t{256} * 1024;
 
 }  // namespace
 

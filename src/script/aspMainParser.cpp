@@ -25,7 +25,7 @@ namespace {
 constexpr std::int32_t kEndOfPage = 6006;
 
 /// What the members usable without an object's name are published under: no script can spell it.
-constexpr std::string_view kNoName = "";
+constexpr std::string_view kNoName;
 
 /// Pages that run inside each other by Server.Execute.
 constexpr int kMostNestedPages = 8;
@@ -47,11 +47,11 @@ std::optional<std::string> below(const std::string& folder, const std::string& p
 /// The objects of one run and their publication.
 struct aspMainParser::Published {
   Published(aspMainParser& page)
-      : response(
-            vbs::make<aspResponseObj>(page.services_.encoder, *page.cookies_,
-                                      [&page](std::string data, std::string header, bool first) {
-                                        page.flushBuffer(std::move(data), header, first);
-                                      })),
+      : response(vbs::make<aspResponseObj>(
+            page.services_.encoder, *page.cookies_,
+            [&page](std::string data, const std::string& header, bool first) {
+              page.flushBuffer(std::move(data), header, first);
+            })),
         request(vbs::make<aspRequestObj>(page.services_.state)),
         server(vbs::make<aspServerObj>(page.services_, static_cast<aspServerObj::Page&>(page))),
         session(page.session_),

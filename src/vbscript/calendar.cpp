@@ -26,7 +26,8 @@ struct SplitDate {
 SplitDate split(double date) {
   const double whole = std::trunc(date);
   auto day = static_cast<std::int64_t>(whole);
-  auto second = static_cast<std::int64_t>(std::fabs(date - whole) * kSecondsPerDay + 0.5);
+  auto second =
+      static_cast<std::int64_t>(std::floor(std::fabs(date - whole) * kSecondsPerDay + 0.5));
   if (second >= kSecondsPerDay) {
     second -= kSecondsPerDay;
     ++day;

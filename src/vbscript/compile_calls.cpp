@@ -410,6 +410,7 @@ RoutineCompiler::Register RoutineCompiler::placeOfElement(const Expression& expr
   }
   // All indexes come first: evaluating them may move the arrays.
   std::vector<Register> indexes;
+  indexes.reserve(levels.size());
   for (const auto* level : levels) {
     indexes.push_back(pushArguments(level->arguments, Passing::Value, {}));
   }

@@ -117,7 +117,11 @@ ArrayRep* ArrayRep::resized(ArrayRep* rep, std::span<const std::int32_t> extents
   // Elements are in column order, so a new last extent only cuts or lengthens the row.
   Value* row = allocateRow(count);
   const std::size_t kept = std::min(count, rep->count);
-  if (kept > 0) std::memcpy(static_cast<void*>(row), rep->elements, kept * sizeof(Value));
+  // The elements move as they are, their counts with them.
+  if (kept > 0) {
+    std::memcpy(static_cast<void*>(row), static_cast<const void*>(rep->elements),
+                kept * sizeof(Value));
+  }
   std::uninitialized_default_construct_n(row + kept, count - kept);
   Value* const oldRow = std::exchange(rep->elements, row);
   const std::size_t oldCount = rep->count;

@@ -44,7 +44,7 @@ std::vector<std::string> SystemdManager::serviceNames(Scope scope) const {
 }
 
 std::string SystemdManager::unitOf(const std::string& service) const {
-  const std::string customary = unitNameOf(service);
+  std::string customary = unitNameOf(service);
   for (const std::string& unit : bus_.installedServices()) {
     if (sameServiceName(unit, customary)) return unit;
   }

@@ -25,7 +25,7 @@ struct Rescue {
 Rescue rescue;
 
 /// A stack of its own, since a crash may come from a stack that is full.
-std::array<char, 64 * 1024> handlerStack;
+std::array<char, std::size_t{64} * 1024> handlerStack;
 
 void onCrash(int signal) {
   if (::write(rescue.terminal, rescue.sequence.data(), rescue.length) >= 0) {
@@ -61,7 +61,8 @@ int collect(int c) {
 /// A word of the language that the terminal's description says it speaks, or null.
 const char* word(const char* name) {
   const char* text = ::tigetstr(name);
-  return text == reinterpret_cast<const char*>(-1) ? nullptr : text;
+  return text == reinterpret_cast<const char*>(-1) ? nullptr
+                                                   : text;  // NOLINT(performance-no-int-to-ptr)
 }
 
 /// What the terminal is sent to leave the state that this program has put it in.
