@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::string_view kOpen = "<!--";
 constexpr std::string_view kClose = "-->";
-constexpr std::string_view kCrLf = "\r\n";
+constexpr std::string_view kLineEnds = "\r\n";  ///< each of them alone, or both
 
 /// What one page may take before it counts as including itself without end.
 constexpr std::size_t kMostIncludes = 10'000;
@@ -86,44 +86,33 @@ class Budget {
   std::size_t bytes_ = 0;
 };
 
-bool hasCrLfOnly(std::string_view text) {
-  std::ptrdiff_t lines = 0;
-  for (std::size_t i = text.find('\n'); i != std::string_view::npos; i = text.find('\n', i + 1)) {
-    if (i == 0 || text[i - 1] != '\r') return false;
-    ++lines;
+/// Where the next "<!--" is. Looks for its second character, as the first is all over a page.
+std::size_t findComment(std::string_view text) {
+  for (std::size_t mark = text.find('!'); mark != std::string_view::npos;
+       mark = text.find('!', mark + 1)) {
+    if (mark > 0 && text.substr(mark - 1, kOpen.size()) == kOpen) return mark - 1;
   }
-  return std::count(text.begin(), text.end(), '\r') == lines;
+  return std::string_view::npos;
+}
+
+/// Where the line after the one at `from` begins, or npos.
+std::size_t nextLine(std::string_view text, std::size_t from) {
+  const std::size_t end = text.find_first_of(kLineEnds, from);
+  if (end == std::string_view::npos) return end;
+  return end + (text.substr(end, kLineEnds.size()) == kLineEnds ? 2 : 1);
 }
 
 }  // namespace
 
-std::string withCrLf(std::string text) {
-  if (hasCrLfOnly(text)) return text;
-  const bool hasCr = text.find('\r') != std::string::npos;
-  std::string result;
-  result.reserve(text.size() + text.size() / 16);
-  std::size_t copied = 0;
-  const auto nextLineEnd = [&] {
-    return hasCr ? text.find_first_of(kCrLf, copied) : text.find('\n', copied);
-  };
-  for (std::size_t i = nextLineEnd(); i != std::string::npos; i = nextLineEnd()) {
-    result.append(text, copied, i - copied).append(kCrLf);
-    const bool isPair = text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n';
-    copied = i + (isPair ? 2 : 1);
-  }
-  return result.append(text, copied);
-}
-
 std::string expandIncludes(std::string source, const IncludeReader& read) {
-  source = withCrLf(std::move(source));
-  if (source.find(kOpen) == std::string::npos) return source;
+  if (findComment(source) == std::string::npos) return source;
 
   PendingText pending(std::move(source));
   std::string done;
   Budget budget;
   while (true) {
     const std::string_view text = pending.view();
-    const std::size_t open = text.find(kOpen);
+    const std::size_t open = findComment(text);
     if (open == std::string_view::npos) break;
     const std::string_view rest = text.substr(open + kOpen.size());
     const std::size_t close = rest.find(kClose);
@@ -133,9 +122,9 @@ std::string expandIncludes(std::string source, const IncludeReader& read) {
 
     // The rest of the directive's line goes with it. On a page's last line only the character
     // behind the "<!--" does; what is left of the directive then shows up as text.
-    const std::size_t lineEnd = rest.find(kCrLf, close);
-    const bool lastLine = lineEnd == std::string_view::npos;
-    const std::size_t following = lastLine ? 1 : lineEnd + kCrLf.size();
+    const std::size_t next = nextLine(rest, close);
+    const bool lastLine = next == std::string_view::npos;
+    const std::size_t following = lastLine ? 1 : next;
 
     auto included = read(*name);
     if (!included) return "Include file not found '" + *name + "'";
@@ -146,8 +135,7 @@ std::string expandIncludes(std::string source, const IncludeReader& read) {
     // The end of what stands before may form a new "<!--" with the included text.
     const std::size_t kept = std::min(open, kOpen.size() - 1);
     done.append(text.substr(0, open - kept));
-    const std::string added =
-        std::string(text.substr(open - kept, kept)) + withCrLf(std::move(*included));
+    const std::string added = std::string(text.substr(open - kept, kept)).append(*included);
     pending.consume(open + kOpen.size() + following);
     pending.prepend(added);
   }

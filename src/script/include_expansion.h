@@ -17,10 +17,7 @@
 /// it can't be read, nothing when there is no such file.
 using IncludeReader = std::function<std::optional<std::string>(const std::string& name)>;
 
-/// The text with every line end, also a lone CR or LF, written as CR LF.
-std::string withCrLf(std::string text);
-
-/// `source` with its line ends and those of included files written as CR LF. A missing file, or
-/// files that include themselves without end, give a one-line message in place of the page.
+/// `source` with its directives replaced. A missing file, or files that include themselves without
+/// end, give a one-line message in place of the page. A line may end with CR LF or one of the two.
 /// Takes time in proportion to the text it reads, whatever that text is.
 std::string expandIncludes(std::string source, const IncludeReader& read);

@@ -1,10 +1,9 @@
 #include "script/page_translator.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
-#include <cstring>
-#include <string_view>
+#include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "support/text.h"
@@ -13,6 +12,7 @@ namespace {
 
 constexpr std::string_view kCrLf = "\r\n";
 constexpr std::string_view kWrite = "response.xwrite ";
+constexpr std::string_view kWriteText = "response.xwrite \"";
 
 /// Ends the program: the runner takes error 6006 for a normal end.
 constexpr std::string_view kEndScript = "on error goto 0: err.Raise 6006";
@@ -34,20 +34,6 @@ constexpr Rewriting kRedirectTo{"response", "redirectto ", {}};
 
 bool endsWithNoCase(std::string_view text, std::string_view tail) {
   return text.size() >= tail.size() && equalsNoCase(text.substr(text.size() - tail.size()), tail);
-}
-
-/// Calls `take` with every line of `text`; an empty text has none.
-template <class Take>
-void forEachLine(std::string_view text, Take take) {
-  if (text.empty()) return;
-  std::size_t start = 0;
-  for (std::size_t end = text.find('\n'); end != std::string_view::npos;
-       end = text.find('\n', end + 1)) {
-    if (end == start || text[end - 1] != '\r') continue;
-    take(text.substr(start, end - 1 - start), false);
-    start = end + 1;
-  }
-  take(text.substr(start), true);
 }
 
 /// Double quotes in one write; the engine refuses expressions of thousands of terms, and pages
@@ -81,14 +67,6 @@ void appendExpression(std::string_view line, std::string& out) {
   if (start < line.size()) appendPart(line.substr(start));
 }
 
-void appendTextPiece(std::string_view piece, std::string& out) {
-  forEachLine(piece, [&](std::string_view line, bool last) {
-    out.append(kWrite);
-    appendExpression(line, out);
-    out.append(last ? kCrLf : std::string_view(" & vbCrLf\r\n"));
-  });
-}
-
 /// Copies one line of code to `out` with its calls rewritten. Every call to rewrite has its one
 /// "." between two words, so the points are all that needs to be looked at.
 void appendRewritten(std::string_view line, std::string& out) {
@@ -119,80 +97,148 @@ void appendRewritten(std::string_view line, std::string& out) {
   out.append(separated ? "" : ": ").append(kEndScript);
 }
 
-void appendCodePiece(std::string_view piece, std::string& out) {
-  bool first = true;
-  forEachLine(piece, [&](std::string_view line, bool) {
-    const std::size_t start = line.find_first_not_of(" \t");
-    if (first && start != std::string_view::npos && line[start] == '=') {
-      out.append(kWrite);
-      line.remove_prefix(start + 1);
-    }
-    first = false;
-    appendRewritten(line, out);
-    out.append(kCrLf);
-  });
+// ---- Lines ----
+
+/// What the characters of a line can mean, as bits.
+enum Mark : std::uint8_t { kLineEnd = 1, kQuote = 2, kPoint = 4, kPercent = 8 };
+
+constexpr auto kMarks = [] {
+  std::array<std::uint8_t, 256> marks{};
+  marks['\r'] = marks['\n'] = kLineEnd;
+  marks['"'] = kQuote;
+  marks['.'] = kPoint;
+  marks['%'] = kPercent;
+  return marks;
+}();
+
+struct Line {
+  std::string_view text;
+  unsigned marks = 0;  ///< of the characters it has
+
+  bool has(Mark mark) const { return (marks & mark) != 0; }
+};
+
+/// How many line ends stand one after another from `at` on; moves behind them.
+std::size_t takeLineEnds(std::string_view page, std::size_t& at) {
+  std::size_t count = 0;
+  for (; at < page.size() && (kMarks[static_cast<std::uint8_t>(page[at])] & kLineEnd); ++count) {
+    at += page.substr(at, kCrLf.size()) == kCrLf ? 2 : 1;
+  }
+  return count;
 }
 
-/// Replaces every occurrence of `from` by a line break, in place; `from` is no shorter than that.
-/// Searches for the character at `anchor`, chosen to be the one that leads astray least.
-void joinAt(std::string& text, std::string_view from, std::size_t anchor) {
-  std::size_t read = 0;   // where the rest of the text begins
-  std::size_t write = 0;  // where it goes to
-  const auto moveUpTo = [&](std::size_t end) {
-    if (read != write) std::memmove(&text[write], &text[read], end - read);
-    write += end - read;
-  };
-  for (std::size_t found = text.find(from[anchor]); found != std::string::npos;
-       found = text.find(from[anchor], std::max(found + 1, read + anchor))) {
-    const std::size_t start = found - anchor;
-    if (found < read + anchor || text[start] != from.front()) continue;
-    if (std::string_view(text).substr(start, from.size()) != from) continue;
-    moveUpTo(start);
-    std::copy(kCrLf.begin(), kCrLf.end(), text.begin() + static_cast<std::ptrdiff_t>(write));
-    write += kCrLf.size();
-    read = start + from.size();
+/// The lines of a page, of which every second line end in a row is left out.
+std::vector<Line> splitLines(std::string_view page) {
+  std::vector<Line> lines;
+  lines.reserve(page.size() / 16 + 1);
+  std::size_t at = 0;
+  while (true) {
+    const std::size_t start = at;
+    unsigned marks = 0;
+    for (; at < page.size(); ++at) {
+      marks |= kMarks[static_cast<std::uint8_t>(page[at])];
+      if (marks & kLineEnd) break;
+    }
+    lines.push_back({page.substr(start, at - start), marks});
+    if (at == page.size()) return lines;
+    const std::size_t ends = takeLineEnds(page, at);
+    lines.resize(lines.size() + (ends - 1) / 2);
   }
-  if (read == 0) return;
-  moveUpTo(text.size());
-  text.resize(write);
 }
 
-/// The pieces between delimiters, whichever delimiter stands where: text and code in turn.
-std::vector<std::string_view> splitAtDelimiters(std::string_view page) {
-  std::vector<std::string_view> pieces;
-  std::size_t start = 0;
-  for (std::size_t percent = page.find('%'); percent != std::string_view::npos;
-       percent = page.find('%', percent + 1)) {
-    std::size_t delimiter = percent;
-    if (percent > start && page[percent - 1] == '<') {
-      delimiter = percent - 1;
-    } else if (percent < start || percent + 1 == page.size() || page[percent + 1] != '>') {
-      continue;
-    }
-    pieces.push_back(page.substr(start, delimiter - start));
-    start = delimiter + 2;
+/// Takes `tail` and `head` away where they stand at the end of a line and the start of the next.
+void joinLines(std::vector<Line>& lines, std::string_view tail, std::string_view head) {
+  for (std::size_t i = 0; i + 1 < lines.size(); ++i) {
+    std::string_view& before = lines[i].text;
+    std::string_view& after = lines[i + 1].text;
+    if (!lines[i].has(kPercent) || !before.ends_with(tail) || !after.starts_with(head)) continue;
+    before.remove_suffix(tail.size());
+    after.remove_prefix(head.size());
   }
-  pieces.push_back(page.substr(start));
-  return pieces;
 }
+
+// ---- Pieces ----
+
+/// Writes the program piece by piece: text and code in turn, whichever delimiter stands between.
+class Program {
+ public:
+  explicit Program(std::size_t room) { text_.reserve(room); }
+
+  void addLine(const Line& line, bool isLast) {
+    std::string_view rest = line.text;
+    if (line.has(kPercent)) rest = addDelimited(rest, line);
+    if (isLast) {
+      endPiece(rest, line);
+    } else {
+      add(rest, line, false);
+      isPieceEmpty_ = false;
+    }
+  }
+  std::string take() { return std::move(text_); }
+
+ private:
+  /// Ends a piece at every delimiter in `text`; what is left belongs to the next piece.
+  std::string_view addDelimited(std::string_view text, const Line& line) {
+    std::size_t start = 0;
+    for (std::size_t percent = text.find('%'); percent != std::string_view::npos;
+         percent = text.find('%', percent + 1)) {
+      std::size_t delimiter = percent;
+      if (percent > start && text[percent - 1] == '<') {
+        delimiter = percent - 1;
+      } else if (percent < start || text.substr(percent + 1, 1) != ">") {
+        continue;
+      }
+      endPiece(text.substr(start, delimiter - start), line);
+      start = delimiter + 2;
+    }
+    return text.substr(start);
+  }
+
+  void endPiece(std::string_view rest, const Line& line) {
+    if (!isPieceEmpty_ || !rest.empty()) add(rest, line, true);
+    isCode_ = !isCode_;
+    isPieceEmpty_ = true;
+  }
+
+  /// Adds `text`, a part of `line`.
+  void add(std::string_view text, const Line& line, bool endsPiece) {
+    if (isCode_) return addCode(text, line);
+    if (line.has(kQuote)) {
+      text_.append(kWrite);
+      appendExpression(text, text_);
+    } else {
+      text_.append(kWriteText).append(text).append(1, '"');
+    }
+    text_.append(endsPiece ? kCrLf : std::string_view(" & vbCrLf\r\n"));
+  }
+
+  void addCode(std::string_view text, const Line& line) {
+    const std::size_t start = isPieceEmpty_ ? text.find_first_not_of(" \t") : std::string::npos;
+    if (start != std::string::npos && text[start] == '=') {
+      text_.append(kWrite);
+      text.remove_prefix(start + 1);
+    }
+    if (line.has(kPoint)) {
+      appendRewritten(text, text_);
+    } else {
+      text_.append(text);
+    }
+    text_.append(kCrLf);
+  }
+
+  std::string text_;
+  bool isCode_ = false;
+  bool isPieceEmpty_ = true;  ///< nothing of the piece stands on an earlier line
+};
 
 }  // namespace
 
-std::string translatePage(std::string page) {
-  joinAt(page, "\r\n\r\n", 2);
-  joinAt(page, "%>\r\n<%", 0);
-  joinAt(page, "<%\r\n%>", 1);
+std::string translatePage(std::string_view page) {
+  std::vector<Line> lines = splitLines(page);
+  joinLines(lines, "%>", "<%");
+  joinLines(lines, "<%", "%>");
 
-  std::string program;
-  program.reserve(page.size() * 2);
-  bool isCode = false;
-  for (const std::string_view piece : splitAtDelimiters(page)) {
-    if (isCode) {
-      appendCodePiece(piece, program);
-    } else {
-      appendTextPiece(piece, program);
-    }
-    isCode = !isCode;
-  }
-  return program;
+  Program program(page.size() * 2);
+  for (std::size_t i = 0; i < lines.size(); ++i) program.addLine(lines[i], i + 1 == lines.size());
+  return program.take();
 }

@@ -1,5 +1,6 @@
 #include "script/session_store.h"
 
+#include <bit>
 #include <string>
 
 #include "support/text.h"
@@ -38,6 +39,7 @@ vbs::Ref<aspSessionObj> SessionStore::create() {
   auto session = vbs::make<aspSessionObj>(clock_);
   session->setSessionID(number);
   places_[static_cast<std::size_t>(number)] = {session, ages_.insert(ages_.end(), number)};
+  setTaken(number, true);
   log_.LogLine("Session " + std::to_string(number) + " created");
   return session;
 }
@@ -48,10 +50,25 @@ std::int32_t SessionStore::freeNumber() {
     number = static_cast<std::int32_t>(roundHalfEven(random_.fraction() * kHighestNumber));
     if (!find(number)) return number;
   }
-  while (places_[static_cast<std::size_t>(number)].session) {
-    number = number < kHighestNumber ? number + 1 : 0;
+  return nextFreeNumber(number);
+}
+
+/// The first free number from this one on; behind the highest comes 0. There must be one.
+std::int32_t SessionStore::nextFreeNumber(std::int32_t number) const {
+  auto word = static_cast<std::size_t>(number) / 64;
+  std::uint64_t free = ~taken_[word] & (~std::uint64_t{0} << number % 64);
+  while (true) {
+    const auto found = static_cast<std::int32_t>(word * 64) + std::countr_zero(free);
+    if (free != 0 && found <= kHighestNumber) return found;
+    word = (word + 1) % kWords;
+    free = ~taken_[word];
   }
-  return number;
+}
+
+void SessionStore::setTaken(std::int32_t number, bool taken) {
+  const std::uint64_t bit = std::uint64_t{1} << number % 64;
+  std::uint64_t& word = taken_[static_cast<std::size_t>(number) / 64];
+  word = taken ? word | bit : word & ~bit;
 }
 
 void SessionStore::remove(std::int32_t number) {
@@ -59,6 +76,7 @@ void SessionStore::remove(std::int32_t number) {
   Place& place = places_[static_cast<std::size_t>(number)];
   ages_.erase(place.age);
   place = {};
+  setTaken(number, false);
 }
 
 std::int32_t SessionStore::dropOldest() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -45,6 +46,8 @@ class SessionStore {
   vbs::Ref<aspSessionObj> find(std::int32_t number) const;  ///< null when there is none
   vbs::Ref<aspSessionObj> create();
   std::int32_t freeNumber();
+  std::int32_t nextFreeNumber(std::int32_t number) const;
+  void setTaken(std::int32_t number, bool taken);
   std::int32_t dropOldest();  ///< the number that is free now
 
   const Clock& clock_;
@@ -52,4 +55,7 @@ class SessionStore {
   StatusLines& log_;
   std::vector<Place> places_{kHighestNumber + 1};  ///< by number
   Ages ages_;                                      ///< the numbers taken, oldest session first
+
+  static constexpr std::size_t kWords = kHighestNumber / 64 + 1;
+  std::array<std::uint64_t, kWords> taken_{};  ///< a bit for each number
 };

@@ -10,7 +10,7 @@ class ErrObject final : public NativeObject<ErrObject> {
   static std::span<const Member<ErrObject>> members();
   std::string_view typeName() const override { return "Object"; }
 
-  void set(const ScriptError& error) { error_ = error; }
+  void set(ScriptError error) { error_ = std::move(error); }
   void clear();
 
  private:

@@ -164,6 +164,8 @@ CompileContext Machine::context() const {
 template <class Body>
 std::optional<ErrorReport> Machine::guarded(Body body) {
   stopped_ = false;
+  stoppedAt_ = {};
+  intrinsic_ = nullptr;
   pending_.reset();
   deadline_ = runtime_.host.steadyNow() + limits_.time;
   budget_ = 0;
@@ -243,14 +245,18 @@ std::optional<ErrorReport> Machine::evaluate(std::string_view expression, Value&
 
 // ---- Errors ----
 
-void Machine::locate(ScriptError& error, const Instruction* pc) const {
-  if (error.line != 0) return;
+const StatementEntry* Machine::statement() const {
   const Routine& routine = *fp_->routine;
-  const StatementEntry* entry =
-      routine.statementAt(static_cast<std::uint32_t>(pc - routine.code.data()));
-  if (!entry) return;
-  error.line = entry->position.line;
-  error.column = entry->position.column;
+  return routine.statementAt(static_cast<std::uint32_t>(fp_->pc - 1 - routine.code.data()));
+}
+
+void Machine::complete(ScriptError& error) const {
+  if (error.line != 0) return;
+  if (intrinsic_) nameIntrinsic(error, *intrinsic_);
+  if (const StatementEntry* entry = statement()) {
+    error.line = entry->position.line;
+    error.column = entry->position.column;
+  }
 }
 
 void Machine::leaveFrame() {
@@ -262,17 +268,17 @@ void Machine::leaveFrame() {
   --fp_;
 }
 
-bool Machine::trap(ScriptError& error, const Frame* entry, const Instruction* pc) {
-  locate(error, pc);
-  for (;; pc = fp_->pc - 1) {
+bool Machine::trap(ScriptError& error, const Frame* entry) {
+  complete(error);
+  intrinsic_ = nullptr;
+  while (true) {
     const Routine& routine = *fp_->routine;
-    const StatementEntry* statement =
-        routine.statementAt(static_cast<std::uint32_t>(pc - routine.code.data()));
-    if (fp_->resumeNext && statement) {
+    const StatementEntry* current = fp_->resumeNext ? statement() : nullptr;
+    if (current) {
       clearRange(fp_->base + routine.firstTemporary, fp_->base + routine.registerCount);
       pending_.reset();
-      err_->set(error);
-      fp_->pc = routine.code.data() + statement->resume;
+      err_->set(std::move(error));
+      fp_->pc = routine.code.data() + current->resume;
       return true;
     }
     const bool isEntry = fp_ == entry;
@@ -282,6 +288,9 @@ bool Machine::trap(ScriptError& error, const Frame* entry, const Instruction* pc
 }
 
 void Machine::unwind(const Frame* entry) {
+  if (stopped_ && stoppedAt_.line == 0) {
+    if (const StatementEntry* current = statement()) stoppedAt_ = current->position;
+  }
   while (fp_ >= entry) leaveFrame();
 }
 

@@ -79,21 +79,31 @@ class Machine {
   class Nesting {
    public:
     explicit Nesting(Machine& machine);
-    ~Nesting() { --machine_.nesting_; }
+    ~Nesting() {
+      --machine_.nesting_;
+      machine_.intrinsic_ = intrinsic_;
+    }
 
    private:
     Machine& machine_;
+    const Intrinsic* intrinsic_;
   };
 
   // The loop (machine_loop.cpp).
   /// Runs from the current frame to the Halt of `entry`, which is this frame or one below. Throws
   /// what the script does not trap; `entry` and the frames above are then gone.
   void execute(const Frame* entry);
+  /// Runs instructions up to a Halt. What throws does so with the current frame's pc behind the
+  /// instruction that is to blame.
+  void loop();
   /// Finds the frame that traps the error, and prepares it. False: none down to `entry`.
-  bool trap(ScriptError& error, const Frame* entry, const Instruction* pc);
+  bool trap(ScriptError& error, const Frame* entry);
   void unwind(const Frame* entry);
   void leaveFrame();
-  void locate(ScriptError& error, const Instruction* pc) const;
+  /// The statement that the current frame has come to, or null.
+  const StatementEntry* statement() const;
+  /// Adds to an error what its thrower could not know: where it arose, and in which function.
+  void complete(ScriptError& error) const;
   /// A frame that ends a run of the loop, with a register for a result; its base + 1 is free.
   Frame* enterHalt();
   Value leaveHalt();
@@ -226,7 +236,8 @@ class Machine {
   Frame* frameEnd_;
   Value* stackEnd_;
   Value* globals_;
-  std::int32_t budget_ = 0;  ///< jumps back and calls until the clock is looked at
+  const Intrinsic* intrinsic_ = nullptr;  ///< that runs
+  std::int32_t budget_ = 0;               ///< jumps back and calls until the clock is looked at
 
   Ref<ErrObject> err_;
   std::vector<HostObject> host_;

@@ -29,7 +29,8 @@ CallKind kindFor(std::uint16_t target) {
 
 }  // namespace
 
-Machine::Nesting::Nesting(Machine& machine) : machine_(machine) {
+Machine::Nesting::Nesting(Machine& machine)
+    : machine_(machine), intrinsic_(std::exchange(machine.intrinsic_, nullptr)) {
   if (++machine_.nesting_ > kMaxRuns) {
     --machine_.nesting_;
     throwError(ErrorCode::OutOfStackSpace);
@@ -408,28 +409,20 @@ void Machine::putHost(const Instruction* pc, Value* base) {
 }
 
 void Machine::callIntrinsic(const Instruction* pc, Value* base) {
-  const auto& function = *pc[1].pointer<const Intrinsic>();
+  intrinsic_ = pc[1].pointer<const Intrinsic>();
   Value* const arguments = base + pc->b;
-  try {
-    Value result = function.call(runtime_, {arguments, pc->c});
-    finishCall(pc, base, std::move(result), arguments, pc->c);
-  } catch (ScriptError& error) {
-    nameIntrinsic(error, function);
-    throw;
-  }
+  Value result = intrinsic_->call(runtime_, {arguments, pc->c});
+  intrinsic_ = nullptr;
+  finishCall(pc, base, std::move(result), arguments, pc->c);
 }
 
 void Machine::callIntrinsicOne(const Instruction* pc, Value* base) {
-  const auto& function = *pc[1].pointer<const Intrinsic>();
+  intrinsic_ = pc[1].pointer<const Intrinsic>();
   Value& argument = base[pc->b];
-  try {
-    Value result = function.call(runtime_, {&argument, 1});
-    if (pc->bIsTemporary() && needsCare(argument)) release(argument);
-    put(pc, base, std::move(result));
-  } catch (ScriptError& error) {
-    nameIntrinsic(error, function);
-    throw;
-  }
+  Value result = intrinsic_->call(runtime_, {&argument, 1});
+  intrinsic_ = nullptr;
+  if (pc->bIsTemporary() && needsCare(argument)) release(argument);
+  put(pc, base, std::move(result));
 }
 
 // ---- New ----

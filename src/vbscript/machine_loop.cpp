@@ -233,11 +233,30 @@ template <class Numbers>
 
 }  // namespace
 
+// The loop handles no exceptions itself: its calls are so many that finding a handler among them
+// would take longer than all else about an error.
+void Machine::execute(const Frame* entry) {
+  const Nesting nesting(*this);
+  while (true) {
+    try {
+      return loop();
+    } catch (ScriptError& error) {
+      if (!trap(error, entry)) throw;
+    } catch (...) {
+      unwind(entry);
+      throw;
+    }
+  }
+}
+
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wpedantic"  // labels as values
 
 // NOLINTBEGIN(cppcoreguidelines-macro-usage)
 #define VBS_DISPATCH() goto* kLabels[static_cast<unsigned>(pc->op)]
+/// A call that may throw: an error is looked for in the statement of the instruction before
+/// fp_->pc.
+#define VBS_SLOW(call) (fp_->pc = pc + 1, call)
 #define VBS_NEXT(words) \
   do {                  \
     pc += (words);      \
@@ -250,23 +269,24 @@ template <class Numbers>
     pc = fp_->pc;                               \
     VBS_DISPATCH();                             \
   } while (false)
-#define VBS_JUMP(distance)                    \
-  do {                                        \
-    const std::int32_t words = (distance);    \
-    if (words <= 0 && --budget_ <= 0) poll(); \
-    pc += words;                              \
-    VBS_DISPATCH();                           \
+#define VBS_JUMP(distance)                              \
+  do {                                                  \
+    const std::int32_t words = (distance);              \
+    if (words <= 0 && --budget_ <= 0) VBS_SLOW(poll()); \
+    pc += words;                                        \
+    VBS_DISPATCH();                                     \
   } while (false)
 
-#define VBS_CALCULATE(name, calculation, function)                                         \
-  name:                                                                                    \
-  if (!calculation(base[pc->a], base[pc->b], base[pc->c])) binarySlow(pc, base, function); \
+#define VBS_CALCULATE(name, calculation, function)         \
+  name:                                                    \
+  if (!calculation(base[pc->a], base[pc->b], base[pc->c])) \
+    VBS_SLOW(binarySlow(pc, base, function));              \
   VBS_NEXT(1);
 
 #define VBS_CALCULATE_CONSTANT(name, calculation, function)       \
   name:                                                           \
   if (!calculation(base[pc->a], base[pc->b], constants[pc->c])) { \
-    binaryConstantSlow(pc, base, function);                       \
+    VBS_SLOW(binaryConstantSlow(pc, base, function));             \
   }                                                               \
   VBS_NEXT(1);
 
@@ -274,7 +294,7 @@ template <class Numbers>
   name : {                                                                                     \
     bool holds = false;                                                                        \
     if (needsCare(base[pc->a]) || !compareNumbers<Numbers>(base[pc->b], base[pc->c], holds)) { \
-      compareSlow(pc, base, Opcode::name, base[pc->c], pc->cIsTemporary());                    \
+      VBS_SLOW(compareSlow(pc, base, Opcode::name, base[pc->c], pc->cIsTemporary()));          \
     } else {                                                                                   \
       base[pc->a].setIntUncounted(Type::Boolean, holds ? -1 : 0);                              \
     }                                                                                          \
@@ -284,33 +304,33 @@ template <class Numbers>
     bool holds = false;                                                                        \
     if (needsCare(base[pc->a]) ||                                                              \
         !compareNumbers<Numbers>(base[pc->b], constants[pc->c], holds)) {                      \
-      compareSlow(pc, base, Opcode::name##Constant, constants[pc->c], false);                  \
+      VBS_SLOW(compareSlow(pc, base, Opcode::name##Constant, constants[pc->c], false));        \
     } else {                                                                                   \
       base[pc->a].setIntUncounted(Type::Boolean, holds ? -1 : 0);                              \
     }                                                                                          \
   }                                                                                            \
   VBS_NEXT(1);
 
-#define VBS_COMPARE_CONSTANT_ONLY(name, Numbers)                          \
-  name : {                                                                \
-    bool holds = false;                                                   \
-    if (needsCare(base[pc->a]) ||                                         \
-        !compareNumbers<Numbers>(base[pc->b], constants[pc->c], holds)) { \
-      compareSlow(pc, base, Opcode::name, constants[pc->c], false);       \
-    } else {                                                              \
-      base[pc->a].setIntUncounted(Type::Boolean, holds ? -1 : 0);         \
-    }                                                                     \
-  }                                                                       \
+#define VBS_COMPARE_CONSTANT_ONLY(name, Numbers)                              \
+  name : {                                                                    \
+    bool holds = false;                                                       \
+    if (needsCare(base[pc->a]) ||                                             \
+        !compareNumbers<Numbers>(base[pc->b], constants[pc->c], holds)) {     \
+      VBS_SLOW(compareSlow(pc, base, Opcode::name, constants[pc->c], false)); \
+    } else {                                                                  \
+      base[pc->a].setIntUncounted(Type::Boolean, holds ? -1 : 0);             \
+    }                                                                         \
+  }                                                                           \
   VBS_NEXT(1);
 
-#define VBS_COMPARE_JUMP(name, Numbers, right, isTemporaryRight)                       \
-  name : {                                                                             \
-    bool holds = false;                                                                \
-    if (!compareNumbers<Numbers>(base[pc->a], right, holds)) {                         \
-      holds = jumpCompareSlow(pc, base, Opcode::name, right, isTemporaryRight);        \
-    }                                                                                  \
-    if (holds == ((pc->c & 1) != 0)) VBS_JUMP(static_cast<std::int32_t>(pc[1].low())); \
-  }                                                                                    \
+#define VBS_COMPARE_JUMP(name, Numbers, right, isTemporaryRight)                          \
+  name : {                                                                                \
+    bool holds = false;                                                                   \
+    if (!compareNumbers<Numbers>(base[pc->a], right, holds)) {                            \
+      holds = VBS_SLOW(jumpCompareSlow(pc, base, Opcode::name, right, isTemporaryRight)); \
+    }                                                                                     \
+    if (holds == ((pc->c & 1) != 0)) VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));    \
+  }                                                                                       \
   VBS_NEXT(2);
 
 #define VBS_JUMP_REGISTERS(name, Numbers) \
@@ -320,397 +340,387 @@ template <class Numbers>
 /// Operations that a named function does altogether.
 #define VBS_DELEGATE(name, words, call) \
   name:                                 \
-  call;                                 \
+  VBS_SLOW(call);                       \
   VBS_NEXT(words);
 
 /// Operations that may enter another frame.
 #define VBS_ENTER(name, words, call) \
   name:                              \
-  if (call) VBS_RELOAD();            \
+  if (VBS_SLOW(call)) VBS_RELOAD();  \
   VBS_NEXT(words);
 // NOLINTEND(cppcoreguidelines-macro-usage)
 
-void Machine::execute(const Frame* entry) {
+void Machine::loop() {
   static const void* const kLabels[] = {
 #define VBS_LABEL(name, operands, meaning) &&name,
       VBS_OPCODES(VBS_LABEL)
 #undef VBS_LABEL
   };
-  const Nesting nesting(*this);
-  const Instruction* pc = fp_->pc;
+  const Instruction* pc = nullptr;
   const Value* constants = nullptr;
   Value* base = nullptr;
 
-resume:
-  try {
-    VBS_RELOAD();
+  VBS_RELOAD();
 
-  Halt:
-    return;
+Halt:
+  return;
 
-    // ---- Moving values ----
+  // ---- Moving values ----
 
-  LoadConstant:
-    if (!copyInto(base[pc->a], constants[pc->b])) put(pc, base, constants[pc->b]);
-    VBS_NEXT(1);
-  LoadFarConstant:
-    put(pc, base, constants[static_cast<std::uint32_t>(pc->wide())]);
-    VBS_NEXT(1);
-  LoadInteger:
-    if (needsCare(base[pc->a])) {
-      put(pc, base, Value::integer(static_cast<std::int16_t>(pc->b)));
-    } else {
-      base[pc->a].setIntUncounted(Type::Integer, static_cast<std::int16_t>(pc->b));
-    }
-    VBS_NEXT(1);
-  Copy:
-    if (!copyInto(base[pc->a], base[pc->b])) put(pc, base, base[pc->b].deref());
-    VBS_NEXT(1);
-  Let:
-    if (!storePlain(base[pc->a], base[pc->b])) let(base[pc->a], base[pc->b]);
-    VBS_NEXT(1);
-    VBS_DELEGATE(SetVariable, 1, set(base[pc->a], base[pc->b], pc->bIsTemporary(), pc))
-    VBS_DELEGATE(Hold, 1, hold(base[pc->a], taken(base[pc->b], pc->bIsTemporary())))
-  Clear:
-    if (needsCare(base[pc->a])) {
-      release(base[pc->a]);
-    } else {
-      base[pc->a].setIntUncounted(Type::Empty, 0);
-    }
-    VBS_NEXT(1);
-    VBS_DELEGATE(Plain, 1, plain(pc, base))
-  LoadGlobal:
-    if (needsCare(globals_[pc->b]) || needsCare(base[pc->a])) {
-      put(pc, base, globals_[pc->b]);
-    } else {
-      copyBits(base[pc->a], globals_[pc->b]);
-    }
-    VBS_NEXT(1);
-  LetGlobal:
-    if (!storePlain(globals_[pc->b], base[pc->a])) {
-      letFrom(globals_[pc->b], base[pc->a], pc->aIsTemporary());
-    }
-    VBS_NEXT(1);
-    VBS_DELEGATE(SetGlobal, 1, set(globals_[pc->b], base[pc->a], pc->aIsTemporary(), pc))
-  LoadField : {
-    const Value& field = static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b];
-    if (needsCare(field) || needsCare(base[pc->a])) {
-      put(pc, base, field);
-    } else {
-      copyBits(base[pc->a], field);
-    }
+LoadConstant:
+  if (!copyInto(base[pc->a], constants[pc->b])) VBS_SLOW(put(pc, base, constants[pc->b]));
+  VBS_NEXT(1);
+LoadFarConstant:
+  VBS_SLOW(put(pc, base, constants[static_cast<std::uint32_t>(pc->wide())]));
+  VBS_NEXT(1);
+LoadInteger:
+  if (needsCare(base[pc->a])) {
+    VBS_SLOW(put(pc, base, Value::integer(static_cast<std::int16_t>(pc->b))));
+  } else {
+    base[pc->a].setIntUncounted(Type::Integer, static_cast<std::int16_t>(pc->b));
   }
-    VBS_NEXT(1);
-  LetField : {
-    Value& field = static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b];
-    if (!storePlain(field, base[pc->a])) letFrom(field, base[pc->a], pc->aIsTemporary());
+  VBS_NEXT(1);
+Copy:
+  if (!copyInto(base[pc->a], base[pc->b])) VBS_SLOW(put(pc, base, base[pc->b].deref()));
+  VBS_NEXT(1);
+Let:
+  if (!storePlain(base[pc->a], base[pc->b])) VBS_SLOW(let(base[pc->a], base[pc->b]));
+  VBS_NEXT(1);
+  VBS_DELEGATE(SetVariable, 1, set(base[pc->a], base[pc->b], pc->bIsTemporary(), pc))
+  VBS_DELEGATE(Hold, 1, hold(base[pc->a], taken(base[pc->b], pc->bIsTemporary())))
+Clear:
+  if (needsCare(base[pc->a])) {
+    VBS_SLOW(release(base[pc->a]));
+  } else {
+    base[pc->a].setIntUncounted(Type::Empty, 0);
   }
-    VBS_NEXT(1);
-  SetField:
-    set(static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b], base[pc->a],
-        pc->aIsTemporary(), pc);
-    VBS_NEXT(1);
-    VBS_DELEGATE(RefVariable, 1, refer(base[pc->a], base[pc->b]))
-    VBS_DELEGATE(RefGlobal, 1, refer(base[pc->a], globals_[pc->b]))
-    VBS_DELEGATE(
-        RefField, 1,
-        refer(base[pc->a], static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b]))
-    VBS_DELEGATE(RefElement, 2, elementRef(pc, base, true))
-    VBS_DELEGATE(ElementRef, 2, elementRef(pc, base, false))
-
-    // ---- Calculating ----
-
-    VBS_CALCULATE(Add, calculate<AddNumbers>, add)
-    VBS_CALCULATE_CONSTANT(AddConstant, calculate<AddNumbers>, add)
-    VBS_CALCULATE(Subtract, calculate<SubtractNumbers>, subtract)
-    VBS_CALCULATE_CONSTANT(SubtractConstant, calculate<SubtractNumbers>, subtract)
-    VBS_CALCULATE(Multiply, calculate<MultiplyNumbers>, multiply)
-    VBS_CALCULATE_CONSTANT(MultiplyConstant, calculate<MultiplyNumbers>, multiply)
-    VBS_CALCULATE(Divide, divideNumbers, divide)
-    VBS_CALCULATE_CONSTANT(DivideConstant, divideNumbers, divide)
-    VBS_CALCULATE(IntegerDivide, divideWhole, integerDivide)
-    VBS_CALCULATE_CONSTANT(IntegerDivideConstant, divideWhole, integerDivide)
-    VBS_CALCULATE(Modulo, remainder, modulo)
-    VBS_CALCULATE_CONSTANT(ModuloConstant, remainder, modulo)
-
-  AddInteger : {
-    Value& target = base[pc->a];
-    const Value& left = base[pc->b];
-    const auto by = static_cast<std::int16_t>(pc->c);
-    std::int32_t n = 0;
-    if ((tag(left) ^ kInteger) <= 1 && !needsCare(target) &&
-        !__builtin_add_overflow(left.asInt(), by, &n)) {
-      setWhole(target, tag(left), kInteger, n);
-    } else if (tag(left) == kDouble && !needsCare(target)) {
-      target.setDoubleUncounted(Type::Double, left.asDouble() + by);
-    } else {
-      binaryIntegerSlow(pc, base, add);
-    }
+  VBS_NEXT(1);
+  VBS_DELEGATE(Plain, 1, plain(pc, base))
+LoadGlobal:
+  if (needsCare(globals_[pc->b]) || needsCare(base[pc->a])) {
+    VBS_SLOW(put(pc, base, globals_[pc->b]));
+  } else {
+    copyBits(base[pc->a], globals_[pc->b]);
   }
-    VBS_NEXT(1);
-  SubtractInteger : {
-    Value& target = base[pc->a];
-    const Value& left = base[pc->b];
-    const auto by = static_cast<std::int16_t>(pc->c);
-    std::int32_t n = 0;
-    if ((tag(left) ^ kInteger) <= 1 && !needsCare(target) &&
-        !__builtin_sub_overflow(left.asInt(), by, &n)) {
-      setWhole(target, tag(left), kInteger, n);
-    } else if (tag(left) == kDouble && !needsCare(target)) {
-      target.setDoubleUncounted(Type::Double, left.asDouble() - by);
-    } else {
-      binaryIntegerSlow(pc, base, subtract);
-    }
+  VBS_NEXT(1);
+LetGlobal:
+  if (!storePlain(globals_[pc->b], base[pc->a])) {
+    VBS_SLOW(letFrom(globals_[pc->b], base[pc->a], pc->aIsTemporary()));
   }
-    VBS_NEXT(1);
+  VBS_NEXT(1);
+  VBS_DELEGATE(SetGlobal, 1, set(globals_[pc->b], base[pc->a], pc->aIsTemporary(), pc))
+LoadField : {
+  const Value& field = static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b];
+  if (needsCare(field) || needsCare(base[pc->a])) {
+    VBS_SLOW(put(pc, base, field));
+  } else {
+    copyBits(base[pc->a], field);
+  }
+}
+  VBS_NEXT(1);
+LetField : {
+  Value& field = static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b];
+  if (!storePlain(field, base[pc->a])) VBS_SLOW(letFrom(field, base[pc->a], pc->aIsTemporary()));
+}
+  VBS_NEXT(1);
+SetField:
+  VBS_SLOW(set(static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b], base[pc->a],
+               pc->aIsTemporary(), pc));
+  VBS_NEXT(1);
+  VBS_DELEGATE(RefVariable, 1, refer(base[pc->a], base[pc->b]))
+  VBS_DELEGATE(RefGlobal, 1, refer(base[pc->a], globals_[pc->b]))
+  VBS_DELEGATE(
+      RefField, 1,
+      refer(base[pc->a], static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b]))
+  VBS_DELEGATE(RefElement, 2, elementRef(pc, base, true))
+  VBS_DELEGATE(ElementRef, 2, elementRef(pc, base, false))
 
-    VBS_DELEGATE(Power, 1, binarySlow(pc, base, power))
-    VBS_DELEGATE(Negate, 1, unarySlow(pc, base, negate))
-    VBS_DELEGATE(Identity, 1, unarySlow(pc, base, identity))
-  Not:
-    if (base[pc->b].is(Type::Boolean) && !needsCare(base[pc->a])) {
-      base[pc->a].setIntUncounted(Type::Boolean, ~base[pc->b].asInt());
-    } else {
-      unarySlow(pc, base, logicalNot);
-    }
-    VBS_NEXT(1);
-  And:
-    if (base[pc->b].is(Type::Boolean) && base[pc->c].is(Type::Boolean) && !needsCare(base[pc->a])) {
-      base[pc->a].setIntUncounted(Type::Boolean, base[pc->b].asInt() & base[pc->c].asInt());
-    } else {
-      binarySlow(pc, base, logicalAnd);
-    }
-    VBS_NEXT(1);
-  Or:
-    if (base[pc->b].is(Type::Boolean) && base[pc->c].is(Type::Boolean) && !needsCare(base[pc->a])) {
-      base[pc->a].setIntUncounted(Type::Boolean, base[pc->b].asInt() | base[pc->c].asInt());
-    } else {
-      binarySlow(pc, base, logicalOr);
-    }
-    VBS_NEXT(1);
-    VBS_DELEGATE(Xor, 1, binarySlow(pc, base, logicalXor))
-    VBS_DELEGATE(Eqv, 1, binarySlow(pc, base, logicalEqv))
-    VBS_DELEGATE(Imp, 1, binarySlow(pc, base, logicalImp))
-    VBS_DELEGATE(Is, 1, binarySlow(pc, base, sameObject))
-    VBS_DELEGATE(Concatenate, 1, concatenateTwo(pc, base))
-    VBS_DELEGATE(ConcatenateMany, 1, concatenateMany(pc, base))
-    VBS_DELEGATE(Append, 1, append(pc, base))
-    VBS_DELEGATE(AppendSaved, 1, appendSaved(pc, base))
+  // ---- Calculating ----
 
-    // ---- Comparing and jumping ----
+  VBS_CALCULATE(Add, calculate<AddNumbers>, add)
+  VBS_CALCULATE_CONSTANT(AddConstant, calculate<AddNumbers>, add)
+  VBS_CALCULATE(Subtract, calculate<SubtractNumbers>, subtract)
+  VBS_CALCULATE_CONSTANT(SubtractConstant, calculate<SubtractNumbers>, subtract)
+  VBS_CALCULATE(Multiply, calculate<MultiplyNumbers>, multiply)
+  VBS_CALCULATE_CONSTANT(MultiplyConstant, calculate<MultiplyNumbers>, multiply)
+  VBS_CALCULATE(Divide, divideNumbers, divide)
+  VBS_CALCULATE_CONSTANT(DivideConstant, divideNumbers, divide)
+  VBS_CALCULATE(IntegerDivide, divideWhole, integerDivide)
+  VBS_CALCULATE_CONSTANT(IntegerDivideConstant, divideWhole, integerDivide)
+  VBS_CALCULATE(Modulo, remainder, modulo)
+  VBS_CALCULATE_CONSTANT(ModuloConstant, remainder, modulo)
 
-    VBS_COMPARE(Equal, EqualNumbers)
-    VBS_COMPARE(NotEqual, NotEqualNumbers)
-    VBS_COMPARE(Less, LessNumbers)
-    VBS_COMPARE(LessOrEqual, LessOrEqualNumbers)
-    VBS_COMPARE_CONSTANT_ONLY(GreaterConstant, GreaterNumbers)
-    VBS_COMPARE_CONSTANT_ONLY(GreaterOrEqualConstant, GreaterOrEqualNumbers)
+AddInteger : {
+  Value& target = base[pc->a];
+  const Value& left = base[pc->b];
+  const auto by = static_cast<std::int16_t>(pc->c);
+  std::int32_t n = 0;
+  if ((tag(left) ^ kInteger) <= 1 && !needsCare(target) &&
+      !__builtin_add_overflow(left.asInt(), by, &n)) {
+    setWhole(target, tag(left), kInteger, n);
+  } else if (tag(left) == kDouble && !needsCare(target)) {
+    target.setDoubleUncounted(Type::Double, left.asDouble() + by);
+  } else {
+    VBS_SLOW(binaryIntegerSlow(pc, base, add));
+  }
+}
+  VBS_NEXT(1);
+SubtractInteger : {
+  Value& target = base[pc->a];
+  const Value& left = base[pc->b];
+  const auto by = static_cast<std::int16_t>(pc->c);
+  std::int32_t n = 0;
+  if ((tag(left) ^ kInteger) <= 1 && !needsCare(target) &&
+      !__builtin_sub_overflow(left.asInt(), by, &n)) {
+    setWhole(target, tag(left), kInteger, n);
+  } else if (tag(left) == kDouble && !needsCare(target)) {
+    target.setDoubleUncounted(Type::Double, left.asDouble() - by);
+  } else {
+    VBS_SLOW(binaryIntegerSlow(pc, base, subtract));
+  }
+}
+  VBS_NEXT(1);
 
-  Jump:
+  VBS_DELEGATE(Power, 1, binarySlow(pc, base, power))
+  VBS_DELEGATE(Negate, 1, unarySlow(pc, base, negate))
+  VBS_DELEGATE(Identity, 1, unarySlow(pc, base, identity))
+Not:
+  if (base[pc->b].is(Type::Boolean) && !needsCare(base[pc->a])) {
+    base[pc->a].setIntUncounted(Type::Boolean, ~base[pc->b].asInt());
+  } else {
+    VBS_SLOW(unarySlow(pc, base, logicalNot));
+  }
+  VBS_NEXT(1);
+And:
+  if (base[pc->b].is(Type::Boolean) && base[pc->c].is(Type::Boolean) && !needsCare(base[pc->a])) {
+    base[pc->a].setIntUncounted(Type::Boolean, base[pc->b].asInt() & base[pc->c].asInt());
+  } else {
+    VBS_SLOW(binarySlow(pc, base, logicalAnd));
+  }
+  VBS_NEXT(1);
+Or:
+  if (base[pc->b].is(Type::Boolean) && base[pc->c].is(Type::Boolean) && !needsCare(base[pc->a])) {
+    base[pc->a].setIntUncounted(Type::Boolean, base[pc->b].asInt() | base[pc->c].asInt());
+  } else {
+    VBS_SLOW(binarySlow(pc, base, logicalOr));
+  }
+  VBS_NEXT(1);
+  VBS_DELEGATE(Xor, 1, binarySlow(pc, base, logicalXor))
+  VBS_DELEGATE(Eqv, 1, binarySlow(pc, base, logicalEqv))
+  VBS_DELEGATE(Imp, 1, binarySlow(pc, base, logicalImp))
+  VBS_DELEGATE(Is, 1, binarySlow(pc, base, sameObject))
+  VBS_DELEGATE(Concatenate, 1, concatenateTwo(pc, base))
+  VBS_DELEGATE(ConcatenateMany, 1, concatenateMany(pc, base))
+  VBS_DELEGATE(Append, 1, append(pc, base))
+  VBS_DELEGATE(AppendSaved, 1, appendSaved(pc, base))
+
+  // ---- Comparing and jumping ----
+
+  VBS_COMPARE(Equal, EqualNumbers)
+  VBS_COMPARE(NotEqual, NotEqualNumbers)
+  VBS_COMPARE(Less, LessNumbers)
+  VBS_COMPARE(LessOrEqual, LessOrEqualNumbers)
+  VBS_COMPARE_CONSTANT_ONLY(GreaterConstant, GreaterNumbers)
+  VBS_COMPARE_CONSTANT_ONLY(GreaterOrEqualConstant, GreaterOrEqualNumbers)
+
+Jump:
+  VBS_JUMP(pc->wide());
+JumpIf:
+  if (base[pc->a].is(Type::Boolean) ? base[pc->a].asInt() != 0 : VBS_SLOW(truth(pc, base))) {
     VBS_JUMP(pc->wide());
-  JumpIf:
-    if (base[pc->a].is(Type::Boolean) ? base[pc->a].asInt() != 0 : truth(pc, base)) {
-      VBS_JUMP(pc->wide());
-    }
-    VBS_NEXT(1);
-  JumpUnless:
-    if (!(base[pc->a].is(Type::Boolean) ? base[pc->a].asInt() != 0 : truth(pc, base))) {
-      VBS_JUMP(pc->wide());
-    }
-    VBS_NEXT(1);
+  }
+  VBS_NEXT(1);
+JumpUnless:
+  if (!(base[pc->a].is(Type::Boolean) ? base[pc->a].asInt() != 0 : VBS_SLOW(truth(pc, base)))) {
+    VBS_JUMP(pc->wide());
+  }
+  VBS_NEXT(1);
 
-    VBS_JUMP_REGISTERS(JumpEqual, EqualNumbers)
-    VBS_JUMP_REGISTERS(JumpNotEqual, NotEqualNumbers)
-    VBS_JUMP_REGISTERS(JumpLess, LessNumbers)
-    VBS_JUMP_REGISTERS(JumpLessOrEqual, LessOrEqualNumbers)
-    VBS_JUMP_CONSTANT(JumpEqualConstant, EqualNumbers)
-    VBS_JUMP_CONSTANT(JumpNotEqualConstant, NotEqualNumbers)
-    VBS_JUMP_CONSTANT(JumpLessConstant, LessNumbers)
-    VBS_JUMP_CONSTANT(JumpLessOrEqualConstant, LessOrEqualNumbers)
-    VBS_JUMP_CONSTANT(JumpGreaterConstant, GreaterNumbers)
-    VBS_JUMP_CONSTANT(JumpGreaterOrEqualConstant, GreaterOrEqualNumbers)
+  VBS_JUMP_REGISTERS(JumpEqual, EqualNumbers)
+  VBS_JUMP_REGISTERS(JumpNotEqual, NotEqualNumbers)
+  VBS_JUMP_REGISTERS(JumpLess, LessNumbers)
+  VBS_JUMP_REGISTERS(JumpLessOrEqual, LessOrEqualNumbers)
+  VBS_JUMP_CONSTANT(JumpEqualConstant, EqualNumbers)
+  VBS_JUMP_CONSTANT(JumpNotEqualConstant, NotEqualNumbers)
+  VBS_JUMP_CONSTANT(JumpLessConstant, LessNumbers)
+  VBS_JUMP_CONSTANT(JumpLessOrEqualConstant, LessOrEqualNumbers)
+  VBS_JUMP_CONSTANT(JumpGreaterConstant, GreaterNumbers)
+  VBS_JUMP_CONSTANT(JumpGreaterOrEqualConstant, GreaterOrEqualNumbers)
 
-    // ---- Loops ----
+  // ---- Loops ----
 
-  ForPrepare:
-    if (forPrepare(pc, base)) VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
-    VBS_NEXT(2);
-  ForLoop : {
-    Value& variable = base[pc->a];
-    const Value& limit = base[pc->b];
-    const Value& step = base[pc->b + 1];
-    std::int32_t n = 0;
-    if (areWhole(tag(variable), tag(limit)) && (tag(step) ^ kInteger) <= 1 &&
-        !__builtin_add_overflow(variable.asInt(), step.asInt(), &n)) {
-      setWhole(variable, tag(variable), tag(step), n);
-      if (step.asInt() >= 0 ? n <= limit.asInt() : n >= limit.asInt()) {
-        VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
-      }
-    } else if (forLoopSlow(pc, base)) {
+ForPrepare:
+  if (VBS_SLOW(forPrepare(pc, base))) VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
+  VBS_NEXT(2);
+ForLoop : {
+  Value& variable = base[pc->a];
+  const Value& limit = base[pc->b];
+  const Value& step = base[pc->b + 1];
+  std::int32_t n = 0;
+  if (areWhole(tag(variable), tag(limit)) && (tag(step) ^ kInteger) <= 1 &&
+      !__builtin_add_overflow(variable.asInt(), step.asInt(), &n)) {
+    setWhole(variable, tag(variable), tag(step), n);
+    if (step.asInt() >= 0 ? n <= limit.asInt() : n >= limit.asInt()) {
       VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
     }
+  } else if (VBS_SLOW(forLoopSlow(pc, base))) {
+    VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
   }
-    VBS_NEXT(2);
-    VBS_DELEGATE(ForEachPrepare, 1, forEachPrepare(pc, base))
-  ForEachNext:
-    if (forEachNext(pc, base)) VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
-    VBS_NEXT(2);
+}
+  VBS_NEXT(2);
+  VBS_DELEGATE(ForEachPrepare, 1, forEachPrepare(pc, base))
+ForEachNext:
+  if (VBS_SLOW(forEachNext(pc, base))) VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
+  VBS_NEXT(2);
 
-    // ---- Arrays ----
+  // ---- Arrays ----
 
-    VBS_DELEGATE(DimArray, 1, dimArray(pc, base))
-    VBS_DELEGATE(ReDim, 1, reDim(pc, base, false))
-    VBS_DELEGATE(ReDimPreserve, 1, reDim(pc, base, true))
-    VBS_DELEGATE(Erase, 1, erase(pc, base))
-  GetElement : {
-    const Value* element = vectorElement(base[pc->b], base[pc->c]);
-    const bool simple = element && !(element->isObject() && !pc->aIsTemporary()) &&
-                        !(pc->bIsTemporary() && base[pc->b].isArray());
-    if (simple && copyInto(base[pc->a], *element)) {
-      if (pc->bIsTemporary() && pc->a != pc->b) dropReference(base[pc->b]);
-    } else {
-      getElement(pc, base);
-    }
+  VBS_DELEGATE(DimArray, 1, dimArray(pc, base))
+  VBS_DELEGATE(ReDim, 1, reDim(pc, base, false))
+  VBS_DELEGATE(ReDimPreserve, 1, reDim(pc, base, true))
+  VBS_DELEGATE(Erase, 1, erase(pc, base))
+GetElement : {
+  const Value* element = vectorElement(base[pc->b], base[pc->c]);
+  const bool simple = element && !(element->isObject() && !pc->aIsTemporary()) &&
+                      !(pc->bIsTemporary() && base[pc->b].isArray());
+  if (simple && copyInto(base[pc->a], *element)) {
+    if (pc->bIsTemporary() && pc->a != pc->b) dropReference(base[pc->b]);
+  } else {
+    VBS_SLOW(getElement(pc, base));
   }
+}
+  VBS_NEXT(1);
+GetElement2 : {
+  const Value* element = matrixElement(base[pc->b], base[pc->c], base[pc[1].low()]);
+  const bool simple = element && !(element->isObject() && !pc->aIsTemporary()) &&
+                      !(pc->bIsTemporary() && base[pc->b].isArray());
+  if (simple && copyInto(base[pc->a], *element)) {
+    if (pc->bIsTemporary() && pc->a != pc->b) dropReference(base[pc->b]);
+  } else {
+    VBS_SLOW(getElement2(pc, base));
+  }
+}
+  VBS_NEXT(2);
+  VBS_DELEGATE(GetElementMany, 2, getElementMany(pc, base))
+SetElement : {
+  Value* element = vectorElement(base[pc->a], base[pc->b]);
+  if (element && isCountedOnce(base[pc->a]) && !pc->aIsTemporary() &&
+      storePlain(*element, base[pc->c])) {
     VBS_NEXT(1);
-  GetElement2 : {
-    const Value* element = matrixElement(base[pc->b], base[pc->c], base[pc[1].low()]);
-    const bool simple = element && !(element->isObject() && !pc->aIsTemporary()) &&
-                        !(pc->bIsTemporary() && base[pc->b].isArray());
-    if (simple && copyInto(base[pc->a], *element)) {
-      if (pc->bIsTemporary() && pc->a != pc->b) dropReference(base[pc->b]);
-    } else {
-      getElement2(pc, base);
-    }
   }
+}
+  VBS_SLOW(setElement(pc, base));
+  VBS_NEXT(1);
+SetElement2 : {
+  Value* element = matrixElement(base[pc->a], base[pc->b], base[pc[1].low()]);
+  if (element && isCountedOnce(base[pc->a]) && !pc->aIsTemporary() &&
+      storePlain(*element, base[pc->c])) {
     VBS_NEXT(2);
-    VBS_DELEGATE(GetElementMany, 2, getElementMany(pc, base))
-  SetElement : {
-    Value* element = vectorElement(base[pc->a], base[pc->b]);
-    if (element && isCountedOnce(base[pc->a]) && !pc->aIsTemporary() &&
-        storePlain(*element, base[pc->c])) {
-      VBS_NEXT(1);
-    }
   }
-    setElement(pc, base);
-    VBS_NEXT(1);
-  SetElement2 : {
-    Value* element = matrixElement(base[pc->a], base[pc->b], base[pc[1].low()]);
-    if (element && isCountedOnce(base[pc->a]) && !pc->aIsTemporary() &&
-        storePlain(*element, base[pc->c])) {
-      VBS_NEXT(2);
-    }
-  }
-    setElement2(pc, base);
-    VBS_NEXT(2);
-    VBS_DELEGATE(SetElementMany, 1, setElementMany(pc, base, false))
-    VBS_DELEGATE(SetElementObject, 1, setElementMany(pc, base, true))
+}
+  VBS_SLOW(setElement2(pc, base));
+  VBS_NEXT(2);
+  VBS_DELEGATE(SetElementMany, 1, setElementMany(pc, base, false))
+  VBS_DELEGATE(SetElementObject, 1, setElementMany(pc, base, true))
 
-    // ---- Calls ----
+  // ---- Calls ----
 
-  Call : {
-    const Routine* callee = pc[1].pointer<const Routine>();
-    fp_->pc = pc + 2;
-    enter(*callee, base + pc->b, pc->a);
-    base = fp_->base;
-    pc = callee->code.data();
-    constants = callee->constants.data();
+Call : {
+  const Routine* callee = pc[1].pointer<const Routine>();
+  fp_->pc = pc + 2;
+  enter(*callee, base + pc->b, pc->a);
+  base = fp_->base;
+  pc = callee->code.data();
+  constants = callee->constants.data();
+}
+  VBS_DISPATCH();
+CallReplaceable:
+  fp_->pc = pc + 2;
+  enter(current(*pc[1].pointer<const Routine>()), base + pc->b, pc->a);
+  VBS_RELOAD();
+CallOwn : {
+  const Routine* callee = pc[1].pointer<const Routine>();
+  fp_->pc = pc + 2;
+  Object* me = base[fp_->routine->me].asObject();
+  enter(*callee, base + pc->b, pc->a);
+  base = fp_->base;
+  new (&base[callee->me]) Value(Value::object(me));
+  pc = callee->code.data();
+  constants = callee->constants.data();
+}
+  VBS_DISPATCH();
+  VBS_ENTER(CallMember, 2, callMember(pc, base))
+GetMember : {
+  const Value* field = cachedField(base[pc->b], *pc[1].pointer<MemberCache>());
+  const bool simple = field && !(field->isObject() && !pc->aIsTemporary()) && !pc->bIsTemporary();
+  if (!simple || !copyInto(base[pc->a], *field)) {
+    if (VBS_SLOW(getMember(pc, base))) VBS_RELOAD();
   }
-    VBS_DISPATCH();
-  CallReplaceable:
-    fp_->pc = pc + 2;
-    enter(current(*pc[1].pointer<const Routine>()), base + pc->b, pc->a);
-    VBS_RELOAD();
-  CallOwn : {
-    const Routine* callee = pc[1].pointer<const Routine>();
-    fp_->pc = pc + 2;
-    Object* me = base[fp_->routine->me].asObject();
-    enter(*callee, base + pc->b, pc->a);
-    base = fp_->base;
-    new (&base[callee->me]) Value(Value::object(me));
-    pc = callee->code.data();
-    constants = callee->constants.data();
+}
+  VBS_NEXT(2);
+PutMember : {
+  Value* field = cachedField(base[pc->a], *pc[1].pointer<MemberCache>());
+  if (!field || pc->c != 0 || pc->aIsTemporary() || !storePlain(*field, base[pc->b])) {
+    if (VBS_SLOW(putMember(pc, base))) VBS_RELOAD();
   }
-    VBS_DISPATCH();
-    VBS_ENTER(CallMember, 2, callMember(pc, base))
-  GetMember : {
-    const Value* field = cachedField(base[pc->b], *pc[1].pointer<MemberCache>());
-    const bool simple = field && !(field->isObject() && !pc->aIsTemporary()) && !pc->bIsTemporary();
-    if (!simple || !copyInto(base[pc->a], *field)) {
-      if (getMember(pc, base)) VBS_RELOAD();
-    }
-  }
-    VBS_NEXT(2);
-  PutMember : {
-    Value* field = cachedField(base[pc->a], *pc[1].pointer<MemberCache>());
-    if (!field || pc->c != 0 || pc->aIsTemporary() || !storePlain(*field, base[pc->b])) {
-      if (putMember(pc, base)) VBS_RELOAD();
-    }
-  }
-    VBS_NEXT(2);
-    VBS_ENTER(PutMemberArguments, 2, putMemberArguments(pc, base))
-    VBS_ENTER(CallValue, 1, callValue(pc, base))
-    VBS_DELEGATE(CallHost, 2, callHost(pc, base))
-    VBS_DELEGATE(PutHost, 2, putHost(pc, base))
-    VBS_DELEGATE(LoadHost, 1, put(pc, base, Value::object(host_[pc->b].object)))
-    VBS_DELEGATE(CallIntrinsic, 2, callIntrinsic(pc, base))
-    VBS_DELEGATE(CallIntrinsicOne, 2, callIntrinsicOne(pc, base))
-    VBS_ENTER(New, 2, newObject(pc, base))
-    VBS_ENTER(NewNamed, 2, newNamed(pc, base))
-    VBS_DELEGATE(LateGet, 2, lateGet(pc, base))
-    VBS_ENTER(LateCall, 2, lateCall(pc, base))
-    VBS_DELEGATE(LatePut, 2, latePut(pc, base))
-    VBS_DELEGATE(LateRef, 2, lateRef(pc, base))
+}
+  VBS_NEXT(2);
+  VBS_ENTER(PutMemberArguments, 2, putMemberArguments(pc, base))
+  VBS_ENTER(CallValue, 1, callValue(pc, base))
+  VBS_DELEGATE(CallHost, 2, callHost(pc, base))
+  VBS_DELEGATE(PutHost, 2, putHost(pc, base))
+  VBS_DELEGATE(LoadHost, 1, put(pc, base, Value::object(host_[pc->b].object)))
+  VBS_DELEGATE(CallIntrinsic, 2, callIntrinsic(pc, base))
+  VBS_DELEGATE(CallIntrinsicOne, 2, callIntrinsicOne(pc, base))
+  VBS_ENTER(New, 2, newObject(pc, base))
+  VBS_ENTER(NewNamed, 2, newNamed(pc, base))
+  VBS_DELEGATE(LateGet, 2, lateGet(pc, base))
+  VBS_ENTER(LateCall, 2, lateCall(pc, base))
+  VBS_DELEGATE(LatePut, 2, latePut(pc, base))
+  VBS_DELEGATE(LateRef, 2, lateRef(pc, base))
 
-  Return : {
-    const Routine* routine = fp_->routine;
-    alignas(Value) unsigned char result[sizeof(Value)];
-    if (routine->result != kNoRegister) {
-      Value& from = base[routine->result];
-      std::memcpy(result, static_cast<const void*>(&from), sizeof(Value));
-      from.setIntUncounted(Type::Empty, 0);
-    } else {
-      new (result) Value();
-    }
-    for (Value *v = base, *end = base + routine->firstTemporary; v != end; ++v) {
-      if (needsCare(*v)) release(*v);
-    }
-    const std::uint16_t target = fp_->target;
-    if (fp_->added) dropAdded();
-    --fp_;
-    base = fp_->base;
-    pc = fp_->pc - 1;  // within the statement that called, should the result raise an error
-    constants = fp_->routine->constants.data();
-    auto& value = *reinterpret_cast<Value*>(result);
-    if (target != kNoRegister && !needsCare(base[target]) && !value.isObject()) {
-      copyBits(base[target], value);
-    } else {
-      acceptResult(base, target, value);
-    }
+Return : {
+  const Routine* routine = fp_->routine;
+  alignas(Value) unsigned char result[sizeof(Value)];
+  if (routine->result != kNoRegister) {
+    Value& from = base[routine->result];
+    std::memcpy(result, static_cast<const void*>(&from), sizeof(Value));
+    from.setIntUncounted(Type::Empty, 0);
+  } else {
+    new (result) Value();
   }
-    VBS_NEXT(1);
-
-    // ---- Errors and code as text ----
-
-  OnErrorResumeNext:
-    err_->clear();
-    fp_->resumeNext = true;
-    VBS_NEXT(1);
-  OnErrorGoToZero:
-    err_->clear();
-    fp_->resumeNext = false;
-    VBS_NEXT(1);
-    VBS_DELEGATE(Throw, 2, throwCode(pc))
-    VBS_DELEGATE(ExecuteText, 1, executeText(pc, base))
-    VBS_DELEGATE(EvaluateText, 1, evaluateText(pc, base))
-    VBS_DELEGATE(GetRef, 1, getRef(pc, base))
-  } catch (ScriptError& error) {
-    if (!trap(error, entry, pc)) throw;
-  } catch (...) {
-    unwind(entry);
-    throw;
+  for (Value *v = base, *end = base + routine->firstTemporary; v != end; ++v) {
+    if (needsCare(*v)) VBS_SLOW(release(*v));
   }
-  goto resume;
+  const std::uint16_t target = fp_->target;
+  if (fp_->added) VBS_SLOW(dropAdded());
+  --fp_;  // whose pc is behind the call: an error of what follows belongs to that statement
+  base = fp_->base;
+  pc = fp_->pc;
+  constants = fp_->routine->constants.data();
+  auto& value = *reinterpret_cast<Value*>(result);
+  if (target != kNoRegister && !needsCare(base[target]) && !value.isObject()) {
+    copyBits(base[target], value);
+  } else {
+    acceptResult(base, target, value);
+  }
+}
+  VBS_DISPATCH();
+
+  // ---- Errors and code as text ----
+
+OnErrorResumeNext:
+  err_->clear();
+  fp_->resumeNext = true;
+  VBS_NEXT(1);
+OnErrorGoToZero:
+  err_->clear();
+  fp_->resumeNext = false;
+  VBS_NEXT(1);
+  VBS_DELEGATE(Throw, 2, throwCode(pc))
+  VBS_DELEGATE(ExecuteText, 1, executeText(pc, base))
+  VBS_DELEGATE(EvaluateText, 1, evaluateText(pc, base))
+  VBS_DELEGATE(GetRef, 1, getRef(pc, base))
 }
 
 #pragma GCC diagnostic pop

@@ -29,9 +29,11 @@ void fill(void* out, std::size_t length) {
 class LinuxRandom final : public Random {
  public:
   double fraction() override {
-    std::uint64_t bits = 0;
-    fill(&bits, sizeof bits);
-    return static_cast<double>(bits >> 11) * 0x1.0p-53;
+    if (left_ == 0) {
+      fill(drawn_.data(), sizeof drawn_);
+      left_ = drawn_.size();
+    }
+    return static_cast<double>(drawn_[--left_] >> 11) * 0x1.0p-53;
   }
 
   std::array<std::uint8_t, 16> guid() override {
@@ -43,6 +45,10 @@ class LinuxRandom final : public Random {
     bytes[8] = static_cast<std::uint8_t>((bytes[8] & 0x3F) | 0x80);
     return bytes;
   }
+
+ private:
+  std::array<std::uint64_t, 32> drawn_{};  ///< for fractions, as a call of the kernel takes longer
+  std::size_t left_ = 0;
 };
 
 }  // namespace

@@ -39,6 +39,20 @@ TEST(PageTranslator, CollapsesOneEmptyLineInEveryPair) {
             "response.xwrite \"b\"\r\n");
 }
 
+TEST(PageTranslator, TakesEveryLineEndForTheSame) {
+  EXPECT_EQ(translatePage("a\nb\rc\r\nd"), translatePage("a\r\nb\r\nc\r\nd"));
+  EXPECT_EQ(translatePage("d\r\r\n\ne"), translatePage("d\r\n\r\n\r\ne"));
+  EXPECT_EQ(translatePage("<%a\nb\n\nc%>"), "a\r\nb\r\nc\r\n");
+}
+
+TEST(PageTranslator, CollapsesEmptyLinesAtTheEndsOfAPage) {
+  EXPECT_EQ(translatePage("\r\n\r\n\r\na"),
+            "response.xwrite \"\" & vbCrLf\r\nresponse.xwrite \"\" & vbCrLf\r\n"
+            "response.xwrite \"a\"\r\n");
+  EXPECT_EQ(translatePage("a\r\n\r\n"),
+            "response.xwrite \"a\" & vbCrLf\r\nresponse.xwrite \"\"\r\n");
+}
+
 TEST(PageTranslator, EndsATextWithALineBreakOnlyWhereThePageDoes) {
   EXPECT_EQ(translatePage("a\r\n"), "response.xwrite \"a\" & vbCrLf\r\nresponse.xwrite \"\"\r\n");
   EXPECT_EQ(translatePage("a"), "response.xwrite \"a\"\r\n");
