@@ -50,7 +50,7 @@ bool RoutineCompiler::appendToVariable(const Expression& target, const Expressio
     tail = operand(*parts[0]);
   } else {
     tail = newTemporary();
-    concatenateParts(parts, tail);
+    concatenateParts(std::move(parts), tail);
   }
   const Register place = placeOf(target);
   if (disturbed) {

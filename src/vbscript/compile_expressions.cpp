@@ -115,6 +115,10 @@ bool isNumber(const Value& value) {
   return value.is(Type::Integer) || value.is(Type::Long) || value.is(Type::Double);
 }
 
+}  // namespace
+
+// ---- Values ----
+
 const Expression& unwrapped(const Expression& expression) {
   const Expression* at = &expression;
   while (at->kind == ExpressionKind::Parenthesized) {
@@ -122,10 +126,6 @@ const Expression& unwrapped(const Expression& expression) {
   }
   return *at;
 }
-
-}  // namespace
-
-// ---- Values ----
 
 void RoutineCompiler::compileTo(const Expression& expression, Register target) {
   switch (expression.kind) {
@@ -411,48 +411,6 @@ void RoutineCompiler::jumpOnComparison(const BinaryExpression& binary, bool when
   const Register r = operand(*right);
   if (comparison.swaps) return emitFarJump(comparison.jumpRegisters, r, l, flags, label);
   emitFarJump(comparison.jumpRegisters, l, r, flags, label);
-}
-
-// ---- Texts ----
-
-void RoutineCompiler::compileConcatenation(const BinaryExpression& binary, Register target) {
-  std::vector<const Expression*> parts{binary.right.get()};
-  const Expression* at = binary.left.get();
-  while (at->kind == ExpressionKind::Binary) {
-    const auto& inner = static_cast<const BinaryExpression&>(*at);
-    if (inner.operation != BinaryOperator::Concatenate) break;
-    parts.push_back(inner.right.get());
-    at = inner.left.get();
-  }
-  parts.push_back(at);
-  std::reverse(parts.begin(), parts.end());
-  concatenateParts(parts, target);
-}
-
-void RoutineCompiler::concatenateParts(const std::vector<const Expression*>& parts,
-                                       Register target) {
-  const Temporaries temporaries(*this);
-  if (parts.size() == 2) {
-    const Register l = operandBefore(*parts[0], *parts[1], target);
-    const Register r = operand(*parts[1], l == target ? kNoRegister : target);
-    return emit(Opcode::Concatenate, target, l, r);
-  }
-  const auto first = static_cast<Register>(nextTemporary_);
-  for (std::size_t i = 0; i < parts.size(); ++i) {
-    const Register piece = newTemporary();
-    const Binding* binding = bindName(unwrapped(*parts[i]));
-    const bool inRegister = binding && binding->kind == Binding::Kind::Register;
-    const bool stays = inRegister && std::none_of(parts.begin() + static_cast<std::ptrdiff_t>(i),
-                                                  parts.end(), [&](const Expression* later) {
-                                                    return disturbs(*later, binding->index);
-                                                  });
-    if (stays) {
-      emit(Opcode::RefVariable, piece, binding->index);
-    } else {
-      compileTo(*parts[i], piece);
-    }
-  }
-  emit(Opcode::ConcatenateMany, target, first, static_cast<unsigned>(parts.size()));
 }
 
 }  // namespace vbs

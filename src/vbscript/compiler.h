@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -46,6 +47,9 @@ struct Binding {
     const Intrinsic* intrinsic;
   };
 };
+
+/// An expression without the parentheses around it.
+const Expression& unwrapped(const Expression& expression);
 
 [[noreturn]] void failCompile(std::int32_t number, SourcePosition position);
 
@@ -183,13 +187,17 @@ class RoutineCompiler {
   void compileUnary(const UnaryExpression& unary, Register target);
   void compileBinary(const BinaryExpression& binary, Register target);
   void compileComparison(const BinaryExpression& binary, Register target);
-  void compileConcatenation(const BinaryExpression& binary, Register target);
-  void concatenateParts(const std::vector<const Expression*>& parts, Register target);
   void compileNew(const NewExpression& expression, Register target);
   /// Jumps to `label` when the truth of `condition` is `when`.
   void jumpOn(const Expression& condition, bool when, Label& label);
   void jumpOnComparison(const BinaryExpression& binary, bool when, bool nullValue, Label& label);
   const Value* literal(const Expression& expression) const;
+
+  // Concatenations (compile_texts.cpp).
+  void compileConcatenation(const BinaryExpression& binary, Register target);
+  void concatenateParts(std::vector<const Expression*> parts, Register target);
+  void joinTexts(std::vector<const Expression*>& parts, std::vector<ExpressionPtr>& made) const;
+  std::optional<String> constantText(const Expression& expression) const;
 
   // Calls (compile_calls.cpp).
   void compileCall(const Expression& callee, const std::vector<ExpressionPtr>& arguments,

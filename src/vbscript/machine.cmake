@@ -3,6 +3,7 @@ add_library(vbscript STATIC
   compile_assignments.cpp
   compile_calls.cpp
   compile_expressions.cpp
+  compile_texts.cpp
   compile_mentions.cpp
   compile_names.cpp
   compile_script.cpp

@@ -92,6 +92,29 @@ TEST(Bytecode, TextsGrowInPlace) {
             "Halt\n");
 }
 
+TEST(Bytecode, ConstantTextsAreJoinedWhenCompiled) {
+  EXPECT_EQ(code("x = \"a\" & Chr(34) & (\"b\") & vbTab"),
+            "LoadConstant r0 \"a\"b\t\"\n"
+            "Halt\n");
+  EXPECT_EQ(code("x = a & \"b\" & \"c\" & d"),
+            "RefVariable t0 r1\n"
+            "LoadConstant t1 \"bc\"\n"
+            "RefVariable t2 r2\n"
+            "ConcatenateMany r0 t0 3\n"
+            "Halt\n");
+  EXPECT_EQ(code("x = \"a\" & Chr(1000)"),
+            "LoadConstant t0 \"a\"\n"
+            "LoadInteger t1 1000\n"
+            "CallIntrinsicOne t1 t1 Chr\n"
+            "Concatenate r0 t0 t1\n"
+            "Halt\n");
+  EXPECT_EQ(code("x = 1 & 2"),
+            "LoadInteger t0 1\n"
+            "LoadInteger t1 2\n"
+            "Concatenate r0 t0 t1\n"
+            "Halt\n");
+}
+
 TEST(Bytecode, TextThatACallMayChangeIsReadBeforeIt) {
   EXPECT_EQ(code("s = s & F()\nFunction F : s = \"\" : End Function"),
             "Copy t0 r0\n"

@@ -28,7 +28,10 @@ TEST_F(LimitsTest, TimeEndsARunWhateverTheScriptTraps) {
   for (const auto source : kEndless) {
     EXPECT_EQ(run(source), "<113>") << source;
     EXPECT_EQ(lastError->description, "Script timed out");
+    EXPECT_GT(lastError->line, 0u) << source;
   }
+  run("x = 1\nDo\nx = x + 1\nLoop");
+  EXPECT_EQ(lastError->line, 4u);
   EXPECT_EQ(run("Write \"fine\""), "fine");
 }
 
