@@ -1,5 +1,7 @@
 #pragma once
 
+#include <chrono>
+
 #include "support/date_time.h"
 
 /// The clock of the system, injected so that tests need not wait.
@@ -8,6 +10,8 @@ class Clock {
   virtual ~Clock() = default;
 
   virtual TimePoint now() const = 0;
+  /// For measuring time spans: never set back, of no known origin.
+  virtual std::chrono::steady_clock::time_point steadyNow() const = 0;
 
   /// The fields of `t` in the machine's own time zone.
   virtual CalendarTime local(TimePoint t) const = 0;

@@ -28,7 +28,7 @@ constexpr std::int32_t kEndOfPage = 6006;
 constexpr std::string_view kNoName;
 
 /// Pages that run inside each other by Server.Execute.
-constexpr int kMostNestedPages = 8;
+constexpr std::size_t kMostNestedPages = 8;
 
 /// `path` without "." and ".." components, for comparing folders.
 std::string normalPath(const std::string& path) {
@@ -152,6 +152,8 @@ bool aspMainParser::Run() {
 
   Published published(*this);
   published_ = &published;
+  timeLimit_ = limits_.time;
+  started_ = host_.steadyNow();
   const auto error = runProgram(program);
   published_ = nullptr;
 
@@ -165,9 +167,41 @@ bool aspMainParser::Run() {
   return true;
 }
 
+/// Marks an engine as running.
+class aspMainParser::Running {
+ public:
+  Running(aspMainParser& page, vbs::Engine& engine) : page_(page) {
+    page_.running_.push_back(&engine);
+  }
+  Running(const Running&) = delete;
+  Running& operator=(const Running&) = delete;
+  ~Running() { page_.running_.pop_back(); }
+
+ private:
+  aspMainParser& page_;
+};
+
+/// The limits of a program that starts now, within the time of the whole page.
+vbs::Limits aspMainParser::limitsFromNow() {
+  vbs::Limits limits = limits_;
+  const auto left = started_ + timeLimit_ - host_.steadyNow();
+  limits.time = std::chrono::duration_cast<std::chrono::milliseconds>(left);
+  return limits;
+}
+
+std::chrono::seconds aspMainParser::timeLimit() const {
+  return std::chrono::duration_cast<std::chrono::seconds>(timeLimit_);
+}
+
+void aspMainParser::setTimeLimit(std::chrono::seconds limit) {
+  timeLimit_ = limit;
+  for (vbs::Engine* engine : running_) engine->setDeadline(started_ + limit);
+}
+
 std::optional<vbs::ErrorReport> aspMainParser::runProgram(const std::string& program) {
   try {
-    vbs::Engine engine(host_, programs_, limits_);
+    vbs::Engine engine(host_, programs_, limitsFromNow());
+    const Running running(*this, engine);
     published_->addTo(engine);
     return engine.run(program);
   } catch (const std::exception&) {
@@ -246,10 +280,8 @@ std::optional<std::string> aspMainParser::pageFile(std::string_view target) cons
 void aspMainParser::execute(const std::string& target) {
   const auto file = pageFile(target);
   if (!file) vbs::throwError(vbs::ErrorCode::FileNotFound, target);
-  if (executeDepth_ >= kMostNestedPages) vbs::throwError(vbs::ErrorCode::OutOfStackSpace);
-  ++executeDepth_;
+  if (running_.size() > kMostNestedPages) vbs::throwError(vbs::ErrorCode::OutOfStackSpace);
   const auto error = runProgram(translate(strReadFile(*file), std::string(paths::folderOf(*file))));
-  --executeDepth_;
   if (error && error->number == kEndOfPage) endPage();
   if (error) throw vbs::ScriptError{error->number, error->description, error->source, {}, 0};
 }

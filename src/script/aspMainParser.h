@@ -59,7 +59,9 @@ class aspMainParser final : private aspServerObj::Page {
 
  private:
   struct Published;
+  class Running;
 
+  vbs::Limits limitsFromNow();
   std::optional<vbs::ErrorReport> runProgram(const std::string& program);
   std::string translate(std::string source, const std::string& folder) const;
   std::optional<std::string> readInclude(const std::string& folder, const std::string& name) const;
@@ -71,6 +73,8 @@ class aspMainParser final : private aspServerObj::Page {
 
   void debugOutput(const std::string& dbgData) override;
   void execute(const std::string& target) override;
+  std::chrono::seconds timeLimit() const override;
+  void setTimeLimit(std::chrono::seconds limit) override;
   void endPage() override;
 
   const PageServices& services_;
@@ -87,8 +91,10 @@ class aspMainParser final : private aspServerObj::Page {
   vbs::Ref<aspSessionObj> session_;
   std::int32_t socketIndex_ = -1;
 
-  Published* published_ = nullptr;  ///< the objects of the run in progress
-  int executeDepth_ = 0;
+  Published* published_ = nullptr;         ///< the objects of the run in progress
+  std::vector<vbs::Engine*> running_;      ///< one, and those of pages run by Server.Execute
+  std::chrono::milliseconds timeLimit_{};  ///< of the run in progress
+  std::chrono::steady_clock::time_point started_;
   std::string output_;
   std::string responseHeader_;
   bool flushedResponse_ = false;

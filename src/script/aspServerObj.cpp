@@ -22,8 +22,8 @@ using script_values::text;
 
 namespace {
 
-/// What a page may ask for; the host ends every page after ten seconds anyway.
-constexpr std::int32_t kLongestTimeout = 10;
+/// Seconds that a page may ask for. All clients wait while a page runs.
+constexpr std::int32_t kLongestTimeout = 60;
 
 vbs::Value textValue(const std::string& bytes) {
   return vbs::Value(std::string_view(bytes));
@@ -183,11 +183,12 @@ vbs::Value aspServerObj::callDebugOut(vbs::Args args) {
 }
 
 vbs::Value aspServerObj::getScriptTimeout(vbs::Args) {
-  return vbs::Value::longInt(scriptTimeout_);
+  return vbs::Value::longInt(static_cast<std::int32_t>(page().timeLimit().count()));
 }
 
 void aspServerObj::putScriptTimeout(vbs::Args args, vbs::CallKind) {
-  scriptTimeout_ = std::clamp(vbs::toLong(args.back()), 1, kLongestTimeout);
+  const std::int32_t asked = std::clamp(vbs::toLong(args.back()), 1, kLongestTimeout);
+  page().setTimeLimit(std::chrono::seconds(asked));
 }
 
 vbs::Value aspServerObj::callExecute(vbs::Args args) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -24,6 +25,9 @@ class aspServerObj final : public vbs::NativeObject<aspServerObj> {
     /// Runs another page of the document root with the same objects; its output follows what has
     /// been written. Throws what that page stopped with.
     virtual void execute(const std::string& target) = 0;
+    /// How long the page may run, from its start on.
+    virtual std::chrono::seconds timeLimit() const = 0;
+    virtual void setTimeLimit(std::chrono::seconds limit) = 0;
     /// Ends the run at once; nothing is written any more. Does not return.
     virtual void endPage() = 0;
   };
@@ -79,5 +83,4 @@ class aspServerObj final : public vbs::NativeObject<aspServerObj> {
   const clsHTTPParser* request_ = nullptr;
   std::string pageFolder_;
   std::optional<HeaderVariables> headers_;  ///< made on first use
-  std::int32_t scriptTimeout_ = 10;         ///< seconds
 };

@@ -16,7 +16,7 @@ double PageHost::secondsSinceMidnight() {
 }
 
 std::chrono::steady_clock::time_point PageHost::steadyNow() {
-  return std::chrono::steady_clock::now();
+  return clock_.steadyNow();
 }
 
 vbs::Value PageHost::createObject(std::string_view progId) {

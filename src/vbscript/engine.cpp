@@ -99,6 +99,10 @@ std::optional<ErrorReport> Engine::run(std::string_view source) {
   return machine_->run(source);
 }
 
+void Engine::setDeadline(std::chrono::steady_clock::time_point deadline) {
+  machine_->setDeadline(deadline);
+}
+
 std::optional<ErrorReport> Engine::evaluate(std::string_view expression, Value& result) {
   return machine_->evaluate(expression, result);
 }

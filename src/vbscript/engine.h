@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -67,6 +68,10 @@ class Engine {
   /// Compiles and runs `source` (bytes of Windows-1252) in the global scope. Nothing on success.
   /// The limits of time and memory start anew with each call.
   std::optional<ErrorReport> run(std::string_view source);
+
+  /// Moves the end of the run in progress, which Limits::time set at its start. For objects of the
+  /// host while a script calls them.
+  void setDeadline(std::chrono::steady_clock::time_point deadline);
 
   /// The value of an expression in the global scope; for tools and tests.
   std::optional<ErrorReport> evaluate(std::string_view expression, Value& result);

@@ -62,6 +62,7 @@ class Machine {
 
   void addObject(std::string_view name, Object& object, bool globalMembers);
   std::optional<ErrorReport> run(std::string_view source);
+  void setDeadline(std::chrono::steady_clock::time_point deadline) { deadline_ = deadline; }
   std::optional<ErrorReport> evaluate(std::string_view expression, Value& result);
 
   /// Calls a routine from outside the loop; `me` is its object or null. Arguments may be

@@ -11,7 +11,11 @@ class FakeClock final : public Clock {
 
   void advance(std::chrono::milliseconds by) { time += by; }
 
+  /// How far each look at the steady clock moves it.
+  std::chrono::milliseconds step{0};
+
   TimePoint now() const override { return time; }
+  std::chrono::steady_clock::time_point steadyNow() const override { return steady_ += step; }
   CalendarTime local(TimePoint t) const override { return utc(t + zone); }
   CalendarTime utc(TimePoint t) const override {
     const auto day = std::chrono::floor<std::chrono::days>(t);
@@ -25,4 +29,7 @@ class FakeClock final : public Clock {
             static_cast<int>(clock.seconds().count()),
             static_cast<int>(std::chrono::weekday{day}.c_encoding())};
   }
+
+ private:
+  mutable std::chrono::steady_clock::time_point steady_;
 };

@@ -38,6 +38,9 @@ class LastSecond {
 class LinuxClock final : public Clock {
  public:
   TimePoint now() const override { return system_clock::now(); }
+  std::chrono::steady_clock::time_point steadyNow() const override {
+    return std::chrono::steady_clock::now();
+  }
   CalendarTime local(TimePoint t) const override { return local_.fields(t, ::localtime_r); }
   CalendarTime utc(TimePoint t) const override { return utc_.fields(t, ::gmtime_r); }
 

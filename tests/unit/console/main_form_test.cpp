@@ -145,6 +145,14 @@ TEST_F(MainForm, DispatchSendsOnAConnectedSlotOnly) {
   EXPECT_EQ(loop.sockets[1]->sent, "");
 }
 
+TEST_F(MainForm, DispatchWaitsForASlowClientButNotForEver) {
+  window.StartServer();
+  FakeSocket& socket = *connect();
+  stage.events->Dispatch(0, "x", false);
+  EXPECT_EQ(socket.drained.first, 8u << 20);
+  EXPECT_EQ(socket.drained.second, std::chrono::seconds{30});
+}
+
 TEST_F(MainForm, DispatchRunsNoOtherEvents) {
   window.StartServer();
   connect();

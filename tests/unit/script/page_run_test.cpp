@@ -69,6 +69,33 @@ class PageRun : public ::testing::Test, protected PageEvents {
   std::optional<RunningScripts> scripts_;
 };
 
+TEST_F(PageRun, EndsAtTheTimeThatThePageChooses) {
+  const std::string loop = "For i = 1 To 500000: Next";  // some 25 looks at the clock
+  clock.step = std::chrono::milliseconds{100};
+  EXPECT_EQ(output("<% " + loop + " %>done"), "done");
+  EXPECT_NE(output("<% Server.ScriptTimeout = 1: " + loop + " %>done").find("Error #113"),
+            std::string::npos);
+  clock.step = std::chrono::milliseconds{1000};
+  EXPECT_NE(output("<% " + loop + " %>done").find("Error #113"), std::string::npos);
+  EXPECT_EQ(output("<% Server.ScriptTimeout = 50: " + loop + " %>done"), "done");
+}
+
+TEST_F(PageRun, KeepsTheTimeThatAPageChoosesWithinBounds) {
+  EXPECT_EQ(output("<%= Server.ScriptTimeout %>"), "10");
+  EXPECT_EQ(output("<% Server.ScriptTimeout = 0 %><%= Server.ScriptTimeout %>"), "1");
+  EXPECT_EQ(output("<% Server.ScriptTimeout = 9999 %><%= Server.ScriptTimeout %>"), "60");
+  EXPECT_EQ(output("<%= Server.ScriptTimeout %>"), "10");
+}
+
+TEST_F(PageRun, APageRunWithinAnotherSharesItsTime) {
+  clock.step = std::chrono::milliseconds{400};
+  files.put("/srv/slow.qvs", "<% For i = 1 To 300000: Next %>x");  // some six seconds
+  const std::string page = "<% Server.Execute \"slow.qvs\" %>";
+  EXPECT_EQ(output(page), "x");
+  EXPECT_NE(output(page + page).find("Error #113"), std::string::npos);
+  EXPECT_EQ(output("<% Server.ScriptTimeout = 30 %>" + page + page), "xx");
+}
+
 TEST_F(PageRun, GivesOutputAndHeader) {
   const auto result = run(
       "<b><%= 1 + 1 %></b><% Response.AddHeader \"X\", \"1\": Response.ContentType = \"a/b\" %>");

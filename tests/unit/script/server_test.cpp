@@ -34,12 +34,15 @@ class ServerTest : public ::testing::Test, protected aspServerObj::Page {
 
   void debugOutput(const std::string& dbgData) override { debugged.push_back(dbgData); }
   void execute(const std::string& target) override { executed.push_back(target); }
+  std::chrono::seconds timeLimit() const override { return limit; }
+  void setTimeLimit(std::chrono::seconds wanted) override { limit = wanted; }
   void endPage() override { throw vbs::EndOfRun{}; }
 
   std::string call(const char* member, std::string_view argument) {
     return getText(*server, member, values(argument));
   }
 
+  std::chrono::seconds limit{10};
   ServerState state;
   MemoryFiles files;
   FakeClock clock;
