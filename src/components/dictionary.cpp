@@ -25,6 +25,10 @@ class Dictionary : public vbs::NativeObject<Dictionary> {
   std::unique_ptr<vbs::Enumerator> enumerate() override {
     return std::make_unique<vbs::ValueWalk>(listOf(&DictionaryTable::Entry::key));
   }
+  Value* itemPlace(const Value& key) override {
+    DictionaryTable::Entry* entry = table_.find(key);
+    return entry ? &entry->item : nullptr;
+  }
 
  private:
   /// A key that is read before it was written comes to stand in the dictionary.

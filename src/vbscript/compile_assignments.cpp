@@ -20,47 +20,6 @@ void RoutineCompiler::assign(const AssignStatement& statement) {
   }
 }
 
-/// `s = s & a & b` adds to s what it lacks.
-bool RoutineCompiler::appendToVariable(const Expression& target, const Expression& value) {
-  const Binding* binding = bindName(target);
-  if (!binding || !isVariable(*binding) || value.kind != ExpressionKind::Binary) return false;
-  std::vector<const Expression*> parts;
-  const Expression* at = &value;
-  while (at->kind == ExpressionKind::Binary) {
-    const auto& binary = static_cast<const BinaryExpression&>(*at);
-    if (binary.operation != BinaryOperator::Concatenate) break;
-    parts.insert(parts.begin(), binary.right.get());
-    at = binary.left.get();
-  }
-  if (parts.empty() || at->kind != ExpressionKind::Name) return false;
-  const Identifier& name = static_cast<const NameExpression&>(*at).name;
-  if (name.id != static_cast<const NameExpression&>(target).name.id) return false;
-  const Temporaries temporaries(*this);
-  const Register variable = binding->kind == Binding::Kind::Register ? binding->index : kNoRegister;
-  const bool disturbed = std::any_of(parts.begin(), parts.end(), [&](const Expression* part) {
-    return disturbs(*part, variable);
-  });
-  Register before = kNoRegister;
-  if (disturbed) {
-    before = newTemporary();
-    compileTo(target, before);
-  }
-  Register tail = kNoRegister;
-  if (parts.size() == 1) {
-    tail = operand(*parts[0]);
-  } else {
-    tail = newTemporary();
-    concatenateParts(std::move(parts), tail);
-  }
-  const Register place = placeOf(target);
-  if (disturbed) {
-    emit(Opcode::AppendSaved, place, before, tail);
-  } else {
-    emit(Opcode::Append, place, tail);
-  }
-  return true;
-}
-
 void RoutineCompiler::assignName(const NameExpression& target, const Expression& value,
                                  bool isSet) {
   assignBound(bind(target.name), target.name, value, isSet);
@@ -165,6 +124,7 @@ void RoutineCompiler::assignCall(const CallExpression& target, const Expression&
 
 void RoutineCompiler::assignElement(const CallExpression& target, const Expression& value,
                                     bool isSet) {
+  if (!isSet && appendToElement(target, value)) return;
   const Temporaries temporaries(*this);
   const auto& indexes = target.arguments;
   bool simple = !isSet && (indexes.size() == 1 || indexes.size() == 2);

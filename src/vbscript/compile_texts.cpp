@@ -8,19 +8,125 @@
 
 namespace vbs {
 
-void RoutineCompiler::compileConcatenation(const BinaryExpression& binary, Register target) {
-  std::vector<const Expression*> parts{binary.right.get()};
-  const Expression* at = binary.left.get();
-  while (at->kind == ExpressionKind::Binary) {
-    const auto& inner = static_cast<const BinaryExpression&>(*at);
-    if (inner.operation != BinaryOperator::Concatenate) break;
-    parts.push_back(inner.right.get());
-    at = inner.left.get();
+namespace {
+
+/// `first & rest & ...`
+struct Concatenation {
+  const Expression* first;
+  std::vector<const Expression*> rest;
+};
+
+Concatenation concatenationOf(const Expression& expression) {
+  Concatenation found{&expression, {}};
+  while (found.first->kind == ExpressionKind::Binary) {
+    const auto& binary = static_cast<const BinaryExpression&>(*found.first);
+    if (binary.operation != BinaryOperator::Concatenate) break;
+    found.rest.push_back(binary.right.get());
+    found.first = binary.left.get();
   }
-  parts.push_back(at);
-  std::reverse(parts.begin(), parts.end());
+  std::reverse(found.rest.begin(), found.rest.end());
+  return found;
+}
+
+bool isSameName(const Expression& a, const Expression& b) {
+  return a.kind == ExpressionKind::Name && b.kind == ExpressionKind::Name &&
+         static_cast<const NameExpression&>(a).name.id ==
+             static_cast<const NameExpression&>(b).name.id;
+}
+
+}  // namespace
+
+void RoutineCompiler::compileConcatenation(const BinaryExpression& binary, Register target) {
+  auto [first, parts] = concatenationOf(binary);
+  parts.insert(parts.begin(), first);
   concatenateParts(std::move(parts), target);
 }
+
+// ---- Texts that grow in place ----
+
+/// A register with what is to be added.
+RoutineCompiler::Register RoutineCompiler::tailOf(std::vector<const Expression*> parts) {
+  if (parts.size() == 1) return operand(*parts[0]);
+  const Register tail = newTemporary();
+  concatenateParts(std::move(parts), tail);
+  return tail;
+}
+
+bool RoutineCompiler::anyDisturbs(const std::vector<const Expression*>& parts,
+                                  Register variable) const {
+  return std::any_of(parts.begin(), parts.end(),
+                     [&](const Expression* part) { return disturbs(*part, variable); });
+}
+
+/// `s = s & a & b` adds to s what it lacks.
+bool RoutineCompiler::appendToVariable(const Expression& target, const Expression& value) {
+  const Binding* binding = bindName(target);
+  if (!binding || !isVariable(*binding)) return false;
+  auto [first, parts] = concatenationOf(value);
+  if (parts.empty() || !isSameName(*first, target)) return false;
+  const Temporaries temporaries(*this);
+  const Register variable = binding->kind == Binding::Kind::Register ? binding->index : kNoRegister;
+  const bool disturbed = anyDisturbs(parts, variable);
+  Register before = kNoRegister;
+  if (disturbed) {
+    before = newTemporary();
+    compileTo(target, before);
+  }
+  const Register tail = tailOf(std::move(parts));
+  const Register place = placeOf(target);
+  if (disturbed) {
+    emit(Opcode::AppendSaved, place, before, tail);
+  } else {
+    emit(Opcode::Append, place, tail);
+  }
+  return true;
+}
+
+/// Both are the same variable or the same constant.
+bool RoutineCompiler::isSamePlainIndex(const Expression& a, const Expression& b) const {
+  const Value* constant = literal(a);
+  const Value* other = literal(b);
+  if (constant && other && constant->type() == other->type()) {
+    if (constant->isString()) return constant->asString() == other->asString();
+    return constant->is(Type::Integer) && constant->asInt() == other->asInt();
+  }
+  const Binding* binding = bindName(a);
+  return binding && isVariable(*binding) && isSameName(a, b);
+}
+
+/// `t(i) = t(i) & a & b`, where nothing that is added can change t or i.
+bool RoutineCompiler::appendToElement(const CallExpression& target, const Expression& value) {
+  const Binding* array = bindName(*target.callee);
+  if (!array || !isVariable(*array) || target.arguments.size() != 1 || !target.arguments[0]) {
+    return false;
+  }
+  const bool isResult = array->kind == Binding::Kind::Register &&
+                        (array->index == routine_.result || array->index == outerResult_);
+  const Expression& index = *target.arguments[0];
+  if (isResult) return false;
+
+  auto [first, parts] = concatenationOf(value);
+  if (parts.empty() || first->kind != ExpressionKind::Call) return false;
+  const auto& element = static_cast<const CallExpression&>(*first);
+  const bool isSame = isSameName(*element.callee, *target.callee) &&
+                      element.arguments.size() == 1 && element.arguments[0] &&
+                      isSamePlainIndex(*element.arguments[0], index);
+  if (!isSame || anyDisturbs(parts, kNoRegister)) return false;
+  for (const Binding* variable : {array, bindName(index)}) {
+    const bool inRegister = variable && variable->kind == Binding::Kind::Register;
+    if (inRegister && anyDisturbs(parts, variable->index)) return false;
+  }
+
+  const Temporaries temporaries(*this);
+  const Register tail = tailOf(std::move(parts));
+  const Register at = operand(index);
+  const Register place = placeOf(*target.callee);
+  noteOperand(*target.callee);
+  emit(Opcode::AppendElement, place, at, tail);
+  return true;
+}
+
+// ---- Joining ----
 
 /// The text that an expression always has: a constant, or Chr of one, as translated pages spell
 /// every double quote.

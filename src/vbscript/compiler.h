@@ -196,6 +196,11 @@ class RoutineCompiler {
   // Concatenations (compile_texts.cpp).
   void compileConcatenation(const BinaryExpression& binary, Register target);
   void concatenateParts(std::vector<const Expression*> parts, Register target);
+  bool appendToVariable(const Expression& target, const Expression& value);
+  bool appendToElement(const CallExpression& target, const Expression& value);
+  bool isSamePlainIndex(const Expression& a, const Expression& b) const;
+  Register tailOf(std::vector<const Expression*> parts);
+  bool anyDisturbs(const std::vector<const Expression*>& parts, Register variable) const;
   void joinTexts(std::vector<const Expression*>& parts, std::vector<ExpressionPtr>& made) const;
   std::optional<String> constantText(const Expression& expression) const;
 
@@ -268,7 +273,6 @@ class RoutineCompiler {
                   const Expression& value, bool isSet);
   void assignOwn(const ClassMember& member, const Identifier& name,
                  const std::vector<ExpressionPtr>& arguments, const Expression& value, bool isSet);
-  bool appendToVariable(const Expression& target, const Expression& value);
 
   // Statements (compile_statements.cpp).
   void compileBlock(const Block& block);

@@ -207,6 +207,8 @@ class Machine {
   void setElement2(const Instruction* pc, Value* base);
   void setElementMany(const Instruction* pc, Value* base, bool isSet);
   void storeElement(Value& holder, Args indexesAndValue, bool isSet, const Instruction* pc);
+  static Value* textElement(Value& holder, Value& index);
+  void appendElement(const Instruction* pc, Value* base);
   void elementRef(const Instruction* pc, Value* base, bool locks);
 
   // Code as text (machine_dynamic.cpp).

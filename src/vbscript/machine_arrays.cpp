@@ -3,6 +3,7 @@
 #include "vbscript/convert.h"
 #include "vbscript/library/library.h"
 #include "vbscript/machine.h"
+#include "vbscript/operators.h"
 
 namespace vbs {
 
@@ -172,6 +173,35 @@ void Machine::setElementMany(const Instruction* pc, Value* base, bool isSet) {
   const Args values(base + pc->b, std::size_t{pc->c} + 1);
   storeElement(base[pc->a], values, isSet, pc);
   clearRange(values.data(), values.data() + values.size());
+  if (pc->aIsTemporary() && needsCare(base[pc->a])) release(base[pc->a]);
+}
+
+/// The text that an array or a collection has under this index and that may grow where it is, or
+/// null.
+Value* Machine::textElement(Value& holder, Value& index) {
+  Value& direct = holder.deref();
+  if (direct.isObject() && direct.asObject()) {
+    Value* item = direct.asObject()->itemPlace(index);
+    return item && item->isString() ? item : nullptr;
+  }
+  if (!direct.isArray() || direct.asArray()->elementType == Type::Byte) return nullptr;
+  const Indexes at = indexesOf({&index, 1});
+  if (!existing(direct.asArray()->at(at.span()))->isString()) return nullptr;
+  return direct.writableArray()->at(at.span());
+}
+
+void Machine::appendElement(const Instruction* pc, Value* base) {
+  std::array<Value, 2> values = {taken(base[pc->b], pc->bIsTemporary()), Value()};
+  const Value tail = taken(base[pc->c], pc->cIsTemporary());
+  // An object's default member could do anything to the array.
+  Value* const text = tail.isObject() ? nullptr : textElement(base[pc->a], values[0]);
+  if (text) {
+    appendTo(*text, tail);
+  } else {
+    values[1] = elementValue(base[pc->a], {values.data(), 1}, pc);
+    appendTo(values[1], tail);
+    storeElement(base[pc->a], values, false, pc);
+  }
   if (pc->aIsTemporary() && needsCare(base[pc->a])) release(base[pc->a]);
 }
 

@@ -513,6 +513,7 @@ Or:
   VBS_DELEGATE(ConcatenateMany, 1, concatenateMany(pc, base))
   VBS_DELEGATE(Append, 1, append(pc, base))
   VBS_DELEGATE(AppendSaved, 1, appendSaved(pc, base))
+  VBS_DELEGATE(AppendElement, 1, appendElement(pc, base))
 
   // ---- Comparing and jumping ----
 

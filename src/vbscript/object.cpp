@@ -83,6 +83,10 @@ Value invokeResult(const Value& result, CallKind kind, Args args) {
   return result.asObject()->invoke(kDefaultMember, kind, args);
 }
 
+Value* Object::itemPlace(const Value&) {
+  return nullptr;
+}
+
 std::unique_ptr<Enumerator> Object::enumerate() {
   throwError(ErrorCode::NotACollection);
 }

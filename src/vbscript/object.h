@@ -69,6 +69,10 @@ class Object {
   /// Whether this is a script procedure (GetRef) that takes arguments through its default member.
   virtual bool isProcedure() const { return false; }
 
+  /// Where a collection holds the item that its default member has under `key`, so that a text may
+  /// grow there. Null when there is no such item or no such place.
+  virtual Value* itemPlace(const Value& key);
+
   /// Error 451 unless the object is a collection.
   virtual std::unique_ptr<Enumerator> enumerate();
 

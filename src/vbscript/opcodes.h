@@ -66,6 +66,7 @@
   X(ConcatenateMany, "rrn", "a = the texts of c registers from b on, joined")                     \
   X(Append, "rr", "a = a & b, in place where possible")                                           \
   X(AppendSaved, "rrr", "a = b & c, in place when a still holds b, its earlier value")            \
+  X(AppendElement, "rrr", "element b of a = itself & c, in place where possible")                 \
   X(Equal, "rrr", "a = (b = c)")                                                                  \
   X(NotEqual, "rrr", "a = (b <> c)")                                                              \
   X(Less, "rrr", "a = (b < c)")                                                                   \

@@ -74,6 +74,17 @@ TEST_F(DictionaryTest, ReadingAMissingKeyAddsIt) {
   EXPECT_EQ(count(), 2);
 }
 
+TEST_F(DictionaryTest, ShowsThePlaceOfAnItem) {
+  vbs::Object& object = *dictionary_.asObject();
+  EXPECT_EQ(object.itemPlace(Value("k")), nullptr);
+  EXPECT_EQ(count(), 0);
+  put(Value("k"), Value("text"));
+  Value* place = object.itemPlace(Value("k"));
+  ASSERT_NE(place, nullptr);
+  *place = Value("other");
+  EXPECT_EQ(list("items"), "other");
+}
+
 TEST_F(DictionaryTest, KeysOfAllTypes) {
   put(Value::integer(1), Value("one"));
   EXPECT_TRUE(exists(Value::number(1.0)));

@@ -92,6 +92,19 @@ TEST(Bytecode, TextsGrowInPlace) {
             "Halt\n");
 }
 
+TEST(Bytecode, TextsInArraysGrowInPlace) {
+  EXPECT_EQ(code("a(i) = a(i) & x"),
+            "AppendElement r0 r1 r2\n"
+            "Halt\n");
+  EXPECT_EQ(code("a(\"k\") = a(\"k\") & x"),
+            "LoadConstant t0 \"k\"\n"
+            "AppendElement r0 t0 r1\n"
+            "Halt\n");
+  EXPECT_EQ(code("a(i) = a(j) & x").find("AppendElement"), std::string::npos);
+  EXPECT_EQ(code("a(1) = a(2) & x").find("AppendElement"), std::string::npos);
+  EXPECT_EQ(code("a(i) = b(i) & x").find("AppendElement"), std::string::npos);
+}
+
 TEST(Bytecode, ConstantTextsAreJoinedWhenCompiled) {
   EXPECT_EQ(code("x = \"a\" & Chr(34) & (\"b\") & vbTab"),
             "LoadConstant r0 \"a\"b\t\"\n"
