@@ -128,7 +128,7 @@ std::span<const vbs::Member<aspResponseObj>> aspResponseObj::members() {
       {"contenttype", 0, 0, &Self::getContentType, &Self::putContentType},
       {"header", 0, 0, &Self::getHeader},
       {"cookies", 1, 1, &Self::getCookies, &Self::putCookies},
-      {"xwrite", 1, 1, &Self::callXWrite},
+      {"xwrite", 1, 1, &Self::callXWrite, nullptr, false, true},
       {"flush", 0, 0, &Self::callFlush},
       {"clear", 0, 0, &Self::callClear},
       {"addheader", 2, 2, &Self::callAddHeader},

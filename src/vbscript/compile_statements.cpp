@@ -1,11 +1,15 @@
+#include <algorithm>
+
 #include "vbscript/compiler.h"
 
 namespace vbs {
 
 void RoutineCompiler::compileBlock(const Block& block) {
-  for (const auto& statement : block) {
-    beginStatement(statement->position);
-    compileStatement(*statement);
+  for (std::size_t i = 0; i < block.size();) {
+    beginStatement(block[i]->position);
+    const std::size_t next = compileConstantWrites(block, i);
+    if (next == i) compileStatement(*block[i]);
+    i = std::max(next, i + 1);
   }
 }
 

@@ -147,6 +147,18 @@ std::optional<String> RoutineCompiler::constantText(const Expression& expression
   return String::ofByte(static_cast<char>(code->asInt()));
 }
 
+/// The text of a concatenation of constant texts, or of one alone.
+std::optional<String> RoutineCompiler::joinedText(const Expression& expression) const {
+  const auto [first, rest] = concatenationOf(expression);
+  auto text = constantText(*first);
+  for (std::size_t i = 0; text && i < rest.size(); ++i) {
+    const auto more = constantText(*rest[i]);
+    if (!more) return std::nullopt;
+    text->append(*more);
+  }
+  return text;
+}
+
 /// Makes neighbours that are constant texts one literal, which `made` owns.
 void RoutineCompiler::joinTexts(std::vector<const Expression*>& parts,
                                 std::vector<ExpressionPtr>& made) const {
@@ -196,6 +208,51 @@ void RoutineCompiler::concatenateParts(std::vector<const Expression*> parts, Reg
     }
   }
   emit(Opcode::ConcatenateMany, target, first, static_cast<unsigned>(parts.size()));
+}
+
+// ---- Constant texts that are written ----
+
+/// A statement that hands a constant text to a member that joins such texts.
+struct RoutineCompiler::ConstantWrite {
+  std::uint16_t object;
+  MemberId member;
+  String text;
+};
+
+std::optional<RoutineCompiler::ConstantWrite> RoutineCompiler::constantWrite(
+    const Statement& statement) const {
+  if (statement.kind != StatementKind::Call) return std::nullopt;
+  const auto& call = static_cast<const CallStatement&>(statement);
+  if (call.callee->kind != ExpressionKind::Member) return std::nullopt;
+  if (call.arguments.size() != 1 || !call.arguments[0]) return std::nullopt;
+  const auto& callee = static_cast<const MemberExpression&>(*call.callee);
+  const Binding* host = hostObjectOf(callee);
+  if (!host) return std::nullopt;
+  const MemberId member = hostMember(*host, callee.name);
+  if (!script_.context().host[host->index].object->joinsTexts(member)) return std::nullopt;
+  auto text = joinedText(*call.arguments[0]);
+  if (!text) return std::nullopt;
+  return ConstantWrite{host->index, member, std::move(*text)};
+}
+
+/// Compiles the constant writes of a block from `first` on as one: what a page has between its
+/// statements is many lines. Returns the statement behind them, or `first` where there are none
+/// to join.
+std::size_t RoutineCompiler::compileConstantWrites(const Block& block, std::size_t first) {
+  auto whole = constantWrite(*block[first]);
+  if (!whole) return first;
+  std::size_t next = first + 1;
+  for (; next < block.size(); ++next) {
+    const auto more = constantWrite(*block[next]);
+    if (!more || more->object != whole->object || more->member != whole->member) break;
+    whole->text.append(more->text);
+  }
+  if (next == first + 1) return first;
+  std::vector<ExpressionPtr> arguments;
+  arguments.push_back(
+      std::make_unique<LiteralExpression>(block[first]->position, Value(std::move(whole->text))));
+  callHost(whole->object, whole->member, arguments, kNoRegister);
+  return next;
 }
 
 }  // namespace vbs

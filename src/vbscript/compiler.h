@@ -196,12 +196,16 @@ class RoutineCompiler {
   // Concatenations (compile_texts.cpp).
   void compileConcatenation(const BinaryExpression& binary, Register target);
   void concatenateParts(std::vector<const Expression*> parts, Register target);
+  struct ConstantWrite;
+  std::optional<ConstantWrite> constantWrite(const Statement& statement) const;
+  std::size_t compileConstantWrites(const Block& block, std::size_t first);
   bool appendToVariable(const Expression& target, const Expression& value);
   bool appendToElement(const CallExpression& target, const Expression& value);
   bool isSamePlainIndex(const Expression& a, const Expression& b) const;
   Register tailOf(std::vector<const Expression*> parts);
   bool anyDisturbs(const std::vector<const Expression*>& parts, Register variable) const;
   void joinTexts(std::vector<const Expression*>& parts, std::vector<ExpressionPtr>& made) const;
+  std::optional<String> joinedText(const Expression& expression) const;
   std::optional<String> constantText(const Expression& expression) const;
 
   // Calls (compile_calls.cpp).

@@ -63,6 +63,10 @@ class Object {
   /// it. Null: look up every time.
   virtual const void* shape() const { return nullptr; }
 
+  /// Whether calling this member with one text and then with another is the same as calling it once
+  /// with both joined, and can't fail in between. The same for all objects of one shape.
+  virtual bool joinsTexts(MemberId) const { return false; }
+
   /// Uses a member. `id` came from findMember or is kDefaultMember. Throws ScriptError.
   virtual Value invoke(MemberId id, CallKind kind, Args args) = 0;
 
@@ -143,6 +147,7 @@ struct Member {
   Value (Self::*get)(Args) = nullptr;                ///< method or property read
   void (Self::*put)(Args, CallKind kind) = nullptr;  ///< Let or Set; value is the last argument
   bool isDefault = false;
+  bool joinsTexts = false;  ///< see Object::joinsTexts
 };
 
 /// Arguments that a property itself does not take go to the object that it gives:
@@ -162,6 +167,11 @@ class NativeObject : public Object {
       if (table[i].name == lowerName) return static_cast<MemberId>(i) + 1;
     }
     return kNoMember;
+  }
+
+  bool joinsTexts(MemberId id) const override {
+    const Member<Self>* member = row(id);
+    return member && member->joinsTexts;
   }
 
   Value invoke(MemberId id, CallKind kind, Args args) override {

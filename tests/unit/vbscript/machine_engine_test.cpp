@@ -38,6 +38,19 @@ TEST_F(EngineTest, NamesOfTheHostComeBeforeThoseOfTheLibrary) {
   EXPECT_EQ(output->text, "host's");
 }
 
+TEST_F(EngineTest, ConstantTextsComeTogetherWhereAMemberJoinsThem) {
+  EXPECT_EQ(run("Output.Put \"a\" & vbCrLf\nOutput.Put \"b\" : Output.Put Chr(34)\n"
+                "Output.Put 1\nOutput.Put \"c\"\nx = 2\nOutput.Put \"d\""),
+            "a\r\nb\"1cd");
+  EXPECT_EQ(output->puts, 4);
+  EXPECT_EQ(run("If False Then Output.Put \"a\" : Output.Put \"b\"\n"
+                "Output.Put \"c\"\nOutput.Put \"d\"\nx = 1 / 0"),
+            "cd<11>");
+  EXPECT_EQ(output->puts, 5);
+  EXPECT_EQ(lastError->line, 4u);
+  EXPECT_EQ(run("Output.Write \"a\"\nOutput.Put \"b\"\nOutput.Write \"c\""), "abc");
+}
+
 TEST_F(EngineTest, ErrorTellsWhere) {
   run("Dim a\n\n  a = 1 : a = 1 / 0");
   ASSERT_TRUE(lastError);

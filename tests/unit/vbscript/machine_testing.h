@@ -25,7 +25,8 @@ class FakeHost final : public vbs::Host {
   std::chrono::milliseconds step{0};
 };
 
-/// `Write x` adds a text, `Keep x` holds on to a value, `Finish` ends the run as a page host does.
+/// `Write x` adds a text, `Put x` too, one or several in a call; `Keep x` holds on to a value,
+/// `Finish` ends the run as a page host does.
 class Output final : public vbs::NativeObject<Output> {
  public:
   static std::span<const vbs::Member<Output>> members() {
@@ -35,6 +36,7 @@ class Output final : public vbs::NativeObject<Output> {
         {"finish", 0, 0, &Output::finish, nullptr},
         {"title", 0, 0, &Output::title, &Output::putTitle},
         {"call", 1, 1, &Output::call, nullptr},
+        {"put", 1, 1, &Output::put, nullptr, false, true},
     };
     return kMembers;
   }
@@ -43,11 +45,16 @@ class Output final : public vbs::NativeObject<Output> {
   std::string text;
   std::string titleText;
   vbs::Value kept;
+  int puts = 0;
 
  private:
   vbs::Value write(vbs::Args args) {
     text += vbs::toString(args[0]).narrow();
     return {};
+  }
+  vbs::Value put(vbs::Args args) {
+    ++puts;
+    return write(args);
   }
   vbs::Value keep(vbs::Args args) {
     kept = args[0].deref();
