@@ -252,11 +252,11 @@ void Machine::execute(const Frame* entry) {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wpedantic"  // labels as values
 
-// NOLINTBEGIN(cppcoreguidelines-macro-usage)
+// NOLINTBEGIN(bugprone-macro-parentheses)
 #define VBS_DISPATCH() goto* kLabels[static_cast<unsigned>(pc->op)]
 /// A call that may throw: an error is looked for in the statement of the instruction before
 /// fp_->pc.
-#define VBS_SLOW(call) (fp_->pc = pc + 1, call)
+#define VBS_SLOW(call) (fp_->pc = pc + 1, (call))
 #define VBS_NEXT(words) \
   do {                  \
     pc += (words);      \
@@ -348,7 +348,6 @@ void Machine::execute(const Frame* entry) {
   name:                              \
   if (VBS_SLOW(call)) VBS_RELOAD();  \
   VBS_NEXT(words);
-// NOLINTEND(cppcoreguidelines-macro-usage)
 
 void Machine::loop() {
   static const void* const kLabels[] = {
@@ -356,6 +355,7 @@ void Machine::loop() {
       VBS_OPCODES(VBS_LABEL)
 #undef VBS_LABEL
   };
+  // NOLINTEND(bugprone-macro-parentheses)
   const Instruction* pc = nullptr;
   const Value* constants = nullptr;
   Value* base = nullptr;
