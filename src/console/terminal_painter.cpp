@@ -148,8 +148,8 @@ void TerminalPainter::text(const TerminalArea& area, const std::vector<std::wstr
   if (bordered) border(area, {}, focused);
   const int shown = std::min(inside.rows, scroll.count() - scroll.top());
   for (int i = 0; i < shown; ++i) {
-    terminal_.put(inside.row + i, inside.column, lines[static_cast<std::size_t>(scroll.top() + i)],
-                  {});
+    const int line = scroll.top() + i;
+    terminal_.put(inside.row + i, inside.column, lines[static_cast<std::size_t>(line)], {});
   }
   if (!bordered) return;
   scrollBar(area, scroll, focused);

@@ -342,7 +342,7 @@ namespace {
 
 /// The number that a loop counts with.
 Value counter(const Value& value) {
-  const Value plain = plainValue(value);
+  Value plain = plainValue(value);
   switch (plain.type()) {
     case Type::Empty:
       return Value::integer(0);

@@ -43,7 +43,7 @@ const NameTable::Entry& NameTable::intern(std::string_view text) {
 }
 
 const NameTable::Entry& NameTable::add(std::string_view lower, std::uint32_t hash) {
-  if (count_ * 2 >= slots_.size()) grow();
+  if (count_ * std::size_t{2} >= slots_.size()) grow();
   void* room = storage_.allocate(sizeof(Entry), alignof(Entry));
   const auto* entry = new (room) Entry{lower, count_++, hash};
   const std::size_t mask = slots_.size() - 1;

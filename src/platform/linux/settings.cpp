@@ -17,7 +17,7 @@ std::string environment(const char* name) {
 /// The variable QUORVANE_REGISTRY, else /etc/quorvane for the administrator, else the user's own
 /// configuration folder.
 std::string settingsRoot() {
-  if (const std::string given = environment("QUORVANE_REGISTRY"); !given.empty()) return given;
+  if (std::string given = environment("QUORVANE_REGISTRY"); !given.empty()) return given;
   if (::geteuid() == 0) return "/etc/quorvane";
   if (const std::string xdg = environment("XDG_CONFIG_HOME"); !xdg.empty())
     return xdg + "/quorvane";

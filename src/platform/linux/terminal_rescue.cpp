@@ -61,8 +61,8 @@ int collect(int c) {
 /// A word of the language that the terminal's description says it speaks, or null.
 const char* word(const char* name) {
   const char* text = ::tigetstr(name);
-  return text == reinterpret_cast<const char*>(-1) ? nullptr
-                                                   : text;  // NOLINT(performance-no-int-to-ptr)
+  // NOLINTNEXTLINE(performance-no-int-to-ptr)
+  return text == reinterpret_cast<const char*>(-1) ? nullptr : text;
 }
 
 /// What the terminal is sent to leave the state that this program has put it in.

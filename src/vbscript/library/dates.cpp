@@ -170,8 +170,8 @@ std::int64_t difference(Interval interval, double from, double to, std::int32_t 
       break;
   }
   const auto clock = [](const DateParts& p) {
-    return dayNumber(p.year, p.month, p.day) * std::int64_t{kSecondsPerDay} + p.hour * 3600 +
-           p.minute * 60 + p.second;
+    return dayNumber(p.year, p.month, p.day) * std::int64_t{kSecondsPerDay} +
+           p.hour * std::int64_t{3600} + p.minute * std::int64_t{60} + p.second;
   };
   const std::int64_t unit = secondsOf(interval);
   return floorDivide(clock(b), unit) - floorDivide(clock(a), unit);
