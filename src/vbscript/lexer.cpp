@@ -26,8 +26,8 @@ enum CharClass : std::uint8_t {
 
 constexpr std::array<std::uint8_t, 256> makeClasses() {
   std::array<std::uint8_t, 256> table{};
-  for (const int c : {' ', '\t', '\v', '\f'}) table[c] = kBlank;
-  for (const int c : {'\r', '\n'}) table[c] = kLineEnd;
+  for (const unsigned char c : {' ', '\t', '\v', '\f'}) table[c] = kBlank;
+  for (const unsigned char c : {'\r', '\n'}) table[c] = kLineEnd;
   for (int c = '0'; c <= '9'; ++c) table[c] = kDigit | kHex;
   for (int c = 0; c < 26; ++c) {
     table['a' + c] = table['A' + c] = static_cast<std::uint8_t>(kLetter | (c < 6 ? kHex : 0));
@@ -182,7 +182,7 @@ void Lexer::scanString(Token& token) {
   const char* p = start;
   token.kind = TokenKind::String;
   token.doubledQuotes = false;
-  for (;; ++p) {
+  while (true) {
     while (p < end_ && *p != '"' && !isA(*p, kLineEnd)) ++p;
     if (p == end_ || *p != '"') {
       at_ = p;
@@ -190,7 +190,7 @@ void Lexer::scanString(Token& token) {
     }
     if (p + 1 == end_ || p[1] != '"') break;
     token.doubledQuotes = true;
-    ++p;
+    p += 2;
   }
   token.text = {start, static_cast<std::size_t>(p - start)};
   at_ = p + 1;

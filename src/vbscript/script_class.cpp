@@ -106,6 +106,7 @@ MemberId ScriptObject::findMember(std::string_view lowerName) {
 const void* ScriptObject::shape() const {
   // An odd number is nobody's address.
   const auto serial = static_cast<std::uintptr_t>(scriptClass_);
+  // NOLINTNEXTLINE(performance-no-int-to-ptr)
   return serial == 0 ? nullptr : reinterpret_cast<const void*>(serial * 2 + 1);
 }
 

@@ -83,7 +83,7 @@ std::string formatted(double number, const NumberFormat& format, std::string_vie
   std::string fixed = fixedText(number, format.places);
   const bool negative = fixed.starts_with('-');
   if (negative) fixed.erase(0, 1);
-  const std::string text = magnitude(fixed, format) + std::string(suffix);
+  std::string text = magnitude(fixed, format) + std::string(suffix);
   if (!negative) return text;
   return format.parentheses ? "(" + text + ")" : "-" + text;
 }
