@@ -1,5 +1,6 @@
 #include "http/gzip_copies.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "support/paths.h"
@@ -11,6 +12,12 @@ std::string GzipCopies::nameOf(std::string_view urlPath) {
     if (paths::isSeparator(c)) c = '^';
   }
   return name;
+}
+
+bool GzipCopies::isKept(std::string_view urlPath) {
+  const auto parts = split(urlPath, '/');
+  return std::none_of(parts.begin() + 1, parts.end(),
+                      [](std::string_view part) { return part.empty() || part.ends_with('.'); });
 }
 
 std::optional<Body> GzipCopies::stored(const FoundFile& source, const std::string& copyPath) {

@@ -23,6 +23,10 @@ class GzipCopies {
   /// The copy's name in the cache folder: the URL path in upper case, "^" for every separator.
   static std::string nameOf(std::string_view urlPath);
 
+  /// False for paths with empty parts or parts that end in a dot: those are further spellings of a
+  /// path, and clients could fill the disk with a copy for each.
+  static bool isKept(std::string_view urlPath);
+
   /// The copy's content, made and stored when there is none yet. Nothing when the file is too
   /// large; the caller then sends it plain.
   std::optional<Body> stored(const FoundFile& source, const std::string& copyPath);

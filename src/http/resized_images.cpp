@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "http/clsHTTPParser.h"
+#include "http/picture_copies.h"
 #include "platform/files.h"
 #include "platform/random.h"
 #include "support/paths.h"
@@ -29,13 +30,6 @@ std::optional<ImageRendering> wantedRendering(const clsHTTPParser& parser) {
   return wanted;
 }
 
-/// Neither the aspect ratio nor grey is part of the name: who asks first settles the look of the
-/// copy.
-std::string copyName(const ImageRendering& wanted, std::string_view fileName) {
-  return "^R" + std::to_string(wanted.width) + 'x' + std::to_string(wanted.height) +
-         std::string(fileName);
-}
-
 }  // namespace
 
 std::optional<ResizedImages::Copy> ResizedImages::copyFor(const FoundFile& source,
@@ -45,8 +39,8 @@ std::optional<ResizedImages::Copy> ResizedImages::copyFor(const FoundFile& sourc
   if (!wanted) return std::nullopt;
   const std::string fileName(paths::fileNameOf(source.path));
   const bool temporary = queryVariable(parser, "nc") == "1";
-  const std::string path =
-      paths::join(cacheFolder, temporary ? temporaryName(fileName) : copyName(*wanted, fileName));
+  const std::string path = paths::join(
+      cacheFolder, temporary ? temporaryName(fileName) : PictureCopies::nameOf(*wanted, fileName));
 
   auto copy = files_.stat(path);
   if (!copy || source.info.modified > copy->modified) {
@@ -54,6 +48,7 @@ std::optional<ResizedImages::Copy> ResizedImages::copyFor(const FoundFile& sourc
     copy = files_.stat(path);
   }
   if (!copy) return std::nullopt;
+  if (!temporary) copies_.used(path, copy->size);
   return Copy{{path, *copy}, temporary};
 }
 

@@ -8,6 +8,7 @@
 
 class clsHTTPParser;
 class Files;
+class PictureCopies;
 class Random;
 
 /// Resized pictures, asked for by query variables: "rx" and "ry" the size, "ar" 0 to give up the
@@ -17,8 +18,8 @@ class ResizedImages {
  public:
   static constexpr int kMostPixels = 16384;  ///< on a side; more is served unresized
 
-  ResizedImages(const Files& files, Random& random, ImageLibrary* library)
-      : files_(files), random_(random), library_(library) {}
+  ResizedImages(const Files& files, Random& random, ImageLibrary* library, PictureCopies& copies)
+      : files_(files), random_(random), library_(library), copies_(copies) {}
 
   struct Copy {
     FoundFile file;
@@ -36,4 +37,5 @@ class ResizedImages {
   const Files& files_;
   Random& random_;
   ImageLibrary* library_;
+  PictureCopies& copies_;
 };

@@ -18,7 +18,8 @@ StaticFiles::StaticFiles(const ServerState& state, const Files& files, const Clo
       types_(types),
       contents_(files, clock),
       gzipCopies_(files, zip, contents_),
-      resizedImages_(files, random, images) {}
+      pictureCopies_(files),
+      resizedImages_(files, random, images, pictureCopies_) {}
 
 StaticFiles::Answer StaticFiles::answer(const Request& request) {
   Answer result;
@@ -63,8 +64,12 @@ std::optional<Body> StaticFiles::packed(const Request& request, const FoundFile&
   if (!request.parser.AcceptGZipEncoding() || !isGzipEligible(file.path, state_)) {
     return std::nullopt;
   }
-  if (!keepCopy) return gzipCopies_.fresh(file);
   const std::string urlPath =
       request.parser.DocumentPath() + std::string(paths::fileNameOf(file.path));
-  return gzipCopies_.stored(file, paths::join(state_.CacheFolder, GzipCopies::nameOf(urlPath)));
+  if (!keepCopy || !GzipCopies::isKept(urlPath)) return gzipCopies_.fresh(file);
+  const std::string name = GzipCopies::nameOf(urlPath);
+  const std::string path = paths::join(state_.CacheFolder, name);
+  auto body = gzipCopies_.stored(file, path);
+  if (body && PictureCopies::isCopy(name)) pictureCopies_.used(path, bodyLength(*body));
+  return body;
 }

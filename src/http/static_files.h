@@ -6,6 +6,7 @@
 
 #include "http/content_cache.h"
 #include "http/gzip_copies.h"
+#include "http/picture_copies.h"
 #include "http/resized_images.h"
 #include "http/targets.h"
 #include "platform/outgoing.h"
@@ -48,5 +49,6 @@ class StaticFiles {
   ContentTypes& types_;
   ContentCache contents_;
   GzipCopies gzipCopies_;
+  PictureCopies pictureCopies_;
   ResizedImages resizedImages_;
 };

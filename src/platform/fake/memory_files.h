@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 #include <map>
+#include <set>
+#include <string>
 #include <utility>
 
 #include "platform/files.h"
@@ -11,7 +13,8 @@
 /// them or by makeFolder. A change of content changes identity and time of change.
 class MemoryFiles final : public Files {
  public:
-  TimePoint stamp{};  ///< given to what is written from now on
+  TimePoint stamp{};            ///< given to what is written from now on
+  std::set<std::string> inUse;  ///< can't be removed, as open files can't on some systems
 
   void put(const std::string& path, std::string bytes) {
     entries_[path] = {std::make_shared<const std::string>(std::move(bytes)), stamp,
@@ -60,7 +63,9 @@ class MemoryFiles final : public Files {
     return writeAll(path, readAll(path).value_or("") + std::string(bytes));
   }
 
-  bool remove(const std::string& path) const override { return entries_.erase(path) > 0; }
+  bool remove(const std::string& path) const override {
+    return !inUse.contains(path) && entries_.erase(path) > 0;
+  }
 
   bool makeFolder(const std::string& path) const override {
     if (isFolder(path) || !isFolder(folderOf(path))) return false;

@@ -82,6 +82,15 @@ TEST_F(FileRequests, AFolderWithAFilesNameIsAnEmptyAnswerAndLeavesNoCopy) {
   EXPECT_FALSE(files.stat("/srv/Cache/^FOLDER.HTM"));
 }
 
+TEST_F(FileRequests, FurtherSpellingsOfAPathLeaveNoCopies) {
+  state.EncodeStatic = true;
+  for (const std::string path : {"//css/site.css", "/css//site.css", "/./css/site.css"}) {
+    files.put("/srv/Scripts" + path, kCss);
+    EXPECT_EQ(unpacked(getPacked(path)), kCss) << path;
+  }
+  EXPECT_TRUE(files.list("/srv/Cache").empty());
+}
+
 TEST_F(FileRequests, CopiesNeedTheSettingAndTheClient) {
   EXPECT_EQ(bytesOf(getPacked("/css/site.css").body), kCss);
   EXPECT_FALSE(files.stat(kCopy));

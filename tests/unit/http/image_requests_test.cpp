@@ -1,4 +1,5 @@
 #include "handling_fixture.h"
+#include "http/picture_copies.h"
 
 namespace {
 
@@ -87,4 +88,25 @@ TEST_F(ImageRequests, OnlyPicturesAreResized) {
   EXPECT_EQ(bodyOf("/a.txt?rx=5"), "text");
   EXPECT_EQ(bodyOf("/a.tif?rx=5"), "tiff");
   EXPECT_EQ(images.renderings, 0);
+}
+
+TEST_F(ImageRequests, CopiesAreBoundedWhateverSizesClientsAskFor) {
+  const int most = static_cast<int>(PictureCopies::kMostCopies);
+  for (int side = 1; side <= most + 10; ++side) {
+    bodyOf("/img/photo.jpg?rx=" + std::to_string(side));
+    bodyOf("/img/photo.jpg?rx=1");
+  }
+  EXPECT_EQ(files.list("/srv/Cache").size(), PictureCopies::kMostCopies);
+  EXPECT_TRUE(files.stat("/srv/Cache/^R1x0photo.jpg")) << "the one in use stays";
+  EXPECT_FALSE(files.stat("/srv/Cache/^R2x0photo.jpg"));
+  EXPECT_EQ(images.renderings, most + 10);
+}
+
+TEST_F(ImageRequests, CompressedCopiesOfCopiesAreBoundedToo) {
+  state.EncodeImages = true;
+  for (int side = 1; side <= static_cast<int>(PictureCopies::kMostCopies); ++side) {
+    bodyOf("/img/photo.jpg?rx=" + std::to_string(side), "Accept-Encoding: gzip\r\n");
+  }
+  EXPECT_EQ(files.list("/srv/Cache").size(), PictureCopies::kMostCopies);
+  EXPECT_TRUE(files.stat("/srv/Cache/^IMG^^R1024X0PHOTO.JPG"));
 }
