@@ -1,22 +1,11 @@
 """The sample site in a real browser."""
 
 import re
-import unittest
 
-from browser.webdriver import Browser, missing_programs
-from serving import Server, app_folder
+from browser.site import SiteTest
 
 
-@unittest.skipIf(missing_programs(), "not installed: " + ", ".join(missing_programs()))
-class SampleSite(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.server = cls.enterClassContext(Server(site=app_folder() / "Server/Scripts"))
-        cls.browser = cls.enterClassContext(Browser())
-
-    def open(self, target):
-        self.browser.open("http://127.0.0.1:%d%s" % (self.server.port, target))
-
+class SampleSite(SiteTest):
     def open_with_session(self):
         """Opens the home page with a session that a cookie carries; number 0 has none."""
         while True:

@@ -33,7 +33,8 @@ class Browser:
             options = {"binary": shutil.which("chromium"),
                        "args": [*OPTIONS, "--user-data-dir=" + self.profile]}
             answer = self._call("POST", "/session", {"capabilities": {"alwaysMatch": {
-                "browserName": "chrome", "goog:chromeOptions": options}}})
+                "browserName": "chrome", "goog:chromeOptions": options,
+                "goog:loggingPrefs": {"browser": "ALL", "performance": "ALL"}}}})
             self.session = "/session/" + answer["sessionId"]
         except BaseException:
             self.__exit__()
@@ -92,6 +93,26 @@ class Browser:
     def broken_images(self):
         return self.run("return [...document.images].filter(i => !i.complete || !i.naturalWidth)"
                         ".map(i => i.src)")
+
+    def _log(self, kind):
+        return self._call("POST", self.session + "/se/log", {"type": kind})
+
+    def console_errors(self):
+        """What went wrong in pages since the last call: scripts that failed, files not found."""
+        return [line["message"] for line in self._log("browser") if line["level"] == "SEVERE"]
+
+    def answers(self):
+        """Target, status and headers (names in lower case) of the answers since the last call."""
+        events = [json.loads(line["message"])["message"] for line in self._log("performance")]
+        answers = [event["params"]["response"] for event in events
+                   if event["method"] == "Network.responseReceived"]
+        return [(answer["url"].partition("://")[2].partition("/")[2], answer["status"],
+                 {name.lower(): value for name, value in answer["headers"].items()})
+                for answer in answers]
+
+    def wait_for(self, script, what):
+        """Waits until a script in the page returns something true; that."""
+        return wait_until(lambda: self.run(script), what)
 
     def wait_for_text(self, selector, condition):
         deadline = time.monotonic() + PATIENCE
