@@ -2,11 +2,16 @@
 """Requests per second beside nginx with one worker: python3 bench/http/run.py [app folder].
 
 The server has one core to itself and the load (wrk) the other. Every line is measured in rounds
-that alternate between the servers; the best round counts.
+that alternate between the servers; the best round counts. nginx gets what costs it least: the
+compressed text and the thumbnail lie ready beside its files.
 """
 
+import base64
+import collections
+import gzip
 import os
 import pathlib
+import random
 import re
 import shutil
 import subprocess
@@ -52,7 +57,11 @@ http {{
   fastcgi_temp_path {folder}/fastcgi;
   uwsgi_temp_path {folder}/uwsgi;
   scgi_temp_path {folder}/scgi;
-  server {{ listen 127.0.0.1:{port}; root {root}; }}
+  server {{
+    listen 127.0.0.1:{port};
+    root {root};
+    location = /prose.txt {{ gzip_static on; }}
+  }}
 }}
 """
 
@@ -74,21 +83,71 @@ class Nginx:
         shutil.rmtree(self.folder, ignore_errors=True)
 
 
-def rate(port, target):
-    """Requests per second over one round."""
+MIB = 1 << 20
+LARGE = 64 * MIB
+
+# `target` is what both are asked for, or `reference` if nginx is asked for something else; None
+# when it has nothing of the kind. Of large answers the bytes are counted: few end within a round.
+Line = collections.namedtuple("Line", "name target reference headers unit")
+LINES = [
+    Line("1 KiB file", "/1k.txt", "/1k.txt", (), "requests"),
+    Line("64 KiB file", "/64k.txt", "/64k.txt", (), "requests"),
+    Line("64 MiB file, MiB/s", "/64m.mpg", "/64m.mpg", (), "MiB"),
+    Line("64 KiB range", "/64m.mpg", "/64m.mpg", ("Range: bytes=1000000-1065535",), "requests"),
+    Line("cached gzip copy", "/prose.txt", "/prose.txt", ("Accept-Encoding: gzip",), "requests"),
+    Line("cached thumbnail", "/photo.jpg?rx=200", "/thumbnail.jpg", (), "requests"),
+    Line("small script page", "/small.qvs", None, (), "requests"),
+    Line("page of 200 lines", "/mixed.qvs", None, (), "requests"),
+]
+
+
+def rate(port, target, line):
+    """Requests or MiB per second over one round."""
+    headers = [part for header in line.headers for part in ("-H", header)]
     answer = subprocess.run(
-        ["taskset", "-c", LOAD_CORE, "wrk", "-t1", "-c" + CONNECTIONS, "-d" + SECONDS + "s",
+        ["taskset", "-c", LOAD_CORE, "wrk", "-t1", "-c" + CONNECTIONS, "-d" + SECONDS + "s", *headers,
          "http://127.0.0.1:%d%s" % (port, target)],
         capture_output=True, text=True, check=True).stdout
     if "Non-2xx" in answer:
         raise SystemExit("error answers for %s:\n%s" % (target, answer))
+    if line.unit == "MiB":
+        amount, prefix = re.search(r"Transfer/sec:\s*([\d.]+)([KMGT]?)B", answer).groups()
+        return float(amount) * 1024 ** (" KMGT".index(prefix or " ")) / MIB
     return float(re.search(r"Requests/sec:\s*([\d.]+)", answer)[1])
+
+
+def prose():
+    """About 100 KiB that pack to about a third, like written text does."""
+    chance = random.Random(1)
+    words = ["".join(chance.choices("etaoinshrdlucmfwypvbgk", k=chance.randint(2, 9)))
+             for _ in range(4000)]
+    return " ".join(chance.choices(words, weights=range(4000, 0, -1), k=16000)).encode()
+
+
+def photo():
+    """A JPEG of 4000 by 3000 pixels with shapes, gradients and moderate noise, or nothing: the
+    browser draws it."""
+    if not shutil.which("chromium"):
+        return None
+    with tempfile.TemporaryDirectory() as folder:
+        shown = subprocess.run(
+            ["chromium", "--headless", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage",
+             "--user-data-dir=" + folder, "--dump-dom", (HERE / "photo.html").as_uri()],
+            capture_output=True, text=True).stdout
+    data = re.search(r"data:image/jpeg;base64,([\w+/=]+)", shown)
+    return base64.b64decode(data[1]) if data else None
 
 
 def pages():
     mixed = (HERE / "mixed.qvs").read_text()
-    return {"1k.txt": b"x" * 1024, "64k.txt": b"y" * 65536, "small.qvs": SMALL_PAGE,
-            "mixed.qvs": mixed}
+    text = prose()
+    files = {"1k.txt": b"x" * 1024, "64k.txt": b"y" * 65536, "small.qvs": SMALL_PAGE,
+             "mixed.qvs": mixed, "64m.mpg": random.Random(2).randbytes(LARGE), "prose.txt": text,
+             "prose.txt.gz": gzip.compress(text, 6)}
+    picture = photo()
+    if picture:
+        files["photo.jpg"] = picture
+    return files
 
 
 def main():
@@ -97,7 +156,7 @@ def main():
     missing = [name for name in ("wrk", "taskset") if not shutil.which(name)]
     if missing:
         raise SystemExit("not installed: " + ", ".join(missing))
-    server = serving.Server(pages(), {"LogServer": "0"},
+    server = serving.Server(pages(), {"LogServer": "0", "EncodeStatic": "1"},
                             preexec=lambda: os.sched_setaffinity(0, {int(SERVER_CORE)}))
     with server:
         os.chmod(server.folder, 0o755)
@@ -112,26 +171,45 @@ def main():
 def measure(server, nginx):
     if nginx:
         serving.wait_until(lambda: reachable(nginx.port), "nginx")
-    lines = [("1 KiB file", "/1k.txt", True), ("64 KiB file", "/64k.txt", True),
-             ("small script page", "/small.qvs", False), ("page of 200 lines", "/mixed.qvs", False)]
-    for _, target, _ in lines:
-        if b"QVScript Error" in server.get(target).body:
-            raise SystemExit("%s fails" % target)
+    lines = LINES
+    if (server.root / "photo.jpg").exists():
+        server.put("thumbnail.jpg", server.get("/photo.jpg?rx=200").body)
+    else:
+        lines = [line for line in LINES if not line.target.startswith("/photo")]
+        print("no browser to draw a photo: no lines of pictures")
+    for line in lines:
+        if b"QVScript Error" in server.get(line.target).body:
+            raise SystemExit("%s fails" % line.target)
     best = {}
     for _ in range(ROUNDS):
-        for name, target, both in lines:
-            best[name, 0] = max(best.get((name, 0), 0), rate(server.port, target))
-            if nginx and both:
-                best[name, 1] = max(best.get((name, 1), 0), rate(nginx.port, target))
+        for line in lines:
+            ours = rate(server.port, line.target, line)
+            best[line.name, 0] = max(best.get((line.name, 0), 0), ours)
+            if nginx and line.reference:
+                theirs = rate(nginx.port, line.reference, line)
+                best[line.name, 1] = max(best.get((line.name, 1), 0), theirs)
             time.sleep(0.2)
     print("%-20s %12s %12s %7s" % ("requests/s", "quorvane", "nginx", "ratio"))
-    for name, _, both in lines:
-        ours = best[name, 0]
-        theirs = best.get((name, 1))
-        print("%-20s %12.0f %12s %7s" % (name, ours, "%.0f" % theirs if theirs else "-",
+    for line in lines:
+        ours = best[line.name, 0]
+        theirs = best.get((line.name, 1))
+        print("%-20s %12.0f %12s %7s" % (line.name, ours, "%.0f" % theirs if theirs else "-",
                                          "%.2f" % (ours / theirs) if theirs else ""))
     print("page of 200 lines against the 1 KiB file: %.2f"
           % (best["page of 200 lines", 0] / best["1 KiB file", 0]))
+    if lines is LINES:
+        print_rendering_time(server)
+
+
+def print_rendering_time(server):
+    """How long one client waits for a thumbnail that is made for it."""
+    times = []
+    for _ in range(15):
+        start = time.perf_counter()
+        server.get("/photo.jpg?rx=200&nc=1")
+        times.append((time.perf_counter() - start) * 1000)
+    print("photo of 12 megapixels to a thumbnail: %.0f ms at best, %.0f ms in the middle"
+          % (min(times), sorted(times)[len(times) // 2]))
 
 
 def reachable(port):
