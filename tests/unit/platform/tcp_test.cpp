@@ -144,6 +144,29 @@ TEST_F(Tcp, AFileSliceAndSeveralSegmentsArriveInOrder) {
   EXPECT_EQ(client.received, expected);
 }
 
+TEST_F(Tcp, ManyShortStretchesOfAFileArriveInOrder) {
+  TemporaryFolder folder;
+  const auto files = makeFiles();
+  const std::string content = pattern(200'000);
+  ASSERT_TRUE(files->writeAll(folder / "f", content));
+  const auto file = files->open(folder / "f");
+  Body body(std::string("first"));
+  std::string expected = "Hfirst";
+  for (const std::size_t length : {1, 30'000, 65'536, 100'000, 10, 20, 81'920, 65'000, 40'000, 7}) {
+    for (int i = 0; i < 3; ++i) {
+      body.rest.emplace_back(FileSlice{file, length / 2, length});
+      body.rest.emplace_back(std::to_string(length));
+      expected += content.substr(length / 2, length) + std::to_string(length);
+    }
+  }
+  TestClient client = connected(4096);
+  server.socket(0).send("H", std::move(body));
+  EXPECT_GT(server.socket(0).pendingBytes(), 0U);
+  EXPECT_TRUE(receives(client, expected.size()));
+  EXPECT_TRUE(client.received == expected);
+  EXPECT_TRUE(until([&] { return server.completed[0] == 1; }));
+}
+
 TEST_F(Tcp, AFileThatShrinksWhileSentBreaksThatConnectionOnly) {
   TemporaryFolder folder;
   const auto files = makeFiles();
