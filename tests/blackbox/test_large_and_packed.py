@@ -2,6 +2,7 @@
 
 import gzip
 import os
+import resource
 import struct
 import subprocess
 import tempfile
@@ -33,6 +34,18 @@ class LargeFiles(ServerTest):
             self.assertEqual(answer.header("Content-Range"),
                              "bytes %d-%d/%d" % (first, self.SIZE - 1, self.SIZE))
             self.assertEqual(answer.body, self.TAIL)
+
+    def test_several_ranges_behind_four_gibibytes(self):
+        answer = self.server.get("/large.mpg", "Range: bytes=4294967290-4294967299,-3,0-1\r\n")
+        self.assertEqual(answer.status, "HTTP/1.1 206 Partial Content")
+        boundary = answer.header("Content-Type").partition("boundary=")[2]
+        self.assertRegex(boundary, r"^<[0-9a-f]{38}>$")
+        parts = [(4294967290, 4294967299, bytes(10)), (self.SIZE - 3, self.SIZE - 1, b"ile"),
+                 (0, 1, bytes(2))]
+        self.assertEqual(answer.body, b"\r\n".join(
+            b"--%s\r\nContent-Type: video/mpeg\r\nContent-Range: bytes %d-%d/%d\r\n\r\n%s"
+            % (boundary.encode(), first, last, self.SIZE, content)
+            for first, last, content in parts) + b"\r\n--%s--\r\n\r\n" % boundary.encode())
 
     def test_length_of_a_large_file(self):
         answer = self.server.get("/large.mpg", method="HEAD")
@@ -68,6 +81,31 @@ class LargeFiles(ServerTest):
         self.assertEqual(self.server.get("/shrinking.mpg").header("Content-Length"), "1000")
 
 
+    def test_a_file_that_is_replaced_while_it_is_sent(self):
+        path = self.server.root / "replaced.mpg"
+        old = os.urandom(20_000_000)
+        path.write_bytes(old)
+        with self.server.connect() as reader:
+            reader.send("GET /replaced.mpg HTTP/1.1\r\nHost: x\r\n\r\n")
+            reader.pending = reader.socket.recv(1000)
+            newer = path.with_name("newer")
+            newer.write_bytes(b"new")
+            newer.rename(path)
+            self.assertEqual(self.server.get("/replaced.mpg").body, b"new")
+            self.assertTrue(reader.receive().body == old)
+
+    def test_readers_who_take_nothing_hold_nobody_up(self):
+        sleepers = [self.server.connect() for _ in range(50)]
+        try:
+            for sleeper in sleepers:
+                sleeper.send("GET /large.mpg HTTP/1.1\r\nHost: x\r\n\r\n")
+            for _ in range(20):
+                self.assertEqual(self.server.get("/large.mpg", "Range: bytes=-3\r\n").body, b"ile")
+        finally:
+            for sleeper in sleepers:
+                sleeper.close()
+
+
 class Copies(ServerTest):
     PAGES = {"css/site.css": b"a { color: red }" * 100}
     SETTINGS = {"EncodeStatic": "1"}
@@ -84,6 +122,20 @@ class Copies(ServerTest):
         self.assertEqual(self.server.get("/css/site.css", "Accept-Encoding: none\r\n").body, b"b {}")
 
 
+    def test_a_full_disk_leaves_no_half_copy(self):
+        def let_files_grow_little():
+            resource.setrlimit(resource.RLIMIT_FSIZE, (100_000, 100_000))
+        text = os.urandom(300_000)
+        settings = {**self.SETTINGS, "LogServer": "0"}
+        with Server({"large.txt": text, "small.txt": b"text"}, settings,
+                    preexec=let_files_grow_little) as server:
+            for _ in range(2):
+                answer = server.get("/large.txt", "Accept-Encoding: gzip\r\n")
+                self.assertTrue(gzip.decompress(answer.body) == text)
+            server.get("/small.txt", "Accept-Encoding: gzip\r\n")
+            self.assertEqual([path.name for path in server.cache.iterdir()], ["^SMALL.TXT"])
+
+
 class Pictures(ServerTest):
     PAGES = {"logo.png": (serving.REPOSITORY / "site/logo.png").read_bytes(),
              "broken.png": b"\x89PNG\r\n\x1a\nno picture"}
@@ -98,6 +150,21 @@ class Pictures(ServerTest):
         self.assertEqual(self.size(self.server.get("/logo.png").body), (width, height))
         self.assertEqual(self.size(self.server.get("/logo.png?rx=20&ry=10&ar=0").body), (20, 10))
         self.assertTrue((self.server.cache / "^R20x10logo.png").exists())
+
+    def test_copies_are_bounded(self):
+        with Server(self.PAGES) as server:
+            server.cache.mkdir(exist_ok=True)
+            for number in range(1, 1100):  # what an earlier run left, the highest numbers last
+                copy = server.cache / ("^R%dx0logo.png" % number)
+                copy.write_bytes(b"old")
+                os.utime(copy, (number, number))
+            (server.cache / "^OTHER.TXT").write_bytes(b"packed")
+            self.assertEqual(self.size(server.get("/logo.png?rx=7&ry=9&ar=0").body), (7, 9))
+            names = {path.name for path in server.cache.iterdir()}
+        self.assertEqual(len(names), 1024 + 1)
+        self.assertLessEqual({"^OTHER.TXT", "^R7x9logo.png", "^R1099x0logo.png"}, names)
+        self.assertNotIn("^R76x0logo.png", names)
+        self.assertIn("^R77x0logo.png", names)
 
     def test_a_broken_picture_is_served_as_it_is(self):
         self.assertEqual(self.server.get("/broken.png?rx=20").body, self.PAGES["broken.png"])

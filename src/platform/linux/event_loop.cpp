@@ -149,6 +149,8 @@ std::unique_ptr<EventLoop> makeEventLoop() {
   raiseDescriptorLimit();
   // A client that has gone away shows as an error of the send that finds out.
   std::signal(SIGPIPE, SIG_IGN);
+  // And a file that reaches the size the system allows, as one of the write.
+  std::signal(SIGXFSZ, SIG_IGN);
   return std::make_unique<LinuxEventLoop>();
 }
 

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
+#include <csignal>
 #include <fstream>
 
 #include "platform/linux/name_index.h"
@@ -121,6 +123,38 @@ TEST_F(FilesTest, WholeFilesReadAndWritten) {
   EXPECT_EQ(files->list(folder.path()).size(), 2U) << "nothing temporary stays";
   EXPECT_TRUE(files->remove(folder / "g"));
   EXPECT_FALSE(files->remove(folder / "g"));
+}
+
+/// Lets files grow no further than this while it lives, as a disk that fills up does.
+class FileSizeLimit {
+ public:
+  explicit FileSizeLimit(rlim_t bytes) : handler_(std::signal(SIGXFSZ, SIG_IGN)) {
+    ::getrlimit(RLIMIT_FSIZE, &before_);
+    const rlimit limit{bytes, before_.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  FileSizeLimit(const FileSizeLimit&) = delete;
+  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+  ~FileSizeLimit() {
+    ::setrlimit(RLIMIT_FSIZE, &before_);
+    std::signal(SIGXFSZ, handler_);
+  }
+
+ private:
+  rlimit before_{};
+  void (*handler_)(int);
+};
+
+TEST_F(FilesTest, AWriteThatFailsHalfWayLeavesTheOldFileAndNothingElse) {
+  write("old", "old content");
+  {
+    const FileSizeLimit limit(1000);
+    EXPECT_FALSE(files->writeAll(folder / "old", std::string(5000, 'x')));
+    EXPECT_FALSE(files->writeAll(folder / "new", std::string(1001, 'x')));
+    EXPECT_TRUE(files->writeAll(folder / "fits", std::string(1000, 'x')));
+  }
+  EXPECT_EQ(files->readAll(folder / "old"), "old content");
+  EXPECT_EQ(files->list(folder.path()).size(), 2U) << "the old one and the one that fits";
 }
 
 TEST_F(FilesTest, ReadStopsAtTheEnd) {
