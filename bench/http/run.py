@@ -105,8 +105,8 @@ def rate(port, target, line):
     """Requests or MiB per second over one round."""
     headers = [part for header in line.headers for part in ("-H", header)]
     answer = subprocess.run(
-        ["taskset", "-c", LOAD_CORE, "wrk", "-t1", "-c" + CONNECTIONS, "-d" + SECONDS + "s", *headers,
-         "http://127.0.0.1:%d%s" % (port, target)],
+        ["taskset", "-c", LOAD_CORE, "wrk", "-t1", "-c" + CONNECTIONS, "-d" + SECONDS + "s",
+         *headers, "http://127.0.0.1:%d%s" % (port, target)],
         capture_output=True, text=True, check=True).stdout
     if "Non-2xx" in answer:
         raise SystemExit("error answers for %s:\n%s" % (target, answer))
@@ -114,6 +114,14 @@ def rate(port, target, line):
         amount, prefix = re.search(r"Transfer/sec:\s*([\d.]+)([KMGT]?)B", answer).groups()
         return float(amount) * 1024 ** (" KMGT".index(prefix or " ")) / MIB
     return float(re.search(r"Requests/sec:\s*([\d.]+)", answer)[1])
+
+
+def answer_to(port, target, line):
+    """The body of one answer, to see that both servers send as much."""
+    headers = dict(header.split(": ") for header in line.headers)
+    request = urllib.request.Request("http://127.0.0.1:%d%s" % (port, target), headers=headers)
+    with urllib.request.urlopen(request) as answer:
+        return answer.read()
 
 
 def prose():
@@ -178,8 +186,13 @@ def measure(server, nginx):
         lines = [line for line in LINES if not line.target.startswith("/photo")]
         print("no browser to draw a photo: no lines of pictures")
     for line in lines:
-        if b"QVScript Error" in server.get(line.target).body:
+        body = answer_to(server.port, line.target, line)
+        if b"QVScript Error" in body:
             raise SystemExit("%s fails" % line.target)
+        if nginx and line.reference:
+            theirs = answer_to(nginx.port, line.reference, line)
+            if abs(len(body) - len(theirs)) > len(body) / 50:
+                raise SystemExit("%s: %d bytes beside %d" % (line.name, len(body), len(theirs)))
     best = {}
     for _ in range(ROUNDS):
         for line in lines:
