@@ -34,6 +34,12 @@ void SharedValues::clear() {
   const KeyedCollection<vbs::Value> old = std::exchange(values_, {});
 }
 
+std::vector<vbs::Value> SharedValues::items() const {
+  std::vector<vbs::Value> items;
+  for (const auto& entry : values_) items.push_back(entry.value);
+  return items;
+}
+
 std::unique_ptr<vbs::Enumerator> SharedValues::enumerate() {
   std::vector<vbs::Value> keys;
   for (const auto& entry : values_) keys.emplace_back(std::string_view(entry.key));

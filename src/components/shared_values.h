@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "support/keyed_collection.h"
 #include "vbscript/object.h"
@@ -14,6 +15,7 @@ class SharedValues final : public vbs::NativeObject<SharedValues> {
   vbs::Value item(const vbs::Value& key) const;  ///< Empty when nothing is stored
   void setItem(const vbs::Value& key, const vbs::Value& value);
   void clear();
+  std::vector<vbs::Value> items() const;
 
   std::string_view typeName() const override { return "Application"; }
   std::unique_ptr<vbs::Enumerator> enumerate() override;  ///< the keys

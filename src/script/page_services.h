@@ -1,5 +1,6 @@
 #pragma once
 
+class ApplicationComponent;
 class AuthKeys;
 class Clock;
 class Files;
@@ -7,9 +8,6 @@ class HttpDates;
 class Process;
 class clsWEncode;
 struct ServerState;
-namespace vbs {
-class Object;
-}
 
 /// What every page works with. The owner keeps all of it alive as long as pages run.
 struct PageServices {
@@ -20,5 +18,5 @@ struct PageServices {
   HttpDates& dates;
   const clsWEncode& encoder;
   AuthKeys& authKeys;
-  vbs::Object& application;  ///< published as "QvS"
+  ApplicationComponent& application;  ///< published as "QvS"
 };

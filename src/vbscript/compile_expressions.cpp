@@ -130,7 +130,7 @@ const Expression& unwrapped(const Expression& expression) {
 void RoutineCompiler::compileTo(const Expression& expression, Register target) {
   switch (expression.kind) {
     case ExpressionKind::Literal:
-      return loadConstant(target, static_cast<const LiteralExpression&>(expression).value);
+      return compileLiteral(static_cast<const LiteralExpression&>(expression).value, target);
     case ExpressionKind::Name:
       return compileName(static_cast<const NameExpression&>(expression), target);
     case ExpressionKind::Member:
@@ -182,22 +182,23 @@ const Binding* RoutineCompiler::bindName(const Expression& expression) const {
 }
 
 /// Whether evaluating the expression may change a variable: by a call that gets it by reference,
-/// or in the main code, whose variables everybody knows, by any call of a routine. A property
-/// without arguments is trusted.
+/// or, for a variable that other code knows, by running any code of the script.
 bool RoutineCompiler::disturbs(const Expression& expression, Register variable) const {
+  const bool shared = isMain_ || variable == kNoRegister;
   switch (expression.kind) {
     case ExpressionKind::Literal:
     case ExpressionKind::New:
     case ExpressionKind::Me:
       return false;
     case ExpressionKind::Name: {
-      const Binding* binding = bindName(expression);
-      const bool shared = isMain_ || variable == kNoRegister;
-      return shared && binding->kind == Binding::Kind::Routine;
+      const auto kind = bindName(expression)->kind;
+      return shared && (kind == Binding::Kind::Routine || kind == Binding::Kind::Own ||
+                        kind == Binding::Kind::Late);
     }
     case ExpressionKind::Member: {
-      const auto& object = static_cast<const MemberExpression&>(expression).object;
-      return object && disturbs(*object, variable);
+      const auto& member = static_cast<const MemberExpression&>(expression);
+      if (shared && script_.valuesRunCode() && !hostObjectOf(member)) return true;
+      return member.object && disturbs(*member.object, variable);
     }
     case ExpressionKind::Call: {
       const auto& call = static_cast<const CallExpression&>(expression);
@@ -219,10 +220,11 @@ bool RoutineCompiler::callDisturbs(const Expression& callee,
                                    const std::vector<ExpressionPtr>& arguments,
                                    Register variable) const {
   const Binding* binding = bindName(callee);
+  const bool shared = isMain_ || variable == kNoRegister;
   const bool isElement = binding && isVariable(*binding);
+  if (isElement && shared && script_.valuesRunCode()) return true;
   const bool isHarmless = isElement || (binding && binding->kind == Binding::Kind::Intrinsic);
   if (!isHarmless) {
-    const bool shared = isMain_ || variable == kNoRegister;
     if (shared || (binding && binding->kind == Binding::Kind::Scope)) return true;
     if (!binding && disturbs(callee, variable)) return true;
     for (const auto& argument : arguments) {
@@ -244,6 +246,15 @@ const Value* RoutineCompiler::literal(const Expression& expression) const {
   }
   const Binding* binding = bindName(inner);
   return binding && binding->kind == Binding::Kind::Constant ? binding->constant : nullptr;
+}
+
+/// A variable takes Nothing by Set only.
+void RoutineCompiler::compileLiteral(const Value& value, Register target) {
+  if (!value.isObject() || isTemporary(target)) return loadConstant(target, value);
+  const Temporaries temporaries(*this);
+  const Register nothing = newTemporary();
+  loadConstant(nothing, value);
+  emit(Opcode::Let, target, nothing);
 }
 
 void RoutineCompiler::compileName(const NameExpression& name, Register target) {

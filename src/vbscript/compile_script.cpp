@@ -49,6 +49,7 @@ ScriptCompiler::ScriptCompiler(Program& program, const CompileContext& context,
       nameCount_(names.size()),
       resolved_(names.size()),
       nameIndexes_(names.size()) {
+  valuesRunCode_ = context.known != nullptr;
   program_.globalsEnd = context.firstSlot;
   program_.routines.push_back(std::make_unique<Routine>());
   program_.routines.front()->program = &program_;
@@ -87,7 +88,9 @@ void ScriptCompiler::compileMain(const Block& body, const Mentions& mentions) {
 void ScriptCompiler::noteDynamicCode(const Mentions& mentions) {
   for (const Identifier* name : mentions.names()) {
     for (const auto& known : kScopeFunctions) {
-      if (known.lower != name->lower || known.function == ScopeFunction::GetRef) continue;
+      if (known.lower != name->lower) continue;
+      valuesRunCode_ = true;
+      if (known.function == ScopeFunction::GetRef) continue;
       keepsVariableNames_ = true;
       if (known.function != ScopeFunction::Eval) lateNames_ = true;
     }
@@ -100,6 +103,7 @@ void ScriptCompiler::declare(const Identifier& name, GlobalSymbol symbol) {
 
 void ScriptCompiler::declareRoutines(const Script& script) {
   program_.definesCode = !script.procedures.empty() || !script.classes.empty();
+  if (!script.classes.empty()) valuesRunCode_ = true;
   for (const auto& tree : script.procedures) {
     GlobalSymbol symbol;
     symbol.kind = GlobalSymbol::Kind::Routine;

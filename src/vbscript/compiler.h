@@ -65,6 +65,9 @@ class ScriptCompiler {
   const CompileContext& context() const { return context_; }
   std::size_t nameCount() const { return nameCount_; }
   bool optionExplicit() const { return optionExplicit_; }
+  /// Whether reading a member or an indexed variable may run code of the script: its classes have
+  /// properties, and its variables may hold procedures.
+  bool valuesRunCode() const { return valuesRunCode_; }
   bool lateNames() const { return lateNames_; }
   bool keepsVariableNames() const { return keepsVariableNames_; }
   /// What `name` means outside any routine; Unresolved when it is not known.
@@ -106,6 +109,7 @@ class ScriptCompiler {
   std::size_t nameCount_;
   bool optionExplicit_ = false;
   bool lateNames_ = false;
+  bool valuesRunCode_ = false;
   bool keepsVariableNames_ = false;
   std::vector<Binding> resolved_;           ///< by name
   std::vector<std::uint32_t> nameIndexes_;  ///< by name; 0: none yet, else index + 1
@@ -182,6 +186,7 @@ class RoutineCompiler {
   bool disturbs(const Expression& expression, Register variable) const;
   bool callDisturbs(const Expression& callee, const std::vector<ExpressionPtr>& arguments,
                     Register variable) const;
+  void compileLiteral(const Value& value, Register target);
   void compileName(const NameExpression& name, Register target);
   void compileMember(const MemberExpression& member, Register target);
   void compileUnary(const UnaryExpression& unary, Register target);

@@ -68,7 +68,8 @@ void Machine::reDim(const Instruction* pc, Value* base, bool preserve) {
     if (array.fixed || array.locks > 0) throwError(ErrorCode::ArrayLocked);
   }
   if (preserve && variable.isArray()) {
-    ArrayRep* resized = ArrayRep::resized(variable.asArray(), extents.span());
+    std::vector<Value> cut;
+    ArrayRep* resized = ArrayRep::resized(variable.asArray(), extents.span(), cut);
     new (&variable) Value(Value::array(resized));  // resized() has taken over the old body
   } else {
     variable = Value::array(ArrayRep::create(extents.span()));
@@ -131,6 +132,11 @@ void Machine::storeElement(Value& holder, Args indexesAndValue, bool isSet, cons
   Value& direct = holder.deref();
   const Args indexes = indexesAndValue.first(indexesAndValue.size() - 1);
   Value& value = indexesAndValue.back();
+  if (direct.isArray() && !isSet && value.deref().isObject()) {
+    // What the object is worth may take script code, after which the array could be another one.
+    value = plainValue(value.deref());
+    return storeElement(holder, indexesAndValue, isSet, pc);
+  }
   if (direct.isArray()) {
     const Indexes at = indexesOf(indexes);
     if (isSet && !value.deref().isObject()) throwNamed(ErrorCode::ObjectRequired, pc);

@@ -96,7 +96,8 @@ ArrayRep* ArrayRep::clone() const {
   return copy;
 }
 
-ArrayRep* ArrayRep::resized(ArrayRep* rep, std::span<const std::int32_t> extents) {
+ArrayRep* ArrayRep::resized(ArrayRep* rep, std::span<const std::int32_t> extents,
+                            std::vector<Value>& cut) {
   const auto old = rep->extents();
   if (old.empty()) {
     ArrayRep* fresh = create(extents);
@@ -126,7 +127,7 @@ ArrayRep* ArrayRep::resized(ArrayRep* rep, std::span<const std::int32_t> extents
   Value* const oldRow = std::exchange(rep->elements, row);
   const std::size_t oldCount = rep->count;
   reshape(*rep, extents, count);
-  // Last, because the end of an element may run script code that looks at this array.
+  cut.assign(std::make_move_iterator(oldRow + kept), std::make_move_iterator(oldRow + oldCount));
   std::destroy(oldRow + kept, oldRow + oldCount);
   freeRow(oldRow, oldCount);
   return rep;

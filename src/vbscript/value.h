@@ -67,8 +67,11 @@ struct ArrayRep {
   ArrayRep* clone() const;
   /// For ReDim Preserve: the array with a new last extent, elements kept where they still have a
   /// place. Consumes the caller's reference to `rep`, and moves the row when it was the only one.
-  /// Error 9 when rank or another extent differ; `rep` is then still the caller's.
-  static ArrayRep* resized(ArrayRep* rep, std::span<const std::int32_t> extents);
+  /// Error 9 when rank or another extent differ; `rep` is then still the caller's. Elements without
+  /// a place go to `cut`, to be ended when the result is where it belongs: their end may run script
+  /// code that uses the array.
+  static ArrayRep* resized(ArrayRep* rep, std::span<const std::int32_t> extents,
+                           std::vector<Value>& cut);
   /// Frees a body whose last reference is gone.
   static void destroy(ArrayRep* rep) noexcept;
 

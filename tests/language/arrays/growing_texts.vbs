@@ -70,3 +70,22 @@ Function Count(n)
   If n > 0 Then Count = Count(m) & n
 End Function
 Echo Count(3)                  '> 123
+
+'=== what is left of a getter stays as it was when the getter was called
+Dim s, t, n, o, list(1)
+Class Meddler
+  Public Property Get P : s = "" : n = 100 : list(1) = "changed" : P = "p" : End Property
+  Public Default Property Get Item(i) : s = "" : Item = "i" : End Property
+End Class
+Set o = New Meddler
+s = "abc" : s = s & "x" & o.P
+Echo s                         '> abcxp
+s = "abc" : t = s & "x" & o.P
+Echo t                         '> abcxp
+s = "abc" : s = s & "x" & o(1)
+Echo s                         '> abcxi
+n = 1
+Echo n & "-" & o.P             '> 1-p
+list(1) = "old"
+list(1) = list(1) & "x" & o.P
+Echo list(1)                   '> oldxp

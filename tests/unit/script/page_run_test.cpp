@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "components/application.h"
+#include "components/dictionary.h"
 #include "fakes.h"
 #include "http/clsHTTPParser.h"
 #include "http/cookie_jar.h"
@@ -94,6 +95,29 @@ TEST_F(PageRun, APageRunWithinAnotherSharesItsTime) {
   EXPECT_EQ(output(page), "x");
   EXPECT_NE(output(page + page).find("Error #113"), std::string::npos);
   EXPECT_EQ(output("<% Server.ScriptTimeout = 30 %>" + page + page), "xx");
+}
+
+TEST_F(PageRun, EndsDictionariesThatHoldOneAnother) {
+  const std::uint64_t before = dictionariesMade();
+  EXPECT_EQ(output("<% Set a = CreateObject(\"Scripting.Dictionary\")\n"
+                   "Set b = Server.CreateObject(\"Scripting.Dictionary\")\n"
+                   "Set a(\"child\") = b : Set b(\"parent\") = a : b(\"list\") = Array(a, 1) %>x"),
+            "x");
+  EXPECT_GT(dictionariesMade(), before);
+  EXPECT_FALSE(anyDictionarySince(before));
+}
+
+TEST_F(PageRun, KeepsWhatTheSharedValuesLeadTo) {
+  output(
+      "<% Set a = CreateObject(\"Scripting.Dictionary\")\n"
+      "Set b = CreateObject(\"Scripting.Dictionary\")\n"
+      "Set a(\"child\") = b : Set b(\"parent\") = a : b(\"name\") = \"kept\"\n"
+      "Set c = CreateObject(\"Scripting.Dictionary\") : Set c(\"me\") = c\n"
+      "Application(\"list\") = Array(0, a) %>");
+  const std::string read = "<%= Application(\"list\")(1)(\"child\")(\"name\") %>";
+  EXPECT_EQ(output(read), "kept");
+  EXPECT_EQ(output("<% Set d = CreateObject(\"Scripting.Dictionary\") : Set d(1) = d %>" + read),
+            "kept");
 }
 
 TEST_F(PageRun, GivesOutputAndHeader) {

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "components/application.h"
 #include "fakes.h"
 #include "http/clsHTTPParser.h"
 #include "http/cookie_jar.h"
@@ -14,16 +15,11 @@
 #include "script/auth_keys.h"
 #include "script/base64.h"
 #include "support/clsWEncode.h"
+#include "support/file_aliases.h"
 #include "support/server_state.h"
 #include "vbscript/host.h"
 
 namespace {
-
-class NamedObject final : public vbs::NativeObject<NamedObject> {
- public:
-  std::string_view typeName() const override { return "Named"; }
-  static std::span<const vbs::Member<NamedObject>> members() { return {}; }
-};
 
 class ServerTest : public ::testing::Test, protected aspServerObj::Page {
  protected:
@@ -53,7 +49,9 @@ class ServerTest : public ::testing::Test, protected aspServerObj::Page {
   AuthKeys keys{clock, random};
   CookieJar jar;
   clsHTTPParser parser{encoder, jar};
-  vbs::Ref<NamedObject> application = vbs::make<NamedObject>();
+  FileAliases aliases;
+  vbs::Ref<ApplicationComponent> application =
+      vbs::make<ApplicationComponent>("1.2.3", aliases, clock, random);
   PageServices services{state, files, clock, process, dates, encoder, keys, *application};
   vbs::Ref<aspServerObj> server =
       vbs::make<aspServerObj>(services, static_cast<aspServerObj::Page&>(*this));

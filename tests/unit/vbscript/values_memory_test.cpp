@@ -120,15 +120,18 @@ TEST(ArrayTest, ResizingKeepsElementsAndTheOtherExtents) {
   const std::array<std::int32_t, 2> extents{2, 2};
   ArrayRep* rep = ArrayRep::create(extents);
   *rep->at(1, 1) = Value("kept");
+  std::vector<Value> cut;
   const std::array<std::int32_t, 2> larger{2, 4};
-  rep = ArrayRep::resized(rep, larger);
+  rep = ArrayRep::resized(rep, larger, cut);
   EXPECT_EQ(rep->at(1, 1)->asString().narrow(), "kept");
   EXPECT_TRUE(rep->at(1, 3)->isEmpty());
   const std::array<std::int32_t, 2> other{3, 4};
-  EXPECT_EQ(errorOf([&] { ArrayRep::resized(rep, other); }), 9);
+  EXPECT_EQ(errorOf([&] { ArrayRep::resized(rep, other, cut); }), 9);
   const std::array<std::int32_t, 2> smaller{2, 1};
-  const Value array = Value::array(ArrayRep::resized(rep, smaller));
+  const Value array = Value::array(ArrayRep::resized(rep, smaller, cut));
   EXPECT_EQ(array.asArray()->count, 2u);
+  ASSERT_EQ(cut.size(), 6u);
+  EXPECT_EQ(cut[1].asString().narrow(), "kept");
 }
 
 TEST(ArrayTest, ResizingASharedBodyLeavesTheOtherHolderAlone) {
@@ -137,7 +140,8 @@ TEST(ArrayTest, ResizingASharedBodyLeavesTheOtherHolderAlone) {
   Value b = a;
   ++b.asArray()->references;
   const std::int32_t extent = 5;
-  const Value c = Value::array(ArrayRep::resized(b.asArray(), {&extent, 1}));
+  std::vector<Value> cut;
+  const Value c = Value::array(ArrayRep::resized(b.asArray(), {&extent, 1}, cut));
   EXPECT_EQ(a.asArray()->count, 2u);
   EXPECT_EQ(a.asArray()->references, 2u);
   EXPECT_EQ(c.asArray()->at(0)->asString().narrow(), "x");
