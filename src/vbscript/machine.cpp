@@ -174,6 +174,7 @@ std::optional<ErrorReport> Machine::guarded(Body body) {
   const TimeCheckScope time(nativeTimeCheck());
   try {
     body();
+    if (stopped_) throw RunStopped{};  // within the last Class_Terminate
     return std::nullopt;
   } catch (const ScriptError& error) {
     return reportOf(error);

@@ -16,6 +16,8 @@ constexpr std::string_view kEndless[] = {
     "On Error Resume Next : Do : Execute \"y = 1\" : Loop",
     "Class C : Private Sub Class_Terminate : Do : Loop : End Sub : End Class : Set o = New C\n"
     "On Error Resume Next : Set o = Nothing : Do : Loop",
+    "Class C : Private Sub Class_Terminate : Do : Loop : End Sub : End Class\n"
+    "Set o = New C : Set o = Nothing",
     "Class C : Private Sub Class_Terminate : Set x = New C : End Sub : End Class\n"
     "Set o = New C : Set o = Nothing : Do : Loop",
 };
