@@ -102,9 +102,9 @@ bool RoutineCompiler::appendToElement(const CallExpression& target, const Expres
   }
   const bool isResult = array->kind == Binding::Kind::Register &&
                         (array->index == routine_.result || array->index == outerResult_);
-  const Expression& index = *target.arguments[0];
   if (isResult) return false;
 
+  const Expression& index = *target.arguments[0];
   auto [first, parts] = concatenationOf(value);
   if (parts.empty() || first->kind != ExpressionKind::Call) return false;
   const auto& element = static_cast<const CallExpression&>(*first);
