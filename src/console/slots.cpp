@@ -23,9 +23,13 @@ int Slots::lowestClosed() {
     if (closed_.empty()) grow();
     const int index = closed_.front();
     if (exists(index) && socket(index).state() == SocketState::Closed) return index;
-    std::pop_heap(closed_.begin(), closed_.end(), std::greater<>());
-    closed_.pop_back();
+    dropLowest();
   }
+}
+
+void Slots::dropLowest() {
+  std::pop_heap(closed_.begin(), closed_.end(), std::greater<>());
+  closed_.pop_back();
 }
 
 std::optional<int> Slots::accept(ConnectionRequest& request) {
@@ -33,6 +37,7 @@ std::optional<int> Slots::accept(ConnectionRequest& request) {
   record(index).reset();
   socket(index).tag.clear();
   if (!socket(index).accept(request)) return std::nullopt;
+  dropLowest();
   return index;
 }
 

@@ -51,6 +51,7 @@ class Slots {
   };
 
   void grow();
+  void dropLowest();  ///< from closed_
   int lowestClosed();
   void noteClosed(int index);
 

@@ -32,13 +32,13 @@ std::optional<ImageRendering> wantedRendering(const clsHTTPParser& parser) {
 
 }  // namespace
 
-std::optional<ResizedImages::Copy> ResizedImages::copyFor(const FoundFile& source,
+std::optional<ResizedImages::Copy> ResizedImages::copyFor(const FoundFile& source, bool isPublic,
                                                           const clsHTTPParser& parser,
                                                           const std::string& cacheFolder) {
   const auto wanted = wantedRendering(parser);
   if (!wanted) return std::nullopt;
   const std::string fileName(paths::fileNameOf(source.path));
-  const bool temporary = queryVariable(parser, "nc") == "1";
+  const bool temporary = !isPublic || queryVariable(parser, "nc") == "1";
   const std::string path = paths::join(
       cacheFolder, temporary ? temporaryName(fileName) : PictureCopies::nameOf(*wanted, fileName));
 

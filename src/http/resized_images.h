@@ -27,7 +27,8 @@ class ResizedImages {
   };
 
   /// The copy to serve in place of `source`; nothing when none is asked for or it can't be made.
-  std::optional<Copy> copyFor(const FoundFile& source, const clsHTTPParser& parser,
+  /// Only a public file's copy is kept: under its name anybody gets it.
+  std::optional<Copy> copyFor(const FoundFile& source, bool isPublic, const clsHTTPParser& parser,
                               const std::string& cacheFolder);
 
  private:

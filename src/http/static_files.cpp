@@ -26,7 +26,8 @@ StaticFiles::Answer StaticFiles::answer(const Request& request) {
   result.file = request.file;
   bool temporary = false;
   if (isResizableImage(result.file.path)) {
-    if (auto copy = resizedImages_.copyFor(request.file, request.parser, state_.CacheFolder)) {
+    if (auto copy = resizedImages_.copyFor(request.file, !request.aliasDownload, request.parser,
+                                           state_.CacheFolder)) {
       result.file = std::move(copy->file);
       temporary = copy->temporary;
     }

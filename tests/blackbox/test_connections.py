@@ -27,6 +27,17 @@ class Connections(ServerTest):
                 connection.send(POST)
                 self.assertEqual(connection.receive().body, b"v w|1")
 
+    def test_asks_silent_clients_whether_they_are_there(self):
+        with self.server.connect() as connection:
+            connection.send(GET)
+            connection.receive()
+            ours = "%04X" % self.server.port
+            rows = [line.split() for line in open("/proc/net/tcp").read().splitlines()[1:]]
+            established, keepalive_timer = "01", "02"
+            timers = [row[5].split(":")[0] for row in rows
+                      if row[1].endswith(":" + ours) and row[3] == established]
+            self.assertEqual(timers, [keepalive_timer])
+
     def test_closes_when_asked(self):
         with self.server.connect() as connection:
             connection.send(b"GET /a.txt HTTP/1.1\r\nHost: x\r\nConnection: CLOSE\r\n\r\n")

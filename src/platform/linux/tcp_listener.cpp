@@ -1,6 +1,7 @@
 #include "platform/linux/tcp_listener.h"
 
 #include <fcntl.h>
+#include <netinet/tcp.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
@@ -12,6 +13,11 @@ using asio::ip::tcp;
 
 constexpr int kAcceptsPerTurn = 32;  ///< connections taken before others have their turn
 constexpr std::chrono::milliseconds kPause{100};
+
+/// Of silence before the kernel asks whether the client is still there; it asks for some ten
+/// minutes more.
+constexpr std::chrono::duration<int> kKeepAliveIdle{120};
+using KeepAliveIdle = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_KEEPIDLE>;
 
 /// Descriptors that connections leave free, for files, logs and the control channel.
 constexpr int kReserve = 64;
@@ -40,6 +46,9 @@ class Listening final : public std::enable_shared_from_this<Listening> {
     if (!error) acceptor_.non_blocking(true, error);
     // Accepted connections inherit it; an answer is sent as one piece and must not wait.
     if (!error) acceptor_.set_option(tcp::no_delay(true), error);
+    // So does this: a client that has vanished without a word gives its place back in the end.
+    if (!error) acceptor_.set_option(tcp::acceptor::keep_alive(true), error);
+    if (!error) acceptor_.set_option(KeepAliveIdle(kKeepAliveIdle.count()), error);
     if (error) return false;
     highest_ = highestDescriptorForConnections();
     wait();

@@ -53,6 +53,15 @@ TEST_F(ImageRequests, ANewerSourceIsRenderedAgain) {
   EXPECT_EQ(images.renderings, 2);
 }
 
+TEST_F(ImageRequests, AnOfferedFilesCopyIsNotKept) {
+  files.put("/data/photo.jpg", "private");
+  aliases.offer("k", "/data/photo.jpg");
+  EXPECT_EQ(bodyOf("/filebin$k?rx=100&ry=80"), "/data/photo.jpg 100x80 kept");
+  EXPECT_TRUE(files.list("/srv/Cache").empty());
+  EXPECT_EQ(bodyOf("/img/photo.jpg?rx=100&ry=80"), kSource + " 100x80 kept");
+  EXPECT_EQ(bodyOf("/filebin$k?rx=100&ry=80"), "/data/photo.jpg 100x80 kept");
+}
+
 TEST_F(ImageRequests, ACopyOfItsOwnLeavesNothingBehind) {
   EXPECT_EQ(bodyOf("/img/photo.jpg?rx=100&ry=80&nc=1"), kSource + " 100x80 kept");
   EXPECT_TRUE(images.lastTarget.starts_with("/srv/Cache/^N"));
