@@ -24,7 +24,7 @@ struct ScriptPageResult {
 
 /// How request handling reaches script pages without knowing the script engine. The
 /// implementation finds or makes the session that the parser's `SessionID` names, runs the page
-/// with it, and moves the session in its store when the page gave it another number.
+/// with it, and drops the session asked for when the page has one of another number in the end.
 class ScriptPages {
  public:
   virtual ~ScriptPages() = default;

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "script/aspServerObj.h"
 #include "script/aspSessionObj.h"
@@ -65,7 +67,6 @@ class aspMainParser final : private aspServerObj::Page {
   std::optional<vbs::ErrorReport> runProgram(const std::string& program);
   std::string translate(std::string source, const std::string& folder) const;
   std::optional<std::string> readInclude(const std::string& folder, const std::string& name) const;
-  bool mayInclude(const std::string& folder, const std::string& path) const;
   std::optional<std::string> pageFile(std::string_view target) const;
   void flushBuffer(std::string data, const std::string& header, bool first);
   std::string responseHead(const std::string& header) const;
