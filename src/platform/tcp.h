@@ -69,6 +69,12 @@ class TcpSocketEvents {
   virtual void socketError(int index) = 0;
 };
 
+/// How long a client is waited for.
+struct DrainPatience {
+  std::chrono::milliseconds withoutProgress;  ///< while it takes nothing
+  std::chrono::milliseconds inAll;
+};
+
 /// One connection's socket. `index` is the number it was made with.
 class TcpSocket {
  public:
@@ -94,10 +100,10 @@ class TcpSocket {
   /// Bytes queued and not yet taken by the system.
   virtual std::uint64_t pendingBytes() const = 0;
 
-  /// Blocks until at most `bytes` are pending. Runs no events of any other socket. False when the
-  /// client has taken nothing for `patience` or the connection failed; the socket is then in the
-  /// error state and socketError follows.
-  virtual bool drainTo(std::uint64_t bytes, std::chrono::milliseconds patience) = 0;
+  /// Blocks until at most `bytes` are pending. Runs no events of any other socket. False when
+  /// `patience` is at its end or the connection failed; the socket is then in the error state and
+  /// socketError follows.
+  virtual bool drainTo(std::uint64_t bytes, const DrainPatience& patience) = 0;
 
   /// The client's address as text, empty before the first connection; kept after close.
   virtual const std::string& remoteHostIP() const = 0;

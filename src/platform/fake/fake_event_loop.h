@@ -53,7 +53,7 @@ class FakeSocket final : public TcpSocket {
     ++sends;
   }
   std::uint64_t pendingBytes() const override { return 0; }
-  bool drainTo(std::uint64_t bytes, std::chrono::milliseconds patience) override {
+  bool drainTo(std::uint64_t bytes, const DrainPatience& patience) override {
     drained = {bytes, patience};
     return state_ == SocketState::Connected;
   }
@@ -73,8 +73,8 @@ class FakeSocket final : public TcpSocket {
   }
   void become(SocketState state) { state_ = state; }  ///< without an event
 
-  std::string sent;                                             ///< since the last accept
-  std::pair<std::uint64_t, std::chrono::milliseconds> drained;  ///< what drainTo was asked for
+  std::string sent;                                 ///< since the last accept
+  std::pair<std::uint64_t, DrainPatience> drained;  ///< what drainTo was asked for
   int sends = 0;
   bool acceptFails = false;
   const int index;

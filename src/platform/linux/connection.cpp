@@ -2,6 +2,7 @@
 
 #include <poll.h>
 
+#include <algorithm>
 #include <asio/buffer.hpp>
 #include <asio/post.hpp>
 
@@ -158,12 +159,15 @@ void Connection::fail() {
   });
 }
 
-bool Connection::drainTo(std::uint64_t bytes, std::chrono::milliseconds patience) {
+bool Connection::drainTo(std::uint64_t bytes, const DrainPatience& patience) {
+  const auto end = steady_clock::now() + patience.inAll;
   while (phase_ == Phase::Open && state_ == SocketState::Connected && queue_.pending() > bytes) {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - steady_clock::now());
+    const auto wait = std::clamp(left, std::chrono::milliseconds(0), patience.withoutProgress);
     pollfd waiting{socket_.native_handle(), POLLOUT, 0};
-    const int ready = ::poll(&waiting, 1, static_cast<int>(patience.count()));
+    const int ready = ::poll(&waiting, 1, static_cast<int>(wait.count()));
     if (ready < 0 && errno == EINTR) continue;
-    if (ready <= 0 || !flush()) fail();
+    if (ready <= 0 || left.count() <= 0 || !flush()) fail();
   }
   return phase_ == Phase::Open && state_ == SocketState::Connected;
 }
@@ -260,7 +264,7 @@ class LoopTcpSocket final : public TcpSocket {
     return connection_ ? connection_->pendingBytes() : 0;
   }
 
-  bool drainTo(std::uint64_t bytes, std::chrono::milliseconds patience) override {
+  bool drainTo(std::uint64_t bytes, const DrainPatience& patience) override {
     return connection_ && connection_->drainTo(bytes, patience);
   }
 

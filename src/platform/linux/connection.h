@@ -22,7 +22,7 @@ class Connection final : public std::enable_shared_from_this<Connection> {
   void open();
   void close();
   void send(std::string head, Body body);
-  bool drainTo(std::uint64_t bytes, std::chrono::milliseconds patience);
+  bool drainTo(std::uint64_t bytes, const DrainPatience& patience);
 
   SocketState state() const { return state_; }
   std::uint64_t pendingBytes() const { return queue_.pending(); }

@@ -83,7 +83,7 @@ class LinuxEventLoop final : public EventLoop {
 
   void runPending(milliseconds atMost, const std::function<bool()>& done) override {
     if (core_.readBufferInUse || nested_) return;
-    nested_ = true;
+    const Nested nested(nested_);
     const auto end = steady_clock::now() + atMost;
     const auto isDone = [&] { return done && done(); };
     bool over = isDone();
@@ -92,7 +92,6 @@ class LinuxEventLoop final : public EventLoop {
       core_.io.run_one_until(end);
       over = isDone();
     }
-    nested_ = false;
   }
 
   std::unique_ptr<TcpListener> makeListener(TcpListenerEvents& events) override {
@@ -119,6 +118,15 @@ class LinuxEventLoop final : public EventLoop {
   LoopCore& core() { return core_; }
 
  private:
+  /// Set for as long as it lives, also when an event ends by an exception.
+  struct Nested {
+    explicit Nested(bool& flag) : flag_(flag) { flag_ = true; }
+    Nested(const Nested&) = delete;
+    Nested& operator=(const Nested&) = delete;
+    ~Nested() { flag_ = false; }
+    bool& flag_;
+  };
+
   void waitForSignal() {
     signals_.async_wait([this](const asio::error_code& error, int) {
       if (error) return;

@@ -14,19 +14,24 @@ using asio::ip::tcp;
 constexpr int kAcceptsPerTurn = 32;  ///< connections taken before others have their turn
 constexpr std::chrono::milliseconds kPause{100};
 
-/// Of silence before the kernel asks whether the client is still there; it asks for some ten
-/// minutes more.
+/// Of silence before the kernel asks whether the client is still there.
 constexpr std::chrono::duration<int> kKeepAliveIdle{120};
 using KeepAliveIdle = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_KEEPIDLE>;
 
-/// Descriptors that connections leave free, for files, logs and the control channel.
-constexpr int kReserve = 64;
+/// How long a client may leave that question unanswered, or take nothing of what is sent to it.
+/// A player that pauses for longer asks for the rest of its file by a range.
+constexpr std::chrono::duration<int, std::milli> kUnresponsive{120'000};
+using UserTimeout = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_USER_TIMEOUT>;
+
+/// Descriptors that connections leave free, for the files that are being sent over them, logs and
+/// the control channel: a quarter of all, up to this many.
+constexpr int kMostReserved = 4096;
 
 int highestDescriptorForConnections() {
   rlimit limit{};
-  if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) return 1024 - kReserve;
+  if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) limit.rlim_cur = 1024;
   const auto count = static_cast<int>(std::min<rlim_t>(limit.rlim_cur, 1 << 30));
-  return count - std::min(kReserve, count / 4);
+  return count - std::min(kMostReserved, count / 4);
 }
 
 /// One stretch of listening, from listen() to close() or an error.
@@ -46,9 +51,10 @@ class Listening final : public std::enable_shared_from_this<Listening> {
     if (!error) acceptor_.non_blocking(true, error);
     // Accepted connections inherit it; an answer is sent as one piece and must not wait.
     if (!error) acceptor_.set_option(tcp::no_delay(true), error);
-    // So does this: a client that has vanished without a word gives its place back in the end.
+    // And these: a client that has vanished without a word gives its place back in the end.
     if (!error) acceptor_.set_option(tcp::acceptor::keep_alive(true), error);
     if (!error) acceptor_.set_option(KeepAliveIdle(kKeepAliveIdle.count()), error);
+    if (!error) acceptor_.set_option(UserTimeout(kUnresponsive.count()), error);
     if (error) return false;
     highest_ = highestDescriptorForConnections();
     wait();

@@ -36,6 +36,15 @@ TEST_F(Loop, RunningPendingDoesNothingWithinItself) {
   EXPECT_EQ(ran, 1);
 }
 
+TEST_F(Loop, AnEventThatThrowsLeavesRunningPendingAsItWas) {
+  int ran = 0;
+  loop->post([] { throw std::runtime_error("broken"); });
+  loop->post([&] { ++ran; });
+  EXPECT_THROW(loop->runPending(milliseconds(0), nullptr), std::runtime_error);
+  loop->runPending(milliseconds(0), nullptr);
+  EXPECT_EQ(ran, 1);
+}
+
 TEST_F(Loop, RunningPendingFromAnEventLetsTheOthersRun) {
   int ran = 0;
   loop->post([&] {

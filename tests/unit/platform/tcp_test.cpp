@@ -1,5 +1,8 @@
 #include <sys/resource.h>
 
+#include <atomic>
+#include <thread>
+
 #include "loop_fixture.h"
 #include "temporary_folder.h"
 
@@ -299,18 +302,35 @@ TEST_F(Tcp, WhileAnAnswerIsQueuedTheClientIsNotRead) {
 TEST_F(Tcp, DrainWaitsForAClientThatTakes) {
   TestClient client = connected();
   server.socket(0).send("", pattern(100));
-  EXPECT_TRUE(server.socket(0).drainTo(0, milliseconds(1000)));
+  EXPECT_TRUE(server.socket(0).drainTo(0, {milliseconds(1000), milliseconds(1000)}));
   EXPECT_TRUE(receives(client, 100));
 }
 
 TEST_F(Tcp, DrainGivesUpOnAClientThatTakesNothing) {
   TestClient client = connected(4096);
   server.socket(0).send("", pattern(20'000'000));
-  EXPECT_FALSE(server.socket(0).drainTo(1000, milliseconds(30)));
+  EXPECT_FALSE(server.socket(0).drainTo(1000, {milliseconds(30), milliseconds(60'000)}));
   EXPECT_EQ(server.socket(0).state(), SocketState::Error);
   EXPECT_EQ(server.errors, 0) << "told from within drainTo";
   EXPECT_TRUE(until([&] { return server.errors == 1; }));
   EXPECT_EQ(server.socket(0).state(), SocketState::Closed);
+}
+
+TEST_F(Tcp, DrainGivesUpOnAClientThatTakesTooLittle) {
+  TestClient client = connected(4096);
+  server.socket(0).send("", pattern(20'000'000));
+  std::atomic<bool> over = false;
+  std::thread taking([&] {
+    while (!over) {
+      client.receive(100'000);
+      std::this_thread::sleep_for(milliseconds(1));
+    }
+  });
+  EXPECT_FALSE(server.socket(0).drainTo(1000, {milliseconds(60'000), milliseconds(50)}));
+  over = true;
+  taking.join();
+  EXPECT_GT(client.received.size(), 0U);
+  EXPECT_EQ(server.socket(0).state(), SocketState::Error);
 }
 
 TEST_F(Tcp, RunningPendingEventsInsideARequestStartsNoOther) {
