@@ -156,10 +156,17 @@ void mainForm::dataArrival(int index, std::string_view data) {
     auto response = objects_->handling().dataArrival(index, slots_.record(index), data,
                                                      slots_.socket(index).remoteHostIP());
     if (response) answer(index, std::move(*response));
+    if (const auto heaviest = slots_.noteHeld(index)) turnAway(*heaviest);
   } catch (const std::exception& error) {
     status_.LogLine(std::string("Request failed: ") + error.what());
     slots_.close(index);
   }
+}
+
+void mainForm::turnAway(int index) {
+  status_.LogLine(slots_.socket(index).remoteHostIP() +
+                  " > TURNED AWAY: too much waits of unfinished requests");
+  slots_.close(index);
 }
 
 void mainForm::answer(int index, Response response) {

@@ -81,6 +81,7 @@ class mainForm final : public ServerControl,
   void peerClosed(int index) override;
   void socketError(int index) override;
   void answer(int index, Response response);
+  void turnAway(int index);
 
   void DebugOutput(const std::string& dbgData) override;
   void Dispatch(std::int32_t SocketIndex, std::string Data, bool CloseOpenSocket) override;

@@ -2,14 +2,16 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
-Slots::Slots(EventLoop& loop, TcpSocketEvents& events) : loop_(loop), events_(events) {
+Slots::Slots(EventLoop& loop, TcpSocketEvents& events, std::uint64_t mostHeld)
+    : loop_(loop), events_(events), mostHeld_(mostHeld) {
   grow();
 }
 
 void Slots::grow() {
   const int index = static_cast<int>(slots_.size());
-  slots_.push_back({loop_.makeSocket(index, events_), {}});
+  slots_.push_back({loop_.makeSocket(index, events_), {}, 0});
   noteClosed(index);
 }
 
@@ -41,12 +43,23 @@ std::optional<int> Slots::accept(ConnectionRequest& request) {
   return index;
 }
 
+std::optional<int> Slots::noteHeld(int index) {
+  Slot& slot = slots_[static_cast<std::size_t>(index)];
+  const std::uint64_t before = std::exchange(slot.held, slot.record.pendingText.size());
+  held_ += slot.held - before;
+  if (held_ <= mostHeld_) return std::nullopt;
+  const auto heaviest = std::max_element(
+      slots_.begin(), slots_.end(), [](const Slot& a, const Slot& b) { return a.held < b.held; });
+  return static_cast<int>(heaviest - slots_.begin());
+}
+
 void Slots::close(int index) {
   TcpSocket& closing = socket(index);
   closing.tag.clear();
   if (closing.state() == SocketState::Closed) return;
   closing.close();
   record(index).reset();  // what a gone client sent takes no memory
+  noteHeld(index);
   noteClosed(index);
 }
 
@@ -54,6 +67,7 @@ void Slots::closeAll() {
   for (int index = highest(); index >= 0; --index) socket(index).close();
   slots_.resize(1);
   slots_.front().record.reset();
+  slots_.front().held = held_ = 0;
   slots_.front().socket->tag.clear();
   closed_.assign(1, 0);
 }

@@ -17,8 +17,11 @@ class Slots {
  public:
   static constexpr int kCached = 10;
 
+  /// Bytes of unfinished requests that all slots hold together, at most.
+  static constexpr std::uint64_t kMostHeld = std::uint64_t{1} << 30;
+
   /// Both outlive the pool.
-  Slots(EventLoop& loop, TcpSocketEvents& events);
+  Slots(EventLoop& loop, TcpSocketEvents& events, std::uint64_t mostHeld = kMostHeld);
 
   int highest() const { return static_cast<int>(slots_.size()) - 1; }
   bool exists(int index) const { return index >= 0 && index <= highest(); }
@@ -31,6 +34,10 @@ class Slots {
   /// Takes a connection into the lowest closed slot, or a new one, with an empty record. Nothing
   /// when the connection has gone.
   std::optional<int> accept(ConnectionRequest& request);
+
+  /// Counts what the slot's record holds now. When it is too much with the others', the answer is
+  /// the slot that holds the most, whose client is to be turned away.
+  std::optional<int> noteHeld(int index);
 
   /// Closes the slot's socket and clears its tag.
   void close(int index);
@@ -48,6 +55,7 @@ class Slots {
   struct Slot {
     std::unique_ptr<TcpSocket> socket;
     SlotRecord record;
+    std::uint64_t held = 0;  ///< bytes of the record that are counted in held_
   };
 
   void grow();
@@ -57,6 +65,8 @@ class Slots {
 
   EventLoop& loop_;
   TcpSocketEvents& events_;
+  const std::uint64_t mostHeld_;
+  std::uint64_t held_ = 0;  ///< bytes of unfinished requests, of all slots
   std::deque<Slot> slots_;  ///< a deque: records keep their place while slots are added
 
   /// A heap, lowest first, with every closed slot in it and perhaps some that are closed no more.

@@ -49,6 +49,27 @@ TEST_F(SlotsTest, TheLowestClosedSlotIsTaken) {
   EXPECT_EQ(take(), 11);
 }
 
+TEST_F(SlotsTest, WhatIsHeldIsBoundedAndTheHeaviestIsNamed) {
+  Slots small(loop, events, 100);
+  const auto hold = [&](int index, std::size_t bytes) {
+    small.record(index).pendingText.assign(bytes, 'x');
+    return small.noteHeld(index);
+  };
+  small.reset();
+  FakeRequest request("127.0.0.1", 1);
+  for (int i = 0; i < 3; ++i) small.accept(request);
+  EXPECT_EQ(hold(0, 30), std::nullopt);
+  EXPECT_EQ(hold(1, 60), std::nullopt);
+  EXPECT_EQ(hold(2, 11), 1);
+  small.close(1);
+  EXPECT_EQ(hold(0, 89), std::nullopt);
+  EXPECT_EQ(hold(2, 0), std::nullopt) << "its request was complete";
+  EXPECT_EQ(hold(0, 100), std::nullopt);
+  EXPECT_EQ(hold(0, 101), 0);
+  small.reset();
+  EXPECT_EQ(hold(0, 100), std::nullopt) << "nothing is held of before";
+}
+
 TEST_F(SlotsTest, ATakenSlotHasAnEmptyRecordAndTag) {
   slots.reset();
   slots.record(0).pendingText = "GET";
