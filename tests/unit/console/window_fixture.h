@@ -13,17 +13,8 @@
 #include "http/script_pages.h"
 #include "platform/fake/fake_clock.h"
 #include "platform/fake/fake_event_loop.h"
+#include "platform/fake/fake_random.h"
 #include "platform/fake/memory_files.h"
-#include "platform/random.h"
-
-class CountingRandom final : public Random {
- public:
-  double fraction() override { return 0.25; }
-  std::array<std::uint8_t, 16> guid() override { return {++last_}; }
-
- private:
-  std::uint8_t last_ = 0;
-};
 
 /// Settings that a test writes into `next`; a load takes them over.
 class FakeSettings final : public ServerSettings {

@@ -11,9 +11,9 @@
 #include "http/request_handling.h"
 #include "http/script_pages.h"
 #include "platform/fake/fake_clock.h"
+#include "platform/fake/fake_random.h"
 #include "platform/fake/memory_files.h"
 #include "platform/image_library.h"
-#include "platform/random.h"
 #include "support/clsQVMod.h"
 #include "support/clsWEncode.h"
 #include "support/clsZipString.h"
@@ -42,20 +42,6 @@ class RecordedLines final : public StatusLines {
  public:
   void LogLine(std::string_view text) override { lines.emplace_back(text); }
   std::vector<std::string> lines;
-};
-
-/// Identifiers of a running byte: 00 01 02 ...
-class CountingRandom final : public Random {
- public:
-  double fraction() override { return 0.5; }
-  std::array<std::uint8_t, 16> guid() override {
-    std::array<std::uint8_t, 16> bytes{};
-    for (auto& byte : bytes) byte = next_++;
-    return bytes;
-  }
-
- private:
-  std::uint8_t next_ = 0;
 };
 
 /// Script pages whose results a test gives as functions of the request, by local path.

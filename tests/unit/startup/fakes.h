@@ -5,28 +5,9 @@
 #include <utility>
 #include <vector>
 
+#include "platform/fake/fake_process.h"
 #include "platform/instance_lock.h"
-#include "platform/process.h"
 #include "platform/service_host.h"
-
-class FakeProcess final : public Process {
- public:
-  std::string commandLine() const override { return line; }
-  std::string programFolder() const override { return folder; }
-  std::string currentFolder() const override { return "/"; }
-  bool setCurrentFolder(const std::string&) override { return true; }
-  bool userIsAdmin() const override { return admin; }
-  HostVersion hostVersion() const override {
-    ++versionQueries;
-    return version;
-  }
-
-  std::string line;
-  std::string folder = "/program";
-  bool admin = true;
-  HostVersion version{2, 6, 1, 42, ""};
-  mutable int versionQueries = 0;
-};
 
 class FakeServiceManager final : public ServiceManager {
  public:

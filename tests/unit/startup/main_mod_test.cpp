@@ -12,16 +12,11 @@
 #include "http/script_pages.h"
 #include "platform/fake/fake_clock.h"
 #include "platform/fake/fake_event_loop.h"
+#include "platform/fake/fake_random.h"
 #include "platform/fake/memory_files.h"
 #include "platform/fake/memory_settings.h"
-#include "platform/random.h"
 
 namespace {
-
-class NoRandom final : public Random {
-  double fraction() override { return 0; }
-  std::array<std::uint8_t, 16> guid() override { return {}; }
-};
 
 class NoScripts final : public ScriptSide, private ScriptPages {
   ScriptPages& pages() override { return *this; }
@@ -71,7 +66,7 @@ class MainModTest : public testing::Test {
   MemoryFiles files;
   FakeClock clock;
   FakeEventLoop loop;
-  NoRandom random;
+  CountingRandom random;
   MemorySettings storage;
   Registry registry{storage};
   ServerState state;

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <set>
+#include <string>
+
+#include "platform/process.h"
+
+/// A process that says what a test wants to hear, on a system that has the folders named.
+class FakeProcess final : public Process {
+ public:
+  std::string commandLine() const override { return line; }
+  std::string programFolder() const override { return folder; }
+  std::string currentFolder() const override { return current; }
+  bool setCurrentFolder(const std::string& wanted) override {
+    std::string path = wanted.starts_with('/') ? wanted : current + '/' + wanted;
+    while (path.size() > 1 && path.back() == '/') path.pop_back();
+    if (!folders.contains(path)) return false;
+    current = path;
+    return true;
+  }
+  bool userIsAdmin() const override { return admin; }
+  HostVersion hostVersion() const override {
+    ++versionQueries;
+    return version;
+  }
+
+  std::string line;
+  std::string folder = "/program";
+  std::string current = "/";
+  std::set<std::string> folders;
+  bool admin = true;
+  HostVersion version{2, 6, 1, 42, ""};
+  mutable int versionQueries = 0;
+};
