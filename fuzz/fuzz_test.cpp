@@ -7,6 +7,7 @@
 
 #include "mutations.h"
 #include "script_targets.h"
+#include "server_targets.h"
 
 namespace {
 
@@ -15,11 +16,28 @@ namespace fs = std::filesystem;
 constexpr std::uint64_t kSeed = 20240229;
 constexpr int kParses = 20'000;
 constexpr int kRuns = 20'000;
+constexpr int kRequests = 5'000;
+constexpr int kPages = 3'000;
 
-std::vector<std::string> filesUnder(const fs::path& folder) {
+const std::vector<std::string> kClients = {
+    "GET / HTTP/1.1\r\nHost: here\r\nAccept-Encoding: gzip\r\n\r\n",
+    "HEAD /css/site.css HTTP/1.1\r\nHost: here\r\n\r\n\x1EGET /none HTTP/1.0\r\n\r\n",
+    "GET /index.qvs?a=1&b=%41+b&a=2 HTTP/1.1\r\nCookie: c=d; SID=7\r\n\r\n",
+    "GET /index.qvs?go=/css/site.css HTTP/1.1\r\n\r\n\x1CGET /?go=index.qvs HTTP/1.1\r\n\r\n",
+    "POST / HTTP/1.1\r\nContent-Length: 11\r\n\r\n\x1E"
+    "a=1&b=%0D%0A",
+    "POST /index.qvs HTTP/1.1\r\nExpect: 100-continue\r\nContent-Length: 3\r\n\r\n\x1E"
+    "a=1",
+    "GET /css/../../secret.txt HTTP/1.1\r\n\r\n\x1CGET /..%5csecret.txt HTTP/1.1\r\n\r\n",
+    "GET /css/site.css HTTP/1.1\r\nRange: bytes=0-9,20-29,-5\r\nConnection: close\r\n\r\n",
+    "GET /photo.jpg?rx=10&ry=20&ar=0&gr=1&nc=1 HTTP/1.1\r\nAccept-Encoding: gzip\r\n\r\n",
+    "GET /filebin$1 HTTP/1.1\r\n\r\n\x1CGET /song.mp3?id=1 HTTP/1.1\r\n\r\n",
+};
+
+std::vector<std::string> filesUnder(const fs::path& folder, std::string_view extension) {
   std::vector<fs::path> paths;
   for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-    if (entry.is_regular_file() && entry.path().extension() == ".vbs") {
+    if (entry.is_regular_file() && entry.path().extension() == extension) {
       paths.push_back(entry.path());
     }
   }
@@ -35,7 +53,7 @@ std::vector<std::string> filesUnder(const fs::path& folder) {
 /// The cases of the language tests, each a small script.
 std::vector<std::string> corpus() {
   std::vector<std::string> cases;
-  for (const std::string& file : filesUnder(LANGUAGE_TESTS)) {
+  for (const std::string& file : filesUnder(LANGUAGE_TESTS, ".vbs")) {
     for (std::size_t at = file.find("'==="); at != file.npos;) {
       const std::size_t next = file.find("'===", at + 1);
       cases.push_back(file.substr(at, next - at));
@@ -46,7 +64,7 @@ std::vector<std::string> corpus() {
 }
 
 TEST(Fuzz, ParserTakesChangedScripts) {
-  Mutations mutations(corpus(), kSeed);
+  Mutations mutations(corpus(), scriptWords(), kSeed);
   for (int i = 0; i < kParses; ++i) fuzzParse(mutations.next());
 }
 
@@ -59,12 +77,22 @@ TEST(Fuzz, ParserTakesEveryBeginningOfAScript) {
 }
 
 TEST(Fuzz, EngineRunsChangedScripts) {
-  Mutations mutations(corpus(), kSeed);
+  Mutations mutations(corpus(), scriptWords(), kSeed);
   for (int i = 0; i < kRuns; ++i) fuzzRun(mutations.next());
 }
 
+TEST(Fuzz, ServerTakesChangedRequests) {
+  Mutations mutations(kClients, requestWords(), kSeed);
+  for (int i = 0; i < kRequests; ++i) fuzzRequests(mutations.next());
+}
+
+TEST(Fuzz, ServerTakesChangedPages) {
+  Mutations mutations(filesUnder(SITE, ".qvs"), scriptWords(), kSeed);
+  for (int i = 0; i < kPages; ++i) fuzzPage(mutations.next());
+}
+
 TEST(Fuzz, WhatOnceWentWrong) {
-  for (const std::string& script : filesUnder(CRASHES)) {
+  for (const std::string& script : filesUnder(CRASHES, ".vbs")) {
     fuzzParse(script);
     fuzzRun(script);
   }

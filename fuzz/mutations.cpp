@@ -1,77 +1,139 @@
 #include "mutations.h"
 
 #include <algorithm>
-#include <array>
-#include <string_view>
 
 namespace {
 
-constexpr std::array<std::string_view, 64> kWords = {"If ",
-                                                     " Then ",
-                                                     " Else ",
-                                                     "ElseIf ",
-                                                     "End If\n",
-                                                     "For ",
-                                                     " To ",
-                                                     " Step ",
-                                                     "Next\n",
-                                                     "Do ",
-                                                     "Loop\n",
-                                                     "While ",
-                                                     "Wend\n",
-                                                     "Until ",
-                                                     "Sub f",
-                                                     "End Sub",
-                                                     "Function",
-                                                     "Class c",
-                                                     "End Class\n",
-                                                     "Property Get ",
-                                                     "Exit For\n",
-                                                     "With ",
-                                                     "Set ",
-                                                     "New ",
-                                                     "Nothing",
-                                                     "Null",
-                                                     "Empty",
-                                                     "ReDim a(",
-                                                     "Preserve ",
-                                                     "Erase a",
-                                                     "Const k=",
-                                                     "Dim a(3)",
-                                                     "Execute ",
-                                                     "Eval(",
-                                                     "ByVal ",
-                                                     "On Error Resume Next\n",
-                                                     "On Error GoTo 0\n",
-                                                     "Err.Raise ",
-                                                     "Select Case ",
-                                                     "Case ",
-                                                     "(",
-                                                     ")",
-                                                     ",",
-                                                     ".",
-                                                     ":",
-                                                     "\n",
-                                                     "_\n",
-                                                     "\"",
-                                                     "&",
-                                                     "&hFF",
-                                                     "#1/1/2000#",
-                                                     "1e308",
-                                                     "32767",
-                                                     "-1",
-                                                     "2147483647",
-                                                     "0",
-                                                     " Mod ",
-                                                     " ^ ",
-                                                     " Is ",
-                                                     " Not ",
-                                                     "[",
-                                                     "]",
-                                                     "'",
-                                                     "\xFF"};
+constexpr std::string_view kScriptWords[] = {"If ",
+                                             " Then ",
+                                             " Else ",
+                                             "ElseIf ",
+                                             "End If\n",
+                                             "For ",
+                                             " To ",
+                                             " Step ",
+                                             "Next\n",
+                                             "Do ",
+                                             "Loop\n",
+                                             "While ",
+                                             "Wend\n",
+                                             "Until ",
+                                             "Sub f",
+                                             "End Sub",
+                                             "Function",
+                                             "Class c",
+                                             "End Class\n",
+                                             "Property Get ",
+                                             "Exit For\n",
+                                             "With ",
+                                             "Set ",
+                                             "New ",
+                                             "Nothing",
+                                             "Null",
+                                             "Empty",
+                                             "ReDim a(",
+                                             "Preserve ",
+                                             "Erase a",
+                                             "Const k=",
+                                             "Dim a(3)",
+                                             "Execute ",
+                                             "Eval(",
+                                             "ByVal ",
+                                             "On Error Resume Next\n",
+                                             "On Error GoTo 0\n",
+                                             "Err.Raise ",
+                                             "Select Case ",
+                                             "Case ",
+                                             "(",
+                                             ")",
+                                             ",",
+                                             ".",
+                                             ":",
+                                             "\n",
+                                             "_\n",
+                                             "\"",
+                                             "&",
+                                             "&hFF",
+                                             "#1/1/2000#",
+                                             "1e308",
+                                             "32767",
+                                             "-1",
+                                             "2147483647",
+                                             "0",
+                                             " Mod ",
+                                             " ^ ",
+                                             " Is ",
+                                             " Not ",
+                                             "[",
+                                             "]",
+                                             "'",
+                                             "\xFF",
+                                             "<%",
+                                             "%>",
+                                             "<%=",
+                                             "#include file=",
+                                             "Response.Write ",
+                                             "Response.Redirect ",
+                                             "Request(",
+                                             "Session(",
+                                             "Response.Flush\n",
+                                             "Server.Execute "};
+
+constexpr std::string_view kRequestWords[] = {"GET ",
+                                              "HEAD ",
+                                              "POST ",
+                                              "/",
+                                              "/../",
+                                              "/..%2f",
+                                              "\\\\",
+                                              "%00",
+                                              "%zz",
+                                              "%41",
+                                              "?",
+                                              "&",
+                                              "=",
+                                              ";",
+                                              "+",
+                                              " HTTP/1.1\r\n",
+                                              " HTTP/1.0\r\n",
+                                              "\r\n",
+                                              "\r\n\r\n",
+                                              "\n",
+                                              "\r",
+                                              "\x1E",
+                                              "\x1C",
+                                              "Host: ",
+                                              "Content-Length: ",
+                                              "Cookie: ",
+                                              "Range: bytes=",
+                                              "Accept-Encoding: gzip",
+                                              "Connection: close\r\n",
+                                              "If-Modified-Since: ",
+                                              "Expect: 100-continue\r\n",
+                                              "Transfer-Encoding: chunked\r\n",
+                                              "-",
+                                              ",",
+                                              "0",
+                                              "-1",
+                                              "2147483648",
+                                              "99999999999999999999",
+                                              "index.qvs",
+                                              "css/site.css",
+                                              "photo.jpg?rx=",
+                                              "filebin$",
+                                              "secret.txt",
+                                              "go=",
+                                              "\xFF"};
 
 }  // namespace
+
+Words scriptWords() {
+  return kScriptWords;
+}
+
+Words requestWords() {
+  return kRequestWords;
+}
 
 /// Up to forty bytes of a text.
 std::string Mutations::piece(const std::string& text) {
@@ -86,7 +148,7 @@ void Mutations::change(std::string& text) {
       text.erase(std::min(at, text.size()), 1 + below(30));
       return;
     case 1:
-      text.insert(at, kWords[below(kWords.size())]);
+      text.insert(at, anyWord());
       return;
     case 2:
       text.insert(at, piece(any()));
@@ -98,7 +160,7 @@ void Mutations::change(std::string& text) {
       if (!text.empty()) text[below(text.size())] = static_cast<char>(below(256));
       return;
     case 5:
-      text.replace(at, below(10), kWords[below(kWords.size())]);
+      text.replace(at, below(10), anyWord());
       return;
     default:
       text.resize(at);

@@ -1,0 +1,133 @@
+#include "server_targets.h"
+
+#include <cstdlib>
+#include <iostream>
+#include <string>
+
+#include "console/mainForm.h"
+#include "console/page_side.h"
+#include "platform/fake/fake_clock.h"
+#include "platform/fake/fake_event_loop.h"
+#include "platform/fake/fake_process.h"
+#include "platform/fake/fake_random.h"
+#include "platform/fake/memory_files.h"
+
+namespace {
+
+constexpr char kPieceEnd = '\x1E';
+constexpr char kClientEnd = '\x1C';
+constexpr std::string_view kSecret = "what lies beside the document root";
+
+constexpr std::string_view kIndex =
+    "<!-- #include file=\"part.inc\" -->\n"
+    "<% Session(\"n\") = Session(\"n\") & Request(\"a\"): Response.Cookies(\"c\") = Request(\"b\") "
+    "%>\n"
+    "<p><%= Server.HTMLEncode(Request.Form) %> <%= Request.Cookies(\"c\") %></p>\n"
+    "<% If Request(\"go\") <> \"\" Then Response.Redirect Request(\"go\") %>\n"
+    "<% Response.Flush: Response.Write Session(\"n\") %>";
+
+class NoSettings final : public ServerSettings {
+ public:
+  void LoadSettings() override {}
+  std::string userLanguage() const override { return {}; }
+};
+
+/// The next part of `bytes`, up to and without `end`, which is taken away too.
+std::string_view takePart(std::string_view& bytes, char end) {
+  const std::size_t found = bytes.find(end);
+  const std::string_view part = bytes.substr(0, found);
+  bytes.remove_prefix(found == std::string_view::npos ? bytes.size() : found + 1);
+  return part;
+}
+
+class FuzzServer {
+ public:
+  explicit FuzzServer(std::string_view input) : input_(input) {
+    files.put("/base/Server/Scripts/index.qvs", std::string(kIndex));
+    files.put("/base/Server/Scripts/part.inc", "<h1>Part</h1>");
+    files.put("/base/Server/Scripts/css/site.css", std::string(3000, 'c'));
+    files.put("/base/Server/Scripts/photo.jpg", std::string(300, 'j'));
+    files.put("/base/secret.txt", std::string(kSecret));
+    files.addFolder("/base/Server/Cache");
+    clock_.step = std::chrono::seconds(1);  // a page that never ends has soon had its time
+    window_.StartServer();
+    require(window_.running(), "the server starts");
+  }
+
+  /// A client sends its pieces and goes. All that was sent to it.
+  std::string serve(std::string_view pieces) {
+    FakeSocket* socket = loop_.listener->connect();
+    require(socket != nullptr, "a client is let in");
+    while (!pieces.empty() && socket->state() == SocketState::Connected) {
+      const int sends = socket->sends;
+      socket->arrive(takePart(pieces, kPieceEnd));
+      if (socket->sends > sends) socket->completeSend();
+    }
+    if (socket->state() == SocketState::Connected) socket->peerClose();
+    require(socket->sent.empty() || socket->sent.starts_with("HTTP/1.1 "), "an answer is one");
+    return socket->sent;
+  }
+
+  /// Whether the server is what it was.
+  void check() {
+    const std::string answer = serve("GET /css/site.css HTTP/1.1\r\n\r\n");
+    require(answer.starts_with("HTTP/1.1 200 OK\r\n"), "it goes on serving");
+    for (const std::string& line : window_.form().llist[FormModel::kStatus].lines()) {
+      require(line.find("Request failed") == std::string::npos, line);
+    }
+    for (FakeTimer* timer : loop_.timers) timer->tick();
+    window_.closeWindow();
+  }
+
+  void require(bool condition, std::string_view what) const {
+    if (condition) return;
+    std::cerr << "does not hold: " << what << ", for\n" << input_ << '\n';
+    std::abort();
+  }
+
+  MemoryFiles files;
+
+ private:
+  static ServerState stateForPages() {
+    ServerState state;
+    state.MainPath = "/base/";
+    state.ScriptsFolder = "/base/Server/Scripts";
+    state.CacheFolder = "/base/Server/Cache";
+    state.LogsFolder = "/base/Server/Logs";
+    state.DebugMode = true;
+    state.LogServer = false;
+    state.EncodeStatic = state.EncodeDynamic = true;
+    return state;
+  }
+
+  std::string_view input_;
+  ServerState state_ = stateForPages();
+  FakeEventLoop loop_;
+  FakeClock clock_;
+  CountingRandom random_;
+  FakeProcess process_;
+  NoSettings settings_;
+  mainForm window_{
+      {state_, loop_, clock_, files, random_, settings_, pageSideMaker(process_), nullptr}};
+};
+
+}  // namespace
+
+void fuzzRequests(std::string_view bytes) {
+  FuzzServer server(bytes);
+  for (std::string_view left = bytes; !left.empty();) {
+    const std::string sent = server.serve(takePart(left, kClientEnd));
+    server.require(sent.find(kSecret) == std::string::npos, "no file from outside is sent");
+  }
+  server.check();
+}
+
+void fuzzPage(std::string_view page) {
+  FuzzServer server(page);
+  server.files.put("/base/Server/Scripts/page.qvs", std::string(page));
+  server.serve(
+      "GET /page.qvs?a=1&b=%41+b&a=2 HTTP/1.1\r\nHost: here\r\nCookie: c=d; e=f=g\r\n\r\n"
+      "\x1E"
+      "POST /page.qvs HTTP/1.1\r\nHost: here\r\nContent-Length: 17\r\n\r\na=1&text=x%0D%0Ay");
+  server.check();
+}
