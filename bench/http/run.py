@@ -213,8 +213,23 @@ def measure(server, nginx):
                                          "%.2f" % (ours / theirs) if theirs else ""))
     print("page of 200 lines against the 1 KiB file: %.2f"
           % (best["page of 200 lines", 0] / best["1 KiB file", 0]))
+    if shutil.which("php"):
+        print_page_in_php(server, best["page of 200 lines", 0])
     if lines is LINES:
         print_rendering_time(server)
+
+
+def print_page_in_php(server, page_rate):
+    """What the work of the page alone costs there: compiled once, no request around it."""
+    php = subprocess.run(
+        ["taskset", "-c", SERVER_CORE, "php", "-n", "-d", "opcache.jit=off", HERE / "mixed.php"],
+        capture_output=True, text=True, check=True)
+    ours, theirs = (len("".join(text.split()))
+                    for text in (server.get("/mixed.qvs").text, php.stdout))
+    if abs(ours - theirs) > ours / 50:
+        raise SystemExit("the page in PHP writes %d characters beside %d" % (theirs, ours))
+    print("page of 200 lines: %.1f us a request; in PHP, run again and again without one, %.1f us"
+          % (1e6 / page_rate, float(php.stderr)))
 
 
 def print_rendering_time(server):

@@ -29,11 +29,11 @@ void appendDatePart(std::string& out, const DateParts& parts, char letter, std::
   switch (letter) {
     case 'd':
       if (count <= 2) return appendPadded(out, parts.day, count);
-      out += count == 3 ? locale.shortWeekdays[weekday] : locale.weekdays[weekday];
+      out += count == 3 ? locale.names.shortWeekdays[weekday] : locale.names.weekdays[weekday];
       return;
     case 'M':
       if (count <= 2) return appendPadded(out, parts.month, count);
-      out += count == 3 ? locale.shortMonths[month] : locale.months[month];
+      out += count == 3 ? locale.names.shortMonths[month] : locale.names.months[month];
       return;
     default:
       return appendPadded(out, parts.year, 4);
@@ -120,11 +120,11 @@ class Tokenizer {
     const Locale& active = activeLocale();
     const Locale& english = *findLocale(kDefaultLocale);
     for (const Locale* locale : {&active, &english}) {
-      if (const int month = findName(word, locale->months, locale->shortMonths)) {
+      if (const int month = findName(word, locale->names.months, locale->names.shortMonths)) {
         tokens_.push_back({TokenKind::Month, 0, month});
         return true;
       }
-      if (findName(word, locale->weekdays, locale->shortWeekdays)) return true;
+      if (findName(word, locale->names.weekdays, locale->names.shortWeekdays)) return true;
     }
     return false;
   }
@@ -251,7 +251,9 @@ std::optional<double> fromThreeNumbers(const std::vector<Token>& n) {
   auto yearMonthDay = dayOf(a, b, c);
   if (!yearMonthDay) yearMonthDay = dayOf(a, c, b);
   if (n[0].digits > 2) return yearMonthDay;
-  const bool dayFirst = activeLocale().dateOrder == DateOrder::DayMonthYear;
+  const DateOrder order = activeLocale().dateOrder;
+  if (order == DateOrder::YearMonthDay && yearMonthDay) return yearMonthDay;
+  const bool dayFirst = order == DateOrder::DayMonthYear;
   for (const auto& candidate : {dayFirst ? dayMonthYear : monthDayYear,
                                 dayFirst ? monthDayYear : dayMonthYear, yearMonthDay}) {
     if (candidate) return candidate;
@@ -314,13 +316,14 @@ std::string formatDatePattern(const DateParts& parts, std::string_view pattern) 
 std::string formatTimeOfDay(const DateParts& parts) {
   const Locale& locale = activeLocale();
   std::string out;
-  const int hour = locale.twelveHours ? (parts.hour + 11) % 12 + 1 : parts.hour;
-  appendPadded(out, hour, locale.twoDigitHours ? 2 : 1);
+  const bool twelve = locale.hours == HourForm::Twelve;
+  appendPadded(out, twelve ? (parts.hour + 11) % 12 + 1 : parts.hour,
+               locale.hours == HourForm::TwoDigits ? 2 : 1);
   out.push_back(':');
   appendPadded(out, parts.minute, 2);
   out.push_back(':');
   appendPadded(out, parts.second, 2);
-  if (locale.twelveHours) out += parts.hour < 12 ? " AM" : " PM";
+  if (twelve) out += parts.hour < 12 ? " AM" : " PM";
   return out;
 }
 

@@ -12,8 +12,18 @@ namespace vbs {
 
 enum class DateOrder : std::uint8_t { MonthDayYear, DayMonthYear, YearMonthDay };
 
+/// With AM and PM as needed; of 24 hours as needed; of 24 hours, two digits always.
+enum class HourForm : std::uint8_t { Twelve, AsNeeded, TwoDigits };
+
+struct LocaleNames {
+  std::array<std::string_view, 12> months;
+  std::array<std::string_view, 12> shortMonths;
+  std::array<std::string_view, 7> weekdays;  ///< Sunday first
+  std::array<std::string_view, 7> shortWeekdays;
+};
+
 /// All texts are bytes of Windows-1252. Patterns stand for the parts of a date by letters: d dd
-/// dddd, M MM MMMM, yyyy; all else stands for itself.
+/// dddd, M MM MMMM, yyyy; all else stands for itself, and so do letters between apostrophes.
 struct Locale {
   std::int32_t id;
   std::string_view tag;  ///< "en-us"
@@ -23,15 +33,11 @@ struct Locale {
   char dateSeparator;
   std::string_view shortDate;
   std::string_view longDate;
-  bool twelveHours;  ///< 4:05:06 PM, else 16:05:06
-  bool twoDigitHours;
+  HourForm hours;
   std::string_view currencySymbol;
   std::string_view positiveCurrency;  ///< "$n": where symbol and number stand
   std::string_view negativeCurrency;  ///< "($n)"
-  std::array<std::string_view, 12> months;
-  std::array<std::string_view, 12> shortMonths;
-  std::array<std::string_view, 7> weekdays;  ///< Sunday first
-  std::array<std::string_view, 7> shortWeekdays;
+  const LocaleNames& names;
   std::int32_t firstWeekday;  ///< 1 is Sunday; what vbUseSystem means
 };
 

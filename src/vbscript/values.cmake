@@ -20,6 +20,7 @@ add_library(vbscript_values STATIC
   library/system.cpp
   library/text_search.cpp
   locale.cpp
+  locale_table.cpp
   number_text.cpp
   object.cpp
   operators_arithmetic.cpp

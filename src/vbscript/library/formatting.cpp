@@ -107,7 +107,9 @@ Value formatCurrency(Runtime&, Args args) {
   if (negative) fixed.erase(0, 1);
   const std::string text = filled(locale.positiveCurrency, magnitude(fixed, format));
   if (!negative) return String(text);
-  return String(format.parentheses ? "(" + text + ")" : "-" + text);
+  if (format.parentheses) return String("(" + text + ")");
+  if (usual) return String("-" + text);
+  return String(filled(locale.negativeCurrency, magnitude(fixed, format)));
 }
 
 Value formatDateTime(Runtime&, Args args) {

@@ -29,3 +29,20 @@ x = FormatNumber("abc")
 Failed                         '> 13
 x = FormatNumber(Null)
 Failed                         '> 13
+
+'=== a run's language and country
+Function Sample(locale)
+  SetLocale locale
+  Sample = FormatDateTime(#3/9/2026 4:05:06 PM#, 1) & "; " & #3/9/2026 4:05:06 PM# & "; " & FormatCurrency(-1234.5) & "; " & FormatNumber(1234.5)
+End Function
+Echo Sample(1033)      '> Monday, March 9, 2026; 3/9/2026 4:05:06 PM; ($1,234.50); 1,234.50
+Echo Sample("en-GB")   '> 09 March 2026; 09/03/2026 16:05:06; -£1,234.50; 1,234.50
+Echo Sample(1046)      '> segunda-feira, 9 de março de 2026; 09/03/2026 16:05:06; -R$ 1.234,50; 1.234,50
+Echo Sample(1043)      '> maandag 9 maart 2026; 9-3-2026 16:05:06; € -1.234,50; 1.234,50
+Echo Sample(1053)      '> den 9 mars 2026; 2026-03-09 16:05:06; -1 234,50 kr; 1 234,50
+Echo Sample(1035)      '> 9. maaliskuuta 2026; 9.3.2026 16:05:06; -1 234,50 €; 1 234,50
+Echo Sample(2055)      '> Montag, 9. März 2026; 09.03.2026 16:05:06; SFr.-1'234.50; 1'234.50
+Echo Sample(3084)      '> 9 mars 2026; 2026-03-09 16:05:06; (1 234,50 $); 1 234,50
+Echo CDate("06-03-09") = #3/9/2006#   '> True
+SetLocale 1040
+Echo MonthName(3), WeekdayName(2), CDbl("1.234,5") = 1234.5   '> marzo martedì True

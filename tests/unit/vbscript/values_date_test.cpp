@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <set>
+
 #include "values_testing.h"
 #include "vbscript/calendar.h"
+#include "vbscript/locale_table.h"
 
 namespace vbs {
 namespace {
@@ -55,6 +58,33 @@ TEST_F(DateTest, GeneralDate) {
   EXPECT_EQ(formatDate(0.25).narrow(), "6:00:00 AM");
   EXPECT_EQ(formatDate(0).narrow(), "12:00:00 AM");
   EXPECT_EQ(formatDate(1 - 1e-9).narrow(), "12/31/1899");
+}
+
+TEST_F(DateTest, EveryLocaleIsComplete) {
+  std::set<std::int32_t> ids;
+  std::set<std::string_view> tags;
+  for (const Locale& locale : kLocales) {
+    SCOPED_TRACE(locale.tag);
+    EXPECT_TRUE(ids.insert(locale.id).second);
+    EXPECT_TRUE(tags.insert(locale.tag).second);
+    for (const auto& names : {locale.names.months, locale.names.shortMonths}) {
+      for (const std::string_view name : names) EXPECT_FALSE(name.empty());
+    }
+    for (const auto& names : {locale.names.weekdays, locale.names.shortWeekdays}) {
+      for (const std::string_view name : names) EXPECT_FALSE(name.empty());
+    }
+  }
+}
+
+TEST_F(DateTest, WhatALocaleWritesItReads) {
+  const double day = dayNumber(2026, 11, 5);
+  for (const Locale& locale : kLocales) {
+    SCOPED_TRACE(locale.tag);
+    setActiveLocale(locale);
+    EXPECT_EQ(parseDate(formatDate(day + 0.75)), day + 0.75);
+    EXPECT_EQ(parseDate(formatDate(0.25)), 0.25);
+    EXPECT_EQ(parseNumber(formatDouble(-1234.5)), -1234.5);
+  }
 }
 
 TEST_F(DateTest, NumericSpellings) {
