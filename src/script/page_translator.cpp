@@ -67,6 +67,14 @@ void appendExpression(std::string_view line, std::string& out) {
   if (start < line.size()) appendPart(line.substr(start));
 }
 
+/// How much of `text`, which follows a call, is its empty pair of parentheses.
+std::size_t emptyParentheses(std::string_view text) {
+  const std::size_t open = text.find_first_not_of(" \t");
+  if (open == std::string_view::npos || text[open] != '(') return 0;
+  const std::size_t close = text.find_first_not_of(" \t", open + 1);
+  return close != std::string_view::npos && text[close] == ')' ? close + 1 : 0;
+}
+
 /// Copies one line of code to `out` with its calls rewritten. Every call to rewrite has its one
 /// "." between two words, so the points are all that needs to be looked at.
 void appendRewritten(std::string_view line, std::string& out) {
@@ -88,6 +96,7 @@ void appendRewritten(std::string_view line, std::string& out) {
       out.resize(out.size() - call.object.size());
       out.append(call.replacement);
       copied = dot + 1 + call.member.size();
+      if (call.replacement == kEndScript) copied += emptyParentheses(line.substr(copied));
       break;
     }
   }
@@ -217,6 +226,8 @@ class Program {
     if (start != std::string::npos && text[start] == '=') {
       text_.append(kWrite);
       text.remove_prefix(start + 1);
+    } else if (start != std::string::npos && text[start] == '@') {
+      text_.append(1, '\'');  // "@ Language=VBScript" asks for what every page gets: a comment
     }
     if (line.has(kPoint)) {
       appendRewritten(text, text_);

@@ -65,11 +65,21 @@ TEST(PageTranslator, TakesAnEqualsSignOnTheFirstLineForAWrite) {
   EXPECT_EQ(translatePage("<%\r\n= x %>"), "\r\n= x \r\n");
 }
 
+TEST(PageTranslator, TakesADirectiveForAComment) {
+  EXPECT_EQ(translatePage("<%@ Language=VBScript CodePage=65001 %>a"),
+            "'@ Language=VBScript CodePage=65001 \r\nresponse.xwrite \"a\"\r\n");
+  EXPECT_EQ(translatePage("\xEF\xBB\xBF<% @ LANGUAGE=\"VBSCRIPT\" %>\r\n<%x = 1\r\n@ y%>"),
+            "response.xwrite \"\xEF\xBB\xBF\"\r\n' @ LANGUAGE=\"VBSCRIPT\" \r\nx = 1\r\n@ y\r\n");
+}
+
 TEST(PageTranslator, RewritesCallsInAnyCase) {
   EXPECT_EQ(translatePage("<%Response.Write x%>"), "response.xwrite x\r\n");
   EXPECT_EQ(translatePage("<%RESPONSE.CLEAR%>"), "response.xclear\r\n");
   EXPECT_EQ(translatePage("<%If a Then Response.End%>"),
             "If a Then on error goto 0: err.Raise 6006\r\n");
+  EXPECT_EQ(
+      translatePage("<%If a Then Response.End () Else Response.End(b)%>"),
+      "If a Then on error goto 0: err.Raise 6006 Else on error goto 0: err.Raise 6006(b)\r\n");
   EXPECT_EQ(translatePage("<%Set o = Server.CreateObject(\"X.Y\")%>"),
             "Set o = server.xcreateobject(\"X.Y\")\r\n");
   EXPECT_EQ(translatePage("<%response.write 1: Response.Write 2%>"),
