@@ -1,5 +1,6 @@
 #include "http/cookie_jar.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "http/http_date.h"
@@ -19,9 +20,16 @@ void clsCookieObj::setExpires(const CalendarTime& when) {
   changed_ = true;
 }
 
+void clsCookieObj::setAttribute(std::string& attribute, std::string_view value) {
+  const auto ends = [](char c) { return c == ';' || (c >= 0 && c < ' '); };
+  if (std::none_of(value.begin(), value.end(), ends)) attribute = value;
+}
+
 std::string clsCookieObj::headerLine(HttpDates& dates) const {
-  std::string line = "Set-Cookie: " + name_ + '=' + value_ + "; path=/";
+  std::string line = "Set-Cookie: " + name_ + '=' + value_ + "; path=" + path_;
   if (const auto expires = parseDateTimeText(expires_)) line += "; expires=" + dates.of(*expires);
+  if (!domain_.empty()) line += "; domain=" + domain_;
+  if (secure_) line += "; secure";
   return line;
 }
 

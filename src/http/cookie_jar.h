@@ -27,6 +27,12 @@ class clsCookieObj {
   void setExpires(const CalendarTime& when);                   ///< raises the changed flag
   const std::string& expiresText() const { return expires_; }  ///< "yyyy-MM-dd HH:mm:ss" or empty
 
+  // Where the cookie is valid, of cookies that a page sets. A value that would end the attribute or
+  // the line is left out.
+  void setPath(std::string_view path) { setAttribute(path_, path); }
+  void setDomain(std::string_view domain) { setAttribute(domain_, domain); }
+  void setSecure(bool secure) { secure_ = secure; }
+
   bool changed() const { return changed_; }
   void setChanged(bool changed) { changed_ = changed; }
 
@@ -34,9 +40,14 @@ class clsCookieObj {
   std::string headerLine(HttpDates& dates) const;
 
  private:
+  static void setAttribute(std::string& attribute, std::string_view value);
+
   std::string name_;
   std::string value_;
   std::string expires_;
+  std::string path_ = "/";
+  std::string domain_;
+  bool secure_ = false;
   bool changed_ = false;
 };
 
@@ -49,6 +60,9 @@ class CookieJar {
 
   /// Adds a cookie whose name is not in the jar yet; returns the one held now.
   clsCookieObj& add(clsCookieObj cookie);
+
+  KeyedCollection<clsCookieObj>::ConstIterator begin() const { return cookies_.begin(); }
+  KeyedCollection<clsCookieObj>::ConstIterator end() const { return cookies_.end(); }
 
   void clear() { cookies_.clear(); }
   std::size_t size() const { return cookies_.size(); }

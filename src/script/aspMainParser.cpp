@@ -49,11 +49,11 @@ std::optional<std::string> below(const std::string& folder, const std::string& p
 struct aspMainParser::Published {
   Published(aspMainParser& page)
       : response(vbs::make<aspResponseObj>(
-            page.services_.encoder, *page.cookies_,
+            page.services_.encoder, *page.cookies_, page.services_.clock,
             [&page](std::string data, const std::string& header, bool first) {
               page.flushBuffer(std::move(data), header, first);
             })),
-        request(vbs::make<aspRequestObj>(page.services_.state)),
+        request(vbs::make<aspRequestObj>(page.services_.state, page.services_.encoder)),
         server(vbs::make<aspServerObj>(page.services_, static_cast<aspServerObj::Page&>(page))),
         session(page.session_),
         application(page.services_.application) {
@@ -148,6 +148,7 @@ bool aspMainParser::fileExists(const std::string& path) const {
 
 bool aspMainParser::Run() {
   if (!session_) session_ = vbs::make<aspSessionObj>(services_.clock);
+  host_.setLocale(session_->LCID());
   const std::string program =
       translate(fileData_.empty() ? strReadFile(url_) : std::move(fileData_), pageFolder_);
 

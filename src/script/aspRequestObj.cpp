@@ -6,6 +6,7 @@
 
 #include "http/clsHTTPParser.h"
 #include "http/cookie_jar.h"
+#include "script/request_collection.h"
 #include "script/request_cookie.h"
 #include "script/script_values.h"
 #include "script/server_variables.h"
@@ -36,9 +37,9 @@ std::span<const vbs::Member<aspRequestObj>> aspRequestObj::members() {
       {"querystring", 0, 1, &Self::getQueryString},
       {"form", 0, 1, &Self::getForm},
       {"default", 0, 1, &Self::getDefault, nullptr, true},
-      {"cookies", 1, 1, &Self::getCookies},
+      {"cookies", 0, 1, &Self::getCookies},
       // For pages written for other servers, by the object's name only.
-      {"servervariables", 1, 1, &Self::getServerVariables},
+      {"servervariables", 0, 1, &Self::getServerVariables},
       {"totalbytes", 0, 0, &Self::getTotalBytes},
       {"binaryread", 1, 1, &Self::callBinaryRead},
   }};
@@ -69,19 +70,36 @@ vbs::Value aspRequestObj::getDefault(vbs::Args args) {
 
 vbs::Value aspRequestObj::getCookies(vbs::Args args) {
   if (!request_) return emptyText();
+  if (!script_values::hasArgument(args, 0)) {
+    std::vector<std::string> names;
+    for (const auto& entry : *cookies_) names.push_back(entry.value.Name());
+    return collection(&aspRequestObj::getCookies, std::move(names));
+  }
   clsCookieObj copy;
   if (const clsCookieObj* held = cookies_->find(script_values::text(args[0]))) {
     copy = *held;
     copy.setName({});
   }
-  return script_values::objectValue(vbs::make<RequestCookie>(std::move(copy)));
+  return script_values::objectValue(vbs::make<RequestCookie>(std::move(copy), encoder_));
 }
 
 vbs::Value aspRequestObj::getServerVariables(vbs::Args args) {
   if (!request_) return emptyText();
-  if (!headers_) headers_.emplace(request_->HTTPData());
+  if (!script_values::hasArgument(args, 0)) {
+    return collection(&aspRequestObj::getServerVariables, serverVariableNames(headers()));
+  }
   return vbs::Value(
-      std::string_view(serverVariable(script_values::text(args[0]), *request_, *headers_, state_)));
+      std::string_view(serverVariable(script_values::text(args[0]), *request_, headers(), state_)));
+}
+
+vbs::Value aspRequestObj::collection(Item item, std::vector<std::string> names) {
+  return script_values::objectValue(
+      vbs::make<RequestCollection>(vbs::Ref<aspRequestObj>(this), item, std::move(names)));
+}
+
+const HeaderVariables& aspRequestObj::headers() {
+  if (!headers_) headers_.emplace(request_->HTTPData());
+  return *headers_;
 }
 
 std::string_view aspRequestObj::body() const {

@@ -4,12 +4,14 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "script/header_variables.h"
 #include "vbscript/object.h"
 
 class CookieJar;
 class clsHTTPParser;
+class clsWEncode;
 struct ServerState;
 
 /// What pages know as "Request": read access to the parsed request. Made for one run; a page may
@@ -17,11 +19,16 @@ struct ServerState;
 /// member is the empty text.
 class aspRequestObj final : public vbs::NativeObject<aspRequestObj> {
  public:
-  explicit aspRequestObj(const ServerState& state) : state_(state) {}
+  /// Both live as long as the server.
+  aspRequestObj(const ServerState& state, const clsWEncode& encoder)
+      : state_(state), encoder_(encoder) {}
 
   /// Both must live until detach().
   void attach(const clsHTTPParser& request, CookieJar& cookies);
   void detach();
+
+  /// A member that gives what the request has under a name.
+  using Item = vbs::Value (aspRequestObj::*)(vbs::Args);
 
   std::string_view typeName() const override { return "Request"; }
   static std::span<const vbs::Member<aspRequestObj>> members();
@@ -34,11 +41,14 @@ class aspRequestObj final : public vbs::NativeObject<aspRequestObj> {
   vbs::Value getDefault(vbs::Args args);
   vbs::Value getCookies(vbs::Args args);
   vbs::Value getServerVariables(vbs::Args args);
+  vbs::Value collection(Item item, std::vector<std::string> names);
+  const HeaderVariables& headers();
   vbs::Value getTotalBytes(vbs::Args);
   vbs::Value callBinaryRead(vbs::Args args);
   std::string_view body() const;
 
   const ServerState& state_;
+  const clsWEncode& encoder_;
   const clsHTTPParser* request_ = nullptr;
   CookieJar* cookies_ = nullptr;
   std::optional<HeaderVariables> headers_;  ///< made on first use

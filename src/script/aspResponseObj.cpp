@@ -1,13 +1,17 @@
 #include "script/aspResponseObj.h"
 
 #include <array>
+#include <chrono>
 #include <utility>
 
+#include "http/http_date.h"
+#include "platform/clock.h"
 #include "script/clsWCookie.h"
 #include "script/script_values.h"
 #include "support/text.h"
 #include "vbscript/convert.h"
 #include "vbscript/host.h"
+#include "vbscript/locale.h"
 
 using namespace std::string_view_literals;
 
@@ -20,11 +24,16 @@ constexpr std::string_view kDefaultType = "text/html";
 constexpr std::string_view kRedirectMarker = "\0[$REDIR$]\0"sv;
 constexpr std::string_view kRedirectToMarker = "\0[$REDIRTO$]\0"sv;
 
+void appendLine(std::string& header, std::string_view name, std::string_view value) {
+  if (!header.empty()) header += kCrLf;
+  header.append(name).append(": ").append(value);
+}
+
 }  // namespace
 
-aspResponseObj::aspResponseObj(const clsWEncode& encoder, CookieJar& cookies,
+aspResponseObj::aspResponseObj(const clsWEncode& encoder, CookieJar& cookies, const Clock& clock,
                                FlushBuffer flushBuffer)
-    : encoder_(encoder), cookies_(cookies), flushBuffer_(std::move(flushBuffer)) {}
+    : encoder_(encoder), cookies_(cookies), clock_(clock), flushBuffer_(std::move(flushBuffer)) {}
 
 aspResponseObj::~aspResponseObj() {
   releaseCharge();
@@ -47,10 +56,11 @@ void aspResponseObj::setContentType(std::string type) {
 
 std::string aspResponseObj::Header() const {
   std::string header = headerLines_;
+  if (!expires_.empty()) appendLine(header, "Expires", expires_);
+  if (!cacheControl_.empty()) appendLine(header, "Cache-Control", cacheControl_);
   if (contentType_.empty() && charset_.empty()) return header;
-  if (!header.empty()) header += kCrLf;
-  header.append("Content-Type: ");
-  header.append(contentType_.empty() ? kDefaultType : std::string_view(contentType_));
+  appendLine(header, "Content-Type",
+             contentType_.empty() ? kDefaultType : std::string_view(contentType_));
   if (!charset_.empty()) header.append("; charset=").append(charset_);
   return header;
 }
@@ -82,6 +92,8 @@ void aspResponseObj::Clear() {
   headerLines_.clear();
   contentType_.clear();
   charset_.clear();
+  expires_.clear();
+  cacheControl_.clear();
 }
 
 void aspResponseObj::AddHeader(std::string hVar, std::string_view hValue) {
@@ -92,8 +104,7 @@ void aspResponseObj::AddHeader(std::string hVar, std::string_view hValue) {
   if (equalsNoCase(name, "content-type")) {
     setContentType(std::string(value));
   } else if (!value.empty()) {
-    if (!headerLines_.empty()) headerLines_ += kCrLf;
-    headerLines_.append(name).append(": ").append(value);
+    appendLine(headerLines_, name, value);
   }
 }
 
@@ -124,7 +135,7 @@ void aspResponseObj::detach() {
 
 std::span<const vbs::Member<aspResponseObj>> aspResponseObj::members() {
   using Self = aspResponseObj;
-  static constexpr std::array<vbs::Member<Self>, 16> kMembers{{
+  static constexpr std::array<vbs::Member<Self>, 22> kMembers{{
       {"contenttype", 0, 0, &Self::getContentType, &Self::putContentType},
       {"header", 0, 0, &Self::getHeader},
       {"cookies", 1, 1, &Self::getCookies, &Self::putCookies},
@@ -143,6 +154,12 @@ std::span<const vbs::Member<aspResponseObj>> aspResponseObj::members() {
       {"charset", 0, 0, &Self::getCharset, &Self::putCharset},
       {"buffer", 0, 0, &Self::getBuffer, &Self::putBuffer},
       {"isclientconnected", 0, 0, &Self::getIsClientConnected},
+      {"expires", 0, 0, nullptr, &Self::putExpires},
+      {"expiresabsolute", 0, 0, nullptr, &Self::putExpiresAbsolute},
+      {"cachecontrol", 0, 0, nullptr, &Self::putCacheControl},
+      {"pics", 1, 1, &Self::callPics},
+      {"codepage", 0, 0, &Self::getCodePage, &Self::putCodePage},
+      {"lcid", 0, 0, &Self::getLcid, &Self::putLcid},
   }};
   return kMembers;
 }
@@ -260,4 +277,41 @@ void aspResponseObj::putBuffer(vbs::Args args, vbs::CallKind) {
 
 vbs::Value aspResponseObj::getIsClientConnected(vbs::Args) {
   return vbs::Value::boolean(true);
+}
+
+void aspResponseObj::setExpires(const CalendarTime& when) {
+  if (acceptsHeaders()) expires_ = HttpDates(clock_).of(when);
+}
+
+void aspResponseObj::putExpires(vbs::Args args, vbs::CallKind) {
+  setExpires(clock_.utc(clock_.now() + std::chrono::minutes{vbs::toInteger(args.back())}));
+}
+
+void aspResponseObj::putExpiresAbsolute(vbs::Args args, vbs::CallKind) {
+  setExpires(script_values::calendarTime(vbs::toDate(args.back())));
+}
+
+void aspResponseObj::putCacheControl(vbs::Args args, vbs::CallKind) {
+  if (acceptsHeaders()) cacheControl_ = script_values::text(args.back());
+}
+
+vbs::Value aspResponseObj::callPics(vbs::Args args) {
+  AddHeader("PICS-Label", script_values::text(args[0]));
+  return {};
+}
+
+vbs::Value aspResponseObj::getCodePage(vbs::Args) {
+  return vbs::Value::longInt(codePage_);
+}
+
+void aspResponseObj::putCodePage(vbs::Args args, vbs::CallKind) {
+  codePage_ = vbs::toLong(args.back());
+}
+
+vbs::Value aspResponseObj::getLcid(vbs::Args) {
+  return vbs::Value::longInt(vbs::activeLocale().id);
+}
+
+void aspResponseObj::putLcid(vbs::Args args, vbs::CallKind) {
+  script_values::useLocale(vbs::toLong(args.back()));
 }

@@ -6,8 +6,10 @@
 #include <string>
 #include <string_view>
 
+#include "support/date_time.h"
 #include "vbscript/object.h"
 
+class Clock;
 class CookieJar;
 class clsWEncode;
 
@@ -19,8 +21,10 @@ class aspResponseObj final : public vbs::NativeObject<aspResponseObj> {
   using FlushBuffer =
       std::function<void(std::string rspData, std::string rspHeaderData, bool rspFirstFlush)>;
 
-  /// `encoder` and `cookies` are used by the cookie handles; they live as long as the server.
-  aspResponseObj(const clsWEncode& encoder, CookieJar& cookies, FlushBuffer flushBuffer);
+  /// `encoder` and `cookies` are used by the cookie handles; they live as long as the server, as
+  /// does `clock`.
+  aspResponseObj(const clsWEncode& encoder, CookieJar& cookies, const Clock& clock,
+                 FlushBuffer flushBuffer);
   ~aspResponseObj() override;
 
   const std::string& ContentType() const { return contentType_; }
@@ -54,6 +58,7 @@ class aspResponseObj final : public vbs::NativeObject<aspResponseObj> {
   void appendBytes(const vbs::ArrayRep& array);
   void mark(std::string_view marker, std::string_view trg);
   void releaseCharge();
+  void setExpires(const CalendarTime& when);
 
   vbs::Value getContentType(vbs::Args);
   void putContentType(vbs::Args args, vbs::CallKind);
@@ -75,15 +80,27 @@ class aspResponseObj final : public vbs::NativeObject<aspResponseObj> {
   vbs::Value getBuffer(vbs::Args);
   void putBuffer(vbs::Args args, vbs::CallKind);
   vbs::Value getIsClientConnected(vbs::Args);
+  void putExpires(vbs::Args args, vbs::CallKind);
+  void putExpiresAbsolute(vbs::Args args, vbs::CallKind);
+  void putCacheControl(vbs::Args args, vbs::CallKind);
+  vbs::Value callPics(vbs::Args args);
+  vbs::Value getCodePage(vbs::Args);
+  void putCodePage(vbs::Args args, vbs::CallKind);
+  vbs::Value getLcid(vbs::Args);
+  void putLcid(vbs::Args args, vbs::CallKind);
 
   const clsWEncode& encoder_;
   CookieJar& cookies_;
+  const Clock& clock_;
   FlushBuffer flushBuffer_;
   std::string buffer_;
   std::size_t charged_ = 0;  ///< bytes of buffer_ that count against the script's memory
   std::string headerLines_;
   std::string contentType_;
   std::string charset_;
+  std::string expires_;  ///< as the header line has it
+  std::string cacheControl_;
+  std::int32_t codePage_ = 1252;  ///< as the page set it, without effect
   std::string status_ = "200 OK";
   bool bufferWanted_ = true;
   bool ended_ = false;

@@ -30,13 +30,16 @@ bool aspSessionObj::OutOfDate() const {
 
 std::span<const vbs::Member<aspSessionObj>> aspSessionObj::members() {
   using Self = aspSessionObj;
-  static constexpr std::array<vbs::Member<Self>, kGlobalMembers> kMembers{{
+  static constexpr std::array<vbs::Member<Self>, kGlobalMembers + 2> kMembers{{
       {"timeout", 0, 0, &Self::getTimeout, &Self::putTimeout},
       {"sessionid", 0, 0, &Self::getSessionID, &Self::putSessionID},
       {"contents", 0, 1, &Self::getContents, &Self::putContents, true},
       {"abandon", 0, 0, &Self::callAbandon},
       {"refresh", 0, 0, &Self::callRefresh},
       {"outofdate", 0, 0, &Self::callOutOfDate},
+      // For pages written for other servers, by the object's name only.
+      {"lcid", 0, 0, &Self::getLcid, &Self::putLcid},
+      {"codepage", 0, 0, &Self::getCodePage, &Self::putCodePage},
   }};
   return kMembers;
 }
@@ -65,9 +68,17 @@ vbs::Value aspSessionObj::getContents(vbs::Args args) {
 }
 
 void aspSessionObj::putContents(vbs::Args args, vbs::CallKind kind) {
-  if (kind == vbs::CallKind::Set) vbs::throwError(vbs::ErrorCode::NoPropertyOrMethod);
   if (args.size() != 2) vbs::throwError(vbs::ErrorCode::WrongArgumentCount);
-  setContents(script_values::text(args[0]), vbs::toString(args[1]));
+  setContents(script_values::text(args[0]), textToKeep(args[1], kind));
+}
+
+vbs::String aspSessionObj::textToKeep(const vbs::Value& value, vbs::CallKind kind) {
+  const auto refuse = [](vbs::ErrorCode code) {
+    throw vbs::ScriptError{static_cast<std::int32_t>(code), "A session keeps texts only", {}, {}};
+  };
+  if (kind == vbs::CallKind::Set) refuse(vbs::ErrorCode::NoPropertyOrMethod);
+  if (value.deref().isArray()) refuse(vbs::ErrorCode::TypeMismatch);
+  return vbs::toString(value);
 }
 
 vbs::Value aspSessionObj::callAbandon(vbs::Args) {
@@ -82,4 +93,22 @@ vbs::Value aspSessionObj::callRefresh(vbs::Args) {
 
 vbs::Value aspSessionObj::callOutOfDate(vbs::Args) {
   return vbs::Value::boolean(OutOfDate());
+}
+
+vbs::Value aspSessionObj::getLcid(vbs::Args) {
+  return vbs::Value::longInt(lcid_);
+}
+
+void aspSessionObj::putLcid(vbs::Args args, vbs::CallKind) {
+  const std::int32_t id = vbs::toLong(args.back());
+  script_values::useLocale(id);
+  lcid_ = id;
+}
+
+vbs::Value aspSessionObj::getCodePage(vbs::Args) {
+  return vbs::Value::longInt(codePage_);
+}
+
+void aspSessionObj::putCodePage(vbs::Args args, vbs::CallKind) {
+  codePage_ = vbs::toLong(args.back());
 }

@@ -7,6 +7,7 @@
 
 #include "platform/clock.h"
 #include "support/keyed_collection.h"
+#include "vbscript/locale.h"
 #include "vbscript/object.h"
 
 /// What pages know as "Session": the texts kept for one browser between its requests. The session
@@ -28,9 +29,14 @@ class aspSessionObj final : public vbs::NativeObject<aspSessionObj> {
   vbs::String Contents(std::string_view key) const;
   void setContents(std::string key, vbs::String value);  ///< lost once abandoned
 
+  std::int32_t LCID() const { return lcid_; }  ///< the locale of this session's pages
+
   void Abandon();
   void Refresh() { lastAccess_ = clock_.now(); }
   bool OutOfDate() const;
+
+  /// The text of a value that a page wants kept; a script error when it has none.
+  static vbs::String textToKeep(const vbs::Value& value, vbs::CallKind kind);
 
   /// For walking and pruning the contents as a whole.
   Values& values() { return values_; }
@@ -49,11 +55,17 @@ class aspSessionObj final : public vbs::NativeObject<aspSessionObj> {
   vbs::Value callAbandon(vbs::Args);
   vbs::Value callRefresh(vbs::Args);
   vbs::Value callOutOfDate(vbs::Args);
+  vbs::Value getLcid(vbs::Args);
+  void putLcid(vbs::Args args, vbs::CallKind);
+  vbs::Value getCodePage(vbs::Args);
+  void putCodePage(vbs::Args args, vbs::CallKind);
 
   const Clock& clock_;
   Values values_;
   TimePoint lastAccess_;
   std::int32_t sessionID_ = 0;
+  std::int32_t lcid_ = vbs::kDefaultLocale;
+  std::int32_t codePage_ = 1252;  ///< as the page set it, without effect
   std::int16_t timeout_ = 20;
   bool abandoned_ = false;
 };

@@ -3,40 +3,71 @@
 #include <array>
 
 #include "http/cookie_jar.h"
+#include "script/cookie_keys.h"
 #include "script/script_values.h"
 #include "support/clsWEncode.h"
 #include "vbscript/convert.h"
 
 void clsWCookie::setValue(std::string_view value) {
   if (name_.empty()) return;
-  std::string encoded = encoder_.afEncodeURL(value);
-  if (clsCookieObj* held = jar_.find(name_)) {
-    held->setValue(std::move(encoded));
-  } else {
-    jar_.add(clsCookieObj(name_, std::move(encoded), true));
+  held().setValue(encoder_.afEncodeURL(value));
+}
+
+void clsWCookie::setKey(std::string key, std::string value) {
+  const clsCookieObj* cookie = jar_.find(name_);
+  CookieKeys keys;
+  if (cookie && cookie->changed()) {
+    keys = parseCookieKeys(encoder_.afDecodeURL(cookie->Value()).value_or(""), encoder_);
   }
+  if (std::string* known = keys.find(key)) {
+    *known = std::move(value);
+  } else {
+    keys.add(std::move(key), std::move(value));
+  }
+  setValue(joinCookieKeys(keys, encoder_));
 }
 
 void clsWCookie::setExpires(const CalendarTime& when) {
   if (name_.empty()) return;
-  clsCookieObj* held = jar_.find(name_);
-  if (!held) held = &jar_.add(clsCookieObj(name_, {}, true));
-  held->setExpires(when);
+  held().setExpires(when);
+}
+
+clsCookieObj& clsWCookie::held() {
+  clsCookieObj* cookie = jar_.find(name_);
+  return cookie ? *cookie : jar_.add(clsCookieObj(name_, {}, true));
 }
 
 std::span<const vbs::Member<clsWCookie>> clsWCookie::members() {
   using Self = clsWCookie;
-  static constexpr std::array<vbs::Member<Self>, 2> kMembers{{
-      {"value", 0, 0, nullptr, &Self::putValue, true},
+  static constexpr std::array<vbs::Member<Self>, 5> kMembers{{
+      {"value", 0, 1, nullptr, &Self::putValue, true},
       {"expires", 0, 0, nullptr, &Self::putExpires},
+      // For pages written for other servers, like the key of a value.
+      {"path", 0, 0, nullptr, &Self::putPath},
+      {"domain", 0, 0, nullptr, &Self::putDomain},
+      {"secure", 0, 0, nullptr, &Self::putSecure},
   }};
   return kMembers;
 }
 
 void clsWCookie::putValue(vbs::Args args, vbs::CallKind) {
-  setValue(script_values::text(args.back()));
+  std::string value = script_values::text(args.back());
+  if (args.size() == 1) return setValue(value);
+  setKey(script_values::text(args[0]), std::move(value));
 }
 
 void clsWCookie::putExpires(vbs::Args args, vbs::CallKind) {
   setExpires(script_values::calendarTime(vbs::toDate(args.back())));
+}
+
+void clsWCookie::putPath(vbs::Args args, vbs::CallKind) {
+  if (!name_.empty()) held().setPath(script_values::text(args.back()));
+}
+
+void clsWCookie::putDomain(vbs::Args args, vbs::CallKind) {
+  if (!name_.empty()) held().setDomain(script_values::text(args.back()));
+}
+
+void clsWCookie::putSecure(vbs::Args args, vbs::CallKind) {
+  if (!name_.empty()) held().setSecure(vbs::toBoolean(args.back()));
 }

@@ -7,6 +7,7 @@
 #include "vbscript/object.h"
 
 class CookieJar;
+class clsCookieObj;
 class clsWEncode;
 
 /// What `Response.Cookies(name)` gives: a write-only handle that records a cookie for the response
@@ -18,6 +19,8 @@ class clsWCookie final : public vbs::NativeObject<clsWCookie> {
       : encoder_(encoder), jar_(jar), name_(std::move(name)) {}
 
   void setValue(std::string_view value);  ///< stored URL-encoded
+  /// Keeps the other keys that were set for this response.
+  void setKey(std::string key, std::string value);
   void setExpires(const CalendarTime& when);
 
   std::string_view typeName() const override { return "clsWCookie"; }
@@ -26,6 +29,10 @@ class clsWCookie final : public vbs::NativeObject<clsWCookie> {
  private:
   void putValue(vbs::Args args, vbs::CallKind);
   void putExpires(vbs::Args args, vbs::CallKind);
+  void putPath(vbs::Args args, vbs::CallKind);
+  void putDomain(vbs::Args args, vbs::CallKind);
+  void putSecure(vbs::Args args, vbs::CallKind);
+  clsCookieObj& held();  ///< the jar's cookie, made when there is none; the name is not empty
 
   const clsWEncode& encoder_;
   CookieJar& jar_;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "platform/clock.h"
 #include "vbscript/host.h"
 
@@ -12,10 +14,13 @@ class PageHost final : public vbs::Host {
   double now() override;
   double secondsSinceMidnight() override;
   std::chrono::steady_clock::time_point steadyNow() override;
+  std::int32_t locale() override { return locale_; }
+  void setLocale(std::int32_t id) { locale_ = id; }
   vbs::Value createObject(std::string_view progId) override;
   /// Pages reach no objects outside the server.
   vbs::Value getObject(std::string_view pathName, std::string_view progId) override;
 
  private:
   const Clock& clock_;
+  std::int32_t locale_ = 0;
 };

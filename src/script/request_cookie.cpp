@@ -1,16 +1,29 @@
 #include "script/request_cookie.h"
 
 #include <array>
+#include <vector>
 
+#include "script/cookie_keys.h"
 #include "script/script_values.h"
 #include "vbscript/convert.h"
+#include "vbscript/value_walk.h"
+
+std::unique_ptr<vbs::Enumerator> RequestCookie::enumerate() {
+  std::vector<vbs::Value> keys;
+  for (const auto& entry : parseCookieKeys(cookie_.Value(), encoder_)) {
+    keys.emplace_back(std::string_view(entry.key));
+  }
+  return std::make_unique<vbs::ValueWalk>(std::move(keys));
+}
 
 std::span<const vbs::Member<RequestCookie>> RequestCookie::members() {
   using Self = RequestCookie;
-  static constexpr std::array<vbs::Member<Self>, 3> kMembers{{
+  static constexpr std::array<vbs::Member<Self>, 4> kMembers{{
       {"name", 0, 0, &Self::getName},
-      {"value", 0, 0, &Self::getValue, &Self::putValue, true},
+      {"value", 0, 1, &Self::getValue, &Self::putValue, true},
       {"expires", 0, 0, &Self::getExpires, &Self::putExpires},
+      // For pages written for other servers, like the key of a value.
+      {"haskeys", 0, 0, &Self::getHasKeys},
   }};
   return kMembers;
 }
@@ -19,12 +32,20 @@ vbs::Value RequestCookie::getName(vbs::Args) {
   return vbs::Value(std::string_view(cookie_.Name()));
 }
 
-vbs::Value RequestCookie::getValue(vbs::Args) {
-  return vbs::Value(std::string_view(cookie_.Value()));
+vbs::Value RequestCookie::getValue(vbs::Args args) {
+  if (args.empty()) return vbs::Value(std::string_view(cookie_.Value()));
+  const CookieKeys keys = parseCookieKeys(cookie_.Value(), encoder_);
+  const std::string* value = keys.find(script_values::text(args[0]));
+  return vbs::Value(value ? std::string_view(*value) : std::string_view());
 }
 
 void RequestCookie::putValue(vbs::Args args, vbs::CallKind) {
+  if (args.size() != 1) vbs::throwError(vbs::ErrorCode::WrongArgumentCount);
   cookie_.setValue(script_values::text(args.back()));
+}
+
+vbs::Value RequestCookie::getHasKeys(vbs::Args) {
+  return vbs::Value::boolean(cookie_.Value().find('=') != std::string::npos);
 }
 
 vbs::Value RequestCookie::getExpires(vbs::Args) {

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "vbscript/convert.h"
+#include "vbscript/locale.h"
 
 namespace script_values {
 namespace {
@@ -80,6 +81,12 @@ double days(const CalendarTime& time) {
   const double wholeDays = static_cast<double>((day - kDayZero).count());
   const double fraction = (time.hour * 3600 + time.minute * 60 + time.second) / kSecondsPerDay;
   return wholeDays < 0 ? wholeDays - fraction : wholeDays + fraction;
+}
+
+void useLocale(std::int32_t id) {
+  const vbs::Locale* locale = vbs::findLocale(id);
+  if (!locale) vbs::throwError(vbs::ErrorCode::NoDefaultLocale);
+  vbs::setActiveLocale(*locale);
 }
 
 }  // namespace script_values

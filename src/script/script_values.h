@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -30,5 +31,9 @@ vbs::Value objectValue(vbs::Ref<T> object) {
 /// Dates count days from 30 December 1899, the fraction is the time of day. Whole seconds.
 CalendarTime calendarTime(double days);
 double days(const CalendarTime& time);
+
+/// From here on the running page writes and reads texts in this locale. Error 447 for one that is
+/// not known.
+void useLocale(std::int32_t id);
 
 }  // namespace script_values

@@ -38,15 +38,21 @@ std::string serverHost(const Source& source) {
   return host.substr(0, host.find(':'));
 }
 
+/// What a header line is called among the variables.
+std::string variableName(std::string_view headerName) {
+  std::string name = "HTTP_" + upperCase(headerName);
+  std::replace(name.begin(), name.end(), '-', '_');
+  return name;
+}
+
 std::string allHeaders(const Source& source, bool raw) {
   std::string all;
   for (const auto& entry : source.headers) {
-    std::string name = entry.value.name;
-    if (!raw) {
-      name = "HTTP_" + upperCase(name);
-      std::replace(name.begin(), name.end(), '-', '_');
-    }
-    all.append(name).append(raw ? ": " : ":").append(entry.value.value).append("\r\n");
+    const std::string& name = entry.value.name;
+    all.append(raw ? name : variableName(name))
+        .append(raw ? ": " : ":")
+        .append(entry.value.value)
+        .append("\r\n");
   }
   return all;
 }
@@ -94,4 +100,11 @@ std::string serverVariable(std::string_view name, const clsHTTPParser& request,
   std::string lineName(name.substr(kHeaderPrefix.size()));
   std::replace(lineName.begin(), lineName.end(), '_', '-');
   return header(source, lineName);
+}
+
+std::vector<std::string> serverVariableNames(const HeaderVariables& headers) {
+  std::vector<std::string> names;
+  for (const Variable& variable : kVariables) names.emplace_back(variable.name);
+  for (const auto& entry : headers) names.push_back(variableName(entry.value.name));
+  return names;
 }

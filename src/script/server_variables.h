@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 class HeaderVariables;
 class clsHTTPParser;
@@ -11,3 +12,6 @@ struct ServerState;
 /// letter case aside; empty for an unknown one.
 std::string serverVariable(std::string_view name, const clsHTTPParser& request,
                            const HeaderVariables& headers, const ServerState& state);
+
+/// The names of all that have a value of their own, and of the request's header lines.
+std::vector<std::string> serverVariableNames(const HeaderVariables& headers);

@@ -32,8 +32,7 @@ vbs::Value SessionContents::getItem(vbs::Args args) {
 }
 
 void SessionContents::putItem(vbs::Args args, vbs::CallKind kind) {
-  if (kind == vbs::CallKind::Set) vbs::throwError(vbs::ErrorCode::NoPropertyOrMethod);
-  session_->setContents(script_values::text(args[0]), vbs::toString(args[1]));
+  session_->setContents(script_values::text(args[0]), aspSessionObj::textToKeep(args[1], kind));
 }
 
 vbs::Value SessionContents::getCount(vbs::Args) {

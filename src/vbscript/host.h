@@ -21,6 +21,9 @@ class Host {
   /// A clock that never goes back, for the time limit.
   virtual std::chrono::steady_clock::time_point steadyNow() = 0;
 
+  /// The locale that a run starts with; English (United States) for one that is not known.
+  virtual std::int32_t locale() { return 0; }
+
   /// CreateObject. Nothing-to-be-made is a throw of error 429.
   virtual Value createObject(std::string_view progId) = 0;
   virtual Value getObject(std::string_view pathName, std::string_view progId) = 0;

@@ -42,7 +42,8 @@ std::int32_t currentYear() {
 }
 
 TextScope::TextScope(Host& host) : locale_(context.locale), host_(context.host) {
-  context.locale = &kLocales[0];
+  const Locale* locale = findLocale(host.locale());
+  context.locale = locale ? locale : &kLocales[0];
   context.host = &host;
 }
 

@@ -6,8 +6,8 @@
 
 #include "vbscript/host.h"
 
-/// What depends on language and country when values become text and back. A run starts in English
-/// (United States); SetLocale changes the rest of the run.
+/// What depends on language and country when values become text and back. A run starts in its
+/// host's locale; SetLocale changes the rest of the run.
 namespace vbs {
 
 enum class DateOrder : std::uint8_t { MonthDayYear, DayMonthYear, YearMonthDay };
@@ -54,7 +54,7 @@ void setActiveLocale(const Locale& locale);
 /// The year that a text without one means, of the running script's clock.
 std::int32_t currentYear();
 
-/// While it lives, conversions on this thread use the default locale and this host's clock.
+/// While it lives, conversions on this thread use this host's locale and clock.
 class TextScope {
  public:
   explicit TextScope(Host& host);

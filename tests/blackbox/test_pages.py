@@ -47,6 +47,11 @@ class Pages(ServerTest):
 
     def test_end_stops_the_page(self):
         self.assertEqual(self.page("a<% Response.End %>b").text, "a")
+        self.assertEqual(self.page("a<% If True Then Response.End() %>b").text, "a")
+
+    def test_directives_change_nothing(self):
+        self.assertEqual(self.page("<%@ Language=VBScript CodePage=65001 %>\n"
+                                   "<% Option Explicit : Dim a : a = 1 %><%= a %>").text, "1")
 
     def test_error_page(self):
         response = self.page("<% x = 1 / 0 %>")
@@ -91,6 +96,9 @@ class Pages(ServerTest):
         response = self.page("<% Response.AddHeader \"X-A\", \"1\": Response.ContentType = \"text/plain\" %>x")
         self.assertEqual(response.header("X-A"), "1")
         self.assertEqual(response.header("Content-Type"), "text/plain")
+        response = self.page("<% Response.Expires = 0 : Response.CacheControl = \"no-cache\" %>x")
+        self.assertTrue(response.header("Expires").endswith(" GMT"))
+        self.assertEqual(response.header("Cache-Control"), "no-cache")
 
     def test_redirects_serve_the_other_page(self):
         response = self.page("gone<% Response.Redirect \"/target.qvs\"\nResponse.Write \"never\" %>")
@@ -225,6 +233,12 @@ class SessionsAndCookies(ServerTest):
                    "Response.Cookies(\"name\").Expires = DateSerial(2030, 1, 2) + TimeSerial(3, 4, 5)\n"
                    "Response.Cookies(\"plain\").Value = 5 %>",
         "get.qvs": "<%= Request.Cookies(\"NAME\") %>,<%= Request.Cookies(\"none\") %>",
+        "setkeys.qvs": "<% Response.Cookies(\"prefs\")(\"colour\") = \"dark red\"\n"
+                       "Response.Cookies(\"prefs\")(\"size\") = 12 %>",
+        "getkeys.qvs": "<% For Each name In Request.Cookies : Response.Write name & \":\"\n"
+                       "For Each key In Request.Cookies(name)\n"
+                       "Response.Write key & \"=\" & Request.Cookies(name)(key) & \";\"\n"
+                       "Next : Next %>",
     }
 
     def session_cookie(self, response):
@@ -266,6 +280,13 @@ class SessionsAndCookies(ServerTest):
             "Set-Cookie: Name=a%20b; path=/; expires=Wed, 02 Jan 2030 03:04:05 GMT",
             "Set-Cookie: plain=5; path=/"])
         self.assertEqual(self.server.get("/get.qvs", "Cookie: a=1; name=a%20b\r\n").text, "a b,")
+
+    def test_cookies_with_keys(self):
+        response = self.server.get("/setkeys.qvs")
+        cookie = next(line for line in response.lines if "prefs" in line)
+        value = cookie.partition(": ")[2].partition(";")[0]
+        self.assertEqual(self.server.get("/getkeys.qvs", "Cookie: %s\r\n" % value).text,
+                         "PREFS:colour=dark red;size=12;")
 
     def test_more_sessions_than_numbers(self):
         with Server({"s.qvs": "<%= Session.SessionID %>"}) as server, server.connect() as client:

@@ -48,6 +48,18 @@ TEST_F(CookieTest, SundaysHaveNoNameAndTheZeroDateIsNow) {
   EXPECT_EQ(clsCookieObj().Expires(), CalendarTime{});
 }
 
+TEST_F(CookieTest, SaysWhereItIsValid) {
+  clsCookieObj cookie("a", "b", true);
+  cookie.setPath("/x");
+  cookie.setDomain(".example.com");
+  cookie.setSecure(true);
+  EXPECT_EQ(cookie.headerLine(dates), "Set-Cookie: a=b; path=/x; domain=.example.com; secure");
+  cookie.setPath("/y; domain=z");
+  cookie.setDomain("x\r\nX-Line: 1");
+  cookie.setSecure(false);
+  EXPECT_EQ(cookie.headerLine(dates), "Set-Cookie: a=b; path=/x; domain=.example.com");
+}
+
 TEST_F(CookieTest, OnlyChangedCookiesAreSentInTheOrderOfTheirComing) {
   jar.add({"first", "1", true});
   jar.add({"kept", "2", false});

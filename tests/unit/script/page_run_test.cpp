@@ -293,6 +293,21 @@ TEST_F(PageRun, KeepsSessionsBetweenRuns) {
   EXPECT_EQ(log.lines, std::vector<std::string>{"Session 5000 created"});
 }
 
+TEST_F(PageRun, StartsInTheLocaleOfItsSession) {
+  const std::string cookie = "GET /p.qvs HTTP/1.1\r\nCookie: QVS_SESSIONID=5000";
+  EXPECT_EQ(output("<%= 1.5 %> <% Session.LCID = 1031: XWrite 1.5 %>"), "1.5 1,5");
+  files.put("/srv/part.qvs", "<%= 2.5 %>");
+  EXPECT_EQ(run("<%= 1.5 & \" \" & Session.LCID %> <% Server.Execute \"part.qvs\" %>"
+                "<% Response.LCID = 1033: XWrite \" \" & 1.5 & \" \" & Response.LCID %>",
+                cookie)
+                .output,
+            "1,5 1031 2,5 1.5 1033");
+  EXPECT_NE(run("<% Session.LCID = 7 %>", cookie).output.find("Error #447"), std::string::npos);
+  EXPECT_EQ(run("<%= 1.5 & Session.CodePage %>", cookie).output, "1,51252");
+  EXPECT_EQ(run("<% Session.CodePage = 65001: XWrite Session.CodePage %>", cookie).output, "65001");
+  EXPECT_EQ(output("<%= 1.5 %>"), "1.5");
+}
+
 TEST_F(PageRun, LosesASessionThatGetsAnotherNumber) {
   run("");
   const std::string cookie = "GET /p.qvs HTTP/1.1\r\nCookie: QVS_SESSIONID=5000";

@@ -19,11 +19,21 @@ class RequestTest : public ::testing::Test {
     request->attach(parser, jar);
   }
 
+  /// What `For Each` goes through, a blank behind each item.
+  static std::string walked(const vbs::Value& collection) {
+    std::string items;
+    vbs::Value item;
+    for (const auto walk = collection.asObject()->enumerate(); walk->next(item);) {
+      items += text(item) + ' ';
+    }
+    return items;
+  }
+
   clsWEncode encoder;
   CookieJar jar;
   clsHTTPParser parser{encoder, jar};
   ServerState state;
-  vbs::Ref<aspRequestObj> request = vbs::make<aspRequestObj>(state);
+  vbs::Ref<aspRequestObj> request = vbs::make<aspRequestObj>(state, encoder);
 };
 
 TEST_F(RequestTest, ReadsQueryAndForm) {
@@ -61,6 +71,34 @@ TEST_F(RequestTest, GivesAnEmptyCookieForAMissingOne) {
   EXPECT_EQ(get(*cookie.asObject(), "expires").asDouble(), 0);
   put(*cookie.asObject(), "expires", values(vbs::Value::date(46090.25)));
   EXPECT_EQ(get(*cookie.asObject(), "expires").asDouble(), 46090.25);
+}
+
+TEST_F(RequestTest, ReadsTheKeysOfACookie) {
+  receive("GET / HTTP/1.1\r\nCookie: p=colour%3Ddark%2520red%26a%2526b%3Dx%253Dy; q=r=1&s\r\n\r\n");
+  const vbs::Value cookie = get(*request, "cookies", values("p"));
+  EXPECT_EQ(getText(*cookie.asObject(), "value", values("Colour")), "dark red");
+  EXPECT_EQ(getText(*cookie.asObject(), "value", values("a&b")), "x=y");
+  EXPECT_EQ(getText(*cookie.asObject(), "value", values("none")), "");
+  EXPECT_EQ(getText(*cookie.asObject(), "haskeys"), "True");
+  EXPECT_EQ(walked(cookie), "colour a&b ");
+  EXPECT_EQ(errorOf([&] { put(*cookie.asObject(), "value", values("k", "v")); }), 450);
+  EXPECT_EQ(getText(*get(*request, "cookies", values("q")).asObject(), "value", values("r")), "1");
+  const vbs::Value none = get(*request, "cookies", values("none"));
+  EXPECT_EQ(getText(*none.asObject(), "haskeys"), "False");
+  EXPECT_EQ(walked(none), "");
+}
+
+TEST_F(RequestTest, GivesItsCookiesAndServerVariablesAsCollections) {
+  receive("GET / HTTP/1.1\r\nX-One: 1\r\nCookie: a=1; b=x%20y\r\n\r\n");
+  const vbs::Value cookies = get(*request, "cookies");
+  EXPECT_EQ(walked(cookies), "A B ");
+  EXPECT_EQ(getText(*cookies.asObject(), "count"), "2");
+  EXPECT_EQ(getText(*cookies.asObject(), "item", values("b")), "x y");
+  const vbs::Value variables = get(*request, "servervariables");
+  EXPECT_NE(walked(variables).find(" URL HTTP_X_ONE HTTP_COOKIE "), std::string::npos);
+  EXPECT_EQ(getText(*variables.asObject(), "item", values("http_x_one")), "1");
+  request->detach();
+  EXPECT_EQ(getText(*variables.asObject(), "item", values("http_x_one")), "");
 }
 
 TEST_F(RequestTest, IsEmptyWithoutARequest) {

@@ -30,7 +30,7 @@ class ResponseTest : public ::testing::Test {
   CookieJar jar;
   std::vector<Flushed> flushes;
   vbs::Ref<aspResponseObj> response = vbs::make<aspResponseObj>(
-      encoder, jar, [this](std::string data, std::string header, bool first) {
+      encoder, jar, clock, [this](std::string data, std::string header, bool first) {
         flushes.emplace_back(std::move(data), std::move(header), first);
       });
 };
@@ -53,7 +53,7 @@ TEST_F(ResponseTest, NarrowsWhatItWrites) {
 
 TEST_F(ResponseTest, WritesWhatAnObjectIsWorth) {
   clsCookieObj cookie("", "tasty", false);
-  const auto object = vbs::make<RequestCookie>(std::move(cookie));
+  const auto object = vbs::make<RequestCookie>(std::move(cookie), encoder);
   get(*response, "xwrite", values(vbs::Value::object(object.get())));
   EXPECT_EQ(response->takeBuffer(), "tasty");
 }
@@ -177,6 +177,49 @@ TEST_F(ResponseTest, HasCustomaryMembersWithoutEffect) {
   put(*response, "buffer", values(vbs::Value::boolean(false)));
   EXPECT_EQ(getText(*response, "buffer"), "False");
   EXPECT_EQ(getText(*response, "isclientconnected"), "True");
+  EXPECT_EQ(getText(*response, "codepage"), "1252");
+  put(*response, "codepage", values(vbs::Value::longInt(65001)));
+  EXPECT_EQ(getText(*response, "codepage"), "65001");
+}
+
+TEST_F(ResponseTest, SaysHowLongThePageKeeps) {
+  put(*response, "expires", values(vbs::Value::integer(-1)));
+  put(*response, "cachecontrol", values("no-cache"));
+  get(*response, "addheader", values("X", "1"));
+  EXPECT_EQ(response->Header(),
+            "X: 1\r\nExpires: Mon, 09 Mar 2026 09:59:00 GMT\r\nCache-Control: no-cache");
+  put(*response, "expiresabsolute", values(vbs::Value::date(46090.5)));
+  put(*response, "contenttype", values("text/plain"));
+  EXPECT_EQ(response->Header(),
+            "X: 1\r\nExpires: Mon, 09 Mar 2026 12:00:00 GMT\r\nCache-Control: no-cache\r\n"
+            "Content-Type: text/plain");
+  get(*response, "clear");
+  EXPECT_EQ(response->Header(), "");
+  get(*response, "pics", values("(PICS-1.1)"));
+  EXPECT_EQ(response->Header(), "PICS-Label: (PICS-1.1)");
+  get(*response, "flush");
+  put(*response, "expires", values(vbs::Value::integer(5)));
+  put(*response, "cachecontrol", values("public"));
+  EXPECT_EQ(response->Header(), "");
+}
+
+TEST_F(ResponseTest, RecordsTheKeysOfACookie) {
+  jar.add(clsCookieObj("p", "old=1", false));
+  const vbs::Value handle = get(*response, "cookies", values("p"));
+  const auto set = [&](const char* key, const char* value) {
+    put(*handle.asObject(), "value", values(key, value));
+  };
+  set("colour", "dark red");
+  set("a&b", "x=y");
+  set("Colour", "blue");
+  EXPECT_EQ(cookieLines(), "Set-Cookie: p=colour%3Dblue%26a%2526b%3Dx%253Dy; path=/");
+  put(*handle.asObject(), "value", values("plain"));
+  set("k", "v");
+  EXPECT_EQ(cookieLines(), "Set-Cookie: p=k%3Dv; path=/");
+  put(*handle.asObject(), "path", values("/x"));
+  put(*handle.asObject(), "domain", values("h"));
+  put(*handle.asObject(), "secure", values(vbs::Value::boolean(true)));
+  EXPECT_EQ(cookieLines(), "Set-Cookie: p=k%3Dv; path=/x; domain=h; secure");
 }
 
 TEST_F(ResponseTest, RecordsCookies) {
@@ -203,6 +246,10 @@ TEST_F(ResponseTest, RecordsNoCookieWithoutAName) {
   put(*response, "cookies", values("", "x"));
   const vbs::Value handle = get(*response, "cookies", values(""));
   put(*handle.asObject(), "expires", values(vbs::Value::date(46090)));
+  put(*handle.asObject(), "value", values("k", "x"));
+  put(*handle.asObject(), "path", values("/"));
+  put(*handle.asObject(), "domain", values("h"));
+  put(*handle.asObject(), "secure", values("True"));
   EXPECT_EQ(jar.size(), 0u);
 }
 

@@ -51,6 +51,13 @@ TEST_F(SessionTest, TakesNoObjectsAndNoKeylessValues) {
             }),
             438);
   EXPECT_EQ(errorOf([&] { put(*session, "contents", values("v")); }), 450);
+  try {
+    put(*session, "contents", values("k", vbs::Value::array(vbs::ArrayRep::fromBytes("a"))));
+    FAIL();
+  } catch (const vbs::ScriptError& error) {
+    EXPECT_EQ(error.number, 13);
+    EXPECT_EQ(error.description, "A session keeps texts only");
+  }
 }
 
 TEST_F(SessionTest, GivesItsContentsAsACollection) {

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "script/aspRequestObj.h"
+
+/// A member of "Request" used without a name: the collection of what it has under names. The names
+/// are those of the moment; the items are the member's own.
+class RequestCollection final : public vbs::NativeObject<RequestCollection> {
+ public:
+  RequestCollection(vbs::Ref<aspRequestObj> request, aspRequestObj::Item item,
+                    std::vector<std::string> names)
+      : request_(std::move(request)), item_(item), names_(std::move(names)) {}
+
+  std::string_view typeName() const override { return "RequestCollection"; }
+  std::unique_ptr<vbs::Enumerator> enumerate() override;  ///< the names
+  static std::span<const vbs::Member<RequestCollection>> members();
+
+ private:
+  vbs::Value getItem(vbs::Args args);
+  vbs::Value getCount(vbs::Args);
+
+  vbs::Ref<aspRequestObj> request_;
+  aspRequestObj::Item item_;
+  std::vector<std::string> names_;
+};
