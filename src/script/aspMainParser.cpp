@@ -22,9 +22,6 @@
 
 namespace {
 
-/// The error with which a translated page ends itself early.
-constexpr std::int32_t kEndOfPage = 6006;
-
 /// What the members usable without an object's name are published under: no script can spell it.
 constexpr std::string_view kNoName;
 

@@ -5,6 +5,9 @@
 #include "platform/clock.h"
 #include "vbscript/host.h"
 
+/// The error with which a translated page ends itself early.
+inline constexpr std::int32_t kEndOfPage = 6006;
+
 /// The outside as scripts of pages may reach it.
 class PageHost final : public vbs::Host {
  public:
@@ -14,6 +17,8 @@ class PageHost final : public vbs::Host {
   double now() override;
   double secondsSinceMidnight() override;
   std::chrono::steady_clock::time_point steadyNow() override;
+  /// A page ends although the caller of its last procedure traps errors.
+  bool canTrap(std::int32_t number) override { return number != kEndOfPage; }
   std::int32_t locale() override { return locale_; }
   void setLocale(std::int32_t id) { locale_ = id; }
   vbs::Value createObject(std::string_view progId) override;

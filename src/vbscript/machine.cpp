@@ -272,9 +272,10 @@ void Machine::leaveFrame() {
 bool Machine::trap(ScriptError& error, const Frame* entry) {
   complete(error);
   intrinsic_ = nullptr;
+  const bool canTrap = runtime_.host.canTrap(error.number);
   while (true) {
     const Routine& routine = *fp_->routine;
-    const StatementEntry* current = fp_->resumeNext ? statement() : nullptr;
+    const StatementEntry* current = canTrap && fp_->resumeNext ? statement() : nullptr;
     if (current) {
       clearRange(fp_->base + routine.firstTemporary, fp_->base + routine.registerCount);
       pending_.reset();

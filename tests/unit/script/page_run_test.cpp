@@ -194,6 +194,15 @@ TEST_F(PageRun, TakesError6006ForANormalEnd) {
   EXPECT_EQ(output("a<% Err.Raise 6006 %>b"), "a");
 }
 
+TEST_F(PageRun, EndsWhereItsCallersTrapErrors) {
+  const std::string rest =
+      "\r\nOn Error Resume Next\r\nLeave\r\nXWrite \"never\"\r\nServer.DebugOut \"never\" %>";
+  EXPECT_EQ(output("<% Sub Leave\r\nXWrite \"a\"\r\nResponse.End\r\nEnd Sub" + rest), "a");
+  EXPECT_EQ(output("<% Sub Leave\r\nResponse.Redirect \"/b.qvs\"\r\nEnd Sub" + rest),
+            "\0[$REDIR$]\0/b.qvs"s);
+  EXPECT_TRUE(debugged.empty());
+}
+
 TEST_F(PageRun, EndsAfterARedirect) {
   EXPECT_EQ(output("a<% Response.Redirect \"/b.qvs\"\r\nServer.DebugOut \"never\" %>b"),
             "\0[$REDIR$]\0/b.qvs"s);
