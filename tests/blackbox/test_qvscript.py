@@ -139,11 +139,20 @@ class QvScript(unittest.TestCase):
         self.assertEqual(self.tool("--dump-tree", path).stdout, b"let x = 1\n")
         self.assertIn(b"Halt", self.tool("--dump-bytecode", path).stdout)
 
+    def test_what_a_page_becomes(self):
+        self.file("<% x = 1\n%>\n", "Head.inc")
+        path = self.file('<!--#include file="HEAD.inc"-->\n<b>"<%= x %>', "page.qvs")
+        self.assertEqual(self.tool("--dump-page", path).stdout,
+                         b"0\t x = 1\n1\t\n"
+                         b'2\tresponse.xwrite "" & vbCrLf\n'
+                         b'3\tresponse.xwrite "<b>" & chr(34)\n'
+                         b"4\tresponse.xwrite  x \n")
+
     def test_help(self):
         result = self.tool("--help")
         self.assertEqual(result.returncode, 0)
         for word in (b"usage: qvscript", b"--check", b"--dump-tokens", b"--dump-tree",
-                     b"--dump-bytecode", b"--time-limit"):
+                     b"--dump-bytecode", b"--dump-page", b"--time-limit"):
             self.assertIn(word, result.stdout)
 
     def test_faults_of_the_command_line(self):

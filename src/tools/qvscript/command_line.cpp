@@ -14,7 +14,7 @@ struct Option {
 constexpr Option kOptions[] = {
     {"--check", Task::Check},        {"--dump-tokens", Task::DumpTokens},
     {"--dump-tree", Task::DumpTree}, {"--dump-bytecode", Task::DumpBytecode},
-    {"--help", Task::Help},
+    {"--dump-page", Task::DumpPage}, {"--help", Task::Help},
 };
 constexpr std::string_view kTimeLimit = "--time-limit=";
 
@@ -52,6 +52,8 @@ const std::string_view kHelpText =
     "  --dump-tokens       show the tokens of the script\n"
     "  --dump-tree         show how the script is understood\n"
     "  --dump-bytecode     show what the script is compiled to\n"
+    "  --dump-page         show what a page (.qvs) becomes, under the line numbers of\n"
+    "                      the server's error pages\n"
     "  --time-limit=N      stop the script after N seconds; without it there is no limit\n"
     "  --help              show this text\n"
     "  --                  the next word is the file, whatever it looks like\n"

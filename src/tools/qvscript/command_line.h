@@ -9,7 +9,7 @@
 
 namespace qvscript {
 
-enum class Task { Run, Check, DumpTokens, DumpTree, DumpBytecode, Help };
+enum class Task { Run, Check, DumpTokens, DumpTree, DumpBytecode, DumpPage, Help };
 
 struct CommandLine {
   Task task = Task::Run;

@@ -9,6 +9,7 @@
 
 #include "qvscript/command_line.h"
 #include "qvscript/console_host.h"
+#include "qvscript/page_program.h"
 #include "qvscript/wscript_object.h"
 #include "vbscript/engine.h"
 
@@ -96,7 +97,7 @@ int perform(const CommandLine& command, const std::string& program) {
     print(stdout, qvscript::kHelpText);
     return kSuccess;
   }
-  const SourceFile source = readSource(command.file);
+  SourceFile source = readSource(command.file);
   if (!source.complaint.empty()) return complain(source.complaint);
   switch (command.task) {
     case Task::Check:
@@ -109,6 +110,9 @@ int perform(const CommandLine& command, const std::string& program) {
       return kSuccess;
     case Task::DumpBytecode:
       print(stdout, vbs::dumpBytecode(source.text));
+      return kSuccess;
+    case Task::DumpPage:
+      print(stdout, qvscript::pageProgram(absolutePath(command.file), std::move(source.text)));
       return kSuccess;
     default:
       return run(command, source.text, program);
