@@ -40,6 +40,15 @@ std::optional<std::string> below(const std::string& folder, const std::string& p
   return path.substr(prefix.size());
 }
 
+/// The error's text. The one about a line that begins with "=" says how it came to that, because
+/// the page's source does not show it.
+std::string description(const vbs::ErrorReport& error) {
+  const std::size_t start = error.sourceLine.find_first_not_of(" \t");
+  if (start == std::string::npos || error.sourceLine[start] != '=') return error.description;
+  return error.description +
+         " (the line begins with \"=\": code blocks with only a line break between are one)";
+}
+
 }  // namespace
 
 /// The objects of one run and their publication.
@@ -217,7 +226,7 @@ std::optional<vbs::ErrorReport> aspMainParser::runProgram(const std::string& pro
 
 void aspMainParser::fail(const vbs::ErrorReport& error) {
   output_ =
-      errorPage(error.number, error.description,
+      errorPage(error.number, description(error),
                 request_->DocumentPath() + request_->DocumentTitle(), std::int64_t{error.line} - 1);
 }
 

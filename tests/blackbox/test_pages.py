@@ -30,7 +30,9 @@ class Pages(ServerTest):
                          "a\r\nb <b>\"q\"</b>\r\n\r\n- 1;\r\n\r\n- 2;\r\n\r\n- 3;\r\n\r\nend")
 
     def test_blocks_joined_by_a_line_break_are_one(self):
-        self.assertIn("Error #1024", self.page("<% a = 1 %>\n<%= a %>").text)
+        response = self.page("<% a = 1 %>\n<%= a %>")
+        self.assertIn("Error #1024", response.text)
+        self.assertIn("blocks with only a line break between are one", response.text)
         self.assertEqual(self.page("<% a = 1 %> \n<%= a %>").text, " \r\n1")
 
     def test_pages_with_unix_line_ends(self):
