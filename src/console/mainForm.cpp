@@ -14,8 +14,8 @@ constexpr std::int32_t kEnglish = 1033;
 constexpr std::string_view kCloseWhenSent = "X";
 
 /// A page that flushes faster than its client reads waits for the client, so that it can't fill
-/// the memory. Nobody else is served meanwhile, so a client that takes nothing is dropped, and so is
-/// one that keeps a single flush waiting for longer than any page may run.
+/// the memory. Nobody else is served meanwhile, so a client that takes nothing is dropped, and so
+/// is one that keeps a single flush waiting for longer than any page may run.
 constexpr std::uint64_t kMostFlushedAhead = std::uint64_t{8} << 20;
 constexpr DrainPatience kFlushPatience{std::chrono::seconds(30), std::chrono::seconds(60)};
 
