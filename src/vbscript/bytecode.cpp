@@ -11,12 +11,12 @@ const StatementEntry* Routine::statementAt(std::uint32_t offset) const {
   return after == statements.begin() ? nullptr : &*(after - 1);
 }
 
-std::optional<std::uint32_t> Routine::operandNameAt(std::uint32_t offset) const {
+OperandName Routine::operandNameAt(std::uint32_t offset) const {
   const auto found =
       std::lower_bound(operandNames.begin(), operandNames.end(), offset,
                        [](const OperandName& entry, std::uint32_t at) { return entry.start < at; });
-  if (found == operandNames.end() || found->start != offset) return std::nullopt;
-  return found->name;
+  const bool isKnown = found != operandNames.end() && found->start == offset;
+  return isKnown ? *found : OperandName{offset};
 }
 
 }  // namespace vbs

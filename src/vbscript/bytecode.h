@@ -76,10 +76,11 @@ struct MemberCache {
   MemberId id = kNoMember;  ///< for objects with `shape`
 };
 
-/// Names the variable that an instruction uses, for error texts.
+/// Names what an instruction uses, for error texts. Names are indexes in Program::names, or none.
 struct OperandName {
   std::uint32_t start = 0;
-  std::uint32_t name = 0;  ///< in Program::names
+  std::uint32_t name = kNoName;
+  std::uint32_t index = kNoName;  ///< the variable that is the one index of an element
 };
 
 struct RoutineParameter {
@@ -123,7 +124,8 @@ struct Routine {
 
   bool returnsValue() const { return result != kNoRegister; }
   const StatementEntry* statementAt(std::uint32_t offset) const;
-  std::optional<std::uint32_t> operandNameAt(std::uint32_t offset) const;
+  /// What the instruction there uses; nothing but `start` when it has no name.
+  OperandName operandNameAt(std::uint32_t offset) const;
 };
 
 }  // namespace vbs

@@ -75,6 +75,7 @@ void RoutineCompiler::assignMember(const MemberExpression& target, const Express
   if (const Binding* host = hostObjectOf(target)) {
     return assignHost(host->index, hostMember(*host, target.name), {}, value, isSet);
   }
+  if (!isSet && appendToMember(target, value)) return;
   const Temporaries temporaries(*this);
   const Register source = operandBefore(value, target, kNoRegister);
   const Register object = objectOperand(target);
@@ -133,7 +134,7 @@ void RoutineCompiler::assignElement(const CallExpression& target, const Expressi
     const Register first = pushArguments(indexes, Passing::Value, {});
     compileTo(value, newTemporary());
     const Register base = placeOf(*target.callee);
-    noteOperand(*target.callee);
+    noteElement(*target.callee, indexes);
     return emit(isSet ? Opcode::SetElementObject : Opcode::SetElementMany, base, first,
                 static_cast<unsigned>(indexes.size()));
   }
@@ -142,7 +143,7 @@ void RoutineCompiler::assignElement(const CallExpression& target, const Expressi
                                              : operand(*indexes[0]);
   const Register second = indexes.size() == 2 ? operand(*indexes[1]) : kNoRegister;
   const Register base = placeOf(*target.callee);
-  noteOperand(*target.callee);
+  noteElement(*target.callee, indexes);
   if (indexes.size() == 1) return emit(Opcode::SetElement, base, first, source);
   emit(Opcode::SetElement2, base, first, source);
   emitWord(Instruction::fromPair(second, 0));

@@ -121,18 +121,18 @@ void RoutineCompiler::getElement(const Expression& array, const std::vector<Expr
   const Register base = isPlace ? placeOf(array) : operand(array);
   if (indexes.size() > 2 || hasOmitted(indexes)) {
     const Register first = pushArguments(indexes, Passing::Value, {});
-    noteOperand(array);
+    noteElement(array, indexes);
     emit(Opcode::GetElementMany, target, base, first);
     return emitWord(Instruction::fromPair(static_cast<std::uint32_t>(indexes.size()), 0));
   }
   if (indexes.size() == 1) {
     const Register index = operand(*indexes[0]);
-    noteOperand(array);
+    noteElement(array, indexes);
     return emit(Opcode::GetElement, target, base, index);
   }
   const Register row = operandBefore(*indexes[0], *indexes[1], kNoRegister);
   const Register column = operand(*indexes[1]);
-  noteOperand(array);
+  noteElement(array, indexes);
   emit(Opcode::GetElement2, target, base, row);
   emitWord(Instruction::fromPair(column, 0));
 }
@@ -364,7 +364,7 @@ void RoutineCompiler::pushArgument(const ExpressionPtr& argument, Register targe
   const auto& call = static_cast<const CallExpression&>(*argument);
   const Register first = pushArguments(call.arguments, Passing::Value, {});
   const Register base = placeOf(*call.callee);
-  noteOperand(*call.callee);
+  noteElement(*call.callee, call.arguments);
   emit(Opcode::RefElement, target, base, first);
   emitWord(Instruction::fromPair(static_cast<std::uint32_t>(call.arguments.size()), locks[lock]));
 }
@@ -417,7 +417,7 @@ RoutineCompiler::Register RoutineCompiler::placeOfElement(const Expression& expr
   Register place = placeOf(*at);
   for (std::size_t i = 0; i < levels.size(); ++i) {
     const Register element = newTemporary();
-    noteOperand(*at);
+    noteElement(*at, levels[i]->arguments);
     emit(Opcode::ElementRef, element, place, indexes[i]);
     emitWord(Instruction::fromPair(static_cast<std::uint32_t>(levels[i]->arguments.size()), 0));
     place = element;

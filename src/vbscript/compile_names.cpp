@@ -316,16 +316,56 @@ void RoutineCompiler::loadConstant(Register target, const Value& value) {
   emit(Opcode::LoadFarConstant, target, index & 0xFFFF, index >> 16);
 }
 
+namespace {
+
+/// How error texts show an expression: `a.b(...).c`; nothing when it does not begin with a name.
+std::string shownText(const Expression& expression) {
+  switch (expression.kind) {
+    case ExpressionKind::Name:
+      return std::string(static_cast<const NameExpression&>(expression).name.text);
+    case ExpressionKind::Me:
+      return "Me";
+    case ExpressionKind::Member: {
+      const auto& member = static_cast<const MemberExpression&>(expression);
+      std::string text = member.object ? shownText(*member.object) : std::string();
+      if (!text.empty()) text += '.';
+      return text.append(member.name.text);
+    }
+    case ExpressionKind::Call: {
+      std::string text = shownText(*static_cast<const CallExpression&>(expression).callee);
+      return text.empty() ? text : text + "(...)";
+    }
+    default:
+      return {};
+  }
+}
+
+}  // namespace
+
 /// The next instruction's errors name this expression.
 void RoutineCompiler::noteOperand(const Expression& expression) {
-  const Identifier* name = nullptr;
-  if (expression.kind == ExpressionKind::Name) {
-    name = &static_cast<const NameExpression&>(expression).name;
-  } else if (expression.kind == ExpressionKind::Member) {
-    name = &static_cast<const MemberExpression&>(expression).name;
-  }
   const auto at = static_cast<std::uint32_t>(routine_.code.size());
-  if (name) routine_.operandNames.push_back({at, script_.nameIndex(*name)});
+  if (expression.kind == ExpressionKind::Name) {
+    const Identifier& name = static_cast<const NameExpression&>(expression).name;
+    routine_.operandNames.push_back({at, script_.nameIndex(name)});
+    return;
+  }
+  constexpr std::size_t kLongestShown = 255;
+  std::string text = shownText(expression);
+  if (text.empty() || text.size() > kLongestShown) return;
+  routine_.operandNames.push_back({at, script_.nameIndex(std::move(text))});
+}
+
+/// The next instruction's errors name this array and the variable that is its only index.
+void RoutineCompiler::noteElement(const Expression& array,
+                                  const std::vector<ExpressionPtr>& indexes) {
+  noteOperand(array);
+  const Binding* index = indexes.size() == 1 && indexes[0] ? bindName(*indexes[0]) : nullptr;
+  if (!index || !isVariable(*index)) return;
+  auto& names = routine_.operandNames;
+  const auto at = static_cast<std::uint32_t>(routine_.code.size());
+  if (names.empty() || names.back().start != at) names.push_back({at});
+  names.back().index = script_.nameIndex(static_cast<const NameExpression&>(*indexes[0]).name);
 }
 
 }  // namespace vbs

@@ -341,6 +341,13 @@ std::uint32_t ScriptCompiler::nameIndex(const Identifier& name) {
   return known - 1;
 }
 
+std::uint32_t ScriptCompiler::nameIndex(std::string shown) {
+  const auto index = static_cast<std::uint32_t>(program_.names.size());
+  const auto [known, isNew] = shownIndexes_.try_emplace(std::move(shown), index);
+  if (isNew) program_.names.push_back({known->first, {}});
+  return known->second;
+}
+
 // ---- Parameters that are only read ----
 
 bool ScriptCompiler::parameterIsReadOnly(const Identifier& callee, std::size_t position) {

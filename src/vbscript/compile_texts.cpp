@@ -58,15 +58,44 @@ bool RoutineCompiler::anyDisturbs(const std::vector<const Expression*>& parts,
                      [&](const Expression* part) { return disturbs(*part, variable); });
 }
 
+/// What an expression stands for that is a variable or, with or without Me, a field of the class.
+std::optional<Binding> RoutineCompiler::variableOf(const Expression& expression) const {
+  if (const Binding* binding = bindName(expression)) {
+    return isVariable(*binding) ? std::optional(*binding) : std::nullopt;
+  }
+  if (expression.kind != ExpressionKind::Member) return std::nullopt;
+  const ClassMember* own = ownMember(static_cast<const MemberExpression&>(expression));
+  if (!own || own->kind != ClassMember::Kind::Field) return std::nullopt;
+  Binding field;
+  field.kind = Binding::Kind::Field;
+  field.index = own->slot;
+  return field;
+}
+
+/// Whether joining the value with others may run code of the script, as the default property of an
+/// object does.
+bool RoutineCompiler::mayRunDefault(const Expression& expression) const {
+  const Binding* binding = bindName(unwrapped(expression));
+  return binding && isVariable(*binding) && script_.valuesRunCode();
+}
+
 /// `s = s & a & b` adds to s what it lacks.
 bool RoutineCompiler::appendToVariable(const Expression& target, const Expression& value) {
-  const Binding* binding = bindName(target);
-  if (!binding || !isVariable(*binding)) return false;
+  const auto variable = variableOf(target);
+  if (!variable) return false;
   auto [first, parts] = concatenationOf(value);
-  if (parts.empty() || !isSameName(*first, target)) return false;
+  const auto left = variableOf(*first);
+  const bool isSame = left && left->kind == variable->kind && left->index == variable->index;
+  if (parts.empty() || !isSame) return false;
   const Temporaries temporaries(*this);
-  const Register variable = binding->kind == Binding::Kind::Register ? binding->index : kNoRegister;
-  const bool disturbed = anyDisturbs(parts, variable);
+  // Nothing but this routine reaches its own variables; a parameter may stand for any.
+  const bool isOwn = variable->kind == Binding::Kind::Register && !isMain_ &&
+                     variable->index >= routine_.parameterCount;
+  const bool runsDefault =
+      parts.size() > 1 &&
+      std::any_of(parts.begin(), parts.end(), [&](auto* part) { return mayRunDefault(*part); });
+  const bool disturbed =
+      anyDisturbs(parts, isOwn ? variable->index : kNoRegister) || (!isOwn && runsDefault);
   Register before = kNoRegister;
   if (disturbed) {
     before = newTemporary();
@@ -94,7 +123,7 @@ bool RoutineCompiler::isSamePlainIndex(const Expression& a, const Expression& b)
   return binding && isVariable(*binding) && isSameName(a, b);
 }
 
-/// `t(i) = t(i) & a & b`, where nothing that is added can change t or i.
+/// `t(i) = t(i) & a & b`
 bool RoutineCompiler::appendToElement(const CallExpression& target, const Expression& value) {
   const Binding* array = bindName(*target.callee);
   if (!array || !isVariable(*array) || target.arguments.size() != 1 || !target.arguments[0]) {
@@ -111,18 +140,39 @@ bool RoutineCompiler::appendToElement(const CallExpression& target, const Expres
   const bool isSame = isSameName(*element.callee, *target.callee) &&
                       element.arguments.size() == 1 && element.arguments[0] &&
                       isSamePlainIndex(*element.arguments[0], index);
-  if (!isSame || anyDisturbs(parts, kNoRegister)) return false;
-  for (const Binding* variable : {array, bindName(index)}) {
-    const bool inRegister = variable && variable->kind == Binding::Kind::Register;
-    if (inRegister && anyDisturbs(parts, variable->index)) return false;
-  }
+  if (!isSame) return false;
 
   const Temporaries temporaries(*this);
+  const Register before = newTemporary();
+  compileTo(*first, before);
   const Register tail = tailOf(std::move(parts));
   const Register at = operand(index);
   const Register place = placeOf(*target.callee);
-  noteOperand(*target.callee);
-  emit(Opcode::AppendElement, place, at, tail);
+  emit(Opcode::AppendElement, place, at, before);
+  emitWord(Instruction::fromPair(tail, 0));
+  noteElement(*target.callee, target.arguments);
+  emit(Opcode::SetElement, place, at, before);
+  return true;
+}
+
+/// `o.t = o.t & a & b`
+bool RoutineCompiler::appendToMember(const MemberExpression& target, const Expression& value) {
+  auto [first, parts] = concatenationOf(value);
+  if (parts.empty() || first->kind != ExpressionKind::Member) return false;
+  const auto& member = static_cast<const MemberExpression&>(*first);
+  const bool isSame = member.name.id == target.name.id &&
+                      (target.object ? member.object && isSameName(*member.object, *target.object)
+                                     : !member.object && !withs_.empty());
+  if (!isSame) return false;
+
+  const Temporaries temporaries(*this);
+  const Register before = newTemporary();
+  compileTo(*first, before);
+  const Register tail = tailOf(std::move(parts));
+  const Register object = objectOperand(target);
+  emit(Opcode::AppendMember, object, before, tail);
+  noteObject(target);
+  emitMember(Opcode::PutMember, object, before, 0, target.name);
   return true;
 }
 

@@ -78,6 +78,8 @@ class ScriptCompiler {
   /// Whether scripts may have a variable of this name all the same.
   static bool isOfLibrary(const Binding& binding, std::string_view lower);
   std::uint32_t nameIndex(const Identifier& name);
+  /// Of a text that only errors show.
+  std::uint32_t nameIndex(std::string shown);
   bool parameterIsReadOnly(const Identifier& callee, std::size_t position);
   bool isReplaceable() const { return lateNames_; }
 
@@ -113,6 +115,7 @@ class ScriptCompiler {
   bool keepsVariableNames_ = false;
   std::vector<Binding> resolved_;           ///< by name
   std::vector<std::uint32_t> nameIndexes_;  ///< by name; 0: none yet, else index + 1
+  NameMap<std::uint32_t> shownIndexes_;     ///< of texts that only errors show
   std::vector<PendingRoutine> pending_;
 };
 
@@ -174,6 +177,7 @@ class RoutineCompiler {
   std::uint32_t constantIndex(const Value& value);
   void loadConstant(Register target, const Value& value);
   void noteOperand(const Expression& expression);
+  void noteElement(const Expression& array, const std::vector<ExpressionPtr>& indexes);
   void beginStatement(SourcePosition position);
 
   // Expressions (compile_expressions.cpp).
@@ -206,6 +210,9 @@ class RoutineCompiler {
   std::size_t compileConstantWrites(const Block& block, std::size_t first);
   bool appendToVariable(const Expression& target, const Expression& value);
   bool appendToElement(const CallExpression& target, const Expression& value);
+  bool appendToMember(const MemberExpression& target, const Expression& value);
+  std::optional<Binding> variableOf(const Expression& expression) const;
+  bool mayRunDefault(const Expression& expression) const;
   bool isSamePlainIndex(const Expression& a, const Expression& b) const;
   Register tailOf(std::vector<const Expression*> parts);
   bool anyDisturbs(const std::vector<const Expression*>& parts, Register variable) const;

@@ -142,6 +142,7 @@ class Machine {
   bool getMember(const Instruction* pc, Value* base);
   bool putMember(const Instruction* pc, Value* base);
   bool putMemberArguments(const Instruction* pc, Value* base);
+  bool appendMember(const Instruction* pc, Value* base);
   bool callValue(const Instruction* pc, Value* base);
   bool lateCall(const Instruction* pc, Value* base);
   bool newObject(const Instruction* pc, Value* base);
@@ -160,8 +161,14 @@ class Machine {
                   std::size_t used);
   Object& objectIn(const Value& holder, const Instruction* pc) const;
   const Name& nameIn(const MemberCache& cache) const;
+  const Routine& checkedRoutine(const Routine* routine, std::size_t arguments,
+                                const MemberCache& cache, const Instruction* pc) const;
   const Routine& current(const Routine& routine) const;
+  OperandName operandName(const Instruction* pc) const;
+  const std::string& shownName(std::uint32_t name) const;
   [[noreturn]] void throwNamed(ErrorCode code, const Instruction* pc) const;
+  [[noreturn]] void throwMember(ErrorCode code, const MemberCache& cache,
+                                const Instruction* pc) const;
 
   // What instructions mean where it is not simple (machine_values.cpp).
   using BinaryFunction = Value (*)(const Value&, const Value&);
@@ -203,12 +210,13 @@ class Machine {
   void getElement2(const Instruction* pc, Value* base);
   void getElementMany(const Instruction* pc, Value* base);
   Value elementValue(Value& holder, Args indexes, const Instruction* pc);
+  [[noreturn]] void throwSubscript(Args indexes, const Instruction* pc) const;
   void setElement(const Instruction* pc, Value* base);
   void setElement2(const Instruction* pc, Value* base);
   void setElementMany(const Instruction* pc, Value* base, bool isSet);
   void storeElement(Value& holder, Args indexesAndValue, bool isSet, const Instruction* pc);
-  static Value* textElement(Value& holder, Value& index);
-  void appendElement(const Instruction* pc, Value* base);
+  static Value* textElement(Value& holder, const Value& index, const Value& before);
+  bool appendElement(const Instruction* pc, Value* base);
   void elementRef(const Instruction* pc, Value* base, bool locks);
 
   // Code as text (machine_dynamic.cpp).
@@ -266,6 +274,16 @@ inline bool needsCare(const Value& value) {
       (1u << static_cast<unsigned>(Type::Array)) | (1u << static_cast<unsigned>(Type::Reference)) |
       (1u << static_cast<unsigned>(Type::ArrayLock));
   return (kMask >> static_cast<unsigned>(value.type())) & 1u;
+}
+
+/// The field of a script's object that a place in the code uses, when its cache knows the class;
+/// else null.
+[[gnu::always_inline]] inline Value* cachedField(const Value& holder, const MemberCache& cache) {
+  if (!holder.isObject() || !holder.asObject()) return nullptr;
+  Object* object = holder.asObject();
+  if (cache.scriptClass == 0 || object->scriptClass() != cache.scriptClass) return nullptr;
+  if (cache.member->kind != ClassMember::Kind::Field) return nullptr;
+  return static_cast<ScriptObject*>(object)->fields() + cache.member->slot;
 }
 
 }  // namespace vbs

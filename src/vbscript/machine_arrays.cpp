@@ -35,16 +35,10 @@ Indexes extentsOf(Args bounds) {
   return extents;
 }
 
-std::size_t byteIndex(const ArrayRep& array, const Indexes& indexes) {
-  const bool inside = indexes.count == 1 && indexes.numbers[0] >= 0 &&
-                      static_cast<std::size_t>(indexes.numbers[0]) < array.count;
-  if (!inside) throwError(ErrorCode::SubscriptOutOfRange);
-  return static_cast<std::size_t>(indexes.numbers[0]);
-}
-
-Value* existing(Value* element) {
-  if (!element) throwError(ErrorCode::SubscriptOutOfRange);
-  return element;
+bool isInside(const ArrayRep& array, const Indexes& indexes) {
+  if (array.elementType != Type::Byte) return array.at(indexes.span()) != nullptr;
+  return indexes.count == 1 && indexes.numbers[0] >= 0 &&
+         static_cast<std::size_t>(indexes.numbers[0]) < array.count;
 }
 
 }  // namespace
@@ -86,14 +80,26 @@ void Machine::erase(const Instruction* pc, Value* base) {
 
 // ---- Reading ----
 
+/// Error 9 that shows a single index: the name of its variable, or what it is worth.
+void Machine::throwSubscript(Args indexes, const Instruction* pc) const {
+  constexpr auto kCode = ErrorCode::SubscriptOutOfRange;
+  const OperandName operand = operandName(pc);
+  if (operand.index != kNoName) throwError(kCode, shownName(operand.index));
+  if (indexes.size() != 1) throwError(kCode);
+  const Value& index = indexes.front().deref();
+  const std::string text = toString(index).narrow();
+  throwError(kCode, index.isString() ? "[string: \"" + text + "\"]" : "[number: " + text + ']');
+}
+
 /// An element, or what an object gives when it is called with the indexes.
 Value Machine::elementValue(Value& holder, Args indexes, const Instruction* pc) {
   const Value& direct = holder.deref();
   if (direct.isArray()) {
     const ArrayRep& array = *direct.asArray();
     const Indexes at = indexesOf(indexes);
-    if (array.elementType == Type::Byte) return array.element(byteIndex(array, at));
-    return *existing(array.at(at.span()));
+    if (!isInside(array, at)) throwSubscript(indexes, pc);
+    if (array.elementType != Type::Byte) return *array.at(at.span());
+    return array.element(static_cast<std::size_t>(at.numbers[0]));
   }
   if (!direct.isObject()) throwNamed(ErrorCode::TypeMismatch, pc);
   Object& object = objectIn(direct, pc);
@@ -140,11 +146,10 @@ void Machine::storeElement(Value& holder, Args indexesAndValue, bool isSet, cons
   if (direct.isArray()) {
     const Indexes at = indexesOf(indexes);
     if (isSet && !value.deref().isObject()) throwNamed(ErrorCode::ObjectRequired, pc);
-    ArrayRep* array = direct.asArray();
+    const ArrayRep* array = direct.asArray();
     if (array->elementType == Type::Byte) throwError(ErrorCode::TypeMismatch);
-    existing(array->at(at.span()));  // before a clone is made in vain
-    array = direct.writableArray();
-    Value* element = existing(array->at(at.span()));
+    if (!isInside(*array, at)) throwSubscript(indexes, pc);
+    Value* element = direct.writableArray()->at(at.span());
     if (isSet) {
       *element = taken(value, true);
     } else {
@@ -182,33 +187,37 @@ void Machine::setElementMany(const Instruction* pc, Value* base, bool isSet) {
   if (pc->aIsTemporary() && needsCare(base[pc->a])) release(base[pc->a]);
 }
 
-/// The text that an array or a collection has under this index and that may grow where it is, or
+/// Where an array or a collection holds a text under this index, if that is still `before`; or
 /// null.
-Value* Machine::textElement(Value& holder, Value& index) {
+Value* Machine::textElement(Value& holder, const Value& index, const Value& before) {
   Value& direct = holder.deref();
+  Value* place = nullptr;
   if (direct.isObject() && direct.asObject()) {
-    Value* item = direct.asObject()->itemPlace(index);
-    return item && item->isString() ? item : nullptr;
+    place = direct.asObject()->itemPlace(index);
+  } else if (direct.isArray() && (index.is(Type::Integer) || index.is(Type::Long))) {
+    place = direct.asArray()->at(index.asInt());
+    if (place && stillHolds(*place, before)) place = direct.writableArray()->at(index.asInt());
   }
-  if (!direct.isArray() || direct.asArray()->elementType == Type::Byte) return nullptr;
-  const Indexes at = indexesOf({&index, 1});
-  if (!existing(direct.asArray()->at(at.span()))->isString()) return nullptr;
-  return direct.writableArray()->at(at.span());
+  return place && stillHolds(*place, before) ? place : nullptr;
 }
 
-void Machine::appendElement(const Instruction* pc, Value* base) {
-  std::array<Value, 2> values = {taken(base[pc->b], pc->bIsTemporary()), Value()};
-  const Value tail = taken(base[pc->c], pc->cIsTemporary());
-  // An object's default member could do anything to the array.
-  Value* const text = tail.isObject() ? nullptr : textElement(base[pc->a], values[0]);
-  if (text) {
-    appendTo(*text, tail);
-  } else {
-    values[1] = elementValue(base[pc->a], {values.data(), 1}, pc);
-    appendTo(values[1], tail);
-    storeElement(base[pc->a], values, false, pc);
+bool Machine::appendElement(const Instruction* pc, Value* base) {
+  const auto tail = static_cast<std::uint16_t>(pc[1].low());
+  const bool tailIsTemporary = tail >= fp_->routine->firstTemporary;
+  const Value added = taken(base[tail], tailIsTemporary);
+  Value& before = base[pc->c];
+  // The default value of an object may take code that changes the array.
+  Value* const place =
+      added.isObject() ? nullptr : textElement(base[pc->a], base[pc->b].deref(), before);
+  if (!place) {
+    appendTo(before, added);
+    return false;
   }
+  release(before);
+  appendTo(*place, added);
   if (pc->aIsTemporary() && needsCare(base[pc->a])) release(base[pc->a]);
+  if (pc->bIsTemporary() && needsCare(base[pc->b])) release(base[pc->b]);
+  return true;
 }
 
 /// The element stays in place as long as the reference is used: at once, or until the lock goes.
@@ -219,7 +228,7 @@ void Machine::elementRef(const Instruction* pc, Value* base, bool locks) {
   Value result;
   if (holder.isArray() && holder.asArray()->elementType != Type::Byte) {
     const Indexes at = indexesOf(indexes);
-    existing(holder.asArray()->at(at.span()));
+    if (!isInside(*holder.asArray(), at)) throwSubscript(indexes, pc);
     ArrayRep* array = holder.writableArray();
     result = Value::reference(array->at(at.span()));
     if (locks) {

@@ -1,6 +1,7 @@
 #include "vbscript/convert.h"
 #include "vbscript/library/library.h"
 #include "vbscript/machine.h"
+#include "vbscript/operators.h"
 
 namespace vbs {
 
@@ -48,11 +49,19 @@ void Machine::poll() {
   throw RunStopped{};
 }
 
-void Machine::throwNamed(ErrorCode code, const Instruction* pc) const {
+OperandName Machine::operandName(const Instruction* pc) const {
   const Routine& routine = *fp_->routine;
-  const auto name = routine.operandNameAt(static_cast<std::uint32_t>(pc - routine.code.data()));
-  if (!name) throwError(code);
-  throwError(code, routine.program->names[*name].text);
+  return routine.operandNameAt(static_cast<std::uint32_t>(pc - routine.code.data()));
+}
+
+const std::string& Machine::shownName(std::uint32_t name) const {
+  return fp_->routine->program->names[name].text;
+}
+
+void Machine::throwNamed(ErrorCode code, const Instruction* pc) const {
+  const OperandName operand = operandName(pc);
+  if (operand.name == kNoName) throwError(code);
+  throwError(code, shownName(operand.name));
 }
 
 Object& Machine::objectIn(const Value& holder, const Instruction* pc) const {
@@ -166,26 +175,32 @@ const Name& Machine::nameIn(const MemberCache& cache) const {
   return fp_->routine->program->names[cache.name];
 }
 
-MemberId Machine::findMember(Object& object, MemberCache& cache, const Instruction*) {
+/// With the object before the member's name: "o.Member".
+void Machine::throwMember(ErrorCode code, const MemberCache& cache, const Instruction* pc) const {
+  const OperandName object = operandName(pc);
+  const std::string& member = nameIn(cache).text;
+  throwError(code, object.name == kNoName ? member : shownName(object.name) + '.' + member);
+}
+
+MemberId Machine::findMember(Object& object, MemberCache& cache, const Instruction* pc) {
   const void* shape = object.shape();
   if (shape && shape == cache.shape) return cache.id;
-  const Name& name = nameIn(cache);
-  const MemberId id = object.findMember(name.lower);
-  if (id == kNoMember) throwError(ErrorCode::NoPropertyOrMethod, name.text);
+  const MemberId id = object.findMember(nameIn(cache).lower);
+  if (id == kNoMember) throwMember(ErrorCode::NoPropertyOrMethod, cache, pc);
   cache.shape = shape;
   cache.id = id;
   return id;
 }
 
 const ClassMember* Machine::findScriptMember(Object& object, MemberCache& cache,
-                                             const Instruction*) {
+                                             const Instruction* pc) {
   if (cache.scriptClass == object.scriptClass()) return cache.member;
   const ClassMember* member = static_cast<ScriptObject&>(object).type()->find(nameIn(cache).lower);
   const bool hidden =
       member &&
       (member->kind == ClassMember::Kind::Field || member->kind == ClassMember::Kind::Constant) &&
       member->isPrivate;
-  if (!member || hidden) throwError(ErrorCode::NoPropertyOrMethod, nameIn(cache).text);
+  if (!member || hidden) throwMember(ErrorCode::NoPropertyOrMethod, cache, pc);
   cache.scriptClass = object.scriptClass();
   cache.member = member;
   return member;
@@ -193,21 +208,26 @@ const ClassMember* Machine::findScriptMember(Object& object, MemberCache& cache,
 
 namespace {
 
-/// The routine that reads the member, or error 438.
-const Routine& reader(const ClassMember& member, const Name& name) {
-  if (!member.get || member.getIsPrivate) throwError(ErrorCode::NoPropertyOrMethod, name.text);
-  return *member.get;
+/// The routine that reads the member, or null.
+const Routine* reader(const ClassMember& member) {
+  return member.getIsPrivate ? nullptr : member.get;
 }
 
-/// The routine that a Let or Set of the member calls, or error 438.
-const Routine& writer(const ClassMember& member, bool isSet, const Name& name) {
-  const Routine* routine = isSet ? member.set : member.let;
-  const bool isPrivate = isSet ? member.setIsPrivate : member.letIsPrivate;
-  if (!routine || isPrivate) throwError(ErrorCode::NoPropertyOrMethod, name.text);
-  return *routine;
+/// The routine that a Let or Set of the member calls, or null.
+const Routine* writer(const ClassMember& member, bool isSet) {
+  if (isSet) return member.setIsPrivate ? nullptr : member.set;
+  return member.letIsPrivate ? nullptr : member.let;
 }
 
 }  // namespace
+
+/// The routine behind a member, which must be there and take so many arguments.
+const Routine& Machine::checkedRoutine(const Routine* routine, std::size_t arguments,
+                                       const MemberCache& cache, const Instruction* pc) const {
+  if (!routine) throwMember(ErrorCode::NoPropertyOrMethod, cache, pc);
+  if (arguments != routine->parameterCount) throwMember(ErrorCode::WrongArgumentCount, cache, pc);
+  return *routine;
+}
 
 bool Machine::callMember(const Instruction* pc, Value* base) {
   Value& holder = base[pc->b];
@@ -229,7 +249,7 @@ bool Machine::callMember(const Instruction* pc, Value* base) {
     finishCall(pc, base, std::move(result), &holder, count + 1);
     return false;
   }
-  const Routine& routine = reader(member, nameIn(cache));
+  const Routine& routine = checkedRoutine(reader(member), count, cache, pc);
   adjustArguments(routine, arguments, count);
   fp_->pc = pc + 2;
   enter(routine, arguments, pc->a);
@@ -256,8 +276,7 @@ bool Machine::getMember(const Instruction* pc, Value* base) {
     put(pc, base, std::move(result));
     return false;
   }
-  const Routine& routine = reader(member, nameIn(cache));
-  if (routine.parameterCount != 0) throwError(ErrorCode::WrongArgumentCount, nameIn(cache).text);
+  const Routine& routine = checkedRoutine(reader(member), 0, cache, pc);
   fp_->pc = pc + 2;
   enterMethod(routine, stackTop(), pc->a, object);
   if (pc->bIsTemporary()) release(holder);
@@ -291,8 +310,7 @@ bool Machine::putMember(const Instruction* pc, Value* base) {
     raisePending();
     return false;
   }
-  const Routine& routine = writer(member, isSet, nameIn(cache));
-  if (routine.parameterCount != 1) throwError(ErrorCode::WrongArgumentCount, nameIn(cache).text);
+  const Routine& routine = checkedRoutine(writer(member, isSet), 1, cache, pc);
   Value* top = stackTop();
   if (top + routine.registerCount > stackEnd_) stackOverflow();
   Value value = taken(source, pc->bIsTemporary());
@@ -325,7 +343,7 @@ bool Machine::putMemberArguments(const Instruction* pc, Value* base) {
     raisePending();
     return false;
   }
-  const Routine& routine = writer(member, isSet, nameIn(cache));
+  const Routine& routine = checkedRoutine(writer(member, isSet), count, cache, pc);
   adjustArguments(routine, arguments, count);
   fp_->pc = pc + 2;
   enter(routine, arguments, kNoRegister);
@@ -333,14 +351,30 @@ bool Machine::putMemberArguments(const Instruction* pc, Value* base) {
   return true;
 }
 
+/// Lets a text grow where it is: in a field that still holds what was read from it before.
+bool Machine::appendMember(const Instruction* pc, Value* base) {
+  const Value& holder = base[pc->a].deref();
+  Value& before = base[pc->b];
+  const Value added = taken(base[pc->c], pc->cIsTemporary());
+  Value* const field = cachedField(holder, *pc[2].pointer<MemberCache>());
+  // The default value of an object may take code that changes the field.
+  if (!field || added.isObject() || !stillHolds(*field, before)) {
+    appendTo(before, added);
+    return false;
+  }
+  release(before);
+  appendTo(*field, added);
+  if (pc->aIsTemporary()) release(base[pc->a]);
+  return true;
+}
+
 Value Machine::invokeMember(ScriptObject& object, const ClassMember& member, CallKind kind,
                             Args args) {
-  const Name name{member.lower, member.lower};
   const bool isPut = kind == CallKind::Let || kind == CallKind::Set;
   if (member.kind != ClassMember::Kind::Field) {
-    const Routine& routine =
-        isPut ? writer(member, kind == CallKind::Set, name) : reader(member, name);
-    return callRoutine(routine, &object, args);
+    const Routine* routine = isPut ? writer(member, kind == CallKind::Set) : reader(member);
+    if (!routine) throwError(ErrorCode::NoPropertyOrMethod, member.lower);
+    return callRoutine(*routine, &object, args);
   }
   Value& field = object.fields()[member.slot];
   if (!isPut) {

@@ -222,15 +222,6 @@ template <class Numbers>
   return true;
 }
 
-/// The fields of a script's object when the cache of the place knows its class, else null.
-[[gnu::always_inline]] inline Value* cachedField(const Value& holder, const MemberCache& cache) {
-  if (!holder.isObject() || !holder.asObject()) return nullptr;
-  Object* object = holder.asObject();
-  if (cache.scriptClass == 0 || object->scriptClass() != cache.scriptClass) return nullptr;
-  if (cache.member->kind != ClassMember::Kind::Field) return nullptr;
-  return static_cast<ScriptObject*>(object)->fields() + cache.member->slot;
-}
-
 }  // namespace
 
 // The loop handles no exceptions itself: its calls are so many that finding a handler among them
@@ -513,7 +504,12 @@ Or:
   VBS_DELEGATE(ConcatenateMany, 1, concatenateMany(pc, base))
   VBS_DELEGATE(Append, 1, append(pc, base))
   VBS_DELEGATE(AppendSaved, 1, appendSaved(pc, base))
-  VBS_DELEGATE(AppendElement, 1, appendElement(pc, base))
+AppendElement:
+  if (VBS_SLOW(appendElement(pc, base))) VBS_NEXT(2 + 1);
+  VBS_NEXT(2);
+AppendMember:
+  if (VBS_SLOW(appendMember(pc, base))) VBS_NEXT(1 + 2);
+  VBS_NEXT(1);
 
   // ---- Comparing and jumping ----
 

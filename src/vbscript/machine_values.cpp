@@ -184,30 +184,17 @@ void Machine::concatenateMany(const Instruction* pc, Value* base) {
 void Machine::append(const Instruction* pc, Value* base) {
   Value& target = base[pc->a].deref();
   Value& tail = base[pc->b].deref();
-  if (&target == &tail) {
-    const Value copy = tail;
-    appendTo(target, copy);
-  } else {
-    appendTo(target, tail);
-  }
+  appendTo(target, tail);
   if (pc->aIsTemporary()) release(base[pc->a]);
   if (pc->bIsTemporary() && needsCare(base[pc->b])) release(base[pc->b]);
+  raisePending();
 }
 
 void Machine::appendSaved(const Instruction* pc, Value* base) {
-  Value& target = base[pc->a].deref();
-  Value saved = std::move(base[pc->b]);
-  const bool unchanged = target.isString() && saved.isString() && target.stringRep() &&
-                         target.stringRep() == saved.stringRep();
-  if (unchanged) {
-    saved = Value();
-    appendTo(target, base[pc->c].deref());
-  } else {
-    appendTo(saved, base[pc->c].deref());
-    let(target, saved);
-  }
+  appendToEarlier(base[pc->a], std::move(base[pc->b]), base[pc->c]);
   if (pc->aIsTemporary()) release(base[pc->a]);
   if (pc->cIsTemporary() && needsCare(base[pc->c])) release(base[pc->c]);
+  raisePending();
 }
 
 // ---- Comparisons ----
@@ -331,9 +318,7 @@ bool Machine::jumpCompareSlow(const Instruction* pc, Value* base, Opcode op, con
 }
 
 bool Machine::truth(const Instruction* pc, Value* base) {
-  const Value value = taken(base[pc->a], pc->aIsTemporary());
-  const Value direct = value.isObject() ? plainValue(value) : value;
-  return !direct.isNull() && toBoolean(direct);
+  return isTrue(taken(base[pc->a], pc->aIsTemporary()));
 }
 
 // ---- Loops ----

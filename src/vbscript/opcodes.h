@@ -66,7 +66,12 @@
   X(ConcatenateMany, "rrn", "a = the texts of c registers from b on, joined")                     \
   X(Append, "rr", "a = a & b, in place where possible")                                           \
   X(AppendSaved, "rrr", "a = b & c, in place when a still holds b, its earlier value")            \
-  X(AppendElement, "rrr", "element b of a = itself & c, in place where possible")                 \
+  X(AppendElement, "rrr r",                                                                       \
+    "Element b of a grows by the register and the next operation is skipped when it "             \
+    "still holds c; else c = c & register")                                                       \
+  X(AppendMember, "rrr",                                                                          \
+    "The field that the next operation puts to grows by c and that is skipped, when "             \
+    "object a's still holds b; else b = b & c")                                                   \
   X(Equal, "rrr", "a = (b = c)")                                                                  \
   X(NotEqual, "rrr", "a = (b <> c)")                                                              \
   X(Less, "rrr", "a = (b < c)")                                                                   \

@@ -44,4 +44,9 @@ bool isSame(const Value& left, const Value& right);
 /// Adds the text of `tail` to `target`, in place when nobody else holds its body.
 void appendTo(Value& target, const Value& tail);
 
+/// Whether `place` still holds the very text that was read from it before.
+bool stillHolds(const Value& place, const Value& before);
+/// `target` becomes `before & tail`, in place when it still holds `before`, its earlier value.
+void appendToEarlier(Value& target, Value before, const Value& tail);
+
 }  // namespace vbs

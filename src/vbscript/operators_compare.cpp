@@ -162,16 +162,32 @@ Value concatenateAll(std::span<const Value> operands) {
 
 void appendTo(Value& target, const Value& tail) {
   Value& home = target.deref();
-  if (!home.isString()) {
-    home = concatenate(home, tail);
-    return;
+  const Value& plain = tail.deref();
+  if (plain.isObject()) {
+    // Its default value may take code that changes the target.
+    return appendToEarlier(home, home, plain);
   }
+  if (!home.isString() || &plain == &home) {
+    home = concatenate(home, plain);
+  } else {
+    appendText(*TakenText(home), plain);
+  }
+}
+
+bool stillHolds(const Value& place, const Value& before) {
+  return place.isString() && before.isString() && place.stringRep() &&
+         place.stringRep() == before.stringRep();
+}
+
+void appendToEarlier(Value& target, Value before, const Value& tail) {
   const Operand plain(tail);
-  if (&*plain == &home) {
-    home = concatenate(home, tail);
-    return;
+  if (stillHolds(target.deref(), before)) {
+    before = Value();
+    appendTo(target, *plain);
+  } else {
+    appendTo(before, *plain);
+    target.deref() = std::move(before);
   }
-  appendText(*TakenText(home), *plain);
 }
 
 }  // namespace vbs

@@ -94,15 +94,31 @@ TEST(Bytecode, TextsGrowInPlace) {
 
 TEST(Bytecode, TextsInArraysGrowInPlace) {
   EXPECT_EQ(code("a(i) = a(i) & x"),
-            "AppendElement r0 r1 r2\n"
+            "GetElement t0 r0 r1\n"
+            "AppendElement r0 r1 t0 r2\n"
+            "SetElement r0 r1 t0\n"
             "Halt\n");
   EXPECT_EQ(code("a(\"k\") = a(\"k\") & x"),
-            "LoadConstant t0 \"k\"\n"
-            "AppendElement r0 t0 r1\n"
+            "LoadConstant t1 \"k\"\n"
+            "GetElement t0 r0 t1\n"
+            "LoadConstant t1 \"k\"\n"
+            "AppendElement r0 t1 t0 r1\n"
+            "SetElement r0 t1 t0\n"
             "Halt\n");
   EXPECT_EQ(code("a(i) = a(j) & x").find("AppendElement"), std::string::npos);
   EXPECT_EQ(code("a(1) = a(2) & x").find("AppendElement"), std::string::npos);
   EXPECT_EQ(code("a(i) = b(i) & x").find("AppendElement"), std::string::npos);
+}
+
+TEST(Bytecode, TextsInFieldsGrowInPlace) {
+  EXPECT_EQ(code("o.t = o.t & x"),
+            "GetMember t0 r0 .t\n"
+            "AppendMember r0 t0 r1\n"
+            "PutMember r0 t0 0 .t\n"
+            "Halt\n");
+  for (const char* other : {"o.t = o.u & x", "o.t = p.t & x", "o.t = x & o.t", "o.t = o.t + x"}) {
+    EXPECT_EQ(code(other).find("AppendMember"), std::string::npos) << other;
+  }
 }
 
 TEST(Bytecode, ConstantTextsAreJoinedWhenCompiled) {
