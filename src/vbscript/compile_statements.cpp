@@ -178,6 +178,14 @@ void RoutineCompiler::compileFor(const ForStatement& statement) {
   hiddenInUse_ = outside;
 }
 
+/// Whether the expression is a local variable that the routine never writes or passes on.
+bool RoutineCompiler::isOnlyRead(const Expression& expression) const {
+  const Binding* binding = bindName(expression);
+  if (!binding || binding->kind != Binding::Kind::Register || isMain_) return false;
+  constexpr unsigned kUses = Mentions::kAssigned | Mentions::kReDimmed | Mentions::kPassed;
+  return (mentions_.flags(static_cast<const NameExpression&>(expression).name.id) & kUses) == 0;
+}
+
 void RoutineCompiler::compileForEach(const ForEachStatement& statement) {
   const std::uint16_t outside = hiddenInUse_;
   const Register walk = hidden();
@@ -190,9 +198,11 @@ void RoutineCompiler::compileForEach(const ForEachStatement& statement) {
     const Temporaries temporaries(*this);
     emit(Opcode::Clear, walk);
     variable = loopVariable(statement.variable, statement.position);
-    const Register collection = operand(*statement.collection);
+    const bool isPlace = variableOf(*statement.collection).has_value();
+    const Register collection =
+        isPlace ? placeOf(*statement.collection) : operand(*statement.collection);
     noteOperand(*statement.collection);
-    emit(Opcode::ForEachPrepare, walk, collection);
+    emit(Opcode::ForEachPrepare, walk, collection, isOnlyRead(*statement.collection));
     jumpTo(next);
   }
   loops_.push_back({ExitKind::For, &exit, outside});

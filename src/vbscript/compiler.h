@@ -298,6 +298,7 @@ class RoutineCompiler {
   void compileCaseTest(Register subject, const Expression& value, Label& body);
   void compileFor(const ForStatement& statement);
   void compileForEach(const ForEachStatement& statement);
+  bool isOnlyRead(const Expression& expression) const;
   void compileDo(const DoStatement& statement);
   void compileExit(const ExitStatement& statement);
   void compileWith(const WithStatement& statement);

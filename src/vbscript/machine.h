@@ -189,6 +189,7 @@ class Machine {
   void put(const Instruction* pc, Value* base, Value result);
   void putSlow(Value& target, Value result);
   void plain(const Instruction* pc, Value* base);
+  static void checkAssignable(const Value& variable);
   void let(Value& target, const Value& source);
   void letFrom(Value& target, Value& source, bool isTemporary);
   void set(Value& target, Value& source, bool isTemporary, const Instruction* pc);

@@ -45,9 +45,9 @@ bool isInside(const ArrayRep& array, const Indexes& indexes) {
 
 void Machine::dimArray(const Instruction* pc, Value* base) {
   const Indexes extents = extentsOf({base + pc->b, pc->c});
-  ArrayRep* array = ArrayRep::create(extents.span());
-  array->fixed = pc->c > 0;
-  base[pc->a].deref() = Value::array(array);
+  Value& variable = base[pc->a].deref();
+  variable = Value::array(ArrayRep::create(extents.span()));
+  if (pc->c > 0) variable.fixArray();
   if (pc->aIsTemporary()) release(base[pc->a]);
 }
 
@@ -56,10 +56,11 @@ void Machine::reDim(const Instruction* pc, Value* base, bool preserve) {
   const Indexes extents = extentsOf(bounds);
   clearRange(base + pc->b, base + pc->b + pc->c);
   Value& variable = base[pc->a].deref();
-  if (!variable.isArray() && !variable.isEmpty()) throwNamed(ErrorCode::TypeMismatch, pc);
-  if (variable.isArray()) {
-    const ArrayRep& array = *variable.asArray();
-    if (array.fixed || array.locks > 0) throwError(ErrorCode::ArrayLocked);
+  if (variable.isFixedArray() || (variable.isArray() && variable.asArray()->locks > 0)) {
+    throwError(ErrorCode::ArrayLocked);
+  }
+  if (preserve && !variable.isArray() && !variable.isEmpty()) {
+    throwNamed(ErrorCode::TypeMismatch, pc);
   }
   if (preserve && variable.isArray()) {
     std::vector<Value> cut;

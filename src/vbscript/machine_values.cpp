@@ -8,45 +8,57 @@ namespace vbs {
 
 // ---- Storing ----
 
-/// A variable takes the default value of an object; a temporary takes anything as it is.
+namespace {
+
+/// What a variable gets of a value: of an object its default value, of an array whose elements may
+/// be written through references a copy.
+Value assigned(Value value) {
+  if (value.isObject()) return plainValue(value);
+  if (value.isArray() && value.asArray()->locks > 0) return Value::array(value.asArray()->clone());
+  return value;
+}
+
+}  // namespace
+
+/// A temporary takes anything as it is.
 void Machine::put(const Instruction* pc, Value* base, Value result) {
   Value& target = base[pc->a];
-  if (result.isObject() && !pc->aIsTemporary()) result = plainValue(result);
+  if (!pc->aIsTemporary()) result = assigned(std::move(result));
   if (needsCare(target)) return putSlow(target, std::move(result));
   new (&target) Value(std::move(result));
 }
 
 void Machine::putSlow(Value& target, Value result) {
+  checkAssignable(target);
   target.deref() = std::move(result);
   raisePending();
 }
 
+void Machine::checkAssignable(const Value& variable) {
+  if (variable.deref().isFixedArray()) throwError(ErrorCode::TypeMismatch);
+}
+
 void Machine::let(Value& target, const Value& source) {
-  const Value& from = source.deref();
-  if (from.isObject()) {
-    target.deref() = plainValue(from);
-  } else if (from.isArray() && from.asArray()->fixed) {
-    target.deref() = Value::array(from.asArray()->clone());
-  } else {
-    target.deref() = from;
-  }
+  checkAssignable(target);
+  target.deref() = assigned(source.deref());
   raisePending();
 }
 
 void Machine::letFrom(Value& target, Value& source, bool isTemporary) {
-  const bool moves = isTemporary && !source.isObject() && !source.is(Type::Reference) &&
-                     !(source.isArray() && source.asArray()->fixed);
+  const bool moves = isTemporary && !source.isObject() && !source.is(Type::Reference);
   if (!moves) {
     let(target, source);
     if (isTemporary) release(source);
     return;
   }
-  target.deref() = std::move(source);
+  checkAssignable(target);
+  target.deref() = assigned(std::move(source));
   raisePending();
 }
 
 void Machine::set(Value& target, Value& source, bool isTemporary, const Instruction* pc) {
   if (!source.deref().isObject()) throwNamed(ErrorCode::ObjectRequired, pc);
+  checkAssignable(target);
   target.deref() = taken(source, isTemporary);
   raisePending();
 }
@@ -398,21 +410,32 @@ bool Machine::forLoopSlow(const Instruction* pc, Value* base) {
 }
 
 void Machine::forEachPrepare(const Instruction* pc, Value* base) {
-  Value collection = taken(base[pc->b], pc->bIsTemporary());
-  if (collection.isObject()) {
-    Object& object = objectIn(collection, pc);
-    hold(base[pc->a], Value::adopt(new Walk(object.enumerate())));
-    return;
+  Value& variable = base[pc->b].deref();
+  const bool onlyRead = pc->c != 0;
+  const bool isPlace = base[pc->b].is(Type::Reference) || !(pc->bIsTemporary() || onlyRead);
+  if (isPlace && variable.isArray()) {
+    // The loop sees what its body assigns to elements.
+    ArrayRep* const array = variable.writableArray();
+    hold(base[pc->a], Value::arrayLock(array));
+    ++array->locks;
+  } else {
+    Value collection = variable;
+    if (collection.isObject()) {
+      Object& object = objectIn(collection, pc);
+      collection = Value::adopt(new Walk(object.enumerate()));
+    } else if (!collection.isArray()) {
+      throwError(ErrorCode::NotACollection);
+    }
+    hold(base[pc->a], std::move(collection));
   }
-  if (!collection.isArray()) throwError(ErrorCode::NotACollection);
-  hold(base[pc->a], std::move(collection));
+  if (pc->bIsTemporary()) release(base[pc->b]);
   hold(base[pc->a + 1], Value::longInt(0));
 }
 
 bool Machine::forEachNext(const Instruction* pc, Value* base) {
   const Value& walk = base[pc->b];
   Value item;
-  if (walk.isArray()) {
+  if (walk.isArray() || walk.is(Type::ArrayLock)) {
     const auto index = static_cast<std::size_t>(base[pc->b + 1].asInt());
     if (index >= walk.asArray()->count) return false;
     item = walk.asArray()->element(index);

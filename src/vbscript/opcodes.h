@@ -97,7 +97,9 @@
   X(JumpGreaterOrEqualConstant, "rks W", "Jumps when (a >= literal) is flag c")                   \
   X(ForPrepare, "rrr W", "Variable a starts at c, limit b, step b+1; jumps when it is past")      \
   X(ForLoop, "rr- W", "Variable a one step on; jumps back while it is not past limit b")          \
-  X(ForEachPrepare, "rr", "a and a+1 walk the array or collection b")                             \
+  X(ForEachPrepare, "rrs",                                                                        \
+    "a and a+1 walk array or collection b; the array of a variable that may be "                  \
+    "written (flag c: is not) is locked")                                                         \
   X(ForEachNext, "rr- W", "Variable a = the next item of walk b; jumps back while there is one")  \
   X(DimArray, "rrn", "a becomes a fixed array with the c bounds from b on; none: dynamic")        \
   X(ReDim, "rrn", "Array a gets the c bounds from b on")                                          \

@@ -61,9 +61,9 @@ Ref<ScriptObject> ScriptObject::create(Machine& machine, const ScriptClass& type
   for (const auto& array : type.arrays) {
     std::vector<std::int32_t> extents(array.bounds);
     for (auto& extent : extents) ++extent;
-    ArrayRep* body = ArrayRep::create(extents);
-    body->fixed = !extents.empty();
-    object->fields()[array.slot] = Value::array(body);
+    Value& field = object->fields()[array.slot];
+    field = Value::array(ArrayRep::create(extents));
+    if (!extents.empty()) field.fixArray();
   }
   return object;
 }

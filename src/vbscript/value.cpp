@@ -155,7 +155,6 @@ ArrayRep* Value::writableArray() {
   ArrayRep* rep = payload_.a;
   if (rep->references > 1) {
     payload_.a = rep->clone();
-    payload_.a->fixed = rep->fixed;
     --rep->references;
   }
   return payload_.a;

@@ -46,7 +46,6 @@ struct ArrayRep {
 
   std::uint32_t references = 1;
   std::uint32_t locks = 0;         ///< For Each loops and element references; ReDim then fails (10)
-  bool fixed = false;              ///< declared with bounds: ReDim fails (10)
   Type elementType = Type::Empty;  ///< Byte for byte arrays from components, else Empty (Variant)
   std::uint8_t rank = 0;           ///< dimensions; 0: not dimensioned yet
   std::uint32_t vectorCount = 0;   ///< elements when there is one dimension of Variants, else 0
@@ -62,8 +61,7 @@ struct ArrayRep {
   static ArrayRep* fromValues(std::vector<Value> values);
   static ArrayRep* fromBytes(std::string_view contents);
 
-  /// The element row copied; one reference, no locks, not fixed: what `b = a` puts into b must be
-  /// open to ReDim, so assigning a fixed array takes a clone where others share the body.
+  /// The element row copied; one reference, no locks.
   ArrayRep* clone() const;
   /// For ReDim Preserve: the array with a new last extent, elements kept where they still have a
   /// place. Consumes the caller's reference to `rep`, and moves the row when it was the only one.
@@ -110,6 +108,7 @@ class Value {
     const Payload payload = other.payload_;
     Value old(std::move(*this));  // released last: its end may run script code that reads *this
     type_ = type;
+    fixed_ = false;
     payload_ = payload;
     return *this;
   }
@@ -118,6 +117,7 @@ class Value {
     const Payload payload = other.payload_;
     Value old(std::move(*this));
     type_ = type;
+    fixed_ = false;
     payload_ = payload;
     return *this;
   }
@@ -196,8 +196,12 @@ class Value {
   }
   Object* asObject() const { return payload_.o; }
   ArrayRep* asArray() const { return payload_.a; }
-  /// The array's body, cloned first (as fixed as it was) when somebody else holds it too.
+  /// The array's body, cloned first when somebody else holds it too.
   ArrayRep* writableArray();
+  /// Whether this is the array of a variable declared with bounds: it can't be resized (error 10)
+  /// or replaced (13). Copies are like any array.
+  bool isFixedArray() const { return isArray() && fixed_; }
+  void fixArray() { fixed_ = true; }
   Value* target() const { return payload_.v; }
 
   /// The value behind a reference, or this value.
@@ -242,6 +246,7 @@ class Value {
   void drop();  ///< gives up the counted payload; leaves the tag as it was
 
   Type type_;
+  bool fixed_ = false;  ///< means something for arrays only
   union Payload {
     std::int64_t currency;
     std::int32_t i;

@@ -44,11 +44,12 @@ void eraseArray(Value& variable) {
   Value& target = variable.deref();
   if (!target.isArray()) throwError(ErrorCode::TypeMismatch);
   if (target.asArray()->locks > 0) throwError(ErrorCode::ArrayLocked);
-  const bool fixed = target.asArray()->fixed;
+  const bool fixed = target.isFixedArray();
   const auto extents = target.asArray()->extents();
-  Value empty = Value::array(ArrayRep::create(fixed ? extents : extents.subspan(extents.size())));
-  empty.asArray()->fixed = fixed;
-  target = std::move(empty);
+  ArrayRep* empty = ArrayRep::create(fixed ? extents : extents.subspan(extents.size()));
+  const Value old(std::move(target));  // the end of its elements may run script code
+  target = Value::array(empty);
+  if (fixed) target.fixArray();
 }
 
 }  // namespace vbs

@@ -158,3 +158,101 @@ End Sub
 Dim a(1)
 S a
 Echo a(0)                      '> x
+
+'=== elements of all kinds of arrays by reference
+Sub S(x): x = "changed": End Sub
+Function F(x): x = "by function": F = True: End Function
+Class Holder
+  Private list(1), rows
+  Public Function Own
+    rows = Array(Array("row"))
+    S list(1)
+    S rows(0)(0)
+    Own = list(1) & " " & rows(0)(0)
+  End Function
+End Class
+Dim a(1, 1), b, i
+S a(1, 0)
+Echo a(1, 0)                   '> changed
+b = Array(Array(1, 2), 3)
+i = 1
+S b(0)(i)
+Echo b(0)(1), b(0)(0)          '> changed 1
+If F(b(i)) Then Echo b(1)      '> by function
+Echo (New Holder).Own          '> changed changed
+
+'=== items of a dictionary and whatever a dot gives are passed as values
+Class Holder
+  Public Field, List
+  Public Sub Inside
+    S Me.Field
+    Echo Field
+    S Field
+    Echo Field
+  End Sub
+End Class
+Sub S(x): x = "changed": End Sub
+Dim d, h
+Set d = CreateObject("Scripting.Dictionary")
+d("k") = "kept"
+S d("k")
+Echo d("k")                    '> kept
+S d.Item("k")
+Echo d("k")                    '> kept
+Set h = New Holder
+h.Field = "kept"
+h.List = Array("kept")
+S h.Field
+S h.List(0)
+Echo h.Field, h.List(0)        '> kept kept
+With h
+  S .Field
+  Echo .Field                  '> kept
+End With
+h.Inside
+'> kept
+'> changed
+
+'=== an element keeps its place while it is passed
+Dim a()
+Sub S(x)
+  On Error Resume Next
+  ReDim a(9)
+  Failed
+  x = "set"
+End Sub
+ReDim a(1)
+S a(1)                         '> 10
+Echo a(1)                      '> set
+
+'=== a copy made while an element is passed stays as it was
+Dim a, v
+Sub S(x)
+  Dim own
+  v = a
+  own = a
+  x = "set"
+  Echo v(0), own(0), a(0)
+End Sub
+a = Array("kept")
+S a(0)                         '> kept kept set
+
+'=== an argument in parentheses is a copy, of an array too
+Sub S(x): x(0) = "changed": End Sub
+Dim a: a = Array("kept")
+S (a)
+Echo a(0)                      '> kept
+Call S((a))
+Echo a(0)                      '> kept
+S a
+Echo a(0)                      '> changed
+
+'=== ByVal and ByRef mixed, with an element and a property of the same thing
+Sub Both(ByVal v, ByRef r)
+  v = v & "!": r = r & v
+End Sub
+Dim a: a = Array("x", "y")
+Both a(0), a(1)
+Echo a(0), a(1)                '> x yx!
+Both a(0), a(0)
+Echo a(0)                      '> xx!

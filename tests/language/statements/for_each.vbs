@@ -83,3 +83,117 @@ Dim x, t
 Set t = New Thing
 For Each x In t                '! 451
 Next
+
+'=== what the body assigns to elements the loop comes to
+Dim a, x, i, s
+a = Array(1, 2, 3)
+For Each x In a
+  i = i + 1
+  If i < 3 Then a(i) = "set" & i
+  s = s & x & " "
+Next
+Echo Trim(s)                   '> 1 set1 set2
+
+'=== the same in a procedure, a field and a copied array
+Class Holder
+  Public List
+  Public Function Walk
+    Dim x
+    For Each x In List
+      List(1) = "set"
+      Walk = Walk & x
+    Next
+  End Function
+End Class
+Function Walk(list)
+  Dim x
+  For Each x In list
+    list(1) = "set"
+    Walk = Walk & x
+  Next
+End Function
+Dim a, b, h
+a = Array(1, 2, 3)
+b = a
+Echo Walk(a)                   '> 1set3
+Echo b(1)                      '> 2
+Set h = New Holder
+h.List = b
+Echo h.Walk                    '> 1set3
+Echo b(1)                      '> 2
+
+'=== an array keeps its size as long as it is walked
+Dim a, x
+a = Array(1, 2)
+On Error Resume Next
+For Each x In a
+  ReDim Preserve a(5)
+  Failed
+  Erase a
+  Failed
+Next
+'> 10
+'> 10
+'> 10
+'> 10
+ReDim Preserve a(5)
+Failed                         '> no error
+Echo UBound(a)                 '> 5
+For Each x In a
+  Exit For
+Next
+ReDim a(1)
+Failed                         '> no error
+Sub Leaves(list)
+  Dim x
+  For Each x In list
+    Exit Sub
+  Next
+End Sub
+Leaves a
+ReDim a(2)
+Failed                         '> no error
+
+'=== an error that leaves a loop gives the array free
+Dim a: a = Array(1, 2)
+Sub Fails(list)
+  Dim x
+  For Each x In list
+    x = 1 / 0
+  Next
+End Sub
+On Error Resume Next
+Fails a
+Failed                         '> 11
+ReDim a(7)
+Echo UBound(a)                 '> 7
+
+'=== the variable of the array may get another value meanwhile
+Dim a, x, s
+a = Array(1, 2, 3)
+For Each x In a
+  a = "other"
+  s = s & x
+Next
+Echo s, a                      '> 123 other
+
+'=== one array walked twice at a time
+Dim a, x, y, s
+a = Array(1, 2)
+For Each x In a
+  For Each y In a
+    s = s & x & y & " "
+  Next
+Next
+Echo Trim(s)                   '> 11 12 21 22
+
+'=== elements that are objects, changed through the variable
+Class Box
+  Public V
+End Class
+Dim a(1), b
+Set a(0) = New Box: Set a(1) = New Box
+For Each b In a
+  b.V = "set"
+Next
+Echo a(0).V, a(1).V            '> set set

@@ -153,13 +153,15 @@ TEST_F(NumberFunctionTest, Bounds) {
 
 TEST_F(NumberFunctionTest, EraseEmptiesFixedAndFreesDynamicArrays) {
   Value array = call("array", 1, 2);
-  array.asArray()->fixed = true;
+  array.fixArray();
   Value copy = array;
+  EXPECT_FALSE(copy.isFixedArray());
   eraseArray(array);
+  EXPECT_TRUE(array.isFixedArray());
   EXPECT_EQ(run("ubound", array), "Long 1");
   EXPECT_TRUE(array.asArray()->at(0)->isEmpty());
   EXPECT_EQ(copy.asArray()->at(0)->asInt(), 1);
-  array.asArray()->fixed = false;
+  array = Value(array);
   eraseArray(array);
   EXPECT_EQ(run("ubound", array), "error 9");
   ++copy.asArray()->locks;
