@@ -35,6 +35,7 @@ void RoutineCompiler::compileMain(const Block& body) {
   beginFrame(isMain_ ? kMaxGlobals : variableCount_);
   beginStatement({1, 1});
   dimArrays();
+  if (script_.context().outer) setOuterConstants();
   compileBlock(body);
   finish({1, 1});
 }
@@ -83,7 +84,8 @@ void RoutineCompiler::declareOuterVariables() {
     const auto found =
         std::find_if(outer.variables.begin(), outer.variables.end(),
                      [&](const Routine::Variable& v) { return v.lower == name->lower; });
-    const bool declares = (mentions_.flags(name->id) & Mentions::kDeclared) != 0;
+    constexpr unsigned kDeclares = Mentions::kDeclared | Mentions::kConstant;
+    const bool declares = (mentions_.flags(name->id) & kDeclares) != 0;
     const bool isNew = found == outer.variables.end();
     if (isNew && !declares && resolveUndeclared(*name).kind != Binding::Kind::Register) continue;
     addVariable(*name);
@@ -95,10 +97,18 @@ void RoutineCompiler::declareOuterVariables() {
   if (routine_.owner) routine_.me = variableCount_++;
 }
 
+/// What Const declares in a text that runs within a routine stays known to that routine.
+void RoutineCompiler::setOuterConstants() {
+  for (const auto* constant : mentions_.constants()) {
+    loadConstant(bind(constant->name).index, constant->value);
+  }
+}
+
 void RoutineCompiler::declareVariables() {
   const bool globalScope =
       &routine_ == &script_.program().main() && script_.context().inGlobalScope;
-  if (!globalScope) {
+  // Constants that a text adds to the routine around it are variables there: see setOuterConstants.
+  if (!globalScope && !script_.context().outer) {
     for (const auto* constant : mentions_.constants()) {
       Binding& binding = bindings_[constant->name.id];
       if (binding.kind != Binding::Kind::Unresolved) {
@@ -107,6 +117,8 @@ void RoutineCompiler::declareVariables() {
       binding.kind = Binding::Kind::Constant;
       binding.constant = &constant->value;
     }
+  }
+  if (!globalScope) {
     for (const auto* variable : mentions_.declarations()) {
       if (bindings_[variable->name.id].kind == Binding::Kind::Unresolved) {
         addVariable(variable->name);

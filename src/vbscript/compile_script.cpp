@@ -34,12 +34,13 @@ bool isWritten(std::uint8_t flags) {
 
 }  // namespace
 
+void GlobalNames::add(const Program& program) {
+  for (const auto& [name, symbol] : program.globals) symbols_[name] = &symbol;
+}
+
 const GlobalSymbol* GlobalNames::find(std::string_view lower) const {
-  for (auto program = programs_.rbegin(); program != programs_.rend(); ++program) {
-    const auto found = (*program)->globals.find(lower);
-    if (found != (*program)->globals.end()) return &found->second;
-  }
-  return nullptr;
+  const auto found = symbols_.find(lower);
+  return found == symbols_.end() ? nullptr : found->second;
 }
 
 ScriptCompiler::ScriptCompiler(Program& program, const CompileContext& context,
@@ -97,6 +98,11 @@ void ScriptCompiler::noteDynamicCode(const Mentions& mentions) {
   }
 }
 
+/// What code that ran before has under the name, or null.
+const GlobalSymbol* ScriptCompiler::knownSymbol(std::string_view lower) const {
+  return context_.known ? context_.known->find(lower) : nullptr;
+}
+
 void ScriptCompiler::declare(const Identifier& name, GlobalSymbol symbol) {
   program_.globals[std::string(name.lower)] = std::move(symbol);
 }
@@ -114,6 +120,7 @@ void ScriptCompiler::declareRoutines(const Script& script) {
     GlobalSymbol symbol;
     symbol.kind = GlobalSymbol::Kind::Class;
     symbol.scriptClass = &addClass(tree);
+    if (knownSymbol(tree.name.lower)) failCompile(kNameRedefined, tree.position);
     declare(tree.name, std::move(symbol));
   }
 }
@@ -211,13 +218,17 @@ void ScriptCompiler::declareVariables(const Mentions& mentions) {
     GlobalSymbol symbol;
     symbol.kind = GlobalSymbol::Kind::Constant;
     symbol.constant = constant->value;
+    if (knownSymbol(constant->name.lower)) failCompile(kNameRedefined, constant->position);
     declare(constant->name, std::move(symbol));
   }
   for (const auto* variable : mentions.declarations()) {
     const std::string_view lower = variable->name.lower;
     if (program_.globals.contains(lower)) failCompile(kNameRedefined, variable->position);
-    const GlobalSymbol* known = context_.known ? context_.known->find(lower) : nullptr;
+    const GlobalSymbol* known = knownSymbol(lower);
     if (known && known->kind == GlobalSymbol::Kind::Variable) continue;
+    if (known && known->kind != GlobalSymbol::Kind::Routine) {
+      failCompile(kNameRedefined, variable->position);
+    }
     GlobalSymbol symbol;
     symbol.slot = newSlot(variable->position);
     declare(variable->name, std::move(symbol));
@@ -247,9 +258,8 @@ Binding ScriptCompiler::resolve(const Identifier& name) {
   Binding& known = resolved_[name.id];
   if (known.kind != Binding::Kind::Unresolved) return known;
   const auto own = program_.globals.find(name.lower);
-  const GlobalSymbol* symbol = own != program_.globals.end() ? &own->second
-                               : context_.known              ? context_.known->find(name.lower)
-                                                             : nullptr;
+  const GlobalSymbol* symbol =
+      own != program_.globals.end() ? &own->second : knownSymbol(name.lower);
   if (symbol) {
     known = bindSymbol(*symbol);
   } else {

@@ -99,6 +99,7 @@ class ScriptCompiler {
   void declareVariables(const Mentions& mentions);
   void declareImplicit(const Mentions& mentions);
   void declare(const Identifier& name, GlobalSymbol symbol);
+  const GlobalSymbol* knownSymbol(std::string_view lower) const;
   std::uint16_t newSlot(SourcePosition position);
   void noteDynamicCode(const Mentions& mentions);
   void findReadOnlyParameters();
@@ -140,6 +141,7 @@ class RoutineCompiler {
   void declareParameters(const Procedure& tree);
   void declareVariables();
   void declareOuterVariables();
+  void setOuterConstants();
   Binding resolveUndeclared(const Identifier& name);
   const Binding& bind(const Identifier& name) const { return bindings_[name.id]; }
   const Binding* bindName(const Expression& expression) const;

@@ -156,7 +156,7 @@ void Machine::endObjects() {
 CompileContext Machine::context() const {
   CompileContext context;
   context.host = host_;
-  context.known = names_.empty() ? nullptr : &names_;
+  context.known = programs_.empty() ? nullptr : &names_;
   context.firstSlot = globalsEnd_;
   return context;
 }

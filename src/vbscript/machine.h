@@ -163,7 +163,7 @@ class Machine {
   const Name& nameIn(const MemberCache& cache) const;
   const Routine& checkedRoutine(const Routine* routine, std::size_t arguments,
                                 const MemberCache& cache, const Instruction* pc) const;
-  const Routine& current(const Routine& routine) const;
+  const Routine& current(const Routine& routine);
   OperandName operandName(const Instruction* pc) const;
   const std::string& shownName(std::uint32_t name) const;
   [[noreturn]] void throwNamed(ErrorCode code, const Instruction* pc) const;

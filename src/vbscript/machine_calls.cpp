@@ -474,12 +474,14 @@ bool Machine::newObject(const Instruction* pc, Value* base) {
   return instantiate(*pc[1].pointer<const ScriptClass>(), pc, base);
 }
 
-const Routine& Machine::current(const Routine& routine) const {
-  const Routine* at = &routine;
-  for (auto found = replaced_.find(at); found != replaced_.end(); found = replaced_.find(at)) {
-    at = found->second;
+const Routine& Machine::current(const Routine& routine) {
+  const auto found = replaced_.find(&routine);
+  if (found == replaced_.end()) return routine;
+  const Routine*& newest = found->second;  // noted, so that the way there stays short
+  for (auto next = replaced_.find(newest); next != replaced_.end(); next = replaced_.find(newest)) {
+    newest = next->second;
   }
-  return *at;
+  return *newest;
 }
 
 }  // namespace vbs

@@ -65,13 +65,11 @@ class Program {
 /// The names at script level of all programs that an engine has run, the latest first.
 class GlobalNames {
  public:
-  void add(const Program& program) { programs_.push_back(&program); }
-  void remove(const Program& program) { std::erase(programs_, &program); }
+  void add(const Program& program);
   const GlobalSymbol* find(std::string_view lower) const;
-  bool empty() const { return programs_.empty(); }
 
  private:
-  std::vector<const Program*> programs_;
+  NameMap<const GlobalSymbol*> symbols_;
 };
 
 /// What surrounds a text that is compiled.
