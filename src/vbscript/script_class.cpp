@@ -11,7 +11,11 @@ namespace {
 
 /// The class of objects whose engine is gone.
 const ScriptClass& endedClass() {
-  static const ScriptClass kClass;
+  static const ScriptClass kClass = [] {
+    ScriptClass ended;
+    ended.name = "Object";
+    return ended;
+  }();
   return kClass;
 }
 

@@ -207,6 +207,27 @@ TEST_F(EngineTest, ObjectsMayOutliveTheEngine) {
   output->kept = Value();
 }
 
+TEST_F(EngineTest, ScriptsMeetObjectsOfEnginesThatAreGone) {
+  run("Class C : Public x : Public Default Property Get Value : Value = x : End Property\n"
+      "Public Sub Go : End Sub : Private Sub Class_Terminate : x = 1 / 0 : End Sub : End Class\n"
+      "Dim o : Set o = New C : o.x = \"text\" : Keep o");
+  EXPECT_EQ(run("Set o = Kept : Write TypeName(o) & IsObject(o) & (o Is Kept)"), "ObjectTrueTrue");
+  const auto attempt = [&](const std::string& statement) {
+    return run("Set o = Kept : On Error Resume Next : " + statement +
+               " : Write Err.Number & \" \" & Err.Description");
+  };
+  const std::string missing = "438 Object doesn't support this property or method";
+  EXPECT_EQ(attempt("o.Go"), missing + ": 'o.Go'");
+  EXPECT_EQ(attempt("t = o.x"), missing + ": 'o.x'");
+  EXPECT_EQ(attempt("o.x = 1"), missing + ": 'o.x'");
+  EXPECT_EQ(attempt("o.x = o.x & 1"), missing + ": 'o.x'");
+  EXPECT_EQ(attempt("t = o & 1"), missing);
+  EXPECT_EQ(attempt("t = o(1)"), missing);
+  EXPECT_EQ(attempt("o(1) = 2"), missing);
+  EXPECT_EQ(attempt("Keep Array(o, 1) : Kept()(0).Go"), missing + ": 'Kept(...)(...).Go'");
+  output->kept = Value();
+}
+
 TEST_F(EngineTest, ErrorInTerminateShowsAtTheStatementThatLetTheObjectGo) {
   run("Class C\nPrivate Sub Class_Terminate\nErr.Raise 99\nEnd Sub\nEnd Class\n"
       "Set o = New C\nSet o = Nothing\nWrite \"not\"");

@@ -25,14 +25,15 @@ class FakeHost final : public vbs::Host {
   std::chrono::milliseconds step{0};
 };
 
-/// `Write x` adds a text, `Put x` too, one or several in a call; `Keep x` holds on to a value,
-/// `Finish` ends the run as a page host does.
+/// `Write x` adds a text, `Put x` too, one or several in a call; `Keep x` holds on to a value
+/// that `Kept` gives back, `Finish` ends the run as a page host does.
 class Output final : public vbs::NativeObject<Output> {
  public:
   static std::span<const vbs::Member<Output>> members() {
     static constexpr vbs::Member<Output> kMembers[] = {
         {"write", 1, 1, &Output::write, nullptr},
         {"keep", 1, 1, &Output::keep, nullptr},
+        {"kept", 0, 0, &Output::keptValue, nullptr},
         {"finish", 0, 0, &Output::finish, nullptr},
         {"title", 0, 0, &Output::title, &Output::putTitle},
         {"call", 1, 1, &Output::call, nullptr},
@@ -60,6 +61,7 @@ class Output final : public vbs::NativeObject<Output> {
     kept = args[0].deref();
     return {};
   }
+  vbs::Value keptValue(vbs::Args) { return kept; }
   vbs::Value finish(vbs::Args) { throw vbs::ScriptError{6006, "end", {}, {}, 0, 0, 0}; }
   vbs::Value title(vbs::Args) { return vbs::Value(titleText); }
   void putTitle(vbs::Args args, vbs::CallKind) { titleText = vbs::toString(args.back()).narrow(); }

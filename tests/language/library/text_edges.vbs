@@ -1,0 +1,81 @@
+'=== InStrRev and where it starts
+Echo InStrRev("abcabc", "c", -1), InStrRev("abcabc", "bc", 5), InStrRev("abcabc", "bc", 6)   '> 6 2 5
+Echo InStrRev("abc", "", 2), InStrRev("abc", "abcd"), InStrRev("abc", "c", 2), InStrRev("abc", "a", 1)   '> 2 0 0 1
+Show InStrRev(Null, "a")       '> Null
+Show InStrRev("a", Null)       '> Null
+On Error Resume Next
+x = InStrRev("abc", "a", 0)
+Failed                         '> 5
+x = InStrRev("abc", "a", -2)
+Failed                         '> 5
+
+'=== InStr and where it starts
+Echo InStr(3, "abcabc", "abc"), InStr(5, "abcabc", "abc"), InStr(2.5, "abc", "b"), InStr(4, "abc", "")   '> 4 0 2 0
+On Error Resume Next
+x = InStr(-1, "abc", "a")
+Failed                         '> 5
+
+'=== Replace with a start and a count
+Echo Replace("aaa", "a", "b", 1, 0), Replace("aaa", "a", "b", 2, 1), Replace("aaa", "a", "b", 3)   '> aaa ba b
+Show Replace("abc", "b", "x", 10)   '> String ""
+Show Replace("abc", "b", "x", 4)    '> String ""
+Show Replace("aXa", "x", "", 1, -1, vbTextCompare)   '> String "aa"
+On Error Resume Next
+x = Replace("abc", "b", "x", -1)
+Failed                         '> 5
+x = Replace("abc", Null, "x")
+Failed                         '> 94
+
+'=== Split with a count or without a delimiter
+Dim a
+Echo UBound(Split("a,b,c", ",", 0)), UBound(Split("a,b,c", ",", 1)), UBound(Split("a,b,c", ",", 9))   '> -1 0 2
+a = Split("a,b,c", ",", 1)
+Echo a(0)                      '> a,b,c
+a = Split("a,b", "")
+Echo UBound(a), a(0)           '> 0 a,b
+a = Split(",a,", ",")
+Echo UBound(a), "[" & a(0) & "][" & a(1) & "][" & a(2) & "]"   '> 2 [][a][]
+a = Split("a  b")
+Echo UBound(a)                 '> 2
+a = Split(12.5, ".")
+Echo a(0), a(1)                '> 12 5
+
+'=== Filter
+Dim a: a = Array("Alpha", "beta", "GAMMA", 12)
+Echo Join(Filter(a, "A"), ","), Join(Filter(a, "a"), ","), Join(Filter(a, "a", True, vbTextCompare), ",")   '> Alpha,GAMMA Alpha,beta Alpha,beta,GAMMA
+Echo Join(Filter(a, "a", False, 1), ","), UBound(Filter(Array(), "x")), UBound(Filter(a, "x"))   '> 12 -1 -1
+
+'=== StrComp
+Echo StrComp("", ""), StrComp("", "a"), StrComp("a", ""), StrComp("abc", "abd"), StrComp("b", "abc")   '> 0 -1 1 -1 1
+Echo StrComp("abc", "ABC", vbTextCompare), StrComp("abc", "ABC", vbBinaryCompare), StrComp(2, "10")   '> 0 1 1
+Show StrComp(Null, Null)       '> Null
+
+'=== Mid, Left and Right beyond the end
+Show Mid("abc", 4)             '> String ""
+Show Mid("abc", 100, 5)        '> String ""
+Show Mid("abc", 3, 100)        '> String "c"
+Show Mid("", 1)                '> String ""
+Show Left("", 1)               '> String ""
+Show Right("abc", 100)         '> String "abc"
+Show Mid("abc", "2", "1")      '> String "b"
+Show Mid(12345, 2, 3)          '> String "234"
+
+'=== texts of other values
+Dim e
+Show Len(True)                 '> Long 4
+Show UCase(e)                  '> String ""
+Show LCase(True)               '> String "true"
+Show StrReverse(123)           '> String "321"
+Show Trim(5)                   '> String "5"
+Show Space("3")                '> String "   "
+Show Chr("65")                 '> String "A"
+Show Join(Array(1, Empty, "x"), "-")   '> String "1--x"
+On Error Resume Next
+x = Join("text")
+Failed                         '> 13
+x = Join(Array(Array(1)), ",")
+Failed                         '> 13
+x = StrReverse(Null)
+Failed                         '> 94
+x = Split(Null)
+Failed                         '> 94
