@@ -32,10 +32,7 @@ CallKind kindFor(std::uint16_t target) {
 
 Machine::Nesting::Nesting(Machine& machine)
     : machine_(machine), intrinsic_(std::exchange(machine.intrinsic_, nullptr)) {
-  if (++machine_.nesting_ > kMaxRuns) {
-    --machine_.nesting_;
-    throwError(ErrorCode::OutOfStackSpace);
-  }
+  ++machine_.nesting_;
 }
 
 void Machine::stackOverflow() {
@@ -95,6 +92,7 @@ void Machine::adjustArguments(const Routine& callee, Value* base, std::size_t co
 }
 
 Frame* Machine::enterHalt() {
+  if (nesting_ >= kMaxRuns) stackOverflow();  // before there are frames that nobody would leave
   Value* top = stackTop();
   enter(haltRoutine(), top, kNoRegister);
   *top = Value();

@@ -110,3 +110,14 @@ End Class
 Function Make: Set Make = New Loud: End Function
 Make                           '> gone
 Echo "after"                   '> after
+
+'=== objects that end while there is no stack left for their code
+Class Endless
+  Public Default Property Get V: V = "v" & New Endless: End Property
+  Private Sub Class_Terminate: ended = ended + 1: End Sub
+End Class
+Dim ended
+On Error Resume Next
+x = "x" & New Endless
+Failed                         '> 28
+Echo ended > 10                '> True
