@@ -115,6 +115,7 @@ Machine::~Machine() {
     if (host.object != err_.get()) host.object->release();
   }
   StackMemory::giveBack(std::move(stack_));
+  memoryMeter.release(codeBytes_);
 }
 
 void Machine::addObject(std::string_view name, Object& object, bool globalMembers) {

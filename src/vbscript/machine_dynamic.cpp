@@ -14,6 +14,13 @@ namespace {
 
 constexpr std::size_t kMaxCompiledTexts = 256;
 
+/// Compiling a character takes about as long as copying so many.
+constexpr std::size_t kWorkPerCharacter = 16;
+
+/// What code takes once it is compiled, about: whatever the text, and for each character of it.
+constexpr std::size_t kCodeBytes = 1024;
+constexpr std::size_t kCodeBytesPerCharacter = 20;
+
 /// Texts mean the same only in the same routine.
 std::string textKey(const std::string& text, bool isExpression, const Routine* outer) {
   std::string key(1, isExpression ? 'e' : 's');
@@ -29,6 +36,7 @@ std::shared_ptr<const Program> Machine::compileText(const std::string& text, boo
                                                     const Routine* outer) {
   const std::string key = textKey(text, isExpression, outer);
   if (const auto known = texts_.find(key); known != texts_.end()) return known->second;
+  countWork(text.size() * kWorkPerCharacter);
   CompileContext surroundings = context();
   surroundings.outer = outer;
   surroundings.inGlobalScope = !outer;
@@ -44,12 +52,20 @@ std::shared_ptr<const Program> Machine::compileText(const std::string& text, boo
     throw error;
   }
   if (program->definesCode || !program->globals.empty()) {
+    chargeCode(text.size());
     keep(program);
   } else {
     if (texts_.size() >= kMaxCompiledTexts) texts_.clear();
     texts_.emplace(key, program);
   }
   return program;
+}
+
+/// Code that stays until the run's objects go counts as their memory does.
+void Machine::chargeCode(std::size_t characters) {
+  const std::size_t bytes = kCodeBytes + kCodeBytesPerCharacter * characters;
+  memoryMeter.charge(bytes);
+  codeBytes_ += bytes;
 }
 
 /// The parameters of the text's main code are the variables around it, by reference.

@@ -290,7 +290,9 @@ std::optional<bool> sameText(const Value& left, const Value& right) {
   if (l == r) return true;
   if (!l || !r) return (l ? l->bytes : r->bytes) == 0;
   if (l->encoding != Encoding::Ansi || r->encoding != Encoding::Ansi) return std::nullopt;
-  return l->bytes == r->bytes && std::memcmp(l->data(), r->data(), l->bytes) == 0;
+  if (l->bytes != r->bytes) return false;
+  countWork(l->bytes);
+  return std::memcmp(l->data(), r->data(), l->bytes) == 0;
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "vbscript/time_check.h"
+
 namespace vbs {
 
 /// Counts the bytes that script values hold (strings, arrays, objects) on this thread, so that a
@@ -13,7 +15,9 @@ struct MemoryMeter {
   std::int64_t limit = INT64_MAX;  ///< `used` may not pass it; set by the running engine
 
   /// Adds `bytes`. Throws ScriptError 7 (out of memory) and counts nothing when over the limit.
+  /// What is taken is filled, too: it counts as work.
   void charge(std::size_t bytes) {
+    countWork(bytes);
     if (used + static_cast<std::int64_t>(bytes) > limit) overLimit();
     used += static_cast<std::int64_t>(bytes);
   }

@@ -154,6 +154,14 @@ struct Member {
 /// `match.SubMatches(0)`. Error 450 when it gives none.
 Value invokeResult(const Value& result, CallKind kind, Args args);
 
+/// Counts the texts that a native call may read to their ends as work.
+inline void countTexts(Args args) {
+  for (const Value& arg : args) {
+    const Value& value = arg.deref();
+    if (value.isString() && value.stringRep()) countWork(value.stringRep()->bytes);
+  }
+}
+
 /// An object whose members stand in a table: `static std::span<const Member<Self>> members()`.
 /// A wrong number of arguments is error 450, a member used in a way it has not is error 438.
 template <class Self>
@@ -177,6 +185,7 @@ class NativeObject : public Object {
   Value invoke(MemberId id, CallKind kind, Args args) override {
     const Member<Self>* member = row(id);
     if (!member) throwError(ErrorCode::NoPropertyOrMethod);
+    countTexts(args);
     const bool assigns = kind == CallKind::Let || kind == CallKind::Set;
     const std::size_t count = args.size() - (assigns ? 1 : 0);
     if (count > 0 && member->maxArgs == 0 && member->get) {

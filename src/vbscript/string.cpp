@@ -450,6 +450,7 @@ String String::joined(const String& a, const String& b) {
 }
 
 int String::compareBinary(const String& a, const String& b) {
+  countWork(std::min(a.raw().size(), b.raw().size()));
   if (a.isAnsi() && b.isAnsi()) return compareAnsi(a.raw(), b.raw());
   const std::size_t common = std::min(a.length(), b.length());
   for (std::size_t i = 0; i < common; ++i) {
@@ -467,6 +468,7 @@ int String::compareBinary(const String& a, const String& b) {
 
 int String::compareText(const String& a, const String& b) {
   const std::size_t common = std::min(a.length(), b.length());
+  countWork(common);
   int variant = 0;  // accents decide only between texts of the same letters
   for (std::size_t i = 0; i < common; ++i) {
     const char16_t unitA = a.at(i);

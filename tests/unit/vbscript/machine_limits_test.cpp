@@ -37,6 +37,45 @@ TEST_F(LimitsTest, TimeEndsARunWhateverTheScriptTraps) {
   EXPECT_EQ(run("Write \"fine\""), "fine");
 }
 
+TEST_F(LimitsTest, TimeIsLookedAtWhereEachTurnOfALoopTakesLong) {
+  constexpr std::string_view kTurns[] = {
+      "t = Replace(s, \" \", \"ab\")",
+      "t = s & \"x\"",
+      "n = InStr(s, \"b\")",
+      "b = (s = r)",
+      "b = (s < r)",
+      "n = StrComp(s, r, 1)",
+      "a = Split(s, \" \", 5)",
+      "t = UCase(s)",
+      "Output.Title = s",
+      "ReDim a(300000)",
+      "n = InStrRev(s, \"b\")",
+      "b = IsNumeric(s)",
+      "Execute \"z = 1'\" & n & s",
+  };
+  host.step = std::chrono::milliseconds(1);
+  limits.time = std::chrono::milliseconds(20);
+  for (const auto turn : kTurns) {
+    const std::string result =
+        run("Dim a(): s = Space(4200000): r = Left(s, 4199999) & \" \"\n"
+            "Do: n = n + 1: " +
+            std::string(turn) + ": Write \"*\": Loop");
+    EXPECT_TRUE(result.ends_with("<113>")) << turn << ": " << result;
+    EXPECT_LE(result.size(), 30u) << turn;
+  }
+}
+
+TEST_F(LimitsTest, CodeFromTextsIsBoundedLikeValues) {
+  limits.memoryBytes = std::int64_t{4} << 20;
+  EXPECT_EQ(run("Do : i = i + 1 : ExecuteGlobal \"Sub s\" & i & \": End Sub\" : Loop"), "<7>");
+  constexpr std::string_view kFew =
+      "For i = 1 To 100: ExecuteGlobal \"Sub s\" & i & \": End Sub\": Next";
+  EXPECT_EQ(run(kFew), "");
+  const std::int64_t before = vbs::memoryMeter.used;
+  EXPECT_EQ(run(kFew), "");
+  EXPECT_EQ(vbs::memoryMeter.used, before);
+}
+
 TEST_F(LimitsTest, EndlessRecursionIsAnError) {
   EXPECT_EQ(run("Sub S : S : End Sub : S"), "<28>");
   EXPECT_EQ(run("Function F(n) : F = F(n + 1) : End Function : x = F(1)"), "<28>");
