@@ -443,7 +443,6 @@ void Machine::putHost(const Instruction* pc, Value* base) {
 void Machine::callIntrinsic(const Instruction* pc, Value* base) {
   intrinsic_ = pc[1].pointer<const Intrinsic>();
   Value* const arguments = base + pc->b;
-  countTexts({arguments, pc->c});
   Value result = intrinsic_->call(runtime_, {arguments, pc->c});
   intrinsic_ = nullptr;
   finishCall(pc, base, std::move(result), arguments, pc->c);
@@ -452,7 +451,6 @@ void Machine::callIntrinsic(const Instruction* pc, Value* base) {
 void Machine::callIntrinsicOne(const Instruction* pc, Value* base) {
   intrinsic_ = pc[1].pointer<const Intrinsic>();
   Value& argument = base[pc->b];
-  countTexts({&argument, 1});
   Value result = intrinsic_->call(runtime_, {&argument, 1});
   intrinsic_ = nullptr;
   if (pc->bIsTemporary() && needsCare(argument)) release(argument);

@@ -154,7 +154,7 @@ struct Member {
 /// `match.SubMatches(0)`. Error 450 when it gives none.
 Value invokeResult(const Value& result, CallKind kind, Args args);
 
-/// Counts the texts that a native call may read to their ends as work.
+/// Counts the texts that a call of an object may read to their ends as work.
 inline void countTexts(Args args) {
   for (const Value& arg : args) {
     const Value& value = arg.deref();

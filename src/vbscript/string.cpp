@@ -294,6 +294,7 @@ String String::trimmed(bool front, bool back) const {
   std::size_t end = length();
   while (front && start < end && at(start) == u' ') ++start;
   while (back && end > start && at(end - 1) == u' ') --end;
+  countWork(length() - (end - start));
   return substr(start, end - start);
 }
 

@@ -21,7 +21,7 @@ inline void checkTime() {
 /// turns, which is too seldom when each turn copies or searches megabytes.
 inline void countWork(std::size_t bytes) {
   constexpr std::size_t kSmall = 4096;
-  constexpr std::size_t kBetweenChecks = std::size_t{4} << 20;
+  constexpr std::size_t kBetweenChecks = std::size_t{32} << 20;
   if (bytes < kSmall) return;
   timeCheck.counted += bytes;
   if (timeCheck.counted < kBetweenChecks) return;

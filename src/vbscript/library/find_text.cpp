@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "vbscript/time_check.h"
+
 namespace vbs {
 
 namespace {
@@ -54,22 +56,40 @@ std::size_t findLast(View text, View part, std::size_t from) {
   return found == last + 1 ? View::npos : last - found;
 }
 
+// What a search has gone through counts as work.
+
+template <class View>
+std::size_t countedFind(View text, View part, std::size_t from) {
+  const std::size_t found = find(text, part, from);
+  const std::size_t end = std::min(found, text.size());
+  countWork(end - std::min(from, end));
+  return found;
+}
+
+template <class View>
+std::size_t countedFindLast(View text, View part, std::size_t from) {
+  const std::size_t found = findLast(text, part, from);
+  const std::size_t start = found == View::npos ? 0 : found;
+  countWork(std::min(from, text.size()) - start);
+  return found;
+}
+
 }  // namespace
 
 std::size_t findText(std::string_view text, std::string_view part, std::size_t from) {
-  return find(text, part, from);
+  return countedFind(text, part, from);
 }
 
 std::size_t findText(std::u16string_view text, std::u16string_view part, std::size_t from) {
-  return find(text, part, from);
+  return countedFind(text, part, from);
 }
 
 std::size_t findLastText(std::string_view text, std::string_view part, std::size_t from) {
-  return findLast(text, part, from);
+  return countedFindLast(text, part, from);
 }
 
 std::size_t findLastText(std::u16string_view text, std::u16string_view part, std::size_t from) {
-  return findLast(text, part, from);
+  return countedFindLast(text, part, from);
 }
 
 }  // namespace vbs

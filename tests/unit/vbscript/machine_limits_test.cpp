@@ -50,18 +50,18 @@ TEST_F(LimitsTest, TimeIsLookedAtWhereEachTurnOfALoopTakesLong) {
       "Output.Title = s",
       "ReDim a(300000)",
       "n = InStrRev(s, \"b\")",
-      "b = IsNumeric(s)",
+      "t = LTrim(s)",
       "Execute \"z = 1'\" & n & s",
   };
   host.step = std::chrono::milliseconds(1);
-  limits.time = std::chrono::milliseconds(20);
+  limits.time = std::chrono::milliseconds(4);
   for (const auto turn : kTurns) {
     const std::string result =
         run("Dim a(): s = Space(4200000): r = Left(s, 4199999) & \" \"\n"
             "Do: n = n + 1: " +
             std::string(turn) + ": Write \"*\": Loop");
     EXPECT_TRUE(result.ends_with("<113>")) << turn << ": " << result;
-    EXPECT_LE(result.size(), 30u) << turn;
+    EXPECT_LE(result.size(), 50u) << turn;
   }
 }
 
