@@ -104,6 +104,7 @@ void clsHTTPParser::parse() {
     return;
   }
   if (formMethod_ == 1 && marks.body != kNowhere) {
+    formStart_ = marks.body;
     takeVariables(text.substr(marks.body), formVariables_.emplace());
   }
   if (marks.connection != kNowhere) {
@@ -202,6 +203,25 @@ std::string clsHTTPParser::RequestVar(std::string_view varID, std::int32_t varMe
     default:
       return {};
   }
+}
+
+std::vector<clsHTTPParser::Variable> clsHTTPParser::variables(Source source) const {
+  const bool ofQuery =
+      source == QueryOnly || source == QueryThenForm || (source == ByMethod && formMethod_ == 0);
+  const bool ofForm =
+      source == FormOnly || source == QueryThenForm || (source == ByMethod && formMethod_ == 1);
+  std::vector<Variable> all;
+  if (ofQuery && queryVariables_) listVariables(documentQueryString_, all);
+  if (ofForm && formVariables_) listVariables(std::string_view(data_).substr(formStart_), all);
+  return all;
+}
+
+void clsHTTPParser::listVariables(std::string_view text, std::vector<Variable>& into) const {
+  forEachAssignment(text, '&', [&](const Assignment& variable) {
+    auto value = encoder_.afDecodeURL(variable.value);
+    if (value) into.push_back({std::string(variable.name), std::move(*value)});
+    return into.size() < kMostVariables;
+  });
 }
 
 void clsHTTPParser::ClearVars() {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "support/keyed_collection.h"
 
@@ -61,6 +62,15 @@ class clsHTTPParser {
   /// The variable's value; empty when it or the source is unknown.
   std::string RequestVar(std::string_view varID, std::int32_t varMethod) const;
 
+  struct Variable {
+    std::string name;
+    std::string value;
+  };
+
+  /// The variables of the query string, of the form or of both one after the other, as they came:
+  /// a name as often as it was sent.
+  std::vector<Variable> variables(Source source) const;
+
   void ClearVars();
   void Reset();
 
@@ -78,6 +88,7 @@ class clsHTTPParser {
   void takeCookie(std::string_view name, std::string_view value);
   void takeRange(std::string_view line);
   void takeVariables(std::string_view text, Variables& into) const;
+  void listVariables(std::string_view text, std::vector<Variable>& into) const;
 
   const clsWEncode& encoder_;
   CookieJar& cookies_;
@@ -92,6 +103,7 @@ class clsHTTPParser {
   std::string documentPath_;
   std::optional<Variables> queryVariables_;
   std::optional<Variables> formVariables_;
+  std::size_t formStart_ = 0;  ///< in the request's text, when there are form variables
   std::int32_t sessionID_ = 0;
   std::int32_t formMethod_ = 0;
   bool validRequest_ = false;

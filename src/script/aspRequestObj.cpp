@@ -8,8 +8,11 @@
 #include "http/cookie_jar.h"
 #include "script/request_collection.h"
 #include "script/request_cookie.h"
+#include "script/request_values.h"
 #include "script/script_values.h"
 #include "script/server_variables.h"
+#include "support/keyed_collection.h"
+#include "support/text.h"
 #include "vbscript/convert.h"
 
 namespace {
@@ -34,9 +37,10 @@ void aspRequestObj::detach() {
 std::span<const vbs::Member<aspRequestObj>> aspRequestObj::members() {
   using Self = aspRequestObj;
   static constexpr std::array<vbs::Member<Self>, 7> kMembers{{
-      {"querystring", 0, 1, &Self::getQueryString},
-      {"form", 0, 1, &Self::getForm},
-      {"default", 0, 1, &Self::getDefault, nullptr, true},
+      {"querystring", 0, 1, &Self::getQueryString, nullptr, false, false,
+       &Self::getQueryStringObject},
+      {"form", 0, 1, &Self::getForm, nullptr, false, false, &Self::getFormObject},
+      {"default", 0, 1, &Self::getDefault, nullptr, true, false, &Self::getDefaultObject},
       {"cookies", 0, 1, &Self::getCookies},
       // For pages written for other servers, by the object's name only.
       {"servervariables", 0, 1, &Self::getServerVariables},
@@ -66,6 +70,39 @@ vbs::Value aspRequestObj::getForm(vbs::Args args) {
 vbs::Value aspRequestObj::getDefault(vbs::Args args) {
   if (!request_) return emptyText();
   return variable(args, clsHTTPParser::QueryThenForm, {});
+}
+
+vbs::Value aspRequestObj::getQueryStringObject(vbs::Args args) {
+  return variables(args, clsHTTPParser::QueryOnly, &aspRequestObj::getQueryString);
+}
+
+vbs::Value aspRequestObj::getFormObject(vbs::Args args) {
+  return variables(args, clsHTTPParser::FormOnly, &aspRequestObj::getForm);
+}
+
+vbs::Value aspRequestObj::getDefaultObject(vbs::Args args) {
+  return variables(args, clsHTTPParser::QueryThenForm, &aspRequestObj::getDefault);
+}
+
+/// Where pages written for other servers take a plain member for a collection: the variables by
+/// name, or all that one name has.
+vbs::Value aspRequestObj::variables(vbs::Args args, clsHTTPParser::Source source, Item item) {
+  const auto sent = request_ ? request_->variables(source) : std::vector<clsHTTPParser::Variable>();
+  if (!script_values::hasArgument(args, 0)) {
+    KeyedCollection<bool> known;
+    std::vector<std::string> names;
+    for (const auto& variable : sent) {
+      if (known.add(variable.name, true)) names.push_back(variable.name);
+    }
+    return collection(item, std::move(names));
+  }
+  const std::string name = script_values::text(args[0]);
+  std::vector<vbs::Value> values;
+  for (const auto& variable : sent) {
+    if (equalsNoCase(variable.name, name)) values.emplace_back(std::string_view(variable.value));
+  }
+  return script_values::objectValue(
+      vbs::make<RequestValues>((this->*item)(args), std::move(values)));
 }
 
 vbs::Value aspRequestObj::getCookies(vbs::Args args) {

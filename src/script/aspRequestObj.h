@@ -6,11 +6,11 @@
 #include <string_view>
 #include <vector>
 
+#include "http/clsHTTPParser.h"
 #include "script/header_variables.h"
 #include "vbscript/object.h"
 
 class CookieJar;
-class clsHTTPParser;
 class clsWEncode;
 struct ServerState;
 
@@ -39,6 +39,10 @@ class aspRequestObj final : public vbs::NativeObject<aspRequestObj> {
   vbs::Value getQueryString(vbs::Args args);
   vbs::Value getForm(vbs::Args args);
   vbs::Value getDefault(vbs::Args args);
+  vbs::Value getQueryStringObject(vbs::Args args);
+  vbs::Value getFormObject(vbs::Args args);
+  vbs::Value getDefaultObject(vbs::Args args);
+  vbs::Value variables(vbs::Args args, clsHTTPParser::Source source, Item item);
   vbs::Value getCookies(vbs::Args args);
   vbs::Value getServerVariables(vbs::Args args);
   vbs::Value collection(Item item, std::vector<std::string> names);

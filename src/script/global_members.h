@@ -20,6 +20,8 @@ class GlobalMembers final : public vbs::Object {
     const vbs::MemberId id = target_.findMember(lowerName);
     return id <= highest_ ? id : vbs::kNoMember;
   }
+  vbs::MemberId objectMember(vbs::MemberId id) const override { return target_.objectMember(id); }
+  bool joinsTexts(vbs::MemberId id) const override { return target_.joinsTexts(id); }
   vbs::Value invoke(vbs::MemberId id, vbs::CallKind kind, vbs::Args args) override {
     return target_.invoke(id, kind, args);
   }

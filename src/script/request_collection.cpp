@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 
+#include "script/script_values.h"
 #include "vbscript/value_walk.h"
 
 std::unique_ptr<vbs::Enumerator> RequestCollection::enumerate() {
@@ -13,15 +14,25 @@ std::unique_ptr<vbs::Enumerator> RequestCollection::enumerate() {
 
 std::span<const vbs::Member<RequestCollection>> RequestCollection::members() {
   using Self = RequestCollection;
-  static constexpr std::array<vbs::Member<Self>, 2> kMembers{{
-      {"item", 1, 1, &Self::getItem, nullptr, true},
+  static constexpr std::array<vbs::Member<Self>, 3> kMembers{{
+      {"item", 0, 1, &Self::getItem, nullptr, true},
       {"count", 0, 0, &Self::getCount},
+      {"key", 1, 1, &Self::getKey},
   }};
   return kMembers;
 }
 
+/// By name or, unlike the member itself, by number.
 vbs::Value RequestCollection::getItem(vbs::Args args) {
-  return (*request_.*item_)(args);
+  if (!script_values::hasArgument(args, 0) || args[0].deref().isString()) {
+    return (*request_.*item_)(args);
+  }
+  vbs::Value name = getKey(args);
+  return (*request_.*item_)({&name, 1});
+}
+
+vbs::Value RequestCollection::getKey(vbs::Args args) {
+  return vbs::Value(std::string_view(names_[script_values::place(args[0], names_.size())]));
 }
 
 vbs::Value RequestCollection::getCount(vbs::Args) {

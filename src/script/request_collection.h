@@ -22,6 +22,7 @@ class RequestCollection final : public vbs::NativeObject<RequestCollection> {
  private:
   vbs::Value getItem(vbs::Args args);
   vbs::Value getCount(vbs::Args);
+  vbs::Value getKey(vbs::Args args);
 
   vbs::Ref<aspRequestObj> request_;
   aspRequestObj::Item item_;

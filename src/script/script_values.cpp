@@ -74,6 +74,14 @@ CalendarTime calendarTime(double days) {
           static_cast<int>(std::chrono::weekday{day}.c_encoding())};
 }
 
+std::size_t place(const vbs::Value& number, std::size_t count) {
+  const std::int32_t wanted = vbs::toLong(number);
+  if (wanted < 1 || static_cast<std::size_t>(wanted) > count) {
+    vbs::throwError(vbs::ErrorCode::SubscriptOutOfRange);
+  }
+  return static_cast<std::size_t>(wanted) - 1;
+}
+
 double days(const CalendarTime& time) {
   const std::chrono::sys_days day{std::chrono::year{time.year} /
                                   std::chrono::month{static_cast<unsigned>(time.month)} /

@@ -22,6 +22,9 @@ void appendText(std::string& out, const vbs::Value& value);
 std::string textArgument(vbs::Args args, std::size_t index);
 bool hasArgument(vbs::Args args, std::size_t index);
 
+/// The place that a number counted from 1 means among `count`; error 9 beyond.
+std::size_t place(const vbs::Value& number, std::size_t count);
+
 /// Null becomes Nothing. Takes over the reference.
 template <class T>
 vbs::Value objectValue(vbs::Ref<T> object) {

@@ -32,17 +32,17 @@ void RoutineCompiler::assignBound(const Binding& binding, const Identifier& name
   switch (binding.kind) {
     case Kind::Register: {
       if (!isSet) return compileTo(value, binding.index);
-      const Register source = operand(value);
+      const Register source = operandAsObject(value);
       noteOperand(value);
       return emit(Opcode::SetVariable, binding.index, source);
     }
     case Kind::Global: {
-      const Register source = operand(value);
+      const Register source = isSet ? operandAsObject(value) : operand(value);
       noteOperand(value);
       return emit(isSet ? Opcode::SetGlobal : Opcode::LetGlobal, source, binding.index);
     }
     case Kind::Field: {
-      const Register source = operand(value);
+      const Register source = isSet ? operandAsObject(value) : operand(value);
       noteOperand(value);
       return emit(isSet ? Opcode::SetField : Opcode::LetField, source, binding.index, routine_.me);
     }
@@ -166,7 +166,7 @@ void RoutineCompiler::assignOwn(const ClassMember& member, const Identifier& nam
   const Temporaries temporaries(*this);
   if (member.kind == ClassMember::Kind::Field) {
     if (arguments.empty()) {
-      const Register source = operand(value);
+      const Register source = isSet ? operandAsObject(value) : operand(value);
       noteOperand(value);
       return emit(isSet ? Opcode::SetField : Opcode::LetField, source, member.slot, routine_.me);
     }

@@ -106,7 +106,7 @@ void RoutineCompiler::callValue(const Expression& callee,
   const Temporaries temporaries(*this);
   const auto locks = newLocks(arguments);
   const Register base = newTemporary();
-  compileTo(callee, base);
+  compileAsObject(callee, base);
   pushArguments(arguments, Passing::Unknown, locks);
   noteOperand(callee);
   emit(Opcode::CallValue, target, base, static_cast<unsigned>(arguments.size()));
@@ -118,7 +118,7 @@ void RoutineCompiler::getElement(const Expression& array, const std::vector<Expr
   const Temporaries temporaries(*this);
   const Binding* binding = bindName(array);
   const bool isPlace = binding && isVariable(*binding);
-  const Register base = isPlace ? placeOf(array) : operand(array);
+  const Register base = isPlace ? placeOf(array) : operandAsObject(array);
   if (indexes.size() > 2 || hasOmitted(indexes)) {
     const Register first = pushArguments(indexes, Passing::Value, {});
     noteElement(array, indexes);
@@ -261,7 +261,7 @@ MemberId RoutineCompiler::hostMember(const Binding& object, const Identifier& na
 }
 
 RoutineCompiler::Register RoutineCompiler::objectOperand(const MemberExpression& member) {
-  if (member.object) return operand(*member.object);
+  if (member.object) return operandAsObject(*member.object);
   if (!withs_.empty()) return withs_.back();
   const Register object = newTemporary();
   pushObject(member, object);
@@ -269,9 +269,53 @@ RoutineCompiler::Register RoutineCompiler::objectOperand(const MemberExpression&
 }
 
 void RoutineCompiler::pushObject(const MemberExpression& member, Register target) {
-  if (member.object) return compileTo(*member.object, target);
+  if (member.object) return compileAsObject(*member.object, target);
   if (!withs_.empty()) return emit(Opcode::Copy, target, withs_.back());
   emitThrow(ErrorCode::InvalidReference, member.name);
+}
+
+void RoutineCompiler::compileAsObject(const Expression& expression, Register target) {
+  static const std::vector<ExpressionPtr> kNone;
+  if (expression.kind == ExpressionKind::Call) {
+    const auto& call = static_cast<const CallExpression&>(expression);
+    if (callsForObject(*call.callee, call.arguments, target)) return;
+  } else if (callsForObject(expression, kNone, target)) {
+    return;
+  }
+  compileTo(expression, target);
+}
+
+/// Calls a host's member for the object that it gives in place of its plain value. False when this
+/// is no such member.
+bool RoutineCompiler::callsForObject(const Expression& callee,
+                                     const std::vector<ExpressionPtr>& arguments, Register target) {
+  const Binding* host = bindName(callee);
+  MemberId member = kNoMember;
+  if (host && host->kind == Binding::Kind::HostMember) {
+    member = host->member;
+  } else if (host && host->kind == Binding::Kind::HostObject && !arguments.empty()) {
+    member = kDefaultMember;
+  } else if (callee.kind == ExpressionKind::Member) {
+    const auto& access = static_cast<const MemberExpression&>(callee);
+    host = hostObjectOf(access);
+    if (host) member = hostMember(*host, access.name);
+  }
+  if (member == kNoMember) return false;
+  const MemberId wanted = script_.context().host[host->index].object->objectMember(member);
+  if (wanted == member) return false;
+  callHost(host->index, wanted, arguments, target);
+  return true;
+}
+
+RoutineCompiler::Register RoutineCompiler::operandAsObject(const Expression& expression) {
+  const bool isCall = expression.kind == ExpressionKind::Call ||
+                      expression.kind == ExpressionKind::Member ||
+                      (expression.kind == ExpressionKind::Name &&
+                       bindName(expression)->kind == Binding::Kind::HostMember);
+  if (!isCall) return operand(expression);
+  const Register target = newTemporary();
+  compileAsObject(expression, target);
+  return target;
 }
 
 void RoutineCompiler::noteObject(const MemberExpression& member) {

@@ -200,7 +200,7 @@ void RoutineCompiler::compileForEach(const ForEachStatement& statement) {
     variable = loopVariable(statement.variable, statement.position);
     const bool isPlace = variableOf(*statement.collection).has_value();
     const Register collection =
-        isPlace ? placeOf(*statement.collection) : operand(*statement.collection);
+        isPlace ? placeOf(*statement.collection) : operandAsObject(*statement.collection);
     noteOperand(*statement.collection);
     emit(Opcode::ForEachPrepare, walk, collection, isOnlyRead(*statement.collection));
     jumpTo(next);
@@ -271,7 +271,7 @@ void RoutineCompiler::compileWith(const WithStatement& statement) {
   {
     const Temporaries temporaries(*this);
     emit(Opcode::Clear, object);
-    const Register value = operand(*statement.object);
+    const Register value = operandAsObject(*statement.object);
     noteOperand(*statement.object);
     emit(Opcode::Hold, object, value);
   }

@@ -247,6 +247,11 @@ class RoutineCompiler {
                 Register target);
   void getElement(const Expression& array, const std::vector<ExpressionPtr>& indexes,
                   Register target);
+  /// Where the value is used as an object or as an array.
+  void compileAsObject(const Expression& expression, Register target);
+  Register operandAsObject(const Expression& expression);
+  bool callsForObject(const Expression& callee, const std::vector<ExpressionPtr>& arguments,
+                      Register target);
 
   /// How arguments go to a callee.
   enum class Passing : std::uint8_t {

@@ -63,6 +63,11 @@ class Object {
   /// it. Null: look up every time.
   virtual const void* shape() const { return nullptr; }
 
+  /// The member to use in this one's place where a script needs an object: `For Each x In o.M`,
+  /// `o.M.Count`, `Set x = o.M`. So a member can be a plain value and still have members. The same
+  /// for all objects of one shape.
+  virtual MemberId objectMember(MemberId id) const { return id; }
+
   /// Whether calling this member with one text and then with another is the same as calling it once
   /// with both joined, and can't fail in between. The same for all objects of one shape.
   virtual bool joinsTexts(MemberId) const { return false; }
@@ -147,7 +152,8 @@ struct Member {
   Value (Self::*get)(Args) = nullptr;                ///< method or property read
   void (Self::*put)(Args, CallKind kind) = nullptr;  ///< Let or Set; value is the last argument
   bool isDefault = false;
-  bool joinsTexts = false;  ///< see Object::joinsTexts
+  bool joinsTexts = false;                   ///< see Object::joinsTexts
+  Value (Self::*getObject)(Args) = nullptr;  ///< see Object::objectMember
 };
 
 /// Arguments that a property itself does not take go to the object that it gives:
@@ -177,13 +183,18 @@ class NativeObject : public Object {
     return kNoMember;
   }
 
+  MemberId objectMember(MemberId id) const override {
+    const Member<Self>* member = row(id);
+    return member && member->getObject ? id | kAsObject : id;
+  }
+
   bool joinsTexts(MemberId id) const override {
     const Member<Self>* member = row(id);
     return member && member->joinsTexts;
   }
 
   Value invoke(MemberId id, CallKind kind, Args args) override {
-    const Member<Self>* member = row(id);
+    const Member<Self>* member = row(id & ~kAsObject);
     if (!member) throwError(ErrorCode::NoPropertyOrMethod);
     countTexts(args);
     const bool assigns = kind == CallKind::Let || kind == CallKind::Set;
@@ -196,12 +207,14 @@ class NativeObject : public Object {
       throwError(ErrorCode::WrongArgumentCount);
     }
     auto& self = static_cast<Self&>(*this);
-    if (!assigns) return (self.*member->get)(args);
+    if (!assigns) return (self.*(id & kAsObject ? member->getObject : member->get))(args);
     (self.*member->put)(args, kind);
     return Value();
   }
 
  private:
+  static constexpr MemberId kAsObject = 1 << 30;
+
   static const Member<Self>* row(MemberId id) {
     const auto table = Self::members();
     if (id > 0 && static_cast<std::size_t>(id) <= table.size()) return &table[id - 1];

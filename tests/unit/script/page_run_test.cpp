@@ -283,6 +283,38 @@ TEST_F(PageRun, LetsMembersBeUsedWithoutTheirObjects) {
   EXPECT_EQ(output("<% Timeout = 7: XWrite Session.Timeout %>"), "7");
 }
 
+TEST_F(PageRun, TakesVariablesOfTheRequestForCollectionsWhereItNeedsObjects) {
+  const auto output = [this](const std::string& code) {
+    return run("<% Set d = Server.CreateObject(\"Scripting.Dictionary\")\r\n" + code + " %>",
+               "POST /p.qvs?q=1&r=2&Q=3 HTTP/1.1\r\n\r\nName=Ann+B&box=x&box=%26&name=Z&")
+        .output;
+  };
+  EXPECT_EQ(output("For Each k In Request.Form: XWrite k & \"=\" & Request.Form(k) & \";\": Next"),
+            "Name=Z;box=&;");
+  EXPECT_EQ(output("For Each v In Request.Form(\"box\"): XWrite v & \";\": Next"), "x;&;");
+  EXPECT_EQ(output("For Each k In QueryString: XWrite k & QueryString(k): Next"), "q3r2");
+  EXPECT_EQ(output("n = Request.Form.Count: XWrite n & Request.Form(\"BOX\").Count &"
+                   " Request(\"q\").Count & Request.Form(\"none\").Count"),
+            "2220");
+  EXPECT_EQ(output("XWrite Request.Form(\"box\")(1) & Request.QueryString(\"q\")(2) &"
+                   " Request(\"name\")(1)"),
+            "x3Ann B");
+  EXPECT_EQ(output("For i = 1 To Request.Form.Count: XWrite Request.Form.Key(i) &"
+                   " Request.Form.Item(i): Next"),
+            "NameZbox&");
+  EXPECT_EQ(output("Set f = Request.Form: XWrite f(\"name\") & f.Count & f"), "Z2");
+  EXPECT_EQ(output("Set v = Form(\"box\"): XWrite v & v(1)"), "&x");
+  EXPECT_EQ(output("With Request.QueryString: XWrite .Count & .Item(\"r\"): End With"), "22");
+  EXPECT_NE(output("x = Request.Form(\"box\")(3)").find("Error #9<"), std::string::npos);
+  EXPECT_NE(output("x = Request.Form(\"none\")(1)").find("Error #9<"), std::string::npos);
+
+  // Everywhere else they are texts.
+  EXPECT_EQ(output("x = Request.Form(\"box\"): d.Add Request(\"q\"), Request.Form(\"name\")\r\n"
+                   "XWrite TypeName(x) & TypeName(Request.Form) & d.Exists(\"3\") &"
+                   " TypeName(d(\"3\")) & IsObject(Request.QueryString)"),
+            "StringStringTrueStringFalse");
+}
+
 TEST_F(PageRun, LeavesTheNamesOfExtensionsToThePage) {
   EXPECT_EQ(
       output("<% status = 3: buffer = 4: write = 5: Response.Write status + buffer + write %>"),
