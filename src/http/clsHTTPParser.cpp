@@ -134,8 +134,7 @@ bool clsHTTPParser::takeRequestLine(std::string_view line) {
   std::string_view target = line.substr(targetStart, targetEnd - targetStart);
   const std::size_t question = target.find('?');
   if (question != kNowhere) {
-    documentQueryString_ = target.substr(question + 1);
-    takeVariables(documentQueryString_, queryVariables_.emplace());
+    setDocumentQueryString(std::string(target.substr(question + 1)));
     target = target.substr(0, question);
   }
   documentUrl_ = target;
@@ -145,6 +144,11 @@ bool clsHTTPParser::takeRequestLine(std::string_view line) {
   documentPath_ = documentUrl_.substr(0, title);
   validRequest_ = true;
   return true;
+}
+
+void clsHTTPParser::setDocumentQueryString(std::string text) {
+  documentQueryString_ = std::move(text);
+  takeVariables(documentQueryString_, queryVariables_.emplace());
 }
 
 void clsHTTPParser::takeVariables(std::string_view text, Variables& into) const {

@@ -51,6 +51,7 @@ class clsHTTPParser {
   void setHTTPData(std::string_view text);  ///< stores and parses
   void adoptHTTPData(std::string&& text);   ///< the same without a copy
   const std::string& DocumentQueryString() const { return documentQueryString_; }
+  void setDocumentQueryString(std::string text);  ///< and the variables in it
   const std::string& DocumentTitle() const { return documentTitle_; }
   void setDocumentTitle(std::string title) { documentTitle_ = std::move(title); }
   const std::string& DocumentUrl() const { return documentUrl_; }

@@ -158,14 +158,20 @@ ScriptPageResult RequestHandling::Answer::runPage() {
   return page;
 }
 
-/// A page whose output begins with a marker names another file to serve in its place. False when
-/// it doesn't.
+/// A page whose output begins with a marker names another file to serve in its place, which may
+/// have a query string of its own. False when it doesn't.
 bool RequestHandling::Answer::followRedirection(std::string_view output) {
   const bool isLocal = output.starts_with(kRedirectToMark);
   if (!isLocal && !output.starts_with(kRedirectMark)) return false;
   parser_.ClearVars();
   output.remove_prefix(isLocal ? kRedirectToMark.size() : kRedirectMark.size());
-  std::string goal = replaceAll(trimBlanks(output), "\\", "/");
+  std::string_view named = trimBlanks(output);
+  const std::size_t question = isLocal ? std::string_view::npos : named.find('?');
+  if (question != std::string_view::npos) {
+    parser_.setDocumentQueryString(std::string(named.substr(question + 1)));
+    named = named.substr(0, question);
+  }
+  std::string goal = replaceAll(named, "\\", "/");
   if (!isLocal && !goal.starts_with('/')) goal.insert(goal.begin(), '/');
   parser_.setDocumentTitle(std::string(paths::fileNameOf(goal)));
   parser_.setDocumentPath(std::string(paths::folderOf(goal)));

@@ -104,6 +104,23 @@ TEST_F(PageRequests, ARedirectionServesTheNamedPageInstead) {
   EXPECT_EQ(parser.RequestVar("v", 4), "");
 }
 
+TEST_F(PageRequests, ARedirectionMayHaveAQueryString) {
+  pages.page = [](const ScriptPageRequest& request) {
+    ScriptPageResult result;
+    if (request.url.ends_with("a.qvs")) {
+      result.output = kRedirect + "sub\\c.qvs?x=%2F\\&y=2?";
+      return result;
+    }
+    result.output = request.parser.DocumentQueryString();
+    for (const char* name : {"x", "y", "v"}) {
+      result.output += '|' + request.parser.RequestVar(name, clsHTTPParser::QueryOnly);
+    }
+    return result;
+  };
+  EXPECT_TRUE(ends(get("/a.qvs?v=1"), "x=%2F\\&y=2?|/\\|2?|"));
+  EXPECT_EQ(logged(), (Lines{"10.0.0.9 > GET /sub/c.qvs"}));
+}
+
 TEST_F(PageRequests, ARedirectionMayLeadToAFile) {
   firstPageGives(kRedirect + "plain.txt", "X-First: 1");
   EXPECT_EQ(get("/a.qvs"),
@@ -143,13 +160,13 @@ TEST_F(PageRequests, ARedirectionStaysInTheDocumentRootAndMayFail) {
   files.put("/srv/secret.txt", "secret");
   firstPageGives(kRedirect + "../secret.txt");
   EXPECT_EQ(get("/a.qvs"), notFoundText("secret.txt"));
-  firstPageGives(kRedirect + "b.qvs?x=1");
+  firstPageGives(kRedirectTo + "/srv/Scripts/b.qvs?x=1");
   EXPECT_EQ(get("/a.qvs"), notFoundText("b.qvs?x=1"));
   firstPageGives(kRedirect + "sub/");
   EXPECT_EQ(get("/a.qvs"), notFoundText(""));
-  EXPECT_EQ(logged(),
-            (Lines{"10.0.0.9 > NOT FOUND: /../secret.txt", "10.0.0.9 > NOT ALLOWED: /b.qvs?x=1",
-                   "10.0.0.9 > NOT ALLOWED: /sub/"}));
+  EXPECT_EQ(logged(), (Lines{"10.0.0.9 > NOT FOUND: /../secret.txt",
+                             "10.0.0.9 > NOT ALLOWED: /srv/Scripts/b.qvs?x=1",
+                             "10.0.0.9 > NOT ALLOWED: /sub/"}));
 }
 
 TEST_F(PageRequests, EndlessRedirectionsEndInTheNotFoundAnswer) {
