@@ -15,19 +15,18 @@ constexpr std::int32_t daysBeforeMonth(std::int32_t monthFromMarch) {
   return (153 * monthFromMarch + 2) / 5;
 }
 
-constexpr std::int32_t kEpoch = 693899;  ///< 30 December 1899 counted from 1 March of year 0
-constexpr std::int32_t kDaysPer400Years = 146097;
+constexpr std::int32_t kEpoch = 693899;       ///< 30 December 1899 counted from 1 March of year 0
+constexpr std::uint32_t kWeekdayOfEpoch = 3;  ///< 1 March of year 0 was a Wednesday
+constexpr std::uint32_t kDaysPer400Years = 146097;
 
 struct SplitDate {
-  std::int64_t day;
-  std::int64_t second;  ///< 0 to 86399
+  std::int32_t day;
+  std::int32_t second;  ///< 0 to 86399
 };
 
 SplitDate split(double date) {
-  const double whole = std::trunc(date);
-  auto day = static_cast<std::int64_t>(whole);
-  auto second =
-      static_cast<std::int64_t>(std::floor(std::fabs(date - whole) * kSecondsPerDay + 0.5));
+  auto day = static_cast<std::int32_t>(date);
+  auto second = static_cast<std::int32_t>(std::fabs(date - day) * kSecondsPerDay + 0.5);
   if (second >= kSecondsPerDay) {
     second -= kSecondsPerDay;
     ++day;
@@ -47,7 +46,7 @@ std::int32_t dayNumber(std::int32_t year, std::int32_t month, std::int32_t day) 
   const std::int32_t yearOfEra = shifted - era * 400;
   const std::int32_t dayOfYear = daysBeforeMonth(month > 2 ? month - 3 : month + 9) + day - 1;
   const std::int32_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
-  return era * kDaysPer400Years + dayOfEra - kEpoch;
+  return era * static_cast<std::int32_t>(kDaysPer400Years) + dayOfEra - kEpoch;
 }
 
 std::int32_t daysInMonth(std::int32_t year, std::int32_t month) {
@@ -56,22 +55,22 @@ std::int32_t daysInMonth(std::int32_t year, std::int32_t month) {
 
 DateParts dateParts(double date) {
   const auto [day, second] = split(date);
-  const std::int64_t shifted = day + kEpoch;
-  const std::int64_t era = floorDivide(shifted, kDaysPer400Years);
-  const auto dayOfEra = static_cast<std::int32_t>(shifted - era * kDaysPer400Years);
-  const std::int32_t yearOfEra =
+  const auto shifted = static_cast<std::uint32_t>(day + kEpoch);  // no date lies before it
+  const std::uint32_t era = shifted / kDaysPer400Years;
+  const std::uint32_t dayOfEra = shifted % kDaysPer400Years;
+  const std::uint32_t yearOfEra =
       (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / (kDaysPer400Years - 1)) / 365;
-  const std::int32_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+  const auto dayOfYear =
+      static_cast<std::int32_t>(dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100));
   const std::int32_t monthFromMarch = (5 * dayOfYear + 2) / 153;
   DateParts parts;
   parts.day = dayOfYear - daysBeforeMonth(monthFromMarch) + 1;
   parts.month = monthFromMarch < 10 ? monthFromMarch + 3 : monthFromMarch - 9;
-  parts.year = static_cast<std::int32_t>(era * 400) + yearOfEra + (parts.month <= 2 ? 1 : 0);
-  parts.hour = static_cast<std::int32_t>(second / 3600);
-  parts.minute = static_cast<std::int32_t>(second / 60 % 60);
-  parts.second = static_cast<std::int32_t>(second % 60);
-  // Day 0 was a Saturday.
-  parts.weekday = static_cast<std::int32_t>(day - 1 - floorDivide(day - 1, 7) * 7) + 1;
+  parts.year = static_cast<std::int32_t>(era * 400 + yearOfEra) + (parts.month <= 2 ? 1 : 0);
+  parts.hour = second / 3600;
+  parts.minute = second / 60 % 60;
+  parts.second = second % 60;
+  parts.weekday = static_cast<std::int32_t>((shifted + kWeekdayOfEpoch) % 7) + 1;
   return parts;
 }
 
@@ -84,7 +83,7 @@ double combineDate(std::int64_t days, std::int64_t seconds) {
 
 std::int64_t totalSeconds(double date) {
   const auto [day, second] = split(date);
-  return day * kSecondsPerDay + second;
+  return std::int64_t{day} * kSecondsPerDay + second;
 }
 
 }  // namespace vbs

@@ -225,8 +225,7 @@ Value weekday(Runtime&, Args args) {
   const Operand date(args[0]);
   const std::int32_t first = firstWeekdayAt(args, 1);
   if (date->isNull()) return Value::null();
-  const DateParts parts = dateParts(toDate(*date));
-  return integer(weekdayFrom(dayNumber(parts.year, parts.month, parts.day), first));
+  return integer((dateParts(toDate(*date)).weekday - first + 7) % 7 + 1);
 }
 
 Value monthName(Runtime&, Args args) {
