@@ -51,6 +51,7 @@ class SampleSite(SiteTest):
         self.browser.click("form button")
         self.browser.wait_for_text("#output", lambda text: "You sent: two\u00a0words" in text
                                    or "You sent: two words" in text)
+        self.assertIn("word, sent 1 time(s)", self.browser.text("#output"))
 
     def test_tour_of_server(self):
         self.check_tour("server", r"Version \d", r"You are 127\.0\.0\.1", r"a%20b%2Fc",
