@@ -26,7 +26,7 @@ struct SplitDate {
 
 SplitDate split(double date) {
   auto day = static_cast<std::int32_t>(date);
-  auto second = static_cast<std::int32_t>(std::fabs(date - day) * kSecondsPerDay + 0.5);
+  auto second = static_cast<std::int32_t>(std::lround(std::fabs(date - day) * kSecondsPerDay));
   if (second >= kSecondsPerDay) {
     second -= kSecondsPerDay;
     ++day;
