@@ -130,23 +130,29 @@ void RoutineCompiler::assignElement(const CallExpression& target, const Expressi
   const auto& indexes = target.arguments;
   bool simple = !isSet && (indexes.size() == 1 || indexes.size() == 2);
   for (const auto& index : indexes) simple = simple && index;
+  std::vector<Register> locks;
   if (!simple) {
     const Register first = pushArguments(indexes, Passing::Value, {});
     compileTo(value, newTemporary());
-    const Register base = placeOf(*target.callee);
+    const Register base = placeOf(*target.callee, locks);
     noteElement(*target.callee, indexes);
-    return emit(isSet ? Opcode::SetElementObject : Opcode::SetElementMany, base, first,
-                static_cast<unsigned>(indexes.size()));
+    emit(isSet ? Opcode::SetElementObject : Opcode::SetElementMany, base, first,
+         static_cast<unsigned>(indexes.size()));
+    return releaseLocks(locks);
   }
   const Register source = operandBefore(value, target, kNoRegister);
   const Register first = indexes.size() == 2 ? operandBefore(*indexes[0], *indexes[1], kNoRegister)
                                              : operand(*indexes[0]);
   const Register second = indexes.size() == 2 ? operand(*indexes[1]) : kNoRegister;
-  const Register base = placeOf(*target.callee);
+  const Register base = placeOf(*target.callee, locks);
   noteElement(*target.callee, indexes);
-  if (indexes.size() == 1) return emit(Opcode::SetElement, base, first, source);
-  emit(Opcode::SetElement2, base, first, source);
-  emitWord(Instruction::fromPair(second, 0));
+  if (indexes.size() == 1) {
+    emit(Opcode::SetElement, base, first, source);
+  } else {
+    emit(Opcode::SetElement2, base, first, source);
+    emitWord(Instruction::fromPair(second, 0));
+  }
+  releaseLocks(locks);
 }
 
 void RoutineCompiler::assignHost(unsigned object, MemberId member,

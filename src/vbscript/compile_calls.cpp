@@ -407,10 +407,12 @@ void RoutineCompiler::pushArgument(const ExpressionPtr& argument, Register targe
   const Temporaries temporaries(*this);
   const auto& call = static_cast<const CallExpression&>(*argument);
   const Register first = pushArguments(call.arguments, Passing::Value, {});
-  const Register base = placeOf(*call.callee);
+  std::vector<Register> placeLocks;
+  const Register base = placeOf(*call.callee, placeLocks);
   noteElement(*call.callee, call.arguments);
   emit(Opcode::RefElement, target, base, first);
   emitWord(Instruction::fromPair(static_cast<std::uint32_t>(call.arguments.size()), locks[lock]));
+  releaseLocks(placeLocks);
 }
 
 RoutineCompiler::Register RoutineCompiler::placeOf(const Expression& expression) {
@@ -426,9 +428,14 @@ RoutineCompiler::Register RoutineCompiler::placeOf(const Expression& expression)
       return place;
     }
   }
+  return operand(expression);
+}
+
+RoutineCompiler::Register RoutineCompiler::placeOf(const Expression& expression,
+                                                   std::vector<Register>& locks) {
   const Identifier* root = variableBelow(expression);
   const bool isElement = expression.kind == ExpressionKind::Call && root && isVariable(bind(*root));
-  return isElement ? placeOfElement(expression) : operand(expression);
+  return isElement ? placeOfElement(expression, locks) : placeOf(expression);
 }
 
 RoutineCompiler::Register RoutineCompiler::placeOfName(const Binding& binding,
@@ -445,7 +452,8 @@ RoutineCompiler::Register RoutineCompiler::placeOfName(const Binding& binding,
   return place;
 }
 
-RoutineCompiler::Register RoutineCompiler::placeOfElement(const Expression& expression) {
+RoutineCompiler::Register RoutineCompiler::placeOfElement(const Expression& expression,
+                                                          std::vector<Register>& locks) {
   std::vector<const CallExpression*> levels;
   const Expression* at = &expression;
   while (at->kind == ExpressionKind::Call) {
@@ -461,9 +469,11 @@ RoutineCompiler::Register RoutineCompiler::placeOfElement(const Expression& expr
   Register place = placeOf(*at);
   for (std::size_t i = 0; i < levels.size(); ++i) {
     const Register element = newTemporary();
+    locks.push_back(newTemporary());
     noteElement(*at, levels[i]->arguments);
-    emit(Opcode::ElementRef, element, place, indexes[i]);
-    emitWord(Instruction::fromPair(static_cast<std::uint32_t>(levels[i]->arguments.size()), 0));
+    emit(Opcode::RefElement, element, place, indexes[i]);
+    emitWord(Instruction::fromPair(static_cast<std::uint32_t>(levels[i]->arguments.size()),
+                                   locks.back()));
     place = element;
   }
   return place;

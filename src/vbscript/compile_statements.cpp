@@ -297,9 +297,11 @@ void RoutineCompiler::compileReDim(const ReDimStatement& statement) {
 void RoutineCompiler::compileErase(const EraseStatement& statement) {
   for (const auto& erased : statement.targets) {
     const Temporaries temporaries(*this);
-    const Register array = placeOf(*erased);
+    std::vector<Register> locks;
+    const Register array = placeOf(*erased, locks);
     noteOperand(*erased);
     emit(Opcode::Erase, array);
+    releaseLocks(locks);
   }
 }
 

@@ -273,8 +273,10 @@ class RoutineCompiler {
   void releaseLocks(const std::vector<Register>& locks);
   /// A register with the variable itself, or a reference to it, or failing that its value.
   Register placeOf(const Expression& expression);
+  /// The same, also for elements: their arrays are locked until the caller releases `locks`.
+  Register placeOf(const Expression& expression, std::vector<Register>& locks);
   Register placeOfName(const Binding& binding, const Identifier& name);
-  Register placeOfElement(const Expression& expression);
+  Register placeOfElement(const Expression& expression, std::vector<Register>& locks);
   bool isVariable(const Binding& binding) const;
   void pushObject(const MemberExpression& member, Register target);
   Register objectOperand(const MemberExpression& member);

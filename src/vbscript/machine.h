@@ -218,7 +218,7 @@ class Machine {
   void storeElement(Value& holder, Args indexesAndValue, bool isSet, const Instruction* pc);
   static Value* textElement(Value& holder, const Value& index, const Value& before);
   bool appendElement(const Instruction* pc, Value* base);
-  void elementRef(const Instruction* pc, Value* base, bool locks);
+  void refElement(const Instruction* pc, Value* base);
 
   // Code as text (machine_dynamic.cpp).
   void executeText(const Instruction* pc, Value* base);

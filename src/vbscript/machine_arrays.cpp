@@ -35,6 +35,14 @@ Indexes extentsOf(Args bounds) {
   return extents;
 }
 
+/// Puts default values in the place of objects. That may take script code, after which an array
+/// could be another one: it comes before any look at the array.
+void settle(Args values) {
+  for (Value& value : values) {
+    if (value.deref().isObject()) value = plainValue(value.deref());
+  }
+}
+
 bool isInside(const ArrayRep& array, const Indexes& indexes) {
   if (array.elementType != Type::Byte) return array.at(indexes.span()) != nullptr;
   return indexes.count == 1 && indexes.numbers[0] >= 0 &&
@@ -95,9 +103,10 @@ void Machine::throwSubscript(Args indexes, const Instruction* pc) const {
 /// An element, or what an object gives when it is called with the indexes.
 Value Machine::elementValue(Value& holder, Args indexes, const Instruction* pc) {
   const Value& direct = holder.deref();
+  if (direct.isArray()) settle(indexes);
   if (direct.isArray()) {
-    const ArrayRep& array = *direct.asArray();
     const Indexes at = indexesOf(indexes);
+    const ArrayRep& array = *direct.asArray();
     if (!isInside(array, at)) throwSubscript(indexes, pc);
     if (array.elementType != Type::Byte) return *array.at(at.span());
     return array.element(static_cast<std::size_t>(at.numbers[0]));
@@ -139,11 +148,7 @@ void Machine::storeElement(Value& holder, Args indexesAndValue, bool isSet, cons
   Value& direct = holder.deref();
   const Args indexes = indexesAndValue.first(indexesAndValue.size() - 1);
   Value& value = indexesAndValue.back();
-  if (direct.isArray() && !isSet && value.deref().isObject()) {
-    // What the object is worth may take script code, after which the array could be another one.
-    value = plainValue(value.deref());
-    return storeElement(holder, indexesAndValue, isSet, pc);
-  }
+  if (direct.isArray()) settle(isSet ? indexes : indexesAndValue);
   if (direct.isArray()) {
     const Indexes at = indexesOf(indexes);
     if (isSet && !value.deref().isObject()) throwNamed(ErrorCode::ObjectRequired, pc);
@@ -221,23 +226,19 @@ bool Machine::appendElement(const Instruction* pc, Value* base) {
   return true;
 }
 
-/// The element stays in place as long as the reference is used: at once, or until the lock goes.
-/// What is no array gives its value instead.
-void Machine::elementRef(const Instruction* pc, Value* base, bool locks) {
+/// The element stays in place until the lock goes. What is no array gives its value instead.
+void Machine::refElement(const Instruction* pc, Value* base) {
   const Args indexes(base + pc->c, pc[1].low());
   Value& holder = base[pc->b].deref();
+  if (holder.isArray()) settle(indexes);
   Value result;
   if (holder.isArray() && holder.asArray()->elementType != Type::Byte) {
     const Indexes at = indexesOf(indexes);
     if (!isInside(*holder.asArray(), at)) throwSubscript(indexes, pc);
     ArrayRep* array = holder.writableArray();
     result = Value::reference(array->at(at.span()));
-    if (locks) {
-      Value& lock = base[pc[1].high()];
-      release(lock);
-      new (&lock) Value(Value::arrayLock(array));
-      ++array->locks;
-    }
+    hold(base[pc[1].high()], Value::arrayLock(array));
+    ++array->locks;
   } else {
     result = elementValue(base[pc->b], indexes, pc);
   }

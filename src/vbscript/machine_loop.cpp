@@ -423,8 +423,7 @@ SetField:
   VBS_DELEGATE(
       RefField, 1,
       refer(base[pc->a], static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b]))
-  VBS_DELEGATE(RefElement, 2, elementRef(pc, base, true))
-  VBS_DELEGATE(ElementRef, 2, elementRef(pc, base, false))
+  VBS_DELEGATE(RefElement, 2, refElement(pc, base))
 
   // ---- Calculating ----
 

@@ -37,7 +37,6 @@
   X(RefElement, "rrr L",                                                                          \
     "a = reference to the element of array b at the indexes from c on, "                          \
     "the array locked as long as the lock register lives")                                        \
-  X(ElementRef, "rrr N", "a = reference to an element for immediate use, indexes from c on")      \
   X(Add, "rrr", "a = b + c")                                                                      \
   X(AddInteger, "rri", "a = b + Integer")                                                         \
   X(AddConstant, "rrk", "a = b + constant")                                                       \

@@ -8,9 +8,9 @@ namespace vbs::intrinsic {
 namespace {
 
 std::int32_t extentAt(Args args) {
+  const std::int32_t dimension = longOr(args, 1, 1);  // first: it may take code that ends the array
   const Value& array = args[0].deref();
   if (!array.isArray()) throwError(ErrorCode::TypeMismatch);
-  const std::int32_t dimension = longOr(args, 1, 1);
   const auto extents = array.asArray()->extents();
   if (dimension < 1 || static_cast<std::size_t>(dimension) > extents.size()) {
     throwError(ErrorCode::SubscriptOutOfRange);

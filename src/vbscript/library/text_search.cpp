@@ -100,12 +100,13 @@ String spliced(const String& text, const std::vector<std::uint32_t>& places, std
   return result;
 }
 
-ArrayRep& vectorAt(Args args, std::size_t index) {
-  const Value& array = args[index].deref();
+/// The array is held, because the code of a default value may end the variable's.
+Value vectorAt(Args args, std::size_t index) {
+  Value array = args[index].deref();
   if (!array.isArray()) throwError(ErrorCode::TypeMismatch);
-  ArrayRep& rep = *array.asArray();
+  const ArrayRep& rep = *array.asArray();
   if (rep.rank > 1 || rep.elementType == Type::Byte) throwError(ErrorCode::TypeMismatch);
-  return rep;
+  return array;
 }
 
 Value textArray(std::vector<Value> texts) {
@@ -187,9 +188,9 @@ Value split(Runtime&, Args args) {
 }
 
 Value join(Runtime&, Args args) {
-  ArrayRep& rep = vectorAt(args, 0);
+  const Value array = vectorAt(args, 0);
+  const ArrayRep& rep = *array.asArray();
   const String mark = given(args, 1) ? toString(args[1]) : String::ofByte(' ');
-  const Value holder = args[0].deref();  // a default value's code must not end the array
   std::size_t size = 0;
   for (std::size_t i = 0; i < rep.count; ++i) {
     const Value& item = rep.elements[i];
@@ -206,12 +207,12 @@ Value join(Runtime&, Args args) {
 }
 
 Value filter(Runtime&, Args args) {
-  ArrayRep& rep = vectorAt(args, 0);
+  const Value array = vectorAt(args, 0);
+  const ArrayRep& rep = *array.asArray();
   if (rep.rank == 0) throwError(ErrorCode::TypeMismatch);
   const String part = toString(args[1]);
   const bool include = booleanOr(args, 2, true);
   const bool ignoreCase = ignoresCase(args, 3);
-  const Value holder = args[0].deref();
   std::vector<Value> kept;
   for (std::size_t i = 0; i < rep.count; ++i) {
     const String item = toString(rep.elements[i]);

@@ -52,3 +52,51 @@ Echo arr(0)(1)                 '> v
 '=== Nothing needs Set
 Dim y
 y = Nothing                    '! 91
+
+'=== an index whose default property takes the array away
+Dim arr, one
+Class Remover
+  Public Default Property Get V : arr = Empty : V = 1 : End Property
+End Class
+Set one = New Remover
+arr = Array(1, 2)
+On Error Resume Next
+arr(one) = 2
+Echo Err.Number                '> 13
+arr = Array(1, 2)
+Echo arr(one)
+Echo Err.Number                '> 13
+
+'=== the same within an array of arrays, which stays until it is done
+Dim arr, one
+Class Remover
+  Public Default Property Get V : arr = Empty : V = 1 : End Property
+End Class
+Sub Join3(text) : text = text & 3 : End Sub
+Set one = New Remover
+arr = Array(0, Array(1, 2))
+arr(1)(one) = one
+Echo TypeName(arr)             '> Empty
+arr = Array(0, Array(1, 2))
+Join3 arr(1)(one)
+Echo TypeName(arr)             '> Empty
+arr = Array(0, Array(1, Array(2)))
+Erase arr(1)(one)
+Echo TypeName(arr)             '> Empty
+arr = Array(0, Array(1, 2))
+arr(1)(0) = 2
+ReDim arr(3)
+Echo UBound(arr)               '> 3
+
+'=== functions whose arguments take their array away
+Dim arr, one
+Class Remover
+  Public Default Property Get V : arr = Empty : V = 1 : End Property
+End Class
+Set one = New Remover
+arr = Array("a", "b1")
+Echo Join(arr, one)            '> a1b1
+arr = Array("a", "b1")
+Echo Join(Filter(arr, one))    '> b1
+arr = Array("a", "b1")
+Echo UBound(arr, one)          '! 13
