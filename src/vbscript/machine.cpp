@@ -115,7 +115,6 @@ Machine::~Machine() {
     if (host.object != err_.get()) host.object->release();
   }
   StackMemory::giveBack(std::move(stack_));
-  memoryMeter.release(codeBytes_);
 }
 
 void Machine::addObject(std::string_view name, Object& object, bool globalMembers) {
@@ -208,7 +207,7 @@ void Machine::keep(std::shared_ptr<const Program> program) {
   }
   names_.add(*program);
   globalsEnd_ = program->globalsEnd;
-  texts_.clear();
+  forgetTexts();
   programs_.push_back(std::move(program));
 }
 

@@ -227,7 +227,8 @@ class Machine {
   void bindOuterVariables(const Routine& main, Value* parameters, Frame& outer);
   std::shared_ptr<const Program> compileText(const std::string& text, bool isExpression,
                                              const Routine* outer);
-  void chargeCode(std::size_t characters);
+  void remember(const std::string& key, std::shared_ptr<const Program> text);
+  void forgetTexts();
   void getRef(const Instruction* pc, Value* base);
   void lateGet(const Instruction* pc, Value* base);
   void latePut(const Instruction* pc, Value* base);
@@ -256,9 +257,9 @@ class Machine {
   std::vector<HostObject> host_;
   GlobalNames names_;
   std::vector<std::shared_ptr<const Program>> programs_;  ///< that later code may refer to
-  std::size_t codeBytes_ = 0;  ///< charged for those that came from texts
   std::uint16_t globalsEnd_ = 0;
   NameMap<std::shared_ptr<const Program>> texts_;  ///< compiled texts that define nothing
+  std::size_t textBytes_ = 0;                      ///< of their keys
   std::unordered_map<const Routine*, const Routine*> replaced_;
 
   std::chrono::steady_clock::time_point deadline_;

@@ -12,14 +12,22 @@ namespace vbs {
 
 namespace {
 
+// Of texts that are kept in case they come again.
 constexpr std::size_t kMaxCompiledTexts = 256;
+constexpr std::size_t kMaxCompiledBytes = 256 * 1024;
 
-/// Compiling a character takes about as long as copying so many.
-constexpr std::size_t kWorkPerCharacter = 16;
-
-/// What code takes once it is compiled, about: whatever the text, and for each character of it.
+/// What code takes while it is compiled, about: whatever the text, and for each character of it.
 constexpr std::size_t kCodeBytes = 1024;
-constexpr std::size_t kCodeBytesPerCharacter = 20;
+constexpr std::size_t kCodeBytesPerCharacter = 30;
+
+/// Code from a text counts as a run's values do.
+struct ChargedProgram {
+  explicit ChargedProgram(const std::string& text)
+      : charge(kCodeBytes + kCodeBytesPerCharacter * text.size()) {}
+
+  MemoryCharge charge;
+  std::shared_ptr<const Program> program;
+};
 
 /// Texts mean the same only in the same routine.
 std::string textKey(const std::string& text, bool isExpression, const Routine* outer) {
@@ -36,14 +44,13 @@ std::shared_ptr<const Program> Machine::compileText(const std::string& text, boo
                                                     const Routine* outer) {
   const std::string key = textKey(text, isExpression, outer);
   if (const auto known = texts_.find(key); known != texts_.end()) return known->second;
-  countWork(text.size() * kWorkPerCharacter);
+  const auto charged = std::make_shared<ChargedProgram>(text);
   CompileContext surroundings = context();
   surroundings.outer = outer;
   surroundings.inGlobalScope = !outer;
   surroundings.asRoutine = true;
-  std::shared_ptr<Program> program;
   try {
-    program =
+    charged->program =
         isExpression ? compileExpression(text, surroundings) : compileScript(text, surroundings);
   } catch (const CompileError& fault) {
     ScriptError error;
@@ -51,21 +58,27 @@ std::shared_ptr<const Program> Machine::compileText(const std::string& text, boo
     error.description = fault.description;
     throw error;
   }
+  std::shared_ptr<const Program> program(charged, charged->program.get());
   if (program->definesCode || !program->globals.empty()) {
-    chargeCode(text.size());
     keep(program);
   } else {
-    if (texts_.size() >= kMaxCompiledTexts) texts_.clear();
-    texts_.emplace(key, program);
+    remember(key, program);
   }
   return program;
 }
 
-/// Code that stays until the run's objects go counts as their memory does.
-void Machine::chargeCode(std::size_t characters) {
-  const std::size_t bytes = kCodeBytes + kCodeBytesPerCharacter * characters;
-  memoryMeter.charge(bytes);
-  codeBytes_ += bytes;
+void Machine::remember(const std::string& key, std::shared_ptr<const Program> text) {
+  if (texts_.size() >= kMaxCompiledTexts || textBytes_ + key.size() > kMaxCompiledBytes) {
+    forgetTexts();
+  }
+  if (key.size() > kMaxCompiledBytes) return;
+  textBytes_ += key.size();
+  texts_.emplace(key, std::move(text));
+}
+
+void Machine::forgetTexts() {
+  texts_.clear();
+  textBytes_ = 0;
 }
 
 /// The parameters of the text's main code are the variables around it, by reference.

@@ -29,4 +29,16 @@ struct MemoryMeter {
 
 inline constinit thread_local MemoryMeter memoryMeter;
 
+/// Counts memory that stands outside of values for as long as it lives.
+class MemoryCharge {
+ public:
+  explicit MemoryCharge(std::size_t bytes) : bytes_(bytes) { memoryMeter.charge(bytes); }
+  MemoryCharge(const MemoryCharge&) = delete;
+  MemoryCharge& operator=(const MemoryCharge&) = delete;
+  ~MemoryCharge() { memoryMeter.release(bytes_); }
+
+ private:
+  std::size_t bytes_;
+};
+
 }  // namespace vbs

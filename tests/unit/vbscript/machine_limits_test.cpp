@@ -111,6 +111,7 @@ TEST_F(LimitsTest, MemoryIsBounded) {
   EXPECT_EQ(run("Class C : Public n : End Class : Set o = New C\n"
                 "Do : Set x = New C : Set x.n = o : Set o = x : Loop"),
             "<7>");
+  EXPECT_EQ(run("s = String(100000, \":\") : Execute s"), "<7>");
   EXPECT_EQ(run("On Error Resume Next : s = String(5000000, \"x\") : Write Err.Number"), "7");
   EXPECT_EQ(run("s = String(500000, \"x\") : Write Len(s)"), "500000");
 }
