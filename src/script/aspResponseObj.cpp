@@ -37,6 +37,7 @@ aspResponseObj::aspResponseObj(const clsWEncode& encoder, CookieJar& cookies, co
 
 aspResponseObj::~aspResponseObj() {
   releaseCharge();
+  vbs::memoryMeter.release(headerCharged_);
 }
 
 void aspResponseObj::releaseCharge() {
@@ -89,7 +90,8 @@ void aspResponseObj::Flush() {
 void aspResponseObj::Clear() {
   if (ended_) return;
   takeBuffer();
-  headerLines_.clear();
+  headerLines_ = {};
+  vbs::memoryMeter.release(std::exchange(headerCharged_, 0));
   contentType_.clear();
   charset_.clear();
   expires_.clear();
@@ -104,6 +106,9 @@ void aspResponseObj::AddHeader(std::string hVar, std::string_view hValue) {
   if (equalsNoCase(name, "content-type")) {
     setContentType(std::string(value));
   } else if (!value.empty()) {
+    const std::size_t bytes = name.size() + value.size();
+    vbs::memoryMeter.charge(bytes);
+    headerCharged_ += bytes;
     appendLine(headerLines_, name, value);
   }
 }
@@ -232,7 +237,7 @@ void aspResponseObj::appendBytes(const vbs::ArrayRep& array) {
 
 vbs::Value aspResponseObj::callBinaryWrite(vbs::Args args) {
   if (ended_) return {};
-  const vbs::Value& data = args[0].deref();
+  const vbs::Value data = args[0].deref();  // held: default values of its elements may take code
   if (data.isArray()) {
     appendBytes(*data.asArray());
     return {};
@@ -292,7 +297,9 @@ void aspResponseObj::putExpiresAbsolute(vbs::Args args, vbs::CallKind) {
 }
 
 void aspResponseObj::putCacheControl(vbs::Args args, vbs::CallKind) {
-  if (acceptsHeaders()) cacheControl_ = script_values::text(args.back());
+  std::string value = script_values::text(args.back());
+  const bool isOneLine = value.find_first_of("\r\n") == std::string::npos;
+  if (acceptsHeaders() && isOneLine) cacheControl_ = std::move(value);
 }
 
 vbs::Value aspResponseObj::callPics(vbs::Args args) {

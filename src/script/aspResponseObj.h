@@ -96,6 +96,7 @@ class aspResponseObj final : public vbs::NativeObject<aspResponseObj> {
   std::string buffer_;
   std::size_t charged_ = 0;  ///< bytes of buffer_ that count against the script's memory
   std::string headerLines_;
+  std::size_t headerCharged_ = 0;  ///< bytes of headerLines_, which count as well
   std::string contentType_;
   std::string charset_;
   std::string expires_;  ///< as the header line has it

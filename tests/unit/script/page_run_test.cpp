@@ -435,6 +435,15 @@ TEST_F(PageRun, RunsNoPagesFromOutsideTheDocumentRoot) {
   EXPECT_NE(output("<% Server.Execute \"bad.qvs\" %>").find("Error #11"), std::string::npos);
 }
 
+TEST_F(PageRun, WritesAnArrayThatItsElementsTakeAway) {
+  EXPECT_EQ(output("<% Class Remover\r\n"
+                   "Public Default Property Get V: list = Empty: V = 65: End Property\r\n"
+                   "End Class\r\n"
+                   "list = Array(New Remover, 66)\r\n"
+                   "Response.BinaryWrite list %>"),
+            "AB");
+}
+
 TEST_F(PageRun, BoundsPagesThatRunThemselves) {
   EXPECT_NE(output("<% Server.Execute \"p.qvs\" %>").find("Error #28"), std::string::npos);
 }

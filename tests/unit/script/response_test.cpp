@@ -182,9 +182,18 @@ TEST_F(ResponseTest, HasCustomaryMembersWithoutEffect) {
   EXPECT_EQ(getText(*response, "codepage"), "65001");
 }
 
+TEST_F(ResponseTest, CountsItsHeaderLinesAgainstTheScriptsMemory) {
+  const std::int64_t before = vbs::memoryMeter.used;
+  response->AddHeader("X", std::string(999, 'x'));
+  EXPECT_EQ(vbs::memoryMeter.used, before + 1000);
+  response->Clear();
+  EXPECT_EQ(vbs::memoryMeter.used, before);
+}
+
 TEST_F(ResponseTest, SaysHowLongThePageKeeps) {
   put(*response, "expires", values(vbs::Value::integer(-1)));
   put(*response, "cachecontrol", values("no-cache"));
+  put(*response, "cachecontrol", values("public\r\nSet-Cookie: a=b"));
   get(*response, "addheader", values("X", "1"));
   EXPECT_EQ(response->Header(),
             "X: 1\r\nExpires: Mon, 09 Mar 2026 09:59:00 GMT\r\nCache-Control: no-cache");
