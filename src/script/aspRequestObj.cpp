@@ -14,6 +14,7 @@
 #include "support/keyed_collection.h"
 #include "support/text.h"
 #include "vbscript/convert.h"
+#include "vbscript/time_check.h"
 
 namespace {
 
@@ -87,6 +88,7 @@ vbs::Value aspRequestObj::getDefaultObject(vbs::Args args) {
 /// Where pages written for other servers take a plain member for a collection: the variables by
 /// name, or all that one name has.
 vbs::Value aspRequestObj::variables(vbs::Args args, clsHTTPParser::Source source, Item item) {
+  if (request_) vbs::countWork(request_->HTTPData().size());
   const auto sent = request_ ? request_->variables(source) : std::vector<clsHTTPParser::Variable>();
   if (!script_values::hasArgument(args, 0)) {
     KeyedCollection<bool> known;

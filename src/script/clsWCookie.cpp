@@ -7,6 +7,7 @@
 #include "script/script_values.h"
 #include "support/clsWEncode.h"
 #include "vbscript/convert.h"
+#include "vbscript/time_check.h"
 
 void clsWCookie::setValue(std::string_view value) {
   if (name_.empty()) return;
@@ -17,6 +18,7 @@ void clsWCookie::setKey(std::string key, std::string value) {
   const clsCookieObj* cookie = jar_.find(name_);
   CookieKeys keys;
   if (cookie && cookie->changed()) {
+    vbs::countWork(cookie->Value().size());
     keys = parseCookieKeys(encoder_.afDecodeURL(cookie->Value()).value_or(""), encoder_);
   }
   if (std::string* known = keys.find(key)) {

@@ -8,6 +8,7 @@
 #include "script/aspRequestObj.h"
 #include "support/clsWEncode.h"
 #include "support/server_state.h"
+#include "vbscript/time_check.h"
 
 namespace {
 
@@ -99,6 +100,14 @@ TEST_F(RequestTest, GivesItsCookiesAndServerVariablesAsCollections) {
   EXPECT_EQ(getText(*variables.asObject(), "item", values("http_x_one")), "1");
   request->detach();
   EXPECT_EQ(getText(*variables.asObject(), "item", values("http_x_one")), "");
+}
+
+TEST_F(RequestTest, CountsTheReadingOfAllVariablesAsWork) {
+  receive("POST / HTTP/1.1\r\n\r\na=" + std::string(5000, 'x'));
+  const std::size_t before = vbs::timeCheck.counted;
+  const vbs::MemberId form = request->objectMember(request->findMember("form"));
+  EXPECT_TRUE(request->invoke(form, vbs::CallKind::Get, {}).isObject());
+  EXPECT_GE(vbs::timeCheck.counted, before + 5000);
 }
 
 TEST_F(RequestTest, IsEmptyWithoutARequest) {

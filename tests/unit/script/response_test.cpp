@@ -12,6 +12,7 @@
 #include "script/request_cookie.h"
 #include "support/clsWEncode.h"
 #include "vbscript/host.h"
+#include "vbscript/time_check.h"
 
 using namespace std::string_literals;
 
@@ -229,6 +230,14 @@ TEST_F(ResponseTest, RecordsTheKeysOfACookie) {
   put(*handle.asObject(), "domain", values("h"));
   put(*handle.asObject(), "secure", values(vbs::Value::boolean(true)));
   EXPECT_EQ(cookieLines(), "Set-Cookie: p=k%3Dv; path=/x; domain=h; secure");
+}
+
+TEST_F(ResponseTest, CountsTheKeysOfACookieAsWork) {
+  const vbs::Value handle = get(*response, "cookies", values("p"));
+  put(*handle.asObject(), "value", values("k", std::string(5000, 'x').c_str()));
+  const std::size_t before = vbs::timeCheck.counted;
+  put(*handle.asObject(), "value", values("l", "1"));
+  EXPECT_GE(vbs::timeCheck.counted, before + 5000);
 }
 
 TEST_F(ResponseTest, RecordsCookies) {
