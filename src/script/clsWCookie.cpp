@@ -9,9 +9,17 @@
 #include "vbscript/convert.h"
 #include "vbscript/time_check.h"
 
+namespace {
+
+/// Browsers keep some 4 KiB of each cookie and some hundred cookies of a site.
+constexpr std::size_t kMostBytes = std::size_t{64} * 1024;
+constexpr std::size_t kMostCookies = 1024;
+
+}  // namespace
+
 void clsWCookie::setValue(std::string_view value) {
-  if (name_.empty()) return;
-  held().setValue(encoder_.afEncodeURL(value));
+  if (value.size() > kMostBytes) return;
+  if (clsCookieObj* cookie = held()) cookie->setValue(encoder_.afEncodeURL(value));
 }
 
 void clsWCookie::setKey(std::string key, std::string value) {
@@ -30,13 +38,13 @@ void clsWCookie::setKey(std::string key, std::string value) {
 }
 
 void clsWCookie::setExpires(const CalendarTime& when) {
-  if (name_.empty()) return;
-  held().setExpires(when);
+  if (clsCookieObj* cookie = held()) cookie->setExpires(when);
 }
 
-clsCookieObj& clsWCookie::held() {
-  clsCookieObj* cookie = jar_.find(name_);
-  return cookie ? *cookie : jar_.add(clsCookieObj(name_, {}, true));
+clsCookieObj* clsWCookie::held() {
+  if (name_.empty() || name_.size() > kMostBytes) return nullptr;
+  if (clsCookieObj* cookie = jar_.find(name_)) return cookie;
+  return jar_.size() < kMostCookies ? &jar_.add(clsCookieObj(name_, {}, true)) : nullptr;
 }
 
 std::span<const vbs::Member<clsWCookie>> clsWCookie::members() {
@@ -63,13 +71,18 @@ void clsWCookie::putExpires(vbs::Args args, vbs::CallKind) {
 }
 
 void clsWCookie::putPath(vbs::Args args, vbs::CallKind) {
-  if (!name_.empty()) held().setPath(script_values::text(args.back()));
+  const std::string path = script_values::text(args.back());
+  if (path.size() > kMostBytes) return;
+  if (clsCookieObj* cookie = held()) cookie->setPath(path);
 }
 
 void clsWCookie::putDomain(vbs::Args args, vbs::CallKind) {
-  if (!name_.empty()) held().setDomain(script_values::text(args.back()));
+  const std::string domain = script_values::text(args.back());
+  if (domain.size() > kMostBytes) return;
+  if (clsCookieObj* cookie = held()) cookie->setDomain(domain);
 }
 
 void clsWCookie::putSecure(vbs::Args args, vbs::CallKind) {
-  if (!name_.empty()) held().setSecure(vbs::toBoolean(args.back()));
+  const bool secure = vbs::toBoolean(args.back());
+  if (clsCookieObj* cookie = held()) cookie->setSecure(secure);
 }

@@ -11,7 +11,8 @@ class clsCookieObj;
 class clsWEncode;
 
 /// What `Response.Cookies(name)` gives: a write-only handle that records a cookie for the response
-/// in the jar. With an empty name nothing is recorded.
+/// in the jar. Nothing is recorded with an empty name, nor what is so large or so many that it
+/// could only fill the memory.
 class clsWCookie final : public vbs::NativeObject<clsWCookie> {
  public:
   /// Both live as long as the server.
@@ -32,7 +33,7 @@ class clsWCookie final : public vbs::NativeObject<clsWCookie> {
   void putPath(vbs::Args args, vbs::CallKind);
   void putDomain(vbs::Args args, vbs::CallKind);
   void putSecure(vbs::Args args, vbs::CallKind);
-  clsCookieObj& held();  ///< the jar's cookie, made when there is none; the name is not empty
+  clsCookieObj* held();  ///< the jar's cookie, made when there is none; null: not to be recorded
 
   const clsWEncode& encoder_;
   CookieJar& jar_;

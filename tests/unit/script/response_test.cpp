@@ -252,6 +252,19 @@ TEST_F(ResponseTest, RecordsCookies) {
   EXPECT_EQ(errorOf([&] { get(*handle.asObject(), "value"); }), 438);
 }
 
+TEST_F(ResponseTest, RecordsNoCookiesThatCouldOnlyFillTheMemory) {
+  const std::string large(100'000, 'x');
+  put(*response, "cookies", values("a", large.c_str()));
+  put(*response, "cookies", values(large.c_str(), "b"));
+  EXPECT_EQ(jar.size(), 0u);
+  for (int i = 0; i < 2000; ++i) {
+    put(*response, "cookies", values(std::to_string(i).c_str(), "v"));
+  }
+  EXPECT_EQ(jar.size(), 1024u);
+  put(*response, "cookies", values("5", "w"));
+  EXPECT_EQ(jar.find("5")->Value(), "w");
+}
+
 TEST_F(ResponseTest, DatesCookies) {
   const vbs::Value handle = get(*response, "cookies", values("c"));
   // 9 March 2026 10:30:00.4
