@@ -35,12 +35,18 @@ bool isWritten(std::uint8_t flags) {
 }  // namespace
 
 void GlobalNames::add(const Program& program) {
-  for (const auto& [name, symbol] : program.globals) symbols_[name] = &symbol;
+  if (!first_) {
+    first_ = &program;
+  } else {
+    for (const auto& [name, symbol] : program.globals) later_[name] = &symbol;
+  }
 }
 
 const GlobalSymbol* GlobalNames::find(std::string_view lower) const {
-  const auto found = symbols_.find(lower);
-  return found == symbols_.end() ? nullptr : found->second;
+  if (const auto found = later_.find(lower); found != later_.end()) return found->second;
+  if (!first_) return nullptr;
+  const auto found = first_->globals.find(lower);
+  return found == first_->globals.end() ? nullptr : &found->second;
 }
 
 ScriptCompiler::ScriptCompiler(Program& program, const CompileContext& context,

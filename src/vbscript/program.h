@@ -65,11 +65,12 @@ class Program {
 /// The names at script level of all programs that an engine has run, the latest first.
 class GlobalNames {
  public:
-  void add(const Program& program);
+  void add(const Program& program);  ///< which outlives this
   const GlobalSymbol* find(std::string_view lower) const;
 
  private:
-  NameMap<const GlobalSymbol*> symbols_;
+  const Program* first_ = nullptr;  ///< its own table serves: most runs have no other
+  NameMap<const GlobalSymbol*> later_;
 };
 
 /// What surrounds a text that is compiled.
