@@ -151,11 +151,25 @@ void clsHTTPParser::setDocumentQueryString(std::string text) {
   takeVariables(documentQueryString_, queryVariables_.emplace());
 }
 
-void clsHTTPParser::takeVariables(std::string_view text, Variables& into) const {
+/// Puts the name and the decoded value of each variable into a collection, up to the bound.
+template <class Collection, class Put>
+void clsHTTPParser::decodeVariables(std::string_view text, Collection& into, Put put) const {
   forEachAssignment(text, '&', [&](const Assignment& variable) {
     auto value = encoder_.afDecodeURL(variable.value);
-    if (value) into.put(lowerCase(variable.name), std::move(*value));
+    if (value) put(variable.name, std::move(*value));
     return into.size() < kMostVariables;
+  });
+}
+
+void clsHTTPParser::takeVariables(std::string_view text, Variables& into) const {
+  decodeVariables(text, into, [&](std::string_view name, std::string value) {
+    into.put(lowerCase(name), std::move(value));
+  });
+}
+
+void clsHTTPParser::listVariables(std::string_view text, std::vector<Variable>& into) const {
+  decodeVariables(text, into, [&](std::string_view name, std::string value) {
+    into.push_back({std::string(name), std::move(value)});
   });
 }
 
@@ -210,22 +224,12 @@ std::string clsHTTPParser::RequestVar(std::string_view varID, std::int32_t varMe
 }
 
 std::vector<clsHTTPParser::Variable> clsHTTPParser::variables(Source source) const {
-  const bool ofQuery =
-      source == QueryOnly || source == QueryThenForm || (source == ByMethod && formMethod_ == 0);
-  const bool ofForm =
-      source == FormOnly || source == QueryThenForm || (source == ByMethod && formMethod_ == 1);
   std::vector<Variable> all;
-  if (ofQuery && queryVariables_) listVariables(documentQueryString_, all);
-  if (ofForm && formVariables_) listVariables(std::string_view(data_).substr(formStart_), all);
+  if (source != FormOnly && queryVariables_) listVariables(documentQueryString_, all);
+  if (source != QueryOnly && formVariables_) {
+    listVariables(std::string_view(data_).substr(formStart_), all);
+  }
   return all;
-}
-
-void clsHTTPParser::listVariables(std::string_view text, std::vector<Variable>& into) const {
-  forEachAssignment(text, '&', [&](const Assignment& variable) {
-    auto value = encoder_.afDecodeURL(variable.value);
-    if (value) into.push_back({std::string(variable.name), std::move(*value)});
-    return into.size() < kMostVariables;
-  });
 }
 
 void clsHTTPParser::ClearVars() {

@@ -68,8 +68,8 @@ class clsHTTPParser {
     std::string value;
   };
 
-  /// The variables of the query string, of the form or of both one after the other, as they came:
-  /// a name as often as it was sent.
+  /// The variables of the query string, of the form or else of both one after the other, as they
+  /// came: a name as often as it was sent.
   std::vector<Variable> variables(Source source) const;
 
   void ClearVars();
@@ -88,6 +88,8 @@ class clsHTTPParser {
   void takeCookies(std::string_view line);
   void takeCookie(std::string_view name, std::string_view value);
   void takeRange(std::string_view line);
+  template <class Collection, class Put>
+  void decodeVariables(std::string_view text, Collection& into, Put put) const;
   void takeVariables(std::string_view text, Variables& into) const;
   void listVariables(std::string_view text, std::vector<Variable>& into) const;
 

@@ -14,7 +14,7 @@ namespace {
 
 // Of texts that are kept in case they come again.
 constexpr std::size_t kMaxCompiledTexts = 256;
-constexpr std::size_t kMaxCompiledBytes = 256 * 1024;
+constexpr std::size_t kMaxCompiledBytes = std::size_t{256} * 1024;
 
 /// What code takes while it is compiled, about: whatever the text, and for each character of it.
 constexpr std::size_t kCodeBytes = 1024;
