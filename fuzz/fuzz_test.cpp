@@ -9,6 +9,8 @@
 #include "script_targets.h"
 #include "server_targets.h"
 
+namespace quorvane {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -99,3 +101,5 @@ TEST(Fuzz, WhatOnceWentWrong) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::string_view kScriptWords[] = {"If ",
@@ -174,3 +176,5 @@ std::string Mutations::next() {
   for (std::size_t changes = 1 + below(6); changes > 0; --changes) change(text);
   return text;
 }
+
+}  // namespace quorvane

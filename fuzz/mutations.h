@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+namespace quorvane {
+
 using Words = std::span<const std::string_view>;
 
 /// Of scripts and pages, and of requests.
@@ -33,3 +35,5 @@ class Mutations {
   Words words_;
   std::mt19937_64 random_;
 };
+
+}  // namespace quorvane

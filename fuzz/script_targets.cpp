@@ -9,6 +9,8 @@
 #include "vbscript/engine.h"
 #include "vbscript/parser.h"
 
+namespace quorvane {
+
 namespace {
 
 using vbs::Value;
@@ -100,3 +102,5 @@ void fuzzRun(std::string_view source) {
   if (bytesKeptByRun(source) == 0) return;
   require(bytesKeptByRun(source) == 0, "everything is given back", source);
 }
+
+}  // namespace quorvane

@@ -12,6 +12,8 @@
 #include "platform/fake/fake_random.h"
 #include "platform/fake/memory_files.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr char kPieceEnd = '\x1E';
@@ -132,3 +134,5 @@ void fuzzPage(std::string_view page) {
       "POST /page.qvs HTTP/1.1\r\nHost: here\r\nContent-Length: 17\r\n\r\na=1&text=x%0D%0Ay");
   server.check();
 }
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+namespace quorvane {
+
 /// What one client or several send to a running server, its network, clock and files replaced by
 /// fakes. `\x1E` ends a piece as it arrives, `\x1C` a client. Ends the process when something is
 /// wrong: an answer that is none, a file from outside the document root, a server that serves
@@ -10,3 +12,5 @@ void fuzzRequests(std::string_view bytes);
 
 /// A page of any bytes, asked for twice within one session, by a query and by a form.
 void fuzzPage(std::string_view page);
+
+}  // namespace quorvane

@@ -8,6 +8,8 @@
 
 #include "vbscript/convert.h"
 
+namespace quorvane {
+
 namespace {
 
 std::string text(const vbs::Value& value) {
@@ -87,3 +89,5 @@ vbs::Value ApplicationComponent::callText(vbs::Args args) {
   const std::string found = texts_ ? texts_->numberedText(number, values) : std::string();
   return vbs::Value(std::string_view(found));
 }
+
+}  // namespace quorvane

@@ -11,6 +11,8 @@
 #include "support/file_aliases.h"
 #include "vbscript/object.h"
 
+namespace quorvane {
+
 /// The files that pages offer for download: `QvS.Files`.
 class OfferedFiles final : public vbs::NativeObject<OfferedFiles> {
  public:
@@ -60,3 +62,5 @@ class ApplicationComponent final : public vbs::NativeObject<ApplicationComponent
   vbs::Ref<SharedValues> shared_ = vbs::make<SharedValues>();
   const LanguageTexts* texts_ = nullptr;
 };
+
+}  // namespace quorvane

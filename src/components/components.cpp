@@ -7,6 +7,8 @@
 #include "vbscript/library/regexp.h"
 #include "vbscript/text_case.h"
 
+namespace quorvane {
+
 namespace {
 
 struct Row {
@@ -29,3 +31,5 @@ vbs::Value createComponent(std::string_view progId) {
   }
   vbs::throwError(vbs::ErrorCode::CannotCreateObject, progId);
 }
+
+}  // namespace quorvane

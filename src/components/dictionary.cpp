@@ -10,6 +10,8 @@
 #include "vbscript/object.h"
 #include "vbscript/value_walk.h"
 
+namespace quorvane {
+
 using vbs::Args;
 using vbs::CallKind;
 using vbs::ErrorCode;
@@ -183,3 +185,5 @@ void dropCircles(std::uint64_t made, std::span<const Value> kept) {
   }
   for (const auto& dictionary : circles) dictionary->clear();
 }
+
+}  // namespace quorvane

@@ -5,6 +5,8 @@
 
 #include "vbscript/value.h"
 
+namespace quorvane {
+
 /// What CreateObject("Scripting.Dictionary") makes.
 vbs::Value createDictionary();
 
@@ -17,3 +19,5 @@ void dropCircles(std::uint64_t made, std::span<const vbs::Value> kept);
 
 /// Whether any made after the first `made` is still there.
 bool anyDictionarySince(std::uint64_t made);
+
+}  // namespace quorvane

@@ -6,6 +6,8 @@
 #include "vbscript/convert.h"
 #include "vbscript/text_case.h"
 
+namespace quorvane {
+
 using vbs::Type;
 using vbs::Value;
 
@@ -237,3 +239,5 @@ void DictionaryTable::changeKey(Entry& entry, const Value& key) {
     link(index);
   }
 }
+
+}  // namespace quorvane

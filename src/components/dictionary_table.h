@@ -6,6 +6,8 @@
 
 #include "vbscript/value.h"
 
+namespace quorvane {
+
 /// Key and item pairs in the order of insertion, found through an open hash. Numbers are one key
 /// whatever their subtype, texts another kind, objects are told apart by identity. The memory is
 /// charged to the script.
@@ -64,3 +66,5 @@ class DictionaryTable {
   std::size_t charged_ = 0;
   bool ignoreCase_ = false;
 };
+
+}  // namespace quorvane

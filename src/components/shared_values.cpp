@@ -7,6 +7,8 @@
 #include "vbscript/convert.h"
 #include "vbscript/value_walk.h"
 
+namespace quorvane {
+
 namespace {
 
 std::string keyText(const vbs::Value& key) {
@@ -93,3 +95,5 @@ vbs::Value SharedValues::callRemoveAll(vbs::Args) {
 vbs::Value SharedValues::callLock(vbs::Args) {
   return {};
 }
+
+}  // namespace quorvane

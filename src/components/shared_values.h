@@ -8,6 +8,8 @@
 #include "support/keyed_collection.h"
 #include "vbscript/object.h"
 
+namespace quorvane {
+
 /// Values and objects that all pages share while the server runs. Keys compare without regard to
 /// letter case. Pages run one at a time, so Lock and Unlock have nothing to do.
 class SharedValues final : public vbs::NativeObject<SharedValues> {
@@ -32,3 +34,5 @@ class SharedValues final : public vbs::NativeObject<SharedValues> {
 
   KeyedCollection<vbs::Value> values_;
 };
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::string_view kThisMachine = "127.0.0.1";
@@ -26,3 +28,5 @@ bool mayConnect(const ServerState& state, std::string_view address) {
   if (state.LocalhostOnly) return address == kThisMachine;
   return !state.LocalAddrControl || isPrivateAddress(address);
 }
+
+}  // namespace quorvane

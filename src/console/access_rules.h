@@ -4,6 +4,8 @@
 
 #include "support/server_state.h"
 
+namespace quorvane {
+
 /// Who may connect. Addresses are texts and are tested as texts, by their beginnings.
 
 /// The machine itself and the ranges set aside for private networks.
@@ -12,3 +14,5 @@ bool isPrivateAddress(std::string_view address);
 /// The rules of the settings; the one for this machine only goes before the one for private
 /// networks.
 bool mayConnect(const ServerState& state, std::string_view address);
+
+}  // namespace quorvane

@@ -5,6 +5,8 @@
 
 #include "support/language_form.h"
 
+namespace quorvane {
+
 namespace {
 
 class ControlTexts final : public LanguageControl {
@@ -77,3 +79,5 @@ std::int32_t ConsoleLanguage::choose(const std::string& folder, std::int32_t wan
   form.changed();
   return mui_.LCID();
 }
+
+}  // namespace quorvane

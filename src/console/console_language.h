@@ -8,6 +8,8 @@
 #include "console/form_model.h"
 #include "support/clsMUI.h"
 
+namespace quorvane {
+
 /// The language of the console and of the numbered texts that pages ask for.
 class ConsoleLanguage final : public LanguageTexts {
  public:
@@ -25,3 +27,5 @@ class ConsoleLanguage final : public LanguageTexts {
  private:
   clsMUI mui_;
 };
+
+}  // namespace quorvane

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+namespace quorvane {
+
 namespace {
 
 enum class Command { Restart, Stop, Start, Quit, State, Uptime, Version };
@@ -61,3 +63,5 @@ void ControlChannel::restart() {
   loop_.runPending(std::chrono::milliseconds(0), nullptr);
   server_.StartServer();
 }
+
+}  // namespace quorvane

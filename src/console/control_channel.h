@@ -6,6 +6,8 @@
 
 #include "platform/event_loop.h"
 
+namespace quorvane {
+
 /// What the control channel can do with a server.
 class ServerControl {
  public:
@@ -45,3 +47,5 @@ class ControlChannel final : public UdpSocketEvents {
   std::uint16_t port_;
   std::unique_ptr<UdpSocket> socket_;
 };
+
+}  // namespace quorvane

@@ -1,5 +1,7 @@
 #include "console/form_model.h"
 
+namespace quorvane {
+
 void ListModel::add(std::string line) {
   lines_.push_back(std::move(line));
   if (most_ == 0 || lines_.size() <= most_) return;
@@ -24,3 +26,5 @@ std::vector<FormControl*> FormModel::controls() {
   for (FormControl& button : btt) all.push_back(&button);
   return all;
 }
+
+}  // namespace quorvane

@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+namespace quorvane {
+
 /// What the server window holds, apart from how it is drawn: a terminal or a real window reads
 /// this model and draws it, and tells the window's owner what the user clicked.
 
@@ -73,3 +75,5 @@ class FormModel {
  private:
   static constexpr std::size_t kMostStatusLines = 10'000;
 };
+
+}  // namespace quorvane

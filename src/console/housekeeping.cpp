@@ -1,5 +1,7 @@
 #include "console/housekeeping.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::chrono::milliseconds kSlow{30'000};
@@ -79,3 +81,5 @@ void Housekeeping::listSessions() {
     list.add(std::to_string(number) + (outOfDate ? " X" : ""));
   });
 }
+
+}  // namespace quorvane

@@ -11,6 +11,8 @@
 #include "platform/event_loop.h"
 #include "support/server_state.h"
 
+namespace quorvane {
+
 /// What a running server does by the clock: it forgets what has expired, brings back a listener
 /// that died, commits the log and trims the slots; in debug mode it refreshes the lists of sockets
 /// and sessions.
@@ -46,3 +48,5 @@ class Housekeeping {
   std::unique_ptr<Timer> ctlTimer_;
   std::unique_ptr<Timer> dbgTimer_;
 };
+
+}  // namespace quorvane

@@ -8,6 +8,8 @@
 #include "support/paths.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::int32_t kEnglish = 1033;
@@ -206,3 +208,5 @@ void mainForm::Dispatch(std::int32_t SocketIndex, std::string Data, bool CloseOp
   socket.send(std::move(Data), {});
   socket.drainTo(kMostFlushedAhead, kFlushPatience);
 }
+
+}  // namespace quorvane

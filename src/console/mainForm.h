@@ -16,6 +16,8 @@
 #include "script/page_events.h"
 #include "support/server_state.h"
 
+namespace quorvane {
+
 /// What the window works with. Everything outlives it.
 struct mainFormParts {
   ServerState& state;
@@ -104,3 +106,5 @@ class mainForm final : public ServerControl,
   bool serverRunning_ = false;
   bool windowClosed_ = false;
 };
+
+}  // namespace quorvane

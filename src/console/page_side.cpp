@@ -2,6 +2,8 @@
 
 #include "script/running_scripts.h"
 
+namespace quorvane {
+
 namespace {
 
 class PageSide final : public ScriptSide {
@@ -32,3 +34,5 @@ MakeScriptSide pageSideMaker(Process& process) {
     return std::make_unique<PageSide>(parts, process);
   };
 }
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include "support/server_state.h"
 
+namespace quorvane {
+
 RunningServer::RunningServer(const Parts& parts)
     : parts_(parts),
       language_(parts.userDefaultLCID),
@@ -17,3 +19,5 @@ void RunningServer::renew(std::int32_t language) {
       parts_.state, parts_.log, parts_.clock, parts_.files, parts_.random, parser_, cookies_,
       modules_, zip_, aliases_, scripts_->pages(), parts_.images});
 }
+
+}  // namespace quorvane

@@ -12,6 +12,8 @@
 #include "support/clsZipString.h"
 #include "support/file_aliases.h"
 
+namespace quorvane {
+
 class ImageLibrary;
 
 /// What lives as long as the server runs: made by a start, released whole by a stop.
@@ -53,3 +55,5 @@ class RunningServer {
   std::unique_ptr<ScriptSide> scripts_;
   std::unique_ptr<RequestHandling> handling_;
 };
+
+}  // namespace quorvane

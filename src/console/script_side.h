@@ -4,6 +4,8 @@
 #include <functional>
 #include <memory>
 
+namespace quorvane {
+
 class Clock;
 class FileAliases;
 class Files;
@@ -45,3 +47,5 @@ struct ScriptSideParts {
 };
 
 using MakeScriptSide = std::function<std::unique_ptr<ScriptSide>(const ScriptSideParts&)>;
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include <string>
 
+namespace quorvane {
+
 /// What a starting server asks of the settings store.
 class ServerSettings {
  public:
@@ -13,3 +15,5 @@ class ServerSettings {
   /// The language this user has chosen, as text; empty when none.
   virtual std::string userLanguage() const = 0;
 };
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 #include <functional>
 #include <utility>
 
+namespace quorvane {
+
 Slots::Slots(EventLoop& loop, TcpSocketEvents& events, std::uint64_t mostHeld)
     : loop_(loop), events_(events), mostHeld_(mostHeld) {
   grow();
@@ -89,3 +91,5 @@ void Slots::tidyUp() {
   std::erase_if(closed_, [this](int index) { return !exists(index); });
   std::make_heap(closed_.begin(), closed_.end(), std::greater<>());
 }
+
+}  // namespace quorvane

@@ -8,6 +8,8 @@
 #include "http/request_collector.h"
 #include "platform/event_loop.h"
 
+namespace quorvane {
+
 /// The per-connection sockets and what has been received on each. Slot 0 always exists; a started
 /// server has ten; more are made on demand and unmade when they are no longer needed.
 ///
@@ -72,3 +74,5 @@ class Slots {
   /// A heap, lowest first, with every closed slot in it and perhaps some that are closed no more.
   std::vector<int> closed_;
 };
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include "console/time_text.h"
 
+namespace quorvane {
+
 namespace {
 
 /// A busy server fills more memory between two commits than the lines are worth.
@@ -32,3 +34,5 @@ void StatusLists::releaseLog() {
   commitLog();
   log_.reset();
 }
+
+}  // namespace quorvane

@@ -11,6 +11,8 @@
 #include "support/server_state.h"
 #include "support/status_lines.h"
 
+namespace quorvane {
+
 /// The one way out for status lines: to the window's status list with the time in front, in debug
 /// mode, and to the server log, which stamps its lines itself.
 class StatusLists final : public StatusLines {
@@ -35,3 +37,5 @@ class StatusLists final : public StatusLines {
   FormModel& form_;
   std::unique_ptr<clsLog> log_;
 };
+
+}  // namespace quorvane

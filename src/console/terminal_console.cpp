@@ -2,6 +2,8 @@
 
 #include <utility>
 
+namespace quorvane {
+
 TerminalConsole::TerminalConsole(FormModel& form, Print& echo, Terminal* terminal, EventLoop& loop,
                                  TerminalWindowServer server, Print print)
     : form_(form), echo_(echo), print_(std::move(print)) {
@@ -27,3 +29,5 @@ void TerminalConsole::formChanged() {
   for (const std::string& line : form_.llist[FormModel::kStatus].lines()) print_(line);
   echo_ = print_;
 }
+
+}  // namespace quorvane

@@ -8,6 +8,8 @@
 #include "platform/event_loop.h"
 #include "platform/terminal.h"
 
+namespace quorvane {
+
 /// Where a run in debug mode shows what happens: the window drawn on the terminal once the form
 /// becomes visible; or, without a terminal that can be drawn on, the lines of status list 0 printed
 /// one by one.
@@ -31,3 +33,5 @@ class TerminalConsole {
   Print print_;
   std::unique_ptr<TerminalWindow> window_;  ///< null where lines are printed
 };
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace quorvane {
+
 namespace {
 
 constexpr int kRowsForAllLists = 16;
@@ -62,3 +64,5 @@ TerminalLayout layoutFor(int rows, int columns, FormModel::List wanted,
   layout.lists[all ? FormModel::kStatus : wanted] = {first, 0, end - first, columns};
   return layout;
 }
+
+}  // namespace quorvane

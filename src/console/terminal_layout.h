@@ -6,6 +6,8 @@
 
 #include "console/form_model.h"
 
+namespace quorvane {
+
 struct TerminalArea {
   int row = 0;
   int column = 0;
@@ -36,3 +38,5 @@ struct TerminalLayout {
 /// `captions` are the widths of the buttons' captions.
 TerminalLayout layoutFor(int rows, int columns, FormModel::List wanted,
                          const std::array<std::size_t, 2>& captions);
+
+}  // namespace quorvane

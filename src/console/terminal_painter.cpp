@@ -5,6 +5,8 @@
 
 #include "console/terminal_text.h"
 
+namespace quorvane {
+
 namespace {
 
 using Colour = TerminalColour;
@@ -185,3 +187,5 @@ void TerminalPainter::hints(const TerminalArea& area) {
   terminal_.put(area.row, area.column + area.columns - static_cast<int>(kKeys.size()), kKeys,
                 style);
 }
+
+}  // namespace quorvane

@@ -9,6 +9,8 @@
 #include "console/terminal_scroll.h"
 #include "platform/terminal.h"
 
+namespace quorvane {
+
 /// Draws the parts of the window, each into its area. The terminal finds out what has changed on
 /// the screen, so each picture is drawn whole.
 class TerminalPainter {
@@ -47,3 +49,5 @@ class TerminalPainter {
   Terminal& terminal_;
   bool colours_;
 };
+
+}  // namespace quorvane

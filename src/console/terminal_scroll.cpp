@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace quorvane {
+
 void TerminalScroll::fit(std::size_t dropped, std::size_t count, int height) {
   const bool cleared = dropped < dropped_ || static_cast<int>(count) < count_;
   const int gone = dropped < dropped_ ? 0 : static_cast<int>(dropped - dropped_);
@@ -56,3 +58,5 @@ void TerminalScroll::keepInRange() {
   top_ = std::clamp(top_, 0, lastTop());
   selected_ = std::min(selected_, count_ - 1);
 }
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+namespace quorvane {
+
 /// Where the view of a list stands: its first visible line and the selected one. A view that
 /// follows stays at the newest line until the user goes elsewhere, and again once the user is back
 /// at the end. Lines are counted from 0 in the list as it stands.
@@ -38,3 +40,5 @@ class TerminalScroll {
   int height_ = 1;
   std::size_t dropped_ = 0;
 };
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include <array>
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::size_t kTabWidth = 8;
@@ -75,3 +77,5 @@ std::vector<std::wstring> wrapped(std::string_view text, std::size_t width) {
   if (lines.empty() || !endsOpen) lines.emplace_back();
   return lines;
 }
+
+}  // namespace quorvane

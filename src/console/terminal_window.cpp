@@ -5,6 +5,8 @@
 
 #include "console/terminal_text.h"
 
+namespace quorvane {
+
 namespace {
 
 /// Fast enough to look immediate, slow enough for a flood of lines over a slow connection.
@@ -283,3 +285,5 @@ void TerminalWindow::terminalResized() {
 void TerminalWindow::terminalLost() {
   server_.closeWindow();
 }
+
+}  // namespace quorvane

@@ -13,6 +13,8 @@
 #include "platform/event_loop.h"
 #include "platform/terminal.h"
 
+namespace quorvane {
+
 /// What the window asks the server and tells it.
 struct TerminalWindowServer {
   std::function<void(int button)> clickButton;
@@ -96,3 +98,5 @@ class TerminalWindow final : private TerminalEvents {
   std::vector<std::wstring> textLines_;
   TerminalScroll textScroll_{false};
 };
+
+}  // namespace quorvane

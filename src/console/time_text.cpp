@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+namespace quorvane {
+
 namespace {
 
 using namespace std::chrono;
@@ -32,3 +34,5 @@ std::string uptimeText(const Clock& clock, TimePoint start) {
   if (midnights <= 0) return timeText(time);
   return std::to_string(midnights) + " days, " + timeText(time);
 }
+
+}  // namespace quorvane

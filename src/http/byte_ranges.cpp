@@ -8,6 +8,8 @@
 #include "platform/random.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace byte_ranges {
 namespace {
 
@@ -114,3 +116,5 @@ Answer answer(const std::shared_ptr<const OpenFile>& file, const std::vector<Ran
 }
 
 }  // namespace byte_ranges
+
+}  // namespace quorvane

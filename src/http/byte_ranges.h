@@ -10,6 +10,8 @@
 #include "platform/files.h"
 #include "platform/outgoing.h"
 
+namespace quorvane {
+
 class Random;
 
 /// Byte ranges of a file, single and multipart.
@@ -41,3 +43,5 @@ Answer answer(const std::shared_ptr<const OpenFile>& file, const std::vector<Ran
               std::string_view contentType, Random& random);
 
 }  // namespace byte_ranges
+
+}  // namespace quorvane

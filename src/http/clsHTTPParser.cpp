@@ -7,6 +7,8 @@
 #include "support/clsWEncode.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::size_t kNowhere = std::string::npos;
@@ -255,3 +257,5 @@ void clsHTTPParser::releaseText() {
   std::string().swap(documentQueryString_);
   ClearVars();
 }
+
+}  // namespace quorvane

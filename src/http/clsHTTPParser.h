@@ -8,6 +8,8 @@
 
 #include "support/keyed_collection.h"
 
+namespace quorvane {
+
 class clsWEncode;
 class CookieJar;
 
@@ -113,3 +115,5 @@ class clsHTTPParser {
   bool keepAlive_ = true;
   bool acceptGZipEncoding_ = false;
 };
+
+}  // namespace quorvane

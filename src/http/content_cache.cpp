@@ -3,6 +3,8 @@
 #include <chrono>
 #include <utility>
 
+namespace quorvane {
+
 namespace {
 
 /// What an entry takes besides its content, about.
@@ -57,3 +59,5 @@ void ContentCache::drop(Entries::iterator entry) {
   byPath_.erase(entry->path);
   entries_.erase(entry);
 }
+
+}  // namespace quorvane

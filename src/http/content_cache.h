@@ -10,6 +10,8 @@
 #include "platform/files.h"
 #include "platform/outgoing.h"
 
+namespace quorvane {
+
 /// Bodies made of whole files. Small files are kept in memory and shared between responses, each
 /// use checked against the file's present state; large ones are sent from the file itself.
 class ContentCache {
@@ -44,3 +46,5 @@ class ContentCache {
   std::unordered_map<std::string, Entries::iterator> byPath_;
   std::size_t keptBytes_ = 0;
 };
+
+}  // namespace quorvane

@@ -6,6 +6,8 @@
 #include "support/paths.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 struct Row {
@@ -231,3 +233,5 @@ std::string_view ContentTypes::typeOf(std::string_view path, std::string_view fa
 std::size_t ContentTypes::size() {
   return std::size(kRows);
 }
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace quorvane {
+
 /// Content types by extension, with a memo of the last one found: neighbouring requests mostly ask
 /// for the same kind of file.
 class ContentTypes {
@@ -20,3 +22,5 @@ class ContentTypes {
   std::string memoExtension_;
   std::string_view memoType_;
 };
+
+}  // namespace quorvane

@@ -6,6 +6,8 @@
 #include "http/http_date.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 void clsCookieObj::setValue(std::string value) {
   value_ = std::move(value);
   changed_ = true;
@@ -52,3 +54,5 @@ std::string CookieJar::changedHeaderLines(HttpDates& dates) const {
 std::string CookieJar::keyOf(std::string_view name) {
   return "C_" + upperCase(name);
 }
+
+}  // namespace quorvane

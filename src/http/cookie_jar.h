@@ -7,6 +7,8 @@
 #include "support/date_time.h"
 #include "support/keyed_collection.h"
 
+namespace quorvane {
+
 class HttpDates;
 
 /// A cookie as request parsing fills it, scripts see it and the response writes it.
@@ -75,3 +77,5 @@ class CookieJar {
 
   KeyedCollection<clsCookieObj> cookies_;
 };
+
+}  // namespace quorvane

@@ -1,5 +1,7 @@
 #include "http/error_responses.h"
 
+namespace quorvane {
+
 namespace error_responses {
 namespace {
 
@@ -41,3 +43,5 @@ std::string badRequest(std::string_view date, std::string_view server) {
 }
 
 }  // namespace error_responses
+
+}  // namespace quorvane

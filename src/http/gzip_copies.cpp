@@ -6,6 +6,8 @@
 #include "support/paths.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 std::string GzipCopies::nameOf(std::string_view urlPath) {
   std::string name = upperCase(urlPath);
   for (char& c : name) {
@@ -41,3 +43,5 @@ std::optional<std::string> GzipCopies::packed(const FoundFile& source) {
   if (bytes) zip_.CompressStringB(*bytes, clsZipString::kGzip);
   return bytes;
 }
+
+}  // namespace quorvane

@@ -10,6 +10,8 @@
 #include "platform/files.h"
 #include "support/clsZipString.h"
 
+namespace quorvane {
+
 /// Compressed copies of static files, kept in the cache folder. A copy that exists is used as it
 /// is, whatever has become of its source: emptying the cache folder is how a site is renewed.
 class GzipCopies {
@@ -41,3 +43,5 @@ class GzipCopies {
   const clsZipString& zip_;
   ContentCache& contents_;
 };
+
+}  // namespace quorvane

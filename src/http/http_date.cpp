@@ -6,6 +6,8 @@
 
 #include "support/date_time.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::array<std::string_view, 8> kDayNames = {"Sun", "Mon", "Tue", "Wed",
@@ -49,3 +51,5 @@ std::string HttpDates::of(const CalendarTime& time) {
   const int mondayFirst = time.weekday == 0 ? 7 : time.weekday;
   return dateText(kDayNames[static_cast<std::size_t>(mondayFirst)], time);
 }
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 
 #include "platform/clock.h"
 
+namespace quorvane {
+
 /// Date texts of the header lines.
 class HttpDates {
  public:
@@ -25,3 +27,5 @@ class HttpDates {
   TimePoint second_ = TimePoint::min();  ///< the second that text_ is of
   std::string text_;
 };
+
+}  // namespace quorvane

@@ -9,6 +9,8 @@
 #include "platform/image_library.h"
 #include "support/paths.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::string_view kMark = "^R";
@@ -99,3 +101,5 @@ void PictureCopies::forget(Copies::iterator copy) {
   byPath_.erase(copy->path);
   copies_.erase(copy);
 }
+
+}  // namespace quorvane

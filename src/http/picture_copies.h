@@ -7,6 +7,8 @@
 #include <string_view>
 #include <unordered_map>
 
+namespace quorvane {
+
 class Files;
 struct ImageRendering;
 
@@ -51,3 +53,5 @@ class PictureCopies {
   std::uint64_t bytes_ = 0;
   bool folderRead_ = false;
 };
+
+}  // namespace quorvane

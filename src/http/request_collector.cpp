@@ -6,6 +6,8 @@
 #include "http/serverMod.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace request_collector {
 namespace {
 
@@ -74,3 +76,5 @@ Collected collect(SlotRecord& record, std::string_view data) {
 }
 
 }  // namespace request_collector
+
+}  // namespace quorvane

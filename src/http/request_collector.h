@@ -6,6 +6,8 @@
 #include <string_view>
 #include <utility>
 
+namespace quorvane {
+
 /// Receive state of one slot. Reset for every new connection.
 struct SlotRecord {
   std::string pendingText;              ///< request text received and not yet handled
@@ -49,3 +51,5 @@ struct Collected {
 Collected collect(SlotRecord& record, std::string_view data);
 
 }  // namespace request_collector
+
+}  // namespace quorvane

@@ -21,6 +21,8 @@
 #include "support/status_lines.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 using namespace std::string_view_literals;
 
 namespace {
@@ -247,7 +249,7 @@ void RequestHandling::Answer::logRequest() {
 
 RequestHandling::RequestHandling(const RequestHandlingParts& parts)
     : parts_(parts),
-      serverName_(::serverName(parts.state)),
+      serverName_(quorvane::serverName(parts.state)),
       dates_(std::make_unique<HttpDates>(parts.clock)),
       types_(std::make_unique<ContentTypes>()),
       staticFiles_(std::make_unique<StaticFiles>(parts.state, parts.files, parts.clock, parts.zip,
@@ -297,3 +299,5 @@ void RequestHandling::logHeaders(std::string_view request) {
 Response RequestHandling::badRequest() {
   return {error_responses::badRequest(dates_->now(), serverName_), {}, false};
 }
+
+}  // namespace quorvane

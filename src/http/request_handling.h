@@ -10,6 +10,8 @@
 #include "http/request_collector.h"
 #include "platform/outgoing.h"
 
+namespace quorvane {
+
 class clsHTTPParser;
 class clsQVMod;
 class clsZipString;
@@ -81,3 +83,5 @@ class RequestHandling {
   std::unique_ptr<ContentTypes> types_;
   std::unique_ptr<StaticFiles> staticFiles_;
 };
+
+}  // namespace quorvane

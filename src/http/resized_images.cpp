@@ -9,6 +9,8 @@
 #include "support/paths.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 std::string queryVariable(const clsHTTPParser& parser, std::string_view name) {
@@ -66,3 +68,5 @@ std::string ResizedImages::temporaryName(const std::string& fileName) {
   }
   return name + fileName;
 }
+
+}  // namespace quorvane

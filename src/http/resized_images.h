@@ -6,6 +6,8 @@
 #include "http/targets.h"
 #include "platform/image_library.h"
 
+namespace quorvane {
+
 class clsHTTPParser;
 class Files;
 class PictureCopies;
@@ -40,3 +42,5 @@ class ResizedImages {
   ImageLibrary* library_;
   PictureCopies& copies_;
 };
+
+}  // namespace quorvane

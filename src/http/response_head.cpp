@@ -5,6 +5,8 @@
 
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 class HeadWriter {
@@ -56,3 +58,5 @@ std::string ResponseHead::text() const {
   head.line("Date: ", date);
   return head.finish();
 }
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace quorvane {
+
 /// What the header block of an ordinary response says. The order of its lines is fixed. Views last
 /// as long as their sources do.
 struct ResponseHead {
@@ -22,3 +24,5 @@ struct ResponseHead {
   /// The header block with the blank line that ends it.
   std::string text() const;
 };
+
+}  // namespace quorvane

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+namespace quorvane {
+
 class clsHTTPParser;
 class CookieJar;
 
@@ -30,3 +32,5 @@ class ScriptPages {
   virtual ~ScriptPages() = default;
   virtual ScriptPageResult run(const ScriptPageRequest& request) = 0;
 };
+
+}  // namespace quorvane

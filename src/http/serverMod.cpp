@@ -4,6 +4,8 @@
 #include "support/server_state.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::string_view kAllowed =
@@ -43,3 +45,5 @@ bool isResizableImage(std::string_view path) {
 std::string serverName(const ServerState& state) {
   return "Quorvane-Server/" + state.AppVersion;
 }
+
+}  // namespace quorvane

@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+namespace quorvane {
+
 struct ServerState;
 
 /// The small rules of serving: what a request's first word says, which files may be served at all,
@@ -30,3 +32,5 @@ bool isResizableImage(std::string_view path);
 
 /// The value of the "Server" header line.
 std::string serverName(const ServerState& state);
+
+}  // namespace quorvane

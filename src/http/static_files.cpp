@@ -9,6 +9,8 @@
 #include "support/paths.h"
 #include "support/server_state.h"
 
+namespace quorvane {
+
 StaticFiles::StaticFiles(const ServerState& state, const Files& files, const Clock& clock,
                          const clsZipString& zip, Random& random, ContentTypes& types,
                          ImageLibrary* images)
@@ -74,3 +76,5 @@ std::optional<Body> StaticFiles::packed(const Request& request, const FoundFile&
   if (body && PictureCopies::isCopy(name)) pictureCopies_.used(path, bodyLength(*body));
   return body;
 }
+
+}  // namespace quorvane

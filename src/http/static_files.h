@@ -11,6 +11,8 @@
 #include "http/targets.h"
 #include "platform/outgoing.h"
 
+namespace quorvane {
+
 class clsHTTPParser;
 class ContentTypes;
 class Random;
@@ -52,3 +54,5 @@ class StaticFiles {
   PictureCopies pictureCopies_;
   ResizedImages resizedImages_;
 };
+
+}  // namespace quorvane

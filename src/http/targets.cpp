@@ -6,6 +6,8 @@
 #include "support/paths.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::array<std::string_view, 8> kDevices = {"con",    "prn",     "aux",    "nul",
@@ -79,3 +81,5 @@ std::optional<FoundFile> locate(const Files& files, const LocalTarget& target) {
 }
 
 }  // namespace targets
+
+}  // namespace quorvane

@@ -6,6 +6,8 @@
 
 #include "platform/files.h"
 
+namespace quorvane {
+
 /// What a request's target stands for on the disk.
 
 /// A local file in two parts, so that a file of the document root is never looked for outside it.
@@ -41,3 +43,5 @@ bool staysInside(std::string_view path);
 std::optional<FoundFile> locate(const Files& files, const LocalTarget& target);
 
 }  // namespace targets
+
+}  // namespace quorvane

@@ -6,6 +6,8 @@
 #include <cstddef>
 #include <vector>
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::size_t kFileHeaderLength = 14;
@@ -324,3 +326,5 @@ std::string encodeBmp(const RgbPicture& picture) {
   }
   return out;
 }
+
+}  // namespace quorvane

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+namespace quorvane {
+
 /// Windows bitmap files, read and written without a library: the image library reads them only
 /// through a loader for hundreds of formats, which is more than a client's file should meet.
 
@@ -22,3 +24,5 @@ std::optional<RgbPicture> decodeBmp(std::string_view file, int mostSide, std::in
 
 /// A file of 24 bits a pixel. The picture must have at least one pixel.
 std::string encodeBmp(const RgbPicture& picture);
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 
 #include "support/date_time.h"
 
+namespace quorvane {
+
 /// The clock of the system, injected so that tests need not wait.
 class Clock {
  public:
@@ -18,3 +20,5 @@ class Clock {
   /// The fields of `t` in Coordinated Universal Time.
   virtual CalendarTime utc(TimePoint t) const = 0;
 };
+
+}  // namespace quorvane

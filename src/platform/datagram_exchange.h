@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+namespace quorvane {
+
 /// One question and its answer by datagram, for small programs that do nothing else meanwhile.
 struct DatagramExchange {
   enum class Outcome {
@@ -26,3 +28,5 @@ struct DatagramExchange {
 DatagramExchange exchangeDatagrams(const std::string& host, std::uint16_t port,
                                    std::string_view question, std::chrono::milliseconds atMost,
                                    const std::function<bool(std::string_view)>& accept);
+
+}  // namespace quorvane

@@ -7,6 +7,8 @@
 #include "platform/tcp.h"
 #include "platform/udp.h"
 
+namespace quorvane {
+
 /// A timer that ticks until it is stopped. A tick that comes late is not made up for.
 class Timer {
  public:
@@ -44,3 +46,5 @@ class EventLoop {
   /// of what was given before.
   virtual void onTerminationRequest(std::function<void()> asked) = 0;
 };
+
+}  // namespace quorvane

@@ -11,6 +11,8 @@
 
 #include "support/date_time.h"
 
+namespace quorvane {
+
 struct FileInfo {
   std::uint64_t size = 0;      ///< bytes
   TimePoint modified;          ///< last change of the content
@@ -65,3 +67,5 @@ class Files {
   /// The names in a folder without "." and "..", in the order the file system gives them.
   virtual std::vector<std::string> list(const std::string& folder) const = 0;
 };
+
+}  // namespace quorvane

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::size_t kHeaderLength = 13;  // with the description of the screen
@@ -40,3 +42,5 @@ bool firstGifPictureIsComplete(std::string_view file) {
   // A byte with the width of the codes stands before the data.
   return afterSubBlocks(file, data + 1) <= file.size();
 }
+
+}  // namespace quorvane

@@ -3,6 +3,8 @@
 #include <memory>
 #include <string>
 
+namespace quorvane {
+
 class Files;
 
 /// What is wanted of a picture.
@@ -29,3 +31,5 @@ class ImageLibrary {
 
 /// The image library of the host system. `files` must outlive it.
 std::unique_ptr<ImageLibrary> makeImageLibrary(const Files& files);
+
+}  // namespace quorvane

@@ -1,5 +1,7 @@
 #pragma once
 
+namespace quorvane {
+
 /// Tells whether another instance of the program runs already. Instances with settings of their
 /// own don't count as the same program.
 class InstanceLock {
@@ -10,3 +12,5 @@ class InstanceLock {
   /// process ends in whatever way. When the system can't tell, the answer is true.
   virtual bool acquire() = 0;
 };
+
+}  // namespace quorvane

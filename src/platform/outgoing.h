@@ -9,6 +9,8 @@
 
 #include "platform/files.h"
 
+namespace quorvane {
+
 /// A stretch of a file, sent by the kernel without passing through the server's memory.
 struct FileSlice {
   std::shared_ptr<const OpenFile> file;
@@ -45,3 +47,5 @@ inline std::uint64_t bodyLength(const Body& body) {
   for (const BodySegment& segment : body.rest) length += segmentLength(segment);
   return length;
 }
+
+}  // namespace quorvane

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+namespace quorvane {
+
 /// The system's own answer to "which version are you".
 struct HostVersion {
   /// 0: 16-bit system with a 32-bit layer, 1: the 9x line, 2: the NT line.
@@ -25,3 +27,5 @@ class Process {
   virtual bool userIsAdmin() const = 0;
   virtual HostVersion hostVersion() const = 0;
 };
+
+}  // namespace quorvane

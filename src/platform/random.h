@@ -3,6 +3,8 @@
 #include <array>
 #include <cstdint>
 
+namespace quorvane {
+
 class Random {
  public:
   virtual ~Random() = default;
@@ -13,3 +15,5 @@ class Random {
   /// The bytes of a new globally unique identifier, in memory order. Not to be guessed.
   virtual std::array<std::uint8_t, 16> guid() = 0;
 };
+
+}  // namespace quorvane

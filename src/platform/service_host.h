@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+namespace quorvane {
+
 /// The system's service manager, as far as the program asks it about its own service.
 class ServiceManager {
  public:
@@ -50,3 +52,5 @@ class NoServiceHost final : public ServiceHost {
   bool uninstall() override { return false; }
   bool startService(std::function<bool()>, std::function<void()>) override { return false; }
 };
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+namespace quorvane {
+
 /// Where settings are kept between runs: values by name, in keys that form trees. A key is a text
 /// of parts joined by backslashes; keys and names are found without regard to letter case.
 
@@ -37,3 +39,5 @@ class SettingsStorage {
   virtual bool writeText(RegistryRoot root, const std::string& key, const std::string& name,
                          const std::string& text) = 0;
 };
+
+}  // namespace quorvane

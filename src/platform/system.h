@@ -13,6 +13,8 @@
 #include "platform/settings_storage.h"
 #include "platform/terminal.h"
 
+namespace quorvane {
+
 /// The host system's implementation of each interface; the build picks which. What one of these
 /// is given by reference must outlive the result.
 
@@ -34,3 +36,5 @@ std::unique_ptr<ServiceHost> makeServiceHost(EventLoop& loop, const Files& files
 
 /// Draws on the terminal that the program's standard input and output are.
 std::unique_ptr<Terminal> makeTerminal(EventLoop& loop);
+
+}  // namespace quorvane

@@ -9,6 +9,8 @@
 
 #include "platform/outgoing.h"
 
+namespace quorvane {
+
 /// TCP as the server window sees it: a listener that announces connections, and sockets that are
 /// made first and given a connection later. All events come from the event loop's one thread.
 
@@ -112,3 +114,5 @@ class TcpSocket {
   /// "X": close once the pending send completes; empty: keep open. Free for the owner's use.
   std::string tag;
 };
+
+}  // namespace quorvane

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
+namespace quorvane {
+
 /// The terminal that a user sits at: a grid of character cells, keys and a mouse. Rows and columns
 /// count from 0 at the top left. All events come from the event loop's one thread.
 
@@ -89,3 +91,5 @@ class Terminal {
   /// terminal takes no more at the moment; the next call makes up for it.
   virtual bool show() = 0;
 };
+
+}  // namespace quorvane

@@ -5,6 +5,8 @@
 
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 struct Escape {
@@ -169,3 +171,5 @@ bool TextSettings::writeText(RegistryRoot root, const std::string& key, const st
   if (!replaced) result += written(wanted, true) + "=" + written(text, false) + "\n";
   return files_.writeAll(*file, result);
 }
+
+}  // namespace quorvane

@@ -3,6 +3,8 @@
 #include "platform/files.h"
 #include "platform/settings_storage.h"
 
+namespace quorvane {
+
 /// Settings as a tree of text files, for people and editors. The key
 /// HKEY_LOCAL_MACHINE\A\B is the file <root>/HKEY_LOCAL_MACHINE/A/B.ini and its sub-keys stand in
 /// the folder B beside it. A file holds lines "Name=Text"; every other line is left as it stands,
@@ -27,3 +29,5 @@ class TextSettings final : public SettingsStorage {
   const Files& files_;
   std::string root_;
 };
+
+}  // namespace quorvane

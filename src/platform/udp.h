@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace quorvane {
+
 /// A datagram as it arrived. The views are valid during the event only.
 struct Datagram {
   std::string_view data;
@@ -38,3 +40,5 @@ class UdpSocket {
   /// A reply that can't be sent is lost.
   virtual void reply(std::string_view text) = 0;
 };
+
+}  // namespace quorvane

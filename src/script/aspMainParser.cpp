@@ -20,6 +20,8 @@
 #include "support/server_state.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 /// What the members usable without an object's name are published under: no script can spell it.
@@ -297,3 +299,5 @@ void aspMainParser::execute(const std::string& target) {
   if (error && error->number == kEndOfPage) endPage();
   if (error) throw vbs::ScriptError{error->number, error->description, error->source, {}, 0};
 }
+
+}  // namespace quorvane

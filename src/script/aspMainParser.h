@@ -14,6 +14,8 @@
 #include "script/page_services.h"
 #include "vbscript/engine.h"
 
+namespace quorvane {
+
 class CookieJar;
 class aspResponseObj;
 class clsHTTPParser;
@@ -100,3 +102,5 @@ class aspMainParser final : private aspServerObj::Page {
   std::string responseHeader_;
   bool flushedResponse_ = false;
 };
+
+}  // namespace quorvane

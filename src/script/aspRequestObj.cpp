@@ -16,6 +16,8 @@
 #include "vbscript/convert.h"
 #include "vbscript/time_check.h"
 
+namespace quorvane {
+
 namespace {
 
 vbs::Value emptyText() {
@@ -160,3 +162,5 @@ vbs::Value aspRequestObj::callBinaryRead(vbs::Args args) {
   bodyRead_ += bytes.size();
   return vbs::Value::array(vbs::ArrayRep::fromBytes(bytes));
 }
+
+}  // namespace quorvane

@@ -10,6 +10,8 @@
 #include "script/header_variables.h"
 #include "vbscript/object.h"
 
+namespace quorvane {
+
 class CookieJar;
 class clsWEncode;
 struct ServerState;
@@ -58,3 +60,5 @@ class aspRequestObj final : public vbs::NativeObject<aspRequestObj> {
   std::optional<HeaderVariables> headers_;  ///< made on first use
   std::size_t bodyRead_ = 0;                ///< bytes that BinaryRead has given out
 };
+
+}  // namespace quorvane

@@ -13,6 +13,8 @@
 #include "vbscript/host.h"
 #include "vbscript/locale.h"
 
+namespace quorvane {
+
 using namespace std::string_view_literals;
 
 namespace {
@@ -322,3 +324,5 @@ vbs::Value aspResponseObj::getLcid(vbs::Args) {
 void aspResponseObj::putLcid(vbs::Args args, vbs::CallKind) {
   script_values::useLocale(vbs::toLong(args.back()));
 }
+
+}  // namespace quorvane

@@ -9,6 +9,8 @@
 #include "support/date_time.h"
 #include "vbscript/object.h"
 
+namespace quorvane {
+
 class Clock;
 class CookieJar;
 class clsWEncode;
@@ -107,3 +109,5 @@ class aspResponseObj final : public vbs::NativeObject<aspResponseObj> {
   bool ended_ = false;
   bool flushed_ = false;
 };
+
+}  // namespace quorvane

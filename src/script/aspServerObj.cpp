@@ -18,6 +18,8 @@
 #include "support/text.h"
 #include "vbscript/convert.h"
 
+namespace quorvane {
+
 using script_values::text;
 
 namespace {
@@ -201,3 +203,5 @@ vbs::Value aspServerObj::callTransfer(vbs::Args args) {
   page().endPage();
   return {};
 }
+
+}  // namespace quorvane

@@ -11,6 +11,8 @@
 #include "script/page_services.h"
 #include "vbscript/object.h"
 
+namespace quorvane {
+
 class clsHTTPParser;
 
 /// What pages know as "Server": facts about server and request, encoders, keys, components. Made
@@ -84,3 +86,5 @@ class aspServerObj final : public vbs::NativeObject<aspServerObj> {
   std::string pageFolder_;
   std::optional<HeaderVariables> headers_;  ///< made on first use
 };
+
+}  // namespace quorvane

@@ -8,6 +8,8 @@
 #include "script/session_contents.h"
 #include "vbscript/convert.h"
 
+namespace quorvane {
+
 aspSessionObj::aspSessionObj(const Clock& clock) : clock_(clock), lastAccess_(clock.now()) {}
 
 vbs::String aspSessionObj::Contents(std::string_view key) const {
@@ -112,3 +114,5 @@ vbs::Value aspSessionObj::getCodePage(vbs::Args) {
 void aspSessionObj::putCodePage(vbs::Args args, vbs::CallKind) {
   codePage_ = vbs::toLong(args.back());
 }
+
+}  // namespace quorvane

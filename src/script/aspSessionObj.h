@@ -10,6 +10,8 @@
 #include "vbscript/locale.h"
 #include "vbscript/object.h"
 
+namespace quorvane {
+
 /// What pages know as "Session": the texts kept for one browser between its requests. The session
 /// store holds it; a running page holds it as well, so it may outlive its place in the store.
 class aspSessionObj final : public vbs::NativeObject<aspSessionObj> {
@@ -69,3 +71,5 @@ class aspSessionObj final : public vbs::NativeObject<aspSessionObj> {
   std::int16_t timeout_ = 20;
   bool abandoned_ = false;
 };
+
+}  // namespace quorvane

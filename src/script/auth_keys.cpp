@@ -1,5 +1,7 @@
 #include "script/auth_keys.h"
 
+namespace quorvane {
+
 std::string AuthKeys::issue(std::chrono::minutes lifetime) {
   constexpr std::string_view kDigits = "0123456789ABCDEF";
   std::string key;
@@ -15,3 +17,5 @@ void AuthKeys::expire() {
   const TimePoint now = std::chrono::floor<std::chrono::seconds>(clock_.now());
   keys_.removeIf([now](const auto& entry) { return entry.value < now; });
 }
+
+}  // namespace quorvane

@@ -9,6 +9,8 @@
 #include "platform/random.h"
 #include "support/keyed_collection.h"
 
+namespace quorvane {
+
 /// Short-lived keys that pages hand out and check. A key stays valid until a sweep finds it past
 /// its time; checking does not use it up. Keys compare without regard to letter case.
 class AuthKeys {
@@ -33,3 +35,5 @@ class AuthKeys {
   Random& random_;
   KeyedCollection<TimePoint> keys_;  ///< whole seconds
 };
+
+}  // namespace quorvane

@@ -3,6 +3,8 @@
 #include <cstddef>
 #include <cstdint>
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::string_view kAlphabet =
@@ -43,3 +45,5 @@ std::string decodeBase64(std::string_view text) {
   }
   return bytes;
 }
+
+}  // namespace quorvane

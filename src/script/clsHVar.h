@@ -6,6 +6,8 @@
 
 #include "vbscript/object.h"
 
+namespace quorvane {
+
 /// One header line of the request, as `Server.HeaderVar` gives it.
 class clsHVar final : public vbs::NativeObject<clsHVar> {
  public:
@@ -28,3 +30,5 @@ class clsHVar final : public vbs::NativeObject<clsHVar> {
   std::string name_;
   std::string value_;
 };
+
+}  // namespace quorvane

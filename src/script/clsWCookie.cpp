@@ -9,6 +9,8 @@
 #include "vbscript/convert.h"
 #include "vbscript/time_check.h"
 
+namespace quorvane {
+
 namespace {
 
 /// Browsers keep some 4 KiB of each cookie and some hundred cookies of a site.
@@ -86,3 +88,5 @@ void clsWCookie::putSecure(vbs::Args args, vbs::CallKind) {
   const bool secure = vbs::toBoolean(args.back());
   if (clsCookieObj* cookie = held()) cookie->setSecure(secure);
 }
+
+}  // namespace quorvane

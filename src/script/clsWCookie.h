@@ -6,6 +6,8 @@
 #include "support/date_time.h"
 #include "vbscript/object.h"
 
+namespace quorvane {
+
 class CookieJar;
 class clsCookieObj;
 class clsWEncode;
@@ -39,3 +41,5 @@ class clsWCookie final : public vbs::NativeObject<clsWCookie> {
   CookieJar& jar_;
   std::string name_;
 };
+
+}  // namespace quorvane

@@ -3,6 +3,8 @@
 #include "support/clsWEncode.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 CookieKeys parseCookieKeys(std::string_view value, const clsWEncode& encoder) {
   const auto decoded = [&](std::string_view text) {
     return encoder.afDecodeURL(text).value_or(std::string(text));
@@ -25,3 +27,5 @@ std::string joinCookieKeys(const CookieKeys& keys, const clsWEncode& encoder) {
   }
   return value;
 }
+
+}  // namespace quorvane

@@ -1,5 +1,7 @@
 #include "script/error_page.h"
 
+namespace quorvane {
+
 std::string errorPage(std::int32_t number, std::string_view description, std::string_view pageName,
                       std::int64_t line) {
   std::string page =
@@ -11,3 +13,5 @@ std::string errorPage(std::int32_t number, std::string_view description, std::st
   page.append(pageName).append(", line ").append(std::to_string(line));
   return page.append("</i></font></p></body></html>");
 }
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 
 #include "vbscript/object.h"
 
+namespace quorvane {
+
 /// The part of a published object's members that pages may use without the object's name: the
 /// first `count` rows of its member table. Published beside the object, under a name that no
 /// script can spell.
@@ -30,3 +32,5 @@ class GlobalMembers final : public vbs::Object {
   vbs::Object& target_;
   vbs::MemberId highest_;
 };
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::string_view kCrLf = "\r\n";
@@ -32,3 +34,5 @@ const HeaderVariables::Line* HeaderVariables::at(std::size_t position) const {
   if (position == 0 || position > lines_.size()) return nullptr;
   return &std::next(lines_.begin(), static_cast<std::ptrdiff_t>(position) - 1)->value;
 }
+
+}  // namespace quorvane

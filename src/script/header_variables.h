@@ -6,6 +6,8 @@
 
 #include "support/keyed_collection.h"
 
+namespace quorvane {
+
 /// The header lines of a request by name, in their order; of lines with the same name the first
 /// counts. A line whose value starts with the session cookie's name is left out, so that pages
 /// never see the session's number.
@@ -29,3 +31,5 @@ class HeaderVariables {
  private:
   KeyedCollection<Line> lines_;
 };
+
+}  // namespace quorvane

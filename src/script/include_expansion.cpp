@@ -6,6 +6,8 @@
 
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::string_view kOpen = "<!--";
@@ -141,3 +143,5 @@ std::string expandIncludes(std::string source, const IncludeReader& read) {
   }
   return done.append(pending.view());
 }
+
+}  // namespace quorvane

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+namespace quorvane {
+
 /// Replaces the include directives of a page by the files they name:
 ///
 ///     <!-- #include file="parts/head.inc" -->
@@ -21,3 +23,5 @@ using IncludeReader = std::function<std::optional<std::string>(const std::string
 /// end, give a one-line message in place of the page. A line may end with CR LF or one of the two.
 /// Takes time in proportion to the text it reads, whatever that text is.
 std::string expandIncludes(std::string source, const IncludeReader& read);
+
+}  // namespace quorvane

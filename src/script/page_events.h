@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+namespace quorvane {
+
 /// What a running page tells the server's window.
 class PageEvents {
  public:
@@ -12,3 +14,5 @@ class PageEvents {
   /// false.
   virtual void Dispatch(std::int32_t SocketIndex, std::string Data, bool CloseOpenSocket) = 0;
 };
+
+}  // namespace quorvane

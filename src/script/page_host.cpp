@@ -3,6 +3,8 @@
 #include "components/components.h"
 #include "script/script_values.h"
 
+namespace quorvane {
+
 double PageHost::now() {
   return script_values::days(clock_.local(clock_.now()));
 }
@@ -26,3 +28,5 @@ vbs::Value PageHost::createObject(std::string_view progId) {
 vbs::Value PageHost::getObject(std::string_view, std::string_view) {
   vbs::throwError(vbs::ErrorCode::CannotCreateObject);
 }
+
+}  // namespace quorvane

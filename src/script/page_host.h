@@ -5,6 +5,8 @@
 #include "platform/clock.h"
 #include "vbscript/host.h"
 
+namespace quorvane {
+
 /// The error with which a translated page ends itself early.
 inline constexpr std::int32_t kEndOfPage = 6006;
 
@@ -29,3 +31,5 @@ class PageHost final : public vbs::Host {
   const Clock& clock_;
   std::int32_t locale_ = 0;
 };
+
+}  // namespace quorvane

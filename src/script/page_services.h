@@ -1,5 +1,7 @@
 #pragma once
 
+namespace quorvane {
+
 class ApplicationComponent;
 class AuthKeys;
 class Clock;
@@ -20,3 +22,5 @@ struct PageServices {
   AuthKeys& authKeys;
   ApplicationComponent& application;  ///< published as "QvS"
 };
+
+}  // namespace quorvane

@@ -8,6 +8,8 @@
 
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::string_view kCrLf = "\r\n";
@@ -253,3 +255,5 @@ std::string translatePage(std::string_view page) {
   for (std::size_t i = 0; i < lines.size(); ++i) program.addLine(lines[i], i + 1 == lines.size());
   return program.take();
 }
+
+}  // namespace quorvane

@@ -6,6 +6,8 @@
 #include "script/script_values.h"
 #include "vbscript/value_walk.h"
 
+namespace quorvane {
+
 std::unique_ptr<vbs::Enumerator> RequestCollection::enumerate() {
   std::vector<vbs::Value> names;
   for (const std::string& name : names_) names.emplace_back(std::string_view(name));
@@ -38,3 +40,5 @@ vbs::Value RequestCollection::getKey(vbs::Args args) {
 vbs::Value RequestCollection::getCount(vbs::Args) {
   return vbs::Value::longInt(static_cast<std::int32_t>(names_.size()));
 }
+
+}  // namespace quorvane

@@ -7,6 +7,8 @@
 
 #include "script/aspRequestObj.h"
 
+namespace quorvane {
+
 /// A member of "Request" used without a name: the collection of what it has under names. The names
 /// are those of the moment; the items are the member's own.
 class RequestCollection final : public vbs::NativeObject<RequestCollection> {
@@ -28,3 +30,5 @@ class RequestCollection final : public vbs::NativeObject<RequestCollection> {
   aspRequestObj::Item item_;
   std::vector<std::string> names_;
 };
+
+}  // namespace quorvane

@@ -8,6 +8,8 @@
 #include "vbscript/convert.h"
 #include "vbscript/value_walk.h"
 
+namespace quorvane {
+
 std::unique_ptr<vbs::Enumerator> RequestCookie::enumerate() {
   std::vector<vbs::Value> keys;
   for (const auto& entry : parseCookieKeys(cookie_.Value(), encoder_)) {
@@ -55,3 +57,5 @@ vbs::Value RequestCookie::getExpires(vbs::Args) {
 void RequestCookie::putExpires(vbs::Args args, vbs::CallKind) {
   cookie_.setExpires(script_values::calendarTime(vbs::toDate(args.back())));
 }
+
+}  // namespace quorvane

@@ -6,6 +6,8 @@
 #include "http/cookie_jar.h"
 #include "vbscript/object.h"
 
+namespace quorvane {
+
 class clsWEncode;
 
 /// What `Request.Cookies(name)` gives: a copy of a cookie that came with the request. Changing it
@@ -31,3 +33,5 @@ class RequestCookie final : public vbs::NativeObject<RequestCookie> {
   clsCookieObj cookie_;
   const clsWEncode& encoder_;
 };
+
+}  // namespace quorvane

@@ -6,6 +6,8 @@
 #include "script/script_values.h"
 #include "vbscript/value_walk.h"
 
+namespace quorvane {
+
 std::unique_ptr<vbs::Enumerator> RequestValues::enumerate() {
   return std::make_unique<vbs::ValueWalk>(values_);
 }
@@ -27,3 +29,5 @@ vbs::Value RequestValues::getItem(vbs::Args args) {
 vbs::Value RequestValues::getCount(vbs::Args) {
   return vbs::Value::longInt(static_cast<std::int32_t>(values_.size()));
 }
+
+}  // namespace quorvane

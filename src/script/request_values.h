@@ -7,6 +7,8 @@
 
 #include "vbscript/object.h"
 
+namespace quorvane {
+
 /// A variable of the request where a script needs an object: all the values that were sent under
 /// one name. Without a number it is worth what the plain variable is.
 class RequestValues final : public vbs::NativeObject<RequestValues> {
@@ -25,3 +27,5 @@ class RequestValues final : public vbs::NativeObject<RequestValues> {
   vbs::Value plain_;
   std::vector<vbs::Value> values_;
 };
+
+}  // namespace quorvane

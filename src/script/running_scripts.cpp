@@ -2,6 +2,8 @@
 
 #include "support/server_state.h"
 
+namespace quorvane {
+
 RunningScripts::RunningScripts(const Parts& parts, vbs::Limits limits)
     : dates_(parts.clock),
       authKeys_(parts.clock, parts.random),
@@ -12,3 +14,5 @@ RunningScripts::RunningScripts(const Parts& parts, vbs::Limits limits)
                 dates_,      parts.encoder, authKeys_,   *application_},
       vbsParser_(services_, parts.events, limits),
       runner_(vbsParser_, sessions_) {}
+
+}  // namespace quorvane

@@ -7,6 +7,8 @@
 #include "script/script_page_runner.h"
 #include "script/session_store.h"
 
+namespace quorvane {
+
 class FileAliases;
 class StatusLines;
 
@@ -45,3 +47,5 @@ class RunningScripts {
   aspMainParser vbsParser_;
   ScriptPageRunner runner_;
 };
+
+}  // namespace quorvane

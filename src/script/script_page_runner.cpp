@@ -4,6 +4,8 @@
 
 #include "http/clsHTTPParser.h"
 
+namespace quorvane {
+
 ScriptPageResult ScriptPageRunner::run(const ScriptPageRequest& request) {
   const std::int32_t asked = request.parser.SessionID();
   vbsParser_.Reset();
@@ -25,3 +27,5 @@ ScriptPageResult ScriptPageRunner::run(const ScriptPageRequest& request) {
   vbsParser_.Reset();
   return result;
 }
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 #include "script/aspMainParser.h"
 #include "script/session_store.h"
 
+namespace quorvane {
+
 /// Runs script pages for request handling, each with its session.
 class ScriptPageRunner final : public ScriptPages {
  public:
@@ -17,3 +19,5 @@ class ScriptPageRunner final : public ScriptPages {
   aspMainParser& vbsParser_;
   SessionStore& sessions_;
 };
+
+}  // namespace quorvane

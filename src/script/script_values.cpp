@@ -8,6 +8,8 @@
 #include "vbscript/convert.h"
 #include "vbscript/locale.h"
 
+namespace quorvane {
+
 namespace script_values {
 namespace {
 
@@ -98,3 +100,5 @@ void useLocale(std::int32_t id) {
 }
 
 }  // namespace script_values
+
+}  // namespace quorvane

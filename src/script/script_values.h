@@ -8,6 +8,8 @@
 #include "support/date_time.h"
 #include "vbscript/object.h"
 
+namespace quorvane {
+
 /// Between script values and the bytes of Windows-1252 that pages and requests are made of.
 /// Everything here throws vbs::ScriptError for a value that has no such form.
 namespace script_values {
@@ -40,3 +42,5 @@ double days(const CalendarTime& time);
 void useLocale(std::int32_t id);
 
 }  // namespace script_values
+
+}  // namespace quorvane

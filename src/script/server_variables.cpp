@@ -9,6 +9,8 @@
 #include "support/server_state.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 struct Source {
@@ -108,3 +110,5 @@ std::vector<std::string> serverVariableNames(const HeaderVariables& headers) {
   for (const auto& entry : headers) names.push_back(variableName(entry.value.name));
   return names;
 }
+
+}  // namespace quorvane

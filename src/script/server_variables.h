@@ -4,6 +4,8 @@
 #include <string_view>
 #include <vector>
 
+namespace quorvane {
+
 class HeaderVariables;
 class clsHTTPParser;
 struct ServerState;
@@ -15,3 +17,5 @@ std::string serverVariable(std::string_view name, const clsHTTPParser& request,
 
 /// The names of all that have a value of their own, and of the request's header lines.
 std::vector<std::string> serverVariableNames(const HeaderVariables& headers);
+
+}  // namespace quorvane

@@ -10,6 +10,8 @@
 #include "vbscript/convert.h"
 #include "vbscript/value_walk.h"
 
+namespace quorvane {
+
 std::unique_ptr<vbs::Enumerator> SessionContents::enumerate() {
   std::vector<vbs::Value> keys;
   for (const auto& entry : session_->values()) keys.emplace_back(std::string_view(entry.key));
@@ -48,3 +50,5 @@ vbs::Value SessionContents::callRemoveAll(vbs::Args) {
   session_->values().clear();
   return {};
 }
+
+}  // namespace quorvane

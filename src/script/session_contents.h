@@ -4,6 +4,8 @@
 
 #include "vbscript/object.h"
 
+namespace quorvane {
+
 class aspSessionObj;
 
 /// `Session.Contents` without a key: the session's values as a collection.
@@ -24,3 +26,5 @@ class SessionContents final : public vbs::NativeObject<SessionContents> {
 
   vbs::Ref<aspSessionObj> session_;
 };
+
+}  // namespace quorvane

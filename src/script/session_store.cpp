@@ -5,6 +5,8 @@
 
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 /// Draws that meet a taken number before the next free one upwards is taken instead. Only a store
@@ -98,3 +100,5 @@ void SessionStore::expire() {
 void SessionStore::forEach(const std::function<void(const aspSessionObj&)>& visit) const {
   for (const std::int32_t number : ages_) visit(*find(number));
 }
+
+}  // namespace quorvane

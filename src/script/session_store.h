@@ -12,6 +12,8 @@
 #include "script/aspSessionObj.h"
 #include "support/status_lines.h"
 
+namespace quorvane {
+
 /// The live sessions by their numbers. These run from 0 to 10,000, are drawn at random and can be
 /// guessed: a session holds nothing that a stranger may not see.
 class SessionStore {
@@ -59,3 +61,5 @@ class SessionStore {
   static constexpr std::size_t kWords = kHighestNumber / 64 + 1;
   std::array<std::uint64_t, kWords> taken_{};  ///< a bit for each number
 };
+
+}  // namespace quorvane

@@ -1,5 +1,7 @@
 #include "startup/Registry.h"
 
+namespace quorvane {
+
 namespace {
 
 /// The room that an expandable text, its NUL included, is read into; a longer one can't be read.
@@ -49,3 +51,5 @@ std::string Registry::ReadRegValue(const OpenKey& key, const std::string& name) 
   }
   return "";
 }
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 
 #include "platform/settings_storage.h"
 
+namespace quorvane {
+
 /// Text values by root, key and name. Failures are silent: false or an empty text. A machine name
 /// asks for the store of another machine; there is no way to one, so such calls fail.
 class Registry {
@@ -37,3 +39,5 @@ class Registry {
 
 /// The text up to its first NUL.
 std::string TrimAtNul(std::string text);
+
+}  // namespace quorvane

@@ -5,6 +5,8 @@
 #include <limits>
 #include <string_view>
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::uint32_t kWin32s = 0;
@@ -83,3 +85,5 @@ bool SysInfo::isNT() const {
   if (!isNT_) isNT_ = record().platform == kPlatforms[kWinNt];
   return *isNT_;
 }
+
+}  // namespace quorvane

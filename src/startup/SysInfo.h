@@ -5,6 +5,8 @@
 
 #include "platform/process.h"
 
+namespace quorvane {
+
 /// The operating system as texts.
 struct SystemRecord {
   std::string code;         ///< such as "WINXP"
@@ -35,3 +37,5 @@ class SysInfo {
   const Process& process_;
   mutable std::optional<bool> isNT_;
 };
+
+}  // namespace quorvane

@@ -2,4 +2,8 @@
 
 #include "support/text.h"
 
+namespace quorvane {
+
 CommandLine::CommandLine(std::string_view text) : text_(lowerCase(text)) {}
+
+}  // namespace quorvane

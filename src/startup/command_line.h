@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+namespace quorvane {
+
 /// The program's arguments. A switch counts wherever its text occurs, in any letter case:
 /// "/startnow" holds "/start" as well.
 class CommandLine {
@@ -17,3 +19,5 @@ class CommandLine {
  private:
   std::string text_;
 };
+
+}  // namespace quorvane

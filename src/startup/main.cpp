@@ -16,6 +16,8 @@
 #include "support/locale_id.h"
 #include "support/server_state.h"
 
+namespace quorvane {
+
 namespace {
 
 void printLine(std::string_view line) {
@@ -34,9 +36,7 @@ TerminalWindowServer serverOf(mainForm& window) {
   return server;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
   const auto process = makeProcess(argc, argv);
   const auto files = makeFiles();
   const auto clock = makeClock();
@@ -68,3 +68,9 @@ int main(int argc, char** argv) {
   if (startup.Main() == mainMod::Run::Lives) loop->run();
   return 0;
 }
+
+}  // namespace
+
+}  // namespace quorvane
+
+int main(int argc, char** argv) { return quorvane::run(argc, argv); }

@@ -5,6 +5,8 @@
 #include "support/clsLog.h"
 #include "support/paths.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::size_t kRuleLength = 73;
@@ -142,3 +144,5 @@ bool mainMod::handOver() {
                                    window.closeWindow();
                                  });
 }
+
+}  // namespace quorvane

@@ -13,6 +13,8 @@
 #include "startup/settings.h"
 #include "support/server_state.h"
 
+namespace quorvane {
+
 /// What start-up works with. Everything outlives it.
 struct mainModParts {
   ServerState& state;
@@ -54,3 +56,5 @@ class mainMod {
   mainModParts parts_;
   CommandLine line_;
 };
+
+}  // namespace quorvane

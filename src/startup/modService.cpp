@@ -4,6 +4,8 @@
 
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::chrono::seconds kPatience{5};
@@ -45,3 +47,5 @@ modService::Status modService::waitUntil(bool running) {
   }
   return now;
 }
+
+}  // namespace quorvane

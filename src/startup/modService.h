@@ -5,6 +5,8 @@
 #include "platform/service_host.h"
 #include "startup/SysInfo.h"
 
+namespace quorvane {
+
 /// The program's own service, as its service manager sees it. Every failure is silent; on systems
 /// without services nothing is installed and nothing happens.
 class modService {
@@ -37,3 +39,5 @@ class modService {
   const Clock& clock_;
   const SysInfo& system_;
 };
+
+}  // namespace quorvane

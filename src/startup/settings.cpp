@@ -2,6 +2,8 @@
 
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::uint16_t kUsualPort = 7007;
@@ -76,3 +78,5 @@ std::string Settings::userLanguage() const {
 std::string Settings::developerFolder() const {
   return registry_.GetRegString(RegistryRoot::LocalMachine, kProgramKey, "MainPath");
 }
+
+}  // namespace quorvane

@@ -6,6 +6,8 @@
 #include "startup/Registry.h"
 #include "support/server_state.h"
 
+namespace quorvane {
+
 /// The server's settings in the registry. Reading a setting that is missing, or empty, stores its
 /// default.
 class Settings final : public ServerSettings {
@@ -36,3 +38,5 @@ class Settings final : public ServerSettings {
   Registry& registry_;
   ServerState& state_;
 };
+
+}  // namespace quorvane

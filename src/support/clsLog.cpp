@@ -6,6 +6,8 @@
 #include "support/paths.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 void clsLog::setOutputFolder(std::string nv) {
   outputFolder_ = paths::withSeparator(std::move(nv));
 }
@@ -44,3 +46,5 @@ std::string clsLog::newFileName() const {
          name.substr(14, 2) + name.substr(17, 2);
   return name + ".LOG";
 }
+
+}  // namespace quorvane

@@ -7,6 +7,8 @@
 
 #include "support/date_time.h"
 
+namespace quorvane {
+
 /// Collects log lines in memory and appends them to a text file on demand. Nothing is written
 /// before `Commit`; lines still held when the object dies are lost, so its owner commits first.
 /// No member fails towards its caller.
@@ -45,3 +47,5 @@ class clsLog {
   std::string outputFolder_;
   std::string logFile_;
 };
+
+}  // namespace quorvane

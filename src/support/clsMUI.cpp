@@ -16,6 +16,8 @@
 #include "support/paths.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::string_view kFileTag = "QVLF";
@@ -230,3 +232,5 @@ std::string clsMUI::DecodeLangFile(const std::string& srcFile) const {
   std::string text = file.substr(kHeaderLength, static_cast<std::size_t>(claimed));
   return zip_.UncompressStringB(text, clsZipString::kGzip, kMostTextBytes) ? text : std::string();
 }
+
+}  // namespace quorvane

@@ -9,6 +9,8 @@
 #include "support/clsZipString.h"
 #include "support/keyed_collection.h"
 
+namespace quorvane {
+
 class LanguageForm;
 
 /// The console's texts in the user's language: a table of texts by number and by form control,
@@ -85,3 +87,5 @@ class clsMUI {
   KeyedCollection<std::string> texts_;  ///< in the order in which the keys were first set
   std::vector<Language> available_;     ///< sorted by name
 };
+
+}  // namespace quorvane

@@ -8,6 +8,8 @@
 #include "support/paths.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::string_view kTag = "QVMOD";
@@ -212,3 +214,5 @@ std::shared_ptr<const std::string> clsQVMod::sharedFile(const std::string& modPa
   const Content* content = find(modPath, false);
   return content ? *content : nullptr;
 }
+
+}  // namespace quorvane

@@ -8,6 +8,8 @@
 #include "support/clsZipString.h"
 #include "support/keyed_collection.h"
 
+namespace quorvane {
+
 /// The files of resource modules (".qvm"), unpacked into memory when the folder is set and asked
 /// for by URL path. No member fails loudly: a damaged module gives the entries before the first
 /// bad one. Nothing is allocated by a number that a module claims.
@@ -53,3 +55,5 @@ class clsQVMod {
   std::string lastPath_;
   std::string lastKey_;
 };
+
+}  // namespace quorvane

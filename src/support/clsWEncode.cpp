@@ -4,6 +4,8 @@
 
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 struct Entity {
@@ -113,3 +115,5 @@ std::optional<std::string> clsWEncode::afDecodeURL(std::string_view strData) con
   }
   return result;
 }
+
+}  // namespace quorvane

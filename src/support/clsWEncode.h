@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+namespace quorvane {
+
 /// Turns text into HTML-safe or URL-encoded text and back. Two tables built on creation make the
 /// encoding of a character one look-up. Immutable afterwards.
 class clsWEncode {
@@ -30,3 +32,5 @@ class clsWEncode {
   std::array<std::string, 256> url_;
   std::array<std::string, 256> html_;
 };
+
+}  // namespace quorvane

@@ -8,6 +8,8 @@
 #include <limits>
 #include <system_error>
 
+namespace quorvane {
+
 namespace {
 
 /// zlib counts input and output in unsigned ints; larger data is handed over in pieces.
@@ -172,3 +174,5 @@ bool clsZipString::SaveFileB(const std::string& path2File, std::string& sData,
   file.close();
   return file.good();
 }
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string>
 
+namespace quorvane {
+
 /// zlib behind a handful of operations. Data is bytes in a string; a "byte array" and a "string"
 /// are the same here, and the two families of names both exist because callers use both.
 /// Nothing fails loudly: a failed operation returns false and leaves the data alone.
@@ -53,3 +55,5 @@ class clsZipString {
     return SaveFileB(path2File, sData, zipAction, Mode);
   }
 };
+
+}  // namespace quorvane

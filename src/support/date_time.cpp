@@ -3,6 +3,8 @@
 #include <array>
 #include <charconv>
 
+namespace quorvane {
+
 namespace {
 
 void appendPadded(std::string& text, int value, int width) {
@@ -74,3 +76,5 @@ std::optional<CalendarTime> parseDateTimeText(std::string_view text) {
   time.weekday = weekdayOf(time.year, time.month, time.day);
   return time;
 }
+
+}  // namespace quorvane

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+namespace quorvane {
+
 /// Calendar arithmetic shared by every folder. Nothing here reads a clock.
 
 /// A moment broken into calendar fields, in whatever zone its maker says.
@@ -33,3 +35,5 @@ std::string dateTimeText(const CalendarTime& time);
 
 /// The fields of a stored date-time; nothing when the text is not of that form or no date.
 std::optional<CalendarTime> parseDateTimeText(std::string_view text);
+
+}  // namespace quorvane

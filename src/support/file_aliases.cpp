@@ -2,6 +2,8 @@
 
 #include <utility>
 
+namespace quorvane {
+
 void FileAliases::offer(std::string key, std::string localPath, std::optional<TimePoint> expires) {
   if (key.empty()) return;
   aliases_.put(std::move(key), {std::move(localPath), expires});
@@ -21,3 +23,5 @@ void FileAliases::removeExpired(TimePoint now) {
   aliases_.removeIf(
       [now](const auto& entry) { return entry.value.expires && *entry.value.expires < now; });
 }
+
+}  // namespace quorvane

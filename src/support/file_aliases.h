@@ -8,6 +8,8 @@
 #include "support/date_time.h"
 #include "support/keyed_collection.h"
 
+namespace quorvane {
+
 /// Keys under which scripts offer local files for download ("filebin$" targets). Keys compare
 /// without regard to letter case.
 class FileAliases {
@@ -38,3 +40,5 @@ class FileAliases {
 
   KeyedCollection<Alias> aliases_;
 };
+
+}  // namespace quorvane

@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <system_error>
 
+namespace quorvane {
+
 std::optional<CalendarTime> localFileTime(const std::string& path) {
   std::error_code error;
   const auto changed = std::filesystem::last_write_time(path, error);
@@ -19,3 +21,5 @@ std::optional<CalendarTime> localFileTime(const std::string& path) {
   return CalendarTime{fields->tm_year + 1900, fields->tm_mon + 1, fields->tm_mday, fields->tm_hour,
                       fields->tm_min,         fields->tm_sec,     fields->tm_wday};
 }
+
+}  // namespace quorvane

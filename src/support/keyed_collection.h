@@ -10,6 +10,8 @@
 
 #include "support/text.h"
 
+namespace quorvane {
+
 /// Values under text keys that compare without regard to letter case, in the order in which they
 /// were added. A balanced tree rather than a hash table: keys come from clients, and no choice of
 /// keys makes it slow. References to values last until their removal.
@@ -101,3 +103,5 @@ class KeyedCollection {
   std::list<Entry> entries_;
   std::map<std::string_view, Iterator, LessNoCase> index_;  ///< views into entries_
 };
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+namespace quorvane {
+
 /// What language tables need to know of a form: its name and caption, and its controls with the
 /// texts that can be put into another language. Whoever owns a form implements these.
 
@@ -47,3 +49,5 @@ class LanguageForm {
   /// Valid while the form is.
   virtual LanguageControl& control(std::size_t place) = 0;
 };
+
+}  // namespace quorvane

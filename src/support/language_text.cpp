@@ -2,6 +2,8 @@
 
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
@@ -51,3 +53,5 @@ std::string numberedTextKey(std::int32_t number) {
   if (digits.size() < 3 + start) digits.insert(start, 3 + start - digits.size(), '0');
   return '$' + digits;
 }
+
+}  // namespace quorvane

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+namespace quorvane {
+
 /// The plain form of a language table: a first line that says which language this is, then a line
 /// "key=text" for each text. Lines end in CR LF; those that begin with ";" are comments.
 
@@ -40,3 +42,5 @@ std::optional<LanguageEntry> parseLanguageLine(std::string_view line);
 
 /// The key of a numbered text: "$007" for 7.
 std::string numberedTextKey(std::int32_t number);
+
+}  // namespace quorvane

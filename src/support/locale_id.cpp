@@ -5,6 +5,8 @@
 
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 struct Locale {
@@ -54,3 +56,5 @@ std::int32_t localeIdOf(std::string_view localeName) {
   }
   return sameLanguage != nullptr ? sameLanguage->id : kEnglishLCID;
 }
+
+}  // namespace quorvane

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
+namespace quorvane {
+
 /// Windows-style locale identifiers: languages and their regional kinds by number.
 
 inline constexpr std::int32_t kEnglishLCID = 1033;     ///< United States
@@ -14,3 +16,5 @@ inline constexpr std::int32_t kBrazilianPortugueseLCID = 1046;
 /// has no number of its own takes the language's most common one. English for "C", "POSIX", an
 /// empty name and languages not in the table.
 std::int32_t localeIdOf(std::string_view localeName);
+
+}  // namespace quorvane

@@ -1,5 +1,7 @@
 #include "support/paths.h"
 
+namespace quorvane {
+
 namespace paths {
 namespace {
 
@@ -47,3 +49,5 @@ std::string_view extensionOf(std::string_view path) {
 }
 
 }  // namespace paths
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace quorvane {
+
 /// File paths as text. Both "/" and "\" count as separators on reading, since pages and requests
 /// bring either; what is made here uses the system's own.
 namespace paths {
@@ -34,3 +36,5 @@ std::string_view folderOf(std::string_view path);
 std::string_view extensionOf(std::string_view path);
 
 }  // namespace paths
+
+}  // namespace quorvane

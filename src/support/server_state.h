@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+namespace quorvane {
+
 /// The program-wide values. Start-up makes the one instance of a program and passes it by
 /// reference; nothing reaches it otherwise, so two servers can live in one process.
 /// Folder texts use the system's own separator; the members' comments say which end in one.
@@ -42,3 +44,5 @@ struct ServerState {
 inline std::string VersionText(const ServerState& state) {
   return state.AppVersion + " (Beta)";
 }
+
+}  // namespace quorvane

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <limits>
 
+namespace quorvane {
+
 namespace text_detail {
 namespace {
 
@@ -207,3 +209,5 @@ std::optional<std::int32_t> numericLong(std::string_view text) {
   }
   return static_cast<std::int32_t>(rounded);
 }
+
+}  // namespace quorvane

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+namespace quorvane {
+
 /// Text helpers. A character is a byte of Windows-1252; letter case covers its accented letters
 /// too, as the scripts' own LCase and UCase do.
 
@@ -53,3 +55,5 @@ double roundHalfEven(double value);
 /// The numeric value rounded to a signed 32-bit number; nothing when the text isn't numeric or the
 /// value doesn't fit.
 std::optional<std::int32_t> numericLong(std::string_view text);
+
+}  // namespace quorvane

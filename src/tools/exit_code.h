@@ -1,5 +1,7 @@
 #pragma once
 
+namespace quorvane {
+
 /// What every tool tells the script that called it.
 enum class ExitCode : int {
   Done = 0,
@@ -7,3 +9,5 @@ enum class ExitCode : int {
   Usage = 2,    ///< the arguments make no sense
   Failed = 3,   ///< a file or the server could not be reached
 };
+
+}  // namespace quorvane

@@ -8,6 +8,8 @@
 #include "support/locale_id.h"
 #include "tools/qvlang_check.h"
 
+namespace quorvane {
+
 namespace {
 
 using Arguments = std::vector<std::string>;
@@ -133,3 +135,5 @@ ExitCode runLanguageTool(const Arguments& arguments, const Files& files, std::os
                          std::ostream& err) {
   return LanguageTool(files, out, err).run(arguments);
 }
+
+}  // namespace quorvane

@@ -9,6 +9,8 @@
 #include "support/language_text.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace {
 
 using Findings = std::vector<std::string>;
@@ -125,3 +127,5 @@ Findings compareLanguageTexts(std::string_view text, std::string_view reference)
   }
   return findings;
 }
+
+}  // namespace quorvane

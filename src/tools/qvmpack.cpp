@@ -8,6 +8,8 @@
 #include "tools/qvmpack_folder.h"
 #include "tools/qvmpack_module.h"
 
+namespace quorvane {
+
 namespace {
 
 using Arguments = std::vector<std::string>;
@@ -144,3 +146,5 @@ ExitCode runModuleTool(const Arguments& arguments, const Files& files, std::ostr
                        std::ostream& err) {
   return ModuleTool(files, out, err).run(arguments);
 }
+
+}  // namespace quorvane

@@ -16,6 +16,8 @@
 #include "support/paths.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 namespace fs = std::filesystem;
 
 namespace {
@@ -194,3 +196,5 @@ std::string unpackFile(const ModuleFile& file, const std::string& folder, const 
   }
   return files.writeAll(path.string(), file.content) ? "" : path.string() + " can't be written";
 }
+
+}  // namespace quorvane

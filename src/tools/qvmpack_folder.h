@@ -7,6 +7,8 @@
 #include "platform/files.h"
 #include "tools/qvmpack_module.h"
 
+namespace quorvane {
+
 /// Modules and folders: what goes into a module, what the server finds in it, what comes out.
 
 struct FolderContents {
@@ -32,3 +34,5 @@ std::string unpackedPath(const ModuleFile& file);
 /// Writes a module's file below `folder`, which exists, making folders as needed. Never through a
 /// symbolic link. A sentence when it could not be done, else empty.
 std::string unpackFile(const ModuleFile& file, const std::string& folder, const Files& files);
+
+}  // namespace quorvane

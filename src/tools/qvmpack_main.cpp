@@ -3,7 +3,17 @@
 #include "platform/system.h"
 #include "tools/qvmpack.h"
 
-int main(int argc, char** argv) {
+namespace quorvane {
+
+namespace {
+
+int run(int argc, char** argv) {
   const auto files = makeFiles();
   return static_cast<int>(runModuleTool({argv + 1, argv + argc}, *files, std::cout, std::cerr));
 }
+
+}  // namespace
+
+}  // namespace quorvane
+
+int main(int argc, char** argv) { return quorvane::run(argc, argv); }

@@ -6,6 +6,8 @@
 
 #include "support/clsZipString.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::string_view kTag = "QVMOD";
@@ -183,3 +185,5 @@ ModuleContents readModule(std::string_view bytes) {
   if (!left.empty()) contents.problem = "There are bytes after the last entry.";
   return contents;
 }
+
+}  // namespace quorvane

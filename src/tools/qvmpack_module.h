@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+namespace quorvane {
+
 /// The format of resource modules (".qvm"), written and read entry by entry. What the server makes
 /// of a module is clsQVMod's business; this is for looking inside.
 
@@ -34,3 +36,5 @@ struct ModuleContents {
 };
 
 ModuleContents readModule(std::string_view bytes);
+
+}  // namespace quorvane

@@ -8,6 +8,8 @@
 #include <optional>
 #include <ostream>
 
+namespace quorvane {
+
 namespace {
 
 using Arguments = std::vector<std::string>;
@@ -255,3 +257,5 @@ ExitCode runControlTool(const Arguments& arguments, const AskServer& ask, std::o
   }
   return ControlTool(std::move(request), ask, out, err).run();
 }
+
+}  // namespace quorvane

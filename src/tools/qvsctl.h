@@ -9,6 +9,8 @@
 #include "platform/datagram_exchange.h"
 #include "tools/exit_code.h"
 
+namespace quorvane {
+
 /// How a question reaches the server: exchangeDatagrams, or a stand-in.
 using AskServer = std::function<DatagramExchange(
     const std::string& host, std::uint16_t port, std::string_view question,
@@ -17,3 +19,5 @@ using AskServer = std::function<DatagramExchange(
 /// Controls and queries a running server. `arguments` are those after the program's name.
 ExitCode runControlTool(const std::vector<std::string>& arguments, const AskServer& ask,
                         std::ostream& out, std::ostream& err);
+
+}  // namespace quorvane

@@ -11,7 +11,7 @@
 /// The tree that the parser makes of a script and the compiler reads. Nodes are owned by their
 /// parents. Names are views into the source text and into the tree's name table: a tree lives no
 /// longer than either. The height of every tree is bounded, so walkers may recurse.
-namespace vbs {
+namespace quorvane::vbs {
 
 /// The parser refuses expressions higher than this, and blocks and parentheses nested deeper.
 inline constexpr unsigned kMaxExpressionHeight = 2000;
@@ -367,4 +367,4 @@ struct Script {
   std::vector<ClassDeclaration> classes;
 };
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace vbs {
+namespace quorvane::vbs {
 
 const StatementEntry* Routine::statementAt(std::uint32_t offset) const {
   const auto after = std::upper_bound(
@@ -19,4 +19,4 @@ OperandName Routine::operandNameAt(std::uint32_t offset) const {
   return isKnown ? *found : OperandName{offset};
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

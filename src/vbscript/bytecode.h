@@ -12,7 +12,7 @@
 #include "vbscript/value.h"
 
 /// What the compiler makes and the machine runs.
-namespace vbs {
+namespace quorvane::vbs {
 
 class Program;
 struct ClassMember;
@@ -128,4 +128,4 @@ struct Routine {
   OperandName operandNameAt(std::uint32_t offset) const;
 };
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -86,4 +86,4 @@ std::int64_t totalSeconds(double date) {
   return std::int64_t{day} * kSecondsPerDay + second;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -4,7 +4,7 @@
 
 /// Calendar arithmetic on script dates: days since 30 December 1899, whose fraction is the time of
 /// day. Before that day the fraction still counts forward: -1.25 is 29 December, 6 o'clock.
-namespace vbs {
+namespace quorvane::vbs {
 
 inline constexpr double kMinDate = -657434.0;    ///< 1 January 100
 inline constexpr double kDateLimit = 2958466.0;  ///< the day after 31 December 9999
@@ -34,4 +34,4 @@ double combineDate(std::int64_t days, std::int64_t seconds);
 /// The inverse: whole seconds since midnight of 30 December 1899, in unbroken counting.
 std::int64_t totalSeconds(double date);
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

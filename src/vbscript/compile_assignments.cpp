@@ -2,7 +2,7 @@
 
 #include "vbscript/compiler.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 void RoutineCompiler::assign(const AssignStatement& statement) {
   const Expression& value = *statement.value;
@@ -193,4 +193,4 @@ void RoutineCompiler::assignOwn(const ClassMember& member, const Identifier& nam
               routine);
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

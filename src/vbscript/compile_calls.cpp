@@ -2,7 +2,7 @@
 
 #include "vbscript/compiler.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -479,4 +479,4 @@ RoutineCompiler::Register RoutineCompiler::placeOfElement(const Expression& expr
   return place;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

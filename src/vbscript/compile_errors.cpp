@@ -1,6 +1,6 @@
 #include "vbscript/compile_errors.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 std::string_view compileErrorText(CompileErrorCode code) {
   switch (code) {
@@ -114,4 +114,4 @@ std::string_view compileErrorText(CompileErrorCode code) {
   return "Syntax error";
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

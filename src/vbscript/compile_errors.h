@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// The classic numbers of faults that keep a script from compiling.
 enum class CompileErrorCode : std::int32_t {
@@ -65,4 +65,4 @@ enum class CompileErrorCode : std::int32_t {
 /// The text for a number, in English (United States).
 std::string_view compileErrorText(CompileErrorCode code);
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

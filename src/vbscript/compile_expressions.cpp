@@ -2,7 +2,7 @@
 
 #include "vbscript/compiler.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -424,4 +424,4 @@ void RoutineCompiler::jumpOnComparison(const BinaryExpression& binary, bool when
   emitFarJump(comparison.jumpRegisters, l, r, flags, label);
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace vbs {
+namespace quorvane::vbs {
 
 const Identifier* variableBelow(const Expression& expression) {
   const Expression* at = &expression;
@@ -180,4 +180,4 @@ void Mentions::scan(const Expression& expression) {
   }
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

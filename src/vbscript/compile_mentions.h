@@ -5,7 +5,7 @@
 
 #include "vbscript/ast.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// How a stretch of code uses names, found before any of it is compiled: decides which undeclared
 /// names are variables and which parameters are only read.
@@ -74,4 +74,4 @@ class Mentions {
 /// The name at the bottom of `a`, `a(1)`, `a(1)(2)`, or null.
 const Identifier* variableBelow(const Expression& expression);
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

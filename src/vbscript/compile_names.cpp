@@ -3,7 +3,7 @@
 #include "vbscript/compile_errors.h"
 #include "vbscript/compiler.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -380,4 +380,4 @@ void RoutineCompiler::noteElement(const Expression& array,
   names.back().index = script_.nameIndex(static_cast<const NameExpression&>(*indexes[0]).name);
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

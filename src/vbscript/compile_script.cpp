@@ -4,7 +4,7 @@
 #include "vbscript/compiler.h"
 #include "vbscript/name_table.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 void failCompile(std::int32_t number, SourcePosition position) {
   throw CompileError{number, std::string(compileErrorText(static_cast<CompileErrorCode>(number))),
@@ -431,4 +431,4 @@ std::shared_ptr<Program> compileExpression(std::string_view source, const Compil
   return program;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

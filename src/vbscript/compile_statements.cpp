@@ -2,7 +2,7 @@
 
 #include "vbscript/compiler.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 void RoutineCompiler::compileBlock(const Block& block) {
   for (std::size_t i = 0; i < block.size();) {
@@ -305,4 +305,4 @@ void RoutineCompiler::compileErase(const EraseStatement& statement) {
   }
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

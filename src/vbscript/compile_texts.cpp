@@ -6,7 +6,7 @@
 
 // Concatenations.
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -305,4 +305,4 @@ std::size_t RoutineCompiler::compileConstantWrites(const Block& block, std::size
   return next;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -12,7 +12,7 @@
 
 /// The compiler's own parts. RoutineCompiler walks the tree of one routine; ScriptCompiler knows
 /// the names that stand at script level.
-namespace vbs {
+namespace quorvane::vbs {
 
 /// Functions that need the scope they are called in.
 enum class ScopeFunction : std::uint8_t { Eval, Execute, ExecuteGlobal, GetRef };
@@ -335,4 +335,4 @@ class RoutineCompiler {
   bool isMain_ = false;                 ///< variables are the engine's globals
 };
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -9,7 +9,7 @@
 #include "vbscript/object.h"
 #include "vbscript/text_case.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -245,4 +245,4 @@ std::int16_t varType(const Value& value) {
   return static_cast<std::int16_t>(kArray + static_cast<int>(bytes ? Type::Byte : Type::Array));
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -8,7 +8,7 @@
 /// Conversions between the subtypes with VBScript's rules. Every function follows references,
 /// asks objects for their default value, and throws ScriptError: 13 for what cannot be converted,
 /// 6 for what does not fit, 94 for Null.
-namespace vbs {
+namespace quorvane::vbs {
 
 double toDouble(const Value& value);
 float toSingle(const Value& value);
@@ -41,4 +41,4 @@ String formatDate(double days);  ///< general date of the active locale
 std::string_view typeName(const Value& value);
 std::int16_t varType(const Value& value);
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

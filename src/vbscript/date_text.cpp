@@ -10,7 +10,7 @@
 #include "vbscript/locale.h"
 #include "vbscript/text_case.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -351,4 +351,4 @@ String formatDate(double days) {
   return String(text);
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -5,7 +5,7 @@
 
 #include "vbscript/calendar.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// The parts of a date laid out by one of the active locale's patterns.
 std::string formatDatePattern(const DateParts& parts, std::string_view pattern);
@@ -15,4 +15,4 @@ std::string formatTimeOfDay(const DateParts& parts);
 /// A year of two digits in the customary century: 0 to 29 are 2000 to 2029.
 int fullYear(int year);
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

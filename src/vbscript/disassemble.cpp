@@ -4,7 +4,7 @@
 #include "vbscript/library/library.h"
 #include "vbscript/program.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -180,4 +180,4 @@ std::string disassemble(const Program& program) {
   return out;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

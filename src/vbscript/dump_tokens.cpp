@@ -5,7 +5,7 @@
 #include "vbscript/lexer.h"
 #include "vbscript/parser.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -44,4 +44,4 @@ std::string dumpTokens(std::string_view source) {
   return out;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

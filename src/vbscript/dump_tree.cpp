@@ -5,7 +5,7 @@
 #include "vbscript/engine.h"
 #include "vbscript/parser.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -285,4 +285,4 @@ std::string dumpTree(std::string_view source) {
   }
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -5,7 +5,7 @@
 #include "vbscript/machine.h"
 #include "vbscript/program_cache.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 // ---- Compiled programs ----
 
@@ -119,4 +119,4 @@ std::string dumpBytecode(std::string_view source) {
   }
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

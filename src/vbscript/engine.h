@@ -14,7 +14,7 @@
 #include "vbscript/value.h"
 
 /// The one header through which a host compiles and runs scripts.
-namespace vbs {
+namespace quorvane::vbs {
 
 class Machine;
 class Program;  ///< a compiled script; shared between runs
@@ -85,4 +85,4 @@ std::string dumpTokens(std::string_view source);
 std::string dumpTree(std::string_view source);
 std::string dumpBytecode(std::string_view source);
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -2,7 +2,7 @@
 
 #include "vbscript/convert.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -86,4 +86,4 @@ Value ErrObject::raise(Args args) {
   throw error;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

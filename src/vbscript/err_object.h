@@ -2,7 +2,7 @@
 
 #include "vbscript/object.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// The object that scripts know as Err: the last trapped error.
 class ErrObject final : public NativeObject<ErrObject> {
@@ -33,4 +33,4 @@ class ErrObject final : public NativeObject<ErrObject> {
 /// What Err.Source shows when an error names no source of its own.
 std::string_view defaultErrorSource(std::int32_t number);
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -6,7 +6,7 @@
 
 #include "vbscript/memory_meter.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -114,4 +114,4 @@ void MemoryMeter::overLimit() {
   throwError(ErrorCode::OutOfMemory);
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// The classic run-time error numbers. The texts stand in error.cpp, in English (United States).
 enum class ErrorCode : std::int32_t {
@@ -88,4 +88,4 @@ std::string_view errorText(std::int32_t number);
 /// With a name behind the text: "Variable is undefined: 'x'".
 [[noreturn]] void throwError(ErrorCode code, std::string_view name);
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

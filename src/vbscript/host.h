@@ -7,7 +7,7 @@
 
 #include "vbscript/value.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// Every effect of a script on the outside goes through here. Tests give a fake.
 class Host {
@@ -42,4 +42,4 @@ struct Limits {
   std::uint32_t callDepth = 4000;                      ///< nested script calls; error 28
 };
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// The words with a meaning of their own. From kFirstContextual on, they have it in certain places
 /// only and are ordinary names elsewhere.
@@ -92,4 +92,4 @@ constexpr bool isReserved(Keyword keyword) {
   return keyword < kFirstContextual;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

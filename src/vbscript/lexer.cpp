@@ -7,7 +7,7 @@
 
 #include "vbscript/parser.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -316,4 +316,4 @@ void Lexer::scanSymbol(Token& token) {
   }
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

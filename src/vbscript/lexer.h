@@ -8,7 +8,7 @@
 #include "vbscript/keywords.h"
 #include "vbscript/name_table.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 enum class TokenKind : std::uint8_t {
   End,  ///< of the text
@@ -89,4 +89,4 @@ class Lexer {
   bool previousIsOperand_ = false;
 };
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

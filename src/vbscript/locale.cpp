@@ -3,7 +3,7 @@
 #include "vbscript/calendar.h"
 #include "vbscript/locale_table.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -52,4 +52,4 @@ TextScope::~TextScope() {
   context.host = host_;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

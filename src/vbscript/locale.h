@@ -8,7 +8,7 @@
 
 /// What depends on language and country when values become text and back. A run starts in its
 /// host's locale; SetLocale changes the rest of the run.
-namespace vbs {
+namespace quorvane::vbs {
 
 enum class DateOrder : std::uint8_t { MonthDayYear, DayMonthYear, YearMonthDay };
 
@@ -67,4 +67,4 @@ class TextScope {
   Host* host_;
 };
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -3,7 +3,7 @@
 #include <array>
 #include <string_view>
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -174,4 +174,4 @@ constinit const Locale kLocales[kLocaleCount] = {
     // clang-format on
 };
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -4,7 +4,7 @@
 
 #include "vbscript/locale.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 inline constexpr std::size_t kLocaleCount = 22;
 
@@ -12,4 +12,4 @@ inline constexpr std::size_t kLocaleCount = 22;
 /// a page has.
 extern const Locale kLocales[kLocaleCount];
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -8,7 +8,7 @@
 #include "vbscript/parser.h"
 #include "vbscript/program_cache.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -296,4 +296,4 @@ void Machine::unwind(const Frame* entry) {
   while (fp_ >= entry) leaveFrame();
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

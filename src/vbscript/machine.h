@@ -12,7 +12,7 @@
 #include "vbscript/program.h"
 #include "vbscript/time_check.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// The time limit ends a run: no script traps this.
 struct RunStopped {};
@@ -290,4 +290,4 @@ inline bool needsCare(const Value& value) {
   return static_cast<ScriptObject*>(object)->fields() + cache.member->slot;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

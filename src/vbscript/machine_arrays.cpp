@@ -5,7 +5,7 @@
 #include "vbscript/machine.h"
 #include "vbscript/operators.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -247,4 +247,4 @@ void Machine::refElement(const Instruction* pc, Value* base) {
   hold(base[pc->a], std::move(result));
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -3,7 +3,7 @@
 #include "vbscript/machine.h"
 #include "vbscript/operators.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -482,4 +482,4 @@ const Routine& Machine::current(const Routine& routine) {
   return *newest;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -8,7 +8,7 @@
 
 // Code that comes as text while a script runs, and names that are only known then.
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -241,4 +241,4 @@ void Machine::throwCode(const Instruction* pc) {
   throwError(code, fp_->routine->program->names[name].text);
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -11,7 +11,7 @@
 // No object with a destructor may be alive where the loop jumps from one operation to the next: a
 // computed goto runs no destructors.
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -721,4 +721,4 @@ OnErrorGoToZero:
 
 #pragma GCC diagnostic pop
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

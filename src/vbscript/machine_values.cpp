@@ -4,7 +4,7 @@
 #include "vbscript/machine.h"
 #include "vbscript/operators.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 // ---- Storing ----
 
@@ -452,4 +452,4 @@ bool Machine::forEachNext(const Instruction* pc, Value* base) {
   return true;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

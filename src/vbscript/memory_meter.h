@@ -5,7 +5,7 @@
 
 #include "vbscript/time_check.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// Counts the bytes that script values hold (strings, arrays, objects) on this thread, so that a
 /// host can bound a script. Values may outlive the run that made them; the count simply follows
@@ -41,4 +41,4 @@ class MemoryCharge {
   std::size_t bytes_;
 };
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

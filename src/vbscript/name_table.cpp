@@ -5,7 +5,7 @@
 #include "vbscript/keywords.h"
 #include "vbscript/text_case.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -71,4 +71,4 @@ std::string foldName(std::string_view text) {
   return lower;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// Gives every name of a script a small number: the same for all spellings that differ in letter
 /// case only. The language's keywords come first, in the order of the enum Keyword, so that one
@@ -40,4 +40,4 @@ class NameTable {
 /// A name in the folded form that every comparison uses.
 std::string foldName(std::string_view text);
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

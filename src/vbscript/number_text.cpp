@@ -9,7 +9,7 @@
 #include "vbscript/error.h"
 #include "vbscript/locale.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -371,4 +371,4 @@ std::string fixedText(double number, int places) {
   return number < 0 && !zero ? "-" + whole : whole;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -7,7 +7,7 @@
 
 #include "vbscript/string.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// parseNumber for a whole number of `bits` bits: &HFFFF is -1 with 16 bits, 65535 with 32. With
 /// zero bits nothing wraps. The result is infinite when the text spells too large a number.
@@ -24,4 +24,4 @@ std::int64_t currencyFrom(double number);
 /// zero, as the Format functions and Round's text show it. Always with '.', never an exponent.
 std::string fixedText(double number, int places);
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -5,7 +5,7 @@
 #include <new>
 #include <vector>
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// Ends bodies whose last reference is gone. When too many ends are in progress inside each other
 /// further ones wait in a queue, which the outermost end empties before it returns.
@@ -91,4 +91,4 @@ std::unique_ptr<Enumerator> Object::enumerate() {
   throwError(ErrorCode::NotACollection);
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

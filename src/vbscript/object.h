@@ -7,7 +7,7 @@
 
 #include "vbscript/value.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// How a member is used by a script.
 enum class CallKind : std::uint8_t {
@@ -255,4 +255,4 @@ inline void Value::drop() {
   }
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

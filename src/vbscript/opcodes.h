@@ -138,7 +138,7 @@
   X(EvaluateText, "rr", "a = value of text b as an expression")                                   \
   X(GetRef, "rr", "a = function object for the routine that text b names")
 
-namespace vbs {
+namespace quorvane::vbs {
 
 enum class Opcode : std::uint8_t {
 #define VBS_OPCODE_NAME(name, operands, meaning) name,
@@ -147,4 +147,4 @@ enum class Opcode : std::uint8_t {
       Count,
 };
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

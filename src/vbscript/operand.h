@@ -5,7 +5,7 @@
 #include "vbscript/value.h"
 
 /// What the operators' files share; for them only.
-namespace vbs {
+namespace quorvane::vbs {
 
 /// An operand with references followed and objects replaced by their default value. Borrows the
 /// original where it can.
@@ -53,4 +53,4 @@ inline bool isOneOf(const Value& value, unsigned types) {
 /// The number in a plain operand other than Null; a text must spell one.
 double operandNumber(const Value& operand);
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -6,7 +6,7 @@
 
 /// The operators on all subtypes: result types, widening on overflow, Null propagation. Operands
 /// may be references or objects. All throw ScriptError.
-namespace vbs {
+namespace quorvane::vbs {
 
 Value add(const Value& left, const Value& right);
 Value subtract(const Value& left, const Value& right);
@@ -49,4 +49,4 @@ bool stillHolds(const Value& place, const Value& before);
 /// `target` becomes `before & tail`, in place when it still holds `before`, its earlier value.
 void appendToEarlier(Value& target, Value before, const Value& tail);
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -6,7 +6,7 @@
 #include "vbscript/operand.h"
 #include "vbscript/operators.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -286,4 +286,4 @@ Value identity(const Value& value) {
   return *operand;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

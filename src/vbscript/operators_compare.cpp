@@ -6,7 +6,7 @@
 #include "vbscript/operand.h"
 #include "vbscript/operators.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -190,4 +190,4 @@ void appendToEarlier(Value& target, Value before, const Value& tail) {
   }
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

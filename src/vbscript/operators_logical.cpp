@@ -3,7 +3,7 @@
 #include "vbscript/operand.h"
 #include "vbscript/operators.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -111,4 +111,4 @@ Value logicalImp(const Value& left, const Value& right) {
   return make(~a.bits | b.bits, commonType(a, b));
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

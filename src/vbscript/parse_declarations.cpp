@@ -3,7 +3,7 @@
 #include "vbscript/operators.h"
 #include "vbscript/parser_impl.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -339,4 +339,4 @@ void Parser::declareMember(const Procedure& procedure) {
   mark.kinds |= kind;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

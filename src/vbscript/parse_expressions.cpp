@@ -2,7 +2,7 @@
 #include "vbscript/locale.h"
 #include "vbscript/parser_impl.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -268,4 +268,4 @@ Value Parser::dateValue() const {
   return Value::date(*days);
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -1,6 +1,6 @@
 #include "vbscript/parser_impl.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 void Parser::parseBlock(Block& block) {
   const Nesting nesting(*this);
@@ -442,4 +442,4 @@ StatementPtr Parser::parseReDim() {
   return statement;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -2,7 +2,7 @@
 
 #include "vbscript/parser_impl.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 DeclaredNames::Kind DeclaredNames::find(Level level, std::uint32_t id) const {
   const std::size_t at = std::size_t{id} * kLevels + level;
@@ -91,4 +91,4 @@ ParsedExpression parseExpression(std::string_view source) {
   return parsed;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

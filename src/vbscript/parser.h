@@ -7,7 +7,7 @@
 
 #include "vbscript/ast.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// A script that does not follow the grammar. Compile errors have numbers from 1001 on.
 struct CompileError {
@@ -29,4 +29,4 @@ struct ParsedExpression {
 /// Parses one expression, as Eval takes it. `source` must outlive the tree.
 ParsedExpression parseExpression(std::string_view source);
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

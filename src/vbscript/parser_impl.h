@@ -13,7 +13,7 @@
 #include "vbscript/lexer.h"
 #include "vbscript/parser.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// Which names a scope has declared already. Scopes nest: script, class, procedure.
 class DeclaredNames {
@@ -186,4 +186,4 @@ class Parser {
   std::unordered_map<std::uint32_t, PropertyMark> properties_;  ///< by name
 };
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -11,7 +11,7 @@
 #include "vbscript/bytecode.h"
 #include "vbscript/script_class.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// A table of names that can be asked with views.
 struct NameHash {
@@ -90,4 +90,4 @@ std::shared_ptr<Program> compileExpression(std::string_view source, const Compil
 
 std::string disassemble(const Program& program);
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

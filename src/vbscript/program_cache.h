@@ -7,7 +7,7 @@
 #include "vbscript/parser.h"
 #include "vbscript/program.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// What compiled code takes for granted about the objects of the host: their names, and where the
 /// members are.
@@ -39,4 +39,4 @@ struct ProgramCache::Impl {
 
 ErrorReport compileErrorReport(const CompileError& error, std::string_view source);
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

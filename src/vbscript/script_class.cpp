@@ -5,7 +5,7 @@
 
 #include "vbscript/machine.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -135,4 +135,4 @@ Value RoutineObject::invoke(MemberId id, CallKind kind, Args args) {
   return machine_->callRoutine(*routine_, nullptr, args);
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

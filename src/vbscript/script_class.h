@@ -8,7 +8,7 @@
 #include "vbscript/ast.h"
 #include "vbscript/object.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 class Machine;
 class Program;
@@ -120,4 +120,4 @@ class RoutineObject final : public MachineObject {
   const Routine* routine_;
 };
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

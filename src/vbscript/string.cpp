@@ -7,7 +7,7 @@
 #include "vbscript/error.h"
 #include "vbscript/text_case.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -484,4 +484,4 @@ int String::compareText(const String& a, const String& b) {
   return variant;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -8,7 +8,7 @@
 
 #include "vbscript/memory_meter.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// How a string's bytes are to be read.
 enum class Encoding : std::uint8_t {
@@ -128,4 +128,4 @@ class String {
 char16_t ansiToUnit(unsigned char byte);
 int unitToAnsi(char16_t unit);
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -1,6 +1,6 @@
 #include "vbscript/text_case.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -71,4 +71,4 @@ char16_t upperUnit(char16_t unit) {
   return unit;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

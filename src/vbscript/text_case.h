@@ -4,7 +4,7 @@
 
 /// Letter case of single characters, without regard to the C library's locale. Characters whose
 /// counterpart has no byte in Windows-1252 stay as they are in the byte tables.
-namespace vbs {
+namespace quorvane::vbs {
 
 extern const std::array<unsigned char, 256> kLowerAnsi;
 extern const std::array<unsigned char, 256> kUpperAnsi;
@@ -20,4 +20,4 @@ inline char upperAnsi(char c) {
 char16_t lowerUnit(char16_t unit);
 char16_t upperUnit(char16_t unit);
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

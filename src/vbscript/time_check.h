@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// Native work without a small bound of its own (a regular expression over a long text, say) calls
 /// checkTime() now and then. While a script runs, that throws when the script's time is over.
@@ -41,4 +41,4 @@ class TimeCheckScope {
   TimeCheck before_;
 };
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

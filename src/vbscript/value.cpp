@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <new>
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -160,4 +160,4 @@ ArrayRep* Value::writableArray() {
   return payload_.a;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

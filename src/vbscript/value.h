@@ -10,7 +10,7 @@
 #include "vbscript/memory_meter.h"
 #include "vbscript/string.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 class Object;
 class Value;
@@ -269,6 +269,6 @@ inline Value* ArrayRep::at(std::int32_t row, std::int32_t column) const {
   return elements + (static_cast<std::size_t>(column) * rows + static_cast<std::size_t>(row));
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs
 
 #include "vbscript/object.h"  // the counting of values needs the whole object

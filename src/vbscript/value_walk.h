@@ -5,7 +5,7 @@
 
 #include "vbscript/object.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// Walks the elements of a vector as it was when the loop began: what most collections need,
 /// because a loop's body may change the collection.
@@ -26,4 +26,4 @@ class ValueWalk final : public Enumerator {
   std::size_t at_ = 0;
 };
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -2,6 +2,8 @@
 
 #include <charconv>
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::string_view kCaseMark = "'=== ";
@@ -54,3 +56,5 @@ std::vector<LanguageCase> parseLanguageCases(std::string_view file) {
   }
   return cases;
 }
+
+}  // namespace quorvane

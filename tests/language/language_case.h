@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+namespace quorvane {
+
 /// The cases of a script file of this folder. A line `'=== name` begins a case; `'> text`, at the
 /// end of a line or alone, is a line of output to come; `'! number text` says that the script stops
 /// with that error on that very line (the text may be left out).
@@ -22,3 +24,5 @@ struct LanguageCase {
 };
 
 std::vector<LanguageCase> parseLanguageCases(std::string_view file);
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 #include "vbscript/calendar.h"
 #include "vbscript/convert.h"
 
+namespace quorvane {
+
 using vbs::Value;
 
 const std::string_view kPrelude =
@@ -80,3 +82,5 @@ Value TestOutput::show(vbs::Args args) {
   text_ += describe(args[0]) + '\n';
   return {};
 }
+
+}  // namespace quorvane

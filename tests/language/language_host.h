@@ -5,6 +5,8 @@
 #include "vbscript/host.h"
 #include "vbscript/object.h"
 
+namespace quorvane {
+
 /// The outside of a language test: a clock that stands at 29 February 2024, 13:45:30.
 class LanguageHost final : public vbs::Host {
  public:
@@ -34,3 +36,5 @@ class TestOutput : public vbs::NativeObject<TestOutput> {
 /// Run before each case: `Failed` writes the number of the trapped error, or "no error", and
 /// clears it; `FailedText` adds the description.
 extern const std::string_view kPrelude;
+
+}  // namespace quorvane

@@ -9,6 +9,8 @@
 #include "language_host.h"
 #include "vbscript/engine.h"
 
+namespace quorvane {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -85,3 +87,5 @@ std::string testName(const testing::TestParamInfo<fs::path>& info) {
 INSTANTIATE_TEST_SUITE_P(Files, Language, testing::ValuesIn(scriptFiles()), testName);
 
 }  // namespace
+
+}  // namespace quorvane

@@ -10,6 +10,8 @@
 #include "vbscript/convert.h"
 #include "vbscript/operators.h"
 
+namespace quorvane {
+
 // What every operator gives for every pair of types. Each table has a row for the left operand and
 // a column for the right one, in the order of kOperands; a cell names the type of the result:
 //   E Empty  N Null  B Boolean  y Byte  i Integer  l Long  s Single  d Double  c Currency  t Date
@@ -324,3 +326,5 @@ TEST(OperatorTable, ArraysAreNoOperands) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include "platform/clock.h"
 
+namespace quorvane {
+
 /// A clock set by hand. Its own time zone is Coordinated Universal Time moved by `zone`.
 class FakeClock final : public Clock {
  public:
@@ -33,3 +35,5 @@ class FakeClock final : public Clock {
  private:
   mutable std::chrono::steady_clock::time_point steady_;
 };
+
+}  // namespace quorvane

@@ -9,6 +9,8 @@
 
 #include "platform/event_loop.h"
 
+namespace quorvane {
+
 /// An event loop whose network a test plays by hand: it connects, delivers bytes, takes what was
 /// sent and lets timers tick. Events run within the call that causes them.
 class FakeEventLoop;
@@ -261,3 +263,5 @@ inline bool FakeListener::listen(std::uint16_t port) {
   if (isFree) port_ = port;
   return isFree;
 }
+
+}  // namespace quorvane

@@ -5,6 +5,8 @@
 
 #include "platform/process.h"
 
+namespace quorvane {
+
 /// A process that says what a test wants to hear, on a system that has the folders named.
 class FakeProcess final : public Process {
  public:
@@ -32,3 +34,5 @@ class FakeProcess final : public Process {
   HostVersion version{2, 6, 1, 42, ""};
   mutable int versionQueries = 0;
 };
+
+}  // namespace quorvane

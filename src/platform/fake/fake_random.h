@@ -6,6 +6,8 @@
 
 #include "platform/random.h"
 
+namespace quorvane {
+
 /// Identifiers of a running byte: 00 01 02 ...
 class CountingRandom final : public Random {
  public:
@@ -35,3 +37,5 @@ class ScriptedRandom final : public Random {
     return {0x0A, 0xFF, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, ++guids};
   }
 };
+
+}  // namespace quorvane

@@ -9,6 +9,8 @@
 
 #include "platform/files.h"
 
+namespace quorvane {
+
 /// A file system in memory, for tests. Paths use "/". Folders come to be with the first file in
 /// them or by makeFolder. A change of content changes identity and time of change.
 class MemoryFiles final : public Files {
@@ -144,3 +146,5 @@ class MemoryFiles final : public Files {
   mutable std::vector<std::string> folders_;
   mutable std::uint64_t lastIdentity_ = 0;
 };
+
+}  // namespace quorvane

@@ -5,6 +5,8 @@
 #include "platform/settings_storage.h"
 #include "support/text.h"
 
+namespace quorvane {
+
 /// Settings in memory, for tests.
 class MemorySettings final : public SettingsStorage {
  public:
@@ -45,3 +47,5 @@ class MemorySettings final : public SettingsStorage {
     return root >= RegistryRoot::CurrentUser && root <= RegistryRoot::ClassesRoot;
   }
 };
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 
 #include "platform/system.h"
 
+namespace quorvane {
+
 namespace {
 
 using std::chrono::system_clock;
@@ -54,3 +56,5 @@ class LinuxClock final : public Clock {
 std::unique_ptr<Clock> makeClock() {
   return std::make_unique<LinuxClock>();
 }
+
+}  // namespace quorvane

@@ -6,6 +6,8 @@
 #include <asio/buffer.hpp>
 #include <asio/post.hpp>
 
+namespace quorvane {
+
 using std::chrono::steady_clock;
 
 namespace {
@@ -285,3 +287,5 @@ class LoopTcpSocket final : public TcpSocket {
 std::unique_ptr<TcpSocket> makeTcpSocket(LoopCore& core, int index, TcpSocketEvents& events) {
   return std::make_unique<LoopTcpSocket>(core, index, events);
 }
+
+}  // namespace quorvane

@@ -7,6 +7,8 @@
 #include "platform/linux/outgoing_queue.h"
 #include "platform/tcp.h"
 
+namespace quorvane {
+
 /// One accepted connection, from accept to the closing of its descriptor. A TcpSocket holds it
 /// while it is open; after close() it lives on its own until its bytes are over:
 ///
@@ -78,3 +80,5 @@ class AcceptedRequest final : public ConnectionRequest {
   std::string address_;
   std::uint16_t port_ = 0;
 };
+
+}  // namespace quorvane

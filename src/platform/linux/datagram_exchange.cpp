@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <memory>
 
+namespace quorvane {
+
 namespace {
 
 using Outcome = DatagramExchange::Outcome;
@@ -96,3 +98,5 @@ DatagramExchange exchangeDatagrams(const std::string& host, std::uint16_t port,
   }
   return result;
 }
+
+}  // namespace quorvane

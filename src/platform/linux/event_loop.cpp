@@ -13,6 +13,8 @@
 #include "platform/linux/udp_socket.h"
 #include "platform/system.h"
 
+namespace quorvane {
+
 namespace {
 
 using std::chrono::milliseconds;
@@ -101,7 +103,7 @@ class LinuxEventLoop final : public EventLoop {
     return makeTcpSocket(core_, index, events);
   }
   std::unique_ptr<UdpSocket> makeUdpSocket(UdpSocketEvents& events) override {
-    return ::makeUdpSocket(core_, events);
+    return quorvane::makeUdpSocket(core_, events);
   }
   std::unique_ptr<Timer> makeTimer(milliseconds interval, std::function<void()> tick) override {
     return std::make_unique<LoopTimer>(core_, interval, std::move(tick));
@@ -166,3 +168,5 @@ LoopCore* loopCoreOf(EventLoop& loop) {
   auto* own = dynamic_cast<LinuxEventLoop*>(&loop);
   return own ? &own->core() : nullptr;
 }
+
+}  // namespace quorvane

@@ -12,6 +12,8 @@
 #include "platform/linux/open_file.h"
 #include "platform/system.h"
 
+namespace quorvane {
+
 namespace {
 
 /// Only files and folders are told of: a pipe or a device among them would block its reader.
@@ -191,3 +193,5 @@ std::size_t LinuxFile::read(std::uint64_t offset, char* out, std::size_t length)
 std::unique_ptr<Files> makeFiles() {
   return std::make_unique<LinuxFiles>();
 }
+
+}  // namespace quorvane

@@ -12,6 +12,8 @@
 #include "platform/files.h"
 #include "platform/gif_picture.h"
 
+namespace quorvane {
+
 namespace {
 
 /// Browsers and formats alike go little further on one side.
@@ -265,3 +267,5 @@ class VipsImages final : public ImageLibrary {
 std::unique_ptr<ImageLibrary> makeImageLibrary(const Files& files) {
   return std::make_unique<VipsImages>(files);
 }
+
+}  // namespace quorvane

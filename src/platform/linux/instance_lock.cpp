@@ -9,6 +9,8 @@
 
 #include "platform/system.h"
 
+namespace quorvane {
+
 namespace {
 
 /// A lock on a file beside the settings; the kernel lets go of it with the process.
@@ -46,3 +48,5 @@ class FileLock final : public InstanceLock {
 std::unique_ptr<InstanceLock> makeInstanceLock(const std::string& root) {
   return std::make_unique<FileLock>(root);
 }
+
+}  // namespace quorvane

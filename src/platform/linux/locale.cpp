@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+namespace quorvane {
+
 std::string userLocaleName() {
   // In this order the first that is not empty decides, even where it names no known language.
   for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
@@ -10,3 +12,5 @@ std::string userLocaleName() {
   }
   return {};
 }
+
+}  // namespace quorvane

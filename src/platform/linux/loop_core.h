@@ -9,6 +9,8 @@
 #include <memory>
 #include <unordered_set>
 
+namespace quorvane {
+
 class Connection;
 class EventLoop;
 
@@ -41,3 +43,5 @@ struct LoopCore {
 
 /// What is shared by everything that `loop` has made; null when it is no loop of this system's.
 LoopCore* loopCoreOf(EventLoop& loop);
+
+}  // namespace quorvane

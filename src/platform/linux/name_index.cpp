@@ -6,6 +6,8 @@
 #include <ctime>
 #include <memory>
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::size_t kListings = 32;
@@ -83,3 +85,5 @@ const NameIndex::Listing* NameIndex::listingOf(const std::string& folder) {
   if (listings_.size() > kListings) listings_.pop_back();
   return &listing;
 }
+
+}  // namespace quorvane

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <unordered_map>
 
+namespace quorvane {
+
 /// Finds names in folders without regard to letter case. Remembers the listings of the folders
 /// asked for last, so that names nobody has don't cost a walk through a large folder each.
 class NameIndex {
@@ -28,3 +30,5 @@ class NameIndex {
 
 /// ASCII letters and the Latin-1 letters in their UTF-8 form.
 std::string foldCase(std::string_view name);
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include "platform/files.h"
 
+namespace quorvane {
+
 /// A file by its descriptor.
 class LinuxFile final : public OpenFile {
  public:
@@ -18,3 +20,5 @@ class LinuxFile final : public OpenFile {
   int descriptor_;
   FileInfo info_;
 };
+
+}  // namespace quorvane

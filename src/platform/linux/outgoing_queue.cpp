@@ -9,6 +9,8 @@
 
 #include "platform/linux/open_file.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::size_t kKiB = 1024;
@@ -137,3 +139,5 @@ void OutgoingQueue::clear() {
   offset_ = 0;
   pending_ = 0;
 }
+
+}  // namespace quorvane

@@ -7,6 +7,8 @@
 #include "platform/linux/loop_core.h"
 #include "platform/outgoing.h"
 
+namespace quorvane {
+
 /// Bytes on their way to one client, in the order they were queued. Keeps its small storage
 /// between responses.
 class OutgoingQueue {
@@ -37,3 +39,5 @@ class OutgoingQueue {
   std::uint64_t offset_ = 0;  ///< bytes of it that were taken
   std::uint64_t pending_ = 0;
 };
+
+}  // namespace quorvane

@@ -9,6 +9,8 @@
 
 #include "platform/system.h"
 
+namespace quorvane {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -57,3 +59,5 @@ class LinuxProcess final : public Process {
 std::unique_ptr<Process> makeProcess(int argc, char** argv) {
   return std::make_unique<LinuxProcess>(argc, argv);
 }
+
+}  // namespace quorvane

@@ -7,6 +7,8 @@
 
 #include "platform/system.h"
 
+namespace quorvane {
+
 namespace {
 
 /// The kernel's generator; asking again is all that an interruption needs.
@@ -56,3 +58,5 @@ class LinuxRandom final : public Random {
 std::unique_ptr<Random> makeRandom() {
   return std::make_unique<LinuxRandom>();
 }
+
+}  // namespace quorvane

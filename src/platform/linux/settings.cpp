@@ -5,6 +5,8 @@
 #include "platform/system.h"
 #include "platform/text_settings.h"
 
+namespace quorvane {
+
 namespace {
 
 std::string environment(const char* name) {
@@ -27,3 +29,5 @@ std::string settingsRoot() {
 std::unique_ptr<SettingsStorage> makeSettingsStorage(const Files& files, const std::string& root) {
   return std::make_unique<TextSettings>(files, root);
 }
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 
 #include <string_view>
 
+namespace quorvane {
+
 namespace {
 
 constexpr const char* kDestination = "org.freedesktop.systemd1";
@@ -139,3 +141,5 @@ bool SystemdBus::disable(const std::string& unit) {
 bool SystemdBus::reload() {
   return send(newCall("Reload")) != nullptr;
 }
+
+}  // namespace quorvane

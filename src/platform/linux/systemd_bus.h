@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+namespace quorvane {
+
 struct BusClosed {
   void operator()(sd_bus* bus) const { sd_bus_close_unref(bus); }
 };
@@ -50,3 +52,5 @@ class SystemdBus {
   Connect connect_;
   BusConnection bus_;
 };
+
+}  // namespace quorvane

@@ -11,6 +11,8 @@
 #include "platform/linux/systemd_unit.h"
 #include "platform/system.h"
 
+namespace quorvane {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -114,3 +116,5 @@ std::unique_ptr<ServiceHost> makeServiceHost(EventLoop& loop, const Files& files
   place.settingsRoot = std::filesystem::absolute(settingsRoot(), error).string();
   return std::make_unique<SystemdHost>(loop, files, std::move(place), connectToSystemd);
 }
+
+}  // namespace quorvane

@@ -7,6 +7,8 @@
 #include "platform/linux/systemd_bus.h"
 #include "platform/service_host.h"
 
+namespace quorvane {
+
 /// systemd as the service manager.
 class SystemdManager final : public ServiceManager {
  public:
@@ -51,3 +53,5 @@ class SystemdHost final : public ServiceHost {
   ServicePlace place_;
   SystemdBus bus_;
 };
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::string_view kSuffix = ".service";
@@ -96,3 +98,5 @@ std::optional<std::string> unitText(const ServiceUnit& unit) {
   text += "\n[Install]\nWantedBy=multi-user.target\n";
   return text;
 }
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace quorvane {
+
 /// The unit files by which systemd knows services. A unit is named after its service, in small
 /// letters and with hyphens for blanks: "Quorvane Server" is quorvane-server.service.
 
@@ -24,3 +26,5 @@ struct ServiceUnit {
 /// The text of the unit file. Nothing when a path is not absolute or can't stand in a unit file
 /// (it holds control characters).
 std::optional<std::string> unitText(const ServiceUnit& unit);
+
+}  // namespace quorvane

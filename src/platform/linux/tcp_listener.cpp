@@ -7,6 +7,8 @@
 
 #include "platform/linux/connection.h"
 
+namespace quorvane {
+
 namespace {
 
 using asio::ip::tcp;
@@ -189,3 +191,5 @@ class LoopTcpListener final : public TcpListener {
 std::unique_ptr<TcpListener> makeTcpListener(LoopCore& core, TcpListenerEvents& events) {
   return std::make_unique<LoopTcpListener>(core, events);
 }
+
+}  // namespace quorvane

@@ -5,4 +5,8 @@
 #include "platform/linux/loop_core.h"
 #include "platform/tcp.h"
 
+namespace quorvane {
+
 std::unique_ptr<TcpListener> makeTcpListener(LoopCore& core, TcpListenerEvents& events);
+
+}  // namespace quorvane

@@ -28,6 +28,8 @@
 #include "platform/linux/terminal_rescue.h"
 #include "platform/system.h"
 
+namespace quorvane {
+
 namespace {
 
 /// How long the rest of a key's sequence may take to arrive after its first byte, milliseconds.
@@ -350,3 +352,5 @@ std::unique_ptr<Terminal> makeTerminal(EventLoop& loop) {
   LoopCore* core = loopCoreOf(loop);
   return core ? std::make_unique<CursesTerminal>(*core) : nullptr;
 }
+
+}  // namespace quorvane

@@ -10,6 +10,8 @@
 #include <csignal>
 #include <string>
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::array kCrashes = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT};
@@ -102,3 +104,5 @@ TerminalRescue::~TerminalRescue() {
     ::sigaction(kCrashes[i], &rescue.former[i], nullptr);
   }
 }
+
+}  // namespace quorvane

@@ -7,6 +7,8 @@
 #include <cerrno>
 #include <cstring>
 
+namespace quorvane {
+
 namespace {
 
 using asio::ip::udp;
@@ -182,3 +184,5 @@ void Bound::receiveWaiting() {
 std::unique_ptr<UdpSocket> makeUdpSocket(LoopCore& core, UdpSocketEvents& events) {
   return std::make_unique<LoopUdpSocket>(core, events);
 }
+
+}  // namespace quorvane

@@ -5,4 +5,8 @@
 #include "platform/linux/loop_core.h"
 #include "platform/udp.h"
 
+namespace quorvane {
+
 std::unique_ptr<UdpSocket> makeUdpSocket(LoopCore& core, UdpSocketEvents& events);
+
+}  // namespace quorvane

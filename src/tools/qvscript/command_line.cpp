@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-namespace qvscript {
+namespace quorvane::qvscript {
 
 namespace {
 
@@ -88,4 +88,4 @@ ParsedCommandLine parseCommandLine(std::span<const std::string_view> words) {
   return parsed;
 }
 
-}  // namespace qvscript
+}  // namespace quorvane::qvscript

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace qvscript {
+namespace quorvane::qvscript {
 
 enum class Task { Run, Check, DumpTokens, DumpTree, DumpBytecode, DumpPage, Help };
 
@@ -27,4 +27,4 @@ ParsedCommandLine parseCommandLine(std::span<const std::string_view> words);
 
 extern const std::string_view kHelpText;
 
-}  // namespace qvscript
+}  // namespace quorvane::qvscript

@@ -5,7 +5,7 @@
 #include "components/components.h"
 #include "vbscript/calendar.h"
 
-namespace qvscript {
+namespace quorvane::qvscript {
 
 namespace {
 
@@ -44,4 +44,4 @@ vbs::Value ConsoleHost::getObject(std::string_view, std::string_view) {
   vbs::throwError(vbs::ErrorCode::CannotCreateObject);
 }
 
-}  // namespace qvscript
+}  // namespace quorvane::qvscript

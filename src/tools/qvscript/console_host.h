@@ -2,7 +2,7 @@
 
 #include "vbscript/host.h"
 
-namespace qvscript {
+namespace quorvane::qvscript {
 
 /// The outside of a script run from the command line: the system's clocks and the components that
 /// need no server.
@@ -15,4 +15,4 @@ class ConsoleHost final : public vbs::Host {
   vbs::Value getObject(std::string_view pathName, std::string_view progId) override;
 };
 
-}  // namespace qvscript
+}  // namespace quorvane::qvscript

@@ -13,6 +13,8 @@
 #include "qvscript/wscript_object.h"
 #include "vbscript/engine.h"
 
+namespace quorvane {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -119,9 +121,7 @@ int perform(const CommandLine& command, const std::string& program) {
   }
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int run(int argc, char** argv) {
   const std::vector<std::string_view> words(argv + (argc > 0 ? 1 : 0), argv + argc);
   const auto parsed = qvscript::parseCommandLine(words);
   if (!parsed.complaint.empty()) {
@@ -129,3 +129,9 @@ int main(int argc, char** argv) {
   }
   return perform(parsed.command, argc > 0 ? absolutePath(argv[0]) : std::string());
 }
+
+}  // namespace
+
+}  // namespace quorvane
+
+int main(int argc, char** argv) { return quorvane::run(argc, argv); }

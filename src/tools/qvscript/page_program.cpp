@@ -12,7 +12,7 @@
 #include "script/page_translator.h"
 #include "support/paths.h"
 
-namespace qvscript {
+namespace quorvane::qvscript {
 
 std::string pageProgram(const std::string& path, std::string source) {
   namespace fs = std::filesystem;
@@ -36,4 +36,4 @@ std::string pageProgram(const std::string& path, std::string source) {
   return listing;
 }
 
-}  // namespace qvscript
+}  // namespace quorvane::qvscript

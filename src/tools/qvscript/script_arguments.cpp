@@ -3,7 +3,7 @@
 #include "vbscript/convert.h"
 #include "vbscript/name_table.h"
 
-namespace qvscript {
+namespace quorvane::qvscript {
 
 using vbs::Args;
 using vbs::Member;
@@ -148,4 +148,4 @@ Value ScriptArguments::item(Args args) {
   return all_->invoke(vbs::kDefaultMember, vbs::CallKind::Get, args);
 }
 
-}  // namespace qvscript
+}  // namespace quorvane::qvscript

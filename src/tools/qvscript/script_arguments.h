@@ -7,7 +7,7 @@
 #include "vbscript/object.h"
 
 /// The words behind the script's name, as WScript.Arguments and its two views show them.
-namespace qvscript {
+namespace quorvane::qvscript {
 
 /// Words by position: all of them, or those that are not named.
 class UnnamedArguments : public vbs::NativeObject<UnnamedArguments> {
@@ -66,4 +66,4 @@ class ScriptArguments : public vbs::NativeObject<ScriptArguments> {
   vbs::Ref<NamedArguments> named_;
 };
 
-}  // namespace qvscript
+}  // namespace quorvane::qvscript

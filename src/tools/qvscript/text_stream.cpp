@@ -2,7 +2,7 @@
 
 #include "vbscript/convert.h"
 
-namespace qvscript {
+namespace quorvane::qvscript {
 
 using vbs::Args;
 using vbs::ErrorCode;
@@ -146,4 +146,4 @@ Value TextStream::writeBlankLines(Args args) {
   return {};
 }
 
-}  // namespace qvscript
+}  // namespace quorvane::qvscript

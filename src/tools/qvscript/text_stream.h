@@ -5,7 +5,7 @@
 
 #include "vbscript/object.h"
 
-namespace qvscript {
+namespace quorvane::qvscript {
 
 /// A standard stream as scripts use it: bytes of Windows-1252 on the script's side, the same bytes
 /// outside. Lines read may end in LF or CR LF; lines written end in LF.
@@ -47,4 +47,4 @@ class TextStream : public vbs::NativeObject<TextStream> {
   std::int32_t column_ = 1;
 };
 
-}  // namespace qvscript
+}  // namespace quorvane::qvscript

@@ -5,7 +5,7 @@
 
 #include "vbscript/convert.h"
 
-namespace qvscript {
+namespace quorvane::qvscript {
 
 using vbs::Args;
 using vbs::Member;
@@ -119,4 +119,4 @@ Value WScriptObject::version(Args) {
   return Value("5.8");
 }
 
-}  // namespace qvscript
+}  // namespace quorvane::qvscript

@@ -8,7 +8,7 @@
 #include "vbscript/host.h"
 #include "vbscript/object.h"
 
-namespace qvscript {
+namespace quorvane::qvscript {
 
 /// The object WScript: how a script talks to the command line that runs it.
 class WScriptObject : public vbs::NativeObject<WScriptObject> {
@@ -57,4 +57,4 @@ class WScriptObject : public vbs::NativeObject<WScriptObject> {
   std::int32_t exitCode_ = 0;
 };
 
-}  // namespace qvscript
+}  // namespace quorvane::qvscript

@@ -5,7 +5,7 @@
 #include "vbscript/operand.h"
 
 /// How intrinsic functions read their arguments; for their files only.
-namespace vbs::intrinsic {
+namespace quorvane::vbs::intrinsic {
 
 /// Whether the argument was written.
 inline bool given(Args args, std::size_t index) {
@@ -38,4 +38,4 @@ inline Value lengthValue(std::size_t length) {
   return Value::longInt(static_cast<std::int32_t>(length));
 }
 
-}  // namespace vbs::intrinsic
+}  // namespace quorvane::vbs::intrinsic

@@ -3,7 +3,7 @@
 
 #include "vbscript/library/arguments.h"
 
-namespace vbs::intrinsic {
+namespace quorvane::vbs::intrinsic {
 
 namespace {
 
@@ -36,9 +36,9 @@ Value uBound(Runtime&, Args args) {
   return Value::longInt(extentAt(args) - 1);
 }
 
-}  // namespace vbs::intrinsic
+}  // namespace quorvane::vbs::intrinsic
 
-namespace vbs {
+namespace quorvane::vbs {
 
 void eraseArray(Value& variable) {
   Value& target = variable.deref();
@@ -52,4 +52,4 @@ void eraseArray(Value& variable) {
   if (fixed) target.fixArray();
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

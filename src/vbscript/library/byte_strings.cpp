@@ -4,7 +4,7 @@
 #include "vbscript/library/find_text.h"
 
 /// The functions whose names end in B see a text as bytes: two for each character, low byte first.
-namespace vbs::intrinsic {
+namespace quorvane::vbs::intrinsic {
 
 namespace {
 
@@ -95,4 +95,4 @@ Value inStrB(Runtime&, Args args) {
   return lengthValue(found == std::string_view::npos ? 0 : found + 1);
 }
 
-}  // namespace vbs::intrinsic
+}  // namespace quorvane::vbs::intrinsic

@@ -5,7 +5,7 @@
 #include "vbscript/library/library.h"
 #include "vbscript/object.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -135,4 +135,4 @@ const Value* findConstant(std::string_view lowerName) {
   return found != constants.end() && found->name == lowerName ? &found->value : nullptr;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -1,6 +1,6 @@
 #include "vbscript/library/arguments.h"
 
-namespace vbs::intrinsic {
+namespace quorvane::vbs::intrinsic {
 
 Value cBool(Runtime&, Args args) {
   return Value::boolean(toBoolean(args[0]));
@@ -89,4 +89,4 @@ Value varTypeOf(Runtime&, Args args) {
   }
 }
 
-}  // namespace vbs::intrinsic
+}  // namespace quorvane::vbs::intrinsic

@@ -5,7 +5,7 @@
 #include "vbscript/library/arguments.h"
 #include "vbscript/locale.h"
 
-namespace vbs::intrinsic {
+namespace quorvane::vbs::intrinsic {
 
 namespace {
 
@@ -328,4 +328,4 @@ Value datePart(Runtime&, Args args) {
   throwError(ErrorCode::InternalError);
 }
 
-}  // namespace vbs::intrinsic
+}  // namespace quorvane::vbs::intrinsic

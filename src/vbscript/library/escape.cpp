@@ -1,6 +1,6 @@
 #include "vbscript/library/arguments.h"
 
-namespace vbs::intrinsic {
+namespace quorvane::vbs::intrinsic {
 
 namespace {
 
@@ -70,4 +70,4 @@ Value unescape(Runtime&, Args args) {
   return out;
 }
 
-}  // namespace vbs::intrinsic
+}  // namespace quorvane::vbs::intrinsic

@@ -5,7 +5,7 @@
 
 #include "vbscript/time_check.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -92,4 +92,4 @@ std::size_t findLastText(std::u16string_view text, std::u16string_view part, std
   return countedFindLast(text, part, from);
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// The first place of `part` in `text` at or behind `from`, the last one at or before it; npos when
 /// there is none. The time grows with the length of the text only, also where text and part are
@@ -13,4 +13,4 @@ std::size_t findText(std::u16string_view text, std::u16string_view part, std::si
 std::size_t findLastText(std::string_view text, std::string_view part, std::size_t from);
 std::size_t findLastText(std::u16string_view text, std::u16string_view part, std::size_t from);
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -6,7 +6,7 @@
 #include "vbscript/locale.h"
 #include "vbscript/number_text.h"
 
-namespace vbs::intrinsic {
+namespace quorvane::vbs::intrinsic {
 
 namespace {
 
@@ -137,4 +137,4 @@ Value formatDateTime(Runtime&, Args args) {
   }
 }
 
-}  // namespace vbs::intrinsic
+}  // namespace quorvane::vbs::intrinsic

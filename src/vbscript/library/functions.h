@@ -5,7 +5,7 @@
 
 /// The intrinsic functions, one file for each group. The table in library.cpp gives their names
 /// and argument counts; what they mean is the language's own reference.
-namespace vbs::intrinsic {
+namespace quorvane::vbs::intrinsic {
 
 // strings.cpp
 Value asc(Runtime&, Args);
@@ -129,4 +129,4 @@ Value scriptEngineMajorVersion(Runtime&, Args);
 Value scriptEngineMinorVersion(Runtime&, Args);
 Value setLocale(Runtime&, Args);
 
-}  // namespace vbs::intrinsic
+}  // namespace quorvane::vbs::intrinsic

@@ -5,7 +5,7 @@
 #include "vbscript/error.h"
 #include "vbscript/library/functions.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -142,4 +142,4 @@ void nameIntrinsic(ScriptError& error, const Intrinsic& function) {
   error.description.append(": '").append(function.title).append("'");
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

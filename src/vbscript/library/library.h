@@ -8,7 +8,7 @@
 #include "vbscript/object.h"
 #include "vbscript/value.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// The classic generator behind Rnd: 24 bits, the same sequence for the same seed everywhere.
 struct RandomSequence {
@@ -48,4 +48,4 @@ const Value* findConstant(std::string_view lowerName);
 /// is no array, 10 while a loop or an element reference holds it.
 void eraseArray(Value& variable);
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

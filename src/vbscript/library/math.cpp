@@ -5,7 +5,7 @@
 #include "vbscript/library/arguments.h"
 #include "vbscript/operators.h"
 
-namespace vbs::intrinsic {
+namespace quorvane::vbs::intrinsic {
 
 namespace {
 
@@ -189,4 +189,4 @@ Value randomize(Runtime& runtime, Args args) {
   return Value();
 }
 
-}  // namespace vbs::intrinsic
+}  // namespace quorvane::vbs::intrinsic

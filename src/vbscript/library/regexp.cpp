@@ -7,7 +7,7 @@
 #include "vbscript/convert.h"
 #include "vbscript/library/regexp_code.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -347,4 +347,4 @@ Value createRegExp() {
   return Value::adopt(new RegExp());
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

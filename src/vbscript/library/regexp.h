@@ -2,9 +2,9 @@
 
 #include "vbscript/object.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// What `New RegExp` and CreateObject("VBScript.RegExp") make.
 Value createRegExp();
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

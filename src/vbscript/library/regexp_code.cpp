@@ -10,7 +10,7 @@
 #include "vbscript/memory_meter.h"
 #include "vbscript/time_check.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -150,4 +150,4 @@ bool RegExpCode::match(const RegExpSubject& subject, std::size_t from,
   return true;
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -10,7 +10,7 @@
 #include "vbscript/library/wide_copy.h"
 #include "vbscript/string.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 struct RegExpFlags {
   bool ignoreCase = false;
@@ -61,4 +61,4 @@ class RegExpCode {
   std::size_t groups_ = 0;
 };
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -4,7 +4,7 @@
 
 #include "vbscript/error.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -234,4 +234,4 @@ std::u16string translatePattern(std::u16string_view pattern, bool multiline) {
   return Translator(pattern, multiline).translate();
 }
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

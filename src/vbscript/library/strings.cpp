@@ -2,7 +2,7 @@
 
 #include "vbscript/library/arguments.h"
 
-namespace vbs::intrinsic {
+namespace quorvane::vbs::intrinsic {
 
 namespace {
 
@@ -142,4 +142,4 @@ Value strReverse(Runtime&, Args args) {
   return result;
 }
 
-}  // namespace vbs::intrinsic
+}  // namespace quorvane::vbs::intrinsic

@@ -3,7 +3,7 @@
 #include "vbscript/library/arguments.h"
 #include "vbscript/locale.h"
 
-namespace vbs::intrinsic {
+namespace quorvane::vbs::intrinsic {
 
 namespace {
 
@@ -73,4 +73,4 @@ Value setLocale(Runtime&, Args args) {
   return Value::longInt(previous);
 }
 
-}  // namespace vbs::intrinsic
+}  // namespace quorvane::vbs::intrinsic

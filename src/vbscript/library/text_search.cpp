@@ -6,7 +6,7 @@
 #include "vbscript/library/find_text.h"
 #include "vbscript/library/wide_copy.h"
 
-namespace vbs::intrinsic {
+namespace quorvane::vbs::intrinsic {
 
 namespace {
 
@@ -234,4 +234,4 @@ Value strComp(Runtime&, Args args) {
   return Value::integer(static_cast<std::int16_t>(order));
 }
 
-}  // namespace vbs::intrinsic
+}  // namespace quorvane::vbs::intrinsic

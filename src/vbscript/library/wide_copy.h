@@ -5,7 +5,7 @@
 
 #include "vbscript/string.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 
 /// A text's UTF-16 units for the time of one search; charged to the script like a value.
 class WideCopy {
@@ -26,4 +26,4 @@ class WideCopy {
   std::u16string units_;
 };
 
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -9,6 +9,8 @@
 #include "vbscript/convert.h"
 #include "vbscript/object.h"
 
+namespace quorvane {
+
 namespace {
 
 using vbs::CallKind;
@@ -224,3 +226,5 @@ TEST_F(DictionaryTest, IsMadeByName) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace quorvane {
+
 namespace {
 
 TEST(AccessRules, PrivateAddresses) {
@@ -36,3 +38,5 @@ TEST(AccessRules, ThisMachineOnlyGoesBeforePrivateNetworks) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

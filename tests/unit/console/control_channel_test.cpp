@@ -2,6 +2,8 @@
 
 #include "window_fixture.h"
 
+namespace quorvane {
+
 namespace {
 
 class Control : public WindowTest {
@@ -109,3 +111,5 @@ TEST_F(Control, WithoutItsPortTheChannelIsAbsent) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

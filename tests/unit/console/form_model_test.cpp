@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace quorvane {
+
 namespace {
 
 TEST(FormModelTest, ControlsHaveTheirNamesIndicesAndCaptions) {
@@ -56,3 +58,5 @@ TEST(ListModelTest, SelectingOutsideSelectsNothing) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include "window_fixture.h"
 
+namespace quorvane {
+
 namespace {
 
 using std::chrono::milliseconds;
@@ -107,3 +109,5 @@ TEST_F(HousekeepingTest, SessionsAreListedWithAMarkWhenOutOfDate) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

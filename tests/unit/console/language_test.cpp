@@ -6,6 +6,8 @@
 #include "support/clsMUI.h"
 #include "window_fixture.h"
 
+namespace quorvane {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -99,3 +101,5 @@ TEST_F(Language, WithoutAnyFileTheTextsStayAsTheyAre) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include "window_fixture.h"
 
+namespace quorvane {
+
 namespace {
 
 class MainForm : public WindowTest {};
@@ -218,3 +220,5 @@ TEST_F(MainForm, TheServiceManagerStartsAndStops) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include "window_fixture.h"
 
+namespace quorvane {
+
 namespace {
 
 const std::string kGet = "GET /a.txt HTTP/1.1\r\nHost: h\r\n\r\n";
@@ -121,3 +123,5 @@ TEST_F(Requests, TheRequestIsLoggedWithItsClient) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

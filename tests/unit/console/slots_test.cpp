@@ -4,6 +4,8 @@
 
 #include "platform/fake/fake_event_loop.h"
 
+namespace quorvane {
+
 namespace {
 
 class NoEvents : public TcpSocketEvents {
@@ -148,3 +150,5 @@ TEST_F(SlotsTest, CloseAllLeavesTheClosedSlotZero) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -9,6 +9,8 @@
 
 #include "platform/fake/fake_clock.h"
 
+namespace quorvane {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -101,3 +103,5 @@ TEST_F(StatusListsTest, ABusyServersLogIsWrittenBeforeItFillsTheMemory) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 
 #include "platform/fake/fake_clock.h"
 
+namespace quorvane {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -57,3 +59,5 @@ TEST_F(Uptime, FractionsOfSecondsDontCount) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

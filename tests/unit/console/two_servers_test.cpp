@@ -7,6 +7,8 @@
 #include "platform/system.h"
 #include "window_fixture.h"
 
+namespace quorvane {
+
 namespace {
 
 /// A whole server on the host's own platform layer, with settings of its own.
@@ -95,3 +97,5 @@ TEST(TwoServers, ServeAtTheSameTimeInOneProcess) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

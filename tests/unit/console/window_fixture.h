@@ -16,6 +16,8 @@
 #include "platform/fake/fake_random.h"
 #include "platform/fake/memory_files.h"
 
+namespace quorvane {
+
 /// Settings that a test writes into `next`; a load takes them over.
 class FakeSettings final : public ServerSettings {
  public:
@@ -127,3 +129,5 @@ class WindowTest : public testing::Test {
   ScriptStage stage;
   mainForm window{parts()};
 };
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 
 #include "handling_fixture.h"
 
+namespace quorvane {
+
 using byte_ranges::parse;
 using byte_ranges::Range;
 using Ranges = std::vector<Range>;
@@ -84,3 +86,5 @@ TEST(ByteRanges, SeveralRangesOfAHugeFileAreOnlySlices) {
   EXPECT_GT(bodyLength(answer.body), 3 * kLength);
   EXPECT_LT(bodyLength(answer.body), 3 * kLength + 1000);
 }
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 
 #include "http/request_collector.h"
 
+namespace quorvane {
+
 using namespace request_collector;
 
 namespace {
@@ -171,3 +173,5 @@ TEST(Collector, ALargeBodyInSmallPiecesArrivesWhole) {
   EXPECT_EQ(collected.outcome, Outcome::Complete);
   EXPECT_TRUE(collected.request().ends_with(std::string(kLength, 'b')));
 }
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 
 #include "handling_fixture.h"
 
+namespace quorvane {
+
 namespace {
 
 class ContentCacheTest : public testing::Test {
@@ -76,3 +78,5 @@ TEST_F(ContentCacheTest, TheLeastUsedMakesRoom) {
   const std::string* held = contentOf("/" + std::to_string(count - 1));
   EXPECT_EQ(held, contentOf("/" + std::to_string(count - 1)));
 }
+
+}  // namespace quorvane

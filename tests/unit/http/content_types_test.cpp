@@ -5,6 +5,8 @@
 #include "http/serverMod.h"
 #include "support/server_state.h"
 
+namespace quorvane {
+
 TEST(Methods, AreToldByTheFirstCharacters) {
   EXPECT_EQ(classifyRequest("GET /"), RequestClass::Get);
   EXPECT_EQ(classifyRequest("HEAD /"), RequestClass::Head);
@@ -78,3 +80,5 @@ TEST(ServerName, CarriesTheVersion) {
   state.AppVersion = "1.2.3";
   EXPECT_EQ(serverName(state), "Quorvane-Server/1.2.3");
 }
+
+}  // namespace quorvane

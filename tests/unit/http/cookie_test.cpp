@@ -4,6 +4,8 @@
 #include "http/http_date.h"
 #include "platform/fake/fake_clock.h"
 
+namespace quorvane {
+
 namespace {
 
 class CookieTest : public testing::Test {
@@ -69,3 +71,5 @@ TEST_F(CookieTest, OnlyChangedCookiesAreSentInTheOrderOfTheirComing) {
   jar.clear();
   EXPECT_EQ(jar.changedHeaderLines(dates), "");
 }
+
+}  // namespace quorvane

@@ -3,6 +3,8 @@
 #include "http/http_date.h"
 #include "platform/fake/fake_clock.h"
 
+namespace quorvane {
+
 TEST(HttpDates, NowIsUtcAndAlwaysNamesTheDay) {
   FakeClock clock;
   clock.zone = std::chrono::hours(5);
@@ -32,3 +34,5 @@ TEST(HttpDates, EveryMonthAndDayHasItsName) {
   EXPECT_EQ(dates.of({1601, 1, 1, 0, 0, 0, 1}), "Mon, 01 Jan 1601 00:00:00 GMT");
   EXPECT_EQ(dates.of({2024, 12, 31, 23, 59, 59, 2}), "Tue, 31 Dec 2024 23:59:59 GMT");
 }
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace quorvane {
+
 TEST(ErrorResponses, NotFoundToTheByte) {
   EXPECT_EQ(error_responses::notFound("<10chars>x", "Mon, 09 Mar 2026 10:00:00 GMT", "S/1"),
             "HTTP/1.1 404 No Found\r\n"
@@ -34,3 +36,5 @@ TEST(ErrorResponses, BadRequestToTheByte) {
             "this server could not understand.</font></p></body></html>");
   EXPECT_EQ(text.size() - text.find("\r\n\r\n") - 4, 268u);
 }
+
+}  // namespace quorvane

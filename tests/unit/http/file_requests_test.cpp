@@ -1,6 +1,8 @@
 #include "../support/module_builder.h"
 #include "handling_fixture.h"
 
+namespace quorvane {
+
 using namespace std::string_literals;
 
 namespace {
@@ -175,3 +177,5 @@ TEST_F(FileRequests, FilesOfASundayNameNoDay) {
   EXPECT_NE(get("/sunday.txt").find("\r\nLast-Modified: , 08 Mar 2026 10:00:00 GMT\r\n"),
             std::string::npos);
 }
+
+}  // namespace quorvane

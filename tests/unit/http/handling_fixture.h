@@ -21,6 +21,8 @@
 #include "support/server_state.h"
 #include "support/status_lines.h"
 
+namespace quorvane {
+
 inline std::string bytesOf(const BodySegment& segment) {
   if (const auto* own = std::get_if<std::string>(&segment)) return *own;
   if (const auto* shared = std::get_if<std::shared_ptr<const std::string>>(&segment)) {
@@ -176,3 +178,5 @@ class HandlingFixture : public testing::Test {
   };
   LazyHandling handling{*this, nullptr};
 };
+
+}  // namespace quorvane

@@ -1,6 +1,8 @@
 #include "handling_fixture.h"
 #include "http/picture_copies.h"
 
+namespace quorvane {
+
 namespace {
 
 class ImageRequests : public HandlingFixture {
@@ -119,3 +121,5 @@ TEST_F(ImageRequests, CompressedCopiesOfCopiesAreBoundedToo) {
   EXPECT_EQ(files.list("/srv/Cache").size(), PictureCopies::kMostCopies);
   EXPECT_TRUE(files.stat("/srv/Cache/^IMG^^R1024X0PHOTO.JPG"));
 }
+
+}  // namespace quorvane

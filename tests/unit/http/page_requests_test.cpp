@@ -1,6 +1,8 @@
 #include "../support/module_builder.h"
 #include "handling_fixture.h"
 
+namespace quorvane {
+
 using namespace std::string_literals;
 
 namespace {
@@ -232,3 +234,5 @@ TEST_F(PageRequests, PagesOfModulesBringTheirText) {
   state.NoQvm = true;
   EXPECT_EQ(get("/m.qvs"), notFoundText("m.qvs"));
 }
+
+}  // namespace quorvane

@@ -7,6 +7,8 @@
 #include "http/cookie_jar.h"
 #include "support/clsWEncode.h"
 
+namespace quorvane {
+
 namespace {
 
 class ParserTest : public testing::Test {
@@ -300,3 +302,5 @@ TEST_F(ParserTest, SurvivesRandomBytes) {
     }
   }
 }
+
+}  // namespace quorvane

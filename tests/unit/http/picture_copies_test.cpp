@@ -7,6 +7,8 @@
 #include "platform/fake/memory_files.h"
 #include "platform/image_library.h"
 
+namespace quorvane {
+
 namespace {
 
 class PictureCopiesTest : public testing::Test {
@@ -141,3 +143,5 @@ TEST_F(PictureCopiesTest, WhenNothingCanBeRemovedItGivesUp) {
   make("^R9999x0a.jpg");
   EXPECT_EQ(count(), PictureCopies::kMostCopies + 1);
 }
+
+}  // namespace quorvane

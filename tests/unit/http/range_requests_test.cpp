@@ -1,5 +1,7 @@
 #include "handling_fixture.h"
 
+namespace quorvane {
+
 namespace {
 
 class RangeRequests : public HandlingFixture {
@@ -88,3 +90,5 @@ TEST_F(RangeRequests, AFolderHasNoRanges) {
   files.addFolder("/srv/Scripts/folder.txt");
   EXPECT_EQ(get("/folder.txt", "Range: bytes=0-\r\n"), badRequestText());
 }
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 
 #include "handling_fixture.h"
 
+namespace quorvane {
+
 namespace {
 
 class RequestHandlingTest : public HandlingFixture {
@@ -276,3 +278,5 @@ TEST_F(RequestHandlingTest, SurvivesRandomRequests) {
   }
   EXPECT_GT(answers, 1000);
 }
+
+}  // namespace quorvane

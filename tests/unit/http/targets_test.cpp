@@ -4,6 +4,8 @@
 
 #include "platform/fake/memory_files.h"
 
+namespace quorvane {
+
 using namespace std::string_view_literals;
 
 TEST(Targets, OrdinaryPathsStayInside) {
@@ -77,3 +79,5 @@ TEST(Targets, CompleteLocalPathsMayLieAnywhere) {
   EXPECT_EQ(locate("/root/page.HTM"), "/root/Page.htm");
   EXPECT_EQ(locate("/other/file.zip\0.htm"sv), "nothing");
 }
+
+}  // namespace quorvane

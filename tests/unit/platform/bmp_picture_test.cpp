@@ -7,6 +7,8 @@
 #include <random>
 #include <string>
 
+namespace quorvane {
+
 namespace {
 
 using namespace std::string_literals;
@@ -153,3 +155,5 @@ TEST(BmpPicture, SurvivesDamage) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

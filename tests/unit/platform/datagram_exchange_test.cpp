@@ -9,6 +9,8 @@
 
 #include "platform/system.h"
 
+namespace quorvane {
+
 namespace {
 
 using Outcome = DatagramExchange::Outcome;
@@ -91,3 +93,5 @@ TEST(DatagramExchange, ANameWithoutAnAddressIsUnknown) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

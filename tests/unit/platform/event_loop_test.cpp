@@ -2,6 +2,8 @@
 
 #include "loop_fixture.h"
 
+namespace quorvane {
+
 namespace {
 
 using std::chrono::milliseconds;
@@ -115,3 +117,5 @@ TEST_F(Loop, ASignalIsToldAsAnEventEachTime) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -9,6 +9,8 @@
 #include "platform/system.h"
 #include "temporary_folder.h"
 
+namespace quorvane {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -175,3 +177,5 @@ TEST_F(FilesTest, MakeFolderMakesOneLevel) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -14,6 +14,8 @@
 #include "platform/bmp_picture.h"
 #include "platform/fake/memory_files.h"
 
+namespace quorvane {
+
 namespace {
 
 struct Unref {
@@ -338,3 +340,5 @@ TEST_F(ImageLibraryTest, SurvivesDamage) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

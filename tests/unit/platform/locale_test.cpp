@@ -7,6 +7,8 @@
 #include <map>
 #include <string>
 
+namespace quorvane {
+
 namespace {
 
 /// Clears the variables that decide and puts them back.
@@ -41,3 +43,5 @@ TEST_F(LocaleTest, TheFirstVariableThatIsNotEmptyDecides) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

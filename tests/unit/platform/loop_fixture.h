@@ -12,6 +12,8 @@
 #include "platform/system.h"
 #include "test_client.h"
 
+namespace quorvane {
+
 /// Lets a real event loop run until something holds; gives up after a time that only a failure
 /// takes.
 class LoopTest : public testing::Test {
@@ -75,3 +77,5 @@ class TestServer : public TcpListenerEvents, public TcpSocketEvents {
   int errors = 0;
   int listenerErrors = 0;
 };
+
+}  // namespace quorvane

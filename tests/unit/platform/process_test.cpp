@@ -7,6 +7,8 @@
 #include "platform/system.h"
 #include "temporary_folder.h"
 
+namespace quorvane {
+
 namespace {
 
 TEST(ProcessTest, TheCommandLineIsTheArgumentsJoined) {
@@ -99,3 +101,5 @@ TEST(SettingsRootTest, TheVariableWins) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -6,6 +6,8 @@
 #include "loop_fixture.h"
 #include "temporary_folder.h"
 
+namespace quorvane {
+
 namespace {
 
 using std::chrono::milliseconds;
@@ -383,3 +385,5 @@ TEST_F(Tcp, ALoopMayGoWhileConnectionsAreOpenOrLeaving) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <string>
 
+namespace quorvane {
+
 /// A folder that goes with its owner.
 class TemporaryFolder {
  public:
@@ -24,3 +26,5 @@ class TemporaryFolder {
  private:
   std::string path_;
 };
+
+}  // namespace quorvane

@@ -12,6 +12,8 @@
 #include <string_view>
 #include <utility>
 
+namespace quorvane {
+
 /// A TCP client that never blocks, so that a test can drive it and the server on one thread.
 class TestClient {
  public:
@@ -69,3 +71,5 @@ class TestClient {
  private:
   int socket_;
 };
+
+}  // namespace quorvane

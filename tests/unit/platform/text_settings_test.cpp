@@ -5,6 +5,8 @@
 #include "platform/system.h"
 #include "temporary_folder.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr auto kMachine = RegistryRoot::LocalMachine;
@@ -118,3 +120,5 @@ TEST_F(TextSettingsTest, WithoutRightsWritingFailsQuietly) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -1,5 +1,7 @@
 #include "loop_fixture.h"
 
+namespace quorvane {
+
 namespace {
 
 class UdpServer : public UdpSocketEvents {
@@ -120,3 +122,5 @@ TEST_F(Udp, TheSocketMayBeClosedOrBoundAgainInItsEvent) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -8,9 +8,13 @@
 #include "platform/fake/fake_random.h"
 #include "support/status_lines.h"
 
+namespace quorvane {
+
 class RecordedLines final : public StatusLines {
  public:
   void LogLine(std::string_view text) override { lines.emplace_back(text); }
 
   std::vector<std::string> lines;
 };
+
+}  // namespace quorvane

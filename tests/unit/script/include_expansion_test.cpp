@@ -5,6 +5,8 @@
 #include <map>
 #include <string>
 
+namespace quorvane {
+
 namespace {
 
 class IncludeExpansion : public ::testing::Test {
@@ -102,3 +104,5 @@ TEST_F(IncludeExpansion, TakesLinearTimeForManyIncludes) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

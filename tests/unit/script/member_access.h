@@ -8,6 +8,8 @@
 #include "script/script_values.h"
 #include "vbscript/object.h"
 
+namespace quorvane {
+
 /// Uses objects' members as a script would.
 
 template <class... A>
@@ -46,3 +48,5 @@ std::int32_t errorOf(Run run) {
   }
   return 0;
 }
+
+}  // namespace quorvane

@@ -16,6 +16,8 @@
 #include "support/file_aliases.h"
 #include "support/server_state.h"
 
+namespace quorvane {
+
 using namespace std::string_literals;
 
 namespace {
@@ -449,3 +451,5 @@ TEST_F(PageRun, BoundsPagesThatRunThemselves) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 
 #include <string>
 
+namespace quorvane {
+
 namespace {
 
 TEST(PageTranslator, WritesLiteralTextLineByLine) {
@@ -145,3 +147,5 @@ TEST(PageTranslator, TakesLinearTimeForManyDelimitersAndQuotes) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -10,6 +10,8 @@
 #include "support/server_state.h"
 #include "vbscript/time_check.h"
 
+namespace quorvane {
+
 namespace {
 
 class RequestTest : public ::testing::Test {
@@ -157,3 +159,5 @@ TEST_F(RequestTest, GivesItsBodyAsBytes) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

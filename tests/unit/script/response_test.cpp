@@ -14,6 +14,8 @@
 #include "vbscript/host.h"
 #include "vbscript/time_check.h"
 
+namespace quorvane {
+
 using namespace std::string_literals;
 
 namespace {
@@ -293,3 +295,5 @@ TEST_F(ResponseTest, SendsNoCookieBackThatOnlyCameIn) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

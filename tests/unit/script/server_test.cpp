@@ -19,6 +19,8 @@
 #include "support/server_state.h"
 #include "vbscript/host.h"
 
+namespace quorvane {
+
 namespace {
 
 class ServerTest : public ::testing::Test, protected aspServerObj::Page {
@@ -171,3 +173,5 @@ TEST(Base64, FollowsTheStandardsTestVectors) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -10,6 +10,8 @@
 #include "script/session_store.h"
 #include "vbscript/convert.h"
 
+namespace quorvane {
+
 using namespace std::chrono_literals;
 
 namespace {
@@ -206,3 +208,5 @@ TEST(AuthKeys, StayValidUntilASweepFindsThemPastTheirTime) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

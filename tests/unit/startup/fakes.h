@@ -9,6 +9,8 @@
 #include "platform/instance_lock.h"
 #include "platform/service_host.h"
 
+namespace quorvane {
+
 class FakeServiceManager final : public ServiceManager {
  public:
   std::vector<std::string> serviceNames(Scope scope) const override {
@@ -68,3 +70,5 @@ class FakeInstanceLock final : public InstanceLock {
   bool isFree = true;
   int asked = 0;
 };
+
+}  // namespace quorvane

@@ -16,6 +16,8 @@
 #include "platform/fake/memory_files.h"
 #include "platform/fake/memory_settings.h"
 
+namespace quorvane {
+
 namespace {
 
 class NoScripts final : public ScriptSide, private ScriptPages {
@@ -309,3 +311,5 @@ TEST_F(MainModTest, BlanksAreACommandLineTooAndTheBannerIsLogged) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -6,6 +6,8 @@
 #include "platform/fake/fake_clock.h"
 #include "platform/fake/fake_event_loop.h"
 
+namespace quorvane {
+
 namespace {
 
 class ModServiceTest : public testing::Test {
@@ -117,3 +119,5 @@ TEST_F(ModServiceTest, WithoutServicesNothingHappens) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 
 #include "platform/fake/memory_settings.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr auto kUser = RegistryRoot::CurrentUser;
@@ -65,3 +67,5 @@ TEST_F(RegistryTest, RootsHaveTheirNumbers) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 
 #include "platform/fake/memory_settings.h"
 
+namespace quorvane {
+
 namespace {
 
 constexpr auto kMachine = RegistryRoot::LocalMachine;
@@ -165,3 +167,5 @@ TEST_F(SettingsTest, VersionText) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

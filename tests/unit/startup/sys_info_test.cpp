@@ -4,6 +4,8 @@
 
 #include "fakes.h"
 
+namespace quorvane {
+
 namespace {
 
 struct Case {
@@ -71,3 +73,5 @@ TEST(SysInfoTest, TheFirstAnswerOnThePlatformStays) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

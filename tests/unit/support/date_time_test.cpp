@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace quorvane {
+
 TEST(DateTime, WritesAndReadsTheStoredForm) {
   const CalendarTime time{2007, 3, 5, 4, 5, 6, 1};
   EXPECT_EQ(dateTimeText(time), "2007-03-05 04:05:06");
@@ -22,3 +24,5 @@ TEST(DateTime, CountsWeekdaysFromSunday) {
   EXPECT_EQ(weekdayOf(1899, 12, 30), 6);
   EXPECT_EQ(weekdayOf(100, 1, 1), 5);
 }
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace quorvane {
+
 using namespace std::string_literals;
 
 namespace {
@@ -75,3 +77,5 @@ TEST(Encoding, LongTextsEncodeCharacterByCharacter) {
   EXPECT_EQ(kEncoder.afEncodeURL(text), url);
   EXPECT_EQ(kEncoder.afDecodeURL(url), text);
 }
+
+}  // namespace quorvane

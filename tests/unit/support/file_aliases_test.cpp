@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace quorvane {
+
 namespace {
 const TimePoint kNow = TimePoint(std::chrono::hours(500000));
 }
@@ -37,3 +39,5 @@ TEST(FileAliases, TheOldestMakesRoom) {
   EXPECT_EQ(aliases.pathOf("0", kNow), std::nullopt);
   EXPECT_EQ(aliases.pathOf("1", kNow), "/f");
 }
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace quorvane {
+
 namespace {
 
 std::string keysOf(const KeyedCollection<int>& collection) {
@@ -47,3 +49,5 @@ TEST(KeyedCollection, ReferencesAndLookUpsSurviveAMove) {
   KeyedCollection<int> moved = std::move(numbers);
   EXPECT_EQ(moved.find("KEY"), value);
 }
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace quorvane {
+
 namespace {
 
 TEST(LocaleId, LanguageAndTerritory) {
@@ -33,3 +35,5 @@ TEST(LocaleId, EverythingElseIsEnglish) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

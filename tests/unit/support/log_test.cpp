@@ -5,6 +5,8 @@
 #include "support/paths.h"
 #include "temp_folder.h"
 
+namespace quorvane {
+
 namespace {
 
 class LogTest : public testing::Test {
@@ -112,3 +114,5 @@ TEST_F(LogTest, TheFolderIsKeptWithASeparator) {
   log.setOutputFolder("");
   EXPECT_EQ(log.OutputFolder(), separator);
 }
+
+}  // namespace quorvane

@@ -6,6 +6,8 @@
 
 #include "support/clsZipString.h"
 
+namespace quorvane {
+
 /// Builds resource modules, sound ones and lying ones.
 struct ModuleEntry {
   std::string folder;
@@ -63,3 +65,5 @@ struct ModuleBuilder {
     return bytes;
   }
 };
+
+}  // namespace quorvane

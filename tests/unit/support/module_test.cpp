@@ -6,6 +6,8 @@
 #include "support/clsQVMod.h"
 #include "temp_folder.h"
 
+namespace quorvane {
+
 namespace {
 
 clsQVMod loaded(const ModuleBuilder& builder, std::int32_t language = 1031) {
@@ -180,3 +182,5 @@ TEST(Modules, NoCutOrChangedModuleDoesHarm) {
     EXPECT_TRUE(content.empty() || content == std::string(300, 'a'));
   }
 }
+
+}  // namespace quorvane

@@ -14,6 +14,8 @@
 #include "support/language_text.h"
 #include "temp_folder.h"
 
+namespace quorvane {
+
 namespace {
 
 using namespace std::string_literals;
@@ -477,3 +479,5 @@ TEST_F(MuiTest, AFormKeepsWhatTheTableLacks) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace quorvane {
+
 TEST(Paths, ReadsBothSeparators) {
   EXPECT_EQ(paths::fileNameOf("/a/b.htm"), "b.htm");
   EXPECT_EQ(paths::fileNameOf("a\\b.htm"), "b.htm");
@@ -28,3 +30,5 @@ TEST(Paths, TakesTheExtensionFromTheLastDotOfTheWholePath) {
   EXPECT_EQ(paths::extensionOf("abc"), "");
   EXPECT_EQ(paths::extensionOf("abc."), ".");
 }
+
+}  // namespace quorvane

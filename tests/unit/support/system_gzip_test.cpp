@@ -6,6 +6,8 @@
 #include "support/clsZipString.h"
 #include "temp_folder.h"
 
+namespace quorvane {
+
 /// The gzip format against the system's own program, in both directions.
 namespace {
 
@@ -89,3 +91,5 @@ TEST_F(SystemGzip, ReadsFilesThatWereSavedCompressed) {
   folder.write("theirs.gz", gzip("-9 <in", text));
   EXPECT_EQ(kZip.LoadFile(folder / "theirs.gz", clsZipString::Uncompress, kGzip), text);
 }
+
+}  // namespace quorvane

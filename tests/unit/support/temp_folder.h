@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+namespace quorvane {
+
 /// A fresh folder that goes away with the object.
 class TempFolder {
  public:
@@ -39,3 +41,5 @@ class TempFolder {
  private:
   std::filesystem::path path_;
 };
+
+}  // namespace quorvane

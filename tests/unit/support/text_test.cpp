@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace quorvane {
+
 using namespace std::string_view_literals;
 
 TEST(Text, FoldsTheCaseOfAsciiAndWindows1252Letters) {
@@ -73,3 +75,5 @@ TEST(Text, RoundsHalvesToTheEvenNeighbour) {
   EXPECT_EQ(numericLong("-2147483648"), INT32_MIN);
   EXPECT_EQ(numericLong("x"), std::nullopt);
 }
+
+}  // namespace quorvane

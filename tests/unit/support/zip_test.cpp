@@ -6,6 +6,8 @@
 
 #include "temp_folder.h"
 
+namespace quorvane {
+
 namespace {
 
 const clsZipString kZip;
@@ -131,3 +133,5 @@ TEST(Zip, SavesFilesAndChangesTheCallersData) {
   EXPECT_EQ(folder.read("b"), "plain");
   EXPECT_FALSE(kZip.SaveFile(folder / "missing/b", "plain"));
 }
+
+}  // namespace quorvane

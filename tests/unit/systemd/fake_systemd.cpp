@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <filesystem>
 
+namespace quorvane {
+
 struct FakeSystemd::Client {
   BusConnection bus;
 };
@@ -194,3 +196,5 @@ int FakeSystemd::reload(sd_bus_message* call) {
   }
   return sd_bus_reply_method_return(call, "");
 }
+
+}  // namespace quorvane

@@ -9,6 +9,8 @@
 
 #include "platform/linux/systemd_bus.h"
 
+namespace quorvane {
+
 /// The manager object of systemd, as far as the program uses it, served over socket pairs by a
 /// thread of its own. Each connect() makes a connection; unit files are those added here and those
 /// that stand in the unit folder when Reload is called.
@@ -59,3 +61,5 @@ class FakeSystemd {
   std::atomic<bool> over_{false};
   std::thread thread_;
 };
+
+}  // namespace quorvane

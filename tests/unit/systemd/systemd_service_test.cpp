@@ -13,6 +13,8 @@
 #include "fake_systemd.h"
 #include "platform/system.h"
 
+namespace quorvane {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -269,3 +271,5 @@ TEST_F(SystemdHostTest, IsNotFooledByAnInheritedEnvironment) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

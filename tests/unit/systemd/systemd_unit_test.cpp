@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+namespace quorvane {
+
 namespace {
 
 using testing::HasSubstr;
@@ -67,3 +69,5 @@ TEST(UnitText, RefusesPathsThatCouldAddLines) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

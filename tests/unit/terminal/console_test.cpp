@@ -5,6 +5,8 @@
 #include "fake_terminal.h"
 #include "platform/fake/fake_event_loop.h"
 
+namespace quorvane {
+
 namespace {
 
 using testing::ElementsAre;
@@ -85,3 +87,5 @@ TEST_F(TerminalConsoleTest, LetsGoOfTheFormWhenItEnds) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -6,6 +6,8 @@
 
 #include "platform/terminal.h"
 
+namespace quorvane {
+
 /// A terminal that exists as a grid; a test types, clicks and reads the shown rows.
 class FakeTerminal final : public Terminal {
  public:
@@ -84,3 +86,5 @@ class FakeTerminal final : public Terminal {
   std::vector<std::vector<Cell>> screen_;
   TerminalEvents* events_ = nullptr;
 };
+
+}  // namespace quorvane

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <vector>
 
+namespace quorvane {
+
 namespace {
 
 constexpr std::array<std::size_t, 2> kCaptions = {10, 9};
@@ -73,3 +75,5 @@ TEST(TerminalLayout, FitsEverySize) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace quorvane {
+
 namespace {
 
 TEST(TerminalScroll, FollowsTheNewestLine) {
@@ -112,3 +114,5 @@ TEST(TerminalScroll, IsAtHomeInAnEmptyListAndInNoRoom) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

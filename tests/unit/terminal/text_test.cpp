@@ -2,6 +2,8 @@
 
 #include "console/terminal_text.h"
 
+namespace quorvane {
+
 namespace {
 
 using testing::ElementsAre;
@@ -49,3 +51,5 @@ TEST(Wrapped, KeepsLineEndsOfEveryKind) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

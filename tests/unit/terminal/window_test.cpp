@@ -7,6 +7,8 @@
 #include "fake_terminal.h"
 #include "platform/fake/fake_event_loop.h"
 
+namespace quorvane {
+
 namespace {
 
 using testing::ElementsAre;
@@ -337,3 +339,5 @@ TEST_F(TerminalWindowTest, UsesNoColoursWhereThereAreNone) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

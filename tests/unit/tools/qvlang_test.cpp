@@ -10,6 +10,8 @@
 #include "temp_folder.h"
 #include "tools/qvlang_check.h"
 
+namespace quorvane {
+
 namespace {
 
 using testing::ElementsAre;
@@ -134,3 +136,5 @@ TEST_F(LanguageToolTest, TheShippedLanguagesAreSoundAndHaveTheSameTexts) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

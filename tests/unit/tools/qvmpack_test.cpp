@@ -14,6 +14,8 @@
 #include "tools/qvmpack_folder.h"
 #include "tools/qvmpack_module.h"
 
+namespace quorvane {
+
 namespace {
 
 using testing::HasSubstr;
@@ -286,3 +288,5 @@ TEST_F(ModuleToolTest, HelpAndMistakes) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -5,6 +5,8 @@
 
 #include <sstream>
 
+namespace quorvane {
+
 namespace {
 
 using testing::ElementsAre;
@@ -149,3 +151,5 @@ TEST_F(ControlToolTest, HelpAndMistakes) {
 }
 
 }  // namespace
+
+}  // namespace quorvane

@@ -4,6 +4,8 @@
 
 #include "vbscript/engine.h"
 
+namespace quorvane {
+
 namespace {
 
 /// The instructions of a script's main code, or of the routine named, a line each, without their
@@ -232,3 +234,5 @@ TEST(Bytecode, UndeclaredNamesAreLateOnlyWhereCodeComesAsText) {
             "LatePut t0 r0 0 x\n"
             "Return\n");
 }
+
+}  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include "machine_testing.h"
 
+namespace quorvane {
+
 using vbs::Engine;
 using vbs::ErrorReport;
 using vbs::Value;
@@ -238,3 +240,5 @@ TEST_F(EngineTest, ErrorInTerminateShowsAtTheStatementThatLetTheObjectGo) {
                 "On Error Resume Next\nSet o = New C\nSet o = Nothing\nWrite Err.Number"),
             "99");
 }
+
+}  // namespace quorvane

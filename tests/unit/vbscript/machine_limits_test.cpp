@@ -1,5 +1,7 @@
 #include "machine_testing.h"
 
+namespace quorvane {
+
 using LimitsTest = MachineTest;
 
 namespace {
@@ -152,3 +154,5 @@ TEST_F(LimitsTest, FarJumps) {
   for (int i = 0; i < 40000; ++i) body += "n = n + 1\n";
   EXPECT_EQ(run("For i = 1 To 2\nIf i > 0 Then\n" + body + "End If\nNext\nWrite n"), "80000");
 }
+
+}  // namespace quorvane

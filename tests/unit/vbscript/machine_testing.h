@@ -8,6 +8,8 @@
 #include "vbscript/convert.h"
 #include "vbscript/engine.h"
 
+namespace quorvane {
+
 /// Time moves by `step` whenever the engine looks at the clock.
 class FakeHost final : public vbs::Host {
  public:
@@ -89,3 +91,5 @@ class MachineTest : public testing::Test {
   vbs::Ref<Output> output = vbs::make<Output>();
   std::optional<vbs::ErrorReport> lastError;
 };
+
+}  // namespace quorvane

@@ -5,7 +5,7 @@
 #include "vbscript/engine.h"
 #include "vbscript/parser.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 namespace {
 
 struct Fault {
@@ -159,4 +159,4 @@ TEST(SyntaxError, AnExpressionMayNotBeFollowedByMore) {
 }
 
 }  // namespace
-}  // namespace vbs
+}  // namespace quorvane::vbs

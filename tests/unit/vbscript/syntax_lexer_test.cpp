@@ -7,7 +7,7 @@
 #include "vbscript/name_table.h"
 #include "vbscript/parser.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 namespace {
 
 TEST(Lexer, NamesKeywordsAndPositions) {
@@ -141,4 +141,4 @@ TEST(NameTable, GrowsWithoutLosingNames) {
 }
 
 }  // namespace
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -5,7 +5,7 @@
 
 #include "vbscript/parser.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 namespace {
 
 std::string repeat(std::string_view text, int count) {
@@ -72,4 +72,4 @@ TEST(SyntaxLimits, ASharedPropertyNameIsCheckedInLinearTime) {
 }
 
 }  // namespace
-}  // namespace vbs
+}  // namespace quorvane::vbs

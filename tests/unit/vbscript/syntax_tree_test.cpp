@@ -7,7 +7,7 @@
 #include "vbscript/locale.h"
 #include "vbscript/parser.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 namespace {
 
 struct Sample {
@@ -260,4 +260,4 @@ TEST(SyntaxTreeLocale, DateLiteralsAreAmericanEverywhere) {
 }
 
 }  // namespace
-}  // namespace vbs
+}  // namespace quorvane::vbs

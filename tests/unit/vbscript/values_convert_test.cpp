@@ -5,7 +5,7 @@
 #include "values_testing.h"
 #include "vbscript/number_text.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 namespace {
 
 using testing::errorOf;
@@ -158,4 +158,4 @@ TEST(ConversionTest, Booleans) {
 }
 
 }  // namespace
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -6,7 +6,7 @@
 #include "vbscript/calendar.h"
 #include "vbscript/locale_table.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 namespace {
 
 using testing::StillHost;
@@ -153,4 +153,4 @@ TEST_F(DateTest, OtherLocales) {
 }
 
 }  // namespace
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -1,6 +1,6 @@
 #include "values_library_testing.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 namespace {
 
 class DateFunctionTest : public testing::LibraryTest {};
@@ -104,4 +104,4 @@ TEST_F(DateFunctionTest, FormatDateTime) {
 }
 
 }  // namespace
-}  // namespace vbs
+}  // namespace quorvane::vbs

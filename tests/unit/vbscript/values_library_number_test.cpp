@@ -2,7 +2,7 @@
 
 #include "values_library_testing.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 namespace {
 
 class NumberFunctionTest : public testing::LibraryTest {};
@@ -222,4 +222,4 @@ TEST_F(NumberFunctionTest, ErrorsAreNamedOnce) {
 }
 
 }  // namespace
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -7,6 +7,8 @@
 #include "values_testing.h"
 #include "vbscript/library/library.h"
 
+namespace quorvane {
+
 namespace vbs::testing {
 
 inline Value argument(Value value) {
@@ -54,3 +56,5 @@ class LibraryTest : public ::testing::Test {
 };
 
 }  // namespace vbs::testing
+
+}  // namespace quorvane

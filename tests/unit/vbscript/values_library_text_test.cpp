@@ -1,6 +1,6 @@
 #include "values_library_testing.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 namespace {
 
 class TextFunctionTest : public testing::LibraryTest {};
@@ -189,4 +189,4 @@ TEST_F(TextFunctionTest, EscapeAndUnescape) {
 }
 
 }  // namespace
-}  // namespace vbs
+}  // namespace quorvane::vbs

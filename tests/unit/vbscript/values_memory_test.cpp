@@ -6,7 +6,7 @@
 #include "vbscript/object.h"
 #include "vbscript/operators.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 namespace {
 
 using testing::errorOf;
@@ -167,4 +167,4 @@ TEST(ArrayTest, ByteArraysGiveBytesButNoVariantElements) {
 }
 
 }  // namespace
-}  // namespace vbs
+}  // namespace quorvane::vbs

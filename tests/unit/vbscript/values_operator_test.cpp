@@ -4,7 +4,7 @@
 
 #include "values_testing.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 namespace {
 
 using testing::errorOf;
@@ -246,4 +246,4 @@ TEST(IdentityTest, IsComparesObjectsOnly) {
 }
 
 }  // namespace
-}  // namespace vbs
+}  // namespace quorvane::vbs

@@ -6,7 +6,7 @@
 #include "vbscript/object.h"
 #include "vbscript/time_check.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 namespace {
 
 using testing::errorOf;
@@ -226,4 +226,4 @@ TEST(RegExpPatternTest, Translation) {
 }
 
 }  // namespace
-}  // namespace vbs
+}  // namespace quorvane::vbs

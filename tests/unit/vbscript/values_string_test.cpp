@@ -4,7 +4,7 @@
 
 #include "values_testing.h"
 
-namespace vbs {
+namespace quorvane::vbs {
 namespace {
 
 using testing::errorOf;
@@ -132,4 +132,4 @@ TEST(StringTest, SubstrIsClamped) {
 }
 
 }  // namespace
-}  // namespace vbs
+}  // namespace quorvane::vbs

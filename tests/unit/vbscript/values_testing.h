@@ -9,6 +9,8 @@
 #include "vbscript/locale.h"
 #include "vbscript/value.h"
 
+namespace quorvane {
+
 namespace vbs::testing {
 
 /// "Integer 5", "String abc", "Null": a value as tests compare it.
@@ -47,3 +49,5 @@ class StillHost : public Host {
 };
 
 }  // namespace vbs::testing
+
+}  // namespace quorvane
