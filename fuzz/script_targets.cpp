@@ -5,9 +5,10 @@
 #include <iostream>
 
 #include "components/components.h"
-#include "vbscript/convert.h"
+#include "vbscript/dumps/dumps.h"
 #include "vbscript/engine.h"
-#include "vbscript/parser.h"
+#include "vbscript/syntax/parser.h"
+#include "vbscript/values/convert.h"
 
 namespace quorvane {
 

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "vbscript/convert.h"
+#include "vbscript/values/convert.h"
 
 namespace quorvane {
 

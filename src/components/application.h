@@ -9,7 +9,7 @@
 #include "platform/clock.h"
 #include "platform/random.h"
 #include "support/file_aliases.h"
-#include "vbscript/object.h"
+#include "vbscript/values/object.h"
 
 namespace quorvane {
 

@@ -5,7 +5,7 @@
 
 #include "components/dictionary.h"
 #include "vbscript/library/regexp.h"
-#include "vbscript/text_case.h"
+#include "vbscript/values/text_case.h"
 
 namespace quorvane {
 

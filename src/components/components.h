@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "vbscript/value.h"
+#include "vbscript/values/value.h"
 
 namespace quorvane {
 

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "components/dictionary_table.h"
-#include "vbscript/convert.h"
-#include "vbscript/object.h"
-#include "vbscript/value_walk.h"
+#include "vbscript/values/convert.h"
+#include "vbscript/values/object.h"
+#include "vbscript/values/value_walk.h"
 
 namespace quorvane {
 

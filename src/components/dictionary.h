@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <span>
 
-#include "vbscript/value.h"
+#include "vbscript/values/value.h"
 
 namespace quorvane {
 

@@ -3,8 +3,8 @@
 #include <bit>
 #include <cmath>
 
-#include "vbscript/convert.h"
-#include "vbscript/text_case.h"
+#include "vbscript/values/convert.h"
+#include "vbscript/values/text_case.h"
 
 namespace quorvane {
 

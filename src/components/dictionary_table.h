@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "vbscript/value.h"
+#include "vbscript/values/value.h"
 
 namespace quorvane {
 

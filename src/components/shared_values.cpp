@@ -4,8 +4,8 @@
 #include <utility>
 #include <vector>
 
-#include "vbscript/convert.h"
-#include "vbscript/value_walk.h"
+#include "vbscript/values/convert.h"
+#include "vbscript/values/value_walk.h"
 
 namespace quorvane {
 

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "support/keyed_collection.h"
-#include "vbscript/object.h"
+#include "vbscript/values/object.h"
 
 namespace quorvane {
 

@@ -13,8 +13,8 @@
 #include "script/server_variables.h"
 #include "support/keyed_collection.h"
 #include "support/text.h"
-#include "vbscript/convert.h"
-#include "vbscript/time_check.h"
+#include "vbscript/values/convert.h"
+#include "vbscript/values/time_check.h"
 
 namespace quorvane {
 

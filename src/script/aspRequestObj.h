@@ -8,7 +8,7 @@
 
 #include "http/clsHTTPParser.h"
 #include "script/header_variables.h"
-#include "vbscript/object.h"
+#include "vbscript/values/object.h"
 
 namespace quorvane {
 

@@ -9,9 +9,9 @@
 #include "script/clsWCookie.h"
 #include "script/script_values.h"
 #include "support/text.h"
-#include "vbscript/convert.h"
-#include "vbscript/host.h"
-#include "vbscript/locale.h"
+#include "vbscript/values/convert.h"
+#include "vbscript/values/host.h"
+#include "vbscript/values/locale.h"
 
 namespace quorvane {
 

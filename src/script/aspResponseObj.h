@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "support/date_time.h"
-#include "vbscript/object.h"
+#include "vbscript/values/object.h"
 
 namespace quorvane {
 

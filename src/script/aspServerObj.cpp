@@ -16,7 +16,7 @@
 #include "support/paths.h"
 #include "support/server_state.h"
 #include "support/text.h"
-#include "vbscript/convert.h"
+#include "vbscript/values/convert.h"
 
 namespace quorvane {
 

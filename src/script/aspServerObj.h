@@ -9,7 +9,7 @@
 
 #include "script/header_variables.h"
 #include "script/page_services.h"
-#include "vbscript/object.h"
+#include "vbscript/values/object.h"
 
 namespace quorvane {
 

@@ -6,7 +6,7 @@
 
 #include "script/script_values.h"
 #include "script/session_contents.h"
-#include "vbscript/convert.h"
+#include "vbscript/values/convert.h"
 
 namespace quorvane {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "vbscript/object.h"
+#include "vbscript/values/object.h"
 
 namespace quorvane {
 

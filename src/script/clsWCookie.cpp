@@ -6,8 +6,8 @@
 #include "script/cookie_keys.h"
 #include "script/script_values.h"
 #include "support/clsWEncode.h"
-#include "vbscript/convert.h"
-#include "vbscript/time_check.h"
+#include "vbscript/values/convert.h"
+#include "vbscript/values/time_check.h"
 
 namespace quorvane {
 

@@ -2,7 +2,7 @@
 
 #include <cstddef>
 
-#include "vbscript/object.h"
+#include "vbscript/values/object.h"
 
 namespace quorvane {
 

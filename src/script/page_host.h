@@ -3,7 +3,7 @@
 #include <cstdint>
 
 #include "platform/clock.h"
-#include "vbscript/host.h"
+#include "vbscript/values/host.h"
 
 namespace quorvane {
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "script/script_values.h"
-#include "vbscript/value_walk.h"
+#include "vbscript/values/value_walk.h"
 
 namespace quorvane {
 

@@ -5,8 +5,8 @@
 
 #include "script/cookie_keys.h"
 #include "script/script_values.h"
-#include "vbscript/convert.h"
-#include "vbscript/value_walk.h"
+#include "vbscript/values/convert.h"
+#include "vbscript/values/value_walk.h"
 
 namespace quorvane {
 

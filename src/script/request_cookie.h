@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "http/cookie_jar.h"
-#include "vbscript/object.h"
+#include "vbscript/values/object.h"
 
 namespace quorvane {
 

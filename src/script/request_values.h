@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "vbscript/object.h"
+#include "vbscript/values/object.h"
 
 namespace quorvane {
 

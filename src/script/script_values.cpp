@@ -5,8 +5,8 @@
 #include <chrono>
 #include <cmath>
 
-#include "vbscript/convert.h"
-#include "vbscript/locale.h"
+#include "vbscript/values/convert.h"
+#include "vbscript/values/locale.h"
 
 namespace quorvane {
 

@@ -7,8 +7,8 @@
 
 #include "script/aspSessionObj.h"
 #include "script/script_values.h"
-#include "vbscript/convert.h"
-#include "vbscript/value_walk.h"
+#include "vbscript/values/convert.h"
+#include "vbscript/values/value_walk.h"
 
 namespace quorvane {
 

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "vbscript/object.h"
+#include "vbscript/values/object.h"
 
 namespace quorvane {
 

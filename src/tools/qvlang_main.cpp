@@ -16,4 +16,6 @@ int run(int argc, char** argv) {
 
 }  // namespace quorvane
 
-int main(int argc, char** argv) { return quorvane::run(argc, argv); }
+int main(int argc, char** argv) {
+  return quorvane::run(argc, argv);
+}

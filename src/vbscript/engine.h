@@ -1,56 +1,20 @@
 #pragma once
 
 #include <chrono>
-#include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <optional>
-#include <span>
-#include <string>
 #include <string_view>
 
-#include "vbscript/host.h"
-#include "vbscript/object.h"
-#include "vbscript/value.h"
+#include "vbscript/machine/error_report.h"
+#include "vbscript/machine/program_cache.h"
+#include "vbscript/values/host.h"
+#include "vbscript/values/object.h"
+#include "vbscript/values/value.h"
 
 /// The one header through which a host compiles and runs scripts.
 namespace quorvane::vbs {
 
 class Machine;
-class Program;  ///< a compiled script; shared between runs
-struct HostObject;
-
-/// A script that did not compile or stopped with an untrapped error.
-struct ErrorReport {
-  std::int32_t number = 0;
-  std::string description;  ///< bytes of Windows-1252
-  std::string source;
-  std::uint32_t line = 0;    ///< 1-based line of the script text
-  std::uint32_t column = 0;  ///< 1-based
-  std::string sourceLine;    ///< text of that line, for compile errors
-  bool isCompileError = false;
-};
-
-/// Compiled programs by their exact source text, least recently used first out.
-class ProgramCache {
- public:
-  /// `maxSourceBytes` bounds the sum of the source texts held.
-  explicit ProgramCache(std::size_t maxSourceBytes = std::size_t{16} << 20);
-  ~ProgramCache();
-
-  /// The program for `source`, compiled when it is new, as it is without objects of a host. Null
-  /// and `error` filled when it does not compile.
-  std::shared_ptr<const Program> get(std::string_view source, ErrorReport& error);
-
- private:
-  friend class Machine;
-  /// Compiled code knows where the host's objects have their members, so those count as well.
-  std::shared_ptr<const Program> get(std::string_view source, std::span<const HostObject> objects,
-                                     ErrorReport& error);
-
-  struct Impl;
-  std::unique_ptr<Impl> impl_;
-};
 
 /// One script run's world: its globals, its published objects, its random sequence. Made fresh
 /// for each page; not reentrant (a host object must not call run() of the engine that calls it).
@@ -79,10 +43,5 @@ class Engine {
  private:
   std::unique_ptr<Machine> machine_;
 };
-
-/// What the tools show of a script.
-std::string dumpTokens(std::string_view source);
-std::string dumpTree(std::string_view source);
-std::string dumpBytecode(std::string_view source);
 
 }  // namespace quorvane::vbs

@@ -1,8 +1,8 @@
 #include "language_host.h"
 
 #include "components/components.h"
-#include "vbscript/calendar.h"
-#include "vbscript/convert.h"
+#include "vbscript/values/calendar.h"
+#include "vbscript/values/convert.h"
 
 namespace quorvane {
 

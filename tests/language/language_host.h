@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "vbscript/host.h"
-#include "vbscript/object.h"
+#include "vbscript/values/host.h"
+#include "vbscript/values/object.h"
 
 namespace quorvane {
 

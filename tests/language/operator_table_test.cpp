@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "vbscript/convert.h"
-#include "vbscript/operators.h"
+#include "vbscript/values/convert.h"
+#include "vbscript/values/operators.h"
 
 namespace quorvane {
 

@@ -3,7 +3,7 @@
 #include <ctime>
 
 #include "components/components.h"
-#include "vbscript/calendar.h"
+#include "vbscript/values/calendar.h"
 
 namespace quorvane::qvscript {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "vbscript/host.h"
+#include "vbscript/values/host.h"
 
 namespace quorvane::qvscript {
 

@@ -11,6 +11,7 @@
 #include "qvscript/console_host.h"
 #include "qvscript/page_program.h"
 #include "qvscript/wscript_object.h"
+#include "vbscript/dumps/dumps.h"
 #include "vbscript/engine.h"
 
 namespace quorvane {
@@ -134,4 +135,6 @@ int run(int argc, char** argv) {
 
 }  // namespace quorvane
 
-int main(int argc, char** argv) { return quorvane::run(argc, argv); }
+int main(int argc, char** argv) {
+  return quorvane::run(argc, argv);
+}

@@ -1,7 +1,7 @@
 #include "qvscript/script_arguments.h"
 
-#include "vbscript/convert.h"
-#include "vbscript/name_table.h"
+#include "vbscript/syntax/name_table.h"
+#include "vbscript/values/convert.h"
 
 namespace quorvane::qvscript {
 

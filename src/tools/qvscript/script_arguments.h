@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "vbscript/object.h"
+#include "vbscript/values/object.h"
 
 /// The words behind the script's name, as WScript.Arguments and its two views show them.
 namespace quorvane::qvscript {

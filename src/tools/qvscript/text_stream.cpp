@@ -1,6 +1,6 @@
 #include "qvscript/text_stream.h"
 
-#include "vbscript/convert.h"
+#include "vbscript/values/convert.h"
 
 namespace quorvane::qvscript {
 

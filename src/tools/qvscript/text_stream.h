@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <string>
 
-#include "vbscript/object.h"
+#include "vbscript/values/object.h"
 
 namespace quorvane::qvscript {
 

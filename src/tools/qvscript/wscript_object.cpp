@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <thread>
 
-#include "vbscript/convert.h"
+#include "vbscript/values/convert.h"
 
 namespace quorvane::qvscript {
 

@@ -5,8 +5,8 @@
 
 #include "qvscript/script_arguments.h"
 #include "qvscript/text_stream.h"
-#include "vbscript/host.h"
-#include "vbscript/object.h"
+#include "vbscript/values/host.h"
+#include "vbscript/values/object.h"
 
 namespace quorvane::qvscript {
 

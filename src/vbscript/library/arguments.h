@@ -1,8 +1,8 @@
 #pragma once
 
-#include "vbscript/error.h"
 #include "vbscript/library/functions.h"
-#include "vbscript/operand.h"
+#include "vbscript/values/error.h"
+#include "vbscript/values/operand.h"
 
 /// How intrinsic functions read their arguments; for their files only.
 namespace quorvane::vbs::intrinsic {

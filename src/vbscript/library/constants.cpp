@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "vbscript/library/library.h"
-#include "vbscript/object.h"
+#include "vbscript/values/object.h"
 
 namespace quorvane::vbs {
 

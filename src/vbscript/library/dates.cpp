@@ -1,9 +1,9 @@
 #include <cmath>
 
-#include "vbscript/calendar.h"
-#include "vbscript/date_text.h"
 #include "vbscript/library/arguments.h"
-#include "vbscript/locale.h"
+#include "vbscript/values/calendar.h"
+#include "vbscript/values/date_text.h"
+#include "vbscript/values/locale.h"
 
 namespace quorvane::vbs::intrinsic {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "vbscript/time_check.h"
+#include "vbscript/values/time_check.h"
 
 namespace quorvane::vbs {
 

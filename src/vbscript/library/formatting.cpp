@@ -1,10 +1,10 @@
 #include <cstdio>
 
-#include "vbscript/calendar.h"
-#include "vbscript/date_text.h"
 #include "vbscript/library/arguments.h"
-#include "vbscript/locale.h"
-#include "vbscript/number_text.h"
+#include "vbscript/values/calendar.h"
+#include "vbscript/values/date_text.h"
+#include "vbscript/values/locale.h"
+#include "vbscript/values/number_text.h"
 
 namespace quorvane::vbs::intrinsic {
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "vbscript/library/library.h"
-#include "vbscript/object.h"
+#include "vbscript/values/object.h"
 
 /// The intrinsic functions, one file for each group. The table in library.cpp gives their names
 /// and argument counts; what they mean is the language's own reference.

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "vbscript/error.h"
 #include "vbscript/library/functions.h"
+#include "vbscript/values/error.h"
 
 namespace quorvane::vbs {
 

@@ -4,9 +4,9 @@
 #include <span>
 #include <string_view>
 
-#include "vbscript/host.h"
-#include "vbscript/object.h"
-#include "vbscript/value.h"
+#include "vbscript/values/host.h"
+#include "vbscript/values/object.h"
+#include "vbscript/values/value.h"
 
 namespace quorvane::vbs {
 

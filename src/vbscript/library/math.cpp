@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "vbscript/library/arguments.h"
-#include "vbscript/operators.h"
+#include "vbscript/values/operators.h"
 
 namespace quorvane::vbs::intrinsic {
 

@@ -4,8 +4,8 @@
 #include <memory>
 #include <vector>
 
-#include "vbscript/convert.h"
 #include "vbscript/library/regexp_code.h"
+#include "vbscript/values/convert.h"
 
 namespace quorvane::vbs {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "vbscript/object.h"
+#include "vbscript/values/object.h"
 
 namespace quorvane::vbs {
 

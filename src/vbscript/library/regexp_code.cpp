@@ -5,10 +5,10 @@
 
 #include <unordered_map>
 
-#include "vbscript/error.h"
 #include "vbscript/library/regexp_pattern.h"
-#include "vbscript/memory_meter.h"
-#include "vbscript/time_check.h"
+#include "vbscript/values/error.h"
+#include "vbscript/values/memory_meter.h"
+#include "vbscript/values/time_check.h"
 
 namespace quorvane::vbs {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "vbscript/library/wide_copy.h"
-#include "vbscript/string.h"
+#include "vbscript/values/string.h"
 
 namespace quorvane::vbs {
 

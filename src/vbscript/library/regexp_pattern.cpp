@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "vbscript/error.h"
+#include "vbscript/values/error.h"
 
 namespace quorvane::vbs {
 

@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "vbscript/library/arguments.h"
-#include "vbscript/locale.h"
+#include "vbscript/values/locale.h"
 
 namespace quorvane::vbs::intrinsic {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "vbscript/string.h"
+#include "vbscript/values/string.h"
 
 namespace quorvane::vbs {
 

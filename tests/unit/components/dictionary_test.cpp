@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "components/components.h"
-#include "vbscript/convert.h"
-#include "vbscript/object.h"
+#include "vbscript/values/convert.h"
+#include "vbscript/values/object.h"
 
 namespace quorvane {
 

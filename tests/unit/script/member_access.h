@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "script/script_values.h"
-#include "vbscript/object.h"
+#include "vbscript/values/object.h"
 
 namespace quorvane {
 

@@ -8,7 +8,7 @@
 #include "script/aspRequestObj.h"
 #include "support/clsWEncode.h"
 #include "support/server_state.h"
-#include "vbscript/time_check.h"
+#include "vbscript/values/time_check.h"
 
 namespace quorvane {
 

@@ -11,8 +11,8 @@
 #include "script/aspResponseObj.h"
 #include "script/request_cookie.h"
 #include "support/clsWEncode.h"
-#include "vbscript/host.h"
-#include "vbscript/time_check.h"
+#include "vbscript/values/host.h"
+#include "vbscript/values/time_check.h"
 
 namespace quorvane {
 

@@ -17,7 +17,7 @@
 #include "support/clsWEncode.h"
 #include "support/file_aliases.h"
 #include "support/server_state.h"
-#include "vbscript/host.h"
+#include "vbscript/values/host.h"
 
 namespace quorvane {
 

@@ -8,7 +8,7 @@
 #include "script/aspSessionObj.h"
 #include "script/auth_keys.h"
 #include "script/session_store.h"
-#include "vbscript/convert.h"
+#include "vbscript/values/convert.h"
 
 namespace quorvane {
 

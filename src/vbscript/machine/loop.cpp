@@ -1,0 +1,724 @@
+#include <cmath>
+#include <cstring>
+
+#include "vbscript/machine/machine.h"
+#include "vbscript/values/convert.h"
+#include "vbscript/values/operators.h"
+
+// The dispatch loop. Operations whose operands are plain numbers are done here; everything else is
+// a call of a named function. A register that needs care (see needsCare) is never overwritten here.
+//
+// No object with a destructor may be alive where the loop jumps from one operation to the next: a
+// computed goto runs no destructors.
+
+namespace quorvane::vbs {
+
+namespace {
+
+constexpr unsigned kInteger = static_cast<unsigned>(Type::Integer);
+constexpr unsigned kLong = static_cast<unsigned>(Type::Long);
+constexpr unsigned kDouble = static_cast<unsigned>(Type::Double);
+
+inline unsigned tag(const Value& value) {
+  return static_cast<unsigned>(value.type());
+}
+
+/// Both are Integer or Long.
+inline bool areWhole(unsigned l, unsigned r) {
+  static_assert(kInteger == 2 && kLong == 3);
+  return ((l ^ kInteger) | (r ^ kInteger)) <= 1;
+}
+
+/// Integer where both operands were and the number fits, else Long.
+inline void setWhole(Value& target, unsigned l, unsigned r, std::int32_t number) {
+  const unsigned wide = number != static_cast<std::int16_t>(number) ? 1 : 0;
+  target.setIntUncounted(static_cast<Type>(l | r | wide), number);
+}
+
+inline bool isFinite(double number) {
+  return std::abs(number) <= __DBL_MAX__;
+}
+
+/// The number of a Double, Integer or Long.
+inline bool asDouble(const Value& value, double& number) {
+  const unsigned t = tag(value);
+  if (t == kDouble) {
+    number = value.asDouble();
+    return true;
+  }
+  if ((t ^ kInteger) > 1) return false;
+  number = value.asInt();
+  return true;
+}
+
+struct AddNumbers {
+  static bool whole(std::int32_t l, std::int32_t r, std::int32_t& n) {
+    return !__builtin_add_overflow(l, r, &n);
+  }
+  static double floating(double l, double r) { return l + r; }
+};
+struct SubtractNumbers {
+  static bool whole(std::int32_t l, std::int32_t r, std::int32_t& n) {
+    return !__builtin_sub_overflow(l, r, &n);
+  }
+  static double floating(double l, double r) { return l - r; }
+};
+struct MultiplyNumbers {
+  static bool whole(std::int32_t l, std::int32_t r, std::int32_t& n) {
+    return !__builtin_mul_overflow(l, r, &n);
+  }
+  static double floating(double l, double r) { return l * r; }
+};
+
+/// False: not a case for the loop.
+template <class Numbers>
+[[gnu::always_inline]] inline bool calculate(Value& target, const Value& left, const Value& right) {
+  if (needsCare(target)) return false;
+  const unsigned l = tag(left);
+  const unsigned r = tag(right);
+  if (areWhole(l, r)) {
+    std::int32_t n = 0;
+    if (!Numbers::whole(left.asInt(), right.asInt(), n)) return false;
+    setWhole(target, l, r, n);
+    return true;
+  }
+  double x = 0;
+  double y = 0;
+  if (!asDouble(left, x) || !asDouble(right, y)) return false;
+  const double n = Numbers::floating(x, y);
+  if (!isFinite(n)) return false;
+  target.setDoubleUncounted(Type::Double, n);
+  return true;
+}
+
+[[gnu::always_inline]] inline bool divideNumbers(Value& target, const Value& left,
+                                                 const Value& right) {
+  double x = 0;
+  double y = 0;
+  if (needsCare(target) || !asDouble(left, x) || !asDouble(right, y) || y == 0) return false;
+  const double n = x / y;
+  if (!isFinite(n)) return false;
+  target.setDoubleUncounted(Type::Double, n);
+  return true;
+}
+
+[[gnu::always_inline]] inline bool divideWhole(Value& target, const Value& left,
+                                               const Value& right) {
+  const unsigned l = tag(left);
+  const unsigned r = tag(right);
+  if (!areWhole(l, r) || needsCare(target)) return false;
+  const std::int32_t by = right.asInt();
+  if (by == 0 || by == -1) return false;
+  setWhole(target, l, r, left.asInt() / by);
+  return true;
+}
+
+[[gnu::always_inline]] inline bool remainder(Value& target, const Value& left, const Value& right) {
+  const unsigned l = tag(left);
+  const unsigned r = tag(right);
+  if (!areWhole(l, r) || needsCare(target)) return false;
+  const std::int32_t by = right.asInt();
+  if (by == 0 || by == -1) return false;
+  setWhole(target, l, r, left.asInt() % by);
+  return true;
+}
+
+struct EqualNumbers {
+  template <class T>
+  static bool holds(T l, T r) {
+    return l == r;
+  }
+};
+struct NotEqualNumbers {
+  template <class T>
+  static bool holds(T l, T r) {
+    return l != r;
+  }
+};
+struct LessNumbers {
+  template <class T>
+  static bool holds(T l, T r) {
+    return l < r;
+  }
+};
+struct LessOrEqualNumbers {
+  template <class T>
+  static bool holds(T l, T r) {
+    return l <= r;
+  }
+};
+struct GreaterNumbers {
+  template <class T>
+  static bool holds(T l, T r) {
+    return l > r;
+  }
+};
+struct GreaterOrEqualNumbers {
+  template <class T>
+  static bool holds(T l, T r) {
+    return l >= r;
+  }
+};
+
+/// False: not a case for the loop.
+template <class Numbers>
+[[gnu::always_inline]] inline bool compareNumbers(const Value& left, const Value& right,
+                                                  bool& holds) {
+  if (areWhole(tag(left), tag(right))) {
+    holds = Numbers::holds(left.asInt(), right.asInt());
+    return true;
+  }
+  double x = 0;
+  double y = 0;
+  if (!asDouble(left, x) || !asDouble(right, y)) return false;
+  holds = Numbers::holds(x, y);
+  return true;
+}
+
+/// The bits of a value, for moving it where nothing is to be counted.
+[[gnu::always_inline]] inline void copyBits(Value& target, const Value& source) {
+  std::memcpy(static_cast<void*>(&target), static_cast<const void*>(&source), sizeof(Value));
+}
+
+/// A copy of `source` in a register that needs no care; false for a reference.
+[[gnu::always_inline]] inline bool copyInto(Value& target, const Value& source) {
+  if (needsCare(target)) return false;
+  if (!needsCare(source)) {
+    copyBits(target, source);
+    return true;
+  }
+  if (source.is(Type::Reference)) return false;
+  new (&target) Value(source);
+  return true;
+}
+
+/// The element with this index of a vector of Variants, or null.
+[[gnu::always_inline]] inline Value* vectorElement(const Value& holder, const Value& index) {
+  const Value& array = holder.deref();
+  if (!array.isArray() || (tag(index) ^ kInteger) > 1) return nullptr;
+  return array.asArray()->at(index.asInt());
+}
+
+[[gnu::always_inline]] inline Value* matrixElement(const Value& holder, const Value& row,
+                                                   const Value& column) {
+  const Value& array = holder.deref();
+  if (!array.isArray() || !areWhole(tag(row), tag(column))) return nullptr;
+  return array.asArray()->at(row.asInt(), column.asInt());
+}
+
+/// A temporary that held a reference is left without it.
+[[gnu::always_inline]] inline void dropReference(Value& value) {
+  value.setIntUncounted(Type::Empty, 0);
+}
+
+[[gnu::always_inline]] inline bool isCountedOnce(const Value& holder) {
+  return holder.deref().asArray()->references == 1;
+}
+
+/// Stores without counting; false: not a case for the loop.
+[[gnu::always_inline]] inline bool storePlain(Value& element, const Value& value) {
+  if (needsCare(element) || needsCare(value)) return false;
+  copyBits(element, value);
+  return true;
+}
+
+}  // namespace
+
+// The loop handles no exceptions itself: its calls are so many that finding a handler among them
+// would take longer than all else about an error.
+void Machine::execute(const Frame* entry) {
+  const Nesting nesting(*this);
+  while (true) {
+    try {
+      return loop();
+    } catch (ScriptError& error) {
+      if (!trap(error, entry)) throw;
+    } catch (...) {
+      unwind(entry);
+      throw;
+    }
+  }
+}
+
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wpedantic"  // labels as values
+
+// NOLINTBEGIN(bugprone-macro-parentheses)
+#define VBS_DISPATCH() goto* kLabels[static_cast<unsigned>(pc->op)]
+/// A call that may throw: an error is looked for in the statement of the instruction before
+/// fp_->pc.
+#define VBS_SLOW(call) (fp_->pc = pc + 1, (call))
+#define VBS_NEXT(words) \
+  do {                  \
+    pc += (words);      \
+    VBS_DISPATCH();     \
+  } while (false)
+#define VBS_RELOAD()                            \
+  do {                                          \
+    base = fp_->base;                           \
+    constants = fp_->routine->constants.data(); \
+    pc = fp_->pc;                               \
+    VBS_DISPATCH();                             \
+  } while (false)
+#define VBS_JUMP(distance)                              \
+  do {                                                  \
+    const std::int32_t words = (distance);              \
+    if (words <= 0 && --budget_ <= 0) VBS_SLOW(poll()); \
+    pc += words;                                        \
+    VBS_DISPATCH();                                     \
+  } while (false)
+
+#define VBS_CALCULATE(name, calculation, function)         \
+  name:                                                    \
+  if (!calculation(base[pc->a], base[pc->b], base[pc->c])) \
+    VBS_SLOW(binarySlow(pc, base, function));              \
+  VBS_NEXT(1);
+
+#define VBS_CALCULATE_CONSTANT(name, calculation, function)       \
+  name:                                                           \
+  if (!calculation(base[pc->a], base[pc->b], constants[pc->c])) { \
+    VBS_SLOW(binaryConstantSlow(pc, base, function));             \
+  }                                                               \
+  VBS_NEXT(1);
+
+#define VBS_COMPARE(name, Numbers)                                                             \
+  name : {                                                                                     \
+    bool holds = false;                                                                        \
+    if (needsCare(base[pc->a]) || !compareNumbers<Numbers>(base[pc->b], base[pc->c], holds)) { \
+      VBS_SLOW(compareSlow(pc, base, Opcode::name, base[pc->c], pc->cIsTemporary()));          \
+    } else {                                                                                   \
+      base[pc->a].setIntUncounted(Type::Boolean, holds ? -1 : 0);                              \
+    }                                                                                          \
+  }                                                                                            \
+  VBS_NEXT(1);                                                                                 \
+  name##Constant : {                                                                           \
+    bool holds = false;                                                                        \
+    if (needsCare(base[pc->a]) ||                                                              \
+        !compareNumbers<Numbers>(base[pc->b], constants[pc->c], holds)) {                      \
+      VBS_SLOW(compareSlow(pc, base, Opcode::name##Constant, constants[pc->c], false));        \
+    } else {                                                                                   \
+      base[pc->a].setIntUncounted(Type::Boolean, holds ? -1 : 0);                              \
+    }                                                                                          \
+  }                                                                                            \
+  VBS_NEXT(1);
+
+#define VBS_COMPARE_CONSTANT_ONLY(name, Numbers)                              \
+  name : {                                                                    \
+    bool holds = false;                                                       \
+    if (needsCare(base[pc->a]) ||                                             \
+        !compareNumbers<Numbers>(base[pc->b], constants[pc->c], holds)) {     \
+      VBS_SLOW(compareSlow(pc, base, Opcode::name, constants[pc->c], false)); \
+    } else {                                                                  \
+      base[pc->a].setIntUncounted(Type::Boolean, holds ? -1 : 0);             \
+    }                                                                         \
+  }                                                                           \
+  VBS_NEXT(1);
+
+#define VBS_COMPARE_JUMP(name, Numbers, right, isTemporaryRight)                          \
+  name : {                                                                                \
+    bool holds = false;                                                                   \
+    if (!compareNumbers<Numbers>(base[pc->a], right, holds)) {                            \
+      holds = VBS_SLOW(jumpCompareSlow(pc, base, Opcode::name, right, isTemporaryRight)); \
+    }                                                                                     \
+    if (holds == ((pc->c & 1) != 0)) VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));    \
+  }                                                                                       \
+  VBS_NEXT(2);
+
+#define VBS_JUMP_REGISTERS(name, Numbers) \
+  VBS_COMPARE_JUMP(name, Numbers, base[pc->b], pc->bIsTemporary())
+#define VBS_JUMP_CONSTANT(name, Numbers) VBS_COMPARE_JUMP(name, Numbers, constants[pc->b], false)
+
+/// Operations that a named function does altogether.
+#define VBS_DELEGATE(name, words, call) \
+  name:                                 \
+  VBS_SLOW(call);                       \
+  VBS_NEXT(words);
+
+/// Operations that may enter another frame.
+#define VBS_ENTER(name, words, call) \
+  name:                              \
+  if (VBS_SLOW(call)) VBS_RELOAD();  \
+  VBS_NEXT(words);
+
+void Machine::loop() {
+  static const void* const kLabels[] = {
+#define VBS_LABEL(name, operands, meaning) &&name,
+      VBS_OPCODES(VBS_LABEL)
+#undef VBS_LABEL
+  };
+  // NOLINTEND(bugprone-macro-parentheses)
+  const Instruction* pc = nullptr;
+  const Value* constants = nullptr;
+  Value* base = nullptr;
+
+  VBS_RELOAD();
+
+Halt:
+  return;
+
+  // ---- Moving values ----
+
+LoadConstant:
+  if (!copyInto(base[pc->a], constants[pc->b])) VBS_SLOW(put(pc, base, constants[pc->b]));
+  VBS_NEXT(1);
+LoadFarConstant:
+  VBS_SLOW(put(pc, base, constants[static_cast<std::uint32_t>(pc->wide())]));
+  VBS_NEXT(1);
+LoadInteger:
+  if (needsCare(base[pc->a])) {
+    VBS_SLOW(put(pc, base, Value::integer(static_cast<std::int16_t>(pc->b))));
+  } else {
+    base[pc->a].setIntUncounted(Type::Integer, static_cast<std::int16_t>(pc->b));
+  }
+  VBS_NEXT(1);
+Copy:
+  if (!copyInto(base[pc->a], base[pc->b])) VBS_SLOW(put(pc, base, base[pc->b].deref()));
+  VBS_NEXT(1);
+Let:
+  if (!storePlain(base[pc->a], base[pc->b])) VBS_SLOW(let(base[pc->a], base[pc->b]));
+  VBS_NEXT(1);
+  VBS_DELEGATE(SetVariable, 1, set(base[pc->a], base[pc->b], pc->bIsTemporary(), pc))
+  VBS_DELEGATE(Hold, 1, hold(base[pc->a], taken(base[pc->b], pc->bIsTemporary())))
+Clear:
+  if (needsCare(base[pc->a])) {
+    VBS_SLOW(release(base[pc->a]));
+  } else {
+    base[pc->a].setIntUncounted(Type::Empty, 0);
+  }
+  VBS_NEXT(1);
+  VBS_DELEGATE(Plain, 1, plain(pc, base))
+LoadGlobal:
+  if (needsCare(globals_[pc->b]) || needsCare(base[pc->a])) {
+    VBS_SLOW(put(pc, base, globals_[pc->b]));
+  } else {
+    copyBits(base[pc->a], globals_[pc->b]);
+  }
+  VBS_NEXT(1);
+LetGlobal:
+  if (!storePlain(globals_[pc->b], base[pc->a])) {
+    VBS_SLOW(letFrom(globals_[pc->b], base[pc->a], pc->aIsTemporary()));
+  }
+  VBS_NEXT(1);
+  VBS_DELEGATE(SetGlobal, 1, set(globals_[pc->b], base[pc->a], pc->aIsTemporary(), pc))
+LoadField : {
+  const Value& field = static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b];
+  if (needsCare(field) || needsCare(base[pc->a])) {
+    VBS_SLOW(put(pc, base, field));
+  } else {
+    copyBits(base[pc->a], field);
+  }
+}
+  VBS_NEXT(1);
+LetField : {
+  Value& field = static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b];
+  if (!storePlain(field, base[pc->a])) VBS_SLOW(letFrom(field, base[pc->a], pc->aIsTemporary()));
+}
+  VBS_NEXT(1);
+SetField:
+  VBS_SLOW(set(static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b], base[pc->a],
+               pc->aIsTemporary(), pc));
+  VBS_NEXT(1);
+  VBS_DELEGATE(RefVariable, 1, refer(base[pc->a], base[pc->b]))
+  VBS_DELEGATE(RefGlobal, 1, refer(base[pc->a], globals_[pc->b]))
+  VBS_DELEGATE(
+      RefField, 1,
+      refer(base[pc->a], static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b]))
+  VBS_DELEGATE(RefElement, 2, refElement(pc, base))
+
+  // ---- Calculating ----
+
+  VBS_CALCULATE(Add, calculate<AddNumbers>, add)
+  VBS_CALCULATE_CONSTANT(AddConstant, calculate<AddNumbers>, add)
+  VBS_CALCULATE(Subtract, calculate<SubtractNumbers>, subtract)
+  VBS_CALCULATE_CONSTANT(SubtractConstant, calculate<SubtractNumbers>, subtract)
+  VBS_CALCULATE(Multiply, calculate<MultiplyNumbers>, multiply)
+  VBS_CALCULATE_CONSTANT(MultiplyConstant, calculate<MultiplyNumbers>, multiply)
+  VBS_CALCULATE(Divide, divideNumbers, divide)
+  VBS_CALCULATE_CONSTANT(DivideConstant, divideNumbers, divide)
+  VBS_CALCULATE(IntegerDivide, divideWhole, integerDivide)
+  VBS_CALCULATE_CONSTANT(IntegerDivideConstant, divideWhole, integerDivide)
+  VBS_CALCULATE(Modulo, remainder, modulo)
+  VBS_CALCULATE_CONSTANT(ModuloConstant, remainder, modulo)
+
+AddInteger : {
+  Value& target = base[pc->a];
+  const Value& left = base[pc->b];
+  const auto by = static_cast<std::int16_t>(pc->c);
+  std::int32_t n = 0;
+  if ((tag(left) ^ kInteger) <= 1 && !needsCare(target) &&
+      !__builtin_add_overflow(left.asInt(), by, &n)) {
+    setWhole(target, tag(left), kInteger, n);
+  } else if (tag(left) == kDouble && !needsCare(target)) {
+    target.setDoubleUncounted(Type::Double, left.asDouble() + by);
+  } else {
+    VBS_SLOW(binaryIntegerSlow(pc, base, add));
+  }
+}
+  VBS_NEXT(1);
+SubtractInteger : {
+  Value& target = base[pc->a];
+  const Value& left = base[pc->b];
+  const auto by = static_cast<std::int16_t>(pc->c);
+  std::int32_t n = 0;
+  if ((tag(left) ^ kInteger) <= 1 && !needsCare(target) &&
+      !__builtin_sub_overflow(left.asInt(), by, &n)) {
+    setWhole(target, tag(left), kInteger, n);
+  } else if (tag(left) == kDouble && !needsCare(target)) {
+    target.setDoubleUncounted(Type::Double, left.asDouble() - by);
+  } else {
+    VBS_SLOW(binaryIntegerSlow(pc, base, subtract));
+  }
+}
+  VBS_NEXT(1);
+
+  VBS_DELEGATE(Power, 1, binarySlow(pc, base, power))
+  VBS_DELEGATE(Negate, 1, unarySlow(pc, base, negate))
+  VBS_DELEGATE(Identity, 1, unarySlow(pc, base, identity))
+Not:
+  if (base[pc->b].is(Type::Boolean) && !needsCare(base[pc->a])) {
+    base[pc->a].setIntUncounted(Type::Boolean, ~base[pc->b].asInt());
+  } else {
+    VBS_SLOW(unarySlow(pc, base, logicalNot));
+  }
+  VBS_NEXT(1);
+And:
+  if (base[pc->b].is(Type::Boolean) && base[pc->c].is(Type::Boolean) && !needsCare(base[pc->a])) {
+    base[pc->a].setIntUncounted(Type::Boolean, base[pc->b].asInt() & base[pc->c].asInt());
+  } else {
+    VBS_SLOW(binarySlow(pc, base, logicalAnd));
+  }
+  VBS_NEXT(1);
+Or:
+  if (base[pc->b].is(Type::Boolean) && base[pc->c].is(Type::Boolean) && !needsCare(base[pc->a])) {
+    base[pc->a].setIntUncounted(Type::Boolean, base[pc->b].asInt() | base[pc->c].asInt());
+  } else {
+    VBS_SLOW(binarySlow(pc, base, logicalOr));
+  }
+  VBS_NEXT(1);
+  VBS_DELEGATE(Xor, 1, binarySlow(pc, base, logicalXor))
+  VBS_DELEGATE(Eqv, 1, binarySlow(pc, base, logicalEqv))
+  VBS_DELEGATE(Imp, 1, binarySlow(pc, base, logicalImp))
+  VBS_DELEGATE(Is, 1, binarySlow(pc, base, sameObject))
+  VBS_DELEGATE(Concatenate, 1, concatenateTwo(pc, base))
+  VBS_DELEGATE(ConcatenateMany, 1, concatenateMany(pc, base))
+  VBS_DELEGATE(Append, 1, append(pc, base))
+  VBS_DELEGATE(AppendSaved, 1, appendSaved(pc, base))
+AppendElement:
+  if (VBS_SLOW(appendElement(pc, base))) VBS_NEXT(2 + 1);
+  VBS_NEXT(2);
+AppendMember:
+  if (VBS_SLOW(appendMember(pc, base))) VBS_NEXT(1 + 2);
+  VBS_NEXT(1);
+
+  // ---- Comparing and jumping ----
+
+  VBS_COMPARE(Equal, EqualNumbers)
+  VBS_COMPARE(NotEqual, NotEqualNumbers)
+  VBS_COMPARE(Less, LessNumbers)
+  VBS_COMPARE(LessOrEqual, LessOrEqualNumbers)
+  VBS_COMPARE_CONSTANT_ONLY(GreaterConstant, GreaterNumbers)
+  VBS_COMPARE_CONSTANT_ONLY(GreaterOrEqualConstant, GreaterOrEqualNumbers)
+
+Jump:
+  VBS_JUMP(pc->wide());
+JumpIf:
+  if (base[pc->a].is(Type::Boolean) ? base[pc->a].asInt() != 0 : VBS_SLOW(truth(pc, base))) {
+    VBS_JUMP(pc->wide());
+  }
+  VBS_NEXT(1);
+JumpUnless:
+  if (!(base[pc->a].is(Type::Boolean) ? base[pc->a].asInt() != 0 : VBS_SLOW(truth(pc, base)))) {
+    VBS_JUMP(pc->wide());
+  }
+  VBS_NEXT(1);
+
+  VBS_JUMP_REGISTERS(JumpEqual, EqualNumbers)
+  VBS_JUMP_REGISTERS(JumpNotEqual, NotEqualNumbers)
+  VBS_JUMP_REGISTERS(JumpLess, LessNumbers)
+  VBS_JUMP_REGISTERS(JumpLessOrEqual, LessOrEqualNumbers)
+  VBS_JUMP_CONSTANT(JumpEqualConstant, EqualNumbers)
+  VBS_JUMP_CONSTANT(JumpNotEqualConstant, NotEqualNumbers)
+  VBS_JUMP_CONSTANT(JumpLessConstant, LessNumbers)
+  VBS_JUMP_CONSTANT(JumpLessOrEqualConstant, LessOrEqualNumbers)
+  VBS_JUMP_CONSTANT(JumpGreaterConstant, GreaterNumbers)
+  VBS_JUMP_CONSTANT(JumpGreaterOrEqualConstant, GreaterOrEqualNumbers)
+
+  // ---- Loops ----
+
+ForPrepare:
+  if (VBS_SLOW(forPrepare(pc, base))) VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
+  VBS_NEXT(2);
+ForLoop : {
+  Value& variable = base[pc->a];
+  const Value& limit = base[pc->b];
+  const Value& step = base[pc->b + 1];
+  std::int32_t n = 0;
+  if (areWhole(tag(variable), tag(limit)) && (tag(step) ^ kInteger) <= 1 &&
+      !__builtin_add_overflow(variable.asInt(), step.asInt(), &n)) {
+    setWhole(variable, tag(variable), tag(step), n);
+    if (step.asInt() >= 0 ? n <= limit.asInt() : n >= limit.asInt()) {
+      VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
+    }
+  } else if (VBS_SLOW(forLoopSlow(pc, base))) {
+    VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
+  }
+}
+  VBS_NEXT(2);
+  VBS_DELEGATE(ForEachPrepare, 1, forEachPrepare(pc, base))
+ForEachNext:
+  if (VBS_SLOW(forEachNext(pc, base))) VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
+  VBS_NEXT(2);
+
+  // ---- Arrays ----
+
+  VBS_DELEGATE(DimArray, 1, dimArray(pc, base))
+  VBS_DELEGATE(ReDim, 1, reDim(pc, base, false))
+  VBS_DELEGATE(ReDimPreserve, 1, reDim(pc, base, true))
+  VBS_DELEGATE(Erase, 1, erase(pc, base))
+GetElement : {
+  const Value* element = vectorElement(base[pc->b], base[pc->c]);
+  const bool simple = element && !(element->isObject() && !pc->aIsTemporary()) &&
+                      !(pc->bIsTemporary() && base[pc->b].isArray());
+  if (simple && copyInto(base[pc->a], *element)) {
+    if (pc->bIsTemporary() && pc->a != pc->b) dropReference(base[pc->b]);
+  } else {
+    VBS_SLOW(getElement(pc, base));
+  }
+}
+  VBS_NEXT(1);
+GetElement2 : {
+  const Value* element = matrixElement(base[pc->b], base[pc->c], base[pc[1].low()]);
+  const bool simple = element && !(element->isObject() && !pc->aIsTemporary()) &&
+                      !(pc->bIsTemporary() && base[pc->b].isArray());
+  if (simple && copyInto(base[pc->a], *element)) {
+    if (pc->bIsTemporary() && pc->a != pc->b) dropReference(base[pc->b]);
+  } else {
+    VBS_SLOW(getElement2(pc, base));
+  }
+}
+  VBS_NEXT(2);
+  VBS_DELEGATE(GetElementMany, 2, getElementMany(pc, base))
+SetElement : {
+  Value* element = vectorElement(base[pc->a], base[pc->b]);
+  if (element && isCountedOnce(base[pc->a]) && !pc->aIsTemporary() &&
+      storePlain(*element, base[pc->c])) {
+    VBS_NEXT(1);
+  }
+}
+  VBS_SLOW(setElement(pc, base));
+  VBS_NEXT(1);
+SetElement2 : {
+  Value* element = matrixElement(base[pc->a], base[pc->b], base[pc[1].low()]);
+  if (element && isCountedOnce(base[pc->a]) && !pc->aIsTemporary() &&
+      storePlain(*element, base[pc->c])) {
+    VBS_NEXT(2);
+  }
+}
+  VBS_SLOW(setElement2(pc, base));
+  VBS_NEXT(2);
+  VBS_DELEGATE(SetElementMany, 1, setElementMany(pc, base, false))
+  VBS_DELEGATE(SetElementObject, 1, setElementMany(pc, base, true))
+
+  // ---- Calls ----
+
+Call : {
+  const Routine* callee = pc[1].pointer<const Routine>();
+  fp_->pc = pc + 2;
+  enter(*callee, base + pc->b, pc->a);
+  base = fp_->base;
+  pc = callee->code.data();
+  constants = callee->constants.data();
+}
+  VBS_DISPATCH();
+CallReplaceable:
+  fp_->pc = pc + 2;
+  enter(current(*pc[1].pointer<const Routine>()), base + pc->b, pc->a);
+  VBS_RELOAD();
+CallOwn : {
+  const Routine* callee = pc[1].pointer<const Routine>();
+  fp_->pc = pc + 2;
+  Object* me = base[fp_->routine->me].asObject();
+  enter(*callee, base + pc->b, pc->a);
+  base = fp_->base;
+  new (&base[callee->me]) Value(Value::object(me));
+  pc = callee->code.data();
+  constants = callee->constants.data();
+}
+  VBS_DISPATCH();
+  VBS_ENTER(CallMember, 2, callMember(pc, base))
+GetMember : {
+  const Value* field = cachedField(base[pc->b], *pc[1].pointer<MemberCache>());
+  const bool simple = field && !(field->isObject() && !pc->aIsTemporary()) && !pc->bIsTemporary();
+  if (!simple || !copyInto(base[pc->a], *field)) {
+    if (VBS_SLOW(getMember(pc, base))) VBS_RELOAD();
+  }
+}
+  VBS_NEXT(2);
+PutMember : {
+  Value* field = cachedField(base[pc->a], *pc[1].pointer<MemberCache>());
+  if (!field || pc->c != 0 || pc->aIsTemporary() || !storePlain(*field, base[pc->b])) {
+    if (VBS_SLOW(putMember(pc, base))) VBS_RELOAD();
+  }
+}
+  VBS_NEXT(2);
+  VBS_ENTER(PutMemberArguments, 2, putMemberArguments(pc, base))
+  VBS_ENTER(CallValue, 1, callValue(pc, base))
+  VBS_DELEGATE(CallHost, 2, callHost(pc, base))
+  VBS_DELEGATE(PutHost, 2, putHost(pc, base))
+  VBS_DELEGATE(LoadHost, 1, put(pc, base, Value::object(host_[pc->b].object)))
+  VBS_DELEGATE(CallIntrinsic, 2, callIntrinsic(pc, base))
+  VBS_DELEGATE(CallIntrinsicOne, 2, callIntrinsicOne(pc, base))
+  VBS_ENTER(New, 2, newObject(pc, base))
+  VBS_ENTER(NewNamed, 2, newNamed(pc, base))
+  VBS_DELEGATE(LateGet, 2, lateGet(pc, base))
+  VBS_ENTER(LateCall, 2, lateCall(pc, base))
+  VBS_DELEGATE(LatePut, 2, latePut(pc, base))
+  VBS_DELEGATE(LateRef, 2, lateRef(pc, base))
+
+Return : {
+  const Routine* routine = fp_->routine;
+  alignas(Value) unsigned char result[sizeof(Value)];
+  if (routine->result != kNoRegister) {
+    Value& from = base[routine->result];
+    std::memcpy(result, static_cast<const void*>(&from), sizeof(Value));
+    from.setIntUncounted(Type::Empty, 0);
+  } else {
+    new (result) Value();
+  }
+  for (Value *v = base, *end = base + routine->firstTemporary; v != end; ++v) {
+    if (needsCare(*v)) VBS_SLOW(release(*v));
+  }
+  const std::uint16_t target = fp_->target;
+  if (fp_->added) VBS_SLOW(dropAdded());
+  --fp_;  // whose pc is behind the call: an error of what follows belongs to that statement
+  base = fp_->base;
+  pc = fp_->pc;
+  constants = fp_->routine->constants.data();
+  auto& value = *reinterpret_cast<Value*>(result);
+  if (target != kNoRegister && !needsCare(base[target]) && !value.isObject()) {
+    copyBits(base[target], value);
+  } else {
+    acceptResult(base, target, value);
+  }
+}
+  VBS_DISPATCH();
+
+  // ---- Errors and code as text ----
+
+OnErrorResumeNext:
+  err_->clear();
+  fp_->resumeNext = true;
+  VBS_NEXT(1);
+OnErrorGoToZero:
+  err_->clear();
+  fp_->resumeNext = false;
+  VBS_NEXT(1);
+  VBS_DELEGATE(Throw, 2, throwCode(pc))
+  VBS_DELEGATE(ExecuteText, 1, executeText(pc, base))
+  VBS_DELEGATE(EvaluateText, 1, evaluateText(pc, base))
+  VBS_DELEGATE(GetRef, 1, getRef(pc, base))
+}
+
+#pragma GCC diagnostic pop
+
+}  // namespace quorvane::vbs

@@ -1,0 +1,138 @@
+#include "vbscript/compile/script_class.h"
+
+#include <algorithm>
+#include <memory>
+
+#include "vbscript/machine/machine.h"
+
+namespace quorvane::vbs {
+
+namespace {
+
+/// The class of objects whose engine is gone.
+const ScriptClass& endedClass() {
+  static const ScriptClass kClass = [] {
+    ScriptClass ended;
+    ended.name = "Object";
+    return ended;
+  }();
+  return kClass;
+}
+
+std::size_t fieldBytes(std::uint16_t count) {
+  return std::size_t{count} * sizeof(Value);
+}
+
+}  // namespace
+
+const ClassMember* ScriptClass::find(std::string_view lower) const {
+  const auto found = std::find_if(members.begin(), members.end(),
+                                  [&](const ClassMember& member) { return member.lower == lower; });
+  return found == members.end() ? nullptr : &*found;
+}
+
+std::uint32_t ScriptClass::nextSerial() {
+  static thread_local std::uint32_t last = RoutineObject::kSerial;
+  return ++last;
+}
+
+// ---- Objects of a machine ----
+
+MachineObject::MachineObject(Machine& machine) : machine_(&machine), next_(machine.objects_) {
+  if (next_) next_->previous_ = this;
+  machine.objects_ = this;
+}
+
+MachineObject::~MachineObject() {
+  MachineObject::detach();
+}
+
+void MachineObject::detach() {
+  if (!machine_) return;
+  (previous_ ? previous_->next_ : machine_->objects_) = next_;
+  if (next_) next_->previous_ = previous_;
+  previous_ = nullptr;
+  next_ = nullptr;
+  machine_ = nullptr;
+}
+
+// ---- Instances ----
+
+Ref<ScriptObject> ScriptObject::create(Machine& machine, const ScriptClass& type) {
+  const std::size_t extra = fieldBytes(type.fieldCount);
+  memoryMeter.charge(extra);
+  auto object = Ref<ScriptObject>::adopt(new (extra) ScriptObject(machine, type));
+  for (const auto& array : type.arrays) {
+    std::vector<std::int32_t> extents(array.bounds);
+    for (auto& extent : extents) ++extent;
+    Value& field = object->fields()[array.slot];
+    field = Value::array(ArrayRep::create(extents));
+    if (!extents.empty()) field.fixArray();
+  }
+  return object;
+}
+
+ScriptObject::ScriptObject(Machine& machine, const ScriptClass& type)
+    : MachineObject(machine), type_(&type), fieldCount_(type.fieldCount) {
+  scriptClass_ = type.serial;
+  std::uninitialized_default_construct_n(fields(), fieldCount_);
+}
+
+ScriptObject::~ScriptObject() {
+  std::destroy_n(fields(), fieldCount_);
+  memoryMeter.release(fieldBytes(fieldCount_));
+}
+
+void ScriptObject::lastRelease() {
+  references_ = 1;  // the machine's own while Class_Terminate runs
+  terminate();
+  if (--references_ == 0) delete this;
+}
+
+void ScriptObject::terminate() noexcept {
+  if (terminated_ || !machine_ || !type_->terminate) return;
+  terminated_ = true;
+  machine_->terminate(*type_->terminate, *this);
+}
+
+void ScriptObject::detach() {
+  type_ = &endedClass();
+  scriptClass_ = 0;
+  MachineObject::detach();
+  for (std::uint16_t i = 0; i < fieldCount_; ++i) fields()[i] = Value();
+}
+
+MemberId ScriptObject::findMember(std::string_view lowerName) {
+  const ClassMember* member = type_->find(lowerName);
+  return member ? static_cast<MemberId>(member - type_->members.data()) + 1 : kNoMember;
+}
+
+const void* ScriptObject::shape() const {
+  // An odd number is nobody's address.
+  const auto serial = static_cast<std::uintptr_t>(scriptClass_);
+  // NOLINTNEXTLINE(performance-no-int-to-ptr)
+  return serial == 0 ? nullptr : reinterpret_cast<const void*>(serial * 2 + 1);
+}
+
+Value ScriptObject::invoke(MemberId id, CallKind kind, Args args) {
+  const std::int32_t index = id == kDefaultMember ? type_->defaultMember : id - 1;
+  if (!machine_ || index < 0 || static_cast<std::size_t>(index) >= type_->members.size()) {
+    throwError(ErrorCode::NoPropertyOrMethod);
+  }
+  return machine_->invokeMember(*this, type_->members[static_cast<std::size_t>(index)], kind, args);
+}
+
+// ---- Routines as objects ----
+
+RoutineObject::RoutineObject(Machine& machine, const Routine& routine)
+    : MachineObject(machine), routine_(&routine) {
+  scriptClass_ = kSerial;
+}
+
+Value RoutineObject::invoke(MemberId id, CallKind kind, Args args) {
+  const bool isCall = kind == CallKind::Get || kind == CallKind::Call;
+  if (!machine_ || id != kDefaultMember || !isCall) throwError(ErrorCode::NoPropertyOrMethod);
+  return machine_->callRoutine(*routine_, nullptr, args);
+}
+
+}  // namespace quorvane::vbs

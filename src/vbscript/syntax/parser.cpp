@@ -1,0 +1,94 @@
+#include "vbscript/syntax/parser.h"
+
+#include "vbscript/syntax/parser_impl.h"
+
+namespace quorvane::vbs {
+
+DeclaredNames::Kind DeclaredNames::find(Level level, std::uint32_t id) const {
+  const std::size_t at = std::size_t{id} * kLevels + level;
+  if (at >= marks_.size() || marks_[at].serial != serials_[level]) return Kind::None;
+  return marks_[at].kind;
+}
+
+void DeclaredNames::add(Level level, std::uint32_t id, Kind kind) {
+  const std::size_t at = std::size_t{id} * kLevels + level;
+  if (at >= marks_.size()) marks_.resize((at + 1) * 2);
+  marks_[at] = {serials_[level], kind};
+}
+
+Parser::Parser(std::string_view source, NameTable& names) : lexer_(source, names) {
+  lexer_.next(token_);
+  lexer_.next(ahead_);
+}
+
+void Parser::advance() {
+  isAfterColon_ = token_.kind == TokenKind::Colon;
+  token_ = ahead_;
+  if (token_.kind != TokenKind::End) lexer_.next(ahead_);
+}
+
+bool Parser::atBlockEnd() const {
+  if (at(TokenKind::End)) return true;
+  if (!at(TokenKind::Word)) return false;
+  switch (token_.keyword) {
+    case Keyword::End:
+    case Keyword::Else:
+    case Keyword::ElseIf:
+    case Keyword::Case:
+    case Keyword::Loop:
+    case Keyword::Next:
+    case Keyword::Wend:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool Parser::atStatementEnd() const {
+  return at(TokenKind::NewLine) || at(TokenKind::Colon) || atBlockEnd();
+}
+
+void Parser::endStatement() {
+  if (accept(TokenKind::NewLine) || accept(TokenKind::Colon) || at(TokenKind::End)) return;
+  // A one-line If takes the colons of its line: `If a Then b : Next`.
+  if (!at(Keyword::End) && !isAfterColon_) fail(CompileErrorCode::ExpectedEndOfStatement);
+}
+
+void Parser::skipSeparators() {
+  while (at(TokenKind::NewLine) || at(TokenKind::Colon)) advance();
+}
+
+Identifier Parser::takeName() {
+  if (!atName()) fail(CompileErrorCode::ExpectedIdentifier);
+  const Identifier name{token_.text, token_.name->lower, token_.name->id};
+  advance();
+  return name;
+}
+
+void Parser::failAt(SourcePosition position, CompileErrorCode code) {
+  throw CompileError{static_cast<std::int32_t>(code), std::string(compileErrorText(code)),
+                     position};
+}
+
+ExpressionPtr Parser::parseWholeExpression() {
+  skipSeparators();
+  ExpressionPtr expression = parseExpression();
+  skipSeparators();
+  if (!at(TokenKind::End)) fail(CompileErrorCode::ExpectedEndOfStatement);
+  return expression;
+}
+
+std::unique_ptr<Script> parseScript(std::string_view source) {
+  auto script = std::make_unique<Script>();
+  Parser(source, script->names).parseScript(*script);
+  return script;
+}
+
+ParsedExpression parseExpression(std::string_view source) {
+  ParsedExpression parsed;
+  parsed.names = std::make_unique<NameTable>();
+  parsed.expression = Parser(source, *parsed.names).parseWholeExpression();
+  return parsed;
+}
+
+}  // namespace quorvane::vbs

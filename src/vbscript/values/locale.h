@@ -1,0 +1,70 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+#include "vbscript/values/host.h"
+
+/// What depends on language and country when values become text and back. A run starts in its
+/// host's locale; SetLocale changes the rest of the run.
+namespace quorvane::vbs {
+
+enum class DateOrder : std::uint8_t { MonthDayYear, DayMonthYear, YearMonthDay };
+
+/// With AM and PM as needed; of 24 hours as needed; of 24 hours, two digits always.
+enum class HourForm : std::uint8_t { Twelve, AsNeeded, TwoDigits };
+
+struct LocaleNames {
+  std::array<std::string_view, 12> months;
+  std::array<std::string_view, 12> shortMonths;
+  std::array<std::string_view, 7> weekdays;  ///< Sunday first
+  std::array<std::string_view, 7> shortWeekdays;
+};
+
+/// All texts are bytes of Windows-1252. Patterns stand for the parts of a date by letters: d dd
+/// dddd, M MM MMMM, yyyy; all else stands for itself, and so do letters between apostrophes.
+struct Locale {
+  std::int32_t id;
+  std::string_view tag;  ///< "en-us"
+  char decimalPoint;
+  char thousandsSeparator;
+  DateOrder dateOrder;
+  char dateSeparator;
+  std::string_view shortDate;
+  std::string_view longDate;
+  HourForm hours;
+  std::string_view currencySymbol;
+  std::string_view positiveCurrency;  ///< "$n": where symbol and number stand
+  std::string_view negativeCurrency;  ///< "($n)"
+  const LocaleNames& names;
+  std::int32_t firstWeekday;  ///< 1 is Sunday; what vbUseSystem means
+};
+
+inline constexpr std::int32_t kDefaultLocale = 1033;
+
+/// Null when the locale is not known.
+const Locale* findLocale(std::int32_t id);
+const Locale* findLocale(std::string_view lowerTag);
+
+/// The locale of the running script on this thread.
+const Locale& activeLocale();
+void setActiveLocale(const Locale& locale);
+
+/// The year that a text without one means, of the running script's clock.
+std::int32_t currentYear();
+
+/// While it lives, conversions on this thread use this host's locale and clock.
+class TextScope {
+ public:
+  explicit TextScope(Host& host);
+  ~TextScope();
+  TextScope(const TextScope&) = delete;
+  TextScope& operator=(const TextScope&) = delete;
+
+ private:
+  const Locale* locale_;
+  Host* host_;
+};
+
+}  // namespace quorvane::vbs

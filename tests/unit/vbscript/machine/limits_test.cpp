@@ -1,0 +1,158 @@
+#include "testing.h"
+
+namespace quorvane {
+
+using LimitsTest = MachineTest;
+
+namespace {
+
+constexpr std::string_view kEndless[] = {
+    "Do : Loop",
+    "Do While True : Loop",
+    "Do : x = x + 1 : Loop Until False",
+    "While True : Wend",
+    "For i = 1 To 2 Step 0 : Next",
+    "For i = 1 To 2 : i = 1 : Next",
+    "Sub S : For n = 1 To 3 : Next : End Sub : Do : S : Loop",
+    "On Error Resume Next : Do : x = 1 / 0 : Loop",
+    "On Error Resume Next : Do : Execute \"y = 1\" : Loop",
+    "Class C : Private Sub Class_Terminate : Do : Loop : End Sub : End Class : Set o = New C\n"
+    "On Error Resume Next : Set o = Nothing : Do : Loop",
+    "Class C : Private Sub Class_Terminate : Do : Loop : End Sub : End Class\n"
+    "Set o = New C : Set o = Nothing",
+    "Class C : Private Sub Class_Terminate : Set x = New C : End Sub : End Class\n"
+    "Set o = New C : Set o = Nothing : Do : Loop",
+};
+
+}  // namespace
+
+TEST_F(LimitsTest, TimeEndsARunWhateverTheScriptTraps) {
+  host.step = std::chrono::milliseconds(100);
+  limits.time = std::chrono::milliseconds(1000);
+  for (const auto source : kEndless) {
+    EXPECT_EQ(run(source), "<113>") << source;
+    EXPECT_EQ(lastError->description, "Script timed out");
+    EXPECT_GT(lastError->line, 0u) << source;
+  }
+  run("x = 1\nDo\nx = x + 1\nLoop");
+  EXPECT_EQ(lastError->line, 4u);
+  EXPECT_EQ(run("Write \"fine\""), "fine");
+}
+
+TEST_F(LimitsTest, TimeIsLookedAtWhereEachTurnOfALoopTakesLong) {
+  constexpr std::string_view kTurns[] = {
+      "t = Replace(s, \" \", \"ab\")",
+      "t = s & \"x\"",
+      "n = InStr(s, \"b\")",
+      "b = (s = r)",
+      "b = (s < r)",
+      "n = StrComp(s, r, 1)",
+      "a = Split(s, \" \", 5)",
+      "t = UCase(s)",
+      "Output.Title = s",
+      "ReDim a(300000)",
+      "n = InStrRev(s, \"b\")",
+      "t = LTrim(s)",
+      "Execute \"z = 1'\" & n & s",
+  };
+  host.step = std::chrono::milliseconds(1);
+  limits.time = std::chrono::milliseconds(4);
+  for (const auto turn : kTurns) {
+    const std::string result =
+        run("Dim a(): s = Space(4200000): r = Left(s, 4199999) & \" \"\n"
+            "Do: n = n + 1: " +
+            std::string(turn) + ": Write \"*\": Loop");
+    EXPECT_TRUE(result.ends_with("<113>")) << turn << ": " << result;
+    EXPECT_LE(result.size(), 50u) << turn;
+  }
+}
+
+TEST_F(LimitsTest, CodeFromTextsIsBoundedLikeValues) {
+  limits.memoryBytes = std::int64_t{4} << 20;
+  EXPECT_EQ(run("Do : i = i + 1 : ExecuteGlobal \"Sub s\" & i & \": End Sub\" : Loop"), "<7>");
+  constexpr std::string_view kFew =
+      "For i = 1 To 100: ExecuteGlobal \"Sub s\" & i & \": End Sub\": Next";
+  EXPECT_EQ(run(kFew), "");
+  const std::int64_t before = vbs::memoryMeter.used;
+  EXPECT_EQ(run(kFew), "");
+  EXPECT_EQ(vbs::memoryMeter.used, before);
+}
+
+TEST_F(LimitsTest, EndlessRecursionIsAnError) {
+  EXPECT_EQ(run("Sub S : S : End Sub : S"), "<28>");
+  EXPECT_EQ(run("Function F(n) : F = F(n + 1) : End Function : x = F(1)"), "<28>");
+  EXPECT_EQ(run("On Error Resume Next : Sub S : S : End Sub : S : Write Err.Number"), "28");
+}
+
+TEST_F(LimitsTest, DepthOfCallsIsTheHostsChoice) {
+  const std::string_view source =
+      "Function Depth(n) : If n = 0 Then Depth = 0 Else Depth = 1 + Depth(n - 1)\n"
+      "End Function : Write Depth(90)";
+  limits.callDepth = 100;
+  EXPECT_EQ(run(source), "90");
+  limits.callDepth = 50;
+  EXPECT_EQ(run(source), "<28>");
+}
+
+TEST_F(LimitsTest, RecursionThroughNativeCodeIsBounded) {
+  EXPECT_EQ(run("Sub S : Execute \"S\" : End Sub : S"), "<28>");
+  EXPECT_EQ(run("Function F : F = Eval(\"F()\") : End Function : x = F"), "<28>");
+  EXPECT_EQ(run("Sub S : Output.Call GetRef(\"S\") : End Sub : S"), "<28>");
+  EXPECT_EQ(run("Class C : Public Default Function D : D = \"\" & Me : End Function : End Class\n"
+                "Set o = New C : x = \"\" & o"),
+            "<28>");
+  EXPECT_EQ(run("Class C : Private Sub Class_Initialize : Set x = New C : End Sub : End Class\n"
+                "Set o = New C"),
+            "<28>");
+}
+
+TEST_F(LimitsTest, MemoryIsBounded) {
+  limits.memoryBytes = 1 << 20;
+  EXPECT_EQ(run("s = \"x\" : Do : s = s & s : Loop"), "<7>");
+  EXPECT_EQ(run("Dim a() : ReDim a(1000000)"), "<7>");
+  EXPECT_EQ(run("Class C : Public n : End Class : Set o = New C\n"
+                "Do : Set x = New C : Set x.n = o : Set o = x : Loop"),
+            "<7>");
+  EXPECT_EQ(run("s = String(100000, \":\") : Execute s"), "<7>");
+  EXPECT_EQ(run("On Error Resume Next : s = String(5000000, \"x\") : Write Err.Number"), "7");
+  EXPECT_EQ(run("s = String(500000, \"x\") : Write Len(s)"), "500000");
+}
+
+TEST_F(LimitsTest, LongChainsOfObjectsEndWell) {
+  EXPECT_EQ(run("Class C : Public n : End Class : Set o = Nothing\n"
+                "For i = 1 To 300000 : Set x = New C : Set x.n = o : Set o = x : Next\n"
+                "Set x = Nothing : Set o = Nothing : Write \"gone\""),
+            "gone");
+  const std::string_view terminated =
+      "Dim count : Class C : Public n : Private Sub Class_Terminate : count = count + 1\n"
+      "End Sub : End Class : Set o = Nothing\n"
+      "For i = 1 To 20000 : Set x = New C : Set x.n = o : Set o = x : Next\n"
+      "Set x = Nothing : Set o = Nothing : Write count";
+  EXPECT_EQ(run(terminated), "20000");
+}
+
+TEST_F(LimitsTest, ManyGlobalsAndManyTexts) {
+  std::string source;
+  for (int i = 0; i < 40000; ++i) source += "v" + std::to_string(i) + " = 1\n";
+  EXPECT_EQ(run(source), "<1001>");
+  source.clear();
+  for (int i = 0; i < 70000; ++i) source += "x = \"text " + std::to_string(i) + "\"\n";
+  EXPECT_EQ(run(source + "Write x"), "text 69999");
+}
+
+TEST_F(LimitsTest, DeepExpressionsCompile) {
+  std::string sum = "x = 1";
+  for (int i = 0; i < 1900; ++i) sum += " + 1";
+  EXPECT_EQ(run(sum + "\nWrite x"), "1901");
+  std::string call = "x = 1";
+  for (int i = 0; i < 150; ++i) call = "x = Abs(" + call.substr(4) + ")";
+  EXPECT_EQ(run(call + "\nWrite x"), "1");
+}
+
+TEST_F(LimitsTest, FarJumps) {
+  std::string body;
+  for (int i = 0; i < 40000; ++i) body += "n = n + 1\n";
+  EXPECT_EQ(run("For i = 1 To 2\nIf i > 0 Then\n" + body + "End If\nNext\nWrite n"), "80000");
+}
+
+}  // namespace quorvane
