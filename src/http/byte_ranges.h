@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/files.h"
 #include "platform/outgoing.h"
+#include "support/files.h"
 
 namespace quorvane {
 

@@ -7,8 +7,8 @@
 #include <unordered_map>
 
 #include "platform/clock.h"
-#include "platform/files.h"
 #include "platform/outgoing.h"
+#include "support/files.h"
 
 namespace quorvane {
 

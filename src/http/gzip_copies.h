@@ -7,8 +7,8 @@
 
 #include "http/content_cache.h"
 #include "http/targets.h"
-#include "platform/files.h"
 #include "support/clsZipString.h"
+#include "support/files.h"
 
 namespace quorvane {
 

@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/files.h"
 #include "platform/image_library.h"
+#include "support/files.h"
 #include "support/paths.h"
 
 namespace quorvane {

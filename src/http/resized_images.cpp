@@ -4,8 +4,8 @@
 
 #include "http/clsHTTPParser.h"
 #include "http/picture_copies.h"
-#include "platform/files.h"
 #include "platform/random.h"
+#include "support/files.h"
 #include "support/paths.h"
 #include "support/text.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/files.h"
+#include "support/files.h"
 
 namespace quorvane {
 
@@ -32,11 +32,6 @@ struct FoundFile {
 };
 
 namespace targets {
-
-/// Whether a path, taken literally below a folder, names something in that folder on every system:
-/// it begins with a separator and holds no part that leads upwards, no drive letter or stream
-/// (colon), no device name, no control character.
-bool staysInside(std::string_view path);
 
 /// The target's file or folder, letter case aside inside the document root; nothing when it is not
 /// there or may not be reached.

@@ -7,7 +7,7 @@
 #include <variant>
 #include <vector>
 
-#include "platform/files.h"
+#include "support/files.h"
 
 namespace quorvane {
 

@@ -5,13 +5,13 @@
 
 #include "platform/clock.h"
 #include "platform/event_loop.h"
-#include "platform/files.h"
 #include "platform/instance_lock.h"
 #include "platform/process.h"
 #include "platform/random.h"
 #include "platform/service_host.h"
 #include "platform/settings_storage.h"
 #include "platform/terminal.h"
+#include "support/files.h"
 
 namespace quorvane {
 

@@ -95,7 +95,9 @@ bool isPart(std::string_view part) {
 
 /// The name as `folder` has it, else as given.
 std::string spelled(const Files& files, const std::string& folder, const std::string& name) {
-  return files.find(folder, name).value_or(folder + "/" + name);
+  const auto path = RootedPath::literal(folder, name);
+  const auto found = path ? files.find(*path) : std::nullopt;
+  return found.value_or(folder + "/" + name);
 }
 
 void makeFolders(const Files& files, const std::string& folder) {

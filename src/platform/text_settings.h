@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/files.h"
 #include "platform/settings_storage.h"
+#include "support/files.h"
 
 namespace quorvane {
 

@@ -1,6 +1,5 @@
 #include "script/aspMainParser.h"
 
-#include <filesystem>
 #include <utility>
 
 #include "components/application.h"
@@ -8,7 +7,6 @@
 #include "http/clsHTTPParser.h"
 #include "http/http_date.h"
 #include "http/serverMod.h"
-#include "platform/files.h"
 #include "platform/process.h"
 #include "script/aspRequestObj.h"
 #include "script/aspResponseObj.h"
@@ -16,6 +14,7 @@
 #include "script/global_members.h"
 #include "script/include_expansion.h"
 #include "script/page_translator.h"
+#include "support/files.h"
 #include "support/paths.h"
 #include "support/server_state.h"
 #include "support/text.h"
@@ -29,18 +28,6 @@ constexpr std::string_view kNoName;
 
 /// Pages that run inside each other by Server.Execute.
 constexpr std::size_t kMostNestedPages = 8;
-
-/// `path` without "." and ".." components, for comparing folders.
-std::string normalPath(const std::string& path) {
-  return std::filesystem::path(path).lexically_normal().string();
-}
-
-/// What stands below `folder` of `path`, both normal; nothing when it is elsewhere.
-std::optional<std::string> below(const std::string& folder, const std::string& path) {
-  const std::string prefix = paths::withSeparator(normalPath(folder));
-  if (!path.starts_with(prefix)) return std::nullopt;
-  return path.substr(prefix.size());
-}
 
 /// The error's text. The one about a line that begins with "=" says how it came to that, because
 /// the page's source does not show it.
@@ -233,20 +220,9 @@ void aspMainParser::fail(const vbs::ErrorReport& error) {
 }
 
 std::string aspMainParser::translate(std::string source, const std::string& folder) const {
-  return translatePage(expandIncludes(
-      std::move(source), [&](const std::string& name) { return readInclude(folder, name); }));
-}
-
-std::optional<std::string> aspMainParser::readInclude(const std::string& folder,
-                                                      const std::string& name) const {
-  const std::string path = normalPath(folder + paths::native(name));
-  for (const std::string& base : {services_.state.ScriptsFolder, folder}) {
-    const auto relative = below(base, path);
-    if (!relative) continue;
-    const auto found = services_.files.find(base, *relative);
-    return found ? std::optional(strReadFile(*found)) : std::nullopt;
-  }
-  return std::nullopt;
+  return translatePage(expandIncludes(std::move(source), [&](const std::string& name) {
+    return readInclude(services_.files, services_.state.ScriptsFolder, folder, name);
+  }));
 }
 
 void aspMainParser::flushBuffer(std::string data, const std::string& header, bool first) {
@@ -284,11 +260,9 @@ void aspMainParser::endPage() {
 std::optional<std::string> aspMainParser::pageFile(std::string_view target) const {
   const std::string& root = services_.state.ScriptsFolder;
   const bool fromRoot = !target.empty() && paths::isSeparator(target.front());
-  const std::string path =
-      normalPath(paths::native(paths::join(fromRoot ? root : pageFolder_, target)));
-  if (!equalsNoCase(paths::extensionOf(path), ".qvs")) return std::nullopt;
-  const auto relative = below(root, path);
-  return relative ? services_.files.find(root, *relative) : std::nullopt;
+  if (!equalsNoCase(paths::extensionOf(target), ".qvs")) return std::nullopt;
+  const auto path = RootedPath::resolved(root, fromRoot ? root : pageFolder_, target);
+  return path ? services_.files.find(*path) : std::nullopt;
 }
 
 void aspMainParser::execute(const std::string& target) {

@@ -68,7 +68,6 @@ class aspMainParser final : private aspServerObj::Page {
   vbs::Limits limitsFromNow();
   std::optional<vbs::ErrorReport> runProgram(const std::string& program);
   std::string translate(std::string source, const std::string& folder) const;
-  std::optional<std::string> readInclude(const std::string& folder, const std::string& name) const;
   std::optional<std::string> pageFile(std::string_view target) const;
   void flushBuffer(std::string data, const std::string& header, bool first);
   std::string responseHead(const std::string& header) const;

@@ -6,13 +6,13 @@
 
 #include "components/components.h"
 #include "http/clsHTTPParser.h"
-#include "platform/files.h"
 #include "platform/process.h"
 #include "script/auth_keys.h"
 #include "script/base64.h"
 #include "script/clsHVar.h"
 #include "script/script_values.h"
 #include "support/clsWEncode.h"
+#include "support/files.h"
 #include "support/paths.h"
 #include "support/server_state.h"
 #include "support/text.h"
@@ -69,9 +69,9 @@ std::string aspServerObj::MapPath(const std::string& path) {
   process.setCurrentFolder(pageFolder_);
   if (const std::string target = paths::native(path);
       !target.empty() && !process.setCurrentFolder(target)) {
-    if (const auto found = services_.files.find(pageFolder_, target)) {
-      process.setCurrentFolder(*found);
-    }
+    const auto below = RootedPath::literal(pageFolder_, target);
+    const auto found = below ? services_.files.find(*below) : std::nullopt;
+    if (found) process.setCurrentFolder(*found);
   }
   return process.currentFolder();
 }

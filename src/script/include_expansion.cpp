@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "support/files.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -142,6 +143,14 @@ std::string expandIncludes(std::string source, const IncludeReader& read) {
     pending.prepend(added);
   }
   return done.append(pending.view());
+}
+
+std::optional<std::string> readInclude(const Files& files, std::string_view root,
+                                       std::string_view folder, std::string_view name) {
+  auto path = RootedPath::resolved(root, folder, name);
+  if (!path) path = RootedPath::resolved(folder, folder, name);
+  const auto found = path ? files.find(*path) : std::nullopt;
+  return found ? std::optional(files.readAll(*found).value_or("")) : std::nullopt;
 }
 
 }  // namespace quorvane

@@ -7,6 +7,8 @@
 
 namespace quorvane {
 
+class Files;
+
 /// Replaces the include directives of a page by the files they name:
 ///
 ///     <!-- #include file="parts/head.inc" -->
@@ -23,5 +25,10 @@ using IncludeReader = std::function<std::optional<std::string>(const std::string
 /// end, give a one-line message in place of the page. A line may end with CR LF or one of the two.
 /// Takes time in proportion to the text it reads, whatever that text is.
 std::string expandIncludes(std::string source, const IncludeReader& read);
+
+/// Reads the include file `name` for a page in `folder`. It must lie below the document root or,
+/// of a page that is outside, below the page's folder; ".." parts may lead there.
+std::optional<std::string> readInclude(const Files& files, std::string_view root,
+                                       std::string_view folder, std::string_view name);
 
 }  // namespace quorvane

@@ -3,7 +3,6 @@
 #include <string>
 
 #include "console/mainForm.h"
-#include "platform/files.h"
 #include "platform/instance_lock.h"
 #include "platform/process.h"
 #include "platform/service_host.h"
@@ -11,6 +10,7 @@
 #include "startup/command_line.h"
 #include "startup/modService.h"
 #include "startup/settings.h"
+#include "support/files.h"
 #include "support/server_state.h"
 
 namespace quorvane {

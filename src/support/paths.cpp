@@ -3,11 +3,6 @@
 namespace quorvane {
 
 namespace paths {
-namespace {
-
-constexpr std::string_view kSeparators = "/\\";
-
-}  // namespace
 
 std::string native(std::string_view path) {
   std::string result(path);

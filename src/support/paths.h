@@ -12,6 +12,8 @@ namespace paths {
 
 inline constexpr char kSeparator = static_cast<char>(std::filesystem::path::preferred_separator);
 
+inline constexpr std::string_view kSeparators = "/\\";
+
 inline bool isSeparator(char c) {
   return c == '/' || c == '\\';
 }

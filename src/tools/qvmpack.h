@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/files.h"
+#include "support/files.h"
 #include "tools/exit_code.h"
 
 namespace quorvane {

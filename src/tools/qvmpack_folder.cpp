@@ -159,30 +159,20 @@ Sentences unservedFiles(std::string_view bytes, const ModuleContents& contents) 
   return sentences;
 }
 
-std::string unpackedPath(const ModuleFile& file) {
-  std::vector<std::string> parts = folderParts(file.folder);
-  const bool nameFits = !file.name.empty() && file.name != "." &&
-                        std::none_of(file.name.begin(), file.name.end(), paths::isSeparator);
-  if (!nameFits) return {};
-  parts.push_back(file.name);
-  std::string path;
-  for (const std::string& part : parts) {
-    // A colon begins a drive or a stream of a file on some systems.
-    if (part == ".." || part.find_first_of(std::string_view(":\0", 2)) != std::string::npos) {
-      return {};
-    }
-    if (!path.empty()) path += '/';
-    path += part;
-  }
-  return path;
+std::optional<RootedPath> unpackedPath(const ModuleFile& file, const std::string& folder) {
+  const bool isName = !file.name.empty() && file.name != "." &&
+                      std::none_of(file.name.begin(), file.name.end(), paths::isSeparator);
+  if (!isName) return std::nullopt;
+  return RootedPath::literal(folder, paths::withSeparator(file.folder) + file.name);
 }
 
 std::string unpackFile(const ModuleFile& file, const std::string& folder, const Files& files) {
-  const std::string relative = unpackedPath(file);
-  if (relative.empty()) return "the name leads outside the folder or is no file name";
+  const auto target = unpackedPath(file, folder);
+  if (!target) return "the name leads outside the folder or is no file name";
+  const fs::path relative(target->relative());
   fs::path path(folder);
   std::error_code error;
-  for (const fs::path& part : fs::path(relative).parent_path()) {
+  for (const fs::path& part : relative.parent_path()) {
     path /= part;
     const fs::file_status status = fs::symlink_status(path, error);
     if (fs::is_symlink(status)) return path.string() + " is a symbolic link";
@@ -190,7 +180,7 @@ std::string unpackFile(const ModuleFile& file, const std::string& folder, const 
       return path.string() + " can't be made";
     }
   }
-  path /= fs::path(relative).filename();
+  path /= relative.filename();
   if (fs::is_symlink(fs::symlink_status(path, error))) {
     return path.string() + " is a symbolic link";
   }

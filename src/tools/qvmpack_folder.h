@@ -1,10 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "platform/files.h"
+#include "support/files.h"
 #include "tools/qvmpack_module.h"
 
 namespace quorvane {
@@ -27,9 +28,9 @@ FolderContents readFolder(const std::string& folder, const std::string& leftOut,
 /// the whole module and `contents` what was read from it.
 std::vector<std::string> unservedFiles(std::string_view bytes, const ModuleContents& contents);
 
-/// The path below a folder at which a module's file is unpacked; empty when its names would lead
-/// outside or can't be file names.
-std::string unpackedPath(const ModuleFile& file);
+/// Where below `folder` a module's file is unpacked; nothing when its names would lead outside or
+/// can't be file names.
+std::optional<RootedPath> unpackedPath(const ModuleFile& file, const std::string& folder);
 
 /// Writes a module's file below `folder`, which exists, making folders as needed. Never through a
 /// symbolic link. A sentence when it could not be done, else empty.

@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/files.h"
+#include "support/files.h"
 
 namespace quorvane {
 
@@ -29,13 +29,11 @@ class MemoryFiles final : public Files {
     return std::nullopt;
   }
 
-  std::optional<std::string> find(const std::string& base,
-                                  std::string_view relative) const override {
-    const std::string wanted = joined(base, relative);
-    if (wanted.find("/..") != std::string::npos) return std::nullopt;
+  std::optional<std::string> find(const RootedPath& rooted) const override {
+    const std::string& wanted = rooted.text();
     if (stat(wanted)) return wanted;
     for (const auto& [path, entry] : entries_) {
-      if (!path.starts_with(base) || path.size() < wanted.size()) continue;
+      if (!path.starts_with(rooted.root()) || path.size() < wanted.size()) continue;
       const std::string head = path.substr(0, wanted.size());
       const bool whole = path.size() == wanted.size() || path[wanted.size()] == '/';
       if (whole && sameLetters(head, wanted)) return head;

@@ -1,4 +1,4 @@
-#include "platform/files.h"
+#include "support/files.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -6,11 +6,13 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 
 #include "platform/linux/name_index.h"
 #include "platform/linux/open_file.h"
 #include "platform/system.h"
+#include "support/text.h"
 
 namespace quorvane {
 
@@ -48,38 +50,6 @@ bool writeWhole(int descriptor, std::string_view bytes) {
   return true;
 }
 
-/// Walks the parts of a path below a folder; parts that lead upwards or nowhere end the walk.
-class Walk {
- public:
-  explicit Walk(std::string_view relative) : rest_(relative) {}
-
-  bool next(std::string_view& part) {
-    while (rest_.starts_with('/')) rest_.remove_prefix(1);
-    if (rest_.empty()) return false;
-    part = rest_.substr(0, rest_.find('/'));
-    rest_.remove_prefix(part.size());
-    return true;
-  }
-
- private:
-  std::string_view rest_;
-};
-
-bool staysBelow(std::string_view relative) {
-  if (relative.find('\0') != std::string_view::npos) return false;
-  Walk walk(relative);
-  for (std::string_view part; walk.next(part);) {
-    if (part == "." || part == "..") return false;
-  }
-  return true;
-}
-
-std::string joined(const std::string& folder, std::string_view name) {
-  std::string path = folder;
-  if (!path.empty() && path.back() != '/') path += '/';
-  return path.append(name);
-}
-
 class LinuxFiles final : public Files {
  public:
   std::optional<FileInfo> stat(const std::string& path) const override {
@@ -88,24 +58,18 @@ class LinuxFiles final : public Files {
     return infoOf(info);
   }
 
-  std::optional<std::string> find(const std::string& base,
-                                  std::string_view relative) const override {
-    if (!staysBelow(relative)) return std::nullopt;
-    std::string path = base;
-    Walk exact(relative);
-    for (std::string_view part; exact.next(part);) path = joined(path, part);
-    if (stat(path)) return path;
-
-    path = base;
-    Walk walk(relative);
-    for (std::string_view part; walk.next(part);) {
-      std::string next = joined(path, part);
-      if (!stat(next)) {
-        const auto name = names_.find(path, part);
-        if (!name) return std::nullopt;
-        next = joined(path, *name);
-      }
-      path = std::move(next);
+  std::optional<std::string> find(const RootedPath& wanted) const override {
+    if (wanted.text().size() >= PATH_MAX) return std::nullopt;
+    if (stat(wanted.text())) return wanted.text();
+    std::string path(wanted.root());
+    for (const std::string_view part : split(wanted.relative(), '/')) {
+      if (path.back() != '/') path += '/';
+      const std::size_t folder = path.size();
+      path += part;
+      if (stat(path)) continue;
+      const auto name = names_.find(path.substr(0, folder), part);
+      if (!name) return std::nullopt;
+      path.replace(folder, part.size(), *name);
     }
     if (!stat(path)) return std::nullopt;
     return path;

@@ -9,8 +9,8 @@
 #include <string_view>
 
 #include "platform/bmp_picture.h"
-#include "platform/files.h"
 #include "platform/gif_picture.h"
+#include "support/files.h"
 
 namespace quorvane {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/files.h"
+#include "support/files.h"
 
 namespace quorvane {
 

@@ -3,9 +3,9 @@
 #include <string>
 
 #include "platform/event_loop.h"
-#include "platform/files.h"
 #include "platform/linux/systemd_bus.h"
 #include "platform/service_host.h"
+#include "support/files.h"
 
 namespace quorvane {
 

@@ -3,14 +3,12 @@
 #include <cstddef>
 #include <filesystem>
 #include <memory>
-#include <optional>
 #include <string_view>
 
-#include "platform/files.h"
 #include "platform/system.h"
 #include "script/include_expansion.h"
 #include "script/page_translator.h"
-#include "support/paths.h"
+#include "support/files.h"
 
 namespace quorvane::qvscript {
 
@@ -18,12 +16,13 @@ std::string pageProgram(const std::string& path, std::string source) {
   namespace fs = std::filesystem;
   constexpr std::string_view kLineEnd = "\r\n";
   const std::unique_ptr<Files> files = makeFiles();
-  const auto include = [&](const std::string& name) -> std::optional<std::string> {
-    const fs::path wanted = (fs::path(path).parent_path() / paths::native(name)).lexically_normal();
-    const auto found = files->find(wanted.root_path().string(), wanted.relative_path().string());
-    return found ? std::optional(files->readAll(*found).value_or("")) : std::nullopt;
-  };
-  const std::string program = translatePage(expandIncludes(std::move(source), include));
+  // Where the document root is can't be told here, so a page may include from anywhere.
+  const std::string root = fs::path(path).root_path().string();
+  const std::string folder = fs::path(path).parent_path().string();
+  const std::string program =
+      translatePage(expandIncludes(std::move(source), [&](const std::string& name) {
+        return readInclude(*files, root, folder, name);
+      }));
 
   std::string listing;
   std::size_t number = 0;

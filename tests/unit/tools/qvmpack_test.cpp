@@ -212,12 +212,13 @@ TEST_F(ModuleToolTest, PackingLeavesOutTheModuleItself) {
 
 TEST(UnpackedPath, StaysBelowTheFolder) {
   const auto path = [](const std::string& in, const std::string& name) {
-    return unpackedPath({in, name, "", "", 0});
+    const auto unpacked = unpackedPath({in, name, "", "", 0}, "/to");
+    return unpacked ? unpacked->text() : "";
   };
-  EXPECT_EQ(path("", "a"), "a");
-  EXPECT_EQ(path("/", "a"), "a");
-  EXPECT_EQ(path("\\img\\\\./icons", "a"), "img/icons/a");
-  EXPECT_EQ(path("...", "a"), ".../a");
+  EXPECT_EQ(path("", "a"), "/to/a");
+  EXPECT_EQ(path("/", "a"), "/to/a");
+  EXPECT_EQ(path("\\img\\\\./icons", "a"), "/to/img/icons/a");
+  EXPECT_EQ(path("...", "a"), "/to/.../a");
   EXPECT_EQ(path("..", "a"), "");
   EXPECT_EQ(path("img/../..", "a"), "");
   EXPECT_EQ(path("img\\..\\..", "a"), "");

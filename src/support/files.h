@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "support/date_time.h"
+#include "support/rooted_path.h"
 
 namespace quorvane {
 
@@ -42,10 +43,10 @@ class Files {
 
   virtual std::optional<FileInfo> stat(const std::string& path) const = 0;
 
-  /// Finds `path` as it stands, else without regard to letter case in every component below
-  /// `base` (which is taken as it is). Returns the path as the file system spells it.
-  virtual std::optional<std::string> find(const std::string& base,
-                                          std::string_view relative) const = 0;
+  /// Finds `path` as it stands, else without regard to letter case in every part below its root
+  /// (which is taken as it is). Returns the path as the file system spells it. A path longer than
+  /// the system allows is not there.
+  virtual std::optional<std::string> find(const RootedPath& path) const = 0;
 
   virtual std::shared_ptr<const OpenFile> open(const std::string& path) const = 0;
 
