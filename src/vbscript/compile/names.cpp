@@ -2,6 +2,7 @@
 
 #include "vbscript/compile/compiler.h"
 #include "vbscript/syntax/compile_errors.h"
+#include "vbscript/values/assert.h"
 
 namespace quorvane::vbs {
 
@@ -237,6 +238,7 @@ void RoutineCompiler::beginStatement(SourcePosition position) {
 }
 
 void RoutineCompiler::emit(Opcode op, unsigned a, unsigned b, unsigned c) {
+  VBS_ASSERT(a <= UINT16_MAX && b <= UINT16_MAX && c <= UINT16_MAX);
   Instruction code;
   code.op = op;
   code.a = static_cast<std::uint16_t>(a);
@@ -287,6 +289,7 @@ void RoutineCompiler::emitFarJump(Opcode op, unsigned a, unsigned b, unsigned c,
 }
 
 void RoutineCompiler::place(Label& label) {
+  VBS_ASSERT(label.target < 0);
   label.target = static_cast<std::int64_t>(routine_.code.size());
   for (const std::uint32_t at : label.jumps) patch(at, label.target);
 }
