@@ -9,9 +9,9 @@ namespace {
 
 std::int32_t extentAt(Args args) {
   const std::int32_t dimension = longOr(args, 1, 1);  // first: it may take code that ends the array
-  const Value& array = args[0].deref();
-  if (!array.isArray()) throwError(ErrorCode::TypeMismatch);
-  const auto extents = array.asArray()->extents();
+  const Operand array(args[0]);
+  if (!array->isArray()) throwError(ErrorCode::TypeMismatch);
+  const auto extents = array->asArray()->extents();
   if (dimension < 1 || static_cast<std::size_t>(dimension) > extents.size()) {
     throwError(ErrorCode::SubscriptOutOfRange);
   }

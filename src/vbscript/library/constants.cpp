@@ -14,7 +14,8 @@ struct NumberRow {
   std::int32_t number;
 };
 
-constexpr NumberRow kNumbers[] = {
+/// Longs, however small they are.
+constexpr NumberRow kLongs[] = {
     // Colours
     {"vbblack", 0x000000},
     {"vbred", 0x0000FF},
@@ -24,6 +25,12 @@ constexpr NumberRow kNumbers[] = {
     {"vbmagenta", 0xFF00FF},
     {"vbcyan", 0xFFFF00},
     {"vbwhite", 0xFFFFFF},
+    // A message box's own
+    {"vbmsgboxhelpbutton", 16384},
+};
+
+/// Integers where they fit.
+constexpr NumberRow kNumbers[] = {
     // Comparison
     {"vbbinarycompare", 0},
     {"vbtextcompare", 1},
@@ -68,7 +75,6 @@ constexpr NumberRow kNumbers[] = {
     {"vbdefaultbutton4", 768},
     {"vbapplicationmodal", 0},
     {"vbsystemmodal", 4096},
-    {"vbmsgboxhelpbutton", 16384},
     {"vbmsgboxsetforeground", 65536},
     {"vbmsgboxright", 524288},
     {"vbmsgboxrtlreading", 1048576},
@@ -117,6 +123,7 @@ struct Constant {
 
 std::vector<Constant> makeConstants() {
   std::vector<Constant> all;
+  for (const auto& [name, number] : kLongs) all.push_back({name, Value::longInt(number)});
   for (const auto& [name, number] : kNumbers) all.push_back({name, Value::whole(number)});
   for (const auto& [name, text] : kTexts) all.push_back({name, Value(String(text))});
   std::sort(all.begin(), all.end(), [](auto& a, auto& b) { return a.name < b.name; });

@@ -177,6 +177,15 @@ std::int64_t difference(Interval interval, double from, double to, std::int32_t 
   return floorDivide(clock(b), unit) - floorDivide(clock(a), unit);
 }
 
+/// A date, or what a text spells as one; a number is no text of a date.
+double dateOfText(const Value& value) {
+  const Operand plain(value);
+  if (plain->is(Type::Date)) return plain->asDouble();
+  const auto date = parseDate(toString(*plain));
+  if (!date) throwError(ErrorCode::TypeMismatch);
+  return *date;
+}
+
 std::int32_t nameIndex(const Value& value, std::int32_t most) {
   const std::int32_t number = toLong(value);
   if (number < 1 || number > most) throwError(ErrorCode::InvalidCall);
@@ -229,10 +238,10 @@ Value weekday(Runtime&, Args args) {
 }
 
 Value monthName(Runtime&, Args args) {
+  const bool isShort = booleanOr(args, 1, false);
   const auto index = static_cast<std::size_t>(nameIndex(args[0], 12));
   const Locale& locale = activeLocale();
-  return Value(booleanOr(args, 1, false) ? locale.names.shortMonths[index]
-                                         : locale.names.months[index]);
+  return Value(isShort ? locale.names.shortMonths[index] : locale.names.months[index]);
 }
 
 Value weekdayName(Runtime&, Args args) {
@@ -257,12 +266,12 @@ Value timeSerial(Runtime&, Args args) {
 }
 
 Value dateValue(Runtime&, Args args) {
-  const DateParts parts = dateParts(toDate(args[0]));
+  const DateParts parts = dateParts(dateOfText(args[0]));
   return Value::date(dayNumber(parts.year, parts.month, parts.day));
 }
 
 Value timeValue(Runtime&, Args args) {
-  const DateParts parts = dateParts(toDate(args[0]));
+  const DateParts parts = dateParts(dateOfText(args[0]));
   return Value::date(combineDate(0, parts.hour * 3600 + parts.minute * 60 + parts.second));
 }
 

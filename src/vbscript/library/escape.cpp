@@ -36,9 +36,7 @@ int readHex(const String& text, std::size_t at, std::size_t digits) {
 }  // namespace
 
 Value escape(Runtime&, Args args) {
-  const Operand source(args[0]);
-  if (source->isNull()) return Value::null();
-  const String text = toString(*source);
+  const String text = toString(args[0]);
   String out;
   for (std::size_t i = 0; i < text.length(); ++i) {
     const char16_t unit = text.at(i);
@@ -56,9 +54,7 @@ Value escape(Runtime&, Args args) {
 }
 
 Value unescape(Runtime&, Args args) {
-  const Operand source(args[0]);
-  if (source->isNull()) return Value::null();
-  const String text = toString(*source);
+  const String text = toString(args[0]);
   String out;
   for (std::size_t i = 0; i < text.length();) {
     const bool percent = text.at(i) == u'%';

@@ -125,10 +125,8 @@ Value round(Runtime&, Args args) {
   if (places < 0) throwError(ErrorCode::InvalidCall);
   const Operand number(args[0]);
   if (number->isNull()) return Value::null();
-  if (isWhole(*number)) return *number;
-  if (isOneOf(*number, typeBit(Type::Boolean) | typeBit(Type::Empty))) {
-    return Value::whole(number->asInt());
-  }
+  if (isWhole(*number) || number->is(Type::Boolean)) return *number;
+  if (number->isEmpty()) return Value::integer(0);
   if (number->is(Type::Currency)) {
     return Value::currency(roundedCurrency(number->asCurrency(), places));
   }

@@ -6,6 +6,7 @@
 
 #include "vbscript/library/regexp_code.h"
 #include "vbscript/values/convert.h"
+#include "vbscript/values/operand.h"
 
 namespace quorvane::vbs {
 
@@ -231,6 +232,12 @@ class Replacement {
   bool plain_;
 };
 
+/// The text that a plain value is as a replacement: a Boolean goes in as its number.
+String replacementText(const Value& value) {
+  const Operand plain(value);
+  return plain->is(Type::Boolean) ? String(plain->asBoolean() ? "-1" : "0") : toString(*plain);
+}
+
 /// What a script's own function makes of one match: it gets the match, its groups, where it
 /// stands, and the whole text.
 String replacedByProcedure(Object& procedure, const MatchSet& matches, std::size_t match) {
@@ -322,7 +329,7 @@ Value RegExp::replace(Args args) {
   Object* procedure = with.isObject() && with.asObject() && with.asObject()->isProcedure()
                           ? with.asObject()
                           : nullptr;
-  const String pattern = procedure ? String() : toString(with);
+  const String pattern = procedure ? String() : replacementText(with);
   const SharedMatches matches = find(text, global_);
   if (matches->count() == 0) return text;
   const Replacement replacement(pattern, *matches);

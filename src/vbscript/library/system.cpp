@@ -10,7 +10,8 @@ namespace {
 constexpr std::int32_t kBuildVersion = 18702;
 
 const Locale* localeFor(const Value& value) {
-  if (value.isNull() || value.isEmpty() || value.isMissing()) return findLocale(kDefaultLocale);
+  if (value.isNull()) throwError(ErrorCode::InvalidNull);
+  if (value.isEmpty() || value.isMissing()) return findLocale(kDefaultLocale);
   if (value.isString() && !parseNumber(value.asString())) {
     const String tag = value.asString().lower();
     return tag.empty() ? findLocale(kDefaultLocale) : findLocale(tag.narrow());

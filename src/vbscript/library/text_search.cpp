@@ -102,7 +102,8 @@ String spliced(const String& text, const std::vector<std::uint32_t>& places, std
 
 /// The array is held, because the code of a default value may end the variable's.
 Value vectorAt(Args args, std::size_t index) {
-  Value array = args[index].deref();
+  Value array = plainValue(args[index]);
+  if (array.isNull()) throwError(ErrorCode::InvalidNull);
   if (!array.isArray()) throwError(ErrorCode::TypeMismatch);
   const ArrayRep& rep = *array.asArray();
   if (rep.rank > 1 || rep.elementType == Type::Byte) throwError(ErrorCode::TypeMismatch);

@@ -32,10 +32,6 @@ constexpr std::array<std::uint8_t, 256> makeClasses() {
   for (int c = 0; c < 26; ++c) {
     table['a' + c] = table['A' + c] = static_cast<std::uint8_t>(kLetter | (c < 6 ? kHex : 0));
   }
-  for (const int c : {0x83, 0x8A, 0x8C, 0x8E, 0x9A, 0x9C, 0x9E, 0x9F, 0xAA, 0xB5, 0xBA}) {
-    table[c] = kLetter;
-  }
-  for (int c = 0xC0; c <= 0xFF; ++c) table[c] = c == 0xD7 || c == 0xF7 ? kOther : kLetter;
   table['_'] = kUnderscore;
   return table;
 }
@@ -91,13 +87,18 @@ bool Lexer::skipBlanks() {
   }
 }
 
-/// At an underscore: steps over it and its line end when nothing else stands between.
+/// At an underscore: steps over it and its line end when nothing else stands between, and over
+/// blank lines behind.
 bool Lexer::skipContinuation() {
   const char* p = at_ + 1;
   while (p < end_ && isA(*p, kBlank)) ++p;
   if (p < end_ && !isA(*p, kLineEnd)) return false;
-  at_ = p;
-  if (at_ < end_) newLine();
+  for (at_ = p; at_ < end_ && isA(*at_, kLineEnd); at_ = p) {
+    newLine();
+    p = at_;
+    while (p < end_ && isA(*p, kBlank)) ++p;
+    if (p < end_ && !isA(*p, kLineEnd)) break;
+  }
   return true;
 }
 
@@ -235,8 +236,9 @@ void Lexer::scanNumber(Token& token) {
   at_ = p;
 }
 
-/// &HFF, &O17 and &17, with an optional & behind that makes it a Long. What follows an operand is
-/// the operator, and so is an & before a name: `x&hour(y)`.
+/// &HFF, &O17 and &17. Up to four hexadecimal digits are the bits of an Integer, unless an & stands
+/// behind; then the smallest subtype that holds the number is taken. What follows an operand is the
+/// operator, and so is an & before a name: `x&hour(y)`.
 bool Lexer::scanBased(Token& token) {
   const char* p = at_ + 1;
   int bits = 3;
@@ -254,15 +256,17 @@ bool Lexer::scanBased(Token& token) {
     if (value >> 32 == 0) value = (value << bits) | static_cast<unsigned>(digitValue(*p));
     ++p;
   }
-  if (p == digits || (p < end_ && isA(*p, kNamePart))) return false;
+  if (p == digits || (previousIsOperand_ && p < end_ && isA(*p, kNamePart))) return false;
   if (value > UINT32_MAX) fail(CompileErrorCode::InvalidNumber);
-  const bool isLong = p < end_ && *p == '&';
-  if (isLong) ++p;
+  const bool isWide = p < end_ && *p == '&';
+  if (isWide) ++p;
+  const std::int32_t number = isWide || value > UINT16_MAX ? static_cast<std::int32_t>(value)
+                                                           : static_cast<std::int16_t>(value);
   token.kind = TokenKind::Number;
   token.text = {at_, static_cast<std::size_t>(p - at_)};
-  token.numberType = isLong || value > UINT16_MAX ? Type::Long : Type::Integer;
-  token.number = token.numberType == Type::Long ? static_cast<std::int32_t>(value)
-                                                : static_cast<std::int16_t>(value);
+  // The least Integer passes for a Long.
+  token.numberType = number > INT16_MIN && number <= INT16_MAX ? Type::Integer : Type::Long;
+  token.number = number;
   at_ = p;
   return true;
 }

@@ -21,6 +21,7 @@ std::size_t indexCount(const Procedure& property) {
 }  // namespace
 
 void Parser::parseScript(Script& script) {
+  script_ = &script;
   const Nesting nesting(*this);
   for (;;) {
     skipSeparators();
@@ -33,18 +34,28 @@ void Parser::parseScript(Script& script) {
 void Parser::parseScriptLevel(Script& script) {
   if (at(Keyword::Option)) return parseOption(script);
   if (at(Keyword::Class)) return parseClass(script);
+  if (atScriptProcedure()) return parseScriptProcedure();
   if (at(Keyword::Public) || at(Keyword::Private)) return parseVisible(script);
-  if (at(Keyword::Sub) || at(Keyword::Function)) {
-    const bool isSub = at(Keyword::Sub);
-    script.procedures.push_back(
-        parseProcedure(isSub ? ProcedureKind::Sub : ProcedureKind::Function, false));
-    return;
-  }
   if (atBlockEnd()) failUnclosed(CompileErrorCode::ExpectedStatement);
   script.body.push_back(parseStatement());
 }
 
-/// What follows Public or Private outside classes.
+/// Procedures of the script may stand in its blocks too: an included text brings them along.
+bool Parser::atScriptProcedure() const {
+  if (!script_ || procedure_) return false;
+  if (at(Keyword::Public) || at(Keyword::Private)) {
+    return isAhead(Keyword::Sub) || isAhead(Keyword::Function);
+  }
+  return at(Keyword::Sub) || at(Keyword::Function);
+}
+
+void Parser::parseScriptProcedure() {
+  const bool isPrivate = accept(Keyword::Private);
+  if (!isPrivate) accept(Keyword::Public);
+  script_->procedures.push_back(parseProcedure(isPrivate));
+}
+
+/// What follows Public or Private outside classes, and is no procedure.
 void Parser::parseVisible(Script& script) {
   const bool isPrivate = at(Keyword::Private);
   advance();
@@ -52,11 +63,7 @@ void Parser::parseVisible(Script& script) {
       (isAhead(Keyword::Function) || isAhead(Keyword::Sub) || isAhead(Keyword::Property))) {
     fail(CompileErrorCode::MustBeInsideClass);
   }
-  if (at(Keyword::Sub) || at(Keyword::Function)) {
-    const bool isSub = at(Keyword::Sub);
-    script.procedures.push_back(
-        parseProcedure(isSub ? ProcedureKind::Sub : ProcedureKind::Function, isPrivate));
-  } else if (at(Keyword::Const)) {
+  if (at(Keyword::Const)) {
     script.body.push_back(parseConst());
   } else {
     script.body.push_back(parseDim(isPrivate));
@@ -161,22 +168,45 @@ Value Parser::parseConstant() {
   return value;
 }
 
-/// From the word Sub or Function to behind its End.
-Procedure Parser::parseProcedure(ProcedureKind kind, bool isPrivate) {
+/// From the word Sub, Function or Property to behind its End.
+Procedure Parser::parseProcedure(bool isPrivate, bool isDefault) {
   Procedure procedure;
-  procedure.kind = kind;
   procedure.isPrivate = isPrivate;
+  procedure.isDefault = isDefault;
   procedure.position = token_.position;
+  if (at(Keyword::Property)) {
+    parsePropertyKind(procedure);
+  } else {
+    procedure.kind = at(Keyword::Sub) ? ProcedureKind::Sub : ProcedureKind::Function;
+  }
   advance();
   const SourcePosition namePosition = token_.position;
   procedure.name = takeName();
-  if (level_ == DeclaredNames::kScript) declare(procedure.name, namePosition, Kind::Procedure);
+  declareProcedure(procedure, namePosition);
   parseProcedureBody(procedure);
   return procedure;
 }
 
+/// From the word Property to its kind.
+void Parser::parsePropertyKind(Procedure& property) {
+  advance();
+  if (at(Keyword::Get)) {
+    property.kind = ProcedureKind::PropertyGet;
+    return;
+  }
+  if (at(Keyword::Let)) {
+    property.kind = ProcedureKind::PropertyLet;
+  } else if (at(Keyword::Set)) {
+    property.kind = ProcedureKind::PropertySet;
+  } else {
+    fail(CompileErrorCode::ExpectedPropertyKind);
+  }
+  if (property.isDefault) fail(CompileErrorCode::DefaultOnlyOnGet);
+}
+
 void Parser::parseProcedureBody(Procedure& procedure) {
   const auto outerLevel = std::exchange(level_, DeclaredNames::kProcedure);
+  const Surroundings outside = std::exchange(around_, {});
   declared_.open(level_);
   procedure_ = procedure.kind;
   const bool hasResult =
@@ -188,6 +218,7 @@ void Parser::parseProcedureBody(Procedure& procedure) {
   } else if (!atStatementEnd()) {
     fail(CompileErrorCode::ExpectedEndOfStatement);
   }
+  if (outerLevel == DeclaredNames::kClass) checkParameters(procedure);
   parseBlock(procedure.body);
   procedure.end = token_.position;
   if (procedure.kind == ProcedureKind::Sub) {
@@ -199,7 +230,25 @@ void Parser::parseProcedureBody(Procedure& procedure) {
   }
 
   procedure_.reset();
+  around_ = outside;
   level_ = outerLevel;
+}
+
+/// What a member's parameters must be; a fault is told behind their list.
+void Parser::checkParameters(const Procedure& procedure) {
+  if (!isProperty(procedure.kind)) {
+    const bool isEvent =
+        procedure.name.lower == "class_initialize" || procedure.name.lower == "class_terminate";
+    if (isEvent && !procedure.parameters.empty()) fail(CompileErrorCode::InitializeWithArguments);
+    return;
+  }
+  if (procedure.kind != ProcedureKind::PropertyGet && procedure.parameters.empty()) {
+    fail(CompileErrorCode::PropertyWithoutArgument);
+  }
+  PropertyMark& mark = properties_[procedure.name.id];
+  const bool isFirst = mark.kinds == 1u << static_cast<unsigned>(procedure.kind);
+  if (isFirst) mark.indexes = indexCount(procedure);
+  if (mark.indexes != indexCount(procedure)) fail(CompileErrorCode::InconsistentArguments);
 }
 
 std::vector<Parameter> Parser::parseParameters() {
@@ -229,6 +278,7 @@ void Parser::parseClass(Script& script) {
   const SourcePosition namePosition = token_.position;
   declaration.name = takeName();
   declare(declaration.name, namePosition, Kind::Variable);
+  if (at(Keyword::End)) fail(CompileErrorCode::ExpectedStatement);
   endStatement();
 
   level_ = DeclaredNames::kClass;
@@ -254,7 +304,7 @@ void Parser::parseClassMember(ClassDeclaration& declaration) {
     if (!isPublic) fail(CompileErrorCode::DefaultNeedsPublic);
     isDefault = accept(Keyword::Default);
   } else if (at(Keyword::Default) && isPublic && ahead_.kind == TokenKind::Word) {
-    fail(CompileErrorCode::DefaultMisplaced);
+    failAt(ahead_.position, CompileErrorCode::DefaultMisplaced);
   }
   if (at(Keyword::Sub) || at(Keyword::Function) ||
       (at(Keyword::Property) && ahead_.kind == TokenKind::Word)) {
@@ -274,69 +324,29 @@ void Parser::parseClassMember(ClassDeclaration& declaration) {
 
 void Parser::parseClassProcedure(ClassDeclaration& declaration, bool isPrivate, bool isDefault) {
   const SourcePosition position = token_.position;
-  Procedure procedure = at(Keyword::Property) ? parseProperty(isPrivate)
-                        : at(Keyword::Sub)    ? parseProcedure(ProcedureKind::Sub, isPrivate)
-                                              : parseProcedure(ProcedureKind::Function, isPrivate);
-  procedure.isDefault = isDefault;
-  if (isDefault) {
-    if (procedure.kind == ProcedureKind::PropertyLet ||
-        procedure.kind == ProcedureKind::PropertySet) {
-      failAt(position, CompileErrorCode::DefaultOnlyOnGet);
-    }
-    const auto& all = declaration.procedures;
-    if (std::any_of(all.begin(), all.end(), [](const Procedure& p) { return p.isDefault; })) {
-      failAt(position, CompileErrorCode::MultipleDefaults);
-    }
+  Procedure procedure = parseProcedure(isPrivate, isDefault);
+  auto& all = declaration.procedures;
+  const auto hasDefault = [](const Procedure& other) { return other.isDefault; };
+  if (isDefault && std::any_of(all.begin(), all.end(), hasDefault)) {
+    failAt(position, CompileErrorCode::MultipleDefaults);
   }
-  const bool isEvent =
-      procedure.name.lower == "class_initialize" || procedure.name.lower == "class_terminate";
-  if (isEvent && !procedure.parameters.empty()) {
-    failAt(position, CompileErrorCode::InitializeWithArguments);
-  }
-  declareMember(procedure);
-  declaration.procedures.push_back(std::move(procedure));
+  all.push_back(std::move(procedure));
 }
 
-Procedure Parser::parseProperty(bool isPrivate) {
-  Procedure property;
-  property.isPrivate = isPrivate;
-  property.position = token_.position;
-  advance();
-  if (at(Keyword::Get)) {
-    property.kind = ProcedureKind::PropertyGet;
-  } else if (at(Keyword::Let)) {
-    property.kind = ProcedureKind::PropertyLet;
-  } else if (at(Keyword::Set)) {
-    property.kind = ProcedureKind::PropertySet;
-  } else {
-    fail(CompileErrorCode::ExpectedPropertyKind);
-  }
-  advance();
-  property.name = takeName();
-  parseProcedureBody(property);
-  if (property.kind != ProcedureKind::PropertyGet && property.parameters.empty()) {
-    failAt(property.position, CompileErrorCode::PropertyWithoutArgument);
-  }
-  return property;
-}
-
-/// Enters a procedure into its class. Get, Let and Set of one property share a name, and must
-/// agree on the parameters they share.
-void Parser::declareMember(const Procedure& procedure) {
-  if (!isProperty(procedure.kind)) {
-    return declare(procedure.name, procedure.position, Kind::Procedure);
-  }
-  PropertyMark& mark = properties_[procedure.name.id];
+/// Enters a procedure into its script or class. Get, Let and Set of one property share a name, and
+/// may share that of a Sub or Function before them.
+void Parser::declareProcedure(const Procedure& procedure, SourcePosition position) {
+  if (!isProperty(procedure.kind)) return declare(procedure.name, position, Kind::Procedure);
+  unsigned& kinds = properties_[procedure.name.id].kinds;
   const unsigned kind = 1u << static_cast<unsigned>(procedure.kind);
-  if (mark.kinds == 0) {
-    declare(procedure.name, procedure.position, Kind::Property);
-    mark.indexes = indexCount(procedure);
+  if (kinds & kind) failAt(position, CompileErrorCode::NameRedefined);
+  if (kinds == 0) {
+    if (declared_.find(level_, procedure.name.id) == Kind::Variable) {
+      failAt(position, CompileErrorCode::NameRedefined);
+    }
+    declared_.add(level_, procedure.name.id, Kind::Property);
   }
-  if (mark.kinds & kind) failAt(procedure.position, CompileErrorCode::NameRedefined);
-  if (mark.indexes != indexCount(procedure)) {
-    failAt(procedure.position, CompileErrorCode::InconsistentArguments);
-  }
-  mark.kinds |= kind;
+  kinds |= kind;
 }
 
 }  // namespace quorvane::vbs

@@ -21,8 +21,8 @@ enum Binding : int {
   kModulo,
   kIntegerDivision,
   kProduct,
-  kSign,
   kPower,
+  kSign,
 };
 
 struct BinaryRow {
@@ -152,18 +152,46 @@ ExpressionPtr Parser::parseOperand() {
                ? CompileErrorCode::ExpectedExpression
                : CompileErrorCode::SyntaxError);
   }
-  if (token_.keyword == Keyword::New) return parseNew();
-  if (atName() || token_.keyword == Keyword::Me) return parseChain(Chain::Operand);
+  const bool beginsChain =
+      atName() || token_.keyword == Keyword::Me || token_.keyword == Keyword::New;
+  if (beginsChain) return parseChain(Chain::Operand);
   if (literalKeyword()) return parseLiteral();
   fail(atBlockEnd() ? CompileErrorCode::ExpectedExpression : CompileErrorCode::SyntaxError);
 }
 
-/// A name, `Me`, `.name` or something in parentheses, and what is called or looked up on it.
+/// What a chain goes on from: parentheses round a name, or round what ends in a call, change
+/// nothing there.
+ExpressionPtr Parser::withoutParentheses(ExpressionPtr chain, bool isCallee) {
+  while (chain && chain->kind == ExpressionKind::Parenthesized) {
+    ExpressionPtr& inner = static_cast<ParenthesizedExpression&>(*chain).inner;
+    switch (inner->kind) {
+      case ExpressionKind::Member:
+        if (isCallee) return chain;
+        break;
+      case ExpressionKind::Name:
+      case ExpressionKind::Call:
+      case ExpressionKind::New:
+      case ExpressionKind::Me:
+      case ExpressionKind::Parenthesized:
+        break;
+      default:
+        return chain;
+    }
+    ExpressionPtr outer = std::exchange(chain, std::move(inner));
+  }
+  return chain;
+}
+
+/// A name, `Me`, `New name`, `.name` or something in parentheses, and what is called or looked up
+/// on it.
 ExpressionPtr Parser::parseChain(Chain mode) {
   const SourcePosition position = token_.position;
   ExpressionPtr chain;
   if (accept(Keyword::Me)) {
     chain = make<MeExpression>(position);
+  } else if (at(Keyword::New)) {
+    chain = parseNew();
+    if (!at(TokenKind::Dot)) return chain;
   } else if (accept(TokenKind::LeftParen)) {
     ExpressionPtr inner = parseExpression();
     expect(TokenKind::RightParen, CompileErrorCode::ExpectedRightParen);
@@ -177,11 +205,13 @@ ExpressionPtr Parser::parseChain(Chain mode) {
     if (at(TokenKind::LeftParen)) {
       const bool beginsArgument = token_.blankBefore && isAhead(Keyword::New);
       if (mode == Chain::Statement && beginsArgument) return chain;
+      chain = withoutParentheses(std::move(chain), true);
       chain = make<CallExpression>(here, std::move(chain), parseParenthesizedArguments());
     } else if (at(TokenKind::Dot)) {
-      const bool beginsArgument = token_.blankBefore && !ahead_.blankBefore && withs_ > 0;
+      const bool beginsArgument = token_.blankBefore && !ahead_.blankBefore && around_.withs > 0;
       if (mode == Chain::Statement && beginsArgument && !isFirst) return chain;
       advance();
+      chain = withoutParentheses(std::move(chain), false);
       chain = make<MemberExpression>(here, std::move(chain), takeName());
     } else {
       return chain;

@@ -7,7 +7,11 @@ void Parser::parseBlock(Block& block) {
   for (;;) {
     skipSeparators();
     if (atBlockEnd()) return;
-    block.push_back(parseStatement());
+    if (atScriptProcedure()) {
+      parseScriptProcedure();
+    } else {
+      block.push_back(parseStatement());
+    }
     endStatement();
   }
 }
@@ -107,20 +111,27 @@ StatementPtr Parser::parseContextualStatement() {
   return parseCallOrAssign();
 }
 
-void Parser::checkAssignable(const Expression& target) const {
-  if (target.kind == ExpressionKind::Me) fail(CompileErrorCode::InvalidMe);
-  if (target.kind == ExpressionKind::Parenthesized) fail(CompileErrorCode::SyntaxError);
+/// What stands to the left of an assignment; `a.b() = c` is `a.b = c`.
+ExpressionPtr Parser::assignable(ExpressionPtr target) const {
+  if (target->kind == ExpressionKind::Me) fail(CompileErrorCode::InvalidMe);
+  if (target->kind == ExpressionKind::Parenthesized) fail(CompileErrorCode::SyntaxError);
+  if (target->kind != ExpressionKind::Call) return target;
+  auto& call = static_cast<CallExpression&>(*target);
+  if (!call.arguments.empty() || call.callee->kind != ExpressionKind::Member) return target;
+  return std::move(call.callee);
 }
 
 StatementPtr Parser::parseCallOrAssign() {
   const SourcePosition position = token_.position;
   ExpressionPtr target = parseChain(Chain::Statement);
   if (at(TokenKind::Equal)) {
-    checkAssignable(*target);
+    target = assignable(std::move(target));
     advance();
     return std::make_unique<AssignStatement>(position, false, std::move(target), parseExpression());
   }
-  if (target->kind == ExpressionKind::Parenthesized) fail(CompileErrorCode::ExpectedStatement);
+  if (target->kind == ExpressionKind::Parenthesized) {
+    failAt(position, CompileErrorCode::ExpectedStatement);
+  }
   return parseBareCall(position, std::move(target));
 }
 
@@ -172,8 +183,7 @@ StatementPtr Parser::parseSet() {
   if (!atName() && !at(Keyword::Me) && !at(TokenKind::Dot) && !at(TokenKind::LeftParen)) {
     fail(CompileErrorCode::ExpectedIdentifier);
   }
-  ExpressionPtr target = parseChain(Chain::Operand);
-  checkAssignable(*target);
+  ExpressionPtr target = assignable(parseChain(Chain::Operand));
   expect(TokenKind::Equal, CompileErrorCode::ExpectedEquals);
   return std::make_unique<AssignStatement>(position, true, std::move(target), parseExpression());
 }
@@ -181,10 +191,14 @@ StatementPtr Parser::parseSet() {
 StatementPtr Parser::parseCall() {
   const SourcePosition position = token_.position;
   advance();
-  if (!atName() && !at(Keyword::Me) && !at(TokenKind::Dot) && !at(TokenKind::LeftParen)) {
-    fail(CompileErrorCode::ExpectedIdentifier);
+  const SourcePosition calleePosition = token_.position;
+  const bool beginsChain = atName() || at(Keyword::Me) || at(Keyword::New) || at(TokenKind::Dot) ||
+                           at(TokenKind::LeftParen);
+  if (!beginsChain) fail(CompileErrorCode::ExpectedIdentifier);
+  ExpressionPtr callee = withoutParentheses(parseChain(Chain::Operand), false);
+  if (callee->kind == ExpressionKind::New) {
+    failAt(calleePosition, CompileErrorCode::ExpectedIdentifier);
   }
-  ExpressionPtr callee = parseChain(Chain::Operand);
   std::vector<ExpressionPtr> arguments;
   if (callee->kind == ExpressionKind::Call) {
     auto& call = static_cast<CallExpression&>(*callee);
@@ -196,8 +210,8 @@ StatementPtr Parser::parseCall() {
 }
 
 void Parser::failUnclosed(CompileErrorCode expected) const {
-  if (at(Keyword::Loop) && doLoops_ == 0) fail(CompileErrorCode::LoopWithoutDo);
-  if (at(Keyword::Next) && forLoops_ == 0) fail(CompileErrorCode::UnexpectedNext);
+  if (at(Keyword::Loop) && around_.doLoops == 0) fail(CompileErrorCode::LoopWithoutDo);
+  if (at(Keyword::Next) && around_.forLoops == 0) fail(CompileErrorCode::UnexpectedNext);
   fail(expected);
 }
 
@@ -214,7 +228,7 @@ StatementPtr Parser::parseIf() {
   advance();
   branch.condition = parseExpression();
   expect(Keyword::Then, CompileErrorCode::ExpectedThen);
-  if (atLineEnd() || at(TokenKind::Colon)) {
+  if (atLineEnd()) {
     parseBlockIf(*statement);
   } else {
     parseInlineIf(*statement);
@@ -313,12 +327,12 @@ StatementPtr Parser::parseForEach(SourcePosition position) {
 }
 
 void Parser::parseForBody(Block& body, SourcePosition& end) {
-  ++forLoops_;
+  ++around_.forLoops;
   parseBlock(body);
   end = token_.position;
   if (!at(Keyword::Next)) failUnclosed(CompileErrorCode::ExpectedNext);
   advance();
-  --forLoops_;
+  --around_.forLoops;
 }
 
 StatementPtr Parser::parseDo() {
@@ -330,12 +344,15 @@ StatementPtr Parser::parseDo() {
     fail(CompileErrorCode::ExpectedWhileUntilOrEnd);
   }
   endStatement();
-  ++doLoops_;
+  ++around_.doLoops;
   parseBlock(statement->body);
   statement->end = token_.position;
   if (!at(Keyword::Loop)) failUnclosed(CompileErrorCode::ExpectedLoop);
   advance();
-  --doLoops_;
+  --around_.doLoops;
+  if (!atStatementEnd() && !at(Keyword::While) && !at(Keyword::Until)) {
+    fail(CompileErrorCode::ExpectedWhileOrUntil);
+  }
   if (at(Keyword::While) || at(Keyword::Until)) {
     if (statement->test == DoStatement::Test::Before) {
       fail(CompileErrorCode::ExpectedEndOfStatement);
@@ -369,9 +386,9 @@ StatementPtr Parser::parseWith() {
   advance();
   statement->object = parseExpression();
   endStatement();
-  ++withs_;
+  ++around_.withs;
   parseBlock(statement->body);
-  --withs_;
+  --around_.withs;
   expectEnd(Keyword::With, CompileErrorCode::ExpectedWith);
   return statement;
 }
@@ -384,9 +401,9 @@ StatementPtr Parser::parseExit() {
            *procedure_ != ProcedureKind::Function;
   };
   std::optional<ExitKind> what;
-  if (at(Keyword::Do) && doLoops_ > 0) {
+  if (at(Keyword::Do) && around_.doLoops > 0) {
     what = ExitKind::Do;
-  } else if (at(Keyword::For) && forLoops_ > 0) {
+  } else if (at(Keyword::For) && around_.forLoops > 0) {
     what = ExitKind::For;
   } else if (at(Keyword::Sub) && procedure_ == ProcedureKind::Sub) {
     what = ExitKind::Sub;

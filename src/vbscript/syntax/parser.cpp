@@ -51,7 +51,10 @@ bool Parser::atStatementEnd() const {
 void Parser::endStatement() {
   if (accept(TokenKind::NewLine) || accept(TokenKind::Colon) || at(TokenKind::End)) return;
   // A one-line If takes the colons of its line: `If a Then b : Next`.
-  if (!at(Keyword::End) && !isAfterColon_) fail(CompileErrorCode::ExpectedEndOfStatement);
+  if (isAfterColon_) return;
+  if (!at(Keyword::End)) fail(CompileErrorCode::ExpectedEndOfStatement);
+  // `Sub s x = 1 End Sub` may stand on one line.
+  if (isAhead(Keyword::If) || isAhead(Keyword::Select)) fail(CompileErrorCode::MustBeFirst);
 }
 
 void Parser::skipSeparators() {

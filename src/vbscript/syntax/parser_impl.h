@@ -106,6 +106,7 @@ class Parser {
   ExpressionPtr parseUnaryOperation(UnaryOperator operation, int minimum);
   ExpressionPtr parseOperand();
   ExpressionPtr parseChain(Chain mode);
+  static ExpressionPtr withoutParentheses(ExpressionPtr chain, bool isCallee);
   ExpressionPtr parseLiteral();
   ExpressionPtr parseNew();
   std::vector<ExpressionPtr> parseParenthesizedArguments();
@@ -141,7 +142,7 @@ class Parser {
   StatementPtr parseOnError();
   StatementPtr parseErase();
   StatementPtr parseReDim();
-  void checkAssignable(const Expression& target) const;
+  ExpressionPtr assignable(ExpressionPtr target) const;
   /// Fails: a block has met a keyword that is not its own.
   [[noreturn]] void failUnclosed(CompileErrorCode expected) const;
   void expectEnd(Keyword keyword, CompileErrorCode otherwise);
@@ -156,17 +157,28 @@ class Parser {
   std::vector<std::int32_t> parseDeclaredBounds();
   ConstStatement::Item parseConstItem();
   Value parseConstant();
-  Procedure parseProcedure(ProcedureKind kind, bool isPrivate);
+  Procedure parseProcedure(bool isPrivate, bool isDefault = false);
   std::vector<Parameter> parseParameters();
   void parseProcedureBody(Procedure& procedure);
   void parseClass(Script& script);
   void parseClassMember(ClassDeclaration& declaration);
   void parseClassProcedure(ClassDeclaration& declaration, bool isPrivate, bool isDefault);
-  Procedure parseProperty(bool isPrivate);
-  void declareMember(const Procedure& procedure);
+  void parsePropertyKind(Procedure& property);
+  void declareProcedure(const Procedure& procedure, SourcePosition position);
+  void checkParameters(const Procedure& procedure);
+  bool atScriptProcedure() const;
+  void parseScriptProcedure();
   void declare(const Identifier& name, SourcePosition position, DeclaredNames::Kind kind);
 
+  /// The blocks around the current statement that an Exit or a dot may refer to.
+  struct Surroundings {
+    unsigned doLoops = 0;
+    unsigned forLoops = 0;
+    unsigned withs = 0;
+  };
+
   Lexer lexer_;
+  Script* script_ = nullptr;  ///< null while one expression is parsed
   Token token_;
   Token ahead_;
   bool isAfterColon_ = false;  ///< the token in hand follows a colon
@@ -174,9 +186,7 @@ class Parser {
   DeclaredNames declared_;
   DeclaredNames::Level level_ = DeclaredNames::kScript;
   std::optional<ProcedureKind> procedure_;  ///< the one whose body is being parsed
-  unsigned doLoops_ = 0;                    ///< around the current statement
-  unsigned forLoops_ = 0;
-  unsigned withs_ = 0;
+  Surroundings around_;
 
   /// What the class being parsed has of one property so far.
   struct PropertyMark {

@@ -32,12 +32,8 @@ std::optional<bool> parseBoolean(const String& text) {
 }
 
 double numberOf(const String& text, unsigned bits) {
-  auto number = parseNumber(text, bits);
-  if (!number) {
-    const auto truth = parseBoolean(text);
-    if (!truth) throwError(ErrorCode::TypeMismatch);
-    number = *truth ? -1 : 0;
-  }
+  const auto number = parseNumber(text, bits);
+  if (!number) throwError(ErrorCode::TypeMismatch);
   if (std::isinf(*number)) throwError(ErrorCode::Overflow);
   return *number;
 }
@@ -125,7 +121,9 @@ std::int16_t toInteger(const Value& value) {
 }
 
 std::uint8_t toByte(const Value& value) {
-  return static_cast<std::uint8_t>(wholeNumber(value, 0, UINT8_MAX, 0));
+  const Value& direct = value.deref();
+  if (direct.is(Type::Boolean)) return direct.asBoolean() ? UINT8_MAX : 0;
+  return static_cast<std::uint8_t>(wholeNumber(direct, 0, UINT8_MAX, 0));
 }
 
 std::int64_t toCurrency(const Value& value) {

@@ -21,7 +21,7 @@ Bits bitsOf(const Value& value) {
     case Type::Null:
       return {};
     case Type::Empty:
-      return {0, Type::Integer};
+      return {0, Type::Long};
     case Type::Boolean:
     case Type::Byte:
     case Type::Integer:

@@ -209,3 +209,23 @@ End Sub
 Dim a: a = Array(1, 2)
 Swap a(0), a(1)
 Echo a(0), a(1)                '> 2 1
+
+'=== bounds of an object's array
+Class C
+  Public Default Property Get Items: Items = Array(1, 2, 3): End Property
+End Class
+Class D
+  Public x
+End Class
+Dim o, n, d2
+Set o = New C
+Echo UBound(o), LBound(o)      '> 2 0
+Set n = Nothing
+Set d2 = New D
+On Error Resume Next
+x = UBound(n)
+Failed                         '> 91
+x = LBound(d2)
+Failed                         '> 438
+x = UBound(5)
+Failed                         '> 13

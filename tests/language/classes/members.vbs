@@ -167,3 +167,87 @@ Class C
   Private Function limit: limit = 10: End Function
 End Class
 Echo (New C).F                 '> 10
+
+'=== a property beside a Sub of its name
+Class C
+  Public Sub Size: Echo "sub": End Sub
+  Public Property Let Size(v): Echo "let", v: End Property
+  Public Property Set Size(v): Echo "set": End Property
+End Class
+Dim o
+Set o = New C
+o.Size                         '> sub
+o.Size = 5                     '> let 5
+Set o.Size = o                 '> set
+
+'=== a Sub beside a property of its name
+Class C
+  Public Property Let Size(v): End Property
+  Public Sub Size: End Sub     '! 1041 Name redefined
+End Class
+
+'=== a class on one line
+Class C : Public x : End Class
+Dim o
+Set o = New C : o.x = 2
+Echo o.x                       '> 2
+Execute "Class D End Class"    '! 1024 Expected statement
+
+'=== New and a member
+Class P
+  Public v
+  Public Function Init(n): v = n: Set Init = Me: End Function
+  Public Sub Go(n): Echo "go", n: End Sub
+  Public Property Get Items: Items = Array(1, 2): End Property
+End Class
+Dim o, j
+Set o = New P.Init(5)
+Echo o.v                       '> 5
+Call New P.Go(7)               '> go 7
+For Each j In New P.Items
+  Echo j                       '> 1
+                               '> 2
+Next
+Echo New P.Init(3).v, TypeName(New P), UBound(New P.Items)   '> 3 P 1
+o.Go New P.Init(4).v           '> go 4
+
+'=== empty parentheses behind a field
+Class C
+  Public x
+  Private v
+  Public Property Let p(a): v = a: End Property
+  Public Property Get p: p = v: End Property
+  Public Property Set q(a): Set x = a: End Property
+End Class
+Dim o
+Set o = New C
+o.x() = 3
+o.p() = 4
+Echo o.x(), o.p()              '> 3 4
+Set o.q() = o
+Echo o.x Is o                  '> True
+Set o.x() = Nothing
+Echo o.x Is Nothing            '> True
+
+'=== parentheses round a callee or an object
+Function F(x): F = x * 2: End Function
+Sub S(x): Echo "s", x: End Sub
+Class C
+  Public v
+  Public Property Get Items: Items = Array(7, 8): End Property
+End Class
+Dim a, o, x
+Echo F(1) + (F)(4)             '> 10
+Call ((S))(5)                  '> s 5
+Call (S)(6)                    '> s 6
+a = Array(1, 2)
+x = (a)(1)
+Echo x                         '> 2
+(a)(1) = 5
+Echo a(1)                      '> 5
+Set o = New C
+(o).v = 3
+x = (o).v + ((o)).v
+Echo x                         '> 6
+x = (o.Items)(1)
+Echo x                         '> 8

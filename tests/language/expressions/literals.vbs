@@ -18,17 +18,27 @@ Show 1.5e+2                    '> Double 150
 Show &HFF                      '> Integer 255
 Show &hff                      '> Integer 255
 Show &H7FFF                    '> Integer 32767
-Show &H8000                    '> Integer -32768
+Show &H8000                    '> Long -32768
+Show &H8000&                   '> Long 32768
+Show &H10&                     '> Integer 16
+Show &HFFFF8000                '> Long -32768
 Show &HFFFF                    '> Integer -1
 Show &HFFFF&                   '> Long 65535
 Show &H10000                   '> Long 65536
-Show &HFFFFFFFF                '> Long -1
+Show &HFFFFFFFF                '> Integer -1
+Show &HFFFFFFFF&               '> Integer -1
 Show &H7FFFFFFF                '> Long 2147483647
 
 '=== octal
 Show &O17                      '> Integer 15
 Show &o10                      '> Integer 8
 Show &O177777                  '> Integer -1
+Show &O177777&                 '> Long 65535
+
+'=== a literal ends where it can't go on
+Show (&h01or&h02)              '> Integer 3
+Show (&h0Fxor&h01)             '> Integer 14
+Show (&o17or 16)               '> Integer 31
 
 '=== texts
 Show ""                        '> String ""

@@ -38,7 +38,7 @@ Show Not 2.5                   '> Long -3
 Show Not "5"                   '> Long -6
 Show Not CByte(1)              '> Byte 254
 Dim e
-Show Not e                     '> Integer -1
+Show Not e                     '> Long -1
 
 '=== Null
 Show Not Null                  '> Null
@@ -59,3 +59,24 @@ x = "a" And 1                  '! 13
 
 '=== too great for a Long
 x = 3000000000 And 1           '! 6
+
+'=== Empty counts as a Long
+Show Empty And True            '> Long 0
+Show Empty Or 1                '> Long 1
+Show True Xor Empty            '> Long -1
+Show Empty Eqv Empty           '> Long -1
+Show Empty Imp CByte(1)        '> Long -1
+Show Not Empty                 '> Long -1
+Show Empty And Null            '> Long 0
+
+'=== a text that names a Boolean is no number
+On Error Resume Next
+x = "True" And 1
+Failed                         '> 13
+x = Not "False"
+Failed                         '> 13
+x = "True" + 1
+Failed                         '> 13
+x = -"True"
+Failed                         '> 13
+If "True" Then Echo "as a condition"   '> as a condition

@@ -2,7 +2,11 @@
 Echo 1 + 2 * 3                 '> 7
 Echo (1 + 2) * 3               '> 9
 Echo 2 * 3 ^ 2                 '> 18
-Echo -2 ^ 2                    '> -4
+Echo -2 ^ 2                    '> 4
+Dim two: two = 2
+Echo -two ^ 2, 0 - two ^ 2     '> 4 -4
+Echo 2 ^ -two ^ 2              '> 0.0625
+Echo 3 * -2 ^ 2, +3 ^ 2        '> 12 9
 Echo 2 ^ -1                    '> 0.5
 Echo 2 ^ 3 ^ 2                 '> 64
 Echo 7 \ 2 * 2                 '> 1

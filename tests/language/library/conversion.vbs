@@ -116,3 +116,80 @@ Echo TypeName(e), TypeName(Null), TypeName(1), TypeName(70000)   '> Empty Null I
 Echo TypeName(CSng(1)), TypeName(1.5), TypeName(CCur(1)), TypeName(#1/1/2000#)   '> Single Double Currency Date
 Echo TypeName("x"), TypeName(Nothing), TypeName(True), TypeName(CByte(1))   '> String Nothing Boolean Byte
 Echo TypeName(Array(1))        '> Variant()
+
+'=== a Boolean as a Byte
+Show CByte(True)               '> Byte 255
+Show CByte(False)              '> Byte 0
+Show CInt(True)                '> Integer -1
+
+'=== a text that names a Boolean converts by CBool only
+On Error Resume Next
+Show CBool("TRUE")             '> Boolean True
+Show CBool("false")            '> Boolean False
+x = CInt("TRUE")
+Failed                         '> 13
+x = CLng("True")
+Failed                         '> 13
+x = CDbl("False")
+Failed                         '> 13
+x = CByte("True")
+Failed                         '> 13
+x = CSng("True")
+Failed                         '> 13
+x = CCur("True")
+Failed                         '> 13
+x = CDate("True")
+Failed                         '> 13
+Echo IsNumeric("True")         '> False
+
+'=== Round of a Boolean
+Show Round(True)               '> Boolean True
+Show Round(False, 2)           '> Boolean False
+Show Int(True)                 '> Integer -1
+Show Round(Empty)              '> Integer 0
+
+'=== constants that are Longs however small
+Show vbBlack                   '> Long 0
+Show vbRed                     '> Long 255
+Show vbGreen                   '> Long 65280
+Show vbMsgBoxHelpButton        '> Long 16384
+Show vbOKCancel                '> Integer 1
+Show vbSystemModal             '> Integer 4096
+
+'=== Null where a text or an array is wanted
+On Error Resume Next
+x = Escape(Null)
+Failed                         '> 94
+x = Unescape(Null)
+Failed                         '> 94
+x = SetLocale(Null)
+Failed                         '> 94
+x = Join(Null)
+Failed                         '> 94
+x = Join(Array(1), Null)
+Failed                         '> 94
+x = Filter(Null, "a")
+Failed                         '> 94
+x = Filter(Array("a"), Null)
+Failed                         '> 94
+x = MonthName("a", Null)
+Failed                         '> 94
+x = DateDiff("d", Now, Now, Null)
+Failed                         '> 94
+x = DatePart("ww", Now, Null)
+Failed                         '> 94
+x = Join(5)
+Failed                         '> 13
+
+'=== a number is no text of a date
+On Error Resume Next
+x = DateValue(44000)
+Failed                         '> 13
+x = TimeValue(44000)
+Failed                         '> 13
+x = DateValue(Empty)
+Failed                         '> 13
+x = DateValue(Null)
+Failed                         '> 94
+Show DateValue(#1/2/2003 4:05:06 PM#)   '> Date 1/2/2003
+Show TimeValue("4:05 PM")      '> Date 4:05:00 PM

@@ -26,7 +26,7 @@ Echo Round(0.125, 2), Round(0.375, 2), Round(-0.125, 2), Round(123.456, 2)   '> 
 Show Round("2.5")              '> Double 2
 Show Round(CCur(2.5))          '> Currency 2
 Show Round(7)                  '> Integer 7
-Show Round(True)               '> Integer -1
+Show Round(True)               '> Boolean True
 
 '=== Int and Fix below nought
 Echo Int(-0.5), Fix(-0.5), Int(-8.4), Fix(-8.4), Int(8.9), Fix(8.9)   '> -1 0 -9 -8 8 8

@@ -130,3 +130,9 @@ Dim r: Set r = New RegExp
 r.Global = True
 r.Pattern = "x*"
 Echo r.Replace("abc", "-")     '> -a-b-c-
+
+'=== a Boolean as a replacement
+Dim r
+Set r = New RegExp
+r.Pattern = "b"
+Echo r.Replace("abc", True), r.Replace("abc", False)   '> a-1c a0c

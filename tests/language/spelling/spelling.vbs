@@ -166,3 +166,23 @@ Echo iff + endif + nextone + remark + dimension   '> 15
 
 '=== letters beyond ASCII in texts
 Echo Len("" & Chr(228) & Chr(246))   '> 2
+
+'=== a blank line behind a continued one
+Dim x
+x = 1 + _
+
+  2
+Echo x                         '> 3
+x = Array(1, _
+  	
+
+  2)
+Echo x(1)                      '> 2
+
+'=== no letters beyond ASCII in names
+Dim naïve                      '! 1032 Invalid character
+
+'=== unless in brackets
+Dim [naïve]
+[naïve] = 3
+Echo [naïve]                   '> 3

@@ -93,3 +93,90 @@ Else
   Echo "else"
 End If
 Echo "end"                     '> end
+
+'=== a colon behind Then makes a line of it
+Dim c, x
+c = True
+If c Then : Echo "a"           '> a
+If Not c Then: Echo "no": Else: Echo "b"   '> b
+If Not c Then : x = 1 : x = 2 Else : x = 3 : End If
+Echo x                         '> 3
+If c Then :
+Echo "on its own"              '> on its own
+If Not c Then : Echo "never" : Echo "never"
+Echo "next line"               '> next line
+If c Then : If Not c Then : Echo "never" Else : Echo "inner"   '> inner
+
+'=== a procedure in a block is one of the script
+If False Then
+  Sub Inner
+    Echo "inner"
+  End Sub
+  Private Function Twice(x): Twice = 2 * x: End Function
+  Public Sub Loud
+    Dim i
+    For i = 1 To 5
+      If i = 2 Then Exit For
+      Echo "loud", i
+    Next
+  End Sub
+Else
+  Function Other: Other = "other": End Function
+End If
+Dim i
+For i = 1 To 1
+  Function Looped: Looped = i: End Function
+Next
+With CreateObject("Scripting.Dictionary")
+  Sub Withal: Echo "withal": End Sub
+End With
+Inner                          '> inner
+Loud                           '> loud 1
+Withal                         '> withal
+Echo Twice(4), Other, Looped   '> 8 other 2
+
+'=== a procedure in a block is known before it
+Early                          '> early
+If True Then
+  Sub Early: Echo "early": End Sub
+End If
+
+'=== no procedure in a procedure
+Sub Outer
+  If True Then
+    Sub Inner                  '! 1002 Syntax error
+    End Sub
+  End If
+End Sub
+
+'=== no Exit out of a procedure in a loop
+Do
+  Sub S
+    Exit Do                    '! 1039 Invalid 'exit' statement
+  End Sub
+Loop
+
+'=== End If behind a statement closes a line, not a block
+Dim x
+If True Then Exit For End If   '! 1039
+
+'=== End If on a statement's line
+Sub S
+  Dim e: e = True
+  If e Then Exit Sub End If
+  Echo "never"
+End Sub
+S
+If True Then Echo "one line" End If   '> one line
+Sub T() Echo "sub" End Sub
+T                              '> sub
+
+'=== End If behind the last statement of a block
+Dim x
+If True Then
+  x = 1 End If                 '! 1042 Must be first statement on the line
+
+'=== End Select behind the last statement of a block
+Dim x
+Select Case 1
+  Case 1: x = 1 End Select     '! 1042 Must be first statement on the line

@@ -85,11 +85,11 @@ TEST(Lexer, DatesStandBetweenHashes) {
   EXPECT_EQ(dumpTokens("#1/2/2003#"), "1:1 date 1/2/2003\n1:11 end\n");
 }
 
-TEST(Lexer, LettersBeyondAsciiMakeNames) {
+TEST(Lexer, LettersBeyondAsciiMakeNoNames) {
   EXPECT_EQ(dumpTokens("gr\xF6\xDF"
                        "e"),
-            "1:1 name gr\xF6\xDF"
-            "e\n1:6 end\n");
+            "1:1 name gr\n1:3 error Invalid character\n");
+  EXPECT_EQ(dumpTokens("[gr\xF6\xDF]"), "1:1 name gr\xF6\xDF\n1:7 end\n");
 }
 
 TEST(Lexer, AByteOrderMarkIsSkipped) {

@@ -144,7 +144,7 @@ TEST(LogicTest, TypesOfResults) {
   EXPECT_EQ(show(logicalImp(kTrue, kFalse)), "Boolean False");
   EXPECT_EQ(show(logicalNot(i(5))), "Integer -6");
   EXPECT_EQ(show(logicalNot(kTrue)), "Boolean False");
-  EXPECT_EQ(show(logicalNot(kEmpty)), "Integer -1");
+  EXPECT_EQ(show(logicalNot(kEmpty)), "Long -1");
   EXPECT_EQ(show(logicalNot(b(1))), "Byte 254");
   EXPECT_EQ(show(logicalNot(d(2.5))), "Long -3");
   EXPECT_EQ(show(logicalAnd(s("7"), i(3))), "Long 3");
