@@ -1,6 +1,7 @@
 #include "http/clsHTTPParser.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "http/cookie_jar.h"
@@ -12,7 +13,6 @@ namespace quorvane {
 namespace {
 
 constexpr std::size_t kNowhere = std::string::npos;
-constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::string_view kSessionCookie = "QVS_SESSIONID";
 constexpr std::string_view kHttpPrefix = "http://";
 
@@ -37,103 +37,75 @@ void forEachAssignment(std::string_view text, char separator, Take take) {
   }
 }
 
-std::string_view lineAt(std::string_view text, std::size_t start) {
-  return text.substr(start, text.find(kLineEnd, start) - start);
-}
-
 }  // namespace
 
-/// Places in the request found in one pass: where the value of each header begins, each by its
-/// first occurrence.
-struct clsHTTPParser::Marks {
-  std::size_t firstLineEnd = kNowhere;
-  std::size_t body = kNowhere;
-  std::size_t host = kNowhere;
-  std::size_t connection = kNowhere;
-  std::size_t cookie = kNowhere;
-  std::size_t acceptEncoding = kNowhere;
-  std::size_t range = kNowhere;
+/// What is done with the headers that the server goes by.
+struct clsHTTPParser::HeaderRules {
+  struct Rule {
+    std::string_view name;  ///< in lower case, with the blanks that must follow it
+    bool (clsHTTPParser::*take)(std::string_view value);  ///< false: the request can't be answered
+  };
+  static constexpr std::array<Rule, 5> kRules{{
+      {"host:", &clsHTTPParser::takeHost},
+      {"connection:", &clsHTTPParser::takeConnection},
+      {"cookie: ", &clsHTTPParser::takeCookies},
+      {"accept-encoding: ", &clsHTTPParser::takeAcceptEncoding},
+      {"range: ", &clsHTTPParser::takeRange},
+  }};
+  static constexpr std::size_t kHost = 0;
 
-  explicit Marks(std::string_view text) {
-    for (std::size_t end = text.find(kLineEnd); end != kNowhere;
-         end = text.find(kLineEnd, end + kLineEnd.size())) {
-      if (firstLineEnd == kNowhere) firstLineEnd = end;
-      markLine(text, end + kLineEnd.size());
-    }
-  }
+  /// The value of each header where it stands first.
+  using Values = std::array<std::optional<std::string_view>, kRules.size()>;
 
- private:
-  void markLine(std::string_view text, std::size_t start) {
-    if (start >= text.size()) return;
-    const std::string_view line = text.substr(start);
-    const auto mark = [&](std::string_view name, std::size_t& place) {
-      if (place == kNowhere && startsWithNoCase(line, name)) place = start + name.size();
-    };
-    switch (lowerChar(line.front())) {
-      case 'h':
-        return mark("host:", host);
-      case 'c':
-        mark("connection:", connection);
-        return mark("cookie: ", cookie);
-      case 'a':
-        return mark("accept-encoding: ", acceptEncoding);
-      case 'r':
-        return mark("range: ", range);
-      case '\r':
-        return mark(kLineEnd, body);
-      default:
-        return;
-    }
+  static Values find(const RequestHead& head) {
+    Values values;
+    head.forEachLooseLine([&](std::string_view line) {
+      if (line.empty()) return;
+      const char first = lowerChar(line.front());
+      for (std::size_t i = 0; i < kRules.size(); ++i) {
+        const std::string_view name = kRules[i].name;
+        if (first != name.front() || values[i] || !startsWithNoCase(line, name)) continue;
+        values[i] = line.substr(name.size());
+      }
+    });
+    return values;
   }
 };
 
-void clsHTTPParser::setHTTPData(std::string_view text) {
-  data_.assign(text);
+void clsHTTPParser::setHTTPData(std::string_view text, std::size_t bodyStart) {
+  head_.assign(text, bodyStart);
   parse();
 }
 
-void clsHTTPParser::adoptHTTPData(std::string&& text) {
-  data_ = std::move(text);
+void clsHTTPParser::adoptHTTPData(std::string&& text, std::size_t bodyStart) {
+  head_.adopt(std::move(text), bodyStart);
   parse();
 }
 
 void clsHTTPParser::parse() {
   Reset();
-  const std::string_view text = data_;
-  const Marks marks(text);
-  if (marks.host != kNowhere && !takeHost(lineAt(text, marks.host))) return;
-  if (marks.firstLineEnd == kNowhere || !takeRequestLine(text.substr(0, marks.firstLineEnd))) {
-    return;
-  }
-  if (formMethod_ == 1 && marks.body != kNowhere) {
-    formStart_ = marks.body;
-    takeVariables(text.substr(marks.body), formVariables_.emplace());
-  }
-  if (marks.connection != kNowhere) {
-    keepAlive_ = !equalsNoCase(trimBlanks(lineAt(text, marks.connection)), "close");
-  }
-  if (marks.cookie != kNowhere) takeCookies(lineAt(text, marks.cookie));
-  if (marks.acceptEncoding != kNowhere) {
-    acceptGZipEncoding_ = findNoCase(lineAt(text, marks.acceptEncoding), "gzip") != kNowhere;
-  }
-  if (marks.range != kNowhere) takeRange(lineAt(text, marks.range));
+  const HeaderRules::Values values = HeaderRules::find(head_);
+  const auto take = [&](std::size_t i) {
+    return !values[i] || (this->*HeaderRules::kRules[i].take)(*values[i]);
+  };
+  // A bad host ends everything before the target is looked at.
+  if (!take(HeaderRules::kHost) || !takeRequestLine()) return;
+  takeForm();
+  for (std::size_t i = HeaderRules::kHost + 1; i < values.size() && take(i);) ++i;
 }
 
-bool clsHTTPParser::takeHost(std::string_view line) {
-  std::string_view host = trimBlanks(line);
+bool clsHTTPParser::takeHost(std::string_view value) {
+  std::string_view host = trimBlanks(value);
   if (startsWithNoCase(host, kHttpPrefix)) host = trimBlanks(host.substr(kHttpPrefix.size()));
   if (host.empty() || host.find('/') != kNowhere) return false;
   hostAddr_ = lowerCase(host);
   return true;
 }
 
-bool clsHTTPParser::takeRequestLine(std::string_view line) {
-  if (std::count(line.begin(), line.end(), ' ') != 2) return false;
-  const std::size_t targetStart = line.find(' ') + 1;
-  const std::size_t targetEnd = line.find(' ', targetStart);
-  formMethod_ = equalsNoCase(line.substr(0, targetStart - 1), "POST") ? 1 : 0;
-
-  std::string_view target = line.substr(targetStart, targetEnd - targetStart);
+bool clsHTTPParser::takeRequestLine() {
+  if (!head_.isWellFormed()) return false;
+  formMethod_ = equalsNoCase(head_.method(), "POST") ? 1 : 0;
+  std::string_view target = head_.target();
   const std::size_t question = target.find('?');
   if (question != kNowhere) {
     setDocumentQueryString(std::string(target.substr(question + 1)));
@@ -146,6 +118,10 @@ bool clsHTTPParser::takeRequestLine(std::string_view line) {
   documentPath_ = documentUrl_.substr(0, title);
   validRequest_ = true;
   return true;
+}
+
+void clsHTTPParser::takeForm() {
+  if (formMethod_ == 1 && head_.hasBody()) takeVariables(head_.body(), formVariables_.emplace());
 }
 
 void clsHTTPParser::setDocumentQueryString(std::string text) {
@@ -175,11 +151,17 @@ void clsHTTPParser::listVariables(std::string_view text, std::vector<Variable>& 
   });
 }
 
-void clsHTTPParser::takeCookies(std::string_view line) {
-  forEachAssignment(line, ';', [&](const Assignment& cookie) {
+bool clsHTTPParser::takeConnection(std::string_view value) {
+  keepAlive_ = !equalsNoCase(trimBlanks(value), "close");
+  return true;
+}
+
+bool clsHTTPParser::takeCookies(std::string_view value) {
+  forEachAssignment(value, ';', [&](const Assignment& cookie) {
     takeCookie(trimBlanks(cookie.name), cookie.value);
     return cookies_.size() < kMostVariables;
   });
+  return true;
 }
 
 void clsHTTPParser::takeCookie(std::string_view name, std::string_view value) {
@@ -197,11 +179,17 @@ void clsHTTPParser::takeCookie(std::string_view name, std::string_view value) {
   }
 }
 
-void clsHTTPParser::takeRange(std::string_view line) {
+bool clsHTTPParser::takeAcceptEncoding(std::string_view value) {
+  acceptGZipEncoding_ = findNoCase(value, "gzip") != kNowhere;
+  return true;
+}
+
+bool clsHTTPParser::takeRange(std::string_view value) {
   constexpr std::string_view kUnit = "bytes=";
-  std::string set = lowerCase(line);
+  std::string set = lowerCase(value);
   std::erase(set, ' ');
   if (set.starts_with(kUnit)) rangeRequest_ = set.substr(kUnit.size());
+  return true;
 }
 
 std::string clsHTTPParser::RequestVar(std::string_view varID, std::int32_t varMethod) const {
@@ -228,9 +216,7 @@ std::string clsHTTPParser::RequestVar(std::string_view varID, std::int32_t varMe
 std::vector<clsHTTPParser::Variable> clsHTTPParser::variables(Source source) const {
   std::vector<Variable> all;
   if (source != FormOnly && queryVariables_) listVariables(documentQueryString_, all);
-  if (source != QueryOnly && formVariables_) {
-    listVariables(std::string_view(data_).substr(formStart_), all);
-  }
+  if (source != QueryOnly && formVariables_) listVariables(head_.body(), all);
   return all;
 }
 
@@ -253,7 +239,7 @@ void clsHTTPParser::Reset() {
 }
 
 void clsHTTPParser::releaseText() {
-  std::string().swap(data_);
+  head_.release();
   std::string().swap(documentQueryString_);
   ClearVars();
 }

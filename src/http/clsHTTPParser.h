@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "http/request_head.h"
 #include "support/keyed_collection.h"
 
 namespace quorvane {
@@ -17,8 +18,7 @@ class CookieJar;
 /// objects read. One parser serves every request of every connection; it never touches a socket
 /// and never fails loudly: a request outside the grammar leaves `ValidRequest` false.
 ///
-/// The grammar is loose: a header is the first place in the whole text where a line end is
-/// followed by its name, whether that stands in the header block or in the body.
+/// It goes by the loose grammar of `RequestHead`, and by the first place of each header.
 ///
 /// Strings returned by reference last until the next assignment of `HTTPData`.
 class clsHTTPParser {
@@ -49,9 +49,11 @@ class clsHTTPParser {
   void setRemoteIP(std::string address) { remoteIP_ = std::move(address); }
   std::int32_t SessionID() const { return sessionID_; }  ///< 0 when absent
   void setSessionID(std::int32_t number) { sessionID_ = number; }
-  const std::string& HTTPData() const { return data_; }
-  void setHTTPData(std::string_view text);  ///< stores and parses
-  void adoptHTTPData(std::string&& text);   ///< the same without a copy
+  const std::string& HTTPData() const { return head_.text(); }
+  const RequestHead& head() const { return head_; }  ///< of that text
+  /// Stores and parses. Who knows where the body begins saves the parser from looking for it.
+  void setHTTPData(std::string_view text, std::size_t bodyStart = 0);
+  void adoptHTTPData(std::string&& text, std::size_t bodyStart = 0);  ///< the same without a copy
   const std::string& DocumentQueryString() const { return documentQueryString_; }
   void setDocumentQueryString(std::string text);  ///< and the variables in it
   const std::string& DocumentTitle() const { return documentTitle_; }
@@ -82,14 +84,17 @@ class clsHTTPParser {
 
  private:
   using Variables = KeyedCollection<std::string>;
-  struct Marks;
+  struct HeaderRules;
 
   void parse();
-  bool takeHost(std::string_view line);
-  bool takeRequestLine(std::string_view line);
-  void takeCookies(std::string_view line);
+  bool takeHost(std::string_view value);
+  bool takeRequestLine();
+  void takeForm();
+  bool takeConnection(std::string_view value);
+  bool takeCookies(std::string_view value);
   void takeCookie(std::string_view name, std::string_view value);
-  void takeRange(std::string_view line);
+  bool takeAcceptEncoding(std::string_view value);
+  bool takeRange(std::string_view value);
   template <class Collection, class Put>
   void decodeVariables(std::string_view text, Collection& into, Put put) const;
   void takeVariables(std::string_view text, Variables& into) const;
@@ -98,7 +103,7 @@ class clsHTTPParser {
   const clsWEncode& encoder_;
   CookieJar& cookies_;
 
-  std::string data_;
+  RequestHead head_;
   std::string rangeRequest_;
   std::string hostAddr_;
   std::string remoteIP_;
@@ -108,7 +113,6 @@ class clsHTTPParser {
   std::string documentPath_;
   std::optional<Variables> queryVariables_;
   std::optional<Variables> formVariables_;
-  std::size_t formStart_ = 0;  ///< in the request's text, when there are form variables
   std::int32_t sessionID_ = 0;
   std::int32_t formMethod_ = 0;
   bool validRequest_ = false;

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <utility>
 
+#include "http/request_head.h"
+
 namespace quorvane {
 
 /// Receive state of one slot. Reset for every new connection.
@@ -41,6 +43,8 @@ struct Collected {
   Outcome outcome = Outcome::NeedMore;
   std::string storage;      ///< the request when it came in several pieces
   std::string_view direct;  ///< the request when `data` held it whole; lasts as long as `data`
+  RequestClass requestClass = RequestClass::Other;
+  std::size_t bodyStart = 0;  ///< 0 without a whole head
 
   std::string_view request() const { return direct.empty() ? storage : direct; }
 };

@@ -264,7 +264,6 @@ std::optional<Response> RequestHandling::dataArrival(int index, SlotRecord& reco
   request_collector::Collected collected = request_collector::collect(record, data);
   if (collected.outcome == Outcome::NeedMore) return std::nullopt;
   if (collected.outcome == Outcome::TellToGoOn) return Response{kGoOn, {}, true};
-  const RequestClass requestClass = classifyRequest(collected.request());
   const bool complete = collected.outcome == Outcome::Complete;
   if (complete && parts_.state.LogHeaders) logHeaders(collected.request());
 
@@ -273,9 +272,9 @@ std::optional<Response> RequestHandling::dataArrival(int index, SlotRecord& reco
   if (!complete) {
     parser.setHTTPData(collected.request().substr(0, kMostLoggedBytes));
   } else if (collected.direct.empty()) {
-    parser.adoptHTTPData(std::move(collected.storage));
+    parser.adoptHTTPData(std::move(collected.storage), collected.bodyStart);
   } else {
-    parser.setHTTPData(collected.direct);
+    parser.setHTTPData(collected.direct, collected.bodyStart);
   }
   Response response;
   if (!complete || !parser.ValidRequest()) {
@@ -285,7 +284,7 @@ std::optional<Response> RequestHandling::dataArrival(int index, SlotRecord& reco
     response = badRequest();
   } else {
     parser.setRemoteIP(remoteHostIP);
-    response = Answer(*this, index, requestClass, remoteHostIP).run();
+    response = Answer(*this, index, collected.requestClass, remoteHostIP).run();
   }
   if (parser.HTTPData().size() > kMostIdleText) parser.releaseText();
   return response;

@@ -22,13 +22,6 @@ bool extensionIsIn(std::string_view path, std::string_view list) {
 
 }  // namespace
 
-RequestClass classifyRequest(std::string_view text) {
-  if (text.starts_with("GET ")) return RequestClass::Get;
-  if (text.starts_with("HEAD ")) return RequestClass::Head;
-  if (text.starts_with("POST ")) return RequestClass::Post;
-  return RequestClass::Other;
-}
-
 bool isAllowedExtension(std::string_view path) {
   return extensionIsIn(path, kAllowed);
 }

@@ -7,18 +7,7 @@ namespace quorvane {
 
 struct ServerState;
 
-/// The small rules of serving: what a request's first word says, which files may be served at all,
-/// and which of them compressed.
-
-enum class RequestClass {
-  Get = 0,
-  Head = 1,
-  Post = 2,
-  Other = 9,  ///< another method, or the continuation of an earlier request
-};
-
-/// By the first characters, letter case counting: a method and one blank.
-RequestClass classifyRequest(std::string_view text);
+/// The small rules of serving: which files may be served at all, and which of them compressed.
 
 /// Whether the extension is one of those that are served; all others are refused, whatever stands
 /// on the disk.

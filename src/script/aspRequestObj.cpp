@@ -139,16 +139,12 @@ vbs::Value aspRequestObj::collection(Item item, std::vector<std::string> names) 
 }
 
 const HeaderVariables& aspRequestObj::headers() {
-  if (!headers_) headers_.emplace(request_->HTTPData());
+  if (!headers_) headers_.emplace(request_->head());
   return *headers_;
 }
 
 std::string_view aspRequestObj::body() const {
-  constexpr std::string_view kEndOfHead = "\r\n\r\n";
-  if (!request_) return {};
-  const std::string_view text = request_->HTTPData();
-  const std::size_t end = text.find(kEndOfHead);
-  return end == std::string_view::npos ? std::string_view() : text.substr(end + kEndOfHead.size());
+  return request_ ? request_->head().body() : std::string_view();
 }
 
 vbs::Value aspRequestObj::getTotalBytes(vbs::Args) {

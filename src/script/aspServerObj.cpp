@@ -56,7 +56,7 @@ aspServerObj::Page& aspServerObj::page() const {
 }
 
 const HeaderVariables& aspServerObj::headers() {
-  if (!headers_) headers_.emplace(request().HTTPData());
+  if (!headers_) headers_.emplace(request().head());
   return *headers_;
 }
 
@@ -114,7 +114,8 @@ vbs::Value aspServerObj::getHeaderVar(vbs::Args args) {
     line = headers().named(wanted);
   }
   if (!line) return vbs::Value::nothing();
-  return script_values::objectValue(vbs::make<clsHVar>(line->name, line->value));
+  return script_values::objectValue(
+      vbs::make<clsHVar>(std::string(line->name), std::string(line->value)));
 }
 
 vbs::Value aspServerObj::getHeaderVarCount(vbs::Args) {

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
 #include <string_view>
 
+#include "http/request_head.h"
 #include "support/keyed_collection.h"
 
 namespace quorvane {
@@ -13,13 +13,10 @@ namespace quorvane {
 /// never see the session's number.
 class HeaderVariables {
  public:
-  struct Line {
-    std::string name;  ///< as the client wrote it
-    std::string value;
-  };
+  using Line = RequestHead::Header;
 
-  /// `request` is the whole text of a request.
-  explicit HeaderVariables(std::string_view request);
+  /// The lines last as long as the text of `head` does.
+  explicit HeaderVariables(const RequestHead& head);
 
   std::size_t count() const { return lines_.size(); }
   const Line* at(std::size_t position) const;  ///< counting from 1; null outside

@@ -19,16 +19,9 @@ struct Source {
   const ServerState& state;
 };
 
-/// The word at `index` of the request line.
-std::string requestWord(const Source& source, std::size_t index) {
-  const std::string& text = source.request.HTTPData();
-  const auto words = split(std::string_view(text).substr(0, text.find("\r\n")), ' ');
-  return index < words.size() ? std::string(words[index]) : std::string();
-}
-
 std::string header(const Source& source, std::string_view name) {
   const auto* line = source.headers.named(name);
-  return line ? line->value : std::string();
+  return line ? std::string(line->value) : std::string();
 }
 
 std::string scriptName(const Source& source) {
@@ -50,8 +43,8 @@ std::string variableName(std::string_view headerName) {
 std::string allHeaders(const Source& source, bool raw) {
   std::string all;
   for (const auto& entry : source.headers) {
-    const std::string& name = entry.value.name;
-    all.append(raw ? name : variableName(name))
+    const std::string_view name = entry.value.name;
+    all.append(raw ? std::string(name) : variableName(name))
         .append(raw ? ": " : ":")
         .append(entry.value.value)
         .append("\r\n");
@@ -79,12 +72,12 @@ constexpr Variable kVariables[] = {
     {"QUERY_STRING", [](const Source& s) { return s.request.DocumentQueryString(); }},
     {"REMOTE_ADDR", [](const Source& s) { return s.request.RemoteIP(); }},
     {"REMOTE_HOST", [](const Source& s) { return s.request.RemoteIP(); }},
-    {"REQUEST_METHOD", [](const Source& s) { return requestWord(s, 0); }},
+    {"REQUEST_METHOD", [](const Source& s) { return std::string(s.request.head().method()); }},
     {"SCRIPT_NAME", scriptName},
     {"SERVER_NAME", serverHost},
     {"SERVER_PORT", [](const Source& s) { return std::to_string(s.state.ServerPort); }},
     {"SERVER_PORT_SECURE", [](const Source&) { return std::string("0"); }},
-    {"SERVER_PROTOCOL", [](const Source& s) { return requestWord(s, 2); }},
+    {"SERVER_PROTOCOL", [](const Source& s) { return std::string(s.request.head().version()); }},
     {"SERVER_SOFTWARE", [](const Source& s) { return serverName(s.state); }},
     {"URL", scriptName},
 };
