@@ -5,8 +5,8 @@
 #include "console/page_side.h"
 #include "console/terminal_console.h"
 #include "platform/image_library.h"
-#include "platform/locale.h"
 #include "platform/system.h"
+#include "platform/user_language.h"
 #include "startup/Registry.h"
 #include "startup/SysInfo.h"
 #include "startup/mainMod.h"
@@ -57,7 +57,7 @@ int run(int argc, char** argv) {
 
   const auto images = makeImageLibrary(*files);
   mainForm window({state, *loop, *clock, *files, *random, settings, pageSideMaker(*process),
-                   images.get(), localeIdOf(userLocaleName())});
+                   images.get(), localeIdOf(userLanguageName())});
   const auto terminal = makeTerminal(*loop);
   const TerminalConsole console(window.form(), window.status().echo, terminal.get(), *loop,
                                 serverOf(window), printLine);

@@ -32,6 +32,19 @@ bool isDate(int year, int month, int day) {
 
 }  // namespace
 
+CalendarTime utcFields(TimePoint t) {
+  const auto day = std::chrono::floor<std::chrono::days>(t);
+  const std::chrono::year_month_day date{day};
+  const std::chrono::hh_mm_ss time{std::chrono::floor<std::chrono::seconds>(t - day)};
+  return {static_cast<int>(date.year()),
+          static_cast<int>(static_cast<unsigned>(date.month())),
+          static_cast<int>(static_cast<unsigned>(date.day())),
+          static_cast<int>(time.hours().count()),
+          static_cast<int>(time.minutes().count()),
+          static_cast<int>(time.seconds().count()),
+          static_cast<int>(std::chrono::weekday{day}.c_encoding())};
+}
+
 int weekdayOf(int year, int month, int day) {
   const std::chrono::sys_days date = std::chrono::year(year) /
                                      std::chrono::month(static_cast<unsigned>(month)) /

@@ -24,6 +24,9 @@ struct CalendarTime {
 
 using TimePoint = std::chrono::system_clock::time_point;
 
+/// The fields of `t` in Coordinated Universal Time.
+CalendarTime utcFields(TimePoint t);
+
 /// 0 is Sunday; by the Gregorian calendar for any year.
 int weekdayOf(int year, int month, int day);
 

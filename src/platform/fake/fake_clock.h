@@ -19,18 +19,7 @@ class FakeClock final : public Clock {
   TimePoint now() const override { return time; }
   std::chrono::steady_clock::time_point steadyNow() const override { return steady_ += step; }
   CalendarTime local(TimePoint t) const override { return utc(t + zone); }
-  CalendarTime utc(TimePoint t) const override {
-    const auto day = std::chrono::floor<std::chrono::days>(t);
-    const std::chrono::year_month_day date{day};
-    const std::chrono::hh_mm_ss clock{std::chrono::floor<std::chrono::seconds>(t - day)};
-    return {static_cast<int>(date.year()),
-            static_cast<int>(static_cast<unsigned>(date.month())),
-            static_cast<int>(static_cast<unsigned>(date.day())),
-            static_cast<int>(clock.hours().count()),
-            static_cast<int>(clock.minutes().count()),
-            static_cast<int>(clock.seconds().count()),
-            static_cast<int>(std::chrono::weekday{day}.c_encoding())};
-  }
+  CalendarTime utc(TimePoint t) const override { return utcFields(t); }
 
  private:
   mutable std::chrono::steady_clock::time_point steady_;

@@ -24,7 +24,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/linux/loop_core.h"
+#include "platform/asio/loop_core.h"
 #include "platform/linux/terminal_rescue.h"
 #include "platform/system.h"
 

@@ -1,4 +1,4 @@
-#include "platform/locale.h"
+#include "platform/user_language.h"
 
 #include <gtest/gtest.h>
 
@@ -31,15 +31,15 @@ class LocaleTest : public testing::Test {
 };
 
 TEST_F(LocaleTest, TheFirstVariableThatIsNotEmptyDecides) {
-  EXPECT_EQ(userLocaleName(), "");
+  EXPECT_EQ(userLanguageName(), "");
   setenv("LANG", "de_DE.UTF-8", 1);
-  EXPECT_EQ(userLocaleName(), "de_DE.UTF-8");
+  EXPECT_EQ(userLanguageName(), "de_DE.UTF-8");
   setenv("LC_MESSAGES", "pt_BR", 1);
-  EXPECT_EQ(userLocaleName(), "pt_BR");
+  EXPECT_EQ(userLanguageName(), "pt_BR");
   setenv("LC_ALL", "", 1);
-  EXPECT_EQ(userLocaleName(), "pt_BR");
+  EXPECT_EQ(userLanguageName(), "pt_BR");
   setenv("LC_ALL", "C", 1);
-  EXPECT_EQ(userLocaleName(), "C");
+  EXPECT_EQ(userLanguageName(), "C");
 }
 
 }  // namespace

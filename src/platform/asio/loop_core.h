@@ -41,7 +41,8 @@ struct LoopCore {
   bool sweeping = false;
 };
 
-/// What is shared by everything that `loop` has made; null when it is no loop of this system's.
+/// What is shared by everything that `loop` has made; null when it is no loop of the event-loop
+/// library.
 LoopCore* loopCoreOf(EventLoop& loop);
 
 }  // namespace quorvane

@@ -1,10 +1,10 @@
-#include "platform/locale.h"
+#include "platform/user_language.h"
 
 #include <cstdlib>
 
 namespace quorvane {
 
-std::string userLocaleName() {
+std::string userLanguageName() {
   // In this order the first that is not empty decides, even where it names no known language.
   for (const char* variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
     const char* value = std::getenv(variable);

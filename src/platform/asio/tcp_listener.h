@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "platform/linux/loop_core.h"
+#include "platform/asio/loop_core.h"
 #include "platform/tcp.h"
 
 namespace quorvane {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/loop_core.h"
+#include "platform/asio/loop_core.h"
 #include "platform/outgoing.h"
 
 namespace quorvane {

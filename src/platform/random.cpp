@@ -1,38 +1,17 @@
 #include "platform/random.h"
 
-#include <sys/random.h>
-
-#include <cerrno>
-#include <random>
-
+#include "platform/entropy.h"
 #include "platform/system.h"
 
 namespace quorvane {
 
 namespace {
 
-/// The kernel's generator; asking again is all that an interruption needs.
-void fill(void* out, std::size_t length) {
-  auto* bytes = static_cast<char*>(out);
-  while (length > 0) {
-    const ssize_t count = ::getrandom(bytes, length, 0);
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) {  // a kernel without the call
-      std::random_device spare;
-      *bytes++ = static_cast<char>(spare());
-      --length;
-      continue;
-    }
-    bytes += count;
-    length -= static_cast<std::size_t>(count);
-  }
-}
-
-class LinuxRandom final : public Random {
+class SystemRandom final : public Random {
  public:
   double fraction() override {
     if (left_ == 0) {
-      fill(drawn_.data(), sizeof drawn_);
+      fillWithEntropy(drawn_.data(), sizeof drawn_);
       left_ = drawn_.size();
     }
     return static_cast<double>(drawn_[--left_] >> 11) * 0x1.0p-53;
@@ -40,7 +19,7 @@ class LinuxRandom final : public Random {
 
   std::array<std::uint8_t, 16> guid() override {
     std::array<std::uint8_t, 16> bytes{};
-    fill(bytes.data(), bytes.size());
+    fillWithEntropy(bytes.data(), bytes.size());
     // Version 4, random. The version stands in the high byte of the third field, which lies in
     // memory little-endian.
     bytes[7] = static_cast<std::uint8_t>((bytes[7] & 0x0F) | 0x40);
@@ -56,7 +35,7 @@ class LinuxRandom final : public Random {
 }  // namespace
 
 std::unique_ptr<Random> makeRandom() {
-  return std::make_unique<LinuxRandom>();
+  return std::make_unique<SystemRandom>();
 }
 
 }  // namespace quorvane

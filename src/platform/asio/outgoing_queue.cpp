@@ -1,13 +1,11 @@
-#include "platform/linux/outgoing_queue.h"
-
-#include <sys/sendfile.h>
-#include <sys/socket.h>
+#include "platform/asio/outgoing_queue.h"
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
+#include <asio/buffer.hpp>
+#include <span>
 
-#include "platform/linux/open_file.h"
+#include "platform/asio/socket_calls.h"
 
 namespace quorvane {
 
@@ -16,7 +14,7 @@ namespace {
 constexpr std::size_t kKiB = 1024;
 constexpr std::size_t kGathered = 8;               ///< memory segments sent in one call
 constexpr std::size_t kTurn = 1024 * kKiB;         ///< bytes before others have their turn
-constexpr std::size_t kThroughMemory = 64 * kKiB;  ///< one read of a file the kernel can't send
+constexpr std::size_t kThroughMemory = 64 * kKiB;  ///< one read of a file the system can't send
 constexpr std::size_t kCopied = 16 * kKiB;         ///< stretches of files copied in one call
 
 std::string_view memoryOf(const BodySegment& segment) {
@@ -26,7 +24,7 @@ std::string_view memoryOf(const BodySegment& segment) {
 }
 
 /// Whether the segment is in memory, or can be brought there: a short stretch of a file is copied,
-/// which saves a call and a packet; above some 16 KiB the kernel sends it sooner by itself. A file
+/// which saves a call and a packet; above some 16 KiB the system sends it sooner by itself. A file
 /// that has become too short is left to the sending of files, which fails.
 bool broughtToMemory(BodySegment& segment, std::size_t room) {
   const auto* slice = std::get_if<FileSlice>(&segment);
@@ -38,13 +36,10 @@ bool broughtToMemory(BodySegment& segment, std::size_t room) {
   return true;
 }
 
-OutgoingQueue::Result resultOf(ssize_t count, std::size_t& sent) {
-  if (count >= 0) {
-    sent = static_cast<std::size_t>(count);
-    return OutgoingQueue::Result::MoreToSend;
-  }
-  if (errno == EINTR) return OutgoingQueue::Result::MoreToSend;
-  return errno == EAGAIN ? OutgoingQueue::Result::WouldBlock : OutgoingQueue::Result::Failed;
+OutgoingQueue::Result resultOf(const asio::error_code& error) {
+  if (!error || error == asio::error::interrupted) return OutgoingQueue::Result::MoreToSend;
+  return error == asio::error::would_block ? OutgoingQueue::Result::WouldBlock
+                                           : OutgoingQueue::Result::Failed;
 }
 
 }  // namespace
@@ -76,7 +71,7 @@ OutgoingQueue::Result OutgoingQueue::sendSome(StreamSocket& socket) {
 }
 
 OutgoingQueue::Result OutgoingQueue::sendMemory(StreamSocket& socket, std::size_t& sent) {
-  std::array<iovec, kGathered> pieces;
+  std::array<asio::const_buffer, kGathered> pieces;
   std::size_t count = 0;
   std::size_t room = kCopied;
   for (std::size_t next = first_; next < segments_.size() && count < kGathered; ++next) {
@@ -84,29 +79,24 @@ OutgoingQueue::Result OutgoingQueue::sendMemory(StreamSocket& socket, std::size_
     std::string_view bytes = memoryOf(segments_[next]);
     room -= std::min(room, bytes.size());
     if (next == first_) bytes.remove_prefix(static_cast<std::size_t>(offset_));
-    pieces[count++] = {const_cast<char*>(bytes.data()), bytes.size()};
+    pieces[count++] = asio::buffer(bytes);
   }
-  msghdr message{};
-  message.msg_iov = pieces.data();
-  message.msg_iovlen = count;
-  // A header block does not wait for its file (MSG_MORE): sendfile then takes three times as long.
-  return resultOf(::sendmsg(socket.native_handle(), &message, MSG_NOSIGNAL | MSG_DONTWAIT), sent);
+  asio::error_code error;
+  sent = socket.send(std::span<const asio::const_buffer>(pieces.data(), count), 0, error);
+  return resultOf(error);
 }
 
 OutgoingQueue::Result OutgoingQueue::sendFile(StreamSocket& socket, std::size_t& sent) {
   const auto& slice = std::get<FileSlice>(segments_[first_]);
-  const auto* file = dynamic_cast<const LinuxFile*>(slice.file.get());
-  if (!file) return sendFileThroughMemory(socket, slice, sent);
-
-  auto position = static_cast<off_t>(slice.offset + offset_);
+  if (!slice.file) return Result::Failed;
   const auto length =
       static_cast<std::size_t>(std::min<std::uint64_t>(slice.length - offset_, kTurn));
-  const ssize_t count = ::sendfile(socket.native_handle(), file->descriptor(), &position, length);
-  if (count == 0) return Result::Failed;
-  if (count < 0 && (errno == EINVAL || errno == ENOSYS)) {
+  asio::error_code error;
+  sent = quorvane::sendFile(socket, *slice.file, slice.offset + offset_, length, error);
+  if (error == asio::error::operation_not_supported) {
     return sendFileThroughMemory(socket, slice, sent);
   }
-  return resultOf(count, sent);
+  return !error && sent == 0 ? Result::Failed : resultOf(error);
 }
 
 OutgoingQueue::Result OutgoingQueue::sendFileThroughMemory(StreamSocket& socket,
@@ -115,11 +105,11 @@ OutgoingQueue::Result OutgoingQueue::sendFileThroughMemory(StreamSocket& socket,
   std::string bytes(
       static_cast<std::size_t>(std::min<std::uint64_t>(slice.length - offset_, kThroughMemory)),
       '\0');
-  if (!slice.file) return Result::Failed;
   const std::size_t count = slice.file->read(slice.offset + offset_, bytes.data(), bytes.size());
   if (count == 0) return Result::Failed;
-  return resultOf(::send(socket.native_handle(), bytes.data(), count, MSG_NOSIGNAL | MSG_DONTWAIT),
-                  sent);
+  asio::error_code error;
+  sent = socket.send(asio::buffer(bytes.data(), count), 0, error);
+  return resultOf(error);
 }
 
 void OutgoingQueue::consume(std::uint64_t bytes) {

@@ -1,10 +1,10 @@
-#include "platform/linux/connection.h"
-
-#include <poll.h>
+#include "platform/asio/connection.h"
 
 #include <algorithm>
 #include <asio/buffer.hpp>
 #include <asio/post.hpp>
+
+#include "platform/asio/socket_calls.h"
 
 namespace quorvane {
 
@@ -166,10 +166,7 @@ bool Connection::drainTo(std::uint64_t bytes, const DrainPatience& patience) {
   while (phase_ == Phase::Open && state_ == SocketState::Connected && queue_.pending() > bytes) {
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - steady_clock::now());
     const auto wait = std::clamp(left, std::chrono::milliseconds(0), patience.withoutProgress);
-    pollfd waiting{socket_.native_handle(), POLLOUT, 0};
-    const int ready = ::poll(&waiting, 1, static_cast<int>(wait.count()));
-    if (ready < 0 && errno == EINTR) continue;
-    if (ready <= 0 || left.count() <= 0 || !flush()) fail();
+    if (!waitUntilWritable(socket_, wait) || left.count() <= 0 || !flush()) fail();
   }
   return phase_ == Phase::Open && state_ == SocketState::Connected;
 }

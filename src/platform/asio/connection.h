@@ -3,8 +3,8 @@
 #include <chrono>
 #include <memory>
 
-#include "platform/linux/loop_core.h"
-#include "platform/linux/outgoing_queue.h"
+#include "platform/asio/loop_core.h"
+#include "platform/asio/outgoing_queue.h"
 #include "platform/tcp.h"
 
 namespace quorvane {

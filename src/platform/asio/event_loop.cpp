@@ -1,16 +1,14 @@
 #include "platform/event_loop.h"
 
-#include <sys/resource.h>
-
 #include <asio/executor_work_guard.hpp>
 #include <asio/post.hpp>
 #include <asio/signal_set.hpp>
-#include <csignal>
 
-#include "platform/linux/connection.h"
-#include "platform/linux/loop_core.h"
-#include "platform/linux/tcp_listener.h"
-#include "platform/linux/udp_socket.h"
+#include "platform/asio/connection.h"
+#include "platform/asio/loop_calls.h"
+#include "platform/asio/loop_core.h"
+#include "platform/asio/tcp_listener.h"
+#include "platform/asio/udp_socket.h"
 #include "platform/system.h"
 
 namespace quorvane {
@@ -70,9 +68,9 @@ class LoopTimer final : public Timer {
   std::shared_ptr<State> state_;
 };
 
-class LinuxEventLoop final : public EventLoop {
+class AsioEventLoop final : public EventLoop {
  public:
-  LinuxEventLoop() : work_(core_.io.get_executor()), signals_(core_.io) {}
+  AsioEventLoop() : work_(core_.io.get_executor()), signals_(core_.io) {}
 
   void run() override {
     core_.io.restart();
@@ -113,7 +111,7 @@ class LinuxEventLoop final : public EventLoop {
     const bool isWaiting = static_cast<bool>(std::exchange(asked_, std::move(asked)));
     if (isWaiting) return;
     asio::error_code ignored;
-    for (const int number : {SIGTERM, SIGINT, SIGHUP}) signals_.add(number, ignored);
+    for (const int number : terminationSignals()) signals_.add(number, ignored);
     waitForSignal();
   }
 
@@ -144,28 +142,15 @@ class LinuxEventLoop final : public EventLoop {
   bool nested_ = false;
 };
 
-/// Each connection needs a descriptor, and the customary limit is made for programs that open a
-/// handful of files.
-void raiseDescriptorLimit() {
-  rlimit limit{};
-  if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
-  limit.rlim_cur = limit.rlim_max;
-  ::setrlimit(RLIMIT_NOFILE, &limit);
-}
-
 }  // namespace
 
 std::unique_ptr<EventLoop> makeEventLoop() {
-  raiseDescriptorLimit();
-  // A client that has gone away shows as an error of the send that finds out.
-  std::signal(SIGPIPE, SIG_IGN);
-  // And a file that reaches the size the system allows, as one of the write.
-  std::signal(SIGXFSZ, SIG_IGN);
-  return std::make_unique<LinuxEventLoop>();
+  prepareProcessForLoop();
+  return std::make_unique<AsioEventLoop>();
 }
 
 LoopCore* loopCoreOf(EventLoop& loop) {
-  auto* own = dynamic_cast<LinuxEventLoop*>(&loop);
+  auto* own = dynamic_cast<AsioEventLoop*>(&loop);
   return own ? &own->core() : nullptr;
 }
 

@@ -1,0 +1,84 @@
+#include "platform/datagram_exchange.h"
+
+#include <asio/buffer.hpp>
+#include <asio/io_context.hpp>
+#include <asio/ip/udp.hpp>
+
+namespace quorvane {
+
+namespace {
+
+using asio::ip::udp;
+using Outcome = DatagramExchange::Outcome;
+using Accept = std::function<bool(std::string_view)>;
+using Clock = std::chrono::steady_clock;
+
+/// No datagram is longer.
+constexpr std::size_t kMostBytes = 65536;
+
+/// The far side's system has answered "no such port"; which of the two is told depends on ours.
+bool isRefusal(const asio::error_code& error) {
+  return error == asio::error::connection_refused || error == asio::error::connection_reset;
+}
+
+DatagramExchange failure(const asio::error_code& error) {
+  return {isRefusal(error) ? Outcome::Refused : Outcome::Failed, {}};
+}
+
+DatagramExchange awaitAnswer(asio::io_context& io, udp::socket& socket, Clock::time_point deadline,
+                             const Accept& accept) {
+  std::string room(kMostBytes, '\0');
+  DatagramExchange result{Outcome::Silence, {}};
+  std::function<void()> receive = [&] {
+    socket.async_receive(asio::buffer(room), [&](const asio::error_code& error, std::size_t count) {
+      if (error == asio::error::operation_aborted) return;
+      const auto answer = std::string_view(room).substr(0, count);
+      if (error) {
+        result = failure(error);
+      } else if (accept(answer)) {
+        result = {Outcome::Answered, std::string(answer)};
+      } else {
+        receive();
+      }
+    });
+  };
+  receive();
+  io.run_until(deadline);
+  asio::error_code ignored;
+  socket.close(ignored);
+  io.restart();
+  io.run();  // the receive that was broken off
+  return result;
+}
+
+/// Connecting makes the system pass on datagrams from this one address only.
+DatagramExchange exchangeWith(asio::io_context& io, const udp::endpoint& address,
+                              std::string_view question, Clock::time_point deadline,
+                              const Accept& accept) {
+  udp::socket socket(io);
+  asio::error_code error;
+  socket.connect(address, error);
+  if (!error) socket.send(asio::buffer(question), 0, error);
+  return error ? failure(error) : awaitAnswer(io, socket, deadline, accept);
+}
+
+}  // namespace
+
+DatagramExchange exchangeDatagrams(const std::string& host, std::uint16_t port,
+                                   std::string_view question, std::chrono::milliseconds atMost,
+                                   const Accept& accept) {
+  asio::io_context io;
+  asio::error_code error;
+  const auto found =
+      udp::resolver(io).resolve(host, std::to_string(port), udp::resolver::numeric_service, error);
+  if (error) return {Outcome::UnknownHost, {}};
+  const auto deadline = Clock::now() + atMost;
+  DatagramExchange result;
+  for (const auto& address : found) {
+    result = exchangeWith(io, address.endpoint(), question, deadline, accept);
+    if (result.outcome != Outcome::Refused && result.outcome != Outcome::Failed) break;
+  }
+  return result;
+}
+
+}  // namespace quorvane

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <asio/error_code.hpp>
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+
+#include "platform/asio/loop_core.h"
+
+namespace quorvane {
+
+class OpenFile;
+
+/// What the event-loop library leaves to the system, or does slower than the system can. Each
+/// system's folder implements these calls.
+
+/// Sets what an open acceptor needs before it is bound. Whatever connections inherit from it on
+/// this system is set here too: an answer is sent as one piece and must not wait for more, and a
+/// client that has vanished without a word gives its place back in the end.
+void prepareAcceptor(Acceptor& acceptor, asio::error_code& error);
+
+/// Sets what an accepted connection did not inherit.
+void prepareConnection(StreamSocket& connection, asio::error_code& error);
+
+/// How many connections there may be: some descriptors stay free for the files that are being sent
+/// over them, logs and the control channel. Where descriptors are no concern there is always room.
+class ConnectionRoom {
+ public:
+  ConnectionRoom();
+  /// Whether `accepted` has taken the last place.
+  bool isFilledBy(StreamSocket& accepted) const;
+  bool hasPlace(Acceptor& acceptor) const;
+
+ private:
+  std::int64_t places_;
+};
+
+/// Blocks until `socket` takes bytes or has failed. False when `atMost` passes before.
+bool waitUntilWritable(StreamSocket& socket, std::chrono::milliseconds atMost);
+
+/// Has the system send up to `length` bytes of `file` from `offset` on, without bringing them into
+/// this process, and gives back how many it took: none at the end of the file.
+/// `operation_not_supported` when it can't send this file so.
+std::size_t sendFile(StreamSocket& socket, const OpenFile& file, std::uint64_t offset,
+                     std::size_t length, asio::error_code& error);
+
+}  // namespace quorvane

@@ -1,0 +1,36 @@
+#include "platform/asio/loop_calls.h"
+
+#include <sys/resource.h>
+
+#include <array>
+#include <csignal>
+
+namespace quorvane {
+
+namespace {
+
+/// Each connection needs a descriptor, and the customary limit is made for programs that open a
+/// handful of files.
+void raiseDescriptorLimit() {
+  rlimit limit{};
+  if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
+  limit.rlim_cur = limit.rlim_max;
+  ::setrlimit(RLIMIT_NOFILE, &limit);
+}
+
+}  // namespace
+
+void prepareProcessForLoop() {
+  raiseDescriptorLimit();
+  // A client that has gone away shows as an error of the send that finds out.
+  std::signal(SIGPIPE, SIG_IGN);
+  // And a file that reaches the size the system allows, as one of the write.
+  std::signal(SIGXFSZ, SIG_IGN);
+}
+
+std::span<const int> terminationSignals() {
+  static constexpr std::array kSignals{SIGTERM, SIGINT, SIGHUP};
+  return kSignals;
+}
+
+}  // namespace quorvane

@@ -1,0 +1,96 @@
+#include "platform/asio/socket_calls.h"
+
+#include <fcntl.h>
+#include <netinet/tcp.h>
+#include <poll.h>
+#include <sys/resource.h>
+#include <sys/sendfile.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+
+#include "platform/linux/open_file.h"
+
+namespace quorvane {
+
+namespace {
+
+using std::chrono::steady_clock;
+
+/// Of silence before the kernel asks whether the client is still there.
+constexpr std::chrono::duration<int> kKeepAliveIdle{120};
+using KeepAliveIdle = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_KEEPIDLE>;
+
+/// How long a client may leave that question unanswered, or take nothing of what is sent to it.
+/// A player that pauses for longer asks for the rest of its file by a range.
+constexpr std::chrono::duration<int, std::milli> kUnresponsive{120'000};
+using UserTimeout = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_USER_TIMEOUT>;
+
+/// Descriptors that connections leave free: a quarter of all, up to this many.
+constexpr std::int64_t kMostReserved = 4096;
+
+}  // namespace
+
+void prepareAcceptor(Acceptor& acceptor, asio::error_code& error) {
+  // A port whose old connections are still going down can be bound again at once.
+  acceptor.set_option(Acceptor::reuse_address(true), error);
+  if (!error) acceptor.set_option(asio::ip::tcp::no_delay(true), error);
+  if (!error) acceptor.set_option(Acceptor::keep_alive(true), error);
+  if (!error) acceptor.set_option(KeepAliveIdle(kKeepAliveIdle.count()), error);
+  if (!error) acceptor.set_option(UserTimeout(kUnresponsive.count()), error);
+}
+
+void prepareConnection(StreamSocket&, asio::error_code& error) {
+  error.clear();
+}
+
+/// Descriptors are given out from the lowest up, so the number of one tells how many there are.
+ConnectionRoom::ConnectionRoom() {
+  rlimit limit{};
+  if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) limit.rlim_cur = 1024;
+  const auto count = static_cast<std::int64_t>(std::min<rlim_t>(limit.rlim_cur, 1 << 30));
+  places_ = count - std::min(kMostReserved, count / 4);
+}
+
+bool ConnectionRoom::isFilledBy(StreamSocket& accepted) const {
+  return accepted.native_handle() >= places_;
+}
+
+bool ConnectionRoom::hasPlace(Acceptor& acceptor) const {
+  const int lowestFree = ::fcntl(acceptor.native_handle(), F_DUPFD_CLOEXEC, 0);
+  if (lowestFree < 0) return false;
+  ::close(lowestFree);
+  return lowestFree < places_;
+}
+
+bool waitUntilWritable(StreamSocket& socket, std::chrono::milliseconds atMost) {
+  const auto end = steady_clock::now() + atMost;
+  for (auto left = atMost;;) {
+    pollfd waiting{socket.native_handle(), POLLOUT, 0};
+    const int ready = ::poll(&waiting, 1, static_cast<int>(left.count()));
+    if (ready >= 0 || errno != EINTR) return ready > 0;
+    left = std::max(std::chrono::ceil<std::chrono::milliseconds>(end - steady_clock::now()),
+                    std::chrono::milliseconds(0));
+  }
+}
+
+// The header block before it does not wait for its file (MSG_MORE): sendfile then takes three times
+// as long.
+std::size_t sendFile(StreamSocket& socket, const OpenFile& file, std::uint64_t offset,
+                     std::size_t length, asio::error_code& error) {
+  const auto* own = dynamic_cast<const LinuxFile*>(&file);
+  auto position = static_cast<off_t>(offset);
+  const ssize_t count =
+      own ? ::sendfile(socket.native_handle(), own->descriptor(), &position, length) : -1;
+  if (count >= 0) {
+    error.clear();
+    return static_cast<std::size_t>(count);
+  }
+  const bool cannot = !own || errno == EINVAL || errno == ENOSYS;
+  error = cannot ? asio::error_code(asio::error::operation_not_supported)
+                 : asio::error_code(errno, asio::error::get_system_category());
+  return 0;
+}
+
+}  // namespace quorvane

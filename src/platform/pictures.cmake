@@ -1,0 +1,7 @@
+# The image library for systems that bring none: libvips, and what it does not read.
+pkg_check_modules(VIPS REQUIRED IMPORTED_TARGET GLOBAL vips)
+target_sources(platform PRIVATE
+  ${CMAKE_CURRENT_LIST_DIR}/bmp_picture.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/gif_picture.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/image_library.cpp)
+target_link_libraries(platform PRIVATE PkgConfig::VIPS)
