@@ -1,9 +1,8 @@
-#include <stdlib.h>
-
 #include <filesystem>
 #include <fstream>
 
 #include "support/clsMUI.h"
+#include "testing/temporary_folder.h"
 #include "window_fixture.h"
 
 namespace quorvane {
@@ -16,30 +15,27 @@ namespace fs = std::filesystem;
 class Language : public WindowTest {
  protected:
   Language() {
-    std::string pattern = (fs::temp_directory_path() / "quorvane-XXXXXX").string();
-    folder = ::mkdtemp(pattern.data());
-    fs::create_directories(folder + "/Lang");
-    state.MainPath = folder + "/";
+    fs::create_directories(folder / "Lang");
+    state.MainPath = folder.path() + "/";
     offer(1031, "Deutsch", "Protokoll leeren", "Seite %1");
     offer(1033, "English", "Clear Log", "Page %1");
     offer(2070, "Portugues", "Limpar", "Pagina %1");
   }
-  ~Language() override { fs::remove_all(folder); }
 
   void offer(int number, const std::string& name, const std::string& clear,
              const std::string& text) {
-    const std::string plain = folder + "/plain.txt";
+    const std::string plain = folder / "plain.txt";
     std::ofstream(plain, std::ios::binary)
         << "QVLF V1.0$" << number << "$" << name << "\r\nmainForm.Caption=" << name
         << "\r\nmainForm.btt(1).Caption=" << clear << "\r\n$007=" << text << "\r\n;"
         << std::string(1100, '-');
     ASSERT_TRUE(
-        clsMUI(1033).EncodeLangFile(plain, folder + "/Lang/" + std::to_string(number) + ".lng"));
+        clsMUI(1033).EncodeLangFile(plain, folder / ("Lang/" + std::to_string(number) + ".lng")));
   }
   std::string loaded() { return lastLine(); }
   std::string clearCaption() { return *window.form().btt[1].caption; }
 
-  std::string folder;
+  TemporaryFolder folder;
 };
 
 TEST_F(Language, WithoutAChoiceItIsEnglish) {
@@ -93,7 +89,7 @@ TEST_F(Language, PagesAskForNumberedTexts) {
 }
 
 TEST_F(Language, WithoutAnyFileTheTextsStayAsTheyAre) {
-  fs::remove_all(folder + "/Lang");
+  fs::remove_all(folder / "Lang");
   settings.language = "1031";
   window.StartServer();
   EXPECT_EQ(loaded(), "LCID: 0");

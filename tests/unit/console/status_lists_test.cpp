@@ -1,13 +1,13 @@
 #include "console/status_lists.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 
 #include "platform/fake/fake_clock.h"
+#include "testing/temporary_folder.h"
 
 namespace quorvane {
 
@@ -17,27 +17,21 @@ namespace fs = std::filesystem;
 
 class StatusListsTest : public testing::Test {
  protected:
-  StatusListsTest() {
-    std::string pattern = (fs::temp_directory_path() / "quorvane-XXXXXX").string();
-    folder = ::mkdtemp(pattern.data());
-  }
-  ~StatusListsTest() override { fs::remove_all(folder); }
-
   void openLog() {
     auto log = std::make_unique<clsLog>([this] { return clock.local(clock.now()); });
-    log->setOutputFolder(folder);
+    log->setOutputFolder(folder.path());
     status.openLog(std::move(log));
   }
   std::string logged() {
     std::ostringstream all;
-    for (const auto& file : fs::directory_iterator(folder)) {
+    for (const auto& file : fs::directory_iterator(folder.path())) {
       all << std::ifstream(file.path()).rdbuf();
     }
     return all.str();
   }
   const std::deque<std::string>& list() { return form.llist[0].lines(); }
 
-  std::string folder;
+  TemporaryFolder folder;
   ServerState state;
   FakeClock clock;
   FormModel form;

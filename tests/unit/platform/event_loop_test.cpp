@@ -1,6 +1,6 @@
 #include <csignal>
 
-#include "loop_fixture.h"
+#include "platform/loop_fixture.h"
 
 namespace quorvane {
 

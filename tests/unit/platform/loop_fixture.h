@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "platform/system.h"
-#include "test_client.h"
+#include "testing/test_client.h"
 
 namespace quorvane {
 

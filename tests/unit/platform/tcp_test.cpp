@@ -1,10 +1,8 @@
-#include <sys/resource.h>
-
 #include <atomic>
 #include <thread>
 
-#include "loop_fixture.h"
-#include "temporary_folder.h"
+#include "platform/loop_fixture.h"
+#include "testing/temporary_folder.h"
 
 namespace quorvane {
 
@@ -349,25 +347,6 @@ TEST_F(Tcp, RunningPendingEventsInsideARequestStartsNoOther) {
   second.send("b");
   EXPECT_TRUE(until([&] { return !server.received[0].empty() && !server.received[1].empty(); }));
   EXPECT_EQ(deepest, 1);
-}
-
-TEST_F(Tcp, RunningOutOfDescriptorsStopsNobodyForGood) {
-  rlimit before{};
-  ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
-  std::vector<TestClient> clients;
-  for (int i = 0; i < 40; ++i) clients.emplace_back(port());
-  rlimit low = before;
-  low.rlim_cur = 64;  // the clients above hold most of them
-  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &low), 0);
-  EXPECT_TRUE(until([&] { return server.sockets.size() > 5; }));
-  loop->runPending(milliseconds(300), nullptr);
-  EXPECT_LT(server.sockets.size(), 40U);
-  EXPECT_EQ(server.listenerErrors, 0);
-  const auto files = makeFiles();
-  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
-  EXPECT_TRUE(until([&] { return server.sockets.size() == 40; }));
-  clients.back().send("served");
-  EXPECT_TRUE(until([&] { return server.received[39] == "served"; }));
 }
 
 TEST_F(Tcp, ALoopMayGoWhileConnectionsAreOpenOrLeaving) {

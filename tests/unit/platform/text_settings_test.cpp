@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/system.h"
-#include "temporary_folder.h"
+#include "testing/temporary_folder.h"
 
 namespace quorvane {
 

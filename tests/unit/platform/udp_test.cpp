@@ -1,4 +1,6 @@
-#include "loop_fixture.h"
+#include <asio/ip/udp.hpp>
+
+#include "platform/loop_fixture.h"
 
 namespace quorvane {
 
@@ -27,26 +29,20 @@ class UdpServer : public UdpSocketEvents {
 /// Asks `address` and takes only what comes back from there.
 class UdpClient {
  public:
-  UdpClient(const char* address, std::uint16_t port)
-      : socket_(::socket(AF_INET, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0)) {
-    sockaddr_in to{};
-    to.sin_family = AF_INET;
-    to.sin_port = htons(port);
-    ::inet_pton(AF_INET, address, &to.sin_addr);
-    ::connect(socket_, reinterpret_cast<sockaddr*>(&to), sizeof to);
+  UdpClient(const char* address, std::uint16_t port) : socket_(io_) {
+    socket_.connect({asio::ip::make_address_v4(address), port});
+    socket_.non_blocking(true);
   }
-  UdpClient(const UdpClient&) = delete;
-  UdpClient& operator=(const UdpClient&) = delete;
-  ~UdpClient() { ::close(socket_); }
-  void send(std::string_view text) { ::send(socket_, text.data(), text.size(), 0); }
+  void send(std::string_view text) { socket_.send(asio::buffer(text)); }
   std::string receive() {
     char bytes[2048];
-    const ssize_t count = ::recv(socket_, bytes, sizeof bytes, 0);
-    return count < 0 ? "" : std::string(bytes, static_cast<std::size_t>(count));
+    asio::error_code error;
+    return std::string(bytes, socket_.receive(asio::buffer(bytes), 0, error));
   }
 
  private:
-  int socket_;
+  asio::io_context io_;
+  asio::ip::udp::socket socket_;
 };
 
 class Udp : public LoopTest {

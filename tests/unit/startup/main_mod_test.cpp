@@ -1,7 +1,6 @@
 #include "startup/mainMod.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 
 #include <filesystem>
 #include <fstream>
@@ -15,6 +14,7 @@
 #include "platform/fake/fake_random.h"
 #include "platform/fake/memory_files.h"
 #include "platform/fake/memory_settings.h"
+#include "testing/temporary_folder.h"
 
 namespace quorvane {
 
@@ -293,8 +293,8 @@ TEST_F(MainModTest, TheBannerTellsTheSettings) {
 
 TEST_F(MainModTest, BlanksAreACommandLineTooAndTheBannerIsLogged) {
   namespace fs = std::filesystem;
-  std::string pattern = (fs::temp_directory_path() / "quorvane-XXXXXX").string();
-  process.folder = ::mkdtemp(pattern.data());
+  const TemporaryFolder folder;
+  process.folder = folder.path();
   fs::create_directories(process.folder + "/Server/Logs");
   start("  ");
   window.closeWindow();
@@ -302,7 +302,6 @@ TEST_F(MainModTest, BlanksAreACommandLineTooAndTheBannerIsLogged) {
   for (const auto& file : fs::directory_iterator(process.folder + "/Server/Logs")) {
     log << std::ifstream(file.path()).rdbuf();
   }
-  fs::remove_all(process.folder);
   EXPECT_TRUE(echoed.empty()) << "no debug mode, no lines in the window";
   EXPECT_NE(log.str().find("[10:00:00] Running Arguments:   \r\n[10:00:00] Port:\t7007\r\n"),
             std::string::npos)

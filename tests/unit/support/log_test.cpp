@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "support/paths.h"
-#include "temp_folder.h"
+#include "testing/temporary_folder.h"
 
 namespace quorvane {
 
@@ -13,7 +13,7 @@ class LogTest : public testing::Test {
  protected:
   LogTest() { log.setOutputFolder(folder.path()); }
 
-  TempFolder folder;
+  TemporaryFolder folder;
   CalendarTime now{2007, 3, 15, 14, 15, 2, 4};
   clsLog log{[this] { return now; }};
 };

@@ -4,7 +4,7 @@
 
 #include "module_builder.h"
 #include "support/clsQVMod.h"
-#include "temp_folder.h"
+#include "testing/temporary_folder.h"
 
 namespace quorvane {
 
@@ -150,7 +150,7 @@ TEST(Modules, NamesLongerThan255CharactersCountModulo256) {
 }
 
 TEST(Modules, LoadsEveryModuleOfAFolderAnew) {
-  const TempFolder folder;
+  const TemporaryFolder folder;
   folder.write("one.qvm", ModuleBuilder{{{"/", "a.htm", "A"}}}.build());
   folder.write("two.QVM", ModuleBuilder{{{"/", "b.htm", "B"}}}.build());
   folder.write("three.txt", ModuleBuilder{{{"/", "c.htm", "C"}}}.build());

@@ -12,7 +12,7 @@
 
 #include "support/language_form.h"
 #include "support/language_text.h"
-#include "temp_folder.h"
+#include "testing/temporary_folder.h"
 
 namespace quorvane {
 
@@ -47,7 +47,7 @@ class MuiTest : public testing::Test {
 
   MuiTest() { std::filesystem::create_directory(folder / "Lang"); }
 
-  TempFolder folder;
+  TemporaryFolder folder;
   clsMUI mui{kItalian};
 };
 

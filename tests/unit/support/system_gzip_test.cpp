@@ -4,7 +4,7 @@
 #include <random>
 
 #include "support/clsZipString.h"
-#include "temp_folder.h"
+#include "testing/temporary_folder.h"
 
 namespace quorvane {
 
@@ -52,7 +52,7 @@ class SystemGzip : public testing::Test {
     }
   }
 
-  TempFolder folder;
+  TemporaryFolder folder;
 };
 
 }  // namespace

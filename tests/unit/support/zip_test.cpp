@@ -4,7 +4,7 @@
 
 #include <random>
 
-#include "temp_folder.h"
+#include "testing/temporary_folder.h"
 
 namespace quorvane {
 
@@ -110,7 +110,7 @@ TEST(Zip, OtherModesAreZlibsWindowBits) {
 }
 
 TEST(Zip, LoadsFiles) {
-  const TempFolder folder;
+  const TemporaryFolder folder;
   folder.write("a.txt", "content");
   folder.write("empty", "");
   EXPECT_EQ(kZip.LoadFile(folder / "a.txt"), "content");
@@ -122,7 +122,7 @@ TEST(Zip, LoadsFiles) {
 }
 
 TEST(Zip, SavesFilesAndChangesTheCallersData) {
-  const TempFolder folder;
+  const TemporaryFolder folder;
   folder.write("a.gz", "an older and longer content than the new one");
   std::string data = "content";
   EXPECT_TRUE(kZip.SaveFileB(folder / "a.gz", data, clsZipString::Compress, kGzip));

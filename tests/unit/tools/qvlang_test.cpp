@@ -7,7 +7,7 @@
 
 #include "platform/system.h"
 #include "support/clsMUI.h"
-#include "temp_folder.h"
+#include "testing/temporary_folder.h"
 #include "tools/qvlang_check.h"
 
 namespace quorvane {
@@ -72,7 +72,7 @@ class LanguageToolTest : public testing::Test {
     return runLanguageTool(arguments, *files, out, err);
   }
 
-  TempFolder folder;
+  TemporaryFolder folder;
   std::unique_ptr<Files> files = makeFiles();
   std::ostringstream out;
   std::ostringstream err;

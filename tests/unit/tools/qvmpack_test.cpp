@@ -10,7 +10,7 @@
 #include "module_builder.h"
 #include "platform/system.h"
 #include "support/clsQVMod.h"
-#include "temp_folder.h"
+#include "testing/temporary_folder.h"
 #include "tools/qvmpack_folder.h"
 #include "tools/qvmpack_module.h"
 
@@ -47,7 +47,7 @@ class ModuleToolTest : public testing::Test {
     return reader.ModReadFile(path);
   }
 
-  TempFolder folder;
+  TemporaryFolder folder;
   std::unique_ptr<Files> files = makeFiles();
   std::ostringstream out;
   std::ostringstream err;

@@ -12,6 +12,7 @@
 
 #include "fake_systemd.h"
 #include "platform/system.h"
+#include "testing/temporary_folder.h"
 
 namespace quorvane {
 
@@ -30,19 +31,6 @@ constexpr const char* kUnit = "quorvane-server.service";
 BusConnection noBus() {
   return nullptr;
 }
-
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    std::string name = fs::temp_directory_path() / "quorvane-XXXXXX";
-    path = ::mkdtemp(name.data());
-  }
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-  ~TemporaryFolder() { fs::remove_all(path); }
-
-  std::string path;
-};
 
 TEST(SystemdManager, TellsWhichServicesRunAndWhichAreInstalled) {
   FakeSystemd systemd;
@@ -126,10 +114,11 @@ TEST(SystemdManager, ConnectsAgainAfterTheBusWentAway) {
 
 class SystemdHostTest : public testing::Test {
  protected:
-  SystemdHostTest() : systemd(folder.path), files(makeFiles()), loop(makeEventLoop()) {}
+  SystemdHostTest() : systemd(folder.path()), files(makeFiles()), loop(makeEventLoop()) {}
 
   SystemdHost host(SystemdBus::Connect connect) {
-    SystemdHost made(*loop, *files, {folder.path, "/opt/quorvane/quorvane-server", "/etc/quorvane"},
+    SystemdHost made(*loop, *files,
+                     {folder.path(), "/opt/quorvane/quorvane-server", "/etc/quorvane"},
                      std::move(connect));
     made.serviceName = made.displayName = kService;
     made.startMode = 2;
@@ -137,7 +126,7 @@ class SystemdHostTest : public testing::Test {
   }
   SystemdHost host() { return host(systemd.connector()); }
 
-  std::string unitFile() const { return folder.path + '/' + kUnit; }
+  std::string unitFile() const { return folder / kUnit; }
 
   TemporaryFolder folder;
   FakeSystemd systemd;
@@ -226,7 +215,7 @@ class NotificationSocket {
 };
 
 TEST_F(SystemdHostTest, TellsWhenTheServerIsReadyAndWhenItStops) {
-  const NotificationSocket heard(folder.path + "/notify");
+  const NotificationSocket heard(folder / "notify");
   SystemdHost service = host();
   std::vector<std::string> events;
   ASSERT_TRUE(service.startService(
@@ -247,7 +236,7 @@ TEST_F(SystemdHostTest, TellsWhenTheServerIsReadyAndWhenItStops) {
 }
 
 TEST_F(SystemdHostTest, IsNotReadyWhenTheServerDidNotStart) {
-  const NotificationSocket heard(folder.path + "/notify");
+  const NotificationSocket heard(folder / "notify");
   SystemdHost service = host();
   ASSERT_TRUE(service.startService(
       [&] {
@@ -265,7 +254,7 @@ TEST_F(SystemdHostTest, TakesNoServiceStartWithoutAManagerAbove) {
 }
 
 TEST_F(SystemdHostTest, IsNotFooledByAnInheritedEnvironment) {
-  const NotificationSocket heard(folder.path + "/notify");
+  const NotificationSocket heard(folder / "notify");
   ::setenv("SYSTEMD_EXEC_PID", "1", 1);
   EXPECT_FALSE(host().startService([] { return true; }, [] {}));
 }
