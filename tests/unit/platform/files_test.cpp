@@ -1,11 +1,7 @@
 #include <gtest/gtest.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
 
-#include <csignal>
 #include <fstream>
 
-#include "platform/linux/name_index.h"
 #include "platform/system.h"
 #include "testing/temporary_folder.h"
 
