@@ -241,7 +241,7 @@ Value monthName(Runtime&, Args args) {
   const bool isShort = booleanOr(args, 1, false);
   const auto index = static_cast<std::size_t>(nameIndex(args[0], 12));
   const Locale& locale = activeLocale();
-  return Value(isShort ? locale.names.shortMonths[index] : locale.names.months[index]);
+  return String::fromUtf8(isShort ? locale.names.shortMonths[index] : locale.names.months[index]);
 }
 
 Value weekdayName(Runtime&, Args args) {
@@ -250,8 +250,8 @@ Value weekdayName(Runtime&, Args args) {
   const std::int32_t first = given(args, 2) ? firstWeekdayAt(args, 2) : activeLocale().firstWeekday;
   const auto index = static_cast<std::size_t>((first - 1 + offset) % 7);
   const Locale& locale = activeLocale();
-  return Value(booleanOr(args, 1, false) ? locale.names.shortWeekdays[index]
-                                         : locale.names.weekdays[index]);
+  return String::fromUtf8(booleanOr(args, 1, false) ? locale.names.shortWeekdays[index]
+                                                    : locale.names.weekdays[index]);
 }
 
 Value dateSerial(Runtime&, Args args) {

@@ -28,10 +28,10 @@ bool tristateAt(Args args, std::size_t index, bool standard) {
   return state == kUseDefault ? standard : state == -1;
 }
 
-NumberFormat formatAt(Args args, bool parentheses) {
+NumberFormat formatAt(Args args, bool parentheses, std::int32_t usualPlaces = kDefaultPlaces) {
   std::int32_t places = longOr(args, 1, -1);
   if (places < -1 || places > kMostPlaces) throwError(ErrorCode::InvalidCall);
-  if (places == -1) places = kDefaultPlaces;
+  if (places == -1) places = usualPlaces;
   return {places, tristateAt(args, 2, true), tristateAt(args, 3, parentheses),
           tristateAt(args, 4, true)};
 }
@@ -43,10 +43,10 @@ double numberAt(Args args) {
   return operandNumber(*number);
 }
 
-std::string grouped(std::string_view digits, char separator) {
+std::string grouped(std::string_view digits, std::string_view separator) {
   std::string result;
   for (std::size_t i = 0; i < digits.size(); ++i) {
-    if (i > 0 && (digits.size() - i) % 3 == 0) result.push_back(separator);
+    if (i > 0 && (digits.size() - i) % 3 == 0) result += separator;
     result.push_back(digits[i]);
   }
   return result;
@@ -91,25 +91,25 @@ std::string formatted(double number, const NumberFormat& format, std::string_vie
 }  // namespace
 
 Value formatNumber(Runtime&, Args args) {
-  return String(formatted(numberAt(args), formatAt(args, false), ""));
+  return String::fromUtf8(formatted(numberAt(args), formatAt(args, false), ""));
 }
 
 Value formatPercent(Runtime&, Args args) {
-  return String(formatted(numberAt(args) * 100, formatAt(args, false), "%"));
+  return String::fromUtf8(formatted(numberAt(args) * 100, formatAt(args, false), "%"));
 }
 
 Value formatCurrency(Runtime&, Args args) {
   const Locale& locale = activeLocale();
   const bool usual = locale.negativeCurrency.starts_with('(');
-  const NumberFormat format = formatAt(args, usual);
+  const NumberFormat format = formatAt(args, usual, locale.currencyPlaces);
   std::string fixed = fixedText(numberAt(args), format.places);
   const bool negative = fixed.starts_with('-');
   if (negative) fixed.erase(0, 1);
   const std::string text = filled(locale.positiveCurrency, magnitude(fixed, format));
-  if (!negative) return String(text);
-  if (format.parentheses) return String("(" + text + ")");
-  if (usual) return String("-" + text);
-  return String(filled(locale.negativeCurrency, magnitude(fixed, format)));
+  if (!negative) return String::fromUtf8(text);
+  if (format.parentheses) return String::fromUtf8("(" + text + ")");
+  if (usual) return String::fromUtf8("-" + text);
+  return String::fromUtf8(filled(locale.negativeCurrency, magnitude(fixed, format)));
 }
 
 Value formatDateTime(Runtime&, Args args) {
@@ -122,11 +122,11 @@ Value formatDateTime(Runtime&, Args args) {
   const DateParts parts = dateParts(date);
   switch (form) {
     case LongDate:
-      return String(formatDatePattern(parts, activeLocale().longDate));
+      return formatDatePattern(parts, activeLocale().longDate);
     case ShortDate:
-      return String(formatDatePattern(parts, activeLocale().shortDate));
+      return formatDatePattern(parts, activeLocale().shortDate);
     case LongTime:
-      return String(formatTimeOfDay(parts));
+      return formatTimeOfDay(parts);
     case ShortTime: {
       char buffer[32];
       std::snprintf(buffer, sizeof buffer, "%02d:%02d", parts.hour, parts.minute);

@@ -33,7 +33,9 @@ void appendDatePart(std::string& out, const DateParts& parts, char letter, std::
       return;
     case 'M':
       if (count <= 2) return appendPadded(out, parts.month, count);
-      out += count == 3 ? locale.names.shortMonths[month] : locale.names.months[month];
+      out += count == 3                                 ? locale.names.shortMonths[month]
+             : locale.names.monthsOfDays[month].empty() ? locale.names.months[month]
+                                                        : locale.names.monthsOfDays[month];
       return;
     default:
       return appendPadded(out, parts.year, 4);
@@ -51,23 +53,46 @@ struct Token {
   int digits = 0;  ///< of a Number
 };
 
-std::string lowered(std::string_view text) {
-  std::string result(text);
-  std::transform(result.begin(), result.end(), result.begin(), lowerAnsi);
-  return result;
+bool isAscii(char c) {
+  return static_cast<unsigned char>(c) < 0x80;
 }
 
-/// 1-based place of `word` among the names; a full name or its short form.
+/// Whether the word, in lower case, is the name in any letter case.
+bool isName(const std::string& word, std::string_view name) {
+  if (name.ends_with('.')) name.remove_suffix(1);
+  if (!std::all_of(name.begin(), name.end(), isAscii)) {
+    return word == String::fromUtf8(name).lower().utf8();
+  }
+  return std::equal(word.begin(), word.end(), name.begin(), name.end(),
+                    [](char lower, char c) { return lower == lowerAnsi(c); });
+}
+
+/// 1-based place of `word` among the names.
 template <std::size_t N>
-int findName(const std::string& word, const std::array<std::string_view, N>& names,
-             const std::array<std::string_view, N>& shortNames) {
+int findName(const std::string& word, const std::array<std::string_view, N>& names) {
   for (std::size_t i = 0; i < N; ++i) {
-    std::string shortName = lowered(shortNames[i]);
-    if (shortName.ends_with('.')) shortName.pop_back();
-    if (word == lowered(names[i]) || word == shortName) return static_cast<int>(i) + 1;
+    if (isName(word, names[i])) return static_cast<int>(i) + 1;
   }
   return 0;
 }
+
+int findMonth(const std::string& word, const LocaleNames& names) {
+  if (const int month = findName(word, names.months)) return month;
+  if (const int month = findName(word, names.shortMonths)) return month;
+  return names.monthsOfDays[0].empty() ? 0 : findName(word, names.monthsOfDays);
+}
+
+/// What stands behind the numbers of a date in writings without marks.
+bool isUnit(std::string_view word) {
+  static constexpr std::string_view kUnits[] = {"年", "月", "日", "년", "월", "일"};
+  return std::find(std::begin(kUnits), std::end(kUnits), word) != std::end(kUnits);
+}
+
+bool isLetter(char c) {
+  return !isAscii(c) || (c >= 'a' && c <= 'z');
+}
+
+/// Splits a text in lower case, in UTF-8.
 
 class Tokenizer {
  public:
@@ -80,7 +105,7 @@ class Tokenizer {
         rest_.remove_prefix(1);
       } else if (c >= '0' && c <= '9') {
         if (!readNumber()) return std::nullopt;
-      } else if (lowerAnsi(c) != upperAnsi(c)) {
+      } else if (isLetter(c)) {
         if (!readWord()) return std::nullopt;
       } else if (std::string_view("/-,.:").find(c) != std::string_view::npos) {
         tokens_.push_back({TokenKind::Mark, c});
@@ -89,10 +114,26 @@ class Tokenizer {
         return std::nullopt;
       }
     }
+    arrange();
     return tokens_;
   }
 
  private:
+  /// AM or PM before a time goes behind it.
+  void arrange() {
+    const auto isTimePart = [](const Token& token) {
+      return token.kind == TokenKind::Number ||
+             (token.kind == TokenKind::Mark && token.mark == ':');
+    };
+    for (auto at = tokens_.begin(); tokens_.end() - at > 2; ++at) {
+      const bool isBefore = at->kind == TokenKind::AmPm && at[1].kind == TokenKind::Number &&
+                            at[2].kind == TokenKind::Mark && at[2].mark == ':';
+      if (!isBefore) continue;
+      std::rotate(at, at + 1, std::find_if_not(at + 1, tokens_.end(), isTimePart));
+      return;
+    }
+  }
+
   bool readNumber() {
     Token token{TokenKind::Number};
     for (; !rest_.empty() && rest_.front() >= '0' && rest_.front() <= '9'; rest_.remove_prefix(1)) {
@@ -105,26 +146,27 @@ class Tokenizer {
 
   bool readWord() {
     std::string word;
-    for (; !rest_.empty() && lowerAnsi(rest_.front()) != upperAnsi(rest_.front());
-         rest_.remove_prefix(1)) {
-      word.push_back(lowerAnsi(rest_.front()));
+    for (; !rest_.empty() && isLetter(rest_.front()); rest_.remove_prefix(1)) {
+      word.push_back(rest_.front());
     }
-    if (word == "am" || word == "a") {
+    const Locale& active = activeLocale();
+    if (word == "am" || word == "a" || isName(word, active.am)) {
       tokens_.push_back({TokenKind::AmPm, 0, 0});
       return true;
     }
-    if (word == "pm" || word == "p") {
+    if (word == "pm" || word == "p" || isName(word, active.pm)) {
       tokens_.push_back({TokenKind::AmPm, 0, 12});
       return true;
     }
-    const Locale& active = activeLocale();
+    if (isUnit(word)) return true;
     const Locale& english = *findLocale(kDefaultLocale);
     for (const Locale* locale : {&active, &english}) {
-      if (const int month = findName(word, locale->names.months, locale->names.shortMonths)) {
+      if (const int month = findMonth(word, locale->names)) {
         tokens_.push_back({TokenKind::Month, 0, month});
         return true;
       }
-      if (findName(word, locale->names.weekdays, locale->names.shortWeekdays)) return true;
+      if (findName(word, locale->names.weekdays)) return true;
+      if (findName(word, locale->names.shortWeekdays)) return true;
     }
     return false;
   }
@@ -281,6 +323,8 @@ std::optional<double> readDate(const std::vector<Token>& tokens) {
       month = token.value;
     }
   }
+  const bool endsWithPoint = !tokens.empty() && isMark(tokens.back(), '.');
+  if (endsWithPoint && activeLocale().dateSeparator == '.') markBefore = false;
   if (markBefore || numbers.empty()) return std::nullopt;
   if (month != 0) return numbers.size() <= 2 ? fromMonthName(month, numbers) : std::nullopt;
   if (numbers.size() == 2) return fromTwoNumbers(numbers[0], numbers[1]);
@@ -293,7 +337,7 @@ int fullYear(int year) {
   return year < 0 || year > 99 ? year : year < 30 ? 2000 + year : 1900 + year;
 }
 
-std::string formatDatePattern(const DateParts& parts, std::string_view pattern) {
+String formatDatePattern(const DateParts& parts, std::string_view pattern) {
   std::string out;
   for (std::size_t i = 0; i < pattern.size();) {
     const char c = pattern[i];
@@ -310,27 +354,29 @@ std::string formatDatePattern(const DateParts& parts, std::string_view pattern) 
       ++i;
     }
   }
-  return out;
+  return String::fromUtf8(out);
 }
 
-std::string formatTimeOfDay(const DateParts& parts) {
+String formatTimeOfDay(const DateParts& parts) {
   const Locale& locale = activeLocale();
   std::string out;
   const bool twelve = locale.hours == HourForm::Twelve;
+  const std::string_view half = parts.hour < 12 ? locale.am : locale.pm;
+  if (twelve && locale.halfComesFirst) out.append(half).append(" ");
   appendPadded(out, twelve ? (parts.hour + 11) % 12 + 1 : parts.hour,
                locale.hours == HourForm::TwoDigits ? 2 : 1);
   out.push_back(':');
   appendPadded(out, parts.minute, 2);
   out.push_back(':');
   appendPadded(out, parts.second, 2);
-  if (twelve) out += parts.hour < 12 ? " AM" : " PM";
-  return out;
+  if (twelve && !locale.halfComesFirst) out.append(" ").append(half);
+  return String::fromUtf8(out);
 }
 
 std::optional<double> parseDate(const String& text) {
   if (text.length() > kMaxDateText) return std::nullopt;
-  const std::string narrow = text.narrow();
-  auto tokens = Tokenizer(narrow).read();
+  const std::string lower = text.lower().utf8();
+  auto tokens = Tokenizer(lower).read();
   if (!tokens || tokens->empty()) return std::nullopt;
   bool hasTime = false;
   double time = 0;
@@ -345,10 +391,12 @@ String formatDate(double days) {
   const DateParts parts = dateParts(days);
   const bool midnight = parts.hour == 0 && parts.minute == 0 && parts.second == 0;
   const bool dayZero = parts.year == 1899 && parts.month == 12 && parts.day == 30;
-  if (dayZero) return String(formatTimeOfDay(parts));
-  std::string text = formatDatePattern(parts, activeLocale().shortDate);
-  if (!midnight) text += " " + formatTimeOfDay(parts);
-  return String(text);
+  if (dayZero) return formatTimeOfDay(parts);
+  String text = formatDatePattern(parts, activeLocale().shortDate);
+  if (midnight) return text;
+  text.appendAnsi(" ");
+  text.append(formatTimeOfDay(parts));
+  return text;
 }
 
 }  // namespace quorvane::vbs

@@ -1,16 +1,16 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 
 #include "vbscript/values/calendar.h"
+#include "vbscript/values/string.h"
 
 namespace quorvane::vbs {
 
 /// The parts of a date laid out by one of the active locale's patterns.
-std::string formatDatePattern(const DateParts& parts, std::string_view pattern);
+String formatDatePattern(const DateParts& parts, std::string_view pattern);
 /// The time of day with seconds, as the active locale writes it.
-std::string formatTimeOfDay(const DateParts& parts);
+String formatTimeOfDay(const DateParts& parts);
 
 /// A year of two digits in the customary century: 0 to 29 are 2000 to 2029.
 int fullYear(int year);

@@ -1,5 +1,7 @@
 #include "vbscript/values/locale.h"
 
+#include <algorithm>
+
 #include "vbscript/values/calendar.h"
 #include "vbscript/values/locale_table.h"
 
@@ -13,20 +15,23 @@ struct TextContext {
 };
 constinit thread_local TextContext context;
 
-}  // namespace
-
-const Locale* findLocale(std::int32_t id) {
-  for (const Locale& locale : kLocales) {
-    if (locale.id == id) return &locale;
+template <class Test>
+const Locale* find(Test test) {
+  for (const std::span<const Locale> table : {std::span<const Locale>(kLocales), otherLocales()}) {
+    const auto found = std::find_if(table.begin(), table.end(), test);
+    if (found != table.end()) return &*found;
   }
   return nullptr;
 }
 
+}  // namespace
+
+const Locale* findLocale(std::int32_t id) {
+  return find([id](const Locale& locale) { return locale.id == id; });
+}
+
 const Locale* findLocale(std::string_view lowerTag) {
-  for (const Locale& locale : kLocales) {
-    if (locale.tag == lowerTag) return &locale;
-  }
-  return nullptr;
+  return find([lowerTag](const Locale& locale) { return locale.tag == lowerTag; });
 }
 
 const Locale& activeLocale() {

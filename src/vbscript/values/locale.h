@@ -20,15 +20,16 @@ struct LocaleNames {
   std::array<std::string_view, 12> shortMonths;
   std::array<std::string_view, 7> weekdays;  ///< Sunday first
   std::array<std::string_view, 7> shortWeekdays;
+  std::array<std::string_view, 12> monthsOfDays{};  ///< as a day's; empty: like the months
 };
 
-/// All texts are bytes of Windows-1252. Patterns stand for the parts of a date by letters: d dd
+/// All texts are UTF-8. Patterns stand for the parts of a date by letters: d dd
 /// dddd, M MM MMMM, yyyy; all else stands for itself, and so do letters between apostrophes.
 struct Locale {
   std::int32_t id;
   std::string_view tag;  ///< "en-us"
   char decimalPoint;
-  char thousandsSeparator;
+  std::string_view thousandsSeparator;
   DateOrder dateOrder;
   char dateSeparator;
   std::string_view shortDate;
@@ -39,6 +40,10 @@ struct Locale {
   std::string_view negativeCurrency;  ///< "($n)"
   const LocaleNames& names;
   std::int32_t firstWeekday;  ///< 1 is Sunday; what vbUseSystem means
+  std::int32_t currencyPlaces = 2;
+  std::string_view am = "AM";
+  std::string_view pm = "PM";
+  bool halfComesFirst = false;  ///< AM or PM stands before the time
 };
 
 inline constexpr std::int32_t kDefaultLocale = 1033;

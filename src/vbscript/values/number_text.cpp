@@ -52,7 +52,7 @@ std::optional<double> parsePrefixed(std::string_view text, unsigned bits) {
   return wraps ? number - std::ldexp(1.0, static_cast<int>(bits)) : number;
 }
 
-/// Reads a decimal number into the plain spelling "-123.45e6" that from_chars takes.
+/// Reads a decimal number, in UTF-8, into the plain spelling "-123.45e6" that from_chars takes.
 class DecimalReader {
  public:
   explicit DecimalReader(std::string_view text) : rest_(trimmedBlanks(text)) {}
@@ -113,7 +113,9 @@ class DecimalReader {
         if (plain_.empty()) plain_.push_back('0');
         plain_.push_back('.');
         point = true;
-      } else if (c != locale.thousandsSeparator || point || !any) {
+      } else if (rest_.starts_with(locale.thousandsSeparator) && !point && any) {
+        rest_.remove_prefix(locale.thousandsSeparator.size() - 1);
+      } else {
         break;
       }
     }
@@ -256,11 +258,11 @@ String formatSpecial(double number) {
 
 std::optional<double> parseNumber(const String& text, unsigned bits) {
   if (text.length() > kMaxNumberText) return std::nullopt;
-  if (!text.isAnsi()) {
-    return parseNumber(String(text.narrow()), bits);
+  if (text.isAnsi()) {
+    if (const auto simple = parseSimple(text.ansi())) return simple;
   }
-  if (const auto simple = parseSimple(text.ansi())) return simple;
-  const std::string_view trimmed = trimmedBlanks(text.ansi());
+  const std::string spelling = text.utf8();
+  const std::string_view trimmed = trimmedBlanks(spelling);
   if (trimmed.starts_with('&')) return parsePrefixed(trimmed, bits);
   const auto plain = DecimalReader(trimmed).read();
   if (!plain) return std::nullopt;
@@ -281,8 +283,8 @@ std::int64_t currencyFrom(double number) {
 
 std::optional<std::int64_t> parseCurrency(const String& text) {
   if (text.length() > kMaxNumberText) return std::nullopt;
-  const std::string narrow = text.narrow();
-  const auto plain = DecimalReader(narrow).read();
+  const std::string spelling = text.utf8();
+  const auto plain = DecimalReader(spelling).read();
   if (!plain || plain->find('e') != std::string::npos) {
     const auto number = parseNumber(text, 0);
     return number ? std::optional(currencyFrom(*number)) : std::nullopt;

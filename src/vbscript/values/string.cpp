@@ -213,6 +213,8 @@ String String::fromWideBytes(std::string_view bytes) {
 }
 
 String String::fromUtf8(std::string_view text) {
+  const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+  if (std::all_of(text.begin(), text.end(), isAscii)) return String(text);
   std::u16string units;
   units.reserve(text.size());
   for (std::size_t i = 0; i < text.size();) {
