@@ -34,6 +34,9 @@ std::unique_ptr<ServiceManager> makeServiceManager();
 /// A host for this very program, whose settings are those under settingsRoot().
 std::unique_ptr<ServiceHost> makeServiceHost(EventLoop& loop, const Files& files);
 
+/// Whether somebody may be watching what goes to standard error.
+bool standardErrorIsTerminal();
+
 /// Draws on the terminal that the program's standard input and output are.
 std::unique_ptr<Terminal> makeTerminal(EventLoop& loop);
 

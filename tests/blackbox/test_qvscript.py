@@ -1,6 +1,8 @@
 """The script engine on the command line."""
 
+import os
 import pathlib
+import pty
 import subprocess
 import tempfile
 import unittest
@@ -131,6 +133,39 @@ class QvScript(unittest.TestCase):
     def test_check_runs_nothing(self):
         result = self.tool("--check", self.file('WScript.Echo "ran"'))
         self.assertEqual((result.stdout, result.stderr, result.returncode), (b"", b"", 0))
+
+    def test_check_of_many_files(self):
+        good = self.file("x = 1", "good.vbs")
+        bad = self.file("x = 1\nIf x", "bad.vbs")
+        self.file("<% If x %>", "part.inc")
+        page = self.file('<!--#include file="part.inc"-->\n<%= 1 %>', "PAGE.QVS")
+        whole = self.file("<% x = 1 %>text", "whole.qvs")
+        result = self.tool("--check", good, bad, page, whole)
+        self.assertEqual(result.stdout, b"2 of 4 files have no fault\n")
+        self.assertEqual(result.stderr.decode(), bad + "(2, 5) Microsoft VBScript compilation error:"
+                         " Expected 'Then'\n" + page + "(0, 7) Microsoft VBScript compilation error:"
+                         " Expected 'Then'\n")
+        self.assertEqual(result.returncode, 1)
+        result = self.tool("--check", good, whole)
+        self.assertEqual((result.stdout, result.stderr, result.returncode),
+                         (b"2 of 2 files have no fault\n", b"", 0))
+        result = self.tool("--check", good, "/no/such.vbs", bad)
+        self.assertEqual(result.stdout, b"1 of 3 files have no fault\n")
+        self.assertIn(b"qvscript: there is no file /no/such.vbs\n", result.stderr)
+        self.assertIn(b"Expected 'Then'", result.stderr)
+        self.assertEqual(result.returncode, 2)
+
+    def test_check_of_a_long_list_on_a_terminal(self):
+        files = [self.file("x = 1", f"{i}.vbs") for i in range(40)]
+        outer, inner = pty.openpty()
+        self.addCleanup(os.close, outer)
+        result = subprocess.run([str(app_folder() / "qvscript"), "--check", *files], stderr=inner,
+                                stdout=subprocess.PIPE, timeout=PATIENCE)
+        shown = os.read(outer, 4000)
+        os.close(inner)
+        self.assertIn(b"\r39 of 40", shown)
+        self.assertTrue(shown.endswith(b"\r\x1b[K"))
+        self.assertEqual(result.stdout, b"40 of 40 files have no fault\n")
 
     def test_dumps(self):
         path = self.file("x = 1")

@@ -56,6 +56,10 @@ class LinuxProcess final : public Process {
 
 }  // namespace
 
+bool standardErrorIsTerminal() {
+  return ::isatty(STDERR_FILENO) != 0;
+}
+
 std::unique_ptr<Process> makeProcess(int argc, char** argv) {
   return std::make_unique<LinuxProcess>(argc, argv);
 }

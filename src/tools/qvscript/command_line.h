@@ -14,7 +14,7 @@ enum class Task { Run, Check, DumpTokens, DumpTree, DumpBytecode, DumpPage, Help
 struct CommandLine {
   Task task = Task::Run;
   std::string file;
-  std::vector<std::string> arguments;             ///< for the script
+  std::vector<std::string> arguments;             ///< for the script; with Check, more files
   std::optional<std::chrono::seconds> timeLimit;  ///< none: the script may run for ever
 };
 

@@ -1,15 +1,14 @@
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <optional>
 #include <string>
-#include <system_error>
 #include <vector>
 
+#include "platform/system.h"
+#include "qvscript/check.h"
 #include "qvscript/command_line.h"
 #include "qvscript/console_host.h"
 #include "qvscript/page_program.h"
+#include "qvscript/source_file.h"
 #include "qvscript/wscript_object.h"
 #include "vbscript/dumps/dumps.h"
 #include "vbscript/engine.h"
@@ -18,8 +17,9 @@ namespace quorvane {
 
 namespace {
 
-namespace fs = std::filesystem;
+using qvscript::absolutePath;
 using qvscript::CommandLine;
+using qvscript::SourceFile;
 using qvscript::Task;
 
 enum ExitCode { kSuccess = 0, kScriptError = 1, kUsageError = 2 };
@@ -33,43 +33,17 @@ int complain(const std::string& text) {
   return kUsageError;
 }
 
-struct SourceFile {
-  std::string text;
-  std::string complaint;  ///< empty: the file was read
-};
-
-SourceFile readSource(const std::string& path) {
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  if (!fs::exists(status)) return {{}, "there is no file " + path};
-  if (fs::is_directory(status)) return {{}, path + " is a folder"};
-  std::ifstream stream(path, std::ios::binary);
-  if (!stream) return {{}, path + " cannot be read"};
-  SourceFile source{{std::istreambuf_iterator<char>(stream), {}}, {}};
-  if (stream.bad()) source.complaint = path + " cannot be read";
-  return source;
-}
-
-std::string describe(const std::string& file, const vbs::ErrorReport& error) {
-  const std::string kind = !error.source.empty()  ? error.source
-                           : error.isCompileError ? "compilation error"
-                                                  : "runtime error";
-  return file + '(' + std::to_string(error.line) + ", " + std::to_string(error.column) + ") " +
-         kind + ": " + error.description + '\n';
-}
-
-int check(const CommandLine& command, const std::string& source) {
-  vbs::ProgramCache cache;
-  vbs::ErrorReport error;
-  if (cache.get(source, error)) return kSuccess;
-  print(stderr, describe(command.file, error));
-  return kScriptError;
-}
-
-std::string absolutePath(const std::string& path) {
-  std::error_code error;
-  const fs::path absolute = fs::absolute(path, error);
-  return error ? path : absolute.lexically_normal().string();
+int check(const CommandLine& command) {
+  std::vector<std::string> files = command.arguments;
+  files.insert(files.begin(), command.file);
+  const qvscript::CheckResult result = qvscript::checkFiles(files, standardErrorIsTerminal());
+  if (files.size() > 1) {
+    const std::size_t good = files.size() - result.faulty - result.unread;
+    print(stdout,
+          std::to_string(good) + " of " + std::to_string(files.size()) + " files have no fault\n");
+  }
+  if (result.unread > 0) return kUsageError;
+  return result.faulty > 0 ? kScriptError : kSuccess;
 }
 
 int run(const CommandLine& command, const std::string& source, const std::string& program) {
@@ -91,7 +65,7 @@ int run(const CommandLine& command, const std::string& source, const std::string
   }
   std::fflush(stdout);
   if (!error) return wscript->exitCode();
-  print(stderr, describe(command.file, *error));
+  print(stderr, qvscript::describe(command.file, *error));
   return kScriptError;
 }
 
@@ -100,11 +74,10 @@ int perform(const CommandLine& command, const std::string& program) {
     print(stdout, qvscript::kHelpText);
     return kSuccess;
   }
-  SourceFile source = readSource(command.file);
+  if (command.task == Task::Check) return check(command);
+  SourceFile source = qvscript::readSource(command.file);
   if (!source.complaint.empty()) return complain(source.complaint);
   switch (command.task) {
-    case Task::Check:
-      return check(command, source.text);
     case Task::DumpTokens:
       print(stdout, vbs::dumpTokens(source.text));
       return kSuccess;
@@ -115,7 +88,7 @@ int perform(const CommandLine& command, const std::string& program) {
       print(stdout, vbs::dumpBytecode(source.text));
       return kSuccess;
     case Task::DumpPage:
-      print(stdout, qvscript::pageProgram(absolutePath(command.file), std::move(source.text)));
+      print(stdout, qvscript::pageListing(absolutePath(command.file), std::move(source.text)));
       return kSuccess;
     default:
       return run(command, source.text, program);

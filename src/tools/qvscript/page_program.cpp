@@ -9,21 +9,29 @@
 #include "script/include_expansion.h"
 #include "script/page_translator.h"
 #include "support/files.h"
+#include "support/paths.h"
+#include "support/text.h"
 
 namespace quorvane::qvscript {
 
+bool isPage(const std::string& path) {
+  return equalsNoCase(paths::extensionOf(path), ".qvs");
+}
+
 std::string pageProgram(const std::string& path, std::string source) {
   namespace fs = std::filesystem;
-  constexpr std::string_view kLineEnd = "\r\n";
   const std::unique_ptr<Files> files = makeFiles();
   // Where the document root is can't be told here, so a page may include from anywhere.
   const std::string root = fs::path(path).root_path().string();
   const std::string folder = fs::path(path).parent_path().string();
-  const std::string program =
-      translatePage(expandIncludes(std::move(source), [&](const std::string& name) {
-        return readInclude(*files, root, folder, name);
-      }));
+  return translatePage(expandIncludes(std::move(source), [&](const std::string& name) {
+    return readInclude(*files, root, folder, name);
+  }));
+}
 
+std::string pageListing(const std::string& path, std::string source) {
+  constexpr std::string_view kLineEnd = "\r\n";
+  const std::string program = pageProgram(path, std::move(source));
   std::string listing;
   std::size_t number = 0;
   for (std::size_t at = 0; at < program.size(); ++number) {
