@@ -30,7 +30,7 @@ void RoutineCompiler::assignBound(const Binding& binding, const Identifier& name
   using Kind = Binding::Kind;
   const Temporaries temporaries(*this);
   switch (binding.kind) {
-    case Kind::Register: {
+    case Kind::InRegister: {
       if (!isSet) return compileTo(value, binding.index);
       const Register source = operandAsObject(value);
       noteOperand(value);
@@ -69,15 +69,16 @@ void RoutineCompiler::assignBound(const Binding& binding, const Identifier& name
 
 void RoutineCompiler::assignMember(const MemberExpression& target, const Expression& value,
                                    bool isSet) {
-  if (const ClassMember* member = ownMember(target)) {
+  if (const ClassMember* member = scope_.ownMember(target)) {
     return assignOwn(*member, target.name, {}, value, isSet);
   }
-  if (const Binding* host = hostObjectOf(target)) {
-    return assignHost(host->index, hostMember(*host, target.name), {}, value, isSet);
+  if (const Binding* host = scope_.hostObjectOf(target)) {
+    return assignHost(host->index, scope_.hostMember(*host, target.name), {}, value, isSet);
   }
   if (!isSet && appendToMember(target, value)) return;
   const Temporaries temporaries(*this);
-  const Register source = operandBefore(value, target, kNoRegister);
+  const ExpressionFacts objectFacts = target.object ? facts_.of(*target.object) : ExpressionFacts();
+  const Register source = operandBefore(value, objectFacts, kNoRegister);
   const Register object = objectOperand(target);
   noteObject(target);
   emitMember(Opcode::PutMember, object, source, isSet, target.name);
@@ -95,7 +96,7 @@ void RoutineCompiler::assignCall(const CallExpression& target, const Expression&
         return assignHost(binding->index, binding->member, target.arguments, value, isSet);
       case Kind::Own:
         return assignOwn(*binding->own, name, target.arguments, value, isSet);
-      case Kind::Register:
+      case Kind::InRegister:
       case Kind::Global:
       case Kind::Field:
       case Kind::Late:
@@ -107,11 +108,12 @@ void RoutineCompiler::assignCall(const CallExpression& target, const Expression&
   }
   if (target.callee->kind != ExpressionKind::Member) return assignElement(target, value, isSet);
   const auto& member = static_cast<const MemberExpression&>(*target.callee);
-  if (const ClassMember* own = ownMember(member)) {
+  if (const ClassMember* own = scope_.ownMember(member)) {
     return assignOwn(*own, member.name, target.arguments, value, isSet);
   }
-  if (const Binding* host = hostObjectOf(member)) {
-    return assignHost(host->index, hostMember(*host, member.name), target.arguments, value, isSet);
+  if (const Binding* host = scope_.hostObjectOf(member)) {
+    return assignHost(host->index, scope_.hostMember(*host, member.name), target.arguments, value,
+                      isSet);
   }
   const Temporaries temporaries(*this);
   const Register base = newTemporary();
@@ -132,19 +134,24 @@ void RoutineCompiler::assignElement(const CallExpression& target, const Expressi
   for (const auto& index : indexes) simple = simple && index;
   std::vector<Register> locks;
   if (!simple) {
+    const ArrayPath path = pushPath(*target.callee);
     const Register first = pushArguments(indexes, Passing::Value, {});
     compileTo(value, newTemporary());
-    const Register base = placeOf(*target.callee, locks);
+    const Register base = placeAt(path, locks);
     noteElement(*target.callee, indexes);
     emit(isSet ? Opcode::SetElementObject : Opcode::SetElementMany, base, first,
          static_cast<unsigned>(indexes.size()));
     return releaseLocks(locks);
   }
-  const Register source = operandBefore(value, target, kNoRegister);
-  const Register first = indexes.size() == 2 ? operandBefore(*indexes[0], *indexes[1], kNoRegister)
-                                             : operand(*indexes[0]);
+  ExpressionFacts later = facts_.of(indexes);
+  if (target.callee->kind != ExpressionKind::Name) later.add(facts_.of(*target.callee));
+  const Register source = operandBefore(value, later, kNoRegister);
+  const ArrayPath path = pushPath(*target.callee);
+  const Register first = indexes.size() == 2
+                             ? operandBefore(*indexes[0], facts_.of(*indexes[1]), kNoRegister)
+                             : operand(*indexes[0]);
   const Register second = indexes.size() == 2 ? operand(*indexes[1]) : kNoRegister;
-  const Register base = placeOf(*target.callee, locks);
+  const Register base = placeAt(path, locks);
   noteElement(*target.callee, indexes);
   if (indexes.size() == 1) {
     emit(Opcode::SetElement, base, first, source);

@@ -122,7 +122,6 @@ struct Routine {
   };
   std::vector<Variable> variables;
 
-  bool returnsValue() const { return result != kNoRegister; }
   const StatementEntry* statementAt(std::uint32_t offset) const;
   /// What the instruction there uses; nothing but `start` when it has no name.
   OperandName operandNameAt(std::uint32_t offset) const;

@@ -1,23 +1,8 @@
-#include <algorithm>
-
 #include "vbscript/compile/compiler.h"
+#include "vbscript/library/functions.h"
+#include "vbscript/values/assert.h"
 
 namespace quorvane::vbs {
-
-namespace {
-
-/// Where a name is used as a call but cannot be called.
-bool hasOmitted(const std::vector<ExpressionPtr>& arguments) {
-  return std::any_of(arguments.begin(), arguments.end(),
-                     [](const ExpressionPtr& argument) { return !argument; });
-}
-
-}  // namespace
-
-bool RoutineCompiler::isVariable(const Binding& binding) const {
-  return binding.kind == Binding::Kind::Register || binding.kind == Binding::Kind::Global ||
-         binding.kind == Binding::Kind::Field;
-}
 
 // ---- Who is called ----
 
@@ -43,7 +28,7 @@ void RoutineCompiler::callName(const NameExpression& callee,
   using Kind = Binding::Kind;
   const Binding& binding = bind(callee.name);
   switch (binding.kind) {
-    case Kind::Register:
+    case Kind::InRegister:
       if (callsOwnFunction(binding, callee.name, arguments, target)) return;
       return callVariable(callee, arguments, target);
     case Kind::Global:
@@ -82,8 +67,7 @@ void RoutineCompiler::callName(const NameExpression& callee,
 bool RoutineCompiler::callsOwnFunction(const Binding& binding, const Identifier& name,
                                        const std::vector<ExpressionPtr>& arguments,
                                        Register target) {
-  if (binding.index != routine_.result && binding.index != outerResult_) return false;
-  if (binding.index == kNoRegister) return false;
+  if (!scope_.isResult(binding)) return false;
   if (const ClassMember* member = routine_.owner ? routine_.owner->find(name.lower) : nullptr) {
     if (!member->get) return false;
     callOwn(*member, name, arguments, target);
@@ -117,7 +101,7 @@ void RoutineCompiler::getElement(const Expression& array, const std::vector<Expr
                                  Register target) {
   const Temporaries temporaries(*this);
   const Binding* binding = bindName(array);
-  const bool isPlace = binding && isVariable(*binding);
+  const bool isPlace = binding && binding->isVariable();
   const Register base = isPlace ? placeOf(array) : operandAsObject(array);
   if (indexes.size() > 2 || hasOmitted(indexes)) {
     const Register first = pushArguments(indexes, Passing::Value, {});
@@ -130,7 +114,7 @@ void RoutineCompiler::getElement(const Expression& array, const std::vector<Expr
     noteElement(array, indexes);
     return emit(Opcode::GetElement, target, base, index);
   }
-  const Register row = operandBefore(*indexes[0], *indexes[1], kNoRegister);
+  const Register row = operandBefore(*indexes[0], facts_.of(*indexes[1]), kNoRegister);
   const Register column = operand(*indexes[1]);
   noteElement(array, indexes);
   emit(Opcode::GetElement2, target, base, row);
@@ -181,11 +165,11 @@ void RoutineCompiler::callIntrinsic(const Intrinsic& intrinsic, const Identifier
   const Temporaries temporaries(*this);
   if (count == 1 && arguments[0] && target != kNoRegister) {
     const Binding* binding = bindName(*arguments[0]);
-    const bool isPlace = binding && isVariable(*binding);
+    const bool isPlace = binding && binding->isVariable();
     const Register argument = isPlace ? placeOf(*arguments[0]) : operand(*arguments[0], target);
     return emitPointer(Opcode::CallIntrinsicOne, target, argument, 0, &intrinsic);
   }
-  const Register first = pushArguments(arguments, Passing::Library, {});
+  const Register first = pushLibraryArguments(intrinsic, arguments);
   emitPointer(Opcode::CallIntrinsic, target, first, static_cast<unsigned>(count), &intrinsic);
 }
 
@@ -222,11 +206,11 @@ void RoutineCompiler::callHost(unsigned object, MemberId member,
 
 void RoutineCompiler::callMember(const MemberExpression& callee,
                                  const std::vector<ExpressionPtr>& arguments, Register target) {
-  if (const ClassMember* member = ownMember(callee)) {
+  if (const ClassMember* member = scope_.ownMember(callee)) {
     return callOwn(*member, callee.name, arguments, target);
   }
-  if (const Binding* host = hostObjectOf(callee)) {
-    return callHost(host->index, hostMember(*host, callee.name), arguments, target);
+  if (const Binding* host = scope_.hostObjectOf(callee)) {
+    return callHost(host->index, scope_.hostMember(*host, callee.name), arguments, target);
   }
   const Temporaries temporaries(*this);
   const auto locks = newLocks(arguments);
@@ -241,26 +225,7 @@ void RoutineCompiler::callMember(const MemberExpression& callee,
 
 // ---- Objects ----
 
-const ClassMember* RoutineCompiler::ownMember(const MemberExpression& member) const {
-  if (!routine_.owner || !member.object || member.object->kind != ExpressionKind::Me) {
-    return nullptr;
-  }
-  return routine_.owner->find(member.name.lower);
-}
-
-const Binding* RoutineCompiler::hostObjectOf(const MemberExpression& member) const {
-  if (!member.object) return nullptr;
-  const Binding* binding = bindName(*member.object);
-  if (!binding || binding->kind != Binding::Kind::HostObject) return nullptr;
-  return hostMember(*binding, member.name) == kNoMember ? nullptr : binding;
-}
-
-MemberId RoutineCompiler::hostMember(const Binding& object, const Identifier& name) const {
-  Object* host = script_.context().host[object.index].object;
-  return host->shape() ? host->findMember(name.lower) : kNoMember;
-}
-
-RoutineCompiler::Register RoutineCompiler::objectOperand(const MemberExpression& member) {
+Register RoutineCompiler::objectOperand(const MemberExpression& member) {
   if (member.object) return operandAsObject(*member.object);
   if (!withs_.empty()) return withs_.back();
   const Register object = newTemporary();
@@ -297,8 +262,8 @@ bool RoutineCompiler::callsForObject(const Expression& callee,
     member = kDefaultMember;
   } else if (callee.kind == ExpressionKind::Member) {
     const auto& access = static_cast<const MemberExpression&>(callee);
-    host = hostObjectOf(access);
-    if (host) member = hostMember(*host, access.name);
+    host = scope_.hostObjectOf(access);
+    if (host) member = scope_.hostMember(*host, access.name);
   }
   if (member == kNoMember) return false;
   const MemberId wanted = script_.context().host[host->index].object->objectMember(member);
@@ -307,7 +272,7 @@ bool RoutineCompiler::callsForObject(const Expression& callee,
   return true;
 }
 
-RoutineCompiler::Register RoutineCompiler::operandAsObject(const Expression& expression) {
+Register RoutineCompiler::operandAsObject(const Expression& expression) {
   const bool isCall = expression.kind == ExpressionKind::Call ||
                       expression.kind == ExpressionKind::Member ||
                       (expression.kind == ExpressionKind::Name &&
@@ -324,21 +289,10 @@ void RoutineCompiler::noteObject(const MemberExpression& member) {
 
 // ---- Arguments ----
 
-bool RoutineCompiler::passesElement(const Expression& argument) const {
-  if (argument.kind != ExpressionKind::Call) return false;
-  const auto& call = static_cast<const CallExpression&>(argument);
-  const Identifier* name = variableBelow(argument);
-  if (!name || call.arguments.empty() || hasOmitted(call.arguments)) return false;
-  const Binding& binding = bind(*name);
-  if (!isVariable(binding)) return false;
-  return binding.kind != Binding::Kind::Register || binding.index != routine_.result;
-}
-
-std::vector<RoutineCompiler::Register> RoutineCompiler::newLocks(
-    const std::vector<ExpressionPtr>& arguments) {
+std::vector<Register> RoutineCompiler::newLocks(const std::vector<ExpressionPtr>& arguments) {
   std::vector<Register> locks;
   for (const auto& argument : arguments) {
-    if (argument && passesElement(*argument)) locks.push_back(newTemporary());
+    if (argument && scope_.passesElement(*argument)) locks.push_back(newTemporary());
   }
   return locks;
 }
@@ -347,9 +301,8 @@ void RoutineCompiler::releaseLocks(const std::vector<Register>& locks) {
   for (const Register lock : locks) emit(Opcode::Clear, lock);
 }
 
-RoutineCompiler::Register RoutineCompiler::pushArguments(
-    const std::vector<ExpressionPtr>& arguments, Passing passing,
-    const std::vector<Register>& locks) {
+Register RoutineCompiler::pushArguments(const std::vector<ExpressionPtr>& arguments,
+                                        Passing passing, const std::vector<Register>& locks) {
   const auto first = static_cast<Register>(nextTemporary_);
   std::size_t nextLock = 0;
   for (const auto& argument : arguments) {
@@ -358,19 +311,24 @@ RoutineCompiler::Register RoutineCompiler::pushArguments(
   return first;
 }
 
-RoutineCompiler::Register RoutineCompiler::pushArguments(
-    const std::vector<ExpressionPtr>& arguments, const Routine& routine,
-    const std::vector<Register>& locks) {
+Register RoutineCompiler::pushArguments(const std::vector<ExpressionPtr>& arguments,
+                                        const Routine& routine,
+                                        const std::vector<Register>& locks) {
   const auto first = static_cast<Register>(nextTemporary_);
   std::size_t nextLock = 0;
+  std::optional<ExpressionFacts> all;
   for (std::size_t i = 0; i < arguments.size(); ++i) {
     const RoutineParameter& parameter = routine.parameters[i];
     Passing passing = parameter.byValue ? Passing::Value : Passing::Unknown;
     if (arguments[i] && parameter.readOnly) {
-      // Nothing else can reach a local variable during the call, unless it is passed twice.
-      const Identifier* name = variableBelow(*arguments[i]);
-      const bool isLocal = name && !isMain_ && bind(*name).kind == Binding::Kind::Register;
-      if ((isLocal && routine.allReadOnly) || (name && passesElement(*arguments[i]))) {
+      // Nothing else can reach a local variable during the call, unless it is passed twice; another
+      // argument may change it before.
+      const Binding* variable = bindName(*arguments[i]);
+      const bool isLocal =
+          variable && !scope_.isMain() && variable->kind == Binding::Kind::InRegister;
+      if (isLocal && routine.allReadOnly && !all) all = facts_.of(arguments);
+      if ((isLocal && routine.allReadOnly && !all->writes.mayHold(variable->index)) ||
+          scope_.passesElement(*arguments[i])) {
         passing = Passing::Value;
       }
     }
@@ -379,21 +337,48 @@ RoutineCompiler::Register RoutineCompiler::pushArguments(
   return first;
 }
 
+/// A function of the library gets values: a variable goes by reference where nothing changes it
+/// before it is read. LBound and UBound look at the array where it is.
+Register RoutineCompiler::pushLibraryArguments(const Intrinsic& function,
+                                               const std::vector<ExpressionPtr>& arguments) {
+  std::vector<const Expression*> expressions;
+  std::size_t defaults = 0;  // of arguments, that may run when the function reads them
+  for (const auto& argument : arguments) {
+    expressions.push_back(argument.get());
+    if (argument && facts_.runsDefault(*argument)) ++defaults;
+  }
+  const bool looksAtArray =
+      function.call == intrinsic::lBound || function.call == intrinsic::uBound;
+  const auto behind = facts_.behind(expressions);
+  const auto first = static_cast<Register>(nextTemporary_);
+  std::size_t nextLock = 0;
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const Binding* variable = arguments[i] ? bindName(*arguments[i]) : nullptr;
+    bool stays = true;
+    if (variable && variable->isVariable() && !looksAtArray) {
+      ExpressionFacts later = behind[i];
+      later.runsCode |= defaults > (facts_.runsDefault(*arguments[i]) ? 1 : 0);
+      stays = !facts_.mayChange(later, *variable);
+    }
+    pushArgument(arguments[i], newTemporary(), stays ? Passing::Library : Passing::Value, {},
+                 nextLock);
+  }
+  return first;
+}
+
 void RoutineCompiler::pushArgument(const ExpressionPtr& argument, Register target, Passing passing,
                                    const std::vector<Register>& locks, std::size_t& nextLock) {
   if (!argument) return loadConstant(target, Value::missing());
   const Binding* binding = bindName(*argument);
-  const bool element = passesElement(*argument);
+  const bool element = scope_.passesElement(*argument);
   const std::size_t lock = element ? nextLock++ : 0;
   if (passing == Passing::Value) return compileTo(*argument, target);
   if (binding) {
     switch (binding->kind) {
-      case Binding::Kind::Register:
-        return emit(Opcode::RefVariable, target, binding->index);
+      case Binding::Kind::InRegister:
       case Binding::Kind::Global:
-        return emit(Opcode::RefGlobal, target, binding->index);
       case Binding::Kind::Field:
-        return emit(Opcode::RefField, target, binding->index, routine_.me);
+        return refer(*binding, target);
       case Binding::Kind::Late:
         return emitName(Opcode::LateRef, target, binding->index, script_.optionExplicit(),
                         static_cast<const NameExpression&>(*argument).name);
@@ -406,22 +391,23 @@ void RoutineCompiler::pushArgument(const ExpressionPtr& argument, Register targe
   }
   const Temporaries temporaries(*this);
   const auto& call = static_cast<const CallExpression&>(*argument);
+  const ArrayPath path = pushPath(*call.callee);
   const Register first = pushArguments(call.arguments, Passing::Value, {});
   std::vector<Register> placeLocks;
-  const Register base = placeOf(*call.callee, placeLocks);
+  const Register base = placeAt(path, placeLocks);
   noteElement(*call.callee, call.arguments);
   emit(Opcode::RefElement, target, base, first);
   emitWord(Instruction::fromPair(static_cast<std::uint32_t>(call.arguments.size()), locks[lock]));
   releaseLocks(placeLocks);
 }
 
-RoutineCompiler::Register RoutineCompiler::placeOf(const Expression& expression) {
+Register RoutineCompiler::placeOf(const Expression& expression) {
   if (const Binding* binding = bindName(expression)) {
-    const bool isPlace = isVariable(*binding) || binding->kind == Binding::Kind::Late;
+    const bool isPlace = binding->isVariable() || binding->kind == Binding::Kind::Late;
     if (isPlace) return placeOfName(*binding, static_cast<const NameExpression&>(expression).name);
   }
   if (expression.kind == ExpressionKind::Member) {
-    const ClassMember* own = ownMember(static_cast<const MemberExpression&>(expression));
+    const ClassMember* own = scope_.ownMember(static_cast<const MemberExpression&>(expression));
     if (own && own->kind == ClassMember::Kind::Field) {
       const Register place = newTemporary();
       emit(Opcode::RefField, place, own->slot, routine_.me);
@@ -431,49 +417,64 @@ RoutineCompiler::Register RoutineCompiler::placeOf(const Expression& expression)
   return operand(expression);
 }
 
-RoutineCompiler::Register RoutineCompiler::placeOf(const Expression& expression,
-                                                   std::vector<Register>& locks) {
-  const Identifier* root = variableBelow(expression);
-  const bool isElement = expression.kind == ExpressionKind::Call && root && isVariable(bind(*root));
-  return isElement ? placeOfElement(expression, locks) : placeOf(expression);
-}
-
-RoutineCompiler::Register RoutineCompiler::placeOfName(const Binding& binding,
-                                                       const Identifier& name) {
-  if (binding.kind == Binding::Kind::Register) return binding.index;
+Register RoutineCompiler::placeOfName(const Binding& binding, const Identifier& name) {
+  if (binding.kind == Binding::Kind::InRegister) return binding.index;
   const Register place = newTemporary();
-  if (binding.kind == Binding::Kind::Global) {
-    emit(Opcode::RefGlobal, place, binding.index);
-  } else if (binding.kind == Binding::Kind::Field) {
-    emit(Opcode::RefField, place, binding.index, routine_.me);
+  if (binding.isVariable()) {
+    refer(binding, place);
   } else {
     emitName(Opcode::LateRef, place, binding.index, script_.optionExplicit(), name);
   }
   return place;
 }
 
-RoutineCompiler::Register RoutineCompiler::placeOfElement(const Expression& expression,
-                                                          std::vector<Register>& locks) {
-  std::vector<const CallExpression*> levels;
-  const Expression* at = &expression;
-  while (at->kind == ExpressionKind::Call) {
-    levels.insert(levels.begin(), static_cast<const CallExpression*>(at));
-    at = levels.front()->callee.get();
+void RoutineCompiler::refer(const Binding& variable, Register target) {
+  switch (variable.kind) {
+    case Binding::Kind::Global:
+      return emit(Opcode::RefGlobal, target, variable.index);
+    case Binding::Kind::Field:
+      return emit(Opcode::RefField, target, variable.index, routine_.me);
+    default:
+      VBS_ASSERT(variable.kind == Binding::Kind::InRegister);
+      return emit(Opcode::RefVariable, target, variable.index);
   }
-  // All indexes come first: evaluating them may move the arrays.
-  std::vector<Register> indexes;
-  indexes.reserve(levels.size());
-  for (const auto* level : levels) {
-    indexes.push_back(pushArguments(level->arguments, Passing::Value, {}));
+}
+
+/// Evaluates the indexes on the way to an array, from left to right, and what stands there in place
+/// of a variable.
+RoutineCompiler::ArrayPath RoutineCompiler::pushPath(const Expression& array) {
+  const Identifier* root = variableBelow(array);
+  ArrayPath path{&array, kNoRegister, {}, {}};
+  if (!root || !bind(*root).isVariable()) {
+    if (array.kind != ExpressionKind::Name && !scope_.variableOf(array))
+      path.value = placeOf(array);
+    return path;
   }
-  Register place = placeOf(*at);
-  for (std::size_t i = 0; i < levels.size(); ++i) {
+  while (path.root->kind == ExpressionKind::Call) {
+    const auto* level = static_cast<const CallExpression*>(path.root);
+    path.levels.insert(path.levels.begin(), level);
+    path.root = level->callee.get();
+  }
+  for (const auto* level : path.levels) {
+    path.indexes.push_back(pushArguments(level->arguments, Passing::Value, {}));
+  }
+  return path;
+}
+
+/// A register with the array at the end of the path, or a reference to it: what follows locks the
+/// arrays on the way until the caller releases `locks`. Evaluates nothing, which might move them.
+Register RoutineCompiler::placeAt(const ArrayPath& path, std::vector<Register>& locks) {
+  if (path.value != kNoRegister) return path.value;
+  Register place = placeOf(*path.root);
+  const Expression* array = path.root;
+  for (std::size_t i = 0; i < path.levels.size(); ++i) {
+    const CallExpression& level = *path.levels[i];
     const Register element = newTemporary();
     locks.push_back(newTemporary());
-    noteElement(*at, levels[i]->arguments);
-    emit(Opcode::RefElement, element, place, indexes[i]);
-    emitWord(Instruction::fromPair(static_cast<std::uint32_t>(levels[i]->arguments.size()),
-                                   locks.back()));
+    noteElement(*array, level.arguments);
+    emit(Opcode::RefElement, element, place, path.indexes[i]);
+    emitWord(
+        Instruction::fromPair(static_cast<std::uint32_t>(level.arguments.size()), locks.back()));
     place = element;
   }
   return place;

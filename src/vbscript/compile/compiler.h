@@ -5,51 +5,17 @@
 #include <string_view>
 #include <vector>
 
+#include "vbscript/compile/binding.h"
+#include "vbscript/compile/expression_facts.h"
 #include "vbscript/compile/mentions.h"
 #include "vbscript/compile/program.h"
-#include "vbscript/library/library.h"
+#include "vbscript/compile/routine_scope.h"
+#include "vbscript/compile/tree.h"
 #include "vbscript/syntax/parser.h"
 
 /// The compiler's own parts. RoutineCompiler walks the tree of one routine; ScriptCompiler knows
 /// the names that stand at script level.
 namespace quorvane::vbs {
-
-/// Functions that need the scope they are called in.
-enum class ScopeFunction : std::uint8_t { Eval, Execute, ExecuteGlobal, GetRef };
-
-/// What a name stands for where it is used.
-struct Binding {
-  enum class Kind : std::uint8_t {
-    Unresolved,
-    Register,  ///< variable in a register, `index`
-    Global,    ///< variable outside the routine, `index`
-    Field,     ///< of Me, `index`
-    Constant,
-    Routine,
-    Class,
-    Own,         ///< method or property of the class being compiled
-    HostObject,  ///< `index`
-    HostMember,  ///< `member` of object `index`
-    Intrinsic,
-    Scope,
-    Late,  ///< found when it runs; `index`: variable to use otherwise, or none
-  };
-  Kind kind = Kind::Unresolved;
-  ScopeFunction scope = ScopeFunction::Eval;
-  std::uint16_t index = kNoRegister;
-  MemberId member = kNoMember;
-  union {
-    const void* none = nullptr;
-    const Value* constant;
-    const Routine* routine;
-    const ScriptClass* scriptClass;
-    const ClassMember* own;
-    const Intrinsic* intrinsic;
-  };
-};
-
-/// An expression without the parentheses around it.
-const Expression& unwrapped(const Expression& expression);
 
 [[noreturn]] void failCompile(std::int32_t number, SourcePosition position);
 
@@ -135,17 +101,10 @@ class RoutineCompiler {
   void compileMainExpression(const Expression& expression);
 
  private:
-  using Register = std::uint16_t;
-
-  // Names and registers (compile_names.cpp).
-  void declareParameters(const Procedure& tree);
-  void declareVariables();
-  void declareOuterVariables();
+  // Names and registers (names.cpp).
   void setOuterConstants();
-  Binding resolveUndeclared(const Identifier& name);
-  const Binding& bind(const Identifier& name) const { return bindings_[name.id]; }
-  const Binding* bindName(const Expression& expression) const;
-  void addVariable(const Identifier& name);
+  const Binding& bind(const Identifier& name) const { return scope_.bind(name); }
+  const Binding* bindName(const Expression& e) const { return scope_.bindName(e); }
   bool isTemporary(Register r) const { return r >= routine_.firstTemporary && r != kNoRegister; }
   Register newTemporary();
   Register hidden();
@@ -186,12 +145,9 @@ class RoutineCompiler {
   void compileTo(const Expression& expression, Register target);
   /// A register with the value: a variable's own, or `scratch`, or a new temporary.
   Register operand(const Expression& expression, Register scratch = kNoRegister);
-  /// The same, safe from what evaluating `next` may do to variables.
-  Register operandBefore(const Expression& expression, const Expression& next, Register scratch);
-  /// Whether evaluating may change the variable; kNoRegister: one that is no register.
-  bool disturbs(const Expression& expression, Register variable) const;
-  bool callDisturbs(const Expression& callee, const std::vector<ExpressionPtr>& arguments,
-                    Register variable) const;
+  /// The same, safe from what evaluating something with the facts `next` may do to variables.
+  Register operandBefore(const Expression& expression, const ExpressionFacts& next,
+                         Register scratch);
   void compileLiteral(const Value& value, Register target);
   void compileName(const NameExpression& name, Register target);
   void compileMember(const MemberExpression& member, Register target);
@@ -202,7 +158,7 @@ class RoutineCompiler {
   /// Jumps to `label` when the truth of `condition` is `when`.
   void jumpOn(const Expression& condition, bool when, Label& label);
   void jumpOnComparison(const BinaryExpression& binary, bool when, bool nullValue, Label& label);
-  const Value* literal(const Expression& expression) const;
+  const Value* literal(const Expression& e) const { return scope_.literal(e); }
 
   // Concatenations (compile_texts.cpp).
   void compileConcatenation(const BinaryExpression& binary, Register target);
@@ -213,11 +169,18 @@ class RoutineCompiler {
   bool appendToVariable(const Expression& target, const Expression& value);
   bool appendToElement(const CallExpression& target, const Expression& value);
   bool appendToMember(const MemberExpression& target, const Expression& value);
-  std::optional<Binding> variableOf(const Expression& expression) const;
-  bool mayRunDefault(const Expression& expression) const;
   bool isSamePlainIndex(const Expression& a, const Expression& b) const;
-  Register tailOf(std::vector<const Expression*> parts);
-  bool anyDisturbs(const std::vector<const Expression*>& parts, Register variable) const;
+  bool isQuiet(const Expression& part);
+  Register pushPiece(const Expression& part, const ExpressionFacts& later, Register piece,
+                     bool isRead);
+  Register pushPieces(const std::vector<const Expression*>& parts, bool isAppend);
+  void joinPieces(Register target, Register first, std::size_t count);
+  Register tailOf(const std::vector<const Expression*>& parts);
+  struct Growth {
+    Register before;
+    Register tail;
+  };
+  Growth pushGrowth(const Expression& first, std::vector<const Expression*> parts);
   void joinTexts(std::vector<const Expression*>& parts, std::vector<ExpressionPtr>& made) const;
   std::optional<String> joinedText(const Expression& expression) const;
   std::optional<String> constantText(const Expression& expression) const;
@@ -266,25 +229,28 @@ class RoutineCompiler {
                          const std::vector<Register>& locks);
   Register pushArguments(const std::vector<ExpressionPtr>& arguments, const Routine& routine,
                          const std::vector<Register>& locks);
+  Register pushLibraryArguments(const Intrinsic& function,
+                                const std::vector<ExpressionPtr>& arguments);
   void pushArgument(const ExpressionPtr& argument, Register target, Passing passing,
                     const std::vector<Register>& locks, std::size_t& nextLock);
-  bool passesElement(const Expression& argument) const;
   std::vector<Register> newLocks(const std::vector<ExpressionPtr>& arguments);
   void releaseLocks(const std::vector<Register>& locks);
   /// A register with the variable itself, or a reference to it, or failing that its value.
   Register placeOf(const Expression& expression);
-  /// The same, also for elements: their arrays are locked until the caller releases `locks`.
-  Register placeOf(const Expression& expression, std::vector<Register>& locks);
+  /// The way to an array that may be an element of others.
+  struct ArrayPath {
+    const Expression* root;
+    Register value;  ///< what stands there in place of a variable, or none
+    std::vector<const CallExpression*> levels;
+    std::vector<Register> indexes;  ///< first registers, by level
+  };
+  ArrayPath pushPath(const Expression& array);
+  Register placeAt(const ArrayPath& path, std::vector<Register>& locks);
   Register placeOfName(const Binding& binding, const Identifier& name);
-  Register placeOfElement(const Expression& expression, std::vector<Register>& locks);
-  bool isVariable(const Binding& binding) const;
+  void refer(const Binding& variable, Register target);
   void pushObject(const MemberExpression& member, Register target);
   Register objectOperand(const MemberExpression& member);
   void noteObject(const MemberExpression& member);
-  /// The object of the host whose member this is, or null.
-  const Binding* hostObjectOf(const MemberExpression& member) const;
-  MemberId hostMember(const Binding& object, const Identifier& name) const;
-  const ClassMember* ownMember(const MemberExpression& member) const;
 
   // Assignments (compile_assignments.cpp).
   void assign(const AssignStatement& statement);
@@ -307,7 +273,6 @@ class RoutineCompiler {
   void compileCaseTest(Register subject, const Expression& value, Label& body);
   void compileFor(const ForStatement& statement);
   void compileForEach(const ForEachStatement& statement);
-  bool isOnlyRead(const Expression& expression) const;
   void compileDo(const DoStatement& statement);
   void compileExit(const ExitStatement& statement);
   void compileWith(const WithStatement& statement);
@@ -324,15 +289,13 @@ class RoutineCompiler {
   ScriptCompiler& script_;
   Routine& routine_;
   const Mentions& mentions_;
-  std::vector<Binding> bindings_;  ///< by name, of the names that the routine mentions
+  RoutineScope scope_;
+  FactTable facts_;
   std::vector<Loop> loops_;
   std::vector<Register> withs_;
-  std::uint16_t variableCount_ = 0;
   std::uint16_t firstHidden_ = 0;
   std::uint16_t hiddenInUse_ = 0;
   std::uint32_t nextTemporary_ = 0;
-  Register outerResult_ = kNoRegister;  ///< result of the function around an Execute or Eval
-  bool isMain_ = false;                 ///< variables are the engine's globals
 };
 
 }  // namespace quorvane::vbs

@@ -79,35 +79,32 @@ BinaryOperator mirrored(BinaryOperator operation) {
   }
 }
 
-/// How a comparison is spelled for the machine: two registers know no "greater".
+/// How the machine spells a comparison.
 struct Comparison {
   Opcode registers;
   Opcode constant;
   Opcode jumpRegisters;
   Opcode jumpConstant;
-  bool swaps;
 };
 
 Comparison comparisonOf(BinaryOperator operation) {
   switch (operation) {
     case BinaryOperator::NotEqual:
       return {Opcode::NotEqual, Opcode::NotEqualConstant, Opcode::JumpNotEqual,
-              Opcode::JumpNotEqualConstant, false};
+              Opcode::JumpNotEqualConstant};
     case BinaryOperator::Less:
-      return {Opcode::Less, Opcode::LessConstant, Opcode::JumpLess, Opcode::JumpLessConstant,
-              false};
+      return {Opcode::Less, Opcode::LessConstant, Opcode::JumpLess, Opcode::JumpLessConstant};
     case BinaryOperator::LessOrEqual:
       return {Opcode::LessOrEqual, Opcode::LessOrEqualConstant, Opcode::JumpLessOrEqual,
-              Opcode::JumpLessOrEqualConstant, false};
+              Opcode::JumpLessOrEqualConstant};
     case BinaryOperator::Greater:
-      return {Opcode::Less, Opcode::GreaterConstant, Opcode::JumpLess, Opcode::JumpGreaterConstant,
-              true};
+      return {Opcode::Greater, Opcode::GreaterConstant, Opcode::JumpGreater,
+              Opcode::JumpGreaterConstant};
     case BinaryOperator::GreaterOrEqual:
-      return {Opcode::LessOrEqual, Opcode::GreaterOrEqualConstant, Opcode::JumpLessOrEqual,
-              Opcode::JumpGreaterOrEqualConstant, true};
+      return {Opcode::GreaterOrEqual, Opcode::GreaterOrEqualConstant, Opcode::JumpGreaterOrEqual,
+              Opcode::JumpGreaterOrEqualConstant};
     default:
-      return {Opcode::Equal, Opcode::EqualConstant, Opcode::JumpEqual, Opcode::JumpEqualConstant,
-              false};
+      return {Opcode::Equal, Opcode::EqualConstant, Opcode::JumpEqual, Opcode::JumpEqualConstant};
   }
 }
 
@@ -118,14 +115,6 @@ bool isNumber(const Value& value) {
 }  // namespace
 
 // ---- Values ----
-
-const Expression& unwrapped(const Expression& expression) {
-  const Expression* at = &expression;
-  while (at->kind == ExpressionKind::Parenthesized) {
-    at = static_cast<const ParenthesizedExpression*>(at)->inner.get();
-  }
-  return *at;
-}
 
 void RoutineCompiler::compileTo(const Expression& expression, Register target) {
   switch (expression.kind) {
@@ -156,10 +145,10 @@ void RoutineCompiler::compileTo(const Expression& expression, Register target) {
   }
 }
 
-RoutineCompiler::Register RoutineCompiler::operand(const Expression& expression, Register scratch) {
+Register RoutineCompiler::operand(const Expression& expression, Register scratch) {
   const Expression& inner = unwrapped(expression);
   if (const Binding* binding = bindName(inner)) {
-    if (binding->kind == Binding::Kind::Register) return binding->index;
+    if (binding->kind == Binding::Kind::InRegister) return binding->index;
   }
   if (inner.kind == ExpressionKind::Me && routine_.me != kNoRegister) return routine_.me;
   const Register target = isTemporary(scratch) ? scratch : newTemporary();
@@ -167,85 +156,14 @@ RoutineCompiler::Register RoutineCompiler::operand(const Expression& expression,
   return target;
 }
 
-RoutineCompiler::Register RoutineCompiler::operandBefore(const Expression& expression,
-                                                         const Expression& next, Register scratch) {
+Register RoutineCompiler::operandBefore(const Expression& expression, const ExpressionFacts& next,
+                                        Register scratch) {
   const Register r = operand(expression, scratch);
-  if (isTemporary(r) || !disturbs(next, r)) return r;
+  const Binding* variable = bindName(unwrapped(expression));
+  if (isTemporary(r) || !variable || !facts_.mayChange(next, *variable)) return r;
   const Register copy = isTemporary(scratch) ? scratch : newTemporary();
   emit(Opcode::Copy, copy, r);
   return copy;
-}
-
-const Binding* RoutineCompiler::bindName(const Expression& expression) const {
-  if (expression.kind != ExpressionKind::Name) return nullptr;
-  return &bind(static_cast<const NameExpression&>(expression).name);
-}
-
-/// Whether evaluating the expression may change a variable: by a call that gets it by reference,
-/// or, for a variable that other code knows, by running any code of the script.
-bool RoutineCompiler::disturbs(const Expression& expression, Register variable) const {
-  const bool shared = isMain_ || variable == kNoRegister;
-  switch (expression.kind) {
-    case ExpressionKind::Literal:
-    case ExpressionKind::New:
-    case ExpressionKind::Me:
-      return false;
-    case ExpressionKind::Name: {
-      const auto kind = bindName(expression)->kind;
-      return shared && (kind == Binding::Kind::Routine || kind == Binding::Kind::Own ||
-                        kind == Binding::Kind::Late);
-    }
-    case ExpressionKind::Member: {
-      const auto& member = static_cast<const MemberExpression&>(expression);
-      if (shared && script_.valuesRunCode() && !hostObjectOf(member)) return true;
-      return member.object && disturbs(*member.object, variable);
-    }
-    case ExpressionKind::Call: {
-      const auto& call = static_cast<const CallExpression&>(expression);
-      return callDisturbs(*call.callee, call.arguments, variable);
-    }
-    case ExpressionKind::Unary:
-      return disturbs(*static_cast<const UnaryExpression&>(expression).operand, variable);
-    case ExpressionKind::Binary: {
-      const auto& binary = static_cast<const BinaryExpression&>(expression);
-      return disturbs(*binary.left, variable) || disturbs(*binary.right, variable);
-    }
-    case ExpressionKind::Parenthesized:
-      return disturbs(*static_cast<const ParenthesizedExpression&>(expression).inner, variable);
-  }
-  return true;
-}
-
-bool RoutineCompiler::callDisturbs(const Expression& callee,
-                                   const std::vector<ExpressionPtr>& arguments,
-                                   Register variable) const {
-  const Binding* binding = bindName(callee);
-  const bool shared = isMain_ || variable == kNoRegister;
-  const bool isElement = binding && isVariable(*binding);
-  if (isElement && shared && script_.valuesRunCode()) return true;
-  const bool isHarmless = isElement || (binding && binding->kind == Binding::Kind::Intrinsic);
-  if (!isHarmless) {
-    if (shared || (binding && binding->kind == Binding::Kind::Scope)) return true;
-    if (!binding && disturbs(callee, variable)) return true;
-    for (const auto& argument : arguments) {
-      const Identifier* name = argument ? variableBelow(*argument) : nullptr;
-      if (!name) continue;
-      const Binding& passed = bind(*name);
-      if (passed.kind == Binding::Kind::Register && passed.index == variable) return true;
-    }
-  }
-  return std::any_of(arguments.begin(), arguments.end(), [&](const ExpressionPtr& argument) {
-    return argument && disturbs(*argument, variable);
-  });
-}
-
-const Value* RoutineCompiler::literal(const Expression& expression) const {
-  const Expression& inner = unwrapped(expression);
-  if (inner.kind == ExpressionKind::Literal) {
-    return &static_cast<const LiteralExpression&>(inner).value;
-  }
-  const Binding* binding = bindName(inner);
-  return binding && binding->kind == Binding::Kind::Constant ? binding->constant : nullptr;
 }
 
 /// A variable takes Nothing by Set only.
@@ -261,7 +179,7 @@ void RoutineCompiler::compileName(const NameExpression& name, Register target) {
   using Kind = Binding::Kind;
   const Binding& binding = bind(name.name);
   switch (binding.kind) {
-    case Kind::Register:
+    case Kind::InRegister:
       return emit(isTemporary(target) ? Opcode::Copy : Opcode::Let, target, binding.index);
     case Kind::Global:
       return emit(Opcode::LoadGlobal, target, binding.index);
@@ -286,7 +204,8 @@ void RoutineCompiler::compileName(const NameExpression& name, Register target) {
 }
 
 void RoutineCompiler::compileMember(const MemberExpression& member, Register target) {
-  if (ownMember(member) || hostObjectOf(member)) return callMember(member, {}, target);
+  if (scope_.ownMember(member) || scope_.hostObjectOf(member))
+    return callMember(member, {}, target);
   const Temporaries temporaries(*this);
   const Register object = objectOperand(member);
   noteObject(member);
@@ -340,7 +259,7 @@ void RoutineCompiler::compileBinary(const BinaryExpression& binary, Register tar
     loadConstant(r, *constant);
     return emit(op, target, l, r);
   }
-  const Register l = operandBefore(*left, *right, target);
+  const Register l = operandBefore(*left, facts_.of(*right), target);
   const Register r = operand(*right, l == target ? kNoRegister : target);
   emit(op, target, l, r);
 }
@@ -363,12 +282,10 @@ void RoutineCompiler::compileComparison(const BinaryExpression& binary, Register
     if (index <= UINT16_MAX) return emit(comparison.constant, target, l, index);
     const Register r = newTemporary();
     loadConstant(r, *constant);
-    return comparison.swaps ? emit(comparison.registers, target, r, l)
-                            : emit(comparison.registers, target, l, r);
+    return emit(comparison.registers, target, l, r);
   }
-  const Register l = operandBefore(*left, *right, target);
+  const Register l = operandBefore(*left, facts_.of(*right), target);
   const Register r = operand(*right, l == target ? kNoRegister : target);
-  if (comparison.swaps) return emit(comparison.registers, target, r, l);
   emit(comparison.registers, target, l, r);
 }
 
@@ -415,12 +332,10 @@ void RoutineCompiler::jumpOnComparison(const BinaryExpression& binary, bool when
     }
     const Register r = newTemporary();
     loadConstant(r, *constant);
-    return comparison.swaps ? emitFarJump(comparison.jumpRegisters, r, l, flags, label)
-                            : emitFarJump(comparison.jumpRegisters, l, r, flags, label);
+    return emitFarJump(comparison.jumpRegisters, l, r, flags, label);
   }
-  const Register l = operandBefore(*left, *right, kNoRegister);
+  const Register l = operandBefore(*left, facts_.of(*right), kNoRegister);
   const Register r = operand(*right);
-  if (comparison.swaps) return emitFarJump(comparison.jumpRegisters, r, l, flags, label);
   emitFarJump(comparison.jumpRegisters, l, r, flags, label);
 }
 

@@ -2,16 +2,9 @@
 
 #include <algorithm>
 
-namespace quorvane::vbs {
+#include "vbscript/compile/tree.h"
 
-const Identifier* variableBelow(const Expression& expression) {
-  const Expression* at = &expression;
-  while (at->kind == ExpressionKind::Call) {
-    at = static_cast<const CallExpression*>(at)->callee.get();
-  }
-  if (at->kind != ExpressionKind::Name) return nullptr;
-  return &static_cast<const NameExpression*>(at)->name;
-}
+namespace quorvane::vbs {
 
 void Mentions::mention(const Identifier& name, Flag flag) {
   std::uint8_t& flags = flags_[name.id];

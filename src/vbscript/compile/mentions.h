@@ -71,7 +71,4 @@ class Mentions {
   std::uint16_t mostHidden_ = 0;
 };
 
-/// The name at the bottom of `a`, `a(1)`, `a(1)(2)`, or null.
-const Identifier* variableBelow(const Expression& expression);
-
 }  // namespace quorvane::vbs

@@ -9,19 +9,21 @@ namespace quorvane::vbs {
 namespace {
 
 constexpr auto kOutOfMemory = static_cast<std::int32_t>(CompileErrorCode::OutOfMemory);
-constexpr auto kNameRedefined = static_cast<std::int32_t>(CompileErrorCode::NameRedefined);
 
 }  // namespace
 
 RoutineCompiler::RoutineCompiler(ScriptCompiler& script, Routine& routine, const Mentions& mentions)
-    : script_(script), routine_(routine), mentions_(mentions), bindings_(script.nameCount()) {}
+    : script_(script),
+      routine_(routine),
+      mentions_(mentions),
+      scope_(script, routine, mentions),
+      facts_(scope_) {}
 
 // ---- The frame ----
 
 void RoutineCompiler::compileProcedure(const Procedure& tree) {
-  declareParameters(tree);
-  declareVariables();
-  beginFrame(variableCount_);
+  scope_.declareProcedure(tree);
+  beginFrame(scope_.variableCount());
   beginStatement(tree.position);
   dimArrays();
   compileBlock(tree.body);
@@ -29,11 +31,8 @@ void RoutineCompiler::compileProcedure(const Procedure& tree) {
 }
 
 void RoutineCompiler::compileMain(const Block& body) {
-  isMain_ = !script_.context().asRoutine;
-  routine_.isGlobalScope = script_.context().inGlobalScope;
-  if (script_.context().outer) declareOuterVariables();
-  declareVariables();
-  beginFrame(isMain_ ? kMaxGlobals : variableCount_);
+  scope_.declareMain();
+  beginFrame(scope_.isMain() ? kMaxGlobals : scope_.variableCount());
   beginStatement({1, 1});
   dimArrays();
   if (script_.context().outer) setOuterConstants();
@@ -42,60 +41,14 @@ void RoutineCompiler::compileMain(const Block& body) {
 }
 
 void RoutineCompiler::compileMainExpression(const Expression& expression) {
-  routine_.isGlobalScope = !script_.context().outer;
-  if (script_.context().outer) declareOuterVariables();
-  routine_.result = variableCount_++;
-  declareVariables();
-  beginFrame(variableCount_);
+  scope_.declareExpression();
+  beginFrame(scope_.variableCount());
   beginStatement(expression.position);
   const Temporaries temporaries(*this);
   const Register value = newTemporary();
   compileTo(expression, value);
   emit(Opcode::Hold, routine_.result, value);
   finish(expression.position);
-}
-
-void RoutineCompiler::addVariable(const Identifier& name) {
-  Binding& binding = bindings_[name.id];
-  binding = Binding();
-  binding.kind = Binding::Kind::Register;
-  binding.index = variableCount_++;
-  if (script_.keepsVariableNames()) {
-    routine_.variables.push_back({std::string(name.lower), binding.index});
-  }
-}
-
-void RoutineCompiler::declareParameters(const Procedure& tree) {
-  for (const auto& parameter : tree.parameters) addVariable(parameter.name);
-  if (routine_.owner) routine_.me = variableCount_++;
-  if (tree.kind != ProcedureKind::Function && tree.kind != ProcedureKind::PropertyGet) return;
-  if (bindings_[tree.name.id].kind == Binding::Kind::Register) {
-    routine_.result = variableCount_++;  // a parameter hides the function's name
-    return;
-  }
-  addVariable(tree.name);
-  routine_.result = bindings_[tree.name.id].index;
-}
-
-/// The variables of the routine around an Execute or Eval come in as references: the registers
-/// from 0 on, in the order of `parameters`, which the machine reads.
-void RoutineCompiler::declareOuterVariables() {
-  const Routine& outer = *script_.context().outer;
-  for (const Identifier* name : mentions_.names()) {
-    const auto found =
-        std::find_if(outer.variables.begin(), outer.variables.end(),
-                     [&](const Routine::Variable& v) { return v.lower == name->lower; });
-    constexpr unsigned kDeclares = Mentions::kDeclared | Mentions::kConstant;
-    const bool declares = (mentions_.flags(name->id) & kDeclares) != 0;
-    const bool isNew = found == outer.variables.end();
-    if (isNew && !declares && resolveUndeclared(*name).kind != Binding::Kind::Register) continue;
-    addVariable(*name);
-    routine_.parameters.push_back({std::string(name->lower), false, false});
-    if (!isNew && found->index == outer.result) outerResult_ = bindings_[name->id].index;
-  }
-  routine_.parameterCount = variableCount_;
-  routine_.owner = outer.owner;
-  if (routine_.owner) routine_.me = variableCount_++;
 }
 
 /// What Const declares in a text that runs within a routine stays known to that routine.
@@ -105,92 +58,23 @@ void RoutineCompiler::setOuterConstants() {
   }
 }
 
-void RoutineCompiler::declareVariables() {
-  const bool globalScope =
-      &routine_ == &script_.program().main() && script_.context().inGlobalScope;
-  // Constants that a text adds to the routine around it are variables there: see setOuterConstants.
-  if (!globalScope && !script_.context().outer) {
-    for (const auto* constant : mentions_.constants()) {
-      Binding& binding = bindings_[constant->name.id];
-      if (binding.kind != Binding::Kind::Unresolved) {
-        failCompile(kNameRedefined, constant->position);
-      }
-      binding.kind = Binding::Kind::Constant;
-      binding.constant = &constant->value;
-    }
-  }
-  if (!globalScope) {
-    for (const auto* variable : mentions_.declarations()) {
-      if (bindings_[variable->name.id].kind == Binding::Kind::Unresolved) {
-        addVariable(variable->name);
-      }
-    }
-  }
-  for (const Identifier* name : mentions_.names()) {
-    Binding& binding = bindings_[name->id];
-    if (binding.kind != Binding::Kind::Unresolved) continue;
-    const Binding found = resolveUndeclared(*name);
-    if (found.kind == Binding::Kind::Register && found.index == kNoRegister) {
-      addVariable(*name);
-    } else {
-      binding = found;
-    }
-    if (binding.kind == Binding::Kind::Late && !globalScope && !script_.optionExplicit()) {
-      addVariable(*name);
-      bindings_[name->id].kind = Binding::Kind::Late;
-    }
-  }
-}
-
-/// A Register without an index asks for a variable of the routine's own.
-Binding RoutineCompiler::resolveUndeclared(const Identifier& name) {
-  using Kind = Binding::Kind;
-  Binding binding;
-  const std::uint8_t flags = mentions_.flags(name.id);
-  if (routine_.owner || (script_.context().outer && script_.context().outer->owner)) {
-    const ScriptClass* owner = routine_.owner ? routine_.owner : script_.context().outer->owner;
-    if (const ClassMember* member = owner->find(name.lower)) {
-      binding.kind = Kind::Own;
-      binding.own = member;
-      if (member->kind == ClassMember::Kind::Field) {
-        binding.kind = Kind::Field;
-        binding.index = member->slot;
-      } else if (member->kind == ClassMember::Kind::Constant) {
-        binding.kind = Kind::Constant;
-        binding.constant = &member->constant;
-      }
-      return binding;
-    }
-  }
-  binding = script_.resolve(name);
-  if (isMain_ && binding.kind == Kind::Global) binding.kind = Kind::Register;
-  const bool writes = (flags & (Mentions::kAssigned | Mentions::kReDimmed)) != 0;
-  const bool shadowsLibrary = writes && ScriptCompiler::isOfLibrary(binding, name.lower);
-  if (binding.kind != Kind::Unresolved && !shadowsLibrary) return binding;
-  binding = Binding();
-  const bool declares = (flags & Mentions::kReDimmed) != 0;
-  const bool isVariable = flags != Mentions::kCalled && (!script_.optionExplicit() || declares);
-  binding.kind = isVariable && !script_.lateNames() ? Kind::Register : Kind::Late;
-  return binding;
-}
-
 void RoutineCompiler::beginFrame(std::uint16_t firstHidden) {
   firstHidden_ = firstHidden;
   routine_.firstTemporary = static_cast<std::uint16_t>(firstHidden + mentions_.hiddenVariables());
   // Global variables keep what earlier runs left.
-  routine_.firstCleared = isMain_ ? kMaxGlobals : routine_.parameterCount;
+  routine_.firstCleared = scope_.isMain() ? kMaxGlobals : routine_.parameterCount;
   nextTemporary_ = routine_.firstTemporary;
   routine_.registerCount = nextTemporary_;
 }
 
-RoutineCompiler::Register RoutineCompiler::newTemporary() {
+Register RoutineCompiler::newTemporary() {
   if (nextTemporary_ + 1 >= kNoRegister) failCompile(kOutOfMemory, {1, 1});
   const auto r = static_cast<Register>(nextTemporary_++);
   routine_.registerCount = std::max(routine_.registerCount, nextTemporary_);
   return r;
 }
 
-RoutineCompiler::Register RoutineCompiler::hidden() {
+Register RoutineCompiler::hidden() {
   return static_cast<Register>(firstHidden_ + hiddenInUse_++);
 }
 
@@ -215,7 +99,7 @@ void RoutineCompiler::dimArrays() {
 
 void RoutineCompiler::finish(SourcePosition end) {
   beginStatement(end);
-  emit(isMain_ ? Opcode::Halt : Opcode::Return);
+  emit(scope_.isMain() ? Opcode::Halt : Opcode::Return);
   auto& statements = routine_.statements;
   for (std::size_t i = 0; i < statements.size(); ++i) {
     if (statements[i].resume != 0) continue;
@@ -376,7 +260,7 @@ void RoutineCompiler::noteElement(const Expression& array,
                                   const std::vector<ExpressionPtr>& indexes) {
   noteOperand(array);
   const Binding* index = indexes.size() == 1 && indexes[0] ? bindName(*indexes[0]) : nullptr;
-  if (!index || !isVariable(*index)) return;
+  if (!index || !index->isVariable()) return;
   auto& names = routine_.operandNames;
   const auto at = static_cast<std::uint32_t>(routine_.code.size());
   if (names.empty() || names.back().start != at) names.push_back({at});

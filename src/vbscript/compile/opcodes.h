@@ -75,6 +75,8 @@
   X(NotEqual, "rrr", "a = (b <> c)")                                                              \
   X(Less, "rrr", "a = (b < c)")                                                                   \
   X(LessOrEqual, "rrr", "a = (b <= c)")                                                           \
+  X(Greater, "rrr", "a = (b > c)")                                                                \
+  X(GreaterOrEqual, "rrr", "a = (b >= c)")                                                        \
   X(EqualConstant, "rrk", "a = (b = literal)")                                                    \
   X(NotEqualConstant, "rrk", "a = (b <> literal)")                                                \
   X(LessConstant, "rrk", "a = (b < literal)")                                                     \
@@ -88,6 +90,8 @@
   X(JumpNotEqual, "rrs W", "Jumps when (a <> b) is flag c")                                       \
   X(JumpLess, "rrs W", "Jumps when (a < b) is flag c")                                            \
   X(JumpLessOrEqual, "rrs W", "Jumps when (a <= b) is flag c")                                    \
+  X(JumpGreater, "rrs W", "Jumps when (a > b) is flag c")                                         \
+  X(JumpGreaterOrEqual, "rrs W", "Jumps when (a >= b) is flag c")                                 \
   X(JumpEqualConstant, "rks W", "Jumps when (a = literal) is flag c")                             \
   X(JumpNotEqualConstant, "rks W", "Jumps when (a <> literal) is flag c")                         \
   X(JumpLessConstant, "rks W", "Jumps when (a < literal) is flag c")                              \

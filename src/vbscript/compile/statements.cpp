@@ -118,16 +118,14 @@ void RoutineCompiler::compileCaseTest(Register subject, const Expression& value,
 }
 
 /// The register of a loop's variable, or one that refers to it as long as the loop runs.
-RoutineCompiler::Register RoutineCompiler::loopVariable(const Identifier& name, SourcePosition) {
+Register RoutineCompiler::loopVariable(const Identifier& name, SourcePosition) {
   const Binding& binding = bind(name);
-  if (binding.kind == Binding::Kind::Register) return binding.index;
+  if (binding.kind == Binding::Kind::InRegister) return binding.index;
   const Register reference = hidden();
   switch (binding.kind) {
     case Binding::Kind::Global:
-      emit(Opcode::RefGlobal, reference, binding.index);
-      break;
     case Binding::Kind::Field:
-      emit(Opcode::RefField, reference, binding.index, routine_.me);
+      refer(binding, reference);
       break;
     case Binding::Kind::Late:
       emitName(Opcode::LateRef, reference, binding.index, script_.optionExplicit(), name);
@@ -156,9 +154,15 @@ void RoutineCompiler::compileFor(const ForStatement& statement) {
     compileTo(*statement.from, from);
     const Register last = newTemporary();
     compileTo(*statement.to, last);
+    const bool fromRuns = facts_.runsDefault(*statement.from);
+    const bool lastRuns = facts_.runsDefault(*statement.to);
+    const bool stepRuns = statement.step && facts_.runsDefault(*statement.step);
+    Register by = kNoRegister;
+    if (statement.step) compileTo(*statement.step, by = newTemporary());
+    // The values of objects in their order.
+    if (fromRuns && (lastRuns || stepRuns)) emit(Opcode::Plain, from, from);
+    if (lastRuns && stepRuns) emit(Opcode::Plain, last, last);
     if (statement.step) {
-      const Register by = newTemporary();
-      compileTo(*statement.step, by);
       emit(Opcode::Plain, step, by);
     } else {
       loadConstant(step, Value::integer(1));
@@ -178,14 +182,6 @@ void RoutineCompiler::compileFor(const ForStatement& statement) {
   hiddenInUse_ = outside;
 }
 
-/// Whether the expression is a local variable that the routine never writes or passes on.
-bool RoutineCompiler::isOnlyRead(const Expression& expression) const {
-  const Binding* binding = bindName(expression);
-  if (!binding || binding->kind != Binding::Kind::Register || isMain_) return false;
-  constexpr unsigned kUses = Mentions::kAssigned | Mentions::kReDimmed | Mentions::kPassed;
-  return (mentions_.flags(static_cast<const NameExpression&>(expression).name.id) & kUses) == 0;
-}
-
 void RoutineCompiler::compileForEach(const ForEachStatement& statement) {
   const std::uint16_t outside = hiddenInUse_;
   const Register walk = hidden();
@@ -198,11 +194,11 @@ void RoutineCompiler::compileForEach(const ForEachStatement& statement) {
     const Temporaries temporaries(*this);
     emit(Opcode::Clear, walk);
     variable = loopVariable(statement.variable, statement.position);
-    const bool isPlace = variableOf(*statement.collection).has_value();
+    const bool isPlace = scope_.variableOf(*statement.collection).has_value();
     const Register collection =
         isPlace ? placeOf(*statement.collection) : operandAsObject(*statement.collection);
     noteOperand(*statement.collection);
-    emit(Opcode::ForEachPrepare, walk, collection, isOnlyRead(*statement.collection));
+    emit(Opcode::ForEachPrepare, walk, collection, scope_.isOnlyRead(*statement.collection));
     jumpTo(next);
   }
   loops_.push_back({ExitKind::For, &exit, outside});
@@ -250,7 +246,7 @@ void RoutineCompiler::compileDo(const DoStatement& statement) {
 
 void RoutineCompiler::compileExit(const ExitStatement& statement) {
   if (statement.what != ExitKind::Do && statement.what != ExitKind::For) {
-    return emit(isMain_ ? Opcode::Halt : Opcode::Return);
+    return emit(scope_.isMain() ? Opcode::Halt : Opcode::Return);
   }
   for (auto loop = loops_.rbegin(); loop != loops_.rend(); ++loop) {
     if (loop->kind != statement.what) continue;
@@ -298,7 +294,7 @@ void RoutineCompiler::compileErase(const EraseStatement& statement) {
   for (const auto& erased : statement.targets) {
     const Temporaries temporaries(*this);
     std::vector<Register> locks;
-    const Register array = placeOf(*erased, locks);
+    const Register array = placeAt(pushPath(*erased), locks);
     noteOperand(*erased);
     emit(Opcode::Erase, array);
     releaseLocks(locks);

@@ -28,12 +28,6 @@ Concatenation concatenationOf(const Expression& expression) {
   return found;
 }
 
-bool isSameName(const Expression& a, const Expression& b) {
-  return a.kind == ExpressionKind::Name && b.kind == ExpressionKind::Name &&
-         static_cast<const NameExpression&>(a).name.id ==
-             static_cast<const NameExpression&>(b).name.id;
-}
-
 }  // namespace
 
 void RoutineCompiler::compileConcatenation(const BinaryExpression& binary, Register target) {
@@ -42,72 +36,113 @@ void RoutineCompiler::compileConcatenation(const BinaryExpression& binary, Regis
   concatenateParts(std::move(parts), target);
 }
 
+// ---- Pieces ----
+
+/// Whether the part does the same whenever it is evaluated before the pieces are joined. A variable
+/// alone is read only then.
+bool RoutineCompiler::isQuiet(const Expression& part) {
+  if (scope_.variableOf(unwrapped(part))) return true;
+  const ExpressionFacts facts = facts_.of(part);
+  return !facts.runsCode && !facts.readsShared;
+}
+
+/// Puts the part's value, or a reference to the variable that it is, into `piece`. `later`: what
+/// runs before the value is wanted. With `isRead` it is read next, out of the register returned.
+Register RoutineCompiler::pushPiece(const Expression& part, const ExpressionFacts& later,
+                                    Register piece, bool isRead) {
+  const auto variable = scope_.variableOf(unwrapped(part));
+  const bool isRegister = variable && variable->kind == Binding::Kind::InRegister;
+  if (!variable || facts_.mayChange(later, *variable) || !(isRegister || scope_.valuesRunCode())) {
+    compileTo(part, piece);
+  } else if (isRegister && isRead) {
+    return variable->index;
+  } else {
+    refer(*variable, piece);
+  }
+  return piece;
+}
+
+/// Evaluates the parts of `a & b & c` into consecutive temporaries, in the order of the operators:
+/// a, b, the plain values of a and of b, c, its plain value. So an object's default property runs
+/// before the parts behind it are read, where that can make a difference; else it runs when the
+/// pieces are joined. `isAppend`: the others are joined first, and then added to the first.
+Register RoutineCompiler::pushPieces(const std::vector<const Expression*>& parts, bool isAppend) {
+  const auto behind = facts_.behind(parts);
+  std::size_t loud = parts.size();  // behind the last part that is not quiet
+  while (loud > 0 && isQuiet(*parts[loud - 1])) --loud;
+  const auto isPlain = [&](std::size_t i) {
+    const bool matters = std::max<std::size_t>(i, 1) + 1 < loud || (isAppend && i <= 1);
+    return matters && facts_.runsDefault(*parts[i]);
+  };
+  const auto first = static_cast<Register>(nextTemporary_);
+  Register firstSource = first;
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    const Register piece = newTemporary();
+    ExpressionFacts later = !isPlain(i) ? behind[i]
+                            : i == 0    ? facts_.of(*parts[1])
+                                        : ExpressionFacts();
+    if (i == 1) later.runsCode |= isPlain(0);
+    const Register source = pushPiece(*parts[i], later, piece, isPlain(i));
+    if (i == 0) firstSource = source;
+    if (i == 1 && isPlain(0)) emit(Opcode::Plain, first, firstSource);
+    if (i >= 1 && isPlain(i)) emit(Opcode::Plain, piece, source);
+  }
+  return first;
+}
+
+void RoutineCompiler::joinPieces(Register target, Register first, std::size_t count) {
+  if (count == 2) return emit(Opcode::Concatenate, target, first, first + 1u);
+  emit(Opcode::ConcatenateMany, target, first, static_cast<unsigned>(count));
+}
+
 // ---- Texts that grow in place ----
 
 /// A register with what is to be added.
-RoutineCompiler::Register RoutineCompiler::tailOf(std::vector<const Expression*> parts) {
+Register RoutineCompiler::tailOf(const std::vector<const Expression*>& parts) {
   if (parts.size() == 1) return operand(*parts[0]);
   const Register tail = newTemporary();
-  concatenateParts(std::move(parts), tail);
+  concatenateParts(parts, tail);
   return tail;
 }
 
-bool RoutineCompiler::anyDisturbs(const std::vector<const Expression*>& parts,
-                                  Register variable) const {
-  return std::any_of(parts.begin(), parts.end(),
-                     [&](const Expression* part) { return disturbs(*part, variable); });
-}
-
-/// What an expression stands for that is a variable or, with or without Me, a field of the class.
-std::optional<Binding> RoutineCompiler::variableOf(const Expression& expression) const {
-  if (const Binding* binding = bindName(expression)) {
-    return isVariable(*binding) ? std::optional(*binding) : std::nullopt;
+/// Registers with the value of `first` as it was, and with what is to be added to it.
+RoutineCompiler::Growth RoutineCompiler::pushGrowth(const Expression& first,
+                                                    std::vector<const Expression*> parts) {
+  if (parts.size() > 1 && scope_.valuesRunCode()) {
+    const std::size_t count = parts.size();
+    parts.insert(parts.begin(), &first);
+    const Register before = pushPieces(parts, true);
+    const auto tail = static_cast<Register>(before + 1);
+    joinPieces(tail, tail, count);
+    return {before, tail};
   }
-  if (expression.kind != ExpressionKind::Member) return std::nullopt;
-  const ClassMember* own = ownMember(static_cast<const MemberExpression&>(expression));
-  if (!own || own->kind != ClassMember::Kind::Field) return std::nullopt;
-  Binding field;
-  field.kind = Binding::Kind::Field;
-  field.index = own->slot;
-  return field;
-}
-
-/// Whether joining the value with others may run code of the script, as the default property of an
-/// object does.
-bool RoutineCompiler::mayRunDefault(const Expression& expression) const {
-  const Binding* binding = bindName(unwrapped(expression));
-  return binding && isVariable(*binding) && script_.valuesRunCode();
+  const Register before = newTemporary();
+  compileTo(first, before);
+  return {before, tailOf(parts)};
 }
 
 /// `s = s & a & b` adds to s what it lacks.
 bool RoutineCompiler::appendToVariable(const Expression& target, const Expression& value) {
-  const auto variable = variableOf(target);
+  const auto variable = scope_.variableOf(target);
   if (!variable) return false;
   auto [first, parts] = concatenationOf(value);
-  const auto left = variableOf(*first);
+  const auto left = scope_.variableOf(*first);
   const bool isSame = left && left->kind == variable->kind && left->index == variable->index;
   if (parts.empty() || !isSame) return false;
+  std::vector<ExpressionPtr> made;
+  joinTexts(parts, made);
   const Temporaries temporaries(*this);
-  // Nothing but this routine reaches its own variables; a parameter may stand for any.
-  const bool isOwn = variable->kind == Binding::Kind::Register && !isMain_ &&
-                     variable->index >= routine_.parameterCount;
-  const bool runsDefault =
-      parts.size() > 1 &&
-      std::any_of(parts.begin(), parts.end(), [&](auto* part) { return mayRunDefault(*part); });
-  const bool disturbed =
-      anyDisturbs(parts, isOwn ? variable->index : kNoRegister) || (!isOwn && runsDefault);
-  Register before = kNoRegister;
-  if (disturbed) {
-    before = newTemporary();
-    compileTo(target, before);
+  ExpressionFacts facts;
+  for (const Expression* part : parts) facts.add(facts_.of(*part));
+  const bool isSaved =
+      facts_.mayChange(facts, *variable) || (parts.size() > 1 && scope_.valuesRunCode());
+  if (!isSaved) {
+    const Register tail = tailOf(parts);
+    emit(Opcode::Append, placeOf(target), tail);
+    return true;
   }
-  const Register tail = tailOf(std::move(parts));
-  const Register place = placeOf(target);
-  if (disturbed) {
-    emit(Opcode::AppendSaved, place, before, tail);
-  } else {
-    emit(Opcode::Append, place, tail);
-  }
+  const Growth growth = pushGrowth(*first, std::move(parts));
+  emit(Opcode::AppendSaved, placeOf(target), growth.before, growth.tail);
   return true;
 }
 
@@ -120,19 +155,14 @@ bool RoutineCompiler::isSamePlainIndex(const Expression& a, const Expression& b)
     return constant->is(Type::Integer) && constant->asInt() == other->asInt();
   }
   const Binding* binding = bindName(a);
-  return binding && isVariable(*binding) && isSameName(a, b);
+  return binding && binding->isVariable() && isSameName(a, b);
 }
 
 /// `t(i) = t(i) & a & b`
 bool RoutineCompiler::appendToElement(const CallExpression& target, const Expression& value) {
   const Binding* array = bindName(*target.callee);
-  if (!array || !isVariable(*array) || target.arguments.size() != 1 || !target.arguments[0]) {
-    return false;
-  }
-  const bool isResult = array->kind == Binding::Kind::Register &&
-                        (array->index == routine_.result || array->index == outerResult_);
-  if (isResult) return false;
-
+  if (!array || !array->isVariable() || scope_.isResult(*array)) return false;
+  if (target.arguments.size() != 1 || !target.arguments[0]) return false;
   const Expression& index = *target.arguments[0];
   auto [first, parts] = concatenationOf(value);
   if (parts.empty() || first->kind != ExpressionKind::Call) return false;
@@ -142,10 +172,10 @@ bool RoutineCompiler::appendToElement(const CallExpression& target, const Expres
                       isSamePlainIndex(*element.arguments[0], index);
   if (!isSame) return false;
 
+  std::vector<ExpressionPtr> made;
+  joinTexts(parts, made);
   const Temporaries temporaries(*this);
-  const Register before = newTemporary();
-  compileTo(*first, before);
-  const Register tail = tailOf(std::move(parts));
+  const auto [before, tail] = pushGrowth(*first, std::move(parts));
   const Register at = operand(index);
   const Register place = placeOf(*target.callee);
   emit(Opcode::AppendElement, place, at, before);
@@ -165,10 +195,10 @@ bool RoutineCompiler::appendToMember(const MemberExpression& target, const Expre
                                      : !member.object && !withs_.empty());
   if (!isSame) return false;
 
+  std::vector<ExpressionPtr> made;
+  joinTexts(parts, made);
   const Temporaries temporaries(*this);
-  const Register before = newTemporary();
-  compileTo(*first, before);
-  const Register tail = tailOf(std::move(parts));
+  const auto [before, tail] = pushGrowth(*first, std::move(parts));
   const Register object = objectOperand(target);
   emit(Opcode::AppendMember, object, before, tail);
   noteObject(target);
@@ -238,26 +268,11 @@ void RoutineCompiler::concatenateParts(std::vector<const Expression*> parts, Reg
   if (parts.size() == 1) return compileTo(*parts[0], target);
   const Temporaries temporaries(*this);
   if (parts.size() == 2) {
-    const Register l = operandBefore(*parts[0], *parts[1], target);
+    const Register l = operandBefore(*parts[0], facts_.of(*parts[1]), target);
     const Register r = operand(*parts[1], l == target ? kNoRegister : target);
     return emit(Opcode::Concatenate, target, l, r);
   }
-  const auto first = static_cast<Register>(nextTemporary_);
-  for (std::size_t i = 0; i < parts.size(); ++i) {
-    const Register piece = newTemporary();
-    const Binding* binding = bindName(unwrapped(*parts[i]));
-    const bool inRegister = binding && binding->kind == Binding::Kind::Register;
-    const bool stays = inRegister && std::none_of(parts.begin() + static_cast<std::ptrdiff_t>(i),
-                                                  parts.end(), [&](const Expression* later) {
-                                                    return disturbs(*later, binding->index);
-                                                  });
-    if (stays) {
-      emit(Opcode::RefVariable, piece, binding->index);
-    } else {
-      compileTo(*parts[i], piece);
-    }
-  }
-  emit(Opcode::ConcatenateMany, target, first, static_cast<unsigned>(parts.size()));
+  joinPieces(target, pushPieces(parts, false), parts.size());
 }
 
 // ---- Constant texts that are written ----
@@ -276,9 +291,9 @@ std::optional<RoutineCompiler::ConstantWrite> RoutineCompiler::constantWrite(
   if (call.callee->kind != ExpressionKind::Member) return std::nullopt;
   if (call.arguments.size() != 1 || !call.arguments[0]) return std::nullopt;
   const auto& callee = static_cast<const MemberExpression&>(*call.callee);
-  const Binding* host = hostObjectOf(callee);
+  const Binding* host = scope_.hostObjectOf(callee);
   if (!host) return std::nullopt;
-  const MemberId member = hostMember(*host, callee.name);
+  const MemberId member = scope_.hostMember(*host, callee.name);
   if (!script_.context().host[host->index].object->joinsTexts(member)) return std::nullopt;
   auto text = joinedText(*call.arguments[0]);
   if (!text) return std::nullopt;

@@ -296,8 +296,8 @@ Value dateAdd(Runtime&, Args args) {
 
 Value dateDiff(Runtime&, Args args) {
   const Interval interval = intervalAt(args, 0);
-  const Operand from(args[1], args[2]);
-  const Operand to(args[2]);
+  const Operands both(args[1], args[2]);
+  const auto& [from, to] = both;
   const std::int32_t firstDay = firstWeekdayAt(args, 3);
   if (from->isNull() || to->isNull()) return Value::null();
   return countValue(difference(interval, toDate(*from), toDate(*to), firstDay));

@@ -224,8 +224,8 @@ Value filter(Runtime&, Args args) {
 }
 
 Value strComp(Runtime&, Args args) {
-  const Operand a(args[0], args[1]);
-  const Operand b(args[1]);
+  const Operands both(args[0], args[1]);
+  const auto& [a, b] = both;
   const bool ignoreCase = ignoresCase(args, 2);
   if (a->isNull() || b->isNull()) return Value::null();
   const String first = toString(*a);

@@ -302,18 +302,6 @@ void Machine::execute(const Frame* entry) {
   }                                                                                            \
   VBS_NEXT(1);
 
-#define VBS_COMPARE_CONSTANT_ONLY(name, Numbers)                              \
-  name : {                                                                    \
-    bool holds = false;                                                       \
-    if (needsCare(base[pc->a]) ||                                             \
-        !compareNumbers<Numbers>(base[pc->b], constants[pc->c], holds)) {     \
-      VBS_SLOW(compareSlow(pc, base, Opcode::name, constants[pc->c], false)); \
-    } else {                                                                  \
-      base[pc->a].setIntUncounted(Type::Boolean, holds ? -1 : 0);             \
-    }                                                                         \
-  }                                                                           \
-  VBS_NEXT(1);
-
 #define VBS_COMPARE_JUMP(name, Numbers, right, isTemporaryRight)                          \
   name : {                                                                                \
     bool holds = false;                                                                   \
@@ -516,8 +504,8 @@ AppendMember:
   VBS_COMPARE(NotEqual, NotEqualNumbers)
   VBS_COMPARE(Less, LessNumbers)
   VBS_COMPARE(LessOrEqual, LessOrEqualNumbers)
-  VBS_COMPARE_CONSTANT_ONLY(GreaterConstant, GreaterNumbers)
-  VBS_COMPARE_CONSTANT_ONLY(GreaterOrEqualConstant, GreaterOrEqualNumbers)
+  VBS_COMPARE(Greater, GreaterNumbers)
+  VBS_COMPARE(GreaterOrEqual, GreaterOrEqualNumbers)
 
 Jump:
   VBS_JUMP(pc->wide());
@@ -536,6 +524,8 @@ JumpUnless:
   VBS_JUMP_REGISTERS(JumpNotEqual, NotEqualNumbers)
   VBS_JUMP_REGISTERS(JumpLess, LessNumbers)
   VBS_JUMP_REGISTERS(JumpLessOrEqual, LessOrEqualNumbers)
+  VBS_JUMP_REGISTERS(JumpGreater, GreaterNumbers)
+  VBS_JUMP_REGISTERS(JumpGreaterOrEqual, GreaterOrEqualNumbers)
   VBS_JUMP_CONSTANT(JumpEqualConstant, EqualNumbers)
   VBS_JUMP_CONSTANT(JumpNotEqualConstant, NotEqualNumbers)
   VBS_JUMP_CONSTANT(JumpLessConstant, LessNumbers)

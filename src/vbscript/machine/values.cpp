@@ -237,7 +237,9 @@ Relation relationOf(Opcode op) {
     case Opcode::JumpLessOrEqual:
     case Opcode::JumpLessOrEqualConstant:
       return Relation::LessOrEqual;
+    case Opcode::Greater:
     case Opcode::GreaterConstant:
+    case Opcode::JumpGreater:
     case Opcode::JumpGreaterConstant:
       return Relation::Greater;
     default:

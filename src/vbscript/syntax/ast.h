@@ -71,6 +71,7 @@ struct Expression {
   ExpressionKind kind;
   std::uint16_t height = 1;  ///< one more than the highest operand's
   SourcePosition position;
+  mutable std::uint32_t mark = 0;  ///< the compiler's own: where it keeps what it found out
 
   virtual ~Expression() = default;
 

@@ -11,13 +11,7 @@ namespace quorvane::vbs {
 /// original where it can.
 class Operand {
  public:
-  explicit Operand(const Value& value) : value_(&value.deref()) {
-    if (value_->isObject()) own(plainValue(*value_));
-  }
-  /// The left one of two: copied when the right one's default value may run code that changes it.
-  Operand(const Value& value, const Value& right) : Operand(value) {
-    if (value_ != &own_ && right.deref().isObject()) own(*value_);
-  }
+  explicit Operand(const Value& value) : value_(&value.deref()) { settle(); }
   Operand(const Operand&) = delete;
   Operand& operator=(const Operand&) = delete;
 
@@ -25,6 +19,13 @@ class Operand {
   const Value* operator->() const { return value_; }
 
  private:
+  friend struct Operands;
+  enum class Later : std::uint8_t { Settles };
+  Operand(const Value& value, Later) : value_(&value.deref()) {}
+
+  void settle() {
+    if (value_->isObject()) own(plainValue(*value_));
+  }
   void own(Value value) {
     own_ = std::move(value);
     value_ = &own_;
@@ -32,6 +33,23 @@ class Operand {
 
   Value own_;
   const Value* value_;
+};
+
+/// Both operands of an operator, as they are when it begins: a default value may take code that
+/// changes the variable on the other side. The left one's comes first.
+struct Operands {
+  Operands(const Value& l, const Value& r)
+      : left(l, Operand::Later::Settles), right(r, Operand::Later::Settles) {
+    const bool leftRuns = left->isObject();
+    const bool rightRuns = right->isObject();
+    if (rightRuns) left.own(*left);
+    if (leftRuns) right.own(*right);
+    left.settle();
+    right.settle();
+  }
+
+  Operand left;
+  Operand right;
 };
 
 inline constexpr unsigned typeBit(Type type) {

@@ -177,8 +177,8 @@ double operandNumber(const Value& operand) {
 }
 
 Value add(const Value& left, const Value& right) {
-  const Operand a(left, right);
-  const Operand b(right);
+  const Operands both(left, right);
+  const auto& [a, b] = both;
   if (joinsTexts(*a, *b)) return String::joined(toString(*a), toString(*b));
   if (eitherNull(*a, *b)) return Value::null();
   const Type type = widerType(arithmeticType(*a), arithmeticType(*b));
@@ -189,8 +189,8 @@ Value add(const Value& left, const Value& right) {
 }
 
 Value subtract(const Value& left, const Value& right) {
-  const Operand a(left, right);
-  const Operand b(right);
+  const Operands both(left, right);
+  const auto& [a, b] = both;
   if (eitherNull(*a, *b)) return Value::null();
   Type type = widerType(arithmeticType(*a), arithmeticType(*b));
   if (type == Type::Currency) return subtractCurrency(operandCurrency(*a), operandCurrency(*b));
@@ -201,8 +201,8 @@ Value subtract(const Value& left, const Value& right) {
 }
 
 Value multiply(const Value& left, const Value& right) {
-  const Operand a(left, right);
-  const Operand b(right);
+  const Operands both(left, right);
+  const auto& [a, b] = both;
   if (eitherNull(*a, *b)) return Value::null();
   const Type typeA = arithmeticType(*a);
   const Type typeB = arithmeticType(*b);
@@ -221,8 +221,8 @@ Value multiply(const Value& left, const Value& right) {
 }
 
 Value divide(const Value& left, const Value& right) {
-  const Operand a(left, right);
-  const Operand b(right);
+  const Operands both(left, right);
+  const auto& [a, b] = both;
   if (eitherNull(*a, *b)) return Value::null();
   const bool single = dividesToSingle(arithmeticType(*a), arithmeticType(*b));
   const double dividend = operandNumber(*a);
@@ -234,8 +234,8 @@ Value divide(const Value& left, const Value& right) {
 }
 
 Value integerDivide(const Value& left, const Value& right) {
-  const Operand a(left, right);
-  const Operand b(right);
+  const Operands both(left, right);
+  const auto& [a, b] = both;
   if (eitherNull(*a, *b)) return Value::null();
   const auto [dividend, divisor, type] = wholeOperands(*a, *b);
   const std::int64_t quotient = dividend / divisor;
@@ -244,16 +244,16 @@ Value integerDivide(const Value& left, const Value& right) {
 }
 
 Value modulo(const Value& left, const Value& right) {
-  const Operand a(left, right);
-  const Operand b(right);
+  const Operands both(left, right);
+  const auto& [a, b] = both;
   if (eitherNull(*a, *b)) return Value::null();
   const auto [dividend, divisor, type] = wholeOperands(*a, *b);
   return wholeResult(dividend % divisor, type);
 }
 
 Value power(const Value& left, const Value& right) {
-  const Operand a(left, right);
-  const Operand b(right);
+  const Operands both(left, right);
+  const auto& [a, b] = both;
   if (eitherNull(*a, *b)) return Value::null();
   const double base = operandNumber(*a);
   const double exponent = operandNumber(*b);

@@ -101,15 +101,15 @@ void appendText(String& target, const Value& tail) {
 }  // namespace
 
 Ordering compare(const Value& left, const Value& right) {
-  const Operand a(left, right);
-  const Operand b(right);
+  const Operands both(left, right);
+  const auto& [a, b] = both;
   return orderPlain(*a, *b);
 }
 
 Ordering compareWithLiteral(const Value& left, const Value& right, bool leftIsLiteral,
                             bool rightIsLiteral) {
-  const Operand a(left, right);
-  const Operand b(right);
+  const Operands both(left, right);
+  const auto& [a, b] = both;
   if (leftIsLiteral && rightIsLiteral) {
     // A number literal decides over a text literal.
     (a->isString() ? leftIsLiteral : rightIsLiteral) = false;
@@ -140,8 +140,8 @@ bool isSame(const Value& left, const Value& right) {
 }
 
 Value concatenate(const Value& left, const Value& right) {
-  const Operand a(left, right);
-  const Operand b(right);
+  const Operands both(left, right);
+  const auto& [a, b] = both;
   if (a->isNull() && b->isNull()) return Value::null();
   return String::joined(joinedText(*a), joinedText(*b));
 }
@@ -180,6 +180,11 @@ bool stillHolds(const Value& place, const Value& before) {
 }
 
 void appendToEarlier(Value& target, Value before, const Value& tail) {
+  if (before.isObject()) {
+    Value joined = concatenate(before, tail);
+    target.deref() = std::move(joined);
+    return;
+  }
   const Operand plain(tail);
   if (stillHolds(target.deref(), before)) {
     before = Value();

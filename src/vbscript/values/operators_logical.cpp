@@ -1,4 +1,5 @@
 #include <cmath>
+#include <utility>
 
 #include "vbscript/values/operand.h"
 #include "vbscript/values/operators.h"
@@ -39,6 +40,12 @@ Bits bitsOf(const Value& value) {
   }
 }
 
+std::pair<Bits, Bits> bitsOfBoth(const Value& left, const Value& right) {
+  const Operands both(left, right);
+  const Bits a = bitsOf(*both.left);
+  return {a, bitsOf(*both.right)};
+}
+
 Type commonType(const Bits& a, const Bits& b) {
   if (a.isNull()) return b.type;
   if (b.isNull() || a.type == b.type) return a.type;
@@ -61,8 +68,7 @@ Value make(std::int32_t bits, Type type) {
 /// `operation` on both sides; Null when either is.
 template <class Operation>
 Value bitwise(const Value& left, const Value& right, Operation operation) {
-  const Bits a = bitsOf(left);
-  const Bits b = bitsOf(right);
+  const auto [a, b] = bitsOfBoth(left, right);
   if (a.isNull() || b.isNull()) return Value::null();
   return make(operation(a.bits, b.bits), commonType(a, b));
 }
@@ -75,8 +81,7 @@ Value logicalNot(const Value& value) {
 }
 
 Value logicalAnd(const Value& left, const Value& right) {
-  const Bits a = bitsOf(left);
-  const Bits b = bitsOf(right);
+  const auto [a, b] = bitsOfBoth(left, right);
   if (a.isNull() != b.isNull()) {
     // A zero decides whatever the unknown side may be.
     const Bits& known = a.isNull() ? b : a;
@@ -86,8 +91,7 @@ Value logicalAnd(const Value& left, const Value& right) {
 }
 
 Value logicalOr(const Value& left, const Value& right) {
-  const Bits a = bitsOf(left);
-  const Bits b = bitsOf(right);
+  const auto [a, b] = bitsOfBoth(left, right);
   if (a.isNull() != b.isNull()) {
     const Bits& known = a.isNull() ? b : a;
     return known.bits != 0 ? make(known.bits, known.type) : Value::null();
@@ -104,8 +108,7 @@ Value logicalEqv(const Value& left, const Value& right) {
 }
 
 Value logicalImp(const Value& left, const Value& right) {
-  const Bits a = bitsOf(left);
-  const Bits b = bitsOf(right);
+  const auto [a, b] = bitsOfBoth(left, right);
   if (a.isNull()) return b.bits != 0 ? make(b.bits, b.type) : Value::null();
   if (b.isNull()) return a.bits != -1 ? make(~a.bits, a.type) : Value::null();
   return make(~a.bits | b.bits, commonType(a, b));

@@ -1,0 +1,244 @@
+#include "vbscript/compile/routine_scope.h"
+
+#include <algorithm>
+
+#include "vbscript/compile/compiler.h"
+#include "vbscript/compile/tree.h"
+#include "vbscript/syntax/compile_errors.h"
+#include "vbscript/values/assert.h"
+
+namespace quorvane::vbs {
+
+namespace {
+
+constexpr auto kNameRedefined = static_cast<std::int32_t>(CompileErrorCode::NameRedefined);
+
+Binding fieldBinding(const ClassMember& member) {
+  Binding binding;
+  binding.kind = Binding::Kind::Field;
+  binding.index = member.slot;
+  return binding;
+}
+
+/// What a member of the class stands for where its name stands alone.
+Binding memberBinding(const ClassMember& member) {
+  if (member.kind == ClassMember::Kind::Field) return fieldBinding(member);
+  Binding binding;
+  if (member.kind == ClassMember::Kind::Constant) {
+    binding.kind = Binding::Kind::Constant;
+    binding.constant = &member.constant;
+  } else {
+    binding.kind = Binding::Kind::Own;
+    binding.own = &member;
+  }
+  return binding;
+}
+
+}  // namespace
+
+RoutineScope::RoutineScope(ScriptCompiler& script, Routine& routine, const Mentions& mentions)
+    : script_(script), routine_(routine), mentions_(mentions), bindings_(script.nameCount()) {}
+
+// ---- Declaring ----
+
+void RoutineScope::declareProcedure(const Procedure& tree) {
+  declareParameters(tree);
+  declareVariables();
+}
+
+void RoutineScope::declareMain() {
+  isMain_ = !script_.context().asRoutine;
+  routine_.isGlobalScope = script_.context().inGlobalScope;
+  if (script_.context().outer) declareOuterVariables();
+  declareVariables();
+}
+
+void RoutineScope::declareExpression() {
+  routine_.isGlobalScope = !script_.context().outer;
+  if (script_.context().outer) declareOuterVariables();
+  routine_.result = variableCount_++;
+  declareVariables();
+}
+
+void RoutineScope::addVariable(const Identifier& name) {
+  Binding& binding = bindings_[name.id];
+  binding = Binding();
+  binding.kind = Binding::Kind::InRegister;
+  binding.index = variableCount_++;
+  if (script_.keepsVariableNames()) {
+    routine_.variables.push_back({std::string(name.lower), binding.index});
+  }
+}
+
+void RoutineScope::declareParameters(const Procedure& tree) {
+  for (const auto& parameter : tree.parameters) addVariable(parameter.name);
+  if (routine_.owner) routine_.me = variableCount_++;
+  if (tree.kind != ProcedureKind::Function && tree.kind != ProcedureKind::PropertyGet) return;
+  if (bindings_[tree.name.id].kind == Binding::Kind::InRegister) {
+    routine_.result = variableCount_++;  // a parameter hides the function's name
+    return;
+  }
+  addVariable(tree.name);
+  routine_.result = bindings_[tree.name.id].index;
+}
+
+/// The variables of the routine around an Execute or Eval come in as references: the registers
+/// from 0 on, in the order of `parameters`, which the machine reads.
+void RoutineScope::declareOuterVariables() {
+  const Routine& outer = *script_.context().outer;
+  for (const Identifier* name : mentions_.names()) {
+    const auto found =
+        std::find_if(outer.variables.begin(), outer.variables.end(),
+                     [&](const Routine::Variable& v) { return v.lower == name->lower; });
+    constexpr unsigned kDeclares = Mentions::kDeclared | Mentions::kConstant;
+    const bool declares = (mentions_.flags(name->id) & kDeclares) != 0;
+    const bool isNew = found == outer.variables.end();
+    if (isNew && !declares && resolveUndeclared(*name).kind != Binding::Kind::InRegister) continue;
+    addVariable(*name);
+    routine_.parameters.push_back({std::string(name->lower), false, false});
+    if (!isNew && found->index == outer.result) outerResult_ = bindings_[name->id].index;
+  }
+  routine_.parameterCount = variableCount_;
+  routine_.owner = outer.owner;
+  if (routine_.owner) routine_.me = variableCount_++;
+}
+
+void RoutineScope::declareConstants() {
+  for (const auto* constant : mentions_.constants()) {
+    Binding& binding = bindings_[constant->name.id];
+    if (binding.kind != Binding::Kind::Unresolved) failCompile(kNameRedefined, constant->position);
+    binding.kind = Binding::Kind::Constant;
+    binding.constant = &constant->value;
+  }
+}
+
+void RoutineScope::declareVariables() {
+  const bool globalScope =
+      &routine_ == &script_.program().main() && script_.context().inGlobalScope;
+  // Constants that a text adds to the routine around it are variables there.
+  if (!globalScope && !script_.context().outer) declareConstants();
+  if (!globalScope) {
+    for (const auto* variable : mentions_.declarations()) {
+      if (bindings_[variable->name.id].kind == Binding::Kind::Unresolved) {
+        addVariable(variable->name);
+      }
+    }
+  }
+  for (const Identifier* name : mentions_.names()) {
+    Binding& binding = bindings_[name->id];
+    if (binding.kind != Binding::Kind::Unresolved) continue;
+    const Binding found = resolveUndeclared(*name);
+    if (found.kind == Binding::Kind::InRegister && found.index == kNoRegister) {
+      addVariable(*name);
+    } else {
+      binding = found;
+    }
+    if (binding.kind == Binding::Kind::Late && !globalScope && !script_.optionExplicit()) {
+      addVariable(*name);
+      bindings_[name->id].kind = Binding::Kind::Late;
+    }
+  }
+}
+
+/// InRegister without an index asks for a variable of the routine's own.
+Binding RoutineScope::resolveUndeclared(const Identifier& name) {
+  using Kind = Binding::Kind;
+  const Routine* outer = script_.context().outer;
+  const ScriptClass* owner = routine_.owner || !outer ? routine_.owner : outer->owner;
+  if (const ClassMember* member = owner ? owner->find(name.lower) : nullptr) {
+    return memberBinding(*member);
+  }
+  const std::uint8_t flags = mentions_.flags(name.id);
+  Binding binding = script_.resolve(name);
+  if (isMain_ && binding.kind == Kind::Global) binding.kind = Kind::InRegister;
+  const bool writes = (flags & (Mentions::kAssigned | Mentions::kReDimmed)) != 0;
+  const bool shadowsLibrary = writes && ScriptCompiler::isOfLibrary(binding, name.lower);
+  if (binding.kind != Kind::Unresolved && !shadowsLibrary) return binding;
+  binding = Binding();
+  const bool declares = (flags & Mentions::kReDimmed) != 0;
+  const bool isVariable = flags != Mentions::kCalled && (!script_.optionExplicit() || declares);
+  binding.kind = isVariable && !script_.lateNames() ? Kind::InRegister : Kind::Late;
+  return binding;
+}
+
+// ---- Names ----
+
+bool RoutineScope::valuesRunCode() const {
+  return script_.valuesRunCode();
+}
+
+const Binding* RoutineScope::bindName(const Expression& expression) const {
+  if (expression.kind != ExpressionKind::Name) return nullptr;
+  return &bind(static_cast<const NameExpression&>(expression).name);
+}
+
+std::optional<Binding> RoutineScope::variableOf(const Expression& expression) const {
+  if (const Binding* binding = bindName(expression)) {
+    return binding->isVariable() ? std::optional(*binding) : std::nullopt;
+  }
+  if (expression.kind != ExpressionKind::Member) return std::nullopt;
+  const ClassMember* own = ownMember(static_cast<const MemberExpression&>(expression));
+  if (!own || own->kind != ClassMember::Kind::Field) return std::nullopt;
+  return fieldBinding(*own);
+}
+
+const Value* RoutineScope::literal(const Expression& expression) const {
+  const Expression& inner = unwrapped(expression);
+  if (inner.kind == ExpressionKind::Literal) {
+    return &static_cast<const LiteralExpression&>(inner).value;
+  }
+  const Binding* binding = bindName(inner);
+  return binding && binding->kind == Binding::Kind::Constant ? binding->constant : nullptr;
+}
+
+const ClassMember* RoutineScope::ownMember(const MemberExpression& member) const {
+  if (!routine_.owner || !member.object || member.object->kind != ExpressionKind::Me) {
+    return nullptr;
+  }
+  return routine_.owner->find(member.name.lower);
+}
+
+const Binding* RoutineScope::hostObjectOf(const MemberExpression& member) const {
+  if (!member.object) return nullptr;
+  const Binding* binding = bindName(*member.object);
+  if (!binding || binding->kind != Binding::Kind::HostObject) return nullptr;
+  return hostMember(*binding, member.name) == kNoMember ? nullptr : binding;
+}
+
+MemberId RoutineScope::hostMember(const Binding& object, const Identifier& name) const {
+  VBS_ASSERT(object.index < script_.context().host.size());
+  Object* host = script_.context().host[object.index].object;
+  return host->shape() ? host->findMember(name.lower) : kNoMember;
+}
+
+// ---- Variables ----
+
+bool RoutineScope::isShared(const Binding& variable) const {
+  VBS_ASSERT(variable.isVariable());
+  if (isMain_ || variable.kind != Binding::Kind::InRegister) return true;
+  return variable.index < routine_.parameterCount && !routine_.parameters[variable.index].byValue;
+}
+
+bool RoutineScope::isResult(const Binding& binding) const {
+  if (binding.kind != Binding::Kind::InRegister) return false;
+  return binding.index == routine_.result || binding.index == outerResult_;
+}
+
+bool RoutineScope::isOnlyRead(const Expression& expression) const {
+  const Binding* binding = bindName(expression);
+  if (!binding || binding->kind != Binding::Kind::InRegister || isMain_) return false;
+  constexpr unsigned kUses = Mentions::kAssigned | Mentions::kReDimmed | Mentions::kPassed;
+  return (mentions_.flags(static_cast<const NameExpression&>(expression).name.id) & kUses) == 0;
+}
+
+bool RoutineScope::passesElement(const Expression& argument) const {
+  if (argument.kind != ExpressionKind::Call) return false;
+  const auto& call = static_cast<const CallExpression&>(argument);
+  const Identifier* name = variableBelow(argument);
+  if (!name || call.arguments.empty() || hasOmitted(call.arguments)) return false;
+  const Binding& binding = bind(*name);
+  if (!binding.isVariable()) return false;
+  return binding.kind != Binding::Kind::InRegister || binding.index != routine_.result;
+}
+
+}  // namespace quorvane::vbs
