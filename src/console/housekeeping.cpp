@@ -18,17 +18,17 @@ std::string stateText(SocketState state) {
 
 Housekeeping::Housekeeping(const Parts& parts)
     : parts_(parts),
-      ctlTimer_(parts.loop.makeTimer(kSlow, [this] { tick(); })),
-      dbgTimer_(parts.loop.makeTimer(kFast, [this] { refresh(); })) {}
+      ctlTimer(parts.loop.makeTimer(kSlow, [this] { tick(); })),
+      dbgTimer(parts.loop.makeTimer(kFast, [this] { refresh(); })) {}
 
 void Housekeeping::start() {
-  ctlTimer_->start();
-  if (parts_.state.DebugMode) dbgTimer_->start();
+  ctlTimer->start();
+  if (parts_.state.DebugMode) dbgTimer->start();
 }
 
 void Housekeeping::stop() {
-  ctlTimer_->stop();
-  dbgTimer_->stop();
+  ctlTimer->stop();
+  dbgTimer->stop();
 }
 
 void Housekeeping::tick() {

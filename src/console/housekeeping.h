@@ -45,8 +45,8 @@ class Housekeeping {
   void listSessions();
 
   Parts parts_;
-  std::unique_ptr<Timer> ctlTimer_;
-  std::unique_ptr<Timer> dbgTimer_;
+  std::unique_ptr<Timer> ctlTimer;
+  std::unique_ptr<Timer> dbgTimer;
 };
 
 }  // namespace quorvane

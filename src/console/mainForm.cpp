@@ -26,29 +26,29 @@ constexpr DrainPatience kFlushPatience{std::chrono::seconds(30), std::chrono::se
 mainForm::mainForm(mainFormParts parts)
     : parts_(std::move(parts)),
       status_(parts_.state, parts_.clock, form_),
-      slots_(parts_.loop, *this),
-      listener_(parts_.loop.makeListener(*this)),
-      channel_(parts_.loop, *this, parts_.controlPort),
-      housekeeping_({parts_.state, parts_.loop, parts_.clock, *this, *listener_, slots_, status_,
+      wsTalker(parts_.loop, *this),
+      wsHost(parts_.loop.makeListener(*this)),
+      wsLinker(parts_.loop, *this, parts_.controlPort),
+      housekeeping_({parts_.state, parts_.loop, parts_.clock, *this, *wsHost, wsTalker, status_,
                      form_, objects_}) {}
 
 mainForm::~mainForm() = default;
 
 void mainForm::StartServer(bool forceServerStart) {
-  if (windowClosed_ || (serverRunning_ && !forceServerStart)) return;
-  status_.LogLine(serverRunning_ ? "Server Start (forced)" : "Server Start");
+  if (windowClosed_ || (serverRunning && !forceServerStart)) return;
+  status_.LogLine(serverRunning ? "Server Start (forced)" : "Server Start");
   parts_.settings.LoadSettings();
   const std::int32_t language = wantedLanguage();
   makeObjects(language);
   loadLanguage(language);
-  listener_->close();
-  slots_.reset();
-  if (!listener_->listen(parts_.state.ServerPort)) return portError();
+  wsHost->close();
+  wsTalker.reset();
+  if (!wsHost->listen(parts_.state.ServerPort)) return portError();
 
-  serverRunning_ = true;
+  serverRunning = true;
   status_.commitLog();
   housekeeping_.start();
-  startTime_ = parts_.clock.now();
+  startTime = parts_.clock.now();
 }
 
 std::int32_t mainForm::wantedLanguage() const {
@@ -80,19 +80,19 @@ void mainForm::portError() {
 void mainForm::StopServer() {
   housekeeping_.stop();
   closeAll();
-  serverRunning_ = false;
+  serverRunning = false;
   status_.LogLine("Server Stop");
   status_.commitLog();
   objects_.reset();
 }
 
 void mainForm::closeAll() {
-  slots_.closeAll();
-  listener_->close();
+  wsTalker.closeAll();
+  wsHost->close();
 }
 
 std::string mainForm::uptime() const {
-  return uptimeText(parts_.clock, startTime_);
+  return uptimeText(parts_.clock, startTime);
 }
 
 std::string mainForm::version() const {
@@ -101,17 +101,18 @@ std::string mainForm::version() const {
 
 void mainForm::closeWindow() {
   if (windowClosed_) return;
-  if (serverRunning_ || listener_->state() == SocketState::Listening) StopServer();
+  if (serverRunning || wsHost->state() == SocketState::Listening) StopServer();
   windowClosed_ = true;
   status_.LogLine("Server Closing");
-  status_.releaseLog();
-  channel_.close();
+  status_.commitLog();
+  parts_.state.ServerLog.reset();
+  wsLinker.close();
   parts_.loop.stop();
 }
 
 void mainForm::clickButton(int index) {
   if (index == FormModel::kStartStop) {
-    serverRunning_ ? StopServer() : StartServer();
+    serverRunning ? StopServer() : StartServer();
   } else if (index == FormModel::kClearLog) {
     form_.llist[FormModel::kStatus].clear();
     form_.dbgText.text = "";
@@ -142,58 +143,59 @@ void mainForm::serviceStopped() {
 void mainForm::connectionRequest(ConnectionRequest& request) {
   if (!mayConnect(parts_.state, request.remoteHostIP())) return;
   status_.LogLine("Connection request from IP " + request.remoteHostIP());
-  slots_.accept(request);
+  wsTalker.accept(request);
 }
 
 void mainForm::listenerError() {
-  listener_->close();
-  if (serverRunning_) listener_->listen(listener_->localPort());
+  wsHost->close();
+  if (serverRunning) wsHost->listen(wsHost->localPort());
 }
 
-/// The one place where an exception of a request stops: whatever a client or a page has brought
-/// about costs that connection and nothing else.
+/// What fails within a page is caught where the page runs and becomes its error page. Whatever else
+/// a request brings about, such as memory that runs out, stops here and costs this connection
+/// only. No other event is guarded.
 void mainForm::dataArrival(int index, std::string_view data) {
   if (!objects_) return;
   try {
-    auto response = objects_->handling().dataArrival(index, slots_.record(index), data,
-                                                     slots_.socket(index).remoteHostIP());
+    auto response = objects_->handling().dataArrival(index, wsTalker.record(index), data,
+                                                     wsTalker.socket(index).remoteHostIP());
     if (response) answer(index, std::move(*response));
-    if (const auto heaviest = slots_.noteHeld(index)) turnAway(*heaviest);
+    if (const auto heaviest = wsTalker.noteHeld(index)) turnAway(*heaviest);
   } catch (const std::exception& error) {
     status_.LogLine(std::string("Request failed: ") + error.what());
-    slots_.close(index);
+    wsTalker.close(index);
   }
 }
 
 void mainForm::turnAway(int index) {
-  status_.LogLine(slots_.socket(index).remoteHostIP() +
+  status_.LogLine(wsTalker.socket(index).remoteHostIP() +
                   " > TURNED AWAY: too much waits of unfinished requests");
-  slots_.close(index);
+  wsTalker.close(index);
 }
 
 void mainForm::answer(int index, Response response) {
-  TcpSocket& socket = slots_.socket(index);
+  TcpSocket& socket = wsTalker.socket(index);
   socket.tag = response.keepAlive ? "" : kCloseWhenSent;
   if (socket.state() != SocketState::Connected) return;
   if (!response.empty()) {
     socket.send(std::move(response.head), std::move(response.body));
   } else if (!response.keepAlive) {
-    slots_.close(index);
+    wsTalker.close(index);
   }
 }
 
 void mainForm::sendComplete(int index) {
-  if (slots_.socket(index).tag == kCloseWhenSent) slots_.close(index);
-  slots_.socket(index).tag.clear();
+  if (wsTalker.socket(index).tag == kCloseWhenSent) wsTalker.close(index);
+  wsTalker.socket(index).tag.clear();
 }
 
 void mainForm::peerClosed(int index) {
-  slots_.close(index);
+  wsTalker.close(index);
 }
 
 void mainForm::socketError(int index) {
-  slots_.close(index);
-  slots_.tidyUp();
+  wsTalker.close(index);
+  wsTalker.tidyUp();
 }
 
 void mainForm::DebugOutput(const std::string& dbgData) {
@@ -201,8 +203,8 @@ void mainForm::DebugOutput(const std::string& dbgData) {
 }
 
 void mainForm::Dispatch(std::int32_t SocketIndex, std::string Data, bool CloseOpenSocket) {
-  if (!slots_.exists(SocketIndex)) return;
-  TcpSocket& socket = slots_.socket(SocketIndex);
+  if (!wsTalker.exists(SocketIndex)) return;
+  TcpSocket& socket = wsTalker.socket(SocketIndex);
   if (socket.state() != SocketState::Connected) return;
   socket.tag = CloseOpenSocket ? kCloseWhenSent : "";
   socket.send(std::move(Data), {});

@@ -48,12 +48,12 @@ class mainForm final : public ServerControl,
   mainForm& operator=(const mainForm&) = delete;
 
   /// Loads the window without showing it: the control channel opens.
-  void load() { channel_.open(); }
+  void load() { wsLinker.open(); }
 
   /// While running it does nothing unless forced; a forced start keeps the sessions.
   void StartServer(bool forceServerStart = false) override;
   void StopServer() override;
-  bool running() const override { return serverRunning_; }
+  bool running() const override { return serverRunning; }
   std::string uptime() const override;
   std::string version() const override;
   bool answersAnyAddress() const override { return parts_.state.ControlAnyAddress; }
@@ -72,7 +72,7 @@ class mainForm final : public ServerControl,
 
   FormModel& form() { return form_; }
   StatusLists& status() { return status_; }
-  std::uint16_t port() const { return listener_->localPort(); }
+  std::uint16_t port() const { return wsHost->localPort(); }
 
  private:
   void connectionRequest(ConnectionRequest& request) override;
@@ -97,13 +97,13 @@ class mainForm final : public ServerControl,
   mainFormParts parts_;
   FormModel form_;
   StatusLists status_;
-  Slots slots_;
-  std::unique_ptr<TcpListener> listener_;
+  Slots wsTalker;
+  std::unique_ptr<TcpListener> wsHost;
   std::unique_ptr<RunningServer> objects_;
-  ControlChannel channel_;
+  ControlChannel wsLinker;
   Housekeeping housekeeping_;
-  TimePoint startTime_{};
-  bool serverRunning_ = false;
+  TimePoint startTime{};
+  bool serverRunning = false;
   bool windowClosed_ = false;
 };
 

@@ -21,18 +21,13 @@ void StatusLists::LogLine(std::string_view text) {
     list.select(static_cast<int>(list.lines().size()) - 1);
     form_.changed();
   }
-  if (!state_.LogServer || !log_) return;
-  log_->Add(text);
-  if (log_->pendingBytes() > kMostHeld) log_->Commit();
+  if (!state_.LogServer || !state_.ServerLog) return;
+  state_.ServerLog->Add(text);
+  if (state_.ServerLog->pendingBytes() > kMostHeld) commitLog();
 }
 
 void StatusLists::commitLog() {
-  if (log_) log_->Commit();
-}
-
-void StatusLists::releaseLog() {
-  commitLog();
-  log_.reset();
+  if (state_.ServerLog) state_.ServerLog->Commit();
 }
 
 }  // namespace quorvane

@@ -1,20 +1,18 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <string_view>
 
 #include "console/form_model.h"
 #include "platform/clock.h"
-#include "support/clsLog.h"
 #include "support/server_state.h"
 #include "support/status_lines.h"
 
 namespace quorvane {
 
 /// The one way out for status lines: to the window's status list with the time in front, in debug
-/// mode, and to the server log, which stamps its lines itself.
+/// mode, and, while there is one, to the server log, which stamps its lines itself.
 class StatusLists final : public StatusLines {
  public:
   /// All outlive the lists.
@@ -23,10 +21,8 @@ class StatusLists final : public StatusLines {
 
   void LogLine(std::string_view text) override;
 
-  /// Lines go to the window only until the log exists and after it is released.
-  void openLog(std::unique_ptr<clsLog> log) { log_ = std::move(log); }
+  /// Writes what the server log holds, if there is one.
   void commitLog();
-  void releaseLog();
 
   /// Where a run without a drawn window shows the lines of status list 0. May be empty.
   std::function<void(std::string_view line)> echo;
@@ -35,7 +31,6 @@ class StatusLists final : public StatusLines {
   const ServerState& state_;
   const Clock& clock_;
   FormModel& form_;
-  std::unique_ptr<clsLog> log_;
 };
 
 }  // namespace quorvane

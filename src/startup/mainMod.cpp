@@ -101,9 +101,10 @@ void mainMod::installOrUninstall() {
 }
 
 void mainMod::openLog() {
-  auto log = std::make_unique<clsLog>([&clock = parts_.clock] { return clock.local(clock.now()); });
-  log->setOutputFolder(parts_.state.LogsFolder);
-  parts_.window.status().openLog(std::move(log));
+  ServerState& state = parts_.state;
+  state.ServerLog =
+      std::make_unique<clsLog>([&clock = parts_.clock] { return clock.local(clock.now()); });
+  state.ServerLog->setOutputFolder(state.LogsFolder);
 }
 
 void mainMod::writeBanner() {

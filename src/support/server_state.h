@@ -1,7 +1,10 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
+
+#include "support/clsLog.h"
 
 namespace quorvane {
 
@@ -39,6 +42,8 @@ struct ServerState {
   bool ControlAnyAddress = false;  ///< answer control commands from other machines too
 
   std::string AppVersion;  ///< "major.minor.revision"
+
+  std::unique_ptr<clsLog> ServerLog;  ///< null before start-up has opened it and after the end
 };
 
 inline std::string VersionText(const ServerState& state) {

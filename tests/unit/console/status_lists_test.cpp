@@ -18,9 +18,8 @@ namespace fs = std::filesystem;
 class StatusListsTest : public testing::Test {
  protected:
   void openLog() {
-    auto log = std::make_unique<clsLog>([this] { return clock.local(clock.now()); });
-    log->setOutputFolder(folder.path());
-    status.openLog(std::move(log));
+    state.ServerLog = std::make_unique<clsLog>([this] { return clock.local(clock.now()); });
+    state.ServerLog->setOutputFolder(folder.path());
   }
   std::string logged() {
     std::ostringstream all;
@@ -76,15 +75,15 @@ TEST_F(StatusListsTest, WithLoggingOffNothingIsLogged) {
   openLog();
   state.LogServer = false;
   status.LogLine("quiet");
-  status.releaseLog();
+  status.commitLog();
   EXPECT_EQ(logged(), "");
 }
 
-TEST_F(StatusListsTest, ReleasingCommitsFirst) {
+TEST_F(StatusListsTest, AfterTheLogHasGoneALineGoesNowhere) {
   openLog();
   status.LogLine("last words");
-  status.releaseLog();
-  EXPECT_EQ(logged(), "[10:00:00] last words\r\n");
+  status.commitLog();
+  state.ServerLog.reset();
   status.LogLine("after");
   status.commitLog();
   EXPECT_EQ(logged(), "[10:00:00] last words\r\n");
