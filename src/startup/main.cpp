@@ -11,7 +11,7 @@
 #include "startup/SysInfo.h"
 #include "startup/mainMod.h"
 #include "startup/modService.h"
-#include "startup/settings.h"
+#include "startup/start_up.h"
 #include "startup/version.h"
 #include "support/locale_id.h"
 #include "support/server_state.h"
@@ -51,7 +51,7 @@ int run(int argc, char** argv) {
   ServerState state;
   state.AppVersion = kAppVersion;
   Registry registry(*storage);
-  Settings settings(registry, state);
+  mainMod settings(registry, state);
   const SysInfo system(*process);
   modService service(*manager, *loop, *clock, system);
 
@@ -63,9 +63,9 @@ int run(int argc, char** argv) {
                                 serverOf(window), printLine);
   loop->onTerminationRequest([&window] { window.closeWindow(); });
 
-  mainMod startup(
+  StartUp startUp(
       {state, settings, *process, *files, *clock, *loop, system, service, *nts, *instance, window});
-  if (startup.Main() == mainMod::Run::Lives) loop->run();
+  if (startUp.run() == StartUp::Run::Lives) loop->run();
   return 0;
 }
 

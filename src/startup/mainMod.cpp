@@ -1,149 +1,82 @@
 #include "startup/mainMod.h"
 
-#include <memory>
-
-#include "support/clsLog.h"
-#include "support/paths.h"
+#include "support/text.h"
 
 namespace quorvane {
 
 namespace {
 
-constexpr std::size_t kRuleLength = 73;
-constexpr const char* kCredits = "A small, fast HTTP/1.1 server with script pages";
-constexpr int kAutomaticStart = 2;
+constexpr std::uint16_t kUsualPort = 7007;
 
-std::string encodings(const ServerState& state) {
-  std::string words;
-  if (state.EncodeDynamic) words += "dynamic ";
-  if (state.EncodeImages) words += "images ";
-  if (state.EncodeStatic) words += "static ";
-  return words.empty() ? "none" : words;
+/// A setting's place: the key, and the value's name in it.
+struct Place {
+  RegistryRoot root;
+  std::string key;
+  std::string value;
+  bool inSubKey;
+};
+
+Place placeOf(const std::string& name, bool machineWide) {
+  Place place{machineWide ? RegistryRoot::LocalMachine : RegistryRoot::CurrentUser,
+              mainMod::kServerKey, name, false};
+  const auto last = name.rfind('\\');
+  if (last == std::string::npos) return place;
+  place.key += "\\" + name.substr(0, last);
+  place.value = name.substr(last + 1);
+  place.inSubKey = true;
+  return place;
 }
 
 }  // namespace
 
-mainMod::Run mainMod::Main() {
-  parts_.settings.LoadSettings();
-  parts_.state.IsWinNT = parts_.system.isNT();
-  if (serviceCommand()) return Run::Over;
-  findFolders();
-  takeSwitches();
-  if (parts_.state.InstallRequested || parts_.state.UninstallRequested) {
-    installOrUninstall();
-    return Run::Over;
-  }
-  if (!parts_.state.IsWinNT && parts_.state.RunAsService) {
-    parts_.settings.SaveServerSetting("RunAsService", "0");
-    parts_.state.RunAsService = false;
-  }
-  if (!parts_.instance.acquire()) return Run::Over;
-  openLog();
-  writeBanner();
-  runServer();
-  return Run::Lives;
+std::string mainMod::GetServerSetting(const std::string& name, const std::string& defaultText,
+                                      bool machineWide) {
+  const Place place = placeOf(name, machineWide);
+  if (!place.inSubKey) registry_.CreateRegKey(place.root, place.key);
+  std::string text = registry_.GetRegString(place.root, place.key, place.value);
+  if (!text.empty() || defaultText.empty()) return text;
+  registry_.CreateRegKey(place.root, place.key);
+  registry_.SetRegString(place.root, place.key, place.value, defaultText);
+  return defaultText;
 }
 
-/// "/start" and "/stop" end the program whether there was something to do or not.
-bool mainMod::serviceCommand() {
-  const modService::Status status = parts_.service.status();
-  if (line_.has("/start")) {
-    if (status.installed && !status.running) parts_.service.start();
-    return true;
-  }
-  if (line_.has("/stop")) {
-    if (status.installed && status.running) parts_.service.stop();
-    return true;
-  }
-  return false;
+void mainMod::SaveServerSetting(const std::string& name, const std::string& text,
+                                bool machineWide) {
+  const Place place = placeOf(name, machineWide);
+  registry_.CreateRegKey(place.root, place.key);
+  registry_.SetRegString(place.root, place.key, place.value, text);
 }
 
-void mainMod::findFolders() {
-  ServerState& state = parts_.state;
-  state.DevMode = line_.has("/devmode");
-  state.MainPath = paths::withSeparator(state.DevMode ? parts_.settings.developerFolder()
-                                                      : parts_.process.programFolder());
-  const std::string server = state.MainPath + "Server" + paths::kSeparator;
-  state.CacheFolder = server + "Cache";
-  state.ScriptsFolder = server + "Scripts";
-  state.LogsFolder = server + "Logs";
-  // One level each: a tree without its "Server" folder is left as it is.
-  parts_.files.makeFolder(state.LogsFolder);
-  parts_.files.makeFolder(state.CacheFolder);
+bool mainMod::flag(const std::string& name, const std::string& defaultText) {
+  return GetServerSetting(name, defaultText) == "1";
 }
 
-void mainMod::takeSwitches() {
-  ServerState& state = parts_.state;
-  state.NoQvm = line_.has("/noqvm");
-  state.DebugMode = line_.has("/debug");
-  state.IdleStart = line_.has("/idle");
-  state.LogHeaders = line_.has("/logheaders");
-  state.InstallRequested = line_.has("/install");
-  state.UninstallRequested = line_.has("/uninstall");
+std::uint16_t mainMod::port() {
+  const auto number = numericLong(GetServerSetting("Port", std::to_string(kUsualPort)));
+  if (!number || *number <= 0 || *number >= 65535) return kUsualPort;
+  return static_cast<std::uint16_t>(*number);
 }
 
-void mainMod::installOrUninstall() {
-  if (!parts_.system.IsUserAdmin(true) || !parts_.state.IsWinNT) return;
-  parts_.window.load();
-  parts_.nts.displayName = modService::kServiceName;
-  parts_.nts.serviceName = modService::kServiceName;
-  if (parts_.state.InstallRequested) {
-    parts_.settings.SaveServerSetting("RunAsService", "1");
-    parts_.nts.startMode = kAutomaticStart;
-    parts_.nts.interactive = 0;
-    parts_.nts.install();
-  } else {
-    parts_.settings.SaveServerSetting("RunAsService", "0");
-    parts_.nts.uninstall();
-  }
-  parts_.loop.runPending(std::chrono::milliseconds(0), nullptr);
-  parts_.window.closeWindow();
+void mainMod::LoadSettings() {
+  state_.LogServer = GetServerSetting("LogServer", "1") != "0";
+  state_.ServerPort = port();
+  state_.DefaultDocument = "index.qvs";
+  state_.DefaultLCID = numericLong(GetServerSetting("DefaultLCID", "")).value_or(0);
+  state_.EncodeStatic = flag("EncodeStatic");
+  state_.EncodeDynamic = flag("EncodeDynamic");
+  state_.EncodeImages = flag("EncodeImages");
+  state_.RunAsService = flag("RunAsService");
+  state_.LocalhostOnly = flag("LocalhostOnly");
+  state_.LocalAddrControl = flag("LocalAddrControl");
+  state_.ControlAnyAddress = flag("ControlAnyAddress", "");
 }
 
-void mainMod::openLog() {
-  ServerState& state = parts_.state;
-  state.ServerLog =
-      std::make_unique<clsLog>([&clock = parts_.clock] { return clock.local(clock.now()); });
-  state.ServerLog->setOutputFolder(state.LogsFolder);
+std::string mainMod::userLanguage() const {
+  return registry_.GetRegString(RegistryRoot::CurrentUser, kUserKey, "LCID");
 }
 
-void mainMod::writeBanner() {
-  const ServerState& state = parts_.state;
-  StatusLines& status = parts_.window.status();
-  const std::string rule(kRuleLength, '#');
-  status.LogLine(rule);
-  status.LogLine("Quorvane Server " + state.AppVersion);
-  status.LogLine(kCredits);
-  status.LogLine(rule);
-  if (!line_.text().empty()) status.LogLine("Running Arguments: " + line_.text());
-  status.LogLine("Port:\t" + std::to_string(state.ServerPort));
-  status.LogLine("Home:\t" + state.ScriptsFolder);
-  status.LogLine("Logs:\t" + state.LogsFolder);
-  status.LogLine("Cache:\t" + state.CacheFolder);
-  status.LogLine("Encoding: " + encodings(state));
-  status.LogLine(std::string("Access Control: ") +
-                 (state.LocalAddrControl ? "Local Addresses Only" : "Unrestricted"));
-  status.LogLine(std::string("Resource Mode: ") + (state.NoQvm ? "File Reader" : "QVM"));
-  status.LogLine("");
-}
-
-void mainMod::runServer() {
-  parts_.window.load();
-  if (parts_.state.DebugMode) {
-    parts_.window.form().visible = true;
-    parts_.window.form().changed();
-  }
-  if (parts_.state.RunAsService && !parts_.state.DebugMode && handOver()) return;
-  if (!parts_.state.IdleStart) parts_.window.StartServer();
-}
-
-/// False when no service manager has started this process; it then serves like any program.
-bool mainMod::handOver() {
-  return parts_.nts.startService([&window = parts_.window] { return window.serviceStarted(); },
-                                 [&window = parts_.window] {
-                                   window.serviceStopped();
-                                   window.closeWindow();
-                                 });
+std::string mainMod::developerFolder() const {
+  return registry_.GetRegString(RegistryRoot::LocalMachine, kProgramKey, "MainPath");
 }
 
 }  // namespace quorvane

@@ -2,59 +2,41 @@
 
 #include <string>
 
-#include "console/mainForm.h"
-#include "platform/instance_lock.h"
-#include "platform/process.h"
-#include "platform/service_host.h"
-#include "startup/SysInfo.h"
-#include "startup/command_line.h"
-#include "startup/modService.h"
-#include "startup/settings.h"
-#include "support/files.h"
+#include "console/server_settings.h"
+#include "startup/Registry.h"
 #include "support/server_state.h"
 
 namespace quorvane {
 
-/// What start-up works with. Everything outlives it.
-struct mainModParts {
-  ServerState& state;
-  Settings& settings;
-  const Process& process;
-  const Files& files;
-  const Clock& clock;
-  EventLoop& loop;
-  const SysInfo& system;
-  modService& service;
-  ServiceHost& nts;
-  InstanceLock& instance;
-  mainForm& window;
-};
-
-/// Start-up: from the command line and the settings it decides what this run of the program is,
-/// and does it. Runs once.
-class mainMod {
+/// The server's settings in the registry. Reading a setting that is missing, or empty, stores its
+/// default.
+class mainMod final : public ServerSettings {
  public:
-  enum class Run {
-    Over,   ///< a one-shot command, or a second instance
-    Lives,  ///< the event loop is to be run
-  };
+  static constexpr const char* kServerKey = "Software\\Ardenfell\\Quorvane\\Server";
+  static constexpr const char* kProgramKey = "Software\\Ardenfell\\Quorvane";
+  static constexpr const char* kUserKey = "Software\\Ardenfell\\Quorvane\\Misc";
 
-  explicit mainMod(const mainModParts& parts) : parts_(parts), line_(parts.process.commandLine()) {}
+  /// Both outlive the settings.
+  mainMod(Registry& registry, ServerState& state) : registry_(registry), state_(state) {}
 
-  Run Main();
+  /// The text of a setting. Backslashes in the name lead to sub-keys of the server's key. With an
+  /// empty default nothing is ever written.
+  std::string GetServerSetting(const std::string& name, const std::string& defaultText,
+                               bool machineWide = true);
+  void SaveServerSetting(const std::string& name, const std::string& text, bool machineWide = true);
+
+  void LoadSettings() override;
+  std::string userLanguage() const override;
+
+  /// The base folder of developer mode; empty when none is set.
+  std::string developerFolder() const;
 
  private:
-  bool serviceCommand();
-  void findFolders();
-  void takeSwitches();
-  void installOrUninstall();
-  void openLog();
-  void writeBanner();
-  void runServer();
-  bool handOver();
+  bool flag(const std::string& name, const std::string& defaultText = "0");
+  std::uint16_t port();
 
-  mainModParts parts_;
-  CommandLine line_;
+  Registry& registry_;
+  ServerState& state_;
 };
 
 }  // namespace quorvane

@@ -2,311 +2,168 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-
-#include "console/script_side.h"
-#include "fakes.h"
-#include "http/script_pages.h"
-#include "platform/fake/fake_clock.h"
-#include "platform/fake/fake_event_loop.h"
-#include "platform/fake/fake_random.h"
-#include "platform/fake/memory_files.h"
 #include "platform/fake/memory_settings.h"
-#include "testing/temporary_folder.h"
 
 namespace quorvane {
 
 namespace {
 
-class NoScripts final : public ScriptSide, private ScriptPages {
-  ScriptPages& pages() override { return *this; }
-  void expireSessions() override {}
-  void expireKeys() override {}
-  void forgetKeys() override {}
-  void forEachSession(const SessionVisitor&) const override {}
-  ScriptPageResult run(const ScriptPageRequest&) override { return {}; }
-};
+constexpr auto kMachine = RegistryRoot::LocalMachine;
 
 class MainModTest : public testing::Test {
  protected:
-  MainModTest() {
-    state.AppVersion = "1.2.3";
-    files.addFolder("/program");
-    files.addFolder("/program/Server");
-    window.status().echo = [this](std::string_view line) { echoed.emplace_back(line); };
+  void put(const std::string& name, const std::string& text) {
+    registry.CreateRegKey(kMachine, mainMod::kServerKey);
+    registry.SetRegString(kMachine, mainMod::kServerKey, name, text);
+  }
+  std::string stored(const std::string& name) {
+    return registry.GetRegString(kMachine, mainMod::kServerKey, name);
+  }
+  std::uint16_t portFor(const std::string& text) {
+    put("Port", text);
+    settings.LoadSettings();
+    return state.ServerPort;
   }
 
-  mainMod::Run start(const std::string& line) {
-    process.line = line;
-    mainMod startup(
-        {state, settings, process, files, clock, loop, system, service, nts, instance, window});
-    return startup.Main();
-  }
-  bool isOver(const std::string& line) { return start(line) == mainMod::Run::Over; }
-  std::string setting(const std::string& name) {
-    return registry.GetRegString(RegistryRoot::LocalMachine, Settings::kServerKey, name);
-  }
-  void set(const std::string& name, const std::string& text) {
-    settings.SaveServerSetting(name, text);
-  }
-  /// The lines of the console, without their time stamps.
-  std::vector<std::string> lines() const {
-    std::vector<std::string> texts;
-    for (const auto& line : echoed) texts.push_back(line.substr(9));
-    return texts;
-  }
-  std::string lineThatBegins(const std::string& begin) const {
-    for (const auto& line : lines()) {
-      if (line.starts_with(begin)) return line;
-    }
-    return "";
-  }
-
-  FakeProcess process;
-  MemoryFiles files;
-  FakeClock clock;
-  FakeEventLoop loop;
-  CountingRandom random;
   MemorySettings storage;
   Registry registry{storage};
   ServerState state;
-  Settings settings{registry, state};
-  SysInfo system{process};
-  FakeServiceManager manager;
-  modService service{manager, loop, clock, system};
-  FakeServiceHost nts;
-  FakeInstanceLock instance;
-  mainForm window{{state, loop, clock, files, random, settings,
-                   [](const ScriptSideParts&) { return std::make_unique<NoScripts>(); }}};
-  std::vector<std::string> echoed;
+  mainMod settings{registry, state};
 };
 
-TEST_F(MainModTest, APlainRunServesHidden) {
-  EXPECT_EQ(start(""), mainMod::Run::Lives);
-  EXPECT_TRUE(window.running());
-  EXPECT_FALSE(window.form().visible);
-  EXPECT_TRUE(loop.udp->isOpen());
-  EXPECT_TRUE(echoed.empty());
-  EXPECT_EQ(setting("Port"), "7007");
-}
-
-TEST_F(MainModTest, DebugShowsTheWindow) {
-  start("/debug");
-  EXPECT_TRUE(state.DebugMode);
-  EXPECT_TRUE(window.form().visible);
-  EXPECT_FALSE(echoed.empty());
-}
-
-TEST_F(MainModTest, IdleLeavesTheServerStopped) {
-  EXPECT_EQ(start("/idle"), mainMod::Run::Lives);
-  EXPECT_FALSE(window.running());
-  EXPECT_TRUE(loop.udp->isOpen());
-}
-
-TEST_F(MainModTest, SwitchesAreFoundAnywhereInAnyCase) {
-  start("xx/DEBUGyy --/NoQvm/LogHeaders");
-  EXPECT_TRUE(state.DebugMode);
-  EXPECT_TRUE(state.NoQvm);
-  EXPECT_TRUE(state.LogHeaders);
-  EXPECT_FALSE(state.IdleStart);
-  EXPECT_FALSE(state.DevMode);
-}
-
-TEST_F(MainModTest, FoldersLieUnderTheProgramsOwn) {
-  start("");
-  EXPECT_EQ(state.MainPath, "/program/");
-  EXPECT_EQ(state.ScriptsFolder, "/program/Server/Scripts");
-  EXPECT_EQ(state.CacheFolder, "/program/Server/Cache");
-  EXPECT_EQ(state.LogsFolder, "/program/Server/Logs");
-  EXPECT_TRUE(files.stat("/program/Server/Logs"));
-  EXPECT_TRUE(files.stat("/program/Server/Cache"));
-  EXPECT_FALSE(files.stat("/program/Server/Scripts"));
-}
-
-TEST_F(MainModTest, AFreshTreeWithoutItsServerFolderIsLeftAsItIs) {
-  process.folder = "/fresh";
-  start("/idle");
-  EXPECT_FALSE(files.stat("/fresh/Server"));
-  EXPECT_FALSE(files.stat("/fresh/Server/Logs"));
-}
-
-TEST_F(MainModTest, DeveloperModeTakesTheFolderFromTheRegistry) {
-  registry.CreateRegKey(RegistryRoot::LocalMachine, Settings::kProgramKey);
-  registry.SetRegString(RegistryRoot::LocalMachine, Settings::kProgramKey, "MainPath", "/dev");
-  start("/devmode /idle");
-  EXPECT_TRUE(state.DevMode);
-  EXPECT_EQ(state.MainPath, "/dev/");
-}
-
-TEST_F(MainModTest, DeveloperModeWithoutAFolderHasTheSeparatorAlone) {
-  start("/devmode /idle");
-  EXPECT_EQ(state.MainPath, "/");
-  EXPECT_FALSE(storage.keyExists(RegistryRoot::LocalMachine, Settings::kProgramKey));
-}
-
-TEST_F(MainModTest, StartStartsAnInstalledServiceAndEnds) {
-  EXPECT_TRUE(isOver("/start"));
-  EXPECT_TRUE(manager.requests.empty());
-  manager.all = {"Quorvane Server"};
-  EXPECT_TRUE(isOver("/startnow"));
-  EXPECT_EQ(manager.requests, std::vector<std::string>{"start Quorvane Server"});
-  EXPECT_TRUE(isOver("/start"));
-  EXPECT_EQ(manager.requests.size(), 1U) << "it runs already";
-  EXPECT_FALSE(loop.udp->isOpen());
-}
-
-TEST_F(MainModTest, StopStopsARunningServiceAndEnds) {
-  EXPECT_TRUE(isOver("/STOP"));
-  manager.all = {"Quorvane Server"};
-  EXPECT_TRUE(isOver("/STOP"));
-  EXPECT_TRUE(manager.requests.empty());
-  manager.active = {"Quorvane Server"};
-  EXPECT_TRUE(isOver("/STOP"));
-  EXPECT_EQ(manager.requests, std::vector<std::string>{"stop Quorvane Server"});
-}
-
-TEST_F(MainModTest, StartGoesBeforeEverythingElse) {
-  manager.all = {"Quorvane Server"};
-  EXPECT_TRUE(isOver("/install /stop /start /debug"));
-  EXPECT_EQ(manager.requests, std::vector<std::string>{"start Quorvane Server"});
-  EXPECT_EQ(nts.calls, "");
-  EXPECT_FALSE(state.DebugMode);
-}
-
-TEST_F(MainModTest, InstallPreparesTheServiceAndEnds) {
-  EXPECT_TRUE(isOver("/install"));
-  EXPECT_EQ(nts.calls, "install ");
-  EXPECT_EQ(nts.serviceName, "Quorvane Server");
-  EXPECT_EQ(nts.displayName, "Quorvane Server");
-  EXPECT_EQ(nts.startMode, 2);
-  EXPECT_EQ(nts.interactive, 0);
-  EXPECT_EQ(setting("RunAsService"), "1");
-  EXPECT_EQ(loop.pendingRuns, 1);
-  EXPECT_FALSE(window.running());
-  EXPECT_FALSE(loop.udp->isOpen());
-  EXPECT_EQ(instance.asked, 0);
-}
-
-TEST_F(MainModTest, UninstallRemovesTheService) {
-  set("RunAsService", "1");
-  EXPECT_TRUE(isOver("/uninstall"));
-  EXPECT_EQ(nts.calls, "uninstall ");
-  EXPECT_EQ(setting("RunAsService"), "0");
-}
-
-TEST_F(MainModTest, BothTogetherInstall) {
-  EXPECT_TRUE(isOver("/uninstall /install"));
-  EXPECT_EQ(nts.calls, "install ");
-  EXPECT_EQ(setting("RunAsService"), "1");
-}
-
-TEST_F(MainModTest, WithoutRightsInstallDoesNothingAndEnds) {
-  process.admin = false;
-  EXPECT_TRUE(isOver("/install"));
-  EXPECT_EQ(nts.calls, "");
-  EXPECT_EQ(setting("RunAsService"), "0");
-}
-
-TEST_F(MainModTest, WithoutServicesInstallDoesNothingAndEnds) {
-  process.version.platform = 1;
-  EXPECT_TRUE(isOver("/install"));
-  EXPECT_EQ(nts.calls, "");
-  EXPECT_EQ(setting("RunAsService"), "0");
-}
-
-TEST_F(MainModTest, ASystemWithoutServicesUnsetsRunAsService) {
-  process.version.platform = 1;
-  set("RunAsService", "1");
-  EXPECT_EQ(start(""), mainMod::Run::Lives);
-  EXPECT_EQ(setting("RunAsService"), "0");
-  EXPECT_FALSE(state.RunAsService);
-  EXPECT_EQ(nts.calls, "");
-  EXPECT_TRUE(window.running());
-}
-
-TEST_F(MainModTest, ASecondInstanceEndsSilently) {
-  instance.isFree = false;
-  EXPECT_TRUE(isOver("/debug"));
-  EXPECT_TRUE(echoed.empty());
-  EXPECT_FALSE(window.running());
-  EXPECT_FALSE(loop.udp->isOpen());
-}
-
-TEST_F(MainModTest, AServiceIsStartedByItsManager) {
-  set("RunAsService", "1");
-  EXPECT_EQ(start(""), mainMod::Run::Lives);
-  EXPECT_EQ(nts.calls, "startService ");
-  EXPECT_FALSE(window.running());
-  EXPECT_TRUE(nts.started());
-  EXPECT_TRUE(window.running());
-  nts.stopped();
-  EXPECT_FALSE(window.running());
-  EXPECT_TRUE(loop.stopped);
-}
-
-TEST_F(MainModTest, DebugRunsAServiceInstallationAsAProgram) {
-  set("RunAsService", "1");
-  start("/debug");
-  EXPECT_EQ(nts.calls, "");
-  EXPECT_TRUE(window.running());
-}
-
-TEST_F(MainModTest, AServiceInstallationStartedByHandServesAllTheSame) {
-  set("RunAsService", "1");
-  nts.isThere = false;
-  start("");
-  EXPECT_TRUE(window.running());
-}
-
-TEST_F(MainModTest, TheBannerStandsInItsOrder) {
-  start("/Debug /Idle");
-  const std::string rule(73, '#');
-  const auto all = lines();
-  ASSERT_EQ(all.size(), 13U);
-  EXPECT_EQ(all[0], rule);
-  EXPECT_EQ(all[1], "Quorvane Server 1.2.3");
-  EXPECT_NE(all[2], "");
-  EXPECT_EQ(all[3], rule);
-  EXPECT_EQ(all[4], "Running Arguments: /debug /idle");
-  EXPECT_EQ(all[5], "Port:\t7007");
-  EXPECT_EQ(all[6], "Home:\t/program/Server/Scripts");
-  EXPECT_EQ(all[7], "Logs:\t/program/Server/Logs");
-  EXPECT_EQ(all[8], "Cache:\t/program/Server/Cache");
-  EXPECT_EQ(all[9], "Encoding: none");
-  EXPECT_EQ(all[10], "Access Control: Unrestricted");
-  EXPECT_EQ(all[11], "Resource Mode: QVM");
-  EXPECT_EQ(all[12], "");
-}
-
-TEST_F(MainModTest, TheBannerTellsTheSettings) {
-  set("EncodeStatic", "1");
-  set("EncodeDynamic", "1");
-  set("EncodeImages", "1");
-  set("LocalAddrControl", "1");
-  start("/debug/idle/noqvm");
-  EXPECT_EQ(lineThatBegins("Encoding"), "Encoding: dynamic images static ");
-  EXPECT_EQ(lineThatBegins("Access"), "Access Control: Local Addresses Only");
-  EXPECT_EQ(lineThatBegins("Resource"), "Resource Mode: File Reader");
-}
-
-TEST_F(MainModTest, BlanksAreACommandLineTooAndTheBannerIsLogged) {
-  namespace fs = std::filesystem;
-  const TemporaryFolder folder;
-  process.folder = folder.path();
-  fs::create_directories(process.folder + "/Server/Logs");
-  start("  ");
-  window.closeWindow();
-  std::ostringstream log;
-  for (const auto& file : fs::directory_iterator(process.folder + "/Server/Logs")) {
-    log << std::ifstream(file.path()).rdbuf();
+TEST_F(MainModTest, MissingSettingsAreStoredWithTheirDefaults) {
+  state.EncodeStatic = true;
+  state.LogServer = false;
+  state.DefaultDocument = "other";
+  settings.LoadSettings();
+  EXPECT_EQ(stored("LogServer"), "1");
+  EXPECT_EQ(stored("Port"), "7007");
+  for (const auto* name : {"EncodeStatic", "EncodeDynamic", "EncodeImages", "RunAsService",
+                           "LocalhostOnly", "LocalAddrControl"}) {
+    EXPECT_EQ(stored(name), "0") << name;
   }
-  EXPECT_TRUE(echoed.empty()) << "no debug mode, no lines in the window";
-  EXPECT_NE(log.str().find("[10:00:00] Running Arguments:   \r\n[10:00:00] Port:\t7007\r\n"),
-            std::string::npos)
-      << log.str();
-  EXPECT_TRUE(log.str().ends_with("[10:00:00] Server Closing\r\n"));
+  EXPECT_EQ(storage.keys.at(MemorySettings::place(kMachine, mainMod::kServerKey)).size(), 8U)
+      << "DefaultLCID and ControlAnyAddress are not stored";
+  EXPECT_TRUE(state.LogServer);
+  EXPECT_EQ(state.ServerPort, 7007);
+  EXPECT_EQ(state.DefaultLCID, 0);
+  EXPECT_FALSE(state.EncodeStatic);
+  EXPECT_EQ(state.DefaultDocument, "index.qvs");
+}
+
+TEST_F(MainModTest, DefaultsAreUsedWhereTheyCantBeStored) {
+  storage.readOnly = true;
+  settings.LoadSettings();
+  EXPECT_TRUE(state.LogServer);
+  EXPECT_EQ(state.ServerPort, 7007);
+  EXPECT_TRUE(storage.keys.empty());
+}
+
+TEST_F(MainModTest, PortRule) {
+  EXPECT_EQ(portFor("8080"), 8080);
+  EXPECT_EQ(portFor("1"), 1);
+  EXPECT_EQ(portFor("65534"), 65534);
+  for (const auto* text : {"65535", "65536", "0", "-1", "abc", "1e99", "0.4", "80 80"}) {
+    EXPECT_EQ(portFor(text), 7007) << text;
+  }
+  EXPECT_EQ(portFor("8080.4"), 8080);
+  EXPECT_EQ(portFor("8080.6"), 8081);
+  EXPECT_EQ(portFor(" 8080 "), 8080);
+}
+
+TEST_F(MainModTest, APortThatIsNoTextIsNotReadable) {
+  put("Port", "1");
+  storage.put(kMachine, mainMod::kServerKey, "Port", {StoredType::Other, "8080"});
+  settings.LoadSettings();
+  EXPECT_EQ(state.ServerPort, 7007);
+}
+
+TEST_F(MainModTest, FlagsCompareTexts) {
+  for (const auto* text : {"true", " 1", "01", "yes", "0"}) {
+    put("EncodeDynamic", text);
+    settings.LoadSettings();
+    EXPECT_FALSE(state.EncodeDynamic) << text;
+  }
+  put("EncodeDynamic", "1");
+  put("EncodeStatic", "1");
+  put("EncodeImages", "1");
+  put("RunAsService", "1");
+  put("LocalhostOnly", "1");
+  put("LocalAddrControl", "1");
+  put("ControlAnyAddress", "1");
+  settings.LoadSettings();
+  EXPECT_TRUE(state.EncodeDynamic && state.EncodeStatic && state.EncodeImages);
+  EXPECT_TRUE(state.RunAsService && state.LocalhostOnly && state.LocalAddrControl);
+  EXPECT_TRUE(state.ControlAnyAddress);
+}
+
+TEST_F(MainModTest, LoggingIsOffOnlyWhenExactlyZero) {
+  for (const auto* text : {"true", " 0", "no", "1"}) {
+    put("LogServer", text);
+    settings.LoadSettings();
+    EXPECT_TRUE(state.LogServer) << text;
+  }
+  put("LogServer", "0");
+  settings.LoadSettings();
+  EXPECT_FALSE(state.LogServer);
+}
+
+TEST_F(MainModTest, AnEmptySettingIsReplacedByItsDefault) {
+  put("LogServer", "");
+  settings.LoadSettings();
+  EXPECT_TRUE(state.LogServer);
+  EXPECT_EQ(stored("LogServer"), "1");
+}
+
+TEST_F(MainModTest, LanguageIsANumberOrNone) {
+  put("DefaultLCID", "1031");
+  settings.LoadSettings();
+  EXPECT_EQ(state.DefaultLCID, 1031);
+  for (const auto* text : {"german", "", "1e30"}) {
+    put("DefaultLCID", text);
+    settings.LoadSettings();
+    EXPECT_EQ(state.DefaultLCID, 0) << text;
+  }
+}
+
+TEST_F(MainModTest, BackslashesInANameLeadToSubKeys) {
+  const std::string misc = std::string(mainMod::kServerKey) + "\\Misc";
+  EXPECT_EQ(settings.GetServerSetting("Misc\\LCID", ""), "");
+  EXPECT_FALSE(storage.keyExists(kMachine, misc)) << "a sub-key is made only for a default";
+  EXPECT_EQ(settings.GetServerSetting("Misc\\LCID", "1033"), "1033");
+  EXPECT_EQ(registry.GetRegString(kMachine, misc, "LCID"), "1033");
+  settings.SaveServerSetting("Misc\\Deep\\Name", "x");
+  EXPECT_EQ(registry.GetRegString(kMachine, misc + "\\Deep", "Name"), "x");
+  EXPECT_EQ(settings.GetServerSetting("Misc\\Deep\\Name", "y"), "x");
+}
+
+TEST_F(MainModTest, AnEmptyDefaultMakesTheKeyAndWritesNothing) {
+  EXPECT_EQ(settings.GetServerSetting("Nothing", ""), "");
+  EXPECT_TRUE(storage.keyExists(kMachine, mainMod::kServerKey));
+  EXPECT_FALSE(storage.read(kMachine, mainMod::kServerKey, "Nothing"));
+}
+
+TEST_F(MainModTest, SettingsOfTheUserStandApart) {
+  settings.SaveServerSetting("Port", "1", false);
+  EXPECT_EQ(settings.GetServerSetting("Port", "", true), "");
+  EXPECT_EQ(settings.GetServerSetting("Port", "", false), "1");
+}
+
+TEST_F(MainModTest, TheUsersLanguageAndTheDeveloperFolderAreReadAndNeverMade) {
+  EXPECT_EQ(settings.userLanguage(), "");
+  EXPECT_EQ(settings.developerFolder(), "");
+  EXPECT_TRUE(storage.keys.empty());
+  registry.CreateRegKey(RegistryRoot::CurrentUser, mainMod::kUserKey);
+  registry.SetRegString(RegistryRoot::CurrentUser, mainMod::kUserKey, "LCID", "1046");
+  registry.CreateRegKey(kMachine, mainMod::kProgramKey);
+  registry.SetRegString(kMachine, mainMod::kProgramKey, "MainPath", "/here");
+  EXPECT_EQ(settings.userLanguage(), "1046");
+  EXPECT_EQ(settings.developerFolder(), "/here");
+}
+
+TEST_F(MainModTest, VersionText) {
+  state.AppVersion = "1.2.3";
+  EXPECT_EQ(VersionText(state), "1.2.3 (Beta)");
 }
 
 }  // namespace

@@ -1,0 +1,314 @@
+#include "startup/start_up.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "console/script_side.h"
+#include "fakes.h"
+#include "http/script_pages.h"
+#include "platform/fake/fake_clock.h"
+#include "platform/fake/fake_event_loop.h"
+#include "platform/fake/fake_random.h"
+#include "platform/fake/memory_files.h"
+#include "platform/fake/memory_settings.h"
+#include "testing/temporary_folder.h"
+
+namespace quorvane {
+
+namespace {
+
+class NoScripts final : public ScriptSide, private ScriptPages {
+  ScriptPages& pages() override { return *this; }
+  void expireSessions() override {}
+  void expireKeys() override {}
+  void forgetKeys() override {}
+  void forEachSession(const SessionVisitor&) const override {}
+  ScriptPageResult run(const ScriptPageRequest&) override { return {}; }
+};
+
+class StartUpTest : public testing::Test {
+ protected:
+  StartUpTest() {
+    state.AppVersion = "1.2.3";
+    files.addFolder("/program");
+    files.addFolder("/program/Server");
+    window.status().echo = [this](std::string_view line) { echoed.emplace_back(line); };
+  }
+
+  StartUp::Run start(const std::string& line) {
+    process.line = line;
+    StartUp startUp(
+        {state, settings, process, files, clock, loop, system, service, nts, instance, window});
+    return startUp.run();
+  }
+  bool isOver(const std::string& line) { return start(line) == StartUp::Run::Over; }
+  std::string setting(const std::string& name) {
+    return registry.GetRegString(RegistryRoot::LocalMachine, mainMod::kServerKey, name);
+  }
+  void set(const std::string& name, const std::string& text) {
+    settings.SaveServerSetting(name, text);
+  }
+  /// The lines of the console, without their time stamps.
+  std::vector<std::string> lines() const {
+    std::vector<std::string> texts;
+    for (const auto& line : echoed) texts.push_back(line.substr(9));
+    return texts;
+  }
+  std::string lineThatBegins(const std::string& begin) const {
+    for (const auto& line : lines()) {
+      if (line.starts_with(begin)) return line;
+    }
+    return "";
+  }
+
+  FakeProcess process;
+  MemoryFiles files;
+  FakeClock clock;
+  FakeEventLoop loop;
+  CountingRandom random;
+  MemorySettings storage;
+  Registry registry{storage};
+  ServerState state;
+  mainMod settings{registry, state};
+  SysInfo system{process};
+  FakeServiceManager manager;
+  modService service{manager, loop, clock, system};
+  FakeServiceHost nts;
+  FakeInstanceLock instance;
+  mainForm window{{state, loop, clock, files, random, settings,
+                   [](const ScriptSideParts&) { return std::make_unique<NoScripts>(); }}};
+  std::vector<std::string> echoed;
+};
+
+TEST_F(StartUpTest, APlainRunServesHidden) {
+  EXPECT_EQ(start(""), StartUp::Run::Lives);
+  EXPECT_TRUE(window.running());
+  EXPECT_FALSE(window.form().visible);
+  EXPECT_TRUE(loop.udp->isOpen());
+  EXPECT_TRUE(echoed.empty());
+  EXPECT_EQ(setting("Port"), "7007");
+}
+
+TEST_F(StartUpTest, DebugShowsTheWindow) {
+  start("/debug");
+  EXPECT_TRUE(state.DebugMode);
+  EXPECT_TRUE(window.form().visible);
+  EXPECT_FALSE(echoed.empty());
+}
+
+TEST_F(StartUpTest, IdleLeavesTheServerStopped) {
+  EXPECT_EQ(start("/idle"), StartUp::Run::Lives);
+  EXPECT_FALSE(window.running());
+  EXPECT_TRUE(loop.udp->isOpen());
+}
+
+TEST_F(StartUpTest, SwitchesAreFoundAnywhereInAnyCase) {
+  start("xx/DEBUGyy --/NoQvm/LogHeaders");
+  EXPECT_TRUE(state.DebugMode);
+  EXPECT_TRUE(state.NoQvm);
+  EXPECT_TRUE(state.LogHeaders);
+  EXPECT_FALSE(state.IdleStart);
+  EXPECT_FALSE(state.DevMode);
+}
+
+TEST_F(StartUpTest, FoldersLieUnderTheProgramsOwn) {
+  start("");
+  EXPECT_EQ(state.MainPath, "/program/");
+  EXPECT_EQ(state.ScriptsFolder, "/program/Server/Scripts");
+  EXPECT_EQ(state.CacheFolder, "/program/Server/Cache");
+  EXPECT_EQ(state.LogsFolder, "/program/Server/Logs");
+  EXPECT_TRUE(files.stat("/program/Server/Logs"));
+  EXPECT_TRUE(files.stat("/program/Server/Cache"));
+  EXPECT_FALSE(files.stat("/program/Server/Scripts"));
+}
+
+TEST_F(StartUpTest, AFreshTreeWithoutItsServerFolderIsLeftAsItIs) {
+  process.folder = "/fresh";
+  start("/idle");
+  EXPECT_FALSE(files.stat("/fresh/Server"));
+  EXPECT_FALSE(files.stat("/fresh/Server/Logs"));
+}
+
+TEST_F(StartUpTest, DeveloperModeTakesTheFolderFromTheRegistry) {
+  registry.CreateRegKey(RegistryRoot::LocalMachine, mainMod::kProgramKey);
+  registry.SetRegString(RegistryRoot::LocalMachine, mainMod::kProgramKey, "MainPath", "/dev");
+  start("/devmode /idle");
+  EXPECT_TRUE(state.DevMode);
+  EXPECT_EQ(state.MainPath, "/dev/");
+}
+
+TEST_F(StartUpTest, DeveloperModeWithoutAFolderHasTheSeparatorAlone) {
+  start("/devmode /idle");
+  EXPECT_EQ(state.MainPath, "/");
+  EXPECT_FALSE(storage.keyExists(RegistryRoot::LocalMachine, mainMod::kProgramKey));
+}
+
+TEST_F(StartUpTest, StartStartsAnInstalledServiceAndEnds) {
+  EXPECT_TRUE(isOver("/start"));
+  EXPECT_TRUE(manager.requests.empty());
+  manager.all = {"Quorvane Server"};
+  EXPECT_TRUE(isOver("/startnow"));
+  EXPECT_EQ(manager.requests, std::vector<std::string>{"start Quorvane Server"});
+  EXPECT_TRUE(isOver("/start"));
+  EXPECT_EQ(manager.requests.size(), 1U) << "it runs already";
+  EXPECT_FALSE(loop.udp->isOpen());
+}
+
+TEST_F(StartUpTest, StopStopsARunningServiceAndEnds) {
+  EXPECT_TRUE(isOver("/STOP"));
+  manager.all = {"Quorvane Server"};
+  EXPECT_TRUE(isOver("/STOP"));
+  EXPECT_TRUE(manager.requests.empty());
+  manager.active = {"Quorvane Server"};
+  EXPECT_TRUE(isOver("/STOP"));
+  EXPECT_EQ(manager.requests, std::vector<std::string>{"stop Quorvane Server"});
+}
+
+TEST_F(StartUpTest, StartGoesBeforeEverythingElse) {
+  manager.all = {"Quorvane Server"};
+  EXPECT_TRUE(isOver("/install /stop /start /debug"));
+  EXPECT_EQ(manager.requests, std::vector<std::string>{"start Quorvane Server"});
+  EXPECT_EQ(nts.calls, "");
+  EXPECT_FALSE(state.DebugMode);
+}
+
+TEST_F(StartUpTest, InstallPreparesTheServiceAndEnds) {
+  EXPECT_TRUE(isOver("/install"));
+  EXPECT_EQ(nts.calls, "install ");
+  EXPECT_EQ(nts.serviceName, "Quorvane Server");
+  EXPECT_EQ(nts.displayName, "Quorvane Server");
+  EXPECT_EQ(nts.startMode, 2);
+  EXPECT_EQ(nts.interactive, 0);
+  EXPECT_EQ(setting("RunAsService"), "1");
+  EXPECT_EQ(loop.pendingRuns, 1);
+  EXPECT_FALSE(window.running());
+  EXPECT_FALSE(loop.udp->isOpen());
+  EXPECT_EQ(instance.asked, 0);
+}
+
+TEST_F(StartUpTest, UninstallRemovesTheService) {
+  set("RunAsService", "1");
+  EXPECT_TRUE(isOver("/uninstall"));
+  EXPECT_EQ(nts.calls, "uninstall ");
+  EXPECT_EQ(setting("RunAsService"), "0");
+}
+
+TEST_F(StartUpTest, BothTogetherInstall) {
+  EXPECT_TRUE(isOver("/uninstall /install"));
+  EXPECT_EQ(nts.calls, "install ");
+  EXPECT_EQ(setting("RunAsService"), "1");
+}
+
+TEST_F(StartUpTest, WithoutRightsInstallDoesNothingAndEnds) {
+  process.admin = false;
+  EXPECT_TRUE(isOver("/install"));
+  EXPECT_EQ(nts.calls, "");
+  EXPECT_EQ(setting("RunAsService"), "0");
+}
+
+TEST_F(StartUpTest, WithoutServicesInstallDoesNothingAndEnds) {
+  process.version.platform = 1;
+  EXPECT_TRUE(isOver("/install"));
+  EXPECT_EQ(nts.calls, "");
+  EXPECT_EQ(setting("RunAsService"), "0");
+}
+
+TEST_F(StartUpTest, ASystemWithoutServicesUnsetsRunAsService) {
+  process.version.platform = 1;
+  set("RunAsService", "1");
+  EXPECT_EQ(start(""), StartUp::Run::Lives);
+  EXPECT_EQ(setting("RunAsService"), "0");
+  EXPECT_FALSE(state.RunAsService);
+  EXPECT_EQ(nts.calls, "");
+  EXPECT_TRUE(window.running());
+}
+
+TEST_F(StartUpTest, ASecondInstanceEndsSilently) {
+  instance.isFree = false;
+  EXPECT_TRUE(isOver("/debug"));
+  EXPECT_TRUE(echoed.empty());
+  EXPECT_FALSE(window.running());
+  EXPECT_FALSE(loop.udp->isOpen());
+}
+
+TEST_F(StartUpTest, AServiceIsStartedByItsManager) {
+  set("RunAsService", "1");
+  EXPECT_EQ(start(""), StartUp::Run::Lives);
+  EXPECT_EQ(nts.calls, "startService ");
+  EXPECT_FALSE(window.running());
+  EXPECT_TRUE(nts.started());
+  EXPECT_TRUE(window.running());
+  nts.stopped();
+  EXPECT_FALSE(window.running());
+  EXPECT_TRUE(loop.stopped);
+}
+
+TEST_F(StartUpTest, DebugRunsAServiceInstallationAsAProgram) {
+  set("RunAsService", "1");
+  start("/debug");
+  EXPECT_EQ(nts.calls, "");
+  EXPECT_TRUE(window.running());
+}
+
+TEST_F(StartUpTest, AServiceInstallationStartedByHandServesAllTheSame) {
+  set("RunAsService", "1");
+  nts.isThere = false;
+  start("");
+  EXPECT_TRUE(window.running());
+}
+
+TEST_F(StartUpTest, TheBannerStandsInItsOrder) {
+  start("/Debug /Idle");
+  const std::string rule(73, '#');
+  const auto all = lines();
+  ASSERT_EQ(all.size(), 13U);
+  EXPECT_EQ(all[0], rule);
+  EXPECT_EQ(all[1], "Quorvane Server 1.2.3");
+  EXPECT_NE(all[2], "");
+  EXPECT_EQ(all[3], rule);
+  EXPECT_EQ(all[4], "Running Arguments: /debug /idle");
+  EXPECT_EQ(all[5], "Port:\t7007");
+  EXPECT_EQ(all[6], "Home:\t/program/Server/Scripts");
+  EXPECT_EQ(all[7], "Logs:\t/program/Server/Logs");
+  EXPECT_EQ(all[8], "Cache:\t/program/Server/Cache");
+  EXPECT_EQ(all[9], "Encoding: none");
+  EXPECT_EQ(all[10], "Access Control: Unrestricted");
+  EXPECT_EQ(all[11], "Resource Mode: QVM");
+  EXPECT_EQ(all[12], "");
+}
+
+TEST_F(StartUpTest, TheBannerTellsTheSettings) {
+  set("EncodeStatic", "1");
+  set("EncodeDynamic", "1");
+  set("EncodeImages", "1");
+  set("LocalAddrControl", "1");
+  start("/debug/idle/noqvm");
+  EXPECT_EQ(lineThatBegins("Encoding"), "Encoding: dynamic images static ");
+  EXPECT_EQ(lineThatBegins("Access"), "Access Control: Local Addresses Only");
+  EXPECT_EQ(lineThatBegins("Resource"), "Resource Mode: File Reader");
+}
+
+TEST_F(StartUpTest, BlanksAreACommandLineTooAndTheBannerIsLogged) {
+  namespace fs = std::filesystem;
+  const TemporaryFolder folder;
+  process.folder = folder.path();
+  fs::create_directories(process.folder + "/Server/Logs");
+  start("  ");
+  window.closeWindow();
+  std::ostringstream log;
+  for (const auto& file : fs::directory_iterator(process.folder + "/Server/Logs")) {
+    log << std::ifstream(file.path()).rdbuf();
+  }
+  EXPECT_TRUE(echoed.empty()) << "no debug mode, no lines in the window";
+  EXPECT_NE(log.str().find("[10:00:00] Running Arguments:   \r\n[10:00:00] Port:\t7007\r\n"),
+            std::string::npos)
+      << log.str();
+  EXPECT_TRUE(log.str().ends_with("[10:00:00] Server Closing\r\n"));
+}
+
+}  // namespace
+
+}  // namespace quorvane
