@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "console/access_rules.h"
-#include "console/time_text.h"
+#include "console/uptime_text.h"
 #include "support/paths.h"
 #include "support/text.h"
 

@@ -1,7 +1,5 @@
 #include "console/status_lists.h"
 
-#include "console/time_text.h"
-
 namespace quorvane {
 
 namespace {
@@ -13,7 +11,7 @@ constexpr std::size_t kMostHeld = std::size_t{256} * 1024;
 
 void StatusLists::LogLine(std::string_view text) {
   if (state_.DebugMode) {
-    std::string line = timeText(clock_.local(clock_.now())) + " ";
+    std::string line = timeOfDayText(clock_.local(clock_.now())) + " ";
     line += text;
     if (echo) echo(line);
     ListModel& list = form_.llist[FormModel::kStatus];

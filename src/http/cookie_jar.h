@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "support/date_time.h"
+#include "support/calendar_time.h"
 #include "support/keyed_collection.h"
 
 namespace quorvane {

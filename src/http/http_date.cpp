@@ -4,7 +4,7 @@
 #include <chrono>
 #include <string_view>
 
-#include "support/date_time.h"
+#include "support/calendar_time.h"
 
 namespace quorvane {
 

@@ -2,7 +2,7 @@
 
 #include <chrono>
 
-#include "support/date_time.h"
+#include "support/calendar_time.h"
 
 namespace quorvane {
 

@@ -3,7 +3,7 @@
 #include <ctime>
 #include <optional>
 
-#include "support/date_time.h"
+#include "support/calendar_time.h"
 
 namespace quorvane {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "support/date_time.h"
+#include "support/calendar_time.h"
 #include "vbscript/values/object.h"
 
 namespace quorvane {

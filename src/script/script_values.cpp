@@ -2,21 +2,14 @@
 
 #include <array>
 #include <charconv>
-#include <chrono>
-#include <cmath>
 
+#include "vbscript/values/calendar.h"
 #include "vbscript/values/convert.h"
 #include "vbscript/values/locale.h"
 
 namespace quorvane {
 
 namespace script_values {
-namespace {
-
-constexpr double kSecondsPerDay = 86400;
-constexpr std::chrono::sys_days kDayZero{std::chrono::year{1899} / 12 / 30};
-
-}  // namespace
 
 std::string text(const vbs::Value& value) {
   std::string result;
@@ -59,21 +52,9 @@ std::string textArgument(vbs::Args args, std::size_t index) {
 }
 
 CalendarTime calendarTime(double days) {
-  // Before day zero the fraction still counts forward from midnight: -1.25 is 6:00 on the 29th.
-  const double wholeDays = std::trunc(days);
-  const auto seconds = static_cast<int>(std::lround(std::abs(days - wholeDays) * kSecondsPerDay));
-  const auto day = kDayZero + std::chrono::days{static_cast<int>(wholeDays)} +
-                   std::chrono::days{seconds / static_cast<int>(kSecondsPerDay)};
-  const std::chrono::hh_mm_ss clock{
-      std::chrono::seconds{seconds % static_cast<int>(kSecondsPerDay)}};
-  const std::chrono::year_month_day date{day};
-  return {static_cast<int>(date.year()),
-          static_cast<int>(static_cast<unsigned>(date.month())),
-          static_cast<int>(static_cast<unsigned>(date.day())),
-          static_cast<int>(clock.hours().count()),
-          static_cast<int>(clock.minutes().count()),
-          static_cast<int>(clock.seconds().count()),
-          static_cast<int>(std::chrono::weekday{day}.c_encoding())};
+  const vbs::DateParts parts = vbs::dateParts(days);
+  return {parts.year,   parts.month,  parts.day,        parts.hour,
+          parts.minute, parts.second, parts.weekday - 1};
 }
 
 std::size_t place(const vbs::Value& number, std::size_t count) {
@@ -85,12 +66,8 @@ std::size_t place(const vbs::Value& number, std::size_t count) {
 }
 
 double days(const CalendarTime& time) {
-  const std::chrono::sys_days day{std::chrono::year{time.year} /
-                                  std::chrono::month{static_cast<unsigned>(time.month)} /
-                                  std::chrono::day{static_cast<unsigned>(time.day)}};
-  const double wholeDays = static_cast<double>((day - kDayZero).count());
-  const double fraction = (time.hour * 3600 + time.minute * 60 + time.second) / kSecondsPerDay;
-  return wholeDays < 0 ? wholeDays - fraction : wholeDays + fraction;
+  return vbs::combineDate(vbs::dayNumber(time.year, time.month, time.day),
+                          time.hour * 3600 + time.minute * 60 + time.second);
 }
 
 void useLocale(std::int32_t id) {

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "support/date_time.h"
+#include "support/calendar_time.h"
 #include "vbscript/values/object.h"
 
 namespace quorvane {
@@ -33,7 +33,7 @@ vbs::Value objectValue(vbs::Ref<T> object) {
   return vbs::Value::object(object.get());
 }
 
-/// Dates count days from 30 December 1899, the fraction is the time of day. Whole seconds.
+/// Between script dates and calendar fields, in whole seconds. `days` must be in a date's range.
 CalendarTime calendarTime(double days);
 double days(const CalendarTime& time);
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "support/date_time.h"
+#include "support/calendar_time.h"
 
 namespace quorvane {
 

@@ -9,9 +9,9 @@
 #include <system_error>
 #include <utility>
 
-#include "support/file_time.h"
 #include "support/language_form.h"
 #include "support/language_text.h"
+#include "support/local_file_time.h"
 #include "support/locale_id.h"
 #include "support/paths.h"
 #include "support/text.h"

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "support/date_time.h"
+#include "support/calendar_time.h"
 #include "support/rooted_path.h"
 
 namespace quorvane {

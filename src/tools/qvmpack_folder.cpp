@@ -10,9 +10,9 @@
 #include <system_error>
 #include <tuple>
 
+#include "support/calendar_time.h"
 #include "support/clsQVMod.h"
-#include "support/date_time.h"
-#include "support/file_time.h"
+#include "support/local_file_time.h"
 #include "support/paths.h"
 #include "support/text.h"
 

@@ -1,4 +1,4 @@
-#include "support/file_time.h"
+#include "support/local_file_time.h"
 
 #include <chrono>
 #include <ctime>

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "support/date_time.h"
+#include "support/calendar_time.h"
 
 namespace quorvane {
 

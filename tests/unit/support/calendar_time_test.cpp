@@ -1,17 +1,17 @@
-#include "support/date_time.h"
+#include "support/calendar_time.h"
 
 #include <gtest/gtest.h>
 
 namespace quorvane {
 
-TEST(DateTime, WritesAndReadsTheStoredForm) {
+TEST(CalendarTimeTest, WritesAndReadsTheStoredForm) {
   const CalendarTime time{2007, 3, 5, 4, 5, 6, 1};
   EXPECT_EQ(dateTimeText(time), "2007-03-05 04:05:06");
   EXPECT_EQ(timeOfDayText(time), "04:05:06");
   EXPECT_EQ(parseDateTimeText("2007-03-05 04:05:06"), time);
 }
 
-TEST(DateTime, RefusesWhatIsNoDate) {
+TEST(CalendarTimeTest, RefusesWhatIsNoDate) {
   for (const char* text : {"", "2007-03-05", "2007-02-29 00:00:00", "2007-13-01 00:00:00",
                            "2007-01-01 24:00:00", "2007-01-01 00:60:00", "2007-01-01T00:00:00",
                            "2007-01-01 00:00:0x", "-007-01-01 00:00:00", "2007-01-01 00:00:000"}) {
@@ -19,10 +19,10 @@ TEST(DateTime, RefusesWhatIsNoDate) {
   }
 }
 
-TEST(DateTime, CountsWeekdaysFromSunday) {
-  EXPECT_EQ(weekdayOf(2026, 3, 8), 0);
-  EXPECT_EQ(weekdayOf(1899, 12, 30), 6);
-  EXPECT_EQ(weekdayOf(100, 1, 1), 5);
+TEST(CalendarTimeTest, CountsWeekdaysFromSunday) {
+  EXPECT_EQ(parseDateTimeText("2026-03-08 00:00:00")->weekday, 0);
+  EXPECT_EQ(parseDateTimeText("1899-12-30 00:00:00")->weekday, 6);
+  EXPECT_EQ(parseDateTimeText("0100-01-01 00:00:00")->weekday, 5);
 }
 
 }  // namespace quorvane

@@ -1,6 +1,6 @@
-#include "console/time_text.h"
+#include "console/uptime_text.h"
 
-#include <cstdio>
+#include <chrono>
 
 namespace quorvane {
 
@@ -14,13 +14,6 @@ sys_days dayOf(const CalendarTime& time) {
 
 }  // namespace
 
-std::string timeText(const CalendarTime& time) {
-  char text[16];
-  std::snprintf(text, sizeof text, "%02d:%02d:%02d", time.hour % 24, time.minute % 60,
-                time.second % 100);
-  return text;
-}
-
 std::string uptimeText(const Clock& clock, TimePoint start) {
   const TimePoint now = clock.now();
   auto elapsed = floor<seconds>(now) - floor<seconds>(start);
@@ -31,8 +24,8 @@ std::string uptimeText(const Clock& clock, TimePoint start) {
   time.minute = static_cast<int>(part.minutes().count());
   time.second = static_cast<int>(part.seconds().count());
   const auto midnights = (dayOf(clock.local(now)) - dayOf(clock.local(start))).count();
-  if (midnights <= 0) return timeText(time);
-  return std::to_string(midnights) + " days, " + timeText(time);
+  if (midnights <= 0) return timeOfDayText(time);
+  return std::to_string(midnights) + " days, " + timeOfDayText(time);
 }
 
 }  // namespace quorvane

@@ -1,4 +1,4 @@
-#include "support/date_time.h"
+#include "support/calendar_time.h"
 
 #include <array>
 #include <charconv>
@@ -30,6 +30,14 @@ bool isDate(int year, int month, int day) {
       .ok();
 }
 
+/// 0 is Sunday.
+int weekdayOf(int year, int month, int day) {
+  const std::chrono::sys_days date = std::chrono::year(year) /
+                                     std::chrono::month(static_cast<unsigned>(month)) /
+                                     std::chrono::day(static_cast<unsigned>(day));
+  return static_cast<int>(std::chrono::weekday(date).c_encoding());
+}
+
 }  // namespace
 
 CalendarTime utcFields(TimePoint t) {
@@ -43,13 +51,6 @@ CalendarTime utcFields(TimePoint t) {
           static_cast<int>(time.minutes().count()),
           static_cast<int>(time.seconds().count()),
           static_cast<int>(std::chrono::weekday{day}.c_encoding())};
-}
-
-int weekdayOf(int year, int month, int day) {
-  const std::chrono::sys_days date = std::chrono::year(year) /
-                                     std::chrono::month(static_cast<unsigned>(month)) /
-                                     std::chrono::day(static_cast<unsigned>(day));
-  return static_cast<int>(std::chrono::weekday(date).c_encoding());
 }
 
 std::string timeOfDayText(const CalendarTime& time) {

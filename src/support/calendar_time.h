@@ -7,7 +7,7 @@
 
 namespace quorvane {
 
-/// Calendar arithmetic shared by every folder. Nothing here reads a clock.
+/// A moment as calendar fields, and its texts. Nothing here reads a clock.
 
 /// A moment broken into calendar fields, in whatever zone its maker says.
 struct CalendarTime {
@@ -26,9 +26,6 @@ using TimePoint = std::chrono::system_clock::time_point;
 
 /// The fields of `t` in Coordinated Universal Time.
 CalendarTime utcFields(TimePoint t);
-
-/// 0 is Sunday; by the Gregorian calendar for any year.
-int weekdayOf(int year, int month, int day);
 
 /// "HH:mm:ss".
 std::string timeOfDayText(const CalendarTime& time);

@@ -1,4 +1,4 @@
-#include "console/time_text.h"
+#include "console/uptime_text.h"
 
 #include <gtest/gtest.h>
 
@@ -9,14 +9,6 @@ namespace quorvane {
 namespace {
 
 using namespace std::chrono_literals;
-
-TEST(TimeText, HasTwoDigitsEach) {
-  CalendarTime time;
-  time.hour = 7;
-  time.minute = 5;
-  time.second = 9;
-  EXPECT_EQ(timeText(time), "07:05:09");
-}
 
 class Uptime : public testing::Test {
  protected:
