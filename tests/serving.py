@@ -108,6 +108,14 @@ class Connection:
         data, self.pending = self.pending, b""
         return data
 
+    def receive_until(self, text):
+        """What comes up to a text and with it; what comes behind it in the same bytes too."""
+        while text not in self.pending:
+            if not self._more():
+                raise AssertionError("closed before %r: %r" % (text, self.pending))
+        data, self.pending = self.pending, b""
+        return data
+
     def is_closed(self):
         """Waits for the server to close; False when bytes come instead."""
         return not self.pending and not self._more()
@@ -198,6 +206,16 @@ class Server:
             connection.send("%s %s HTTP/1.1\r\nHost: localhost\r\n%sConnection: close\r\n\r\n"
                             % (method, target, headers))
             return connection.receive(with_body=method != "HEAD")
+
+    def get_with_session(self, target):
+        """The answer of a page and the number of the new session that its cookie carries. One
+        number of 10,001 is 0, which has no cookie."""
+        for _ in range(5):
+            response = self.get(target)
+            for line in response.lines:
+                if line.startswith("Set-Cookie: QVS_SESSIONID="):
+                    return response, line.partition("=")[2].partition(";")[0]
+        raise AssertionError("no session cookie: %r" % response.head)
 
     def post(self, target, body, headers=""):
         with self.connect() as connection:

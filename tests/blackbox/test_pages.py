@@ -153,9 +153,7 @@ class Pages(ServerTest):
         with self.server.connect() as connection:
             connection.send("GET /slow.qvs HTTP/1.1\r\nHost: x\r\n\r\n")
             began = time.monotonic()
-            data = b""
-            while b"first" not in data:
-                data += connection.socket.recv(4096)
+            data = connection.receive_until(b"first")
             self.assertLess(time.monotonic() - began, 0.9)
             head, _, body = data.partition(b"\r\n\r\n")
             body += connection.receive_all()
@@ -248,15 +246,8 @@ class SessionsAndCookies(ServerTest):
         self.assertTrue(match, response.head)
         return match[1]
 
-    def new_session(self):
-        """A response and the cookie it came with. Number 0 comes without one."""
-        while True:
-            response = self.server.get("/count.qvs")
-            if response.header("Set-Cookie"):
-                return response, self.session_cookie(response)
-
     def test_a_session_is_kept(self):
-        response, number = self.new_session()
+        response, number = self.server.get_with_session("/count.qvs")
         self.assertEqual(response.text, "1")
         for expected in ("2", "3"):
             response = self.server.get("/count.qvs", "Cookie: QVS_SESSIONID=%s\r\n" % number)
@@ -264,7 +255,7 @@ class SessionsAndCookies(ServerTest):
             self.assertEqual(self.session_cookie(response), number)
 
     def test_abandoning(self):
-        _, number = self.new_session()
+        _, number = self.server.get_with_session("/count.qvs")
         cookie = "Cookie: QVS_SESSIONID=%s\r\n" % number
         self.assertEqual(self.server.get("/end.qvs", cookie).text, "[]")
         self.assertEqual(self.server.get("/count.qvs", cookie).text, "1")

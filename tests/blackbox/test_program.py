@@ -117,10 +117,8 @@ class Control(unittest.TestCase):
 
     def test_stopping_ends_all_sessions(self):
         with Server({"n.qvs": "<% Session(\"n\") = CLng(\"0\" & Session(\"n\")) + 1 %><%= Session(\"n\") %>"}) as server:
-            cookie = None
-            while not cookie:
-                cookie = server.get("/n.qvs").header("Set-Cookie")
-            header = "Cookie: " + cookie.partition(";")[0] + "\r\n"
+            _, number = server.get_with_session("/n.qvs")
+            header = "Cookie: QVS_SESSIONID=%s\r\n" % number
             self.assertEqual(server.get("/n.qvs", header).text, "2")
             self.assertEqual(self.ask(b"[>restart]"), b"[>restart]:OK")
             self.assertEqual(server.get("/n.qvs", header).text, "1")

@@ -8,10 +8,11 @@ from browser.site import SiteTest
 class SampleSite(SiteTest):
     def open_with_session(self):
         """Opens the home page with a session that a cookie carries; number 0 has none."""
-        while True:
+        for _ in range(5):
             self.open("/")
             if "QVS_SESSIONID" in self.browser.run("return document.cookie"):
                 return
+        self.fail("no session cookie")
 
     def test_the_form_is_answered_and_the_counter_rises(self):
         self.open_with_session()
@@ -27,6 +28,7 @@ class SampleSite(SiteTest):
 
     def test_style_and_pictures_arrive(self):
         self.open("/")
+        self.assertGreater(self.browser.run("return document.images.length"), 0)
         self.assertEqual(self.browser.broken_images(), [])
         self.assertEqual(self.browser.run("return document.styleSheets.length"), 1)
         self.assertEqual(self.browser.run("return getComputedStyle(document.body).margin"), "0px")

@@ -29,10 +29,16 @@ TEST_F(HousekeepingTest, TimersRunWithTheServer) {
 }
 
 TEST_F(HousekeepingTest, ListsAreRefreshedOnlyInDebugMode) {
-  state.DebugMode = false;
-  window.StartServer();
-  EXPECT_TRUE(ctlTimer().enabled());
-  EXPECT_FALSE(dbgTimer().enabled());
+  stage.sessions = {{17, false}};
+  const auto listed = [this](bool debugMode) {
+    state.DebugMode = debugMode;
+    window.StartServer(true);
+    ctlTimer().tick();
+    dbgTimer().tick();
+    return std::pair{list(1).size(), list(2).size()};
+  };
+  EXPECT_EQ(listed(false), (std::pair<std::size_t, std::size_t>{0, 0}));
+  EXPECT_EQ(listed(true), (std::pair<std::size_t, std::size_t>{11, 1}));
 }
 
 TEST_F(HousekeepingTest, ATickExpiresSessionsAndKeys) {

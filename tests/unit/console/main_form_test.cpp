@@ -179,7 +179,10 @@ TEST_F(MainForm, ButtonsStartStopAndClear) {
   EXPECT_EQ(window.form().dbgText.text, "");
   window.clickButton(0);
   EXPECT_FALSE(window.running());
+  const auto before = lines();
   window.clickButton(7);
+  EXPECT_FALSE(window.running()) << "no such button";
+  EXPECT_EQ(lines(), before);
 }
 
 TEST_F(MainForm, AClickedLineIsShownWithItsLineBreaks) {

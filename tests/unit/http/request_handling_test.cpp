@@ -130,8 +130,8 @@ TEST_F(RequestHandlingTest, InvalidRequestsGetTheBadRequestAnswer) {
 }
 
 TEST_F(RequestHandlingTest, NothingOutsideTheDocumentRootIsReached) {
-  files.put("/srv/secret.htm", "secret");
-  files.put("/srv/Scriptssecret.htm", "secret");
+  files.put("/srv/secret.htm", "not to be seen");
+  files.put("/srv/Scriptssecret.htm", "not to be seen");
   files.put("/srv/Scripts/sub/x.htm", "x");
   for (const char* target :
        {"/../secret.htm", "/sub/../../secret.htm", "/sub/..\\..\\secret.htm", "\\..\\secret.htm",
@@ -142,7 +142,7 @@ TEST_F(RequestHandlingTest, NothingOutsideTheDocumentRootIsReached) {
     EXPECT_TRUE(text.starts_with("HTTP/1.1 404 No Found\r\n") ||
                 text.starts_with("HTTP/1.1 400 Bad Request\r\n"))
         << target;
-    EXPECT_EQ(text.find("secret\r\n"), std::string::npos);
+    EXPECT_EQ(text.find("not to be seen"), std::string::npos) << target;
   }
   EXPECT_EQ(textFor(std::string("GET /a.htm\0.htm HTTP/1.1\r\n\r\n", 29)),
             notFoundText(std::string("a.htm\0.htm", 10)));
