@@ -82,7 +82,7 @@ namespace {
 /// The bytes that a run leaves behind.
 std::int64_t bytesKeptByRun(std::string_view source) {
   FuzzHost host;
-  const std::int64_t before = vbs::memoryMeter.used;
+  const std::int64_t before = vbs::runContext.memory.used;
   {
     vbs::ProgramCache cache(1 << 16);
     const auto output = vbs::make<FuzzOutput>();
@@ -93,7 +93,7 @@ std::int64_t bytesKeptByRun(std::string_view source) {
       require(!error || error->number != 0, "an error has a number", source);
     }
   }
-  return vbs::memoryMeter.used - before;
+  return vbs::runContext.memory.used - before;
 }
 
 }  // namespace

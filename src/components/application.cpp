@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "vbscript/values/circles.h"
 #include "vbscript/values/convert.h"
 
 namespace quorvane {
@@ -52,6 +53,7 @@ ApplicationComponent::ApplicationComponent(std::string version, FileAliases& ali
 
 ApplicationComponent::~ApplicationComponent() {
   shared_->clear();
+  vbs::endCircles(nullptr);
 }
 
 std::span<const vbs::Member<ApplicationComponent>> ApplicationComponent::members() {

@@ -39,12 +39,10 @@ class ApplicationComponent final : public vbs::NativeObject<ApplicationComponent
   /// All outlive the component. `version` is what Version shows.
   ApplicationComponent(std::string version, FileAliases& aliases, const Clock& clock,
                        Random& random);
-  ~ApplicationComponent() override;  ///< empties the shared values: they may hold one another
+  ~ApplicationComponent() override;  ///< ends the shared values: they may hold one another
 
   /// Null, as at first: no texts. `texts` outlives the component or is replaced before.
   void setLanguage(const LanguageTexts* texts) { texts_ = texts; }
-
-  const SharedValues& shared() const { return *shared_; }
 
   std::string_view typeName() const override { return "QvS"; }
   static std::span<const vbs::Member<ApplicationComponent>> members();

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <memory>
-#include <unordered_set>
 #include <vector>
 
 #include "components/dictionary_table.h"
@@ -23,19 +22,13 @@ enum CompareMode : std::int32_t { Binary = 0, Text = 1 };
 
 class Dictionary : public vbs::NativeObject<Dictionary> {
  public:
-  Dictionary();
-  ~Dictionary() override;
-
-  std::uint64_t number() const { return number_; }  ///< in the order of making, from 1 on
-  Dictionary* previous() const { return previous_; }
-  const DictionaryTable& table() const { return table_; }
-  void clear() { table_.clear(); }
-
   static std::span<const vbs::Member<Dictionary>> members();
   std::string_view typeName() const override { return "Dictionary"; }
   std::unique_ptr<vbs::Enumerator> enumerate() override {
     return std::make_unique<vbs::ValueWalk>(listOf(&DictionaryTable::Entry::key));
   }
+  void visitReferences(vbs::ReferenceVisitor& visitor) override;
+  void dropReferences() override { table_.clear(); }
   Value* itemPlace(const Value& key) override {
     DictionaryTable::Entry* entry = table_.find(key);
     return entry ? &entry->item : nullptr;
@@ -64,27 +57,7 @@ class Dictionary : public vbs::NativeObject<Dictionary> {
   Value listOf(Value DictionaryTable::Entry::*part) const;
 
   DictionaryTable table_;
-  std::uint64_t number_;
-  Dictionary* previous_;  ///< of all that are alive
-  Dictionary* next_ = nullptr;
 };
-
-/// The dictionaries of this thread.
-struct Living {
-  Dictionary* last = nullptr;
-  std::uint64_t made = 0;
-};
-thread_local Living living;
-
-Dictionary::Dictionary() : number_(++living.made), previous_(living.last) {
-  if (previous_) previous_->next_ = this;
-  living.last = this;
-}
-
-Dictionary::~Dictionary() {
-  (next_ ? next_->previous_ : living.last) = previous_;
-  if (previous_) previous_->next_ = next_;
-}
 
 std::span<const vbs::Member<Dictionary>> Dictionary::members() {
   using Row = vbs::Member<Dictionary>;
@@ -140,50 +113,17 @@ Value Dictionary::listOf(Value DictionaryTable::Entry::*part) const {
   return Value::array(vbs::ArrayRep::fromValues(std::move(list)));
 }
 
-/// Every dictionary that the values lead to, through arrays and other dictionaries.
-std::unordered_set<const Dictionary*> reachedFrom(std::span<const Value> values) {
-  std::unordered_set<const Dictionary*> reached;
-  std::vector<const Value*> pending;
-  for (const Value& value : values) pending.push_back(&value);
-  while (!pending.empty()) {
-    const Value& value = *pending.back();
-    pending.pop_back();
-    if (value.isArray() && value.asArray()->elementType == vbs::Type::Empty) {
-      const vbs::ArrayRep& array = *value.asArray();
-      for (std::size_t i = 0; i < array.count; ++i) pending.push_back(&array.elements[i]);
-    }
-    const auto* found =
-        value.isObject() ? dynamic_cast<const Dictionary*>(value.asObject()) : nullptr;
-    if (!found || !reached.insert(found).second) continue;
-    for (const DictionaryTable::Entry& entry : found->table().entries()) {
-      pending.push_back(&entry.key);
-      pending.push_back(&entry.item);
-    }
+void Dictionary::visitReferences(vbs::ReferenceVisitor& visitor) {
+  for (DictionaryTable::Entry& entry : table_.entries()) {
+    visitor.value(entry.key);
+    visitor.value(entry.item);
   }
-  return reached;
 }
 
 }  // namespace
 
 Value createDictionary() {
   return Value::adopt(new Dictionary());
-}
-
-std::uint64_t dictionariesMade() {
-  return living.made;
-}
-
-bool anyDictionarySince(std::uint64_t made) {
-  return living.last && living.last->number() > made;
-}
-
-void dropCircles(std::uint64_t made, std::span<const Value> kept) {
-  const auto reached = reachedFrom(kept);
-  std::vector<vbs::Ref<Dictionary>> circles;
-  for (Dictionary* at = living.last; at && at->number() > made; at = at->previous()) {
-    if (!reached.contains(at)) circles.emplace_back(at);
-  }
-  for (const auto& dictionary : circles) dictionary->clear();
 }
 
 }  // namespace quorvane

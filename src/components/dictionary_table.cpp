@@ -97,7 +97,7 @@ class NormalKey {
 }  // namespace
 
 DictionaryTable::~DictionaryTable() {
-  vbs::memoryMeter.release(charged_);
+  vbs::runContext.memory.release(charged_);
 }
 
 std::uint32_t DictionaryTable::hashOf(const Value& key) const {
@@ -199,9 +199,9 @@ void DictionaryTable::rebuild(std::size_t slots) {
 void DictionaryTable::chargeFor(std::size_t entries, std::size_t slots) {
   const std::size_t bytes = entries * sizeof(Entry) + slots * sizeof(std::uint32_t);
   if (bytes > charged_) {
-    vbs::memoryMeter.charge(bytes - charged_);
+    vbs::runContext.memory.charge(bytes - charged_);
   } else {
-    vbs::memoryMeter.release(charged_ - bytes);
+    vbs::runContext.memory.release(charged_ - bytes);
   }
   charged_ = bytes;
 }

@@ -31,6 +31,7 @@ class DictionaryTable {
   std::size_t count() const { return live_; }
   /// All entries; those that are not live have been removed.
   const std::vector<Entry>& entries() const { return entries_; }
+  std::vector<Entry>& entries() { return entries_; }
 
   /// Null when the key is missing. The entry stays valid until the next insert or remove. Error 5
   /// for an array, which cannot be a key.

@@ -36,10 +36,8 @@ void SharedValues::clear() {
   const KeyedCollection<vbs::Value> old = std::exchange(values_, {});
 }
 
-std::vector<vbs::Value> SharedValues::items() const {
-  std::vector<vbs::Value> items;
-  for (const auto& entry : values_) items.push_back(entry.value);
-  return items;
+void SharedValues::visitReferences(vbs::ReferenceVisitor& visitor) {
+  for (auto& entry : values_) visitor.value(entry.value);
 }
 
 std::unique_ptr<vbs::Enumerator> SharedValues::enumerate() {

@@ -17,10 +17,10 @@ class SharedValues final : public vbs::NativeObject<SharedValues> {
   vbs::Value item(const vbs::Value& key) const;  ///< Empty when nothing is stored
   void setItem(const vbs::Value& key, const vbs::Value& value);
   void clear();
-  std::vector<vbs::Value> items() const;
 
   std::string_view typeName() const override { return "Application"; }
   std::unique_ptr<vbs::Enumerator> enumerate() override;  ///< the keys
+  void visitReferences(vbs::ReferenceVisitor& visitor) override;
   static std::span<const vbs::Member<SharedValues>> members();
 
  private:

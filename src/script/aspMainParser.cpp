@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "components/application.h"
-#include "components/dictionary.h"
 #include "http/clsHTTPParser.h"
 #include "http/http_date.h"
 #include "http/serverMod.h"
@@ -147,16 +146,12 @@ bool aspMainParser::Run() {
   const std::string program =
       translate(fileData_.empty() ? strReadFile(url_) : std::move(fileData_), pageFolder_);
 
-  const std::uint64_t dictionaries = dictionariesMade();
   Published published(*this);
   published_ = &published;
   timeLimit_ = limits_.time;
   started_ = host_.steadyNow();
   const auto error = runProgram(program);
   published_ = nullptr;
-  if (anyDictionarySince(dictionaries)) {
-    dropCircles(dictionaries, services_.application.shared().items());
-  }
 
   if (error && error->number != kEndOfPage) {
     fail(*error);

@@ -39,16 +39,16 @@ aspResponseObj::aspResponseObj(const clsWEncode& encoder, CookieJar& cookies, co
 
 aspResponseObj::~aspResponseObj() {
   releaseCharge();
-  vbs::memoryMeter.release(headerCharged_);
+  vbs::runContext.memory.release(headerCharged_);
 }
 
 void aspResponseObj::releaseCharge() {
-  vbs::memoryMeter.release(charged_);
+  vbs::runContext.memory.release(charged_);
   charged_ = 0;
 }
 
 void aspResponseObj::append(std::string_view bytes) {
-  vbs::memoryMeter.charge(bytes.size());
+  vbs::runContext.memory.charge(bytes.size());
   charged_ += bytes.size();
   buffer_.append(bytes);
 }
@@ -93,7 +93,7 @@ void aspResponseObj::Clear() {
   if (ended_) return;
   takeBuffer();
   headerLines_ = {};
-  vbs::memoryMeter.release(std::exchange(headerCharged_, 0));
+  vbs::runContext.memory.release(std::exchange(headerCharged_, 0));
   contentType_.clear();
   charset_.clear();
   expires_.clear();
@@ -109,7 +109,7 @@ void aspResponseObj::AddHeader(std::string hVar, std::string_view hValue) {
     setContentType(std::string(value));
   } else if (!value.empty()) {
     const std::size_t bytes = name.size() + value.size();
-    vbs::memoryMeter.charge(bytes);
+    vbs::runContext.memory.charge(bytes);
     headerCharged_ += bytes;
     appendLine(headerLines_, name, value);
   }

@@ -50,22 +50,17 @@ struct ScriptClass {
   static std::uint32_t nextSerial();
 };
 
-/// An object made by a script that an engine must take leave of before it ends, because others
-/// (a session) may hold it longer. Kept in a list of the machine.
+/// An object made by a script that an engine must take leave of before it ends, because others may
+/// hold it longer. Object::scriptClass() is not 0 for these, and for no others, until then.
 class MachineObject : public Object {
  public:
-  explicit MachineObject(Machine& machine);
+  explicit MachineObject(Machine& machine) : machine_(&machine) {}
   /// The machine goes: whatever needs it stops working.
   virtual void detach();
 
  protected:
-  ~MachineObject() override;
-  Machine* machine_;  ///< null once the machine is gone
-
- private:
   friend class Machine;
-  MachineObject* previous_ = nullptr;
-  MachineObject* next_ = nullptr;
+  Machine* machine_;  ///< null once the machine is gone
 };
 
 /// An instance of a script's class. Its fields follow it in memory.
@@ -81,6 +76,7 @@ class ScriptObject final : public MachineObject {
   const void* shape() const override;
   Value invoke(MemberId id, CallKind kind, Args args) override;
   void detach() override;
+  void visitReferences(ReferenceVisitor& visitor) override;
   /// Runs Class_Terminate, once.
   void terminate() noexcept;
 
@@ -112,9 +108,6 @@ class RoutineObject final : public MachineObject {
   bool isProcedure() const override { return true; }
   MemberId findMember(std::string_view) override { return kNoMember; }
   Value invoke(MemberId id, CallKind kind, Args args) override;
-
-  /// Stands in Object::scriptClass() of routine objects.
-  static constexpr std::uint32_t kSerial = 1;
 
  private:
   const Routine* routine_;

@@ -121,21 +121,24 @@ struct Constant {
   Value value;
 };
 
-std::vector<Constant> makeConstants() {
-  std::vector<Constant> all;
+/// Of each thread, because the texts are counted.
+struct Constants : RunPart {
+  Constants();
+  std::vector<Constant> all;  ///< sorted by name
+};
+
+Constants::Constants() {
   for (const auto& [name, number] : kLongs) all.push_back({name, Value::longInt(number)});
   for (const auto& [name, number] : kNumbers) all.push_back({name, Value::whole(number)});
   for (const auto& [name, text] : kTexts) all.push_back({name, Value(String(text))});
   std::sort(all.begin(), all.end(), [](auto& a, auto& b) { return a.name < b.name; });
-  return all;
 }
 
 }  // namespace
 
 const Value* findConstant(std::string_view lowerName) {
   if (!lowerName.starts_with("vb")) return nullptr;
-  // For each thread, because reference counts are not atomic.
-  thread_local const std::vector<Constant> constants = makeConstants();
+  const auto& constants = runContext.parts.get<Constants>().all;
   const auto found = std::lower_bound(
       constants.begin(), constants.end(), lowerName,
       [](const Constant& constant, std::string_view name) { return constant.name < name; });

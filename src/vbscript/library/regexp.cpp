@@ -22,7 +22,7 @@ struct MatchSet {
   MatchSet() = default;
   MatchSet(const MatchSet&) = delete;
   MatchSet& operator=(const MatchSet&) = delete;
-  ~MatchSet() { memoryMeter.release(charged); }
+  ~MatchSet() { runContext.memory.release(charged); }
 
   std::size_t stride() const { return (groups + 1) * 2; }
   std::size_t count() const { return offsets.size() / stride(); }
@@ -42,7 +42,7 @@ struct MatchSet {
 
   void add(const MatchOffsets& found) {
     const std::size_t size = found.size() * sizeof(std::uint32_t);
-    memoryMeter.charge(size);
+    runContext.memory.charge(size);
     charged += size;
     offsets.insert(offsets.end(), found.begin(), found.end());
   }

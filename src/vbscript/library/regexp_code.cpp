@@ -31,7 +31,7 @@ struct Free {
 template <class T>
 using Owned = std::unique_ptr<T, Free>;
 
-/// Limits and the stack that all matches of this thread share.
+/// Limits and the stack that all matches share.
 class MatchContext {
  public:
   MatchContext()
@@ -113,8 +113,22 @@ RegExpCode::RegExpCode(std::unique_ptr<Pcre> pcre) : pcre_(std::move(pcre)) {
 
 RegExpCode::~RegExpCode() = default;
 
+namespace {
+
+/// What lasts from one use of an expression to the next.
+struct RegExpPart : RunPart {
+  MatchContext context;
+  std::unordered_map<std::u16string, std::shared_ptr<const RegExpCode>> codes;
+};
+
+RegExpPart& kept() {
+  return runContext.parts.get<RegExpPart>();
+}
+
+}  // namespace
+
 std::shared_ptr<const RegExpCode> RegExpCode::get(const String& pattern, RegExpFlags flags) {
-  thread_local std::unordered_map<std::u16string, std::shared_ptr<const RegExpCode>> cache;
+  auto& cache = kept().codes;
   if (pattern.length() > kMaxPattern) throwError(ErrorCode::RegExpSyntax);
   std::u16string key = pattern.wide();
   makeValid(key);
@@ -134,11 +148,10 @@ std::shared_ptr<const RegExpCode> RegExpCode::get(const String& pattern, RegExpF
 
 bool RegExpCode::match(const RegExpSubject& subject, std::size_t from,
                        MatchOffsets& offsets) const {
-  thread_local const MatchContext context;
   checkTime();
   const std::u16string_view text = subject.units();
   const int result = pcre2_match(pcre_->code.get(), unitsOf(text), text.size(), from,
-                                 PCRE2_NO_UTF_CHECK, pcre_->data.get(), context.get());
+                                 PCRE2_NO_UTF_CHECK, pcre_->data.get(), kept().context.get());
   if (result == PCRE2_ERROR_NOMATCH) return false;
   if (result < 0) throwError(ErrorCode::OutOfStackSpace);
   const PCRE2_SIZE* found = pcre2_get_ovector_pointer(pcre_->data.get());

@@ -16,12 +16,12 @@ constexpr std::size_t kNone = std::string_view::npos;
 class Places {
  public:
   Places() = default;
-  ~Places() { memoryMeter.release(list_.size() * sizeof(std::uint32_t)); }
+  ~Places() { runContext.memory.release(list_.size() * sizeof(std::uint32_t)); }
   Places(const Places&) = delete;
   Places& operator=(const Places&) = delete;
 
   void add(std::size_t place) {
-    memoryMeter.charge(sizeof(std::uint32_t));
+    runContext.memory.charge(sizeof(std::uint32_t));
     list_.push_back(static_cast<std::uint32_t>(place));
   }
   const std::vector<std::uint32_t>& list() const { return list_; }

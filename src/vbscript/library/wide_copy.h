@@ -11,10 +11,10 @@ namespace quorvane::vbs {
 class WideCopy {
  public:
   explicit WideCopy(const String& text) : charged_(text.length() * sizeof(char16_t)) {
-    memoryMeter.charge(charged_);
+    runContext.memory.charge(charged_);
     units_ = text.wide();
   }
-  ~WideCopy() { memoryMeter.release(charged_); }
+  ~WideCopy() { runContext.memory.release(charged_); }
   WideCopy(const WideCopy&) = delete;
   WideCopy& operator=(const WideCopy&) = delete;
 

@@ -20,10 +20,6 @@ const Routine& haltRoutine() {
   return kRoutine;
 }
 
-bool isScriptObject(const Object& object) {
-  return object.scriptClass() > RoutineObject::kSerial;
-}
-
 CallKind kindFor(std::uint16_t target) {
   return target == kNoRegister ? CallKind::Call : CallKind::Get;
 }
@@ -396,7 +392,7 @@ bool Machine::callObject(Object& object, const Instruction* pc, Value* base) {
   Value& holder = base[pc->b];
   Value* const arguments = &holder + 1;
   const std::size_t count = pc->c;
-  if (object.scriptClass() == RoutineObject::kSerial) {
+  if (object.scriptClass() == kProcedureClass) {
     const Routine* routine = static_cast<RoutineObject&>(object).routine();
     if (!routine) throwError(ErrorCode::InvalidCall);
     adjustArguments(*routine, arguments, count);

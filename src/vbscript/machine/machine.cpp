@@ -6,6 +6,7 @@
 #include "vbscript/machine/program_cache.h"
 #include "vbscript/syntax/name_table.h"
 #include "vbscript/syntax/parser.h"
+#include "vbscript/values/circles.h"
 #include "vbscript/values/locale.h"
 
 namespace quorvane::vbs {
@@ -39,19 +40,26 @@ ErrorReport reportOf(const ScriptError& error) {
 /// The memory limit of a run, taken back at its end.
 class MemoryBound {
  public:
-  explicit MemoryBound(std::int64_t bytes) : before_(memoryMeter.limit) {
-    const std::int64_t room = INT64_MAX - memoryMeter.used;
-    memoryMeter.limit = std::min(before_, bytes < room ? memoryMeter.used + bytes : INT64_MAX);
+  explicit MemoryBound(std::int64_t bytes) : before_(runContext.memory.limit) {
+    const std::int64_t room = INT64_MAX - runContext.memory.used;
+    runContext.memory.limit =
+        std::min(before_, bytes < room ? runContext.memory.used + bytes : INT64_MAX);
   }
   MemoryBound(const MemoryBound&) = delete;
   MemoryBound& operator=(const MemoryBound&) = delete;
-  ~MemoryBound() { memoryMeter.limit = before_; }
+  ~MemoryBound() { runContext.memory.limit = before_; }
 
  private:
   std::int64_t before_;
 };
 
-thread_local std::unique_ptr<StackMemory> spareStack;
+struct SpareStack : RunPart {
+  std::unique_ptr<StackMemory> memory;
+};
+
+std::unique_ptr<StackMemory>& spareStack() {
+  return runContext.parts.get<SpareStack>().memory;
+}
 
 }  // namespace
 
@@ -82,12 +90,13 @@ StackMemory::~StackMemory() {
 }
 
 std::unique_ptr<StackMemory> StackMemory::take(std::size_t frames) {
-  if (spareStack && spareStack->frameCount_ == frames) return std::move(spareStack);
+  auto& spare = spareStack();
+  if (spare && spare->frameCount_ == frames) return std::move(spare);
   return std::unique_ptr<StackMemory>(new StackMemory(frames));
 }
 
 void StackMemory::giveBack(std::unique_ptr<StackMemory> memory) {
-  spareStack = std::move(memory);
+  spareStack() = std::move(memory);
 }
 
 // ---- Life ----
@@ -127,26 +136,34 @@ TimeCheck Machine::nativeTimeCheck() {
   return {[](void* run) { static_cast<Machine*>(run)->poll(); }, this};
 }
 
-/// Variables go in the order of their declaration; what then still lives holds itself in circles.
+/// The objects that need this machine, the newest first. None of them is older than its Err.
+std::vector<Ref<MachineObject>> Machine::livingObjects() {
+  std::vector<Ref<MachineObject>> found;
+  for (Object* at = runContext.newestObject; at && at != err_.get(); at = at->older()) {
+    if (at->scriptClass() == 0 || at->references() == 0) continue;
+    auto* object = static_cast<MachineObject*>(at);
+    if (object->machine_ == this) found.emplace_back(object);
+  }
+  return found;
+}
+
+/// Variables go in the order of their declaration; what then still lives holds itself in circles,
+/// or is held from outside.
 void Machine::endObjects() {
-  if (objects_) deadline_ = runtime_.host.steadyNow() + limits_.time;
+  if (runContext.newestObject != err_.get()) deadline_ = runtime_.host.steadyNow() + limits_.time;
   const MemoryBound memory(limits_.memoryBytes);
   const TextScope texts(runtime_.host);
   const TimeCheckScope time(nativeTimeCheck());
   clearRange(globals_, globals_ + globalsEnd_);
-  std::vector<Ref<MachineObject>> circles;
-  for (MachineObject* object = objects_; object; object = object->next_) {
-    circles.insert(circles.end(), Ref<MachineObject>(object));
+  auto living = livingObjects();
+  for (auto object = living.rbegin(); object != living.rend(); ++object) {
+    if (isScriptObject(**object)) static_cast<ScriptObject&>(**object).terminate();
   }
-  for (auto object = circles.rbegin(); object != circles.rend(); ++object) {
-    if ((*object)->scriptClass() > RoutineObject::kSerial) {
-      static_cast<ScriptObject&>(**object).terminate();
-    }
+  // Ending objects may run code that makes more of them.
+  for (living = livingObjects(); !living.empty(); living = livingObjects()) {
+    for (const auto& object : living) object->detach();
   }
-  while (objects_) {
-    const Ref<MachineObject> object(objects_);
-    object->detach();
-  }
+  endCircles(err_.get());
   // The next run finds its variables Empty on this stack.
   for (Value* v = globals_; v < globals_ + globalsEnd_; ++v) *v = Value();
 }

@@ -241,6 +241,7 @@ class Machine {
   template <class Body>
   std::optional<ErrorReport> guarded(Body body);
   void endObjects();
+  std::vector<Ref<MachineObject>> livingObjects();
   CompileContext context() const;
 
   Runtime runtime_;
@@ -268,7 +269,6 @@ class Machine {
   bool stopped_ = false;  ///< the time limit has struck
   SourcePosition stoppedAt_;
   std::optional<ScriptError> pending_;  ///< of a Class_Terminate
-  MachineObject* objects_ = nullptr;
 };
 
 /// Whether a register needs more than being overwritten: it holds something counted, or refers to
@@ -279,6 +279,10 @@ inline bool needsCare(const Value& value) {
       (1u << static_cast<unsigned>(Type::Array)) | (1u << static_cast<unsigned>(Type::Reference)) |
       (1u << static_cast<unsigned>(Type::ArrayLock));
   return (kMask >> static_cast<unsigned>(value.type())) & 1u;
+}
+
+inline bool isScriptObject(const Object& object) {
+  return object.scriptClass() > kProcedureClass;
 }
 
 /// The field of a script's object that a place in the code uses, when its cache knows the class;

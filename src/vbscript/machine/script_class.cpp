@@ -32,35 +32,21 @@ const ClassMember* ScriptClass::find(std::string_view lower) const {
 }
 
 std::uint32_t ScriptClass::nextSerial() {
-  static thread_local std::uint32_t last = RoutineObject::kSerial;
-  return ++last;
+  return kProcedureClass + ++runContext.lastClassSerial;
 }
 
 // ---- Objects of a machine ----
 
-MachineObject::MachineObject(Machine& machine) : machine_(&machine), next_(machine.objects_) {
-  if (next_) next_->previous_ = this;
-  machine.objects_ = this;
-}
-
-MachineObject::~MachineObject() {
-  MachineObject::detach();
-}
-
 void MachineObject::detach() {
-  if (!machine_) return;
-  (previous_ ? previous_->next_ : machine_->objects_) = next_;
-  if (next_) next_->previous_ = previous_;
-  previous_ = nullptr;
-  next_ = nullptr;
   machine_ = nullptr;
+  dropReferences();
 }
 
 // ---- Instances ----
 
 Ref<ScriptObject> ScriptObject::create(Machine& machine, const ScriptClass& type) {
   const std::size_t extra = fieldBytes(type.fieldCount);
-  memoryMeter.charge(extra);
+  runContext.memory.charge(extra);
   auto object = Ref<ScriptObject>::adopt(new (extra) ScriptObject(machine, type));
   for (const auto& array : type.arrays) {
     std::vector<std::int32_t> extents(array.bounds);
@@ -80,7 +66,7 @@ ScriptObject::ScriptObject(Machine& machine, const ScriptClass& type)
 
 ScriptObject::~ScriptObject() {
   std::destroy_n(fields(), fieldCount_);
-  memoryMeter.release(fieldBytes(fieldCount_));
+  runContext.memory.release(fieldBytes(fieldCount_));
 }
 
 void ScriptObject::lastRelease() {
@@ -99,7 +85,10 @@ void ScriptObject::detach() {
   type_ = &endedClass();
   scriptClass_ = 0;
   MachineObject::detach();
-  for (std::uint16_t i = 0; i < fieldCount_; ++i) fields()[i] = Value();
+}
+
+void ScriptObject::visitReferences(ReferenceVisitor& visitor) {
+  for (std::uint16_t i = 0; i < fieldCount_; ++i) visitor.value(fields()[i]);
 }
 
 MemberId ScriptObject::findMember(std::string_view lowerName) {
@@ -126,7 +115,7 @@ Value ScriptObject::invoke(MemberId id, CallKind kind, Args args) {
 
 RoutineObject::RoutineObject(Machine& machine, const Routine& routine)
     : MachineObject(machine), routine_(&routine) {
-  scriptClass_ = kSerial;
+  scriptClass_ = kProcedureClass;
 }
 
 Value RoutineObject::invoke(MemberId id, CallKind kind, Args args) {

@@ -4,8 +4,6 @@
 #include <array>
 #include <utility>
 
-#include "vbscript/values/memory_meter.h"
-
 namespace quorvane::vbs {
 
 namespace {
@@ -108,10 +106,6 @@ void throwError(ErrorCode code, std::string_view name) {
   std::string text(errorText(number));
   text.append(": '").append(name).append("'");
   throw ScriptError{number, std::move(text), {}, {}, 0};
-}
-
-void MemoryMeter::overLimit() {
-  throwError(ErrorCode::OutOfMemory);
 }
 
 }  // namespace quorvane::vbs

@@ -4,16 +4,11 @@
 
 #include "vbscript/values/calendar.h"
 #include "vbscript/values/locale_table.h"
+#include "vbscript/values/run_context.h"
 
 namespace quorvane::vbs {
 
 namespace {
-
-struct TextContext {
-  const Locale* locale = &kLocales[0];
-  Host* host = nullptr;
-};
-constinit thread_local TextContext context;
 
 template <class Test>
 const Locale* find(Test test) {
@@ -35,26 +30,23 @@ const Locale* findLocale(std::string_view lowerTag) {
 }
 
 const Locale& activeLocale() {
-  return *context.locale;
+  return runContext.text.locale ? *runContext.text.locale : kLocales[0];
 }
 
 void setActiveLocale(const Locale& locale) {
-  context.locale = &locale;
+  runContext.text.locale = &locale;
 }
 
 std::int32_t currentYear() {
-  return dateParts(context.host ? context.host->now() : 0).year;
+  return dateParts(runContext.text.host ? runContext.text.host->now() : 0).year;
 }
 
-TextScope::TextScope(Host& host) : locale_(context.locale), host_(context.host) {
-  const Locale* locale = findLocale(host.locale());
-  context.locale = locale ? locale : &kLocales[0];
-  context.host = &host;
+TextScope::TextScope(Host& host) : before_(runContext.text) {
+  runContext.text = {findLocale(host.locale()), &host};
 }
 
 TextScope::~TextScope() {
-  context.locale = locale_;
-  context.host = host_;
+  runContext.text = before_;
 }
 
 }  // namespace quorvane::vbs

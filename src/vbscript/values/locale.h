@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "vbscript/values/host.h"
+#include "vbscript/values/run_context.h"
 
 /// What depends on language and country when values become text and back. A run starts in its
 /// host's locale; SetLocale changes the rest of the run.
@@ -68,8 +69,7 @@ class TextScope {
   TextScope& operator=(const TextScope&) = delete;
 
  private:
-  const Locale* locale_;
-  Host* host_;
+  TextContext before_;
 };
 
 }  // namespace quorvane::vbs

@@ -11,8 +11,8 @@ namespace quorvane::vbs {
 /// further ones wait in a queue, which the outermost end empties before it returns.
 class EndQueue {
  public:
-  void end(Object* object) { run(object, objects_); }
-  void end(ArrayRep* array) { run(array, arrays_); }
+  static void end(Object* object) { run(object, &EndQueue::objects_); }
+  static void end(ArrayRep* array) { run(array, &EndQueue::arrays_); }
 
  private:
   static constexpr int kMaxDepth = 128;
@@ -24,25 +24,29 @@ class EndQueue {
   }
 
   template <class Body>
-  void run(Body* body, std::vector<Body*>& queue) {
-    if (depth_ >= kMaxDepth) {
-      queue.push_back(body);
+  static void run(Body* body, std::vector<Body*> EndQueue::*queue) {
+    EndsInProgress& ends = runContext.ends;
+    if (ends.depth >= kMaxDepth) {
+      if (!ends.waiting) ends.waiting = new EndQueue;
+      (ends.waiting->*queue).push_back(body);
       return;
     }
-    ++depth_;
+    ++ends.depth;
     finish(body);
-    if (depth_ == 1) empty();
-    --depth_;
+    if (ends.depth == 1 && ends.waiting) empty(ends);
+    --ends.depth;
   }
 
-  void empty() {
-    while (!objects_.empty() || !arrays_.empty()) {
-      if (!objects_.empty()) {
-        finish(take(objects_));
+  static void empty(EndsInProgress& ends) {
+    EndQueue& queue = *ends.waiting;
+    while (!queue.objects_.empty() || !queue.arrays_.empty()) {
+      if (!queue.objects_.empty()) {
+        finish(take(queue.objects_));
       } else {
-        finish(take(arrays_));
+        finish(take(queue.arrays_));
       }
     }
+    delete std::exchange(ends.waiting, nullptr);
   }
 
   template <class Body>
@@ -52,29 +56,24 @@ class EndQueue {
     return body;
   }
 
-  int depth_ = 0;
   std::vector<Object*> objects_;
   std::vector<ArrayRep*> arrays_;
 };
 
-namespace {
-thread_local EndQueue endQueue;
-}
-
 void Object::end(Object* object) noexcept {
-  endQueue.end(object);
+  EndQueue::end(object);
 }
 
 void ArrayRep::destroy(ArrayRep* rep) noexcept {
   if (rep->locks > 0) return;  // an element is still passed by reference; its lock frees the body
-  endQueue.end(rep);
+  EndQueue::end(rep);
 }
 
 ArrayRep::~ArrayRep() {
-  memoryMeter.release(sizeof(ArrayRep) + extents().size_bytes());
+  runContext.memory.release(sizeof(ArrayRep) + extents().size_bytes());
   if (!elements) return;
   std::destroy_n(elements, count);
-  memoryMeter.release(count * sizeof(Value));
+  runContext.memory.release(count * sizeof(Value));
   std::free(elements);
 }
 
@@ -85,6 +84,25 @@ Value invokeResult(const Value& result, CallKind kind, Args args) {
 
 Value* Object::itemPlace(const Value&) {
   return nullptr;
+}
+
+namespace {
+
+/// Takes away what it is shown. The values end when all are taken: their end may run code that
+/// meets the object again.
+class Taker final : public ReferenceVisitor {
+ public:
+  void value(Value& held) override { taken_.push_back(std::move(held)); }
+
+ private:
+  std::vector<Value> taken_;
+};
+
+}  // namespace
+
+void Object::dropReferences() {
+  Taker taker;
+  visitReferences(taker);
 }
 
 std::unique_ptr<Enumerator> Object::enumerate() {

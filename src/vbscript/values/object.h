@@ -34,6 +34,18 @@ class Enumerator {
   virtual bool next(Value& item) = 0;
 };
 
+/// Is shown the values that an object holds.
+class ReferenceVisitor {
+ public:
+  virtual void value(Value& held) = 0;
+
+ protected:
+  ~ReferenceVisitor() = default;
+};
+
+/// Stands in Object::scriptClass() of procedures.
+inline constexpr std::uint32_t kProcedureClass = 1;
+
 /// Anything that a script holds by reference: objects of the host, of components, and instances
 /// of a script's own classes. Counted; the last release ends it at once, because scripts rely on
 /// the moment. One thread only.
@@ -41,7 +53,7 @@ class Object {
   friend class EndQueue;
 
  public:
-  Object() { memoryMeter.charge(kObjectCharge); }
+  Object();
   Object(const Object&) = delete;
   Object& operator=(const Object&) = delete;
 
@@ -50,8 +62,11 @@ class Object {
     if (--references_ == 0) end(this);
   }
   std::uint32_t references() const { return references_; }
-  /// The serial number of a script's own class, 0 for objects of all other kinds.
+  /// The serial number of a script's own class, kProcedureClass for procedures as objects (GetRef),
+  /// 0 for objects of all other kinds.
   std::uint32_t scriptClass() const { return scriptClass_; }
+  /// The one made last before this among the objects that are still there, or null.
+  Object* older() const { return older_; }
 
   /// What TypeName shows.
   virtual std::string_view typeName() const = 0;
@@ -85,12 +100,19 @@ class Object {
   /// Error 451 unless the object is a collection.
   virtual std::unique_ptr<Enumerator> enumerate();
 
+  /// Shows every value that the object holds. A kind of object that holds values and does not show
+  /// them all stays for ever once it is part of a circle (see circles.h); nothing worse.
+  virtual void visitReferences(ReferenceVisitor&) {}
+  /// Gives up what visitReferences() shows. Called on an object that only a circle holds, and on
+  /// objects that outlive what made them.
+  virtual void dropReferences();
+
   /// What the object is worth where a plain value is wanted: its default member without
   /// arguments. Error 438 when there is none.
   virtual Value defaultValue() { return invoke(kDefaultMember, CallKind::Get, {}); }
 
  protected:
-  virtual ~Object() { memoryMeter.release(kObjectCharge); }
+  virtual ~Object();
 
   /// Runs when the count falls to zero; deletes the object. Script classes run their
   /// Class_Terminate here first.
@@ -100,12 +122,27 @@ class Object {
   std::uint32_t scriptClass_ = 0;
 
  private:
+  Object* older_;
+  Object* newer_ = nullptr;
+
   /// Calls lastRelease(), now or, in a long chain of objects that hold each other, as soon as the
   /// objects in progress are done: the C stack stays small however long the chain is.
   static void end(Object* object) noexcept;
 
   static constexpr std::size_t kObjectCharge = 64;  ///< bytes, a fair average with overhead
 };
+
+inline Object::Object() : older_(runContext.newestObject) {
+  runContext.memory.charge(kObjectCharge);
+  if (older_) older_->newer_ = this;
+  runContext.newestObject = this;
+}
+
+inline Object::~Object() {
+  (newer_ ? newer_->older_ : runContext.newestObject) = older_;
+  if (older_) older_->newer_ = newer_;
+  runContext.memory.release(kObjectCharge);
+}
 
 /// An owning pointer to an Object.
 template <class T>

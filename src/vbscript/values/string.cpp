@@ -32,10 +32,10 @@ std::size_t roundedCapacity(std::size_t bytes) {
 StringRep* allocate(Encoding encoding, std::size_t bytes) {
   if (bytes > kMaxBytes) throwError(ErrorCode::OutOfStringSpace);
   const std::size_t capacity = roundedCapacity(bytes);
-  memoryMeter.charge(charge(capacity));
+  runContext.memory.charge(charge(capacity));
   auto* rep = static_cast<StringRep*>(std::malloc(charge(capacity)));
   if (!rep) {
-    memoryMeter.release(charge(capacity));
+    runContext.memory.release(charge(capacity));
     throwError(ErrorCode::OutOfMemory);
   }
   rep->references = 1;
@@ -52,13 +52,14 @@ void grow(StringRep*& rep, std::size_t bytes) {
       roundedCapacity(std::max(bytes, old + (old < kDoublingUpTo ? old : old / 2)));
   const std::size_t exact = roundedCapacity(bytes);
   // Close to the limit the room for later appends is what can be spared.
-  if (memoryMeter.used + static_cast<std::int64_t>(capacity - old) > memoryMeter.limit) {
+  if (runContext.memory.used + static_cast<std::int64_t>(capacity - old) >
+      runContext.memory.limit) {
     capacity = exact;
   }
-  memoryMeter.charge(capacity - old);
+  runContext.memory.charge(capacity - old);
   auto* grown = static_cast<StringRep*>(std::realloc(rep, charge(capacity)));
   if (!grown) {
-    memoryMeter.release(capacity - old);
+    runContext.memory.release(capacity - old);
     throwError(ErrorCode::OutOfMemory);
   }
   rep = grown;
@@ -81,15 +82,6 @@ void widenInto(char* target, std::string_view ansi) {
   }
 }
 
-/// Bodies of all one-byte texts; the table itself is a holder of each, so they never end. Made for
-/// each thread because counts are not atomic, and never destroyed because values may stand in
-/// objects that outlive everything local to the thread.
-struct OneByteBody {
-  StringRep rep;
-  std::array<char, 8> text;
-};
-constinit thread_local std::array<OneByteBody, 256> oneByteBodies{};
-
 int sign(bool less) {
   return less ? -1 : 1;
 }
@@ -109,51 +101,10 @@ int compareAnsi(std::string_view a, std::string_view b) {
               ansiToUnit(static_cast<unsigned char>(b[i])));
 }
 
-/// The place of each Windows-1252 character in the text order: marks, then digits, then letters
-/// with their accented kin. The low byte tells characters of one rank apart.
-std::array<std::uint16_t, 256> makeTextRanks() {
-  constexpr std::string_view kMarks = "'- !\"#$%&()*,./:;?@[\\]^_`{|}~+<=>";
-  constexpr std::string_view kKin =
-      "A\xC0\xC1\xC2\xC3\xC4\xC5\xC6"
-      "C\xC7"
-      "D\xD0"
-      "E\xC8\xC9\xCA\xCB"
-      "I\xCC\xCD\xCE\xCF"
-      "N\xD1"
-      "O\xD2\xD3\xD4\xD5\xD6\xD8\x8C"
-      "S\x8A"
-      "U\xD9\xDA\xDB\xDC"
-      "Y\xDD\x9F"
-      "Z\x8E";
-  std::array<std::uint16_t, 256> ranks{};
-  for (unsigned c = 0; c < 256; ++c) {
-    const auto mark = kMarks.find(static_cast<char>(c));
-    const unsigned upper = kUpperAnsi[c];
-    unsigned rank = c < 0x20 ? 1 + c : 0x60 + c % 0x80;
-    if (mark != std::string_view::npos) rank = 0x21 + static_cast<unsigned>(mark);
-    if (c >= '0' && c <= '9') rank = 0xE0 + c - '0';
-    unsigned within = 0;
-    if (upper >= 'A' && upper <= 'Z') rank = 0x100 + upper;
-    if (upper >= 0x80) {
-      within = upper - 0x7F;
-      if (upper == 0xDE) rank = 0x100 + 'T';
-      if (upper == 0xDF) rank = 0x100 + 'S';
-      const auto kin = kKin.find(static_cast<char>(upper));
-      if (kin != std::string_view::npos) {
-        const auto base = kKin.find_last_of("ACDEINOSUYZ", kin);
-        rank = 0x100 + static_cast<unsigned char>(kKin[base]);
-      }
-    }
-    ranks[c] = static_cast<std::uint16_t>(rank << 7 | within);
-  }
-  return ranks;
-}
-
 /// Rank in the high part, variant in the low part; other characters follow by their folded unit.
 std::uint32_t textRank(char16_t unit) {
-  static const auto ranks = makeTextRanks();
   const int byte = unitToAnsi(unit);
-  if (byte >= 0) return ranks[static_cast<std::size_t>(byte)];
+  if (byte >= 0) return kTextRanks[static_cast<std::size_t>(byte)];
   return 0x10000u | (std::uint32_t{lowerUnit(unit)} << 7);
 }
 
@@ -177,7 +128,7 @@ String::String(std::string_view ansi) {
 }
 
 String String::ofByte(char ansi) {
-  OneByteBody& body = oneByteBodies[static_cast<unsigned char>(ansi)];
+  OneByteBody& body = runContext.oneByteBodies[static_cast<unsigned char>(ansi)];
   if (body.rep.references == 0) {
     body.rep = {1, Encoding::Ansi, 1, static_cast<std::uint32_t>(body.text.size())};
     *body.rep.data() = ansi;
@@ -247,7 +198,7 @@ String String::fromUtf8(std::string_view text) {
 }
 
 void String::destroy(StringRep* rep) {
-  memoryMeter.release(charge(rep->capacity));
+  runContext.memory.release(charge(rep->capacity));
   std::free(rep);
 }
 
@@ -332,13 +283,6 @@ std::string String::narrow() const {
 std::u16string String::wide() const {
   std::u16string result(length(), u'\0');
   for (std::size_t i = 0; i < result.size(); ++i) result[i] = at(i);
-  return result;
-}
-
-std::string String::wideBytes() const {
-  if (!isAnsi()) return std::string(raw());
-  std::string result(raw().size() * 2, '\0');
-  widenInto(result.data(), raw());
   return result;
 }
 

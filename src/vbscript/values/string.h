@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -7,25 +8,9 @@
 #include <utility>
 
 #include "vbscript/values/memory_meter.h"
+#include "vbscript/values/string_body.h"
 
 namespace quorvane::vbs {
-
-/// How a string's bytes are to be read.
-enum class Encoding : std::uint8_t {
-  Ansi,  ///< one byte a character, Windows-1252; its five unassigned bytes stand for U+0081 etc.
-  Wide,  ///< UTF-16 code units of two bytes; an odd byte may follow, as byte strings have it
-};
-
-/// The shared body of a string: this header and the bytes behind it, in one allocation.
-struct StringRep {
-  std::uint32_t references;
-  Encoding encoding;
-  std::uint32_t bytes;     ///< length in bytes
-  std::uint32_t capacity;  ///< room for bytes behind the header
-
-  char* data() { return reinterpret_cast<char*>(this + 1); }
-  const char* data() const { return reinterpret_cast<const char*>(this + 1); }
-};
 
 /// A reference-counted script string of any UTF-16 text. Characters that all stand in
 /// Windows-1252 are normally held in one byte each; two spellings of the same text compare equal.
@@ -86,7 +71,6 @@ class String {
   std::string narrow() const;  ///< Windows-1252 bytes, '?' for what has none
   std::u16string wide() const;
   std::string utf8() const;
-  std::string wideBytes() const;  ///< UTF-16LE, an odd byte included: what LenB counts
 
   static String joined(const String& a, const String& b);  ///< a new body of exactly both
   /// Adds `tail` at the end; in place when this is the only holder and there is room.

@@ -1,5 +1,7 @@
 #include "vbscript/values/text_case.h"
 
+#include <string_view>
+
 namespace quorvane::vbs {
 
 namespace {
@@ -26,6 +28,45 @@ constexpr std::array<unsigned char, 256> makeUpper() {
     if (lower[c] != c) table[lower[c]] = static_cast<unsigned char>(c);
   }
   return table;
+}
+
+constexpr std::array<std::uint16_t, 256> makeTextRanks() {
+  constexpr std::string_view kMarks = "'- !\"#$%&()*,./:;?@[\\]^_`{|}~+<=>";
+  constexpr std::string_view kKin =
+      "A\xC0\xC1\xC2\xC3\xC4\xC5\xC6"
+      "C\xC7"
+      "D\xD0"
+      "E\xC8\xC9\xCA\xCB"
+      "I\xCC\xCD\xCE\xCF"
+      "N\xD1"
+      "O\xD2\xD3\xD4\xD5\xD6\xD8\x8C"
+      "S\x8A"
+      "U\xD9\xDA\xDB\xDC"
+      "Y\xDD\x9F"
+      "Z\x8E";
+  constexpr auto kUpper = makeUpper();
+  std::array<std::uint16_t, 256> ranks{};
+  for (unsigned c = 0; c < 256; ++c) {
+    const auto mark = kMarks.find(static_cast<char>(c));
+    const unsigned upper = kUpper[c];
+    unsigned rank = c < 0x20 ? 1 + c : 0x60 + c % 0x80;
+    if (mark != std::string_view::npos) rank = 0x21 + static_cast<unsigned>(mark);
+    if (c >= '0' && c <= '9') rank = 0xE0 + c - '0';
+    unsigned within = 0;
+    if (upper >= 'A' && upper <= 'Z') rank = 0x100 + upper;
+    if (upper >= 0x80) {
+      within = upper - 0x7F;
+      if (upper == 0xDE) rank = 0x100 + 'T';
+      if (upper == 0xDF) rank = 0x100 + 'S';
+      const auto kin = kKin.find(static_cast<char>(upper));
+      if (kin != std::string_view::npos) {
+        const auto base = kKin.find_last_of("ACDEINOSUYZ", kin);
+        rank = 0x100 + static_cast<unsigned char>(kKin[base]);
+      }
+    }
+    ranks[c] = static_cast<std::uint16_t>(rank << 7 | within);
+  }
+  return ranks;
 }
 
 /// A run of letters whose two cases stand either a fixed distance apart or side by side.
@@ -55,6 +96,7 @@ constexpr bool isUpperIn(const CaseRun& run, char16_t unit) {
 
 constinit const std::array<unsigned char, 256> kLowerAnsi = makeLower();
 constinit const std::array<unsigned char, 256> kUpperAnsi = makeUpper();
+constinit const std::array<std::uint16_t, 256> kTextRanks = makeTextRanks();
 
 char16_t lowerUnit(char16_t unit) {
   for (const CaseRun& run : kRuns) {

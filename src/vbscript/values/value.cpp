@@ -13,10 +13,10 @@ Value* allocateRow(std::size_t count) {
   if (count == 0) return nullptr;
   if (count > PTRDIFF_MAX / sizeof(Value)) throwError(ErrorCode::OutOfMemory);
   const std::size_t size = count * sizeof(Value);
-  memoryMeter.charge(size);
+  runContext.memory.charge(size);
   auto* row = static_cast<Value*>(std::malloc(size));
   if (!row) {
-    memoryMeter.release(size);
+    runContext.memory.release(size);
     throwError(ErrorCode::OutOfMemory);
   }
   return row;
@@ -24,7 +24,7 @@ Value* allocateRow(std::size_t count) {
 
 void freeRow(Value* row, std::size_t count) {
   if (!row) return;
-  memoryMeter.release(count * sizeof(Value));
+  runContext.memory.release(count * sizeof(Value));
   std::free(row);
 }
 
@@ -55,7 +55,7 @@ void reshape(ArrayRep& rep, std::span<const std::int32_t> extents, std::size_t c
 ArrayRep* ArrayRep::allocate(std::span<const std::int32_t> extents) {
   if (extents.size() > kMaxRank) throwError(ErrorCode::SubscriptOutOfRange);
   const std::size_t size = sizeof(ArrayRep) + extents.size_bytes();
-  memoryMeter.charge(size);
+  runContext.memory.charge(size);
   auto* rep = new (::operator new(size)) ArrayRep;
   rep->rank = static_cast<std::uint8_t>(extents.size());
   return rep;

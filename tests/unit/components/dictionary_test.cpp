@@ -143,13 +143,13 @@ TEST_F(DictionaryTest, OrderOfInsertionSurvivesRemovalAndGrowth) {
 }
 
 TEST_F(DictionaryTest, AddingAndRemovingForeverStaysSmall) {
-  const auto before = vbs::memoryMeter.used;
+  const auto before = vbs::runContext.memory.used;
   for (int i = 0; i < 100'000; ++i) {
     put(Value::longInt(i), Value::longInt(i));
     if (i >= 10) use("remove", CallKind::Call, {Value::longInt(i - 10)});
   }
   EXPECT_EQ(count(), 10);
-  EXPECT_LT(vbs::memoryMeter.used - before, 10'000);
+  EXPECT_LT(vbs::runContext.memory.used - before, 10'000);
 }
 
 TEST_F(DictionaryTest, KeysCanBeRenamed) {
@@ -209,14 +209,14 @@ TEST_F(DictionaryTest, EndingItemsMayUseTheDictionary) {
 }
 
 TEST_F(DictionaryTest, TheMemoryGoesBack) {
-  const auto before = vbs::memoryMeter.used;
+  const auto before = vbs::runContext.memory.used;
   Value other = createDictionary();
   std::swap(other, dictionary_);
   for (int i = 0; i < 1000; ++i) put(Value::whole(i), Value("text of some length"));
-  EXPECT_GT(vbs::memoryMeter.used - before, 40'000);
+  EXPECT_GT(vbs::runContext.memory.used - before, 40'000);
   std::swap(other, dictionary_);
   other = Value();
-  EXPECT_EQ(vbs::memoryMeter.used, before);
+  EXPECT_EQ(vbs::runContext.memory.used, before);
 }
 
 TEST_F(DictionaryTest, IsMadeByName) {

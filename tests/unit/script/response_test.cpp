@@ -140,10 +140,10 @@ TEST_F(ResponseTest, ForgetsTheRunWhenDetached) {
 }
 
 TEST_F(ResponseTest, CountsItsTextAgainstTheScriptsMemory) {
-  const std::int64_t before = vbs::memoryMeter.used;
+  const std::int64_t before = vbs::runContext.memory.used;
   write(std::string(1000, 'x'));
-  EXPECT_EQ(vbs::memoryMeter.used, before + 1000);
-  vbs::memoryMeter.limit = before + 1500;
+  EXPECT_EQ(vbs::runContext.memory.used, before + 1000);
+  vbs::runContext.memory.limit = before + 1500;
   const std::int32_t error = errorOf([&] { response->XWrite(vbs::Value(vbs::String())); });
   std::int32_t tooMuch = 0;
   try {
@@ -152,11 +152,11 @@ TEST_F(ResponseTest, CountsItsTextAgainstTheScriptsMemory) {
   } catch (const vbs::ScriptError& thrown) {
     tooMuch = thrown.number;
   }
-  vbs::memoryMeter.limit = INT64_MAX;
+  vbs::runContext.memory.limit = INT64_MAX;
   EXPECT_EQ(error, 0);
   EXPECT_EQ(tooMuch, 7);
   response->takeBuffer();
-  EXPECT_EQ(vbs::memoryMeter.used, before);
+  EXPECT_EQ(vbs::runContext.memory.used, before);
 }
 
 TEST_F(ResponseTest, WritesBytes) {
@@ -186,11 +186,11 @@ TEST_F(ResponseTest, HasCustomaryMembersWithoutEffect) {
 }
 
 TEST_F(ResponseTest, CountsItsHeaderLinesAgainstTheScriptsMemory) {
-  const std::int64_t before = vbs::memoryMeter.used;
+  const std::int64_t before = vbs::runContext.memory.used;
   response->AddHeader("X", std::string(999, 'x'));
-  EXPECT_EQ(vbs::memoryMeter.used, before + 1000);
+  EXPECT_EQ(vbs::runContext.memory.used, before + 1000);
   response->Clear();
-  EXPECT_EQ(vbs::memoryMeter.used, before);
+  EXPECT_EQ(vbs::runContext.memory.used, before);
 }
 
 TEST_F(ResponseTest, SaysHowLongThePageKeeps) {
@@ -237,9 +237,9 @@ TEST_F(ResponseTest, RecordsTheKeysOfACookie) {
 TEST_F(ResponseTest, CountsTheKeysOfACookieAsWork) {
   const vbs::Value handle = get(*response, "cookies", values("p"));
   put(*handle.asObject(), "value", values("k", std::string(5000, 'x').c_str()));
-  const std::size_t before = vbs::timeCheck.counted;
+  const std::size_t before = vbs::runContext.time.counted;
   put(*handle.asObject(), "value", values("l", "1"));
-  EXPECT_GE(vbs::timeCheck.counted, before + 5000);
+  EXPECT_GE(vbs::runContext.time.counted, before + 5000);
 }
 
 TEST_F(ResponseTest, RecordsCookies) {

@@ -176,9 +176,9 @@ TEST_F(EngineTest, RunsLeaveNoMemoryBehind) {
       "Function F : F = \"result\" & i : Err.Raise 5, \"s\" & i : End Function\n"
       "For Each x In a : F x(0) : Next : Write \"done\"";
   EXPECT_EQ(run(source), "done");
-  const auto before = vbs::memoryMeter.used;
+  const auto before = vbs::runContext.memory.used;
   for (int i = 0; i < 1000; ++i) run(source);
-  EXPECT_EQ(vbs::memoryMeter.used, before);
+  EXPECT_EQ(vbs::runContext.memory.used, before);
 }
 
 TEST_F(EngineTest, EndOfTheEngineEndsObjects) {

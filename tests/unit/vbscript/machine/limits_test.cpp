@@ -73,9 +73,9 @@ TEST_F(LimitsTest, CodeFromTextsIsBoundedLikeValues) {
   constexpr std::string_view kFew =
       "For i = 1 To 100: ExecuteGlobal \"Sub s\" & i & \": End Sub\": Next";
   EXPECT_EQ(run(kFew), "");
-  const std::int64_t before = vbs::memoryMeter.used;
+  const std::int64_t before = vbs::runContext.memory.used;
   EXPECT_EQ(run(kFew), "");
-  EXPECT_EQ(vbs::memoryMeter.used, before);
+  EXPECT_EQ(vbs::runContext.memory.used, before);
 }
 
 TEST_F(LimitsTest, EndlessRecursionIsAnError) {

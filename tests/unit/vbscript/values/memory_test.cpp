@@ -44,7 +44,7 @@ TEST(MemoryTest, AMillionLinkedObjectsEndWithoutDeepRecursion) {
 }
 
 TEST(MemoryTest, DeeplyNestedArraysEndWithoutDeepRecursion) {
-  const std::int64_t before = memoryMeter.used;
+  const std::int64_t before = runContext.memory.used;
   {
     Value nest;
     for (int i = 0; i < 1'000'000; ++i) {
@@ -53,7 +53,7 @@ TEST(MemoryTest, DeeplyNestedArraysEndWithoutDeepRecursion) {
       nest = std::move(outer);
     }
   }
-  EXPECT_EQ(memoryMeter.used, before);
+  EXPECT_EQ(runContext.memory.used, before);
 }
 
 TEST(MemoryTest, AnObjectEndsAtItsLastRelease) {
@@ -67,26 +67,26 @@ TEST(MemoryTest, AnObjectEndsAtItsLastRelease) {
 }
 
 TEST(MemoryTest, StringsAndArraysAreCharged) {
-  const std::int64_t before = memoryMeter.used;
+  const std::int64_t before = runContext.memory.used;
   {
     const String text(std::string(1000, 'x'));
-    EXPECT_GE(memoryMeter.used - before, 1000);
+    EXPECT_GE(runContext.memory.used - before, 1000);
     const Value row = Value::array(vectorOf(1000));
-    EXPECT_GE(memoryMeter.used - before, 17'000);
+    EXPECT_GE(runContext.memory.used - before, 17'000);
   }
-  EXPECT_EQ(memoryMeter.used, before);
+  EXPECT_EQ(runContext.memory.used, before);
 }
 
 TEST(MemoryTest, PassingTheLimitIsOutOfMemoryAndLeavesTheTargetWhole) {
   Value text{std::string_view("0123456789abcdef")};
-  memoryMeter.limit = memoryMeter.used + 100'000;
+  runContext.memory.limit = runContext.memory.used + 100'000;
   int error = 0;
   for (int i = 0; i < 20'000 && error == 0; ++i) {
     error = errorOf([&] { appendTo(text, Value("0123456789")); });
   }
   const std::size_t length = text.asString().length();
   const int arrayError = errorOf([] { vectorOf(1'000'000); });
-  memoryMeter.limit = INT64_MAX;
+  runContext.memory.limit = INT64_MAX;
   EXPECT_EQ(error, 7);
   EXPECT_EQ(arrayError, 7);
   EXPECT_GT(length, 60'000u);
