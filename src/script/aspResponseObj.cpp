@@ -11,7 +11,7 @@
 #include "support/text.h"
 #include "vbscript/values/convert.h"
 #include "vbscript/values/host.h"
-#include "vbscript/values/locale.h"
+#include "vbscript/values/text_locale.h"
 
 namespace quorvane {
 

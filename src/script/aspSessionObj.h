@@ -7,8 +7,8 @@
 
 #include "platform/clock.h"
 #include "support/keyed_collection.h"
-#include "vbscript/values/locale.h"
 #include "vbscript/values/object.h"
+#include "vbscript/values/text_locale.h"
 
 namespace quorvane {
 

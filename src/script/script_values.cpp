@@ -5,7 +5,7 @@
 
 #include "vbscript/values/calendar.h"
 #include "vbscript/values/convert.h"
-#include "vbscript/values/locale.h"
+#include "vbscript/values/text_locale.h"
 
 namespace quorvane {
 

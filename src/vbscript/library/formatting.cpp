@@ -3,8 +3,8 @@
 #include "vbscript/library/arguments.h"
 #include "vbscript/values/calendar.h"
 #include "vbscript/values/date_text.h"
-#include "vbscript/values/locale.h"
 #include "vbscript/values/number_text.h"
+#include "vbscript/values/text_locale.h"
 
 namespace quorvane::vbs::intrinsic {
 

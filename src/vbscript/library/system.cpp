@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "vbscript/library/arguments.h"
-#include "vbscript/values/locale.h"
+#include "vbscript/values/text_locale.h"
 
 namespace quorvane::vbs::intrinsic {
 

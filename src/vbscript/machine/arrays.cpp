@@ -1,11 +1,12 @@
+#include "vbscript/machine/operations.h"
+
 #include <array>
 
 #include "vbscript/library/library.h"
-#include "vbscript/machine/machine.h"
 #include "vbscript/values/convert.h"
 #include "vbscript/values/operators.h"
 
-namespace quorvane::vbs {
+namespace quorvane::vbs::operation {
 
 namespace {
 
@@ -51,7 +52,7 @@ bool isInside(const ArrayRep& array, const Indexes& indexes) {
 
 }  // namespace
 
-void Machine::dimArray(const Instruction* pc, Value* base) {
+void dimArray(const Instruction* pc, Value* base) {
   const Indexes extents = extentsOf({base + pc->b, pc->c});
   Value& variable = base[pc->a].deref();
   variable = Value::array(ArrayRep::create(extents.span()));
@@ -59,7 +60,7 @@ void Machine::dimArray(const Instruction* pc, Value* base) {
   if (pc->aIsTemporary()) release(base[pc->a]);
 }
 
-void Machine::reDim(const Instruction* pc, Value* base, bool preserve) {
+void reDim(CallStack& stack, const Instruction* pc, Value* base, bool preserve) {
   const Args bounds(base + pc->b, pc->c);
   const Indexes extents = extentsOf(bounds);
   clearRange(base + pc->b, base + pc->b + pc->c);
@@ -68,7 +69,7 @@ void Machine::reDim(const Instruction* pc, Value* base, bool preserve) {
     throwError(ErrorCode::ArrayLocked);
   }
   if (preserve && !variable.isArray() && !variable.isEmpty()) {
-    throwNamed(ErrorCode::TypeMismatch, pc);
+    stack.throwNamed(ErrorCode::TypeMismatch, pc);
   }
   if (preserve && variable.isArray()) {
     std::vector<Value> cut;
@@ -78,124 +79,130 @@ void Machine::reDim(const Instruction* pc, Value* base, bool preserve) {
     variable = Value::array(ArrayRep::create(extents.span()));
   }
   if (pc->aIsTemporary()) release(base[pc->a]);
-  raisePending();
+  stack.raisePending();
 }
 
-void Machine::erase(const Instruction* pc, Value* base) {
+void erase(CallStack& stack, const Instruction* pc, Value* base) {
   eraseArray(base[pc->a].deref());
   if (pc->aIsTemporary()) release(base[pc->a]);
-  raisePending();
+  stack.raisePending();
 }
 
 // ---- Reading ----
 
+namespace {
+
 /// Error 9 that shows a single index: the name of its variable, or what it is worth.
-void Machine::throwSubscript(Args indexes, const Instruction* pc) const {
+[[noreturn]] void throwSubscript(CallStack& stack, Args indexes, const Instruction* pc) {
   constexpr auto kCode = ErrorCode::SubscriptOutOfRange;
-  const OperandName operand = operandName(pc);
-  if (operand.index != kNoName) throwError(kCode, shownName(operand.index));
+  const OperandName operand = stack.operandName(pc);
+  if (operand.index != kNoName) throwError(kCode, stack.shownName(operand.index));
   if (indexes.size() != 1) throwError(kCode);
   const Value& index = indexes.front().deref();
   const std::string text = toString(index).narrow();
   throwError(kCode, index.isString() ? "[string: \"" + text + "\"]" : "[number: " + text + ']');
 }
 
-/// An element, or what an object gives when it is called with the indexes.
-Value Machine::elementValue(Value& holder, Args indexes, const Instruction* pc) {
+}  // namespace
+
+Value elementValue(CallStack& stack, Value& holder, Args indexes, const Instruction* pc) {
   const Value& direct = holder.deref();
   if (direct.isArray()) settle(indexes);
   if (direct.isArray()) {
     const Indexes at = indexesOf(indexes);
     const ArrayRep& array = *direct.asArray();
-    if (!isInside(array, at)) throwSubscript(indexes, pc);
+    if (!isInside(array, at)) throwSubscript(stack, indexes, pc);
     if (array.elementType != Type::Byte) return *array.at(at.span());
     return array.element(static_cast<std::size_t>(at.numbers[0]));
   }
-  if (!direct.isObject()) throwNamed(ErrorCode::TypeMismatch, pc);
-  Object& object = objectIn(direct, pc);
+  if (!direct.isObject()) stack.throwNamed(ErrorCode::TypeMismatch, pc);
+  Object& object = stack.objectIn(direct, pc);
   const Ref<Object> alive(&object);
   return object.invoke(kDefaultMember, CallKind::Get, indexes);
 }
 
-void Machine::getElement(const Instruction* pc, Value* base) {
+void getElement(CallStack& stack, const Instruction* pc, Value* base) {
   Value index = taken(base[pc->c], pc->cIsTemporary());
-  Value result = elementValue(base[pc->b], {&index, 1}, pc);
+  Value result = elementValue(stack, base[pc->b], {&index, 1}, pc);
   if (pc->bIsTemporary() && needsCare(base[pc->b])) release(base[pc->b]);
-  put(pc, base, std::move(result));
+  put(stack, pc, base, std::move(result));
 }
 
-void Machine::getElement2(const Instruction* pc, Value* base) {
+void getElement2(CallStack& stack, const Instruction* pc, Value* base) {
   const auto second = static_cast<std::uint16_t>(pc[1].low());
-  const bool secondIsTemporary = second >= fp_->routine->firstTemporary;
+  const bool secondIsTemporary = second >= stack.top()->routine->firstTemporary;
   std::array<Value, 2> indexes = {taken(base[pc->c], pc->cIsTemporary()),
                                   taken(base[second], secondIsTemporary)};
-  Value result = elementValue(base[pc->b], indexes, pc);
+  Value result = elementValue(stack, base[pc->b], indexes, pc);
   if (pc->bIsTemporary() && needsCare(base[pc->b])) release(base[pc->b]);
-  put(pc, base, std::move(result));
+  put(stack, pc, base, std::move(result));
 }
 
-void Machine::getElementMany(const Instruction* pc, Value* base) {
+void getElementMany(CallStack& stack, const Instruction* pc, Value* base) {
   const Args indexes(base + pc->c, pc[1].low());
-  Value result = elementValue(base[pc->b], indexes, pc);
+  Value result = elementValue(stack, base[pc->b], indexes, pc);
   clearRange(indexes.data(), indexes.data() + indexes.size());
   if (pc->bIsTemporary() && needsCare(base[pc->b])) release(base[pc->b]);
-  put(pc, base, std::move(result));
+  put(stack, pc, base, std::move(result));
 }
 
 // ---- Writing ----
 
-void Machine::storeElement(Value& holder, Args indexesAndValue, bool isSet, const Instruction* pc) {
+void storeElement(CallStack& stack, Value& holder, Args indexesAndValue, bool isSet,
+                  const Instruction* pc) {
   Value& direct = holder.deref();
   const Args indexes = indexesAndValue.first(indexesAndValue.size() - 1);
   Value& value = indexesAndValue.back();
   if (direct.isArray()) settle(isSet ? indexes : indexesAndValue);
   if (direct.isArray()) {
     const Indexes at = indexesOf(indexes);
-    if (isSet && !value.deref().isObject()) throwNamed(ErrorCode::ObjectRequired, pc);
+    if (isSet && !value.deref().isObject()) stack.throwNamed(ErrorCode::ObjectRequired, pc);
     const ArrayRep* array = direct.asArray();
     if (array->elementType == Type::Byte) throwError(ErrorCode::TypeMismatch);
-    if (!isInside(*array, at)) throwSubscript(indexes, pc);
+    if (!isInside(*array, at)) throwSubscript(stack, indexes, pc);
     Value* element = direct.writableArray()->at(at.span());
     if (isSet) {
       *element = taken(value, true);
     } else {
-      letFrom(*element, value, true);
+      letFrom(stack, *element, value, true);
     }
-    return raisePending();
+    return stack.raisePending();
   }
-  if (!direct.isObject()) throwNamed(ErrorCode::TypeMismatch, pc);
-  Object& object = objectIn(direct, pc);
+  if (!direct.isObject()) stack.throwNamed(ErrorCode::TypeMismatch, pc);
+  Object& object = stack.objectIn(direct, pc);
   const Ref<Object> alive(&object);
   object.invoke(kDefaultMember, isSet ? CallKind::Set : CallKind::Let, indexesAndValue);
 }
 
-void Machine::setElement(const Instruction* pc, Value* base) {
+void setElement(CallStack& stack, const Instruction* pc, Value* base) {
   std::array<Value, 2> values = {taken(base[pc->b], pc->bIsTemporary()),
                                  taken(base[pc->c], pc->cIsTemporary())};
-  storeElement(base[pc->a], values, false, pc);
+  storeElement(stack, base[pc->a], values, false, pc);
   if (pc->aIsTemporary() && needsCare(base[pc->a])) release(base[pc->a]);
 }
 
-void Machine::setElement2(const Instruction* pc, Value* base) {
+void setElement2(CallStack& stack, const Instruction* pc, Value* base) {
   const auto second = static_cast<std::uint16_t>(pc[1].low());
-  const bool secondIsTemporary = second >= fp_->routine->firstTemporary;
+  const bool secondIsTemporary = second >= stack.top()->routine->firstTemporary;
   std::array<Value, 3> values = {taken(base[pc->b], pc->bIsTemporary()),
                                  taken(base[second], secondIsTemporary),
                                  taken(base[pc->c], pc->cIsTemporary())};
-  storeElement(base[pc->a], values, false, pc);
+  storeElement(stack, base[pc->a], values, false, pc);
   if (pc->aIsTemporary() && needsCare(base[pc->a])) release(base[pc->a]);
 }
 
-void Machine::setElementMany(const Instruction* pc, Value* base, bool isSet) {
+void setElementMany(CallStack& stack, const Instruction* pc, Value* base, bool isSet) {
   const Args values(base + pc->b, std::size_t{pc->c} + 1);
-  storeElement(base[pc->a], values, isSet, pc);
+  storeElement(stack, base[pc->a], values, isSet, pc);
   clearRange(values.data(), values.data() + values.size());
   if (pc->aIsTemporary() && needsCare(base[pc->a])) release(base[pc->a]);
 }
 
+namespace {
+
 /// Where an array or a collection holds a text under this index, if that is still `before`; or
 /// null.
-Value* Machine::textElement(Value& holder, const Value& index, const Value& before) {
+Value* textElement(Value& holder, const Value& index, const Value& before) {
   Value& direct = holder.deref();
   Value* place = nullptr;
   if (direct.isObject() && direct.asObject()) {
@@ -207,9 +214,11 @@ Value* Machine::textElement(Value& holder, const Value& index, const Value& befo
   return place && stillHolds(*place, before) ? place : nullptr;
 }
 
-bool Machine::appendElement(const Instruction* pc, Value* base) {
+}  // namespace
+
+bool appendElement(CallStack& stack, const Instruction* pc, Value* base) {
   const auto tail = static_cast<std::uint16_t>(pc[1].low());
-  const bool tailIsTemporary = tail >= fp_->routine->firstTemporary;
+  const bool tailIsTemporary = tail >= stack.top()->routine->firstTemporary;
   const Value added = taken(base[tail], tailIsTemporary);
   Value& before = base[pc->c];
   // The default value of an object may take code that changes the array.
@@ -227,24 +236,24 @@ bool Machine::appendElement(const Instruction* pc, Value* base) {
 }
 
 /// The element stays in place until the lock goes. What is no array gives its value instead.
-void Machine::refElement(const Instruction* pc, Value* base) {
+void refElement(CallStack& stack, const Instruction* pc, Value* base) {
   const Args indexes(base + pc->c, pc[1].low());
   Value& holder = base[pc->b].deref();
   if (holder.isArray()) settle(indexes);
   Value result;
   if (holder.isArray() && holder.asArray()->elementType != Type::Byte) {
     const Indexes at = indexesOf(indexes);
-    if (!isInside(*holder.asArray(), at)) throwSubscript(indexes, pc);
+    if (!isInside(*holder.asArray(), at)) throwSubscript(stack, indexes, pc);
     ArrayRep* array = holder.writableArray();
     result = Value::reference(array->at(at.span()));
     hold(base[pc[1].high()], Value::arrayLock(array));
     ++array->locks;
   } else {
-    result = elementValue(base[pc->b], indexes, pc);
+    result = elementValue(stack, base[pc->b], indexes, pc);
   }
   clearRange(indexes.data(), indexes.data() + indexes.size());
   if (pc->bIsTemporary() && needsCare(base[pc->b])) release(base[pc->b]);
   hold(base[pc->a], std::move(result));
 }
 
-}  // namespace quorvane::vbs
+}  // namespace quorvane::vbs::operation

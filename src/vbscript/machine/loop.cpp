@@ -2,6 +2,8 @@
 #include <cstring>
 
 #include "vbscript/machine/machine.h"
+#include "vbscript/machine/operations.h"
+#include "vbscript/machine/script_object.h"
 #include "vbscript/values/convert.h"
 #include "vbscript/values/operators.h"
 
@@ -224,6 +226,8 @@ template <class Numbers>
 
 }  // namespace
 
+using namespace operation;
+
 // The loop handles no exceptions itself: its calls are so many that finding a handler among them
 // would take longer than all else about an error.
 void Machine::execute(const Frame* entry) {
@@ -240,44 +244,49 @@ void Machine::execute(const Frame* entry) {
   }
 }
 
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wpedantic"  // labels as values
-
 // NOLINTBEGIN(bugprone-macro-parentheses)
+// Each operation jumps to the next by itself where the compiler knows labels as values, which is
+// faster; else all go through one switch.
+#ifdef VBS_COMPUTED_GOTO
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wpedantic"
 #define VBS_DISPATCH() goto* kLabels[static_cast<unsigned>(pc->op)]
+#else
+#define VBS_DISPATCH() goto dispatch
+#endif
 /// A call that may throw: an error is looked for in the statement of the instruction before
-/// fp_->pc.
-#define VBS_SLOW(call) (fp_->pc = pc + 1, (call))
+/// stack_.top()->pc.
+#define VBS_SLOW(call) (stack_.top()->pc = pc + 1, (call))
 #define VBS_NEXT(words) \
   do {                  \
     pc += (words);      \
     VBS_DISPATCH();     \
   } while (false)
-#define VBS_RELOAD()                            \
-  do {                                          \
-    base = fp_->base;                           \
-    constants = fp_->routine->constants.data(); \
-    pc = fp_->pc;                               \
-    VBS_DISPATCH();                             \
+#define VBS_RELOAD()                                     \
+  do {                                                   \
+    base = stack_.top()->base;                           \
+    constants = stack_.top()->routine->constants.data(); \
+    pc = stack_.top()->pc;                               \
+    VBS_DISPATCH();                                      \
   } while (false)
-#define VBS_JUMP(distance)                              \
-  do {                                                  \
-    const std::int32_t words = (distance);              \
-    if (words <= 0 && --budget_ <= 0) VBS_SLOW(poll()); \
-    pc += words;                                        \
-    VBS_DISPATCH();                                     \
+#define VBS_JUMP(distance)                                               \
+  do {                                                                   \
+    const std::int32_t words = (distance);                               \
+    if (words <= 0 && stack_.time.isDue()) VBS_SLOW(stack_.time.look()); \
+    pc += words;                                                         \
+    VBS_DISPATCH();                                                      \
   } while (false)
 
 #define VBS_CALCULATE(name, calculation, function)         \
   name:                                                    \
   if (!calculation(base[pc->a], base[pc->b], base[pc->c])) \
-    VBS_SLOW(binarySlow(pc, base, function));              \
+    VBS_SLOW(binary(stack_, pc, base, function));          \
   VBS_NEXT(1);
 
 #define VBS_CALCULATE_CONSTANT(name, calculation, function)       \
   name:                                                           \
   if (!calculation(base[pc->a], base[pc->b], constants[pc->c])) { \
-    VBS_SLOW(binaryConstantSlow(pc, base, function));             \
+    VBS_SLOW(binaryConstant(stack_, pc, base, function));         \
   }                                                               \
   VBS_NEXT(1);
 
@@ -285,7 +294,7 @@ void Machine::execute(const Frame* entry) {
   name : {                                                                                     \
     bool holds = false;                                                                        \
     if (needsCare(base[pc->a]) || !compareNumbers<Numbers>(base[pc->b], base[pc->c], holds)) { \
-      VBS_SLOW(compareSlow(pc, base, Opcode::name, base[pc->c], pc->cIsTemporary()));          \
+      VBS_SLOW(compareTwo(stack_, pc, base, Opcode::name, base[pc->c], pc->cIsTemporary()));   \
     } else {                                                                                   \
       base[pc->a].setIntUncounted(Type::Boolean, holds ? -1 : 0);                              \
     }                                                                                          \
@@ -295,21 +304,21 @@ void Machine::execute(const Frame* entry) {
     bool holds = false;                                                                        \
     if (needsCare(base[pc->a]) ||                                                              \
         !compareNumbers<Numbers>(base[pc->b], constants[pc->c], holds)) {                      \
-      VBS_SLOW(compareSlow(pc, base, Opcode::name##Constant, constants[pc->c], false));        \
+      VBS_SLOW(compareTwo(stack_, pc, base, Opcode::name##Constant, constants[pc->c], false)); \
     } else {                                                                                   \
       base[pc->a].setIntUncounted(Type::Boolean, holds ? -1 : 0);                              \
     }                                                                                          \
   }                                                                                            \
   VBS_NEXT(1);
 
-#define VBS_COMPARE_JUMP(name, Numbers, right, isTemporaryRight)                          \
-  name : {                                                                                \
-    bool holds = false;                                                                   \
-    if (!compareNumbers<Numbers>(base[pc->a], right, holds)) {                            \
-      holds = VBS_SLOW(jumpCompareSlow(pc, base, Opcode::name, right, isTemporaryRight)); \
-    }                                                                                     \
-    if (holds == ((pc->c & 1) != 0)) VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));    \
-  }                                                                                       \
+#define VBS_COMPARE_JUMP(name, Numbers, right, isTemporaryRight)                       \
+  name : {                                                                             \
+    bool holds = false;                                                                \
+    if (!compareNumbers<Numbers>(base[pc->a], right, holds)) {                         \
+      holds = VBS_SLOW(jumpCompare(pc, base, Opcode::name, right, isTemporaryRight));  \
+    }                                                                                  \
+    if (holds == ((pc->c & 1) != 0)) VBS_JUMP(static_cast<std::int32_t>(pc[1].low())); \
+  }                                                                                    \
   VBS_NEXT(2);
 
 #define VBS_JUMP_REGISTERS(name, Numbers) \
@@ -329,17 +338,32 @@ void Machine::execute(const Frame* entry) {
   VBS_NEXT(words);
 
 void Machine::loop() {
+#ifdef VBS_COMPUTED_GOTO
   static const void* const kLabels[] = {
 #define VBS_LABEL(name, operands, meaning) &&name,
       VBS_OPCODES(VBS_LABEL)
 #undef VBS_LABEL
   };
-  // NOLINTEND(bugprone-macro-parentheses)
+#endif
   const Instruction* pc = nullptr;
   const Value* constants = nullptr;
   Value* base = nullptr;
 
   VBS_RELOAD();
+
+#ifndef VBS_COMPUTED_GOTO
+dispatch:
+  switch (pc->op) {
+#define VBS_CASE(name, operands, meaning) \
+  case Opcode::name:                      \
+    goto name;
+    VBS_OPCODES(VBS_CASE)
+#undef VBS_CASE
+    case Opcode::Count:
+      break;
+  }
+#endif
+  // NOLINTEND(bugprone-macro-parentheses)
 
 Halt:
   return;
@@ -347,25 +371,25 @@ Halt:
   // ---- Moving values ----
 
 LoadConstant:
-  if (!copyInto(base[pc->a], constants[pc->b])) VBS_SLOW(put(pc, base, constants[pc->b]));
+  if (!copyInto(base[pc->a], constants[pc->b])) VBS_SLOW(put(stack_, pc, base, constants[pc->b]));
   VBS_NEXT(1);
 LoadFarConstant:
-  VBS_SLOW(put(pc, base, constants[static_cast<std::uint32_t>(pc->wide())]));
+  VBS_SLOW(put(stack_, pc, base, constants[static_cast<std::uint32_t>(pc->wide())]));
   VBS_NEXT(1);
 LoadInteger:
   if (needsCare(base[pc->a])) {
-    VBS_SLOW(put(pc, base, Value::integer(static_cast<std::int16_t>(pc->b))));
+    VBS_SLOW(put(stack_, pc, base, Value::integer(static_cast<std::int16_t>(pc->b))));
   } else {
     base[pc->a].setIntUncounted(Type::Integer, static_cast<std::int16_t>(pc->b));
   }
   VBS_NEXT(1);
 Copy:
-  if (!copyInto(base[pc->a], base[pc->b])) VBS_SLOW(put(pc, base, base[pc->b].deref()));
+  if (!copyInto(base[pc->a], base[pc->b])) VBS_SLOW(put(stack_, pc, base, base[pc->b].deref()));
   VBS_NEXT(1);
 Let:
-  if (!storePlain(base[pc->a], base[pc->b])) VBS_SLOW(let(base[pc->a], base[pc->b]));
+  if (!storePlain(base[pc->a], base[pc->b])) VBS_SLOW(let(stack_, base[pc->a], base[pc->b]));
   VBS_NEXT(1);
-  VBS_DELEGATE(SetVariable, 1, set(base[pc->a], base[pc->b], pc->bIsTemporary(), pc))
+  VBS_DELEGATE(SetVariable, 1, set(stack_, base[pc->a], base[pc->b], pc->bIsTemporary(), pc))
   VBS_DELEGATE(Hold, 1, hold(base[pc->a], taken(base[pc->b], pc->bIsTemporary())))
 Clear:
   if (needsCare(base[pc->a])) {
@@ -376,22 +400,23 @@ Clear:
   VBS_NEXT(1);
   VBS_DELEGATE(Plain, 1, plain(pc, base))
 LoadGlobal:
-  if (needsCare(globals_[pc->b]) || needsCare(base[pc->a])) {
-    VBS_SLOW(put(pc, base, globals_[pc->b]));
+  if (needsCare(stack_.globals()[pc->b]) || needsCare(base[pc->a])) {
+    VBS_SLOW(put(stack_, pc, base, stack_.globals()[pc->b]));
   } else {
-    copyBits(base[pc->a], globals_[pc->b]);
+    copyBits(base[pc->a], stack_.globals()[pc->b]);
   }
   VBS_NEXT(1);
 LetGlobal:
-  if (!storePlain(globals_[pc->b], base[pc->a])) {
-    VBS_SLOW(letFrom(globals_[pc->b], base[pc->a], pc->aIsTemporary()));
+  if (!storePlain(stack_.globals()[pc->b], base[pc->a])) {
+    VBS_SLOW(letFrom(stack_, stack_.globals()[pc->b], base[pc->a], pc->aIsTemporary()));
   }
   VBS_NEXT(1);
-  VBS_DELEGATE(SetGlobal, 1, set(globals_[pc->b], base[pc->a], pc->aIsTemporary(), pc))
+  VBS_DELEGATE(SetGlobal, 1,
+               set(stack_, stack_.globals()[pc->b], base[pc->a], pc->aIsTemporary(), pc))
 LoadField : {
   const Value& field = static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b];
   if (needsCare(field) || needsCare(base[pc->a])) {
-    VBS_SLOW(put(pc, base, field));
+    VBS_SLOW(put(stack_, pc, base, field));
   } else {
     copyBits(base[pc->a], field);
   }
@@ -399,19 +424,20 @@ LoadField : {
   VBS_NEXT(1);
 LetField : {
   Value& field = static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b];
-  if (!storePlain(field, base[pc->a])) VBS_SLOW(letFrom(field, base[pc->a], pc->aIsTemporary()));
+  if (!storePlain(field, base[pc->a]))
+    VBS_SLOW(letFrom(stack_, field, base[pc->a], pc->aIsTemporary()));
 }
   VBS_NEXT(1);
 SetField:
-  VBS_SLOW(set(static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b], base[pc->a],
-               pc->aIsTemporary(), pc));
+  VBS_SLOW(set(stack_, static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b],
+               base[pc->a], pc->aIsTemporary(), pc));
   VBS_NEXT(1);
   VBS_DELEGATE(RefVariable, 1, refer(base[pc->a], base[pc->b]))
-  VBS_DELEGATE(RefGlobal, 1, refer(base[pc->a], globals_[pc->b]))
+  VBS_DELEGATE(RefGlobal, 1, refer(base[pc->a], stack_.globals()[pc->b]))
   VBS_DELEGATE(
       RefField, 1,
       refer(base[pc->a], static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b]))
-  VBS_DELEGATE(RefElement, 2, refElement(pc, base))
+  VBS_DELEGATE(RefElement, 2, refElement(stack_, pc, base))
 
   // ---- Calculating ----
 
@@ -439,7 +465,7 @@ AddInteger : {
   } else if (tag(left) == kDouble && !needsCare(target)) {
     target.setDoubleUncounted(Type::Double, left.asDouble() + by);
   } else {
-    VBS_SLOW(binaryIntegerSlow(pc, base, add));
+    VBS_SLOW(binaryInteger(stack_, pc, base, add));
   }
 }
   VBS_NEXT(1);
@@ -454,45 +480,45 @@ SubtractInteger : {
   } else if (tag(left) == kDouble && !needsCare(target)) {
     target.setDoubleUncounted(Type::Double, left.asDouble() - by);
   } else {
-    VBS_SLOW(binaryIntegerSlow(pc, base, subtract));
+    VBS_SLOW(binaryInteger(stack_, pc, base, subtract));
   }
 }
   VBS_NEXT(1);
 
-  VBS_DELEGATE(Power, 1, binarySlow(pc, base, power))
-  VBS_DELEGATE(Negate, 1, unarySlow(pc, base, negate))
-  VBS_DELEGATE(Identity, 1, unarySlow(pc, base, identity))
+  VBS_DELEGATE(Power, 1, binary(stack_, pc, base, power))
+  VBS_DELEGATE(Negate, 1, unary(stack_, pc, base, negate))
+  VBS_DELEGATE(Identity, 1, unary(stack_, pc, base, identity))
 Not:
   if (base[pc->b].is(Type::Boolean) && !needsCare(base[pc->a])) {
     base[pc->a].setIntUncounted(Type::Boolean, ~base[pc->b].asInt());
   } else {
-    VBS_SLOW(unarySlow(pc, base, logicalNot));
+    VBS_SLOW(unary(stack_, pc, base, logicalNot));
   }
   VBS_NEXT(1);
 And:
   if (base[pc->b].is(Type::Boolean) && base[pc->c].is(Type::Boolean) && !needsCare(base[pc->a])) {
     base[pc->a].setIntUncounted(Type::Boolean, base[pc->b].asInt() & base[pc->c].asInt());
   } else {
-    VBS_SLOW(binarySlow(pc, base, logicalAnd));
+    VBS_SLOW(binary(stack_, pc, base, logicalAnd));
   }
   VBS_NEXT(1);
 Or:
   if (base[pc->b].is(Type::Boolean) && base[pc->c].is(Type::Boolean) && !needsCare(base[pc->a])) {
     base[pc->a].setIntUncounted(Type::Boolean, base[pc->b].asInt() | base[pc->c].asInt());
   } else {
-    VBS_SLOW(binarySlow(pc, base, logicalOr));
+    VBS_SLOW(binary(stack_, pc, base, logicalOr));
   }
   VBS_NEXT(1);
-  VBS_DELEGATE(Xor, 1, binarySlow(pc, base, logicalXor))
-  VBS_DELEGATE(Eqv, 1, binarySlow(pc, base, logicalEqv))
-  VBS_DELEGATE(Imp, 1, binarySlow(pc, base, logicalImp))
-  VBS_DELEGATE(Is, 1, binarySlow(pc, base, sameObject))
-  VBS_DELEGATE(Concatenate, 1, concatenateTwo(pc, base))
-  VBS_DELEGATE(ConcatenateMany, 1, concatenateMany(pc, base))
-  VBS_DELEGATE(Append, 1, append(pc, base))
-  VBS_DELEGATE(AppendSaved, 1, appendSaved(pc, base))
+  VBS_DELEGATE(Xor, 1, binary(stack_, pc, base, logicalXor))
+  VBS_DELEGATE(Eqv, 1, binary(stack_, pc, base, logicalEqv))
+  VBS_DELEGATE(Imp, 1, binary(stack_, pc, base, logicalImp))
+  VBS_DELEGATE(Is, 1, binary(stack_, pc, base, sameObject))
+  VBS_DELEGATE(Concatenate, 1, concatenateTwo(stack_, pc, base))
+  VBS_DELEGATE(ConcatenateMany, 1, concatenateMany(stack_, pc, base))
+  VBS_DELEGATE(Append, 1, append(stack_, pc, base))
+  VBS_DELEGATE(AppendSaved, 1, appendSaved(stack_, pc, base))
 AppendElement:
-  if (VBS_SLOW(appendElement(pc, base))) VBS_NEXT(2 + 1);
+  if (VBS_SLOW(appendElement(stack_, pc, base))) VBS_NEXT(2 + 1);
   VBS_NEXT(2);
 AppendMember:
   if (VBS_SLOW(appendMember(pc, base))) VBS_NEXT(1 + 2);
@@ -536,7 +562,7 @@ JumpUnless:
   // ---- Loops ----
 
 ForPrepare:
-  if (VBS_SLOW(forPrepare(pc, base))) VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
+  if (VBS_SLOW(forPrepare(stack_, pc, base))) VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
   VBS_NEXT(2);
 ForLoop : {
   Value& variable = base[pc->a];
@@ -549,22 +575,22 @@ ForLoop : {
     if (step.asInt() >= 0 ? n <= limit.asInt() : n >= limit.asInt()) {
       VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
     }
-  } else if (VBS_SLOW(forLoopSlow(pc, base))) {
+  } else if (VBS_SLOW(forLoop(stack_, pc, base))) {
     VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
   }
 }
   VBS_NEXT(2);
-  VBS_DELEGATE(ForEachPrepare, 1, forEachPrepare(pc, base))
+  VBS_DELEGATE(ForEachPrepare, 1, forEachPrepare(stack_, pc, base))
 ForEachNext:
-  if (VBS_SLOW(forEachNext(pc, base))) VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
+  if (VBS_SLOW(forEachNext(stack_, pc, base))) VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
   VBS_NEXT(2);
 
   // ---- Arrays ----
 
   VBS_DELEGATE(DimArray, 1, dimArray(pc, base))
-  VBS_DELEGATE(ReDim, 1, reDim(pc, base, false))
-  VBS_DELEGATE(ReDimPreserve, 1, reDim(pc, base, true))
-  VBS_DELEGATE(Erase, 1, erase(pc, base))
+  VBS_DELEGATE(ReDim, 1, reDim(stack_, pc, base, false))
+  VBS_DELEGATE(ReDimPreserve, 1, reDim(stack_, pc, base, true))
+  VBS_DELEGATE(Erase, 1, erase(stack_, pc, base))
 GetElement : {
   const Value* element = vectorElement(base[pc->b], base[pc->c]);
   const bool simple = element && !(element->isObject() && !pc->aIsTemporary()) &&
@@ -572,7 +598,7 @@ GetElement : {
   if (simple && copyInto(base[pc->a], *element)) {
     if (pc->bIsTemporary() && pc->a != pc->b) dropReference(base[pc->b]);
   } else {
-    VBS_SLOW(getElement(pc, base));
+    VBS_SLOW(getElement(stack_, pc, base));
   }
 }
   VBS_NEXT(1);
@@ -583,11 +609,11 @@ GetElement2 : {
   if (simple && copyInto(base[pc->a], *element)) {
     if (pc->bIsTemporary() && pc->a != pc->b) dropReference(base[pc->b]);
   } else {
-    VBS_SLOW(getElement2(pc, base));
+    VBS_SLOW(getElement2(stack_, pc, base));
   }
 }
   VBS_NEXT(2);
-  VBS_DELEGATE(GetElementMany, 2, getElementMany(pc, base))
+  VBS_DELEGATE(GetElementMany, 2, getElementMany(stack_, pc, base))
 SetElement : {
   Value* element = vectorElement(base[pc->a], base[pc->b]);
   if (element && isCountedOnce(base[pc->a]) && !pc->aIsTemporary() &&
@@ -595,7 +621,7 @@ SetElement : {
     VBS_NEXT(1);
   }
 }
-  VBS_SLOW(setElement(pc, base));
+  VBS_SLOW(setElement(stack_, pc, base));
   VBS_NEXT(1);
 SetElement2 : {
   Value* element = matrixElement(base[pc->a], base[pc->b], base[pc[1].low()]);
@@ -604,58 +630,58 @@ SetElement2 : {
     VBS_NEXT(2);
   }
 }
-  VBS_SLOW(setElement2(pc, base));
+  VBS_SLOW(setElement2(stack_, pc, base));
   VBS_NEXT(2);
-  VBS_DELEGATE(SetElementMany, 1, setElementMany(pc, base, false))
-  VBS_DELEGATE(SetElementObject, 1, setElementMany(pc, base, true))
+  VBS_DELEGATE(SetElementMany, 1, setElementMany(stack_, pc, base, false))
+  VBS_DELEGATE(SetElementObject, 1, setElementMany(stack_, pc, base, true))
 
   // ---- Calls ----
 
 Call : {
   const Routine* callee = pc[1].pointer<const Routine>();
-  fp_->pc = pc + 2;
-  enter(*callee, base + pc->b, pc->a);
-  base = fp_->base;
+  stack_.top()->pc = pc + 2;
+  stack_.enter(*callee, base + pc->b, pc->a);
+  base = stack_.top()->base;
   pc = callee->code.data();
   constants = callee->constants.data();
 }
   VBS_DISPATCH();
 CallReplaceable:
-  fp_->pc = pc + 2;
-  enter(current(*pc[1].pointer<const Routine>()), base + pc->b, pc->a);
+  stack_.top()->pc = pc + 2;
+  stack_.enter(texts_.current(*pc[1].pointer<const Routine>()), base + pc->b, pc->a);
   VBS_RELOAD();
 CallOwn : {
   const Routine* callee = pc[1].pointer<const Routine>();
-  fp_->pc = pc + 2;
-  Object* me = base[fp_->routine->me].asObject();
-  enter(*callee, base + pc->b, pc->a);
-  base = fp_->base;
+  stack_.top()->pc = pc + 2;
+  Object* me = base[stack_.top()->routine->me].asObject();
+  stack_.enter(*callee, base + pc->b, pc->a);
+  base = stack_.top()->base;
   new (&base[callee->me]) Value(Value::object(me));
   pc = callee->code.data();
   constants = callee->constants.data();
 }
   VBS_DISPATCH();
-  VBS_ENTER(CallMember, 2, callMember(pc, base))
+  VBS_ENTER(CallMember, 2, callMember(stack_, pc, base))
 GetMember : {
   const Value* field = cachedField(base[pc->b], *pc[1].pointer<MemberCache>());
   const bool simple = field && !(field->isObject() && !pc->aIsTemporary()) && !pc->bIsTemporary();
   if (!simple || !copyInto(base[pc->a], *field)) {
-    if (VBS_SLOW(getMember(pc, base))) VBS_RELOAD();
+    if (VBS_SLOW(getMember(stack_, pc, base))) VBS_RELOAD();
   }
 }
   VBS_NEXT(2);
 PutMember : {
   Value* field = cachedField(base[pc->a], *pc[1].pointer<MemberCache>());
   if (!field || pc->c != 0 || pc->aIsTemporary() || !storePlain(*field, base[pc->b])) {
-    if (VBS_SLOW(putMember(pc, base))) VBS_RELOAD();
+    if (VBS_SLOW(putMember(stack_, pc, base))) VBS_RELOAD();
   }
 }
   VBS_NEXT(2);
-  VBS_ENTER(PutMemberArguments, 2, putMemberArguments(pc, base))
-  VBS_ENTER(CallValue, 1, callValue(pc, base))
+  VBS_ENTER(PutMemberArguments, 2, putMemberArguments(stack_, pc, base))
+  VBS_ENTER(CallValue, 1, callValue(stack_, pc, base))
   VBS_DELEGATE(CallHost, 2, callHost(pc, base))
   VBS_DELEGATE(PutHost, 2, putHost(pc, base))
-  VBS_DELEGATE(LoadHost, 1, put(pc, base, Value::object(host_[pc->b].object)))
+  VBS_DELEGATE(LoadHost, 1, put(stack_, pc, base, Value::object(texts_.host()[pc->b].object)))
   VBS_DELEGATE(CallIntrinsic, 2, callIntrinsic(pc, base))
   VBS_DELEGATE(CallIntrinsicOne, 2, callIntrinsicOne(pc, base))
   VBS_ENTER(New, 2, newObject(pc, base))
@@ -666,7 +692,7 @@ PutMember : {
   VBS_DELEGATE(LateRef, 2, lateRef(pc, base))
 
 Return : {
-  const Routine* routine = fp_->routine;
+  const Routine* routine = stack_.top()->routine;
   alignas(Value) unsigned char result[sizeof(Value)];
   if (routine->result != kNoRegister) {
     Value& from = base[routine->result];
@@ -678,17 +704,17 @@ Return : {
   for (Value *v = base, *end = base + routine->firstTemporary; v != end; ++v) {
     if (needsCare(*v)) VBS_SLOW(release(*v));
   }
-  const std::uint16_t target = fp_->target;
-  if (fp_->added) VBS_SLOW(dropAdded());
-  --fp_;  // whose pc is behind the call: an error of what follows belongs to that statement
-  base = fp_->base;
-  pc = fp_->pc;
-  constants = fp_->routine->constants.data();
+  const std::uint16_t target = stack_.top()->target;
+  if (stack_.top()->added) VBS_SLOW(stack_.dropAdded());
+  stack_.pop();  // whose pc is behind the call: an error of what follows belongs to that statement
+  base = stack_.top()->base;
+  pc = stack_.top()->pc;
+  constants = stack_.top()->routine->constants.data();
   auto& value = *reinterpret_cast<Value*>(result);
   if (target != kNoRegister && !needsCare(base[target]) && !value.isObject()) {
     copyBits(base[target], value);
   } else {
-    acceptResult(base, target, value);
+    stack_.acceptResult(base, target, value);
   }
 }
   VBS_DISPATCH();
@@ -697,18 +723,20 @@ Return : {
 
 OnErrorResumeNext:
   err_->clear();
-  fp_->resumeNext = true;
+  stack_.top()->resumeNext = true;
   VBS_NEXT(1);
 OnErrorGoToZero:
   err_->clear();
-  fp_->resumeNext = false;
+  stack_.top()->resumeNext = false;
   VBS_NEXT(1);
-  VBS_DELEGATE(Throw, 2, throwCode(pc))
+  VBS_DELEGATE(Throw, 2, stack_.throwCode(pc))
   VBS_DELEGATE(ExecuteText, 1, executeText(pc, base))
   VBS_DELEGATE(EvaluateText, 1, evaluateText(pc, base))
   VBS_DELEGATE(GetRef, 1, getRef(pc, base))
 }
 
+#ifdef VBS_COMPUTED_GOTO
 #pragma GCC diagnostic pop
+#endif
 
 }  // namespace quorvane::vbs

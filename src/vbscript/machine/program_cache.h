@@ -24,7 +24,7 @@ class ProgramCache {
   std::shared_ptr<const Program> get(std::string_view source, ErrorReport& error);
 
  private:
-  friend class Machine;
+  friend class ProgramTexts;
   /// Compiled code knows where the host's objects have their members, so those count as well.
   std::shared_ptr<const Program> get(std::string_view source, std::span<const HostObject> objects,
                                      ErrorReport& error);

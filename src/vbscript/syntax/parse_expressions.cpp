@@ -1,6 +1,6 @@
 #include "vbscript/syntax/parser_impl.h"
 #include "vbscript/values/convert.h"
-#include "vbscript/values/locale.h"
+#include "vbscript/values/text_locale.h"
 
 namespace quorvane::vbs {
 

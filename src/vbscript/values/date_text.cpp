@@ -7,8 +7,8 @@
 #include <vector>
 
 #include "vbscript/values/convert.h"
-#include "vbscript/values/locale.h"
 #include "vbscript/values/text_case.h"
+#include "vbscript/values/text_locale.h"
 
 namespace quorvane::vbs {
 

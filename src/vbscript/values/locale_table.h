@@ -5,7 +5,7 @@
 #include <span>
 #include <string_view>
 
-#include "vbscript/values/locale.h"
+#include "vbscript/values/text_locale.h"
 
 namespace quorvane::vbs {
 

@@ -7,7 +7,7 @@
 
 #include "vbscript/values/convert.h"
 #include "vbscript/values/error.h"
-#include "vbscript/values/locale.h"
+#include "vbscript/values/text_locale.h"
 
 namespace quorvane::vbs {
 

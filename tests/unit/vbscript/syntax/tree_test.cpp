@@ -6,7 +6,7 @@
 #include "vbscript/engine.h"
 #include "vbscript/syntax/parser.h"
 #include "vbscript/values/convert.h"
-#include "vbscript/values/locale.h"
+#include "vbscript/values/text_locale.h"
 
 namespace quorvane::vbs {
 namespace {

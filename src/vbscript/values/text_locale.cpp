@@ -1,4 +1,4 @@
-#include "vbscript/values/locale.h"
+#include "vbscript/values/text_locale.h"
 
 #include <algorithm>
 

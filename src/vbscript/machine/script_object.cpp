@@ -1,7 +1,7 @@
-#include "vbscript/compile/script_class.h"
+#include "vbscript/machine/script_object.h"
 
-#include <algorithm>
 #include <memory>
+#include <vector>
 
 #include "vbscript/machine/machine.h"
 
@@ -24,16 +24,6 @@ std::size_t fieldBytes(std::uint16_t count) {
 }
 
 }  // namespace
-
-const ClassMember* ScriptClass::find(std::string_view lower) const {
-  const auto found = std::find_if(members.begin(), members.end(),
-                                  [&](const ClassMember& member) { return member.lower == lower; });
-  return found == members.end() ? nullptr : &*found;
-}
-
-std::uint32_t ScriptClass::nextSerial() {
-  return kProcedureClass + ++runContext.lastClassSerial;
-}
 
 // ---- Objects of a machine ----
 

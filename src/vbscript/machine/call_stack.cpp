@@ -1,0 +1,170 @@
+#include "vbscript/machine/call_stack.h"
+
+#include <cstdlib>
+#include <new>
+
+#include "vbscript/library/library.h"
+#include "vbscript/machine/operations.h"
+#include "vbscript/values/convert.h"
+
+namespace quorvane::vbs {
+
+namespace {
+
+struct SpareStack : RunPart {
+  std::unique_ptr<StackMemory> memory;
+};
+
+std::unique_ptr<StackMemory>& spareStack() {
+  return runContext.parts.get<SpareStack>().memory;
+}
+
+}  // namespace
+
+// ---- Memory ----
+
+StackMemory::StackMemory(std::size_t frames)
+    : values_(static_cast<Value*>(std::calloc(kValues, sizeof(Value)))),
+      frameCount_(frames),
+      frames_(new Frame[frames]) {
+  static_assert(static_cast<int>(Type::Empty) == 0);  // zeroed memory is values without content
+  if (!values_) throw std::bad_alloc();
+}
+
+StackMemory::~StackMemory() {
+  std::free(values_);
+}
+
+std::unique_ptr<StackMemory> StackMemory::take(std::size_t frames) {
+  auto& spare = spareStack();
+  if (spare && spare->frameCount_ == frames) return std::move(spare);
+  return std::unique_ptr<StackMemory>(new StackMemory(frames));
+}
+
+void StackMemory::giveBack(std::unique_ptr<StackMemory> memory) {
+  spareStack() = std::move(memory);
+}
+
+// ---- Time ----
+
+void TimeLimit::look() {
+  budget_ = kBetweenLooks;
+  if (!isOver_ && host_.steadyNow() < deadline_) return;
+  isOver_ = true;
+  throw RunStopped{};
+}
+
+// ---- Frames ----
+
+CallStack::CallStack(Host& host, std::uint32_t depth)
+    : time(host),
+      memory_(StackMemory::take(std::size_t{depth} + 2)),
+      top_(memory_->frames()),
+      framesEnd_(memory_->framesEnd()),
+      registersEnd_(memory_->valuesEnd()),
+      globals_(memory_->values()) {
+  static const Routine kNothing;
+  *top_ = Frame();
+  top_->base = globals_ + kMaxGlobals;
+  top_->routine = &kNothing;
+}
+
+CallStack::~CallStack() {
+  StackMemory::giveBack(std::move(memory_));
+}
+
+void CallStack::overflow() {
+  throwError(ErrorCode::OutOfStackSpace);
+}
+
+void CallStack::adjustArguments(const Routine& callee, Value* base, std::size_t count) {
+  if (count != callee.parameterCount) throwError(ErrorCode::WrongArgumentCount);
+  const Value* const locals = top_->base;
+  const Value* const localsEnd =
+      locals == globals_ ? locals : locals + top_->routine->firstTemporary;
+  for (std::size_t i = 0; i < count; ++i) {
+    if (!base[i].is(Type::Reference)) continue;
+    const Value* variable = base[i].target();
+    const bool isLocal = variable >= locals && variable < localsEnd;
+    if (!callee.parameters[i].byValue && !(callee.allReadOnly && isLocal)) continue;
+    new (&base[i]) Value(*variable);
+  }
+}
+
+void CallStack::dropAdded() {
+  delete std::exchange(top_->added, nullptr);
+}
+
+void CallStack::abandon() {
+  const bool ownsGlobals = top_->base == globals_;
+  Value* first = ownsGlobals ? globals_ + kMaxGlobals : top_->base;
+  clearRange(first, top_->base + top_->routine->registerCount);
+  if (top_->added) dropAdded();
+  --top_;
+}
+
+void CallStack::acceptResult(Value* base, std::uint16_t target, Value& raw) {
+  Value result = std::move(raw);
+  if (target == kNoRegister) {
+    result = Value();
+    return raisePending();
+  }
+  const bool isVariable = target < top_->routine->firstTemporary;
+  if (isVariable && result.isObject()) result = plainValue(result);
+  if (needsCare(base[target])) return operation::store(*this, base[target], std::move(result));
+  new (&base[target]) Value(std::move(result));
+}
+
+// ---- Errors ----
+
+const StatementEntry* CallStack::statement() const {
+  const Routine& routine = *top_->routine;
+  return routine.statementAt(static_cast<std::uint32_t>(top_->pc - 1 - routine.code.data()));
+}
+
+void CallStack::complete(ScriptError& error) const {
+  if (error.line != 0) return;
+  if (intrinsic) nameIntrinsic(error, *intrinsic);
+  if (const StatementEntry* entry = statement()) {
+    error.line = entry->position.line;
+    error.column = entry->position.column;
+  }
+}
+
+void CallStack::keepPending(const ScriptError& error) {
+  if (!pending_) pending_ = error;
+}
+
+void CallStack::throwPending() {
+  ScriptError error = std::move(*pending_);
+  pending_.reset();
+  throw error;
+}
+
+OperandName CallStack::operandName(const Instruction* pc) const {
+  const Routine& routine = *top_->routine;
+  return routine.operandNameAt(static_cast<std::uint32_t>(pc - routine.code.data()));
+}
+
+const std::string& CallStack::shownName(std::uint32_t name) const {
+  return top_->routine->program->names[name].text;
+}
+
+void CallStack::throwNamed(ErrorCode code, const Instruction* pc) const {
+  const OperandName operand = operandName(pc);
+  if (operand.name == kNoName) throwError(code);
+  throwError(code, shownName(operand.name));
+}
+
+void CallStack::throwCode(const Instruction* pc) const {
+  const auto code = static_cast<ErrorCode>(pc->a);
+  const std::uint32_t name = pc[1].low();
+  if (name == kNoName) throwError(code);
+  throwError(code, shownName(name));
+}
+
+void CallStack::throwNoObject(const Value& value, const Instruction* pc) const {
+  throwNamed(value.isObject() ? ErrorCode::ObjectNotSet : ErrorCode::ObjectRequired, pc);
+}
+
+}  // namespace quorvane::vbs

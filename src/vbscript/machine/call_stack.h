@@ -1,0 +1,150 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "vbscript/compile/program.h"
+#include "vbscript/machine/registers.h"
+#include "vbscript/machine/time_limit.h"
+
+namespace quorvane::vbs {
+
+struct Intrinsic;
+
+/// Variables that Execute gave to a running routine and that its own code does not mention.
+using AddedVariables = NameMap<std::unique_ptr<Value>>;
+
+/// One routine in progress.
+struct Frame {
+  const Instruction* pc = nullptr;  ///< where it goes on when what it called returns
+  Value* base = nullptr;
+  const Routine* routine = nullptr;
+  AddedVariables* added = nullptr;     ///< owned
+  std::uint16_t target = kNoRegister;  ///< the caller's register for the result
+  bool resumeNext = false;
+};
+
+/// The memory of one call stack. Large but touched only as far as scripts go, and handed from one
+/// engine to the next on the same thread. Registers that nobody uses hold no counted value.
+class StackMemory {
+ public:
+  static std::unique_ptr<StackMemory> take(std::size_t frames);
+  static void giveBack(std::unique_ptr<StackMemory> memory);
+
+  ~StackMemory();
+  Value* values() const { return values_; }
+  Value* valuesEnd() const { return values_ + kValues; }
+  Frame* frames() const { return frames_.get(); }
+  Frame* framesEnd() const { return frames_.get() + frameCount_; }
+
+ private:
+  explicit StackMemory(std::size_t frames);
+  static constexpr std::size_t kValues = std::size_t{1} << 19;
+  Value* values_;
+  std::size_t frameCount_;
+  std::unique_ptr<Frame[]> frames_;
+};
+
+/// The routines in progress. Owns the frames and their registers (those of the main code begin with
+/// the global variables), the time that is left to them, and what an error needs to know of them:
+/// the statement it belongs to, the names it shows, and the error of a Class_Terminate that waits
+/// for the statement that let the object go.
+class CallStack {
+ public:
+  CallStack(Host& host, std::uint32_t depth);
+  CallStack(const CallStack&) = delete;
+  CallStack& operator=(const CallStack&) = delete;
+  ~CallStack();
+
+  /// The current frame. Before the first one stands a frame of no routine.
+  Frame* top() { return top_; }
+  const Frame* top() const { return top_; }
+  Value* globals() { return globals_; }
+  /// The first register above those of the current frame.
+  Value* above() { return top_->base + top_->routine->registerCount; }
+
+  /// Makes a frame whose registers begin at `base`, where the arguments stand. Its result goes to
+  /// the caller's register `target`. Error 28 when there is no room, RunStopped when the time is
+  /// over; the caller's frame is then still the current one.
+  void enter(const Routine& callee, Value* base, std::uint16_t target) {
+    if (top_ + 1 >= framesEnd_ || base + callee.registerCount > registersEnd_) overflow();
+    if (time.isDue()) time.look();
+    ++top_;
+    top_->pc = callee.code.data();
+    top_->base = base;
+    top_->routine = &callee;
+    top_->added = nullptr;
+    top_->target = target;
+    top_->resumeNext = false;
+    Value* const end = base + callee.firstTemporary;
+    for (Value* v = base + callee.firstCleared; v < end; ++v) {
+      v->setIntUncounted(Type::Empty, 0);
+    }
+  }
+  void enterMethod(const Routine& callee, Value* base, std::uint16_t target, Object& me) {
+    enter(callee, base, target);
+    new (&base[callee.me]) Value(Value::object(&me));
+  }
+  /// Arguments of a call whose callee was not known to the compiler: ByVal parameters get copies,
+  /// and so do parameters that are only read, where nothing can change the variable meanwhile.
+  void adjustArguments(const Routine& callee, Value* base, std::size_t count);
+  /// Error 28 unless so many registers are there from `first` on.
+  void reserve(const Value* first, std::size_t count) const {
+    if (first + count > registersEnd_) overflow();
+  }
+  [[noreturn]] static void overflow();
+
+  /// Leaves the current frame, whose registers hold nothing counted any more.
+  void pop() { --top_; }
+  void dropAdded();
+  /// Leaves the current frame with all it holds.
+  void abandon();
+  /// Stores what a routine returned in the register of the caller, who is the current frame.
+  void acceptResult(Value* base, std::uint16_t target, Value& raw);
+
+  /// The statement that the current frame has come to, or null.
+  const StatementEntry* statement() const;
+  /// Adds to an error what its thrower could not know: where it arose, and in which function.
+  void complete(ScriptError& error) const;
+  /// A Class_Terminate failed. The first error counts.
+  void keepPending(const ScriptError& error);
+  void dropPending() { pending_.reset(); }
+  /// Throws the error that keepPending() got, if any: after whatever may let an object go.
+  void raisePending() {
+    if (pending_) [[unlikely]]
+      throwPending();
+  }
+
+  /// The name of what an instruction of the current frame uses, for error texts.
+  OperandName operandName(const Instruction* pc) const;
+  const std::string& shownName(std::uint32_t name) const;
+  [[noreturn]] void throwNamed(ErrorCode code, const Instruction* pc) const;
+  /// What the instruction Throw says.
+  [[noreturn]] void throwCode(const Instruction* pc) const;
+  /// The object behind a register. Errors 424 and 91.
+  Object& objectIn(const Value& holder, const Instruction* pc) const {
+    const Value& direct = holder.deref();
+    if (!direct.isObject() || !direct.asObject()) [[unlikely]]
+      throwNoObject(direct, pc);
+    return *direct.asObject();
+  }
+
+  TimeLimit time;
+  const Intrinsic* intrinsic = nullptr;  ///< that runs, for the texts of its errors
+
+ private:
+  [[noreturn]] void throwPending();
+  [[noreturn]] void throwNoObject(const Value& value, const Instruction* pc) const;
+
+  std::unique_ptr<StackMemory> memory_;
+  Frame* top_;
+  const Frame* framesEnd_;
+  const Value* registersEnd_;
+  Value* globals_;
+  std::optional<ScriptError> pending_;
+};
+
+}  // namespace quorvane::vbs

@@ -1,0 +1,50 @@
+#include "vbscript/machine/registers.h"
+
+#include "vbscript/values/error.h"
+
+namespace quorvane::vbs {
+
+void release(Value& value) {
+  if (value.is(Type::Reference)) {
+    value.setIntUncounted(Type::Empty, 0);
+  } else if (value.is(Type::ArrayLock)) {
+    ArrayRep* locked = value.asArray();
+    value.setIntUncounted(Type::Empty, 0);
+    if (--locked->locks == 0 && locked->references == 0) ArrayRep::destroy(locked);
+  } else {
+    const Value ended(std::move(value));
+  }
+}
+
+void clearRange(Value* first, const Value* last) {
+  for (; first < last; ++first) {
+    if (needsCare(*first)) release(*first);
+  }
+}
+
+Value taken(Value& source, bool isTemporary) {
+  if (source.is(Type::Reference) || !isTemporary) {
+    Value copy = source.deref();
+    if (isTemporary) release(source);
+    return copy;
+  }
+  return std::move(source);
+}
+
+void hold(Value& target, Value value) {
+  release(target);
+  new (&target) Value(std::move(value));
+}
+
+void refer(Value& target, Value& variable) {
+  Value* const place = &variable.deref();
+  if (needsCare(target) && !target.is(Type::Reference)) [[unlikely]]
+    return hold(target, Value::reference(place));
+  new (&target) Value(Value::reference(place));
+}
+
+void checkAssignable(const Value& variable) {
+  if (variable.deref().isFixedArray()) throwError(ErrorCode::TypeMismatch);
+}
+
+}  // namespace quorvane::vbs

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <new>
+#include <utility>
+
+#include "vbscript/values/convert.h"
+#include "vbscript/values/value.h"
+
+/// Single registers and variables: what they may hold, and how that comes in and goes out.
+namespace quorvane::vbs {
+
+/// Whether a register needs more than being overwritten: it holds something counted, or refers to
+/// a variable.
+inline bool needsCare(const Value& value) {
+  constexpr std::uint32_t kMask =
+      (1u << static_cast<unsigned>(Type::String)) | (1u << static_cast<unsigned>(Type::Object)) |
+      (1u << static_cast<unsigned>(Type::Array)) | (1u << static_cast<unsigned>(Type::Reference)) |
+      (1u << static_cast<unsigned>(Type::ArrayLock));
+  return (kMask >> static_cast<unsigned>(value.type())) & 1u;
+}
+
+/// Leaves the register Empty. The end of an object may run script code.
+void release(Value& value);
+void clearRange(Value* first, const Value* last);
+
+/// What a register gives up: a temporary its content, a variable a copy. References are followed.
+Value taken(Value& source, bool isTemporary);
+/// Puts a value in a hidden variable or temporary, as it is.
+void hold(Value& target, Value value);
+/// Makes a register stand for a variable, or for what that stands for itself.
+void refer(Value& target, Value& variable);
+
+/// What a variable gets of a value: of an object its default value, of an array whose elements may
+/// be written through references a copy.
+inline Value assigned(Value value) {
+  if (value.isObject()) return plainValue(value);
+  if (value.isArray() && value.asArray()->locks > 0) return Value::array(value.asArray()->clone());
+  return value;
+}
+/// Error 13 for the array of a variable declared with bounds.
+void checkAssignable(const Value& variable);
+
+}  // namespace quorvane::vbs
