@@ -99,6 +99,7 @@ TEST_F(PageRun, APageRunWithinAnotherSharesItsTime) {
 }
 
 TEST_F(PageRun, EndsDictionariesThatHoldOneAnother) {
+  output("x");
   const vbs::Object* const before = vbs::runContext.newestObject;
   EXPECT_EQ(output("<% Set a = CreateObject(\"Scripting.Dictionary\")\n"
                    "Set b = Server.CreateObject(\"Scripting.Dictionary\")\n"
