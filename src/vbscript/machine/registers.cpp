@@ -22,20 +22,6 @@ void clearRange(Value* first, const Value* last) {
   }
 }
 
-Value taken(Value& source, bool isTemporary) {
-  if (source.is(Type::Reference) || !isTemporary) {
-    Value copy = source.deref();
-    if (isTemporary) release(source);
-    return copy;
-  }
-  return std::move(source);
-}
-
-void hold(Value& target, Value value) {
-  release(target);
-  new (&target) Value(std::move(value));
-}
-
 void refer(Value& target, Value& variable) {
   Value* const place = &variable.deref();
   if (needsCare(target) && !target.is(Type::Reference)) [[unlikely]]

@@ -24,9 +24,19 @@ void release(Value& value);
 void clearRange(Value* first, const Value* last);
 
 /// What a register gives up: a temporary its content, a variable a copy. References are followed.
-Value taken(Value& source, bool isTemporary);
+inline Value taken(Value& source, bool isTemporary) {
+  if (source.is(Type::Reference) || !isTemporary) {
+    Value copy = source.deref();
+    if (isTemporary) release(source);
+    return copy;
+  }
+  return std::move(source);
+}
 /// Puts a value in a hidden variable or temporary, as it is.
-void hold(Value& target, Value value);
+inline void hold(Value& target, Value value) {
+  if (needsCare(target)) release(target);
+  new (&target) Value(std::move(value));
+}
 /// Makes a register stand for a variable, or for what that stands for itself.
 void refer(Value& target, Value& variable);
 
