@@ -5,7 +5,6 @@
 #include <string>
 
 #include "console/mainForm.h"
-#include "console/page_side.h"
 #include "platform/fake/fake_clock.h"
 #include "platform/fake/fake_event_loop.h"
 #include "platform/fake/fake_process.h"
@@ -110,8 +109,7 @@ class FuzzServer {
   CountingRandom random_;
   FakeProcess process_;
   NoSettings settings_;
-  mainForm window_{
-      {state_, loop_, clock_, files, random_, settings_, pageSideMaker(process_), nullptr}};
+  mainForm window_{{state_, loop_, clock_, files, random_, settings_, process_, nullptr}};
 };
 
 }  // namespace

@@ -40,8 +40,8 @@ void Housekeeping::tick() {
 
 void Housekeeping::expire() {
   if (!parts_.objects) return;
-  parts_.objects->scripts().expireSessions();
-  parts_.objects->scripts().expireKeys();
+  parts_.objects->scripts().sessions().expire();
+  parts_.objects->scripts().authKeys().expire();
   parts_.objects->aliases().removeExpired(parts_.clock.now());
 }
 
@@ -77,8 +77,8 @@ void Housekeeping::listSessions() {
   ListModel& list = parts_.form.llist[FormModel::kSessions];
   list.clear();
   if (!parts_.objects) return;
-  parts_.objects->scripts().forEachSession([&](std::int32_t number, bool outOfDate) {
-    list.add(std::to_string(number) + (outOfDate ? " X" : ""));
+  parts_.objects->scripts().sessions().forEach([&](const aspSessionObj& session) {
+    list.add(std::to_string(session.SessionID()) + (session.OutOfDate() ? " X" : ""));
   });
 }
 

@@ -66,7 +66,7 @@ void mainForm::makeObjects(std::int32_t language) {
   if (!objects_) {
     objects_ = std::make_unique<RunningServer>(
         RunningServer::Parts{parts_.state, status_, parts_.clock, parts_.files, parts_.random,
-                             parts_.images, parts_.makeScripts, *this, parts_.userDefaultLCID});
+                             parts_.process, parts_.images, *this, parts_.userDefaultLCID});
   }
   objects_->renew(language);
 }
@@ -198,11 +198,12 @@ void mainForm::socketError(int index) {
   wsTalker.tidyUp();
 }
 
-void mainForm::DebugOutput(const std::string& dbgData) {
+void mainForm::vbsParser_DebugOutput(const std::string& dbgData) {
   status_.LogLine("[SERVER.DEBUGOUT] " + dbgData);
 }
 
-void mainForm::Dispatch(std::int32_t SocketIndex, std::string Data, bool CloseOpenSocket) {
+void mainForm::vbsParser_Dispatch(std::int32_t SocketIndex, std::string Data,
+                                  bool CloseOpenSocket) {
   if (!wsTalker.exists(SocketIndex)) return;
   TcpSocket& socket = wsTalker.socket(SocketIndex);
   if (socket.state() != SocketState::Connected) return;

@@ -8,12 +8,10 @@
 #include "console/form_model.h"
 #include "console/housekeeping.h"
 #include "console/running_server.h"
-#include "console/script_side.h"
 #include "console/server_settings.h"
 #include "console/slots.h"
 #include "console/status_lists.h"
 #include "platform/event_loop.h"
-#include "script/page_events.h"
 #include "support/server_state.h"
 
 namespace quorvane {
@@ -26,7 +24,7 @@ struct mainFormParts {
   const Files& files;
   Random& random;
   ServerSettings& settings;
-  MakeScriptSide makeScripts;
+  Process& process;
   ImageLibrary* images = nullptr;  ///< null: pictures are served unresized
 
   std::int32_t userDefaultLCID = 1033;  ///< the user's own language
@@ -38,9 +36,9 @@ struct mainFormParts {
 /// and, while the server runs, the objects of the running server, and brings the events of one to
 /// the others. Its events come from the event loop and never overlap within a request.
 class mainForm final : public ServerControl,
+                       public PageEvents,
                        private TcpListenerEvents,
-                       private TcpSocketEvents,
-                       private PageEvents {
+                       private TcpSocketEvents {
  public:
   explicit mainForm(mainFormParts parts);
   ~mainForm() override;
@@ -66,6 +64,11 @@ class mainForm final : public ServerControl,
   void clickButton(int index);
   void clickStatusLine(int line);
 
+  // What running pages tell.
+  void vbsParser_DebugOutput(const std::string& dbgData) override;
+  void vbsParser_Dispatch(std::int32_t SocketIndex, std::string Data,
+                          bool CloseOpenSocket) override;
+
   // What the service manager asks for.
   bool serviceStarted();
   void serviceStopped();
@@ -84,9 +87,6 @@ class mainForm final : public ServerControl,
   void socketError(int index) override;
   void answer(int index, Response response);
   void turnAway(int index);
-
-  void DebugOutput(const std::string& dbgData) override;
-  void Dispatch(std::int32_t SocketIndex, std::string Data, bool CloseOpenSocket) override;
 
   std::int32_t wantedLanguage() const;
   void makeObjects(std::int32_t language);

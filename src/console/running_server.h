@@ -3,10 +3,10 @@
 #include <memory>
 
 #include "console/console_language.h"
-#include "console/script_side.h"
 #include "http/clsHTTPParser.h"
 #include "http/cookie_jar.h"
 #include "http/request_handling.h"
+#include "script/running_scripts.h"
 #include "support/clsQVMod.h"
 #include "support/clsWEncode.h"
 #include "support/clsZipString.h"
@@ -25,8 +25,8 @@ class RunningServer {
     const Clock& clock;
     const Files& files;
     Random& random;
+    Process& process;
     ImageLibrary* images;  ///< may be null
-    const MakeScriptSide& makeScripts;
     PageEvents& events;
     std::int32_t userDefaultLCID;
   };
@@ -39,7 +39,7 @@ class RunningServer {
   void renew(std::int32_t language);
 
   RequestHandling& handling() { return *handling_; }
-  ScriptSide& scripts() { return *scripts_; }
+  RunningScripts& scripts() { return scripts_; }
   FileAliases& aliases() { return aliases_; }
   ConsoleLanguage& language() { return language_; }
 
@@ -52,7 +52,7 @@ class RunningServer {
   clsQVMod modules_;
   FileAliases aliases_;
   ConsoleLanguage language_;
-  std::unique_ptr<ScriptSide> scripts_;
+  RunningScripts scripts_;
   std::unique_ptr<RequestHandling> handling_;
 };
 

@@ -5,6 +5,7 @@
 #include <optional>
 #include <utility>
 
+#include "http/header_lines.h"
 #include "platform/random.h"
 #include "support/text.h"
 
@@ -56,8 +57,16 @@ bool liesInside(const Piece& piece, std::int64_t length) {
 }
 
 std::string contentRange(const Range& range, std::uint64_t length) {
-  return "Content-Range: bytes " + std::to_string(range.first) + '-' + std::to_string(range.last) +
-         '/' + std::to_string(length);
+  return "bytes " + std::to_string(range.first) + '-' + std::to_string(range.last) + '/' +
+         std::to_string(length);
+}
+
+/// The lines that say what a range is.
+std::string headersOf(const Range& range, std::uint64_t length, std::string_view contentType) {
+  std::string lines;
+  header_lines::add(lines, "Content-Type", contentType);
+  header_lines::add(lines, "Content-Range", contentRange(range, length));
+  return lines;
 }
 
 FileSlice sliceOf(const std::shared_ptr<const OpenFile>& file, const Range& range) {
@@ -97,18 +106,16 @@ std::vector<Range> parse(std::string_view set, std::uint64_t length) {
 Answer answer(const std::shared_ptr<const OpenFile>& file, const std::vector<Range>& ranges,
               std::string_view contentType, Random& random) {
   const std::uint64_t length = file->info().size;
-  const std::string typeLine = "Content-Type: " + std::string(contentType);
   if (ranges.size() == 1) {
-    return {sliceOf(file, ranges[0]), typeLine + "\r\n" + contentRange(ranges[0], length)};
+    return {sliceOf(file, ranges[0]), headersOf(ranges[0], length, contentType)};
   }
   const std::string boundary = newBoundary(random);
   Answer result;
-  result.headers = "Content-Type: multipart/byteranges; boundary=" + boundary;
+  header_lines::add(result.headers, "Content-Type", "multipart/byteranges; boundary=" + boundary);
   for (const Range& range : ranges) {
     std::string partHead = result.body.rest.empty() ? "--" : "\r\n--";
-    partHead.append(boundary).append("\r\n").append(typeLine).append("\r\n");
-    partHead.append(contentRange(range, length)).append("\r\n\r\n");
-    result.body.rest.emplace_back(std::move(partHead));
+    partHead.append(boundary).append("\r\n").append(headersOf(range, length, contentType));
+    result.body.rest.emplace_back(std::move(partHead.append("\r\n\r\n")));
     result.body.rest.emplace_back(sliceOf(file, range));
   }
   result.body.rest.emplace_back("\r\n--" + boundary + "--\r\n\r\n");

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "http/header_lines.h"
 #include "http/http_date.h"
 #include "support/text.h"
 
@@ -28,10 +29,12 @@ void clsCookieObj::setAttribute(std::string& attribute, std::string_view value) 
 }
 
 std::string clsCookieObj::headerLine(HttpDates& dates) const {
-  std::string line = "Set-Cookie: " + name_ + '=' + value_ + "; path=" + path_;
-  if (const auto expires = parseDateTimeText(expires_)) line += "; expires=" + dates.of(*expires);
-  if (!domain_.empty()) line += "; domain=" + domain_;
-  if (secure_) line += "; secure";
+  std::string value = name_ + '=' + value_ + "; path=" + path_;
+  if (const auto expires = parseDateTimeText(expires_)) value += "; expires=" + dates.of(*expires);
+  if (!domain_.empty()) value += "; domain=" + domain_;
+  if (secure_) value += "; secure";
+  std::string line;
+  header_lines::write(line, "Set-Cookie", value);
   return line;
 }
 

@@ -1,5 +1,7 @@
 #include "http/error_responses.h"
 
+#include "http/response_heads.h"
+
 namespace quorvane {
 
 namespace error_responses {
@@ -22,24 +24,16 @@ constexpr std::string_view kBadRequestBody =
     "</p></body></html>";
 static_assert(kBadRequestBody.size() == 268);
 
-std::string head(std::string_view status, std::string_view date, std::string_view server,
-                 std::size_t length) {
-  std::string text("HTTP/1.1 ");
-  text.append(status).append("\r\n").append(date).append("\r\nServer: ").append(server);
-  text += "\r\nConnection: Close\r\nContent-Type: text/html\r\nContent-Length: ";
-  return text + std::to_string(length) + "\r\n\r\n";
-}
-
 }  // namespace
 
-std::string notFound(std::string_view fileName, std::string_view date, std::string_view server) {
+std::string notFound(ResponseHeads& heads, std::string_view fileName) {
   const std::size_t length = kNotFoundStart.size() + fileName.size() + kNotFoundEnd.size();
-  std::string text = head("404 No Found", date, server, length);
+  std::string text = heads.error(Status::NotFound, length);
   return text.append(kNotFoundStart).append(fileName).append(kNotFoundEnd);
 }
 
-std::string badRequest(std::string_view date, std::string_view server) {
-  return head("400 Bad Request", date, server, kBadRequestBody.size()).append(kBadRequestBody);
+std::string badRequest(ResponseHeads& heads) {
+  return heads.error(Status::BadRequest, kBadRequestBody.size()).append(kBadRequestBody);
 }
 
 }  // namespace error_responses

@@ -20,9 +20,10 @@ class ContentTypes;
 class CookieJar;
 class FileAliases;
 class Files;
-class HttpDates;
 class ImageLibrary;
+class PageEvents;
 class Random;
+class ResponseHeads;
 class ScriptPages;
 class StaticFiles;
 class StatusLines;
@@ -51,6 +52,7 @@ struct RequestHandlingParts {
   const clsZipString& zip;
   const FileAliases& aliases;
   ScriptPages& pages;
+  PageEvents& events;              ///< of the pages that run
   ImageLibrary* images = nullptr;  ///< null: pictures are served unresized
 };
 
@@ -78,8 +80,7 @@ class RequestHandling {
   Response badRequest();
 
   RequestHandlingParts parts_;
-  std::string serverName_;
-  std::unique_ptr<HttpDates> dates_;
+  std::unique_ptr<ResponseHeads> heads_;
   std::unique_ptr<ContentTypes> types_;
   std::unique_ptr<StaticFiles> staticFiles_;
 };

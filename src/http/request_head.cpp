@@ -68,13 +68,13 @@ void RequestHead::read(std::size_t bodyStart) {
 }
 
 void RequestHead::readRequestLine() {
+  method_ = target_ = version_ = {};
   const std::size_t end = text_.find(kLineEnd);
   const std::string_view line = std::string_view(text_).substr(0, end);
-  wellFormed_ = end != kNowhere && std::count(line.begin(), line.end(), ' ') == 2;
-  method_ = target_ = version_ = {};
-  if (!wellFormed_) return;
   const std::size_t first = line.find(' ');
-  const std::size_t second = line.find(' ', first + 1);
+  const std::size_t second = first == kNowhere ? kNowhere : line.find(' ', first + 1);
+  wellFormed_ = end != kNowhere && second != kNowhere && line.find(' ', second + 1) == kNowhere;
+  if (!wellFormed_) return;
   method_ = {0, first};
   target_ = {first + 1, second - first - 1};
   version_ = {second + 1, end - second - 1};

@@ -2,25 +2,60 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <variant>
 
 namespace quorvane {
 
 class clsHTTPParser;
 class CookieJar;
 
-/// One run of a script page. The references live as long as the run.
-struct ScriptPageRequest {
-  std::string url;       ///< local file path of the page
-  std::string fileData;  ///< the page's text when it came from a resource module, else empty
-  clsHTTPParser& parser;
-  CookieJar& cookies;
-  int socketIndex;  ///< the slot that flushed output goes to
+/// What a running page tells the server's window, which holds the pages' runner as `vbsParser`.
+class PageEvents {
+ public:
+  virtual ~PageEvents() = default;
+  virtual void vbsParser_DebugOutput(const std::string& dbgData) = 0;
+  /// Bytes ready for the wire of the connection in that slot. Pages flush with `CloseOpenSocket`
+  /// false.
+  virtual void vbsParser_Dispatch(std::int32_t SocketIndex, std::string Data,
+                                  bool CloseOpenSocket) = 0;
 };
 
+/// One run of a script page. References and views live as long as the run.
+struct ScriptPageRequest {
+  std::string url;            ///< local file path of the page
+  std::string_view fileData;  ///< the page's text when it came from a resource module, else empty
+  clsHTTPParser& parser;
+  CookieJar& cookies;
+  PageEvents& events;
+  std::int32_t socketIndex;  ///< the slot that flushed output goes to
+};
+
+/// A page that ended, or failed: then the body is the error page.
+struct FinishedPage {
+  std::string header;  ///< lines the page set, separated by CR LF
+  std::string body;
+};
+
+/// A page that names another file to serve in its place.
+struct RedirectedPage {
+  enum class Kind {
+    Url,        ///< from the document root on, perhaps with a query string
+    LocalFile,  ///< a complete local path
+  };
+  Kind kind = Kind::Url;
+  std::string target;
+};
+
+/// A page that sent the head and its first part while it ran.
+struct FlushedPage {
+  std::string rest;
+};
+
+using PageOutcome = std::variant<FinishedPage, RedirectedPage, FlushedPage>;
+
 struct ScriptPageResult {
-  std::string output;
-  std::string responseHeader;      ///< lines the script set, separated by CR LF
-  bool flushedResponse = false;    ///< the head and the first part were sent during the run
+  PageOutcome outcome;
   std::int32_t sessionNumber = 0;  ///< the session's number after the run
 };
 

@@ -5,6 +5,7 @@
 #include "http/byte_ranges.h"
 #include "http/clsHTTPParser.h"
 #include "http/content_types.h"
+#include "http/header_lines.h"
 #include "http/serverMod.h"
 #include "support/paths.h"
 #include "support/server_state.h"
@@ -38,7 +39,7 @@ StaticFiles::Answer StaticFiles::answer(const Request& request) {
     answerRanges(request, result);
   } else if (auto body = packed(request, result.file, !temporary && !request.aliasDownload)) {
     result.body = std::move(*body);
-    result.headers = "Content-encoding: gzip";
+    header_lines::add(result.headers, "Content-encoding", "gzip");
   } else {
     result.body = contents_.bodyOf(result.file.path, result.file.info);
   }

@@ -4,8 +4,7 @@
 
 #include "components/application.h"
 #include "http/clsHTTPParser.h"
-#include "http/http_date.h"
-#include "http/serverMod.h"
+#include "http/response_heads.h"
 #include "platform/process.h"
 #include "script/aspRequestObj.h"
 #include "script/aspResponseObj.h"
@@ -13,6 +12,7 @@
 #include "script/global_members.h"
 #include "script/include_expansion.h"
 #include "script/page_translator.h"
+#include "script/redirect_marks.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/server_state.h"
@@ -43,16 +43,16 @@ std::string description(const vbs::ErrorReport& error) {
 struct aspMainParser::Published {
   Published(aspMainParser& page)
       : response(vbs::make<aspResponseObj>(
-            page.services_.encoder, *page.cookies_, page.services_.clock,
+            page.services_.encoder, page.request_->cookies, page.services_.clock,
             [&page](std::string data, const std::string& header, bool first) {
-              page.flushBuffer(std::move(data), header, first);
+              page.objResponse_FlushBuffer(std::move(data), header, first);
             })),
         request(vbs::make<aspRequestObj>(page.services_.state, page.services_.encoder)),
         server(vbs::make<aspServerObj>(page.services_, static_cast<aspServerObj::Page&>(page))),
         session(page.session_),
         application(page.services_.application) {
-    request->attach(*page.request_, *page.cookies_);
-    server->setRequest(*page.request_);
+    request->attach(page.request_->parser, page.request_->cookies);
+    server->setRequest(page.request_->parser);
     server->setPageFolder(page.pageFolder_);
   }
   ~Published() {
@@ -93,8 +93,8 @@ struct aspMainParser::Published {
       vbs::make<GlobalMembers>(application, ApplicationComponent::kGlobalMembers);
 };
 
-aspMainParser::aspMainParser(const PageServices& services, PageEvents& events, vbs::Limits limits)
-    : services_(services), events_(events), limits_(limits), host_(services.clock) {}
+aspMainParser::aspMainParser(const PageServices& services, vbs::Limits limits)
+    : services_(services), limits_(limits), host_(services.clock) {}
 
 aspMainParser::~aspMainParser() = default;
 
@@ -107,9 +107,24 @@ void aspMainParser::setURL(std::string path) {
   }
 }
 
-void aspMainParser::setRequest(const clsHTTPParser& request, CookieJar& cookies) {
-  request_ = &request;
-  cookies_ = &cookies;
+PageOutcome aspMainParser::outcomeOf(const ScriptPageRequest& request,
+                                     vbs::Ref<aspSessionObj> session) {
+  Reset();
+  setRequest(request);
+  setURL(request.url);
+  setFileData(std::string(request.fileData));
+  setSession(std::move(session));
+  setSocketIndex(request.socketIndex);
+  Run();
+  PageOutcome outcome = takeOutcome();
+  Reset();
+  return outcome;
+}
+
+PageOutcome aspMainParser::takeOutcome() {
+  if (flushedResponse_) return FlushedPage{std::move(output_)};
+  if (auto redirected = redirect_marks::recognise(output_)) return std::move(*redirected);
+  return FinishedPage{std::move(responseHeader_), std::move(output_)};
 }
 
 void aspMainParser::Reset() {
@@ -121,12 +136,21 @@ void aspMainParser::Reset() {
   flushedResponse_ = false;
   socketIndex_ = -1;
   request_ = nullptr;
-  cookies_ = nullptr;
   session_ = {};
 }
 
 std::string aspMainParser::strReadFile(const std::string& path) const {
   return services_.files.readAll(path).value_or(std::string());
+}
+
+std::u16string aspMainParser::binReadFile(const std::string& path) const {
+  const std::string bytes = strReadFile(path);
+  std::u16string characters((bytes.size() + 1) / 2, u'\0');
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(bytes[i]);
+    characters[i / 2] |= static_cast<char16_t>(i % 2 == 0 ? byte : byte << 8);
+  }
+  return characters;
 }
 
 bool aspMainParser::strWriteFile(const std::string& path, std::string_view data) const {
@@ -209,9 +233,9 @@ std::optional<vbs::ErrorReport> aspMainParser::runProgram(const std::string& pro
 }
 
 void aspMainParser::fail(const vbs::ErrorReport& error) {
-  output_ =
-      errorPage(error.number, description(error),
-                request_->DocumentPath() + request_->DocumentTitle(), std::int64_t{error.line} - 1);
+  const clsHTTPParser& parser = request_->parser;
+  output_ = errorPage(error.number, description(error),
+                      parser.DocumentPath() + parser.DocumentTitle(), std::int64_t{error.line} - 1);
 }
 
 std::string aspMainParser::translate(std::string source, const std::string& folder) const {
@@ -220,31 +244,18 @@ std::string aspMainParser::translate(std::string source, const std::string& fold
   }));
 }
 
-void aspMainParser::flushBuffer(std::string data, const std::string& header, bool first) {
+void aspMainParser::objResponse_FlushBuffer(std::string rspData, const std::string& rspHeaderData,
+                                            bool rspFirstFlush) {
   if (socketIndex_ < 0) return;
-  if (first) data.insert(0, responseHead(header));
+  if (rspFirstFlush) {
+    rspData.insert(0, services_.heads.flushed(request_->parser.SessionID(), rspHeaderData));
+  }
   flushedResponse_ = true;  // stays so when the page fails later
-  events_.Dispatch(socketIndex_, std::move(data), false);
+  request_->events.vbsParser_Dispatch(socketIndex_, std::move(rspData), false);
 }
 
-std::string aspMainParser::responseHead(const std::string& header) const {
-  std::string head = "HTTP/1.1 200 OK\r\n";
-  head.append("Server: ").append(serverName(services_.state)).append("\r\n");
-  head.append("Date: ").append(services_.dates.now()).append("\r\n");
-  head.append("Cache-Control: private\r\nConnection: Close\r\n");
-  if (const std::int32_t number = request_->SessionID(); number > 0) {
-    head.append("Set-Cookie: QVS_SESSIONID=").append(std::to_string(number));
-    head.append("; path=/\r\n");
-  }
-  if (findNoCase(header, "content-type: ") == std::string::npos) {
-    head.append("Content-Type: text/html\r\n");
-  }
-  if (!header.empty()) head.append(header).append("\r\n");
-  return head.append("\r\n");
-}
-
-void aspMainParser::debugOutput(const std::string& dbgData) {
-  events_.DebugOutput(dbgData);
+void aspMainParser::objServer_DebugOutput(const std::string& dbgData) {
+  request_->events.vbsParser_DebugOutput(dbgData);
 }
 
 void aspMainParser::endPage() {

@@ -7,36 +7,35 @@
 #include <string_view>
 #include <vector>
 
+#include "http/script_pages.h"
 #include "script/aspServerObj.h"
 #include "script/aspSessionObj.h"
-#include "script/page_events.h"
 #include "script/page_host.h"
 #include "script/page_services.h"
 #include "vbscript/engine.h"
 
 namespace quorvane {
 
-class CookieJar;
 class aspResponseObj;
-class clsHTTPParser;
 
-/// Translates and runs one page for one request. Used again for the next one after Reset(); one
-/// run at a time.
+/// Translates and runs pages, one at a time. The server's window knows it as `vbsParser`.
 class aspMainParser final : private aspServerObj::Page {
  public:
   /// A page's run time and memory are bounded by `limits`; what it writes counts as well.
-  aspMainParser(const PageServices& services, PageEvents& events, vbs::Limits limits = {});
+  explicit aspMainParser(const PageServices& services, vbs::Limits limits = {});
   ~aspMainParser() override;
+
+  /// One page for one request: everything below, from one Reset() to the next.
+  PageOutcome outcomeOf(const ScriptPageRequest& request, vbs::Ref<aspSessionObj> session);
+
+  /// Must live until Reset().
+  void setRequest(const ScriptPageRequest& request) { request_ = &request; }
 
   const std::string& URL() const { return url_; }
   void setURL(std::string path);  ///< local file of the page; its folder resolves includes
-  const std::string& pageFolder() const { return pageFolder_; }
 
   /// The page's own text, in place of the file at URL().
   void setFileData(std::string text) { fileData_ = std::move(text); }
-
-  /// Both must live until Reset().
-  void setRequest(const clsHTTPParser& request, CookieJar& cookies);
 
   /// Left empty, a run makes a session of its own.
   void setSession(vbs::Ref<aspSessionObj> session) { session_ = std::move(session); }
@@ -49,7 +48,6 @@ class aspMainParser final : private aspServerObj::Page {
   bool Run();
 
   const std::string& Output() const { return output_; }
-  std::string takeOutput() { return std::move(output_); }
   const std::string& ResponseHeader() const { return responseHeader_; }
   bool FlushedResponse() const { return flushedResponse_; }
 
@@ -57,6 +55,8 @@ class aspMainParser final : private aspServerObj::Page {
 
   /// The whole file, a character for each byte; empty when it can't be read.
   std::string strReadFile(const std::string& path) const;
+  /// The whole file, two bytes a character, the lower first; a zero follows an odd last one.
+  std::u16string binReadFile(const std::string& path) const;
   /// True only when the file holds exactly `data` afterwards.
   bool strWriteFile(const std::string& path, std::string_view data) const;
   bool fileExists(const std::string& path) const;
@@ -65,22 +65,22 @@ class aspMainParser final : private aspServerObj::Page {
   struct Published;
   class Running;
 
+  PageOutcome takeOutcome();
   vbs::Limits limitsFromNow();
   std::optional<vbs::ErrorReport> runProgram(const std::string& program);
   std::string translate(std::string source, const std::string& folder) const;
   std::optional<std::string> pageFile(std::string_view target) const;
-  void flushBuffer(std::string data, const std::string& header, bool first);
-  std::string responseHead(const std::string& header) const;
   void fail(const vbs::ErrorReport& error);
 
-  void debugOutput(const std::string& dbgData) override;
+  void objResponse_FlushBuffer(std::string rspData, const std::string& rspHeaderData,
+                               bool rspFirstFlush);
+  void objServer_DebugOutput(const std::string& dbgData) override;
   void execute(const std::string& target) override;
   std::chrono::seconds timeLimit() const override;
   void setTimeLimit(std::chrono::seconds limit) override;
   void endPage() override;
 
   const PageServices& services_;
-  PageEvents& events_;
   vbs::Limits limits_;
   PageHost host_;
   vbs::ProgramCache programs_;
@@ -88,8 +88,7 @@ class aspMainParser final : private aspServerObj::Page {
   std::string url_;
   std::string pageFolder_;
   std::string fileData_;
-  const clsHTTPParser* request_ = nullptr;
-  CookieJar* cookies_ = nullptr;
+  const ScriptPageRequest* request_ = nullptr;
   vbs::Ref<aspSessionObj> session_;
   std::int32_t socketIndex_ = -1;
 

@@ -4,9 +4,11 @@
 #include <chrono>
 #include <utility>
 
+#include "http/header_lines.h"
 #include "http/http_date.h"
 #include "platform/clock.h"
 #include "script/clsWCookie.h"
+#include "script/redirect_marks.h"
 #include "script/script_values.h"
 #include "support/text.h"
 #include "vbscript/values/convert.h"
@@ -15,21 +17,9 @@
 
 namespace quorvane {
 
-using namespace std::string_view_literals;
-
 namespace {
 
-constexpr std::string_view kCrLf = "\r\n";
-constexpr std::string_view kDefaultType = "text/html";
-
-/// Request handling knows a redirection by these at the start of a page's output.
-constexpr std::string_view kRedirectMarker = "\0[$REDIR$]\0"sv;
-constexpr std::string_view kRedirectToMarker = "\0[$REDIRTO$]\0"sv;
-
-void appendLine(std::string& header, std::string_view name, std::string_view value) {
-  if (!header.empty()) header += kCrLf;
-  header.append(name).append(": ").append(value);
-}
+constexpr const char* kDefaultType = "text/html";
 
 }  // namespace
 
@@ -59,12 +49,12 @@ void aspResponseObj::setContentType(std::string type) {
 
 std::string aspResponseObj::Header() const {
   std::string header = headerLines_;
-  if (!expires_.empty()) appendLine(header, "Expires", expires_);
-  if (!cacheControl_.empty()) appendLine(header, "Cache-Control", cacheControl_);
+  if (!expires_.empty()) header_lines::add(header, "Expires", expires_);
+  if (!cacheControl_.empty()) header_lines::add(header, "Cache-Control", cacheControl_);
   if (contentType_.empty() && charset_.empty()) return header;
-  appendLine(header, "Content-Type",
-             contentType_.empty() ? kDefaultType : std::string_view(contentType_));
-  if (!charset_.empty()) header.append("; charset=").append(charset_);
+  std::string type = contentType_.empty() ? kDefaultType : contentType_;
+  if (!charset_.empty()) type.append("; charset=").append(charset_);
+  header_lines::add(header, "Content-Type", type);
   return header;
 }
 
@@ -111,23 +101,23 @@ void aspResponseObj::AddHeader(std::string hVar, std::string_view hValue) {
     const std::size_t bytes = name.size() + value.size();
     vbs::runContext.memory.charge(bytes);
     headerCharged_ += bytes;
-    appendLine(headerLines_, name, value);
+    header_lines::add(headerLines_, name, value);
   }
 }
 
-void aspResponseObj::mark(std::string_view marker, std::string_view trg) {
+void aspResponseObj::redirect(RedirectedPage::Kind kind, std::string_view trg) {
   if (flushed_) return;
   takeBuffer();
-  append(marker);
+  append(redirect_marks::markOf(kind));
   append(trg);
   ended_ = true;
 }
 
 void aspResponseObj::Redirect(std::string_view trg) {
-  mark(kRedirectMarker, trg);
+  redirect(RedirectedPage::Kind::Url, trg);
 }
 void aspResponseObj::RedirectTo(std::string_view trg) {
-  mark(kRedirectToMarker, trg);
+  redirect(RedirectedPage::Kind::LocalFile, trg);
 }
 
 std::string aspResponseObj::takeBuffer() {

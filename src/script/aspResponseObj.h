@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "http/script_pages.h"
 #include "support/calendar_time.h"
 #include "vbscript/values/object.h"
 
@@ -58,7 +59,7 @@ class aspResponseObj final : public vbs::NativeObject<aspResponseObj> {
   bool acceptsHeaders() const { return !ended_ && !flushed_; }
   void append(std::string_view bytes);
   void appendBytes(const vbs::ArrayRep& array);
-  void mark(std::string_view marker, std::string_view trg);
+  void redirect(RedirectedPage::Kind kind, std::string_view trg);
   void releaseCharge();
   void setExpires(const CalendarTime& when);
 

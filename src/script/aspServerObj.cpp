@@ -181,7 +181,7 @@ vbs::Value aspServerObj::callB64Decode(vbs::Args args) {
 }
 
 vbs::Value aspServerObj::callDebugOut(vbs::Args args) {
-  page().debugOutput(text(args[0]));
+  page().objServer_DebugOutput(text(args[0]));
   return {};
 }
 

@@ -23,7 +23,7 @@ class aspServerObj final : public vbs::NativeObject<aspServerObj> {
   class Page {
    public:
     virtual ~Page() = default;
-    virtual void debugOutput(const std::string& dbgData) = 0;
+    virtual void objServer_DebugOutput(const std::string& dbgData) = 0;
     /// Runs another page of the document root with the same objects; its output follows what has
     /// been written. Throws what that page stopped with.
     virtual void execute(const std::string& target) = 0;

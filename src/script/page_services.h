@@ -6,8 +6,8 @@ class ApplicationComponent;
 class AuthKeys;
 class Clock;
 class Files;
-class HttpDates;
 class Process;
+class ResponseHeads;
 class clsWEncode;
 struct ServerState;
 
@@ -17,7 +17,7 @@ struct PageServices {
   const Files& files;
   const Clock& clock;
   Process& process;  ///< its current folder follows Server.MapPath
-  HttpDates& dates;
+  ResponseHeads& heads;
   const clsWEncode& encoder;
   AuthKeys& authKeys;
   ApplicationComponent& application;  ///< published as "QvS"

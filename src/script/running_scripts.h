@@ -1,10 +1,10 @@
 #pragma once
 
 #include "components/application.h"
-#include "http/http_date.h"
+#include "http/response_heads.h"
+#include "http/script_pages.h"
 #include "script/aspMainParser.h"
 #include "script/auth_keys.h"
-#include "script/script_page_runner.h"
 #include "script/session_store.h"
 
 namespace quorvane {
@@ -14,7 +14,7 @@ class StatusLines;
 
 /// The script pages of one running server with what they keep between requests: sessions,
 /// authorisation keys, shared values. All of it is gone when the server stops.
-class RunningScripts {
+class RunningScripts final : public ScriptPages {
  public:
   /// Everything outlives this object.
   struct Parts {
@@ -26,26 +26,26 @@ class RunningScripts {
     Process& process;
     const clsWEncode& encoder;
     FileAliases& aliases;
-    PageEvents& events;
+    const LanguageTexts& texts;
   };
 
   explicit RunningScripts(const Parts& parts, vbs::Limits limits = {});
   RunningScripts(const RunningScripts&) = delete;
   RunningScripts& operator=(const RunningScripts&) = delete;
 
-  ScriptPages& pages() { return runner_; }
+  ScriptPageResult run(const ScriptPageRequest& request) override;
+
   SessionStore& sessions() { return sessions_; }
   AuthKeys& authKeys() { return authKeys_; }
   ApplicationComponent& application() { return *application_; }
 
  private:
-  HttpDates dates_;
+  ResponseHeads heads_;
   AuthKeys authKeys_;
   SessionStore sessions_;
   vbs::Ref<ApplicationComponent> application_;
   PageServices services_;
   aspMainParser vbsParser_;
-  ScriptPageRunner runner_;
 };
 
 }  // namespace quorvane

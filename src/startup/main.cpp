@@ -2,7 +2,6 @@
 #include <string_view>
 
 #include "console/mainForm.h"
-#include "console/page_side.h"
 #include "console/terminal_console.h"
 #include "platform/image_library.h"
 #include "platform/system.h"
@@ -56,8 +55,8 @@ int run(int argc, char** argv) {
   modService service(*manager, *loop, *clock, system);
 
   const auto images = makeImageLibrary(*files);
-  mainForm window({state, *loop, *clock, *files, *random, settings, pageSideMaker(*process),
-                   images.get(), localeIdOf(userLanguageName())});
+  mainForm window({state, *loop, *clock, *files, *random, settings, *process, images.get(),
+                   localeIdOf(userLanguageName())});
   const auto terminal = makeTerminal(*loop);
   const TerminalConsole console(window.form(), window.status().echo, terminal.get(), *loop,
                                 serverOf(window), printLine);

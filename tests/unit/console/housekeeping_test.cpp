@@ -29,7 +29,8 @@ TEST_F(HousekeepingTest, TimersRunWithTheServer) {
 }
 
 TEST_F(HousekeepingTest, ListsAreRefreshedOnlyInDebugMode) {
-  stage.sessions = {{17, false}};
+  window.StartServer();
+  output("");
   const auto listed = [this](bool debugMode) {
     state.DebugMode = debugMode;
     window.StartServer(true);
@@ -43,9 +44,17 @@ TEST_F(HousekeepingTest, ListsAreRefreshedOnlyInDebugMode) {
 
 TEST_F(HousekeepingTest, ATickExpiresSessionsAndKeys) {
   window.StartServer();
+  const std::string key = output("<% Session.Timeout = 5 %><%= Server.IssueAuthKey(3) %>");
+  const std::string check = "<%= Server.ValidateAuthKey(\"" + key + "\") %>";
+  EXPECT_EQ(sessions().size(), 1U);
+  clock.advance(std::chrono::minutes(4));
+  EXPECT_EQ(output(check), "True") << "until a tick";
   ctlTimer().tick();
-  EXPECT_EQ(stage.sessionsExpired, 1);
-  EXPECT_EQ(stage.keysExpired, 1);
+  EXPECT_EQ(output(check), "False");
+  EXPECT_EQ(sessions().size(), 3U);
+  clock.advance(std::chrono::minutes(2));
+  ctlTimer().tick();
+  EXPECT_EQ(sessions().size(), 2U) << "those of the later pages last longer";
 }
 
 TEST_F(HousekeepingTest, ATickTrimsTheSlots) {
@@ -59,14 +68,16 @@ TEST_F(HousekeepingTest, ATickTrimsTheSlots) {
 
 TEST_F(HousekeepingTest, AListenerThatDiedIsBroughtBackByAForcedStart) {
   window.StartServer();
-  stage.sessions = {{17, false}};
+  output("");
+  const auto before = sessions();
   loop.listener->become(SocketState::Error);
   forgetLines();
   ctlTimer().tick();
   EXPECT_EQ(lines().front(), "Server Start (forced)");
   EXPECT_EQ(loop.listener->state(), SocketState::Listening);
   EXPECT_EQ(loop.longestPending, milliseconds(250));
-  EXPECT_EQ(stage.made, 1) << "sessions survive";
+  EXPECT_EQ(before.size(), 1U);
+  EXPECT_EQ(sessions(), before) << "sessions survive";
 }
 
 TEST_F(HousekeepingTest, AListenerThatComesBackInTimeIsLeftAlone) {
@@ -106,12 +117,13 @@ TEST_F(HousekeepingTest, SocketsAreListedWithAddressAndState) {
 
 TEST_F(HousekeepingTest, SessionsAreListedWithAMarkWhenOutOfDate) {
   window.StartServer();
-  stage.sessions = {{4711, false}, {17, true}};
-  dbgTimer().tick();
-  EXPECT_EQ(list(2), (std::deque<std::string>{"4711", "17 X"}));
-  stage.sessions.clear();
-  dbgTimer().tick();
-  EXPECT_TRUE(list(2).empty());
+  const std::string number = "<%= Session.SessionID %>";
+  const std::string first = output("<% Session.Timeout = 5 %>" + number);
+  clock.advance(std::chrono::minutes(6));
+  const std::string second = output(number);
+  EXPECT_EQ(sessions(), (std::vector<std::string>{first + " X", second}));
+  ctlTimer().tick();
+  EXPECT_EQ(sessions(), (std::vector<std::string>{second}));
 }
 
 }  // namespace

@@ -16,7 +16,6 @@ TEST_F(MainForm, AStartReadsSettingsBindsThePortAndMakesTenSockets) {
   EXPECT_EQ(loop.listener->state(), SocketState::Listening);
   EXPECT_EQ(window.port(), 8080);
   EXPECT_EQ(loop.sockets.size(), 10U);
-  EXPECT_EQ(stage.alive, 1);
   EXPECT_EQ(lines(), (std::vector<std::string>{"Server Start", "LCID: 0"}));
 }
 
@@ -24,14 +23,17 @@ TEST_F(MainForm, AStartWhileRunningDoesNothingUnlessForced) {
   window.StartServer();
   window.StartServer();
   EXPECT_EQ(settings.loads, 1);
+  const std::string key = output("<%= Server.IssueAuthKey(60) %>");
+  const auto before = sessions();
   connect();
   forgetLines();
   window.StartServer(true);
   EXPECT_EQ(lines().front(), "Server Start (forced)");
   EXPECT_EQ(settings.loads, 2);
   EXPECT_EQ(loop.sockets[0]->state(), SocketState::Closed);
-  EXPECT_EQ(stage.made, 1) << "sessions survive a forced start";
-  EXPECT_EQ(stage.keysForgotten, 2) << "keys don't";
+  EXPECT_EQ(before.size(), 1U);
+  EXPECT_EQ(sessions(), before) << "sessions survive a forced start";
+  EXPECT_EQ(output("<%= Server.ValidateAuthKey(\"" + key + "\") %>"), "False") << "keys don't";
   EXPECT_TRUE(window.running());
 }
 
@@ -42,23 +44,23 @@ TEST_F(MainForm, AForcedStartOfAStoppedServerIsAnOrdinaryOne) {
 
 TEST_F(MainForm, AStopReleasesEverything) {
   window.StartServer();
+  output("<% Application(\"kept\") = \"kept\" %>");
   connect();
   window.StopServer();
   EXPECT_FALSE(window.running());
-  EXPECT_EQ(stage.alive, 0) << "sessions are lost";
   EXPECT_EQ(loop.sockets.size(), 1U);
   EXPECT_EQ(loop.sockets[0]->state(), SocketState::Closed);
   EXPECT_EQ(loop.listener->state(), SocketState::Closed);
   EXPECT_EQ(lastLine(), "Server Stop");
   window.StartServer();
-  EXPECT_EQ(stage.made, 2);
+  EXPECT_TRUE(sessions().empty());
+  EXPECT_EQ(output("<%= Application(\"kept\") %>"), "");
 }
 
 TEST_F(MainForm, ATakenPortIsAnErrorAndLeavesTheServerStopped) {
   loop.takenPorts = {7007};
   window.StartServer();
   EXPECT_FALSE(window.running());
-  EXPECT_EQ(stage.alive, 0);
   const auto all = lines();
   ASSERT_GE(all.size(), 2U);
   EXPECT_EQ(all[all.size() - 2], "******* PORT ERROR: Unable to bind to port 7007");
@@ -132,17 +134,17 @@ TEST_F(MainForm, DispatchSendsOnAConnectedSlotOnly) {
   window.StartServer();
   FakeSocket& socket = *connect();
   socket.tag = "X";
-  stage.events->Dispatch(0, "early", false);
+  window.vbsParser_Dispatch(0, "early", false);
   EXPECT_EQ(socket.sent, "early");
   EXPECT_EQ(socket.tag, "");
-  stage.events->Dispatch(0, " last", true);
+  window.vbsParser_Dispatch(0, " last", true);
   EXPECT_EQ(socket.sent, "early last");
   EXPECT_EQ(socket.tag, "X");
   socket.become(SocketState::PeerClosing);
-  stage.events->Dispatch(0, "gone", false);
-  stage.events->Dispatch(1, "closed", false);
-  stage.events->Dispatch(99, "none", false);
-  stage.events->Dispatch(-1, "none", false);
+  window.vbsParser_Dispatch(0, "gone", false);
+  window.vbsParser_Dispatch(1, "closed", false);
+  window.vbsParser_Dispatch(99, "none", false);
+  window.vbsParser_Dispatch(-1, "none", false);
   EXPECT_EQ(socket.sent, "early last");
   EXPECT_EQ(loop.sockets[1]->sent, "");
 }
@@ -150,7 +152,7 @@ TEST_F(MainForm, DispatchSendsOnAConnectedSlotOnly) {
 TEST_F(MainForm, DispatchWaitsForASlowClientButNotForEver) {
   window.StartServer();
   FakeSocket& socket = *connect();
-  stage.events->Dispatch(0, "x", false);
+  window.vbsParser_Dispatch(0, "x", false);
   EXPECT_EQ(socket.drained.first, 8u << 20);
   EXPECT_EQ(socket.drained.second.withoutProgress, std::chrono::seconds{30});
   EXPECT_EQ(socket.drained.second.inAll, std::chrono::seconds{60});
@@ -159,13 +161,13 @@ TEST_F(MainForm, DispatchWaitsForASlowClientButNotForEver) {
 TEST_F(MainForm, DispatchRunsNoOtherEvents) {
   window.StartServer();
   connect();
-  stage.events->Dispatch(0, "x", false);
+  window.vbsParser_Dispatch(0, "x", false);
   EXPECT_EQ(loop.pendingRuns, 0);
 }
 
 TEST_F(MainForm, DebugOutputIsAStatusLine) {
   window.StartServer();
-  stage.events->DebugOutput("here");
+  window.vbsParser_DebugOutput("here");
   EXPECT_EQ(lastLine(), "[SERVER.DEBUGOUT] here");
 }
 

@@ -1,5 +1,3 @@
-#include <stdexcept>
-
 #include "window_fixture.h"
 
 namespace quorvane {
@@ -9,12 +7,13 @@ namespace {
 const std::string kGet = "GET /a.txt HTTP/1.1\r\nHost: h\r\n\r\n";
 const std::string kGetClose = "GET /a.txt HTTP/1.1\r\nHost: h\r\nConnection: close\r\n\r\n";
 const std::string kPage = "GET /p.qvs HTTP/1.1\r\nHost: h\r\n\r\n";
+const std::string kPicture = "GET /p.jpg?rx=10 HTTP/1.1\r\nHost: h\r\n\r\n";
 
 class Requests : public WindowTest {
  protected:
   void SetUp() override {
     files.put("/base/Server/Scripts/a.txt", "content");
-    files.put("/base/Server/Scripts/p.qvs", "page");
+    files.put("/base/Server/Scripts/p.jpg", "picture");
     window.StartServer();
     socket = connect();
     ASSERT_NE(socket, nullptr);
@@ -75,36 +74,24 @@ TEST_F(Requests, NothingIsSentOnASocketThatIsNoLongerConnected) {
 }
 
 TEST_F(Requests, AFlushedPageSendsItsRestAndCloses) {
-  stage.onRun = [](const ScriptPageRequest& request, PageEvents& events) {
-    events.Dispatch(request.socketIndex, "HTTP/1.1 200 OK\r\n\r\nfirst ", false);
-    ScriptPageResult result;
-    result.output = "rest";
-    result.flushedResponse = true;
-    return result;
-  };
+  files.put("/base/Server/Scripts/p.qvs", "first <% Response.Flush %>rest");
   socket->arrive(kPage);
-  EXPECT_EQ(socket->sent, "HTTP/1.1 200 OK\r\n\r\nfirst rest");
+  EXPECT_TRUE(socket->sent.starts_with("HTTP/1.1 200 OK\r\nServer: ")) << socket->sent;
+  EXPECT_TRUE(socket->sent.ends_with("\r\n\r\nfirst rest"));
+  EXPECT_EQ(socket->sends, 2);
   EXPECT_EQ(socket->tag, "X");
 }
 
 TEST_F(Requests, AFlushedPageWithNothingLeftIsClosedAtOnce) {
-  stage.onRun = [](const ScriptPageRequest& request, PageEvents& events) {
-    events.Dispatch(request.socketIndex, "all", false);
-    ScriptPageResult result;
-    result.flushedResponse = true;
-    return result;
-  };
+  files.put("/base/Server/Scripts/p.qvs", "all<% Response.Flush %>");
   socket->arrive(kPage);
-  EXPECT_EQ(socket->sent, "all");
+  EXPECT_TRUE(socket->sent.ends_with("\r\n\r\nall")) << socket->sent;
   EXPECT_EQ(socket->state(), SocketState::Closed);
 }
 
 TEST_F(Requests, AnExceptionCostsOnlyItsConnection) {
-  stage.onRun = [](const ScriptPageRequest&, PageEvents&) -> ScriptPageResult {
-    throw std::runtime_error("out of luck");
-  };
   FakeSocket* other = connect();
-  socket->arrive(kPage);
+  socket->arrive(kPicture);
   EXPECT_EQ(socket->state(), SocketState::Closed);
   EXPECT_EQ(lastLine(), "Request failed: out of luck");
   other->arrive(kGet);

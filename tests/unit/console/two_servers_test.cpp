@@ -28,12 +28,8 @@ class Server {
   TemporaryFolder folder;
   ServerState state;
   FakeSettings settings{state};
-  ScriptStage stage;
-  mainForm window{{state, loop, *clock, *files, *random, settings,
-                   [this](const ScriptSideParts& side) {
-                     return std::make_unique<FakeScriptSide>(stage, side);
-                   },
-                   nullptr, 1033, 0}};
+  FakeProcess process;
+  mainForm window{{state, loop, *clock, *files, *random, settings, process, nullptr, 1033, 0}};
 };
 
 TEST(TwoServers, ServeAtTheSameTimeInOneProcess) {

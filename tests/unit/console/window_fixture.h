@@ -3,18 +3,17 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <memory>
+#include <stdexcept>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "console/mainForm.h"
-#include "http/clsHTTPParser.h"
-#include "http/script_pages.h"
 #include "platform/fake/fake_clock.h"
 #include "platform/fake/fake_event_loop.h"
+#include "platform/fake/fake_process.h"
 #include "platform/fake/fake_random.h"
 #include "platform/fake/memory_files.h"
+#include "platform/image_library.h"
 
 namespace quorvane {
 
@@ -37,45 +36,12 @@ class FakeSettings final : public ServerSettings {
   ServerState& state_;
 };
 
-/// What every script side made in a test tells and is told; outlives them.
-struct ScriptStage {
-  int alive = 0;
-  int made = 0;
-  int sessionsExpired = 0;
-  int keysExpired = 0;
-  int keysForgotten = 0;
-  std::vector<std::pair<std::int32_t, bool>> sessions;
-  std::function<ScriptPageResult(const ScriptPageRequest&, PageEvents&)> onRun;
-  PageEvents* events = nullptr;
-  const LanguageTexts* texts = nullptr;
-};
-
-class FakeScriptSide final : public ScriptSide, private ScriptPages {
+/// Fails as nothing should.
+class BrokenImages final : public ImageLibrary {
  public:
-  FakeScriptSide(ScriptStage& stage, const ScriptSideParts& parts) : stage_(stage) {
-    ++stage_.alive;
-    ++stage_.made;
-    stage_.events = &parts.events;
-    stage_.texts = &parts.texts;
+  bool render(const std::string&, const std::string&, const ImageRendering&) override {
+    throw std::runtime_error("out of luck");
   }
-  FakeScriptSide(const FakeScriptSide&) = delete;
-  FakeScriptSide& operator=(const FakeScriptSide&) = delete;
-  ~FakeScriptSide() override { --stage_.alive; }
-
-  ScriptPages& pages() override { return *this; }
-  void expireSessions() override { ++stage_.sessionsExpired; }
-  void expireKeys() override { ++stage_.keysExpired; }
-  void forgetKeys() override { ++stage_.keysForgotten; }
-  void forEachSession(const SessionVisitor& visit) const override {
-    for (const auto& [number, outOfDate] : stage_.sessions) visit(number, outOfDate);
-  }
-
- private:
-  ScriptPageResult run(const ScriptPageRequest& request) override {
-    return stage_.onRun ? stage_.onRun(request, *stage_.events) : ScriptPageResult{};
-  }
-
-  ScriptStage& stage_;
 };
 
 /// A server window on fakes: the test plays the network, the clock and the settings.
@@ -91,20 +57,25 @@ class WindowTest : public testing::Test {
     files.addFolder("/base/Server/Scripts");
   }
 
-  mainFormParts parts() {
-    return {state,
-            loop,
-            clock,
-            files,
-            random,
-            settings,
-            [this](const ScriptSideParts& side) {
-              return std::make_unique<FakeScriptSide>(stage, side);
-            },
-            nullptr};
-  }
+  mainFormParts parts() { return {state, loop, clock, files, random, settings, process, &images}; }
 
   FakeSocket* connect(const std::string& ip = "127.0.0.1") { return loop.listener->connect(ip); }
+
+  /// What a page with this source writes, to a client that comes for it.
+  std::string output(const std::string& source) {
+    files.put("/base/Server/Scripts/page.qvs", source);
+    FakeSocket* client = connect();
+    client->arrive("GET /page.qvs HTTP/1.1\r\nConnection: close\r\n\r\n");
+    client->completeSend();
+    return client->sent.substr(client->sent.find("\r\n\r\n") + 4);
+  }
+
+  /// The numbers in the list of sessions, with their marks.
+  std::vector<std::string> sessions() {
+    loop.timer(std::chrono::milliseconds(1'000))->tick();
+    const auto& list = window.form().llist[FormModel::kSessions].lines();
+    return {list.begin(), list.end()};
+  }
 
   /// The status lines without their time stamps.
   std::vector<std::string> lines() {
@@ -126,7 +97,8 @@ class WindowTest : public testing::Test {
   MemoryFiles files;
   CountingRandom random;
   FakeSettings settings{state};
-  ScriptStage stage;
+  FakeProcess process;
+  BrokenImages images;
   mainForm window{parts()};
 };
 

@@ -2,13 +2,34 @@
 
 #include <gtest/gtest.h>
 
+#include "http/response_heads.h"
+#include "platform/fake/fake_clock.h"
+#include "support/server_state.h"
+
 namespace quorvane {
 
-TEST(ErrorResponses, NotFoundToTheByte) {
-  EXPECT_EQ(error_responses::notFound("<10chars>x", "Mon, 09 Mar 2026 10:00:00 GMT", "S/1"),
+namespace {
+
+class ErrorResponses : public testing::Test {
+ protected:
+  static ServerState stateOfVersion(const char* version) {
+    ServerState made;
+    made.AppVersion = version;
+    return made;
+  }
+
+  ServerState state = stateOfVersion("1.2.3");
+  FakeClock clock;
+  ResponseHeads heads{state, clock};
+};
+
+}  // namespace
+
+TEST_F(ErrorResponses, NotFoundToTheByte) {
+  EXPECT_EQ(error_responses::notFound(heads, "<10chars>x"),
             "HTTP/1.1 404 No Found\r\n"
             "Mon, 09 Mar 2026 10:00:00 GMT\r\n"
-            "Server: S/1\r\n"
+            "Server: Quorvane-Server/1.2.3\r\n"
             "Connection: Close\r\n"
             "Content-Type: text/html\r\n"
             "Content-Length: 304\r\n"
@@ -20,12 +41,12 @@ TEST(ErrorResponses, NotFoundToTheByte) {
             "<i><10chars>x</i></font></p></body></html>");
 }
 
-TEST(ErrorResponses, BadRequestToTheByte) {
-  const std::string text = error_responses::badRequest("Mon, 09 Mar 2026 10:00:00 GMT", "S/1");
+TEST_F(ErrorResponses, BadRequestToTheByte) {
+  const std::string text = error_responses::badRequest(heads);
   EXPECT_EQ(text,
             "HTTP/1.1 400 Bad Request\r\n"
             "Mon, 09 Mar 2026 10:00:00 GMT\r\n"
-            "Server: S/1\r\n"
+            "Server: Quorvane-Server/1.2.3\r\n"
             "Connection: Close\r\n"
             "Content-Type: text/html\r\n"
             "Content-Length: 268\r\n"

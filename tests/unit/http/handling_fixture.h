@@ -55,13 +55,21 @@ class FakePages final : public ScriptPages {
     urls.push_back(request.url);
     fileData = request.fileData;
     socketIndex = request.socketIndex;
+    events = &request.events;
     return page(request);
   }
 
   Page page = [](const ScriptPageRequest&) { return ScriptPageResult{}; };
   std::vector<std::string> urls;
   std::string fileData;
-  int socketIndex = -2;
+  std::int32_t socketIndex = -2;
+  PageEvents* events = nullptr;
+};
+
+class NoPageEvents final : public PageEvents {
+ public:
+  void vbsParser_DebugOutput(const std::string&) override {}
+  void vbsParser_Dispatch(std::int32_t, std::string, bool) override {}
 };
 
 /// Writes a description of the rendering instead of a picture.
@@ -160,6 +168,7 @@ class HandlingFixture : public testing::Test {
   clsZipString zip;
   FileAliases aliases;
   FakePages pages;
+  NoPageEvents pageEvents;
   FakeImages images{files};
   /// Made on first use, after a test has put its settings.
   struct LazyHandling {
@@ -171,7 +180,7 @@ class HandlingFixture : public testing::Test {
         HandlingFixture& f = fixture;
         made = std::make_unique<RequestHandling>(
             RequestHandlingParts{f.state, f.log, f.clock, f.files, f.random, f.parser, f.cookies,
-                                 f.modules, f.zip, f.aliases, f.pages, &f.images});
+                                 f.modules, f.zip, f.aliases, f.pages, f.pageEvents, &f.images});
       }
       return made->dataArrival(index, record, data, ip);
     }

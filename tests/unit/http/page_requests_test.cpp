@@ -20,23 +20,21 @@ class PageRequests : public HandlingFixture {
 
   void pageGives(const std::string& output, const std::string& headers = "") {
     pages.page = [=](const ScriptPageRequest&) {
-      return ScriptPageResult{output, headers, false, 0};
+      return ScriptPageResult{FinishedPage{headers, output}};
     };
   }
-  /// Page a.qvs gives `output`, every other one its own path.
-  void firstPageGives(const std::string& output, const std::string& headers = "") {
+  /// Page a.qvs leads elsewhere, every other one gives its own path.
+  void firstPageLeadsTo(const std::string& target,
+                        RedirectedPage::Kind kind = RedirectedPage::Kind::Url) {
     pages.page = [=](const ScriptPageRequest& request) {
-      const bool first = request.url.ends_with("/a.qvs");
-      return ScriptPageResult{first ? output : request.url, first ? headers : "", false, 0};
+      if (request.url.ends_with("/a.qvs")) return ScriptPageResult{RedirectedPage{kind, target}};
+      return ScriptPageResult{FinishedPage{"", request.url}};
     };
   }
   static bool ends(const std::string& text, const std::string& body) {
     return text.ends_with("\r\n\r\n" + body);
   }
 };
-
-const std::string kRedirect = "\0[$REDIR$]\0"s;
-const std::string kRedirectTo = "\0[$REDIRTO$]\0"s;
 
 }  // namespace
 
@@ -71,7 +69,7 @@ TEST_F(PageRequests, APageWithoutHeadersHasATypeAndNoFileTime) {
 }
 
 TEST_F(PageRequests, AFlushedPageSendsItsRestAndCloses) {
-  pages.page = [](const ScriptPageRequest&) { return ScriptPageResult{"rest", "X: 1", true, 5}; };
+  pages.page = [](const ScriptPageRequest&) { return ScriptPageResult{FlushedPage{"rest"}, 5}; };
   const Response response = answerTo("GET /a.qvs HTTP/1.1\r\n\r\n");
   EXPECT_EQ(response.head, "");
   EXPECT_EQ(bytesOf(response.body), "rest");
@@ -79,28 +77,27 @@ TEST_F(PageRequests, AFlushedPageSendsItsRestAndCloses) {
   EXPECT_FALSE(response.empty());
   EXPECT_EQ(logged(), (Lines{"10.0.0.9 > GET /a.qvs"}));
   EXPECT_EQ(parser.SessionID(), 5);
+  EXPECT_EQ(pages.events, &pageEvents);
 
-  pages.page = [](const ScriptPageRequest&) { return ScriptPageResult{"", "", true, 5}; };
+  pages.page = [](const ScriptPageRequest&) { return ScriptPageResult{FlushedPage{}, 5}; };
   EXPECT_TRUE(answerTo("GET /a.qvs HTTP/1.1\r\n\r\n").empty());
 }
 
 TEST_F(PageRequests, TheSessionNumberIsThatAfterTheRun) {
   pages.page = [](const ScriptPageRequest& request) {
-    return ScriptPageResult{std::to_string(request.parser.SessionID()), "", false, 77};
+    return ScriptPageResult{FinishedPage{"", std::to_string(request.parser.SessionID())}, 77};
   };
   const std::string text = get("/a.qvs", "Cookie: QVS_SESSIONID=12\r\n");
   EXPECT_TRUE(ends(text, "12"));
   EXPECT_NE(text.find("Set-Cookie: QVS_SESSIONID=77; path=/\r\n"), std::string::npos);
-  pages.page = [](const ScriptPageRequest&) { return ScriptPageResult{"", "", false, 0}; };
+  pages.page = [](const ScriptPageRequest&) { return ScriptPageResult{}; };
   EXPECT_EQ(get("/a.qvs").find("Set-Cookie"), std::string::npos);
 }
 
 TEST_F(PageRequests, ARedirectionServesTheNamedPageInstead) {
-  for (const char* target : {"sub/c.qvs", "/sub/c.qvs", "\\sub\\c.qvs", "  /SUB/C.QVS  "}) {
-    firstPageGives(kRedirect + target, "X-First: 1");
-    const std::string text = get("/a.qvs?v=1");
-    EXPECT_TRUE(ends(text, "/srv/Scripts/sub/c.qvs")) << target;
-    EXPECT_EQ(text.find("X-First"), std::string::npos);
+  for (const char* target : {"sub/c.qvs", "/sub/c.qvs", "\\sub\\c.qvs", "/SUB/C.QVS"}) {
+    firstPageLeadsTo(target);
+    EXPECT_TRUE(ends(get("/a.qvs?v=1"), "/srv/Scripts/sub/c.qvs")) << target;
   }
   EXPECT_EQ(logged().front(), "10.0.0.9 > GET /sub/c.qvs");
   EXPECT_EQ(parser.RequestVar("v", 4), "");
@@ -108,23 +105,21 @@ TEST_F(PageRequests, ARedirectionServesTheNamedPageInstead) {
 
 TEST_F(PageRequests, ARedirectionMayHaveAQueryString) {
   pages.page = [](const ScriptPageRequest& request) {
-    ScriptPageResult result;
     if (request.url.ends_with("a.qvs")) {
-      result.output = kRedirect + "sub\\c.qvs?x=%2F\\&y=2?";
-      return result;
+      return ScriptPageResult{RedirectedPage{RedirectedPage::Kind::Url, "sub\\c.qvs?x=%2F\\&y=2?"}};
     }
-    result.output = request.parser.DocumentQueryString();
+    FinishedPage page{"", request.parser.DocumentQueryString()};
     for (const char* name : {"x", "y", "v"}) {
-      result.output += '|' + request.parser.RequestVar(name, clsHTTPParser::QueryOnly);
+      page.body += '|' + request.parser.RequestVar(name, clsHTTPParser::QueryOnly);
     }
-    return result;
+    return ScriptPageResult{page};
   };
   EXPECT_TRUE(ends(get("/a.qvs?v=1"), "x=%2F\\&y=2?|/\\|2?|"));
   EXPECT_EQ(logged(), (Lines{"10.0.0.9 > GET /sub/c.qvs"}));
 }
 
 TEST_F(PageRequests, ARedirectionMayLeadToAFile) {
-  firstPageGives(kRedirect + "plain.txt", "X-First: 1");
+  firstPageLeadsTo("plain.txt");
   EXPECT_EQ(get("/a.qvs"),
             "HTTP/1.1 200 OK\r\n"
             "Content-Length: 5\r\n"
@@ -142,7 +137,7 @@ TEST_F(PageRequests, ARedirectionMayLeadToAFile) {
 TEST_F(PageRequests, CookiesSetBeforeARedirectionAreSent) {
   pages.page = [](const ScriptPageRequest& request) {
     request.cookies.add({"login", "", false}).setValue("ok");
-    return ScriptPageResult{kRedirect + "plain.txt", "", false, 9};
+    return ScriptPageResult{RedirectedPage{RedirectedPage::Kind::Url, "plain.txt"}, 9};
   };
   const std::string text = get("/a.qvs");
   EXPECT_NE(text.find("Set-Cookie: QVS_SESSIONID=9; path=/\r\nSet-Cookie: login=ok; path=/\r\n"),
@@ -151,20 +146,20 @@ TEST_F(PageRequests, CookiesSetBeforeARedirectionAreSent) {
 
 TEST_F(PageRequests, ALocalRedirectionTakesACompletePath) {
   files.put("/elsewhere/doc.txt", "outside");
-  firstPageGives(kRedirectTo + "/elsewhere/doc.txt");
+  firstPageLeadsTo("/elsewhere/doc.txt", RedirectedPage::Kind::LocalFile);
   EXPECT_TRUE(ends(get("/a.qvs"), "outside"));
   EXPECT_EQ(logged(), (Lines{"10.0.0.9 > GET /elsewhere/doc.txt"}));
-  firstPageGives(kRedirectTo + "\\srv\\Scripts\\sub\\C.qvs");
+  firstPageLeadsTo("\\srv\\Scripts\\sub\\C.qvs", RedirectedPage::Kind::LocalFile);
   EXPECT_TRUE(ends(get("/a.qvs"), "/srv/Scripts/sub/c.qvs"));
 }
 
 TEST_F(PageRequests, ARedirectionStaysInTheDocumentRootAndMayFail) {
   files.put("/srv/secret.txt", "secret");
-  firstPageGives(kRedirect + "../secret.txt");
+  firstPageLeadsTo("../secret.txt");
   EXPECT_EQ(get("/a.qvs"), notFoundText("secret.txt"));
-  firstPageGives(kRedirectTo + "/srv/Scripts/b.qvs?x=1");
+  firstPageLeadsTo("/srv/Scripts/b.qvs?x=1", RedirectedPage::Kind::LocalFile);
   EXPECT_EQ(get("/a.qvs"), notFoundText("b.qvs?x=1"));
-  firstPageGives(kRedirect + "sub/");
+  firstPageLeadsTo("sub/");
   EXPECT_EQ(get("/a.qvs"), notFoundText(""));
   EXPECT_EQ(logged(), (Lines{"10.0.0.9 > NOT FOUND: /../secret.txt",
                              "10.0.0.9 > NOT ALLOWED: /srv/Scripts/b.qvs?x=1",
@@ -172,15 +167,10 @@ TEST_F(PageRequests, ARedirectionStaysInTheDocumentRootAndMayFail) {
 }
 
 TEST_F(PageRequests, EndlessRedirectionsEndInTheNotFoundAnswer) {
-  firstPageGives(kRedirect + "a.qvs");
+  firstPageLeadsTo("a.qvs");
   EXPECT_EQ(get("/a.qvs"), notFoundText("a.qvs"));
   EXPECT_EQ(pages.urls.size(), 33u);
   EXPECT_EQ(logged(), (Lines{"10.0.0.9 > NOT FOUND: /a.qvs"}));
-}
-
-TEST_F(PageRequests, AMarkerInsideTheOutputIsOutput) {
-  pageGives("x" + kRedirect + "b.qvs");
-  EXPECT_TRUE(ends(get("/a.qvs"), "x" + kRedirect + "b.qvs"));
 }
 
 TEST_F(PageRequests, OutputIsCompressedForClientsThatAcceptIt) {
@@ -213,7 +203,7 @@ TEST_F(PageRequests, SoundFilesWithAnIdArePlayed) {
   files.put("/srv/Scripts/music/song.mp3", "sound");
   files.put("/srv/Scripts/music/playmedia.qvs", "player");
   pages.page = [](const ScriptPageRequest& request) {
-    return ScriptPageResult{request.parser.RequestVar("id", 0), "", false, 0};
+    return ScriptPageResult{FinishedPage{"", request.parser.RequestVar("id", 0)}};
   };
   EXPECT_TRUE(ends(get("/music/song.mp3?id=5"), "5"));
   EXPECT_EQ(pages.urls, (Lines{"/srv/Scripts/music/playmedia.qvs"}));

@@ -39,7 +39,7 @@ TEST_F(RequestHandlingTest, AScriptPageToTheByte) {
   pages.page = [](const ScriptPageRequest& request) {
     request.cookies.add({"Seen", "", false}).setValue("yes");
     request.cookies.add({"Other", "", false}).setValue("1");
-    return ScriptPageResult{"<p>out</p>", "X-One: 1\r\nX-Two: 2", false, 4711};
+    return ScriptPageResult{FinishedPage{"X-One: 1\r\nX-Two: 2", "<p>out</p>"}, 4711};
   };
   const Response response = answerTo("GET /index.qvs?x=1 HTTP/1.1\r\nCookie: in=1\r\n\r\n");
   EXPECT_TRUE(response.keepAlive);
@@ -69,7 +69,7 @@ TEST_F(RequestHandlingTest, EveryFolderServesTheDefaultDocumentOfTheRoot) {
   std::string url;
   pages.page = [&](const ScriptPageRequest& request) {
     url = request.parser.DocumentUrl() + " " + request.parser.DocumentPath();
-    return ScriptPageResult{"index", "", false, 0};
+    return ScriptPageResult{FinishedPage{"", "index"}};
   };
   for (const char* target : {"/", "/docs/", "/no/such/folder/", "/?a=1"}) {
     EXPECT_TRUE(get(target).ends_with("\r\n\r\nindex")) << target;
@@ -176,8 +176,8 @@ TEST_F(RequestHandlingTest, HeadersAreLoggedOnDemand) {
 
 TEST_F(RequestHandlingTest, ARequestCutAnywhereGetsTheSameAnswer) {
   pages.page = [](const ScriptPageRequest& request) {
-    return ScriptPageResult{request.parser.RequestVar("a", 1) + request.parser.HostAddr(), "",
-                            false, 0};
+    return ScriptPageResult{
+        FinishedPage{"", request.parser.RequestVar("a", 1) + request.parser.HostAddr()}};
   };
   const std::string requests[] = {
       "GET /a.htm HTTP/1.1\r\nHost: h\r\nAccept: */*\r\n\r\n",
@@ -225,7 +225,7 @@ TEST_F(RequestHandlingTest, ALargeBodyIsNotHeldAfterItsAnswer) {
   std::size_t seen = 0;
   pages.page = [&](const ScriptPageRequest& request) {
     seen = request.parser.RequestVar("a", 1).size();
-    return ScriptPageResult{"", "", false, 0};
+    return ScriptPageResult{};
   };
   textFor("POST /index.qvs HTTP/1.1\r\nContent-Length: " + std::to_string(body.size()) +
           "\r\n\r\n" + body);

@@ -28,29 +28,58 @@ class PageRun : public ::testing::Test, protected PageEvents {
     state.AppVersion = "1.2.3";
   }
 
-  void DebugOutput(const std::string& dbgData) override { debugged.push_back(dbgData); }
-  void Dispatch(std::int32_t SocketIndex, std::string Data, bool CloseOpenSocket) override {
+  void vbsParser_DebugOutput(const std::string& dbgData) override { debugged.push_back(dbgData); }
+  void vbsParser_Dispatch(std::int32_t SocketIndex, std::string Data,
+                          bool CloseOpenSocket) override {
     dispatched.emplace_back(SocketIndex, std::move(Data), CloseOpenSocket);
   }
 
   RunningScripts& scripts() {
     if (!scripts_) {
       scripts_.emplace(RunningScripts::Parts{state, log, clock, files, random, process, encoder,
-                                             aliases, *this});
+                                             aliases, texts});
     }
     return *scripts_;
   }
 
-  ScriptPageResult run(const std::string& page, const std::string& head = "GET /p.qvs HTTP/1.1",
-                       int slot = 3) {
+  /// What became of a page, whichever way it went.
+  struct Outcome {
+    explicit Outcome(ScriptPageResult result) : sessionNumber(result.sessionNumber) {
+      if (const auto* finished = std::get_if<FinishedPage>(&result.outcome)) {
+        output = finished->body;
+        responseHeader = finished->header;
+      } else if (const auto* flushed = std::get_if<FlushedPage>(&result.outcome)) {
+        flushedResponse = true;
+        output = flushed->rest;
+      } else {
+        redirected = std::get<RedirectedPage>(result.outcome);
+      }
+    }
+
+    std::string output;
+    std::string responseHeader;
+    bool flushedResponse = false;
+    std::optional<RedirectedPage> redirected;
+    std::int32_t sessionNumber;
+  };
+
+  Outcome run(const std::string& page, const std::string& head = "GET /p.qvs HTTP/1.1",
+              int slot = 3) {
     files.put("/srv/p.qvs", page);
     return runFile("/srv/p.qvs", head, slot);
   }
-  ScriptPageResult runFile(const std::string& path, const std::string& head, int slot,
-                           const std::string& fileData = {}) {
+  Outcome runFile(const std::string& path, const std::string& head, int slot,
+                  const std::string& fileData = {}) {
     jar.clear();
     parser.setHTTPData(head + "\r\n\r\n");
-    return scripts().pages().run({path, fileData, parser, jar, slot});
+    return Outcome(scripts().run({path, fileData, parser, jar, *this, slot}));
+  }
+  /// Where a page leads: a URL, or a local file in brackets.
+  std::string goalOf(const std::string& page) {
+    const auto redirected = run(page).redirected;
+    if (!redirected) return "nowhere";
+    const bool isLocal = redirected->kind == RedirectedPage::Kind::LocalFile;
+    return isLocal ? '[' + redirected->target + ']' : redirected->target;
   }
   std::string output(const std::string& page) { return run(page).output; }
 
@@ -62,6 +91,7 @@ class PageRun : public ::testing::Test, protected PageEvents {
   FakeProcess process;
   clsWEncode encoder;
   FileAliases aliases;
+  EchoTexts texts;
   CookieJar jar;
   clsHTTPParser parser{encoder, jar};
   std::vector<std::string> debugged;
@@ -138,6 +168,21 @@ TEST_F(PageRun, RunsTheTextOfAModuleInPlaceOfTheFile) {
       "included!");
 }
 
+TEST_F(PageRun, ReadsAndWritesFiles) {
+  ResponseHeads heads(state, clock);
+  AuthKeys keys(clock, random);
+  const PageServices services{state, files,   clock, process,
+                              heads, encoder, keys,  scripts().application()};
+  const aspMainParser vbsParser(services);
+  files.addFolder("/srv");
+  EXPECT_TRUE(vbsParser.strWriteFile("/srv/x", "ab\xFF"));
+  EXPECT_TRUE(vbsParser.fileExists("/srv/x"));
+  EXPECT_EQ(vbsParser.strReadFile("/srv/x"), "ab\xFF");
+  EXPECT_EQ(vbsParser.binReadFile("/srv/x"), u"\u6261\u00FF");
+  EXPECT_EQ(vbsParser.binReadFile("/srv/none"), u"");
+  EXPECT_FALSE(vbsParser.fileExists("/srv/none"));
+}
+
 TEST_F(PageRun, TakesAMissingPageForAnEmptyOne) {
   EXPECT_EQ(runFile("/srv/none.qvs", "GET /none.qvs HTTP/1.1", 0).output, "");
 }
@@ -199,15 +244,25 @@ TEST_F(PageRun, EndsWhereItsCallersTrapErrors) {
   const std::string rest =
       "\r\nOn Error Resume Next\r\nLeave\r\nXWrite \"never\"\r\nServer.DebugOut \"never\" %>";
   EXPECT_EQ(output("<% Sub Leave\r\nXWrite \"a\"\r\nResponse.End\r\nEnd Sub" + rest), "a");
-  EXPECT_EQ(output("<% Sub Leave\r\nResponse.Redirect \"/b.qvs\"\r\nEnd Sub" + rest),
-            "\0[$REDIR$]\0/b.qvs"s);
+  EXPECT_EQ(goalOf("<% Sub Leave\r\nResponse.Redirect \"/b.qvs\"\r\nEnd Sub" + rest), "/b.qvs");
   EXPECT_TRUE(debugged.empty());
 }
 
 TEST_F(PageRun, EndsAfterARedirect) {
-  EXPECT_EQ(output("a<% Response.Redirect \"/b.qvs\"\r\nServer.DebugOut \"never\" %>b"),
-            "\0[$REDIR$]\0/b.qvs"s);
+  EXPECT_EQ(goalOf("a<% Response.Redirect \"/b.qvs\"\r\nServer.DebugOut \"never\" %>b"), "/b.qvs");
+  EXPECT_EQ(goalOf("a<% Response.RedirectTo \"  /srv/b c.qvs \" %>b"), "[/srv/b c.qvs]");
   EXPECT_TRUE(debugged.empty());
+}
+
+TEST_F(PageRun, TakesAMarkAtTheStartOfItsOutputForARedirect) {
+  EXPECT_EQ(goalOf("<% XWrite Chr(0): XWrite \"[$REDIR$]\" & Chr(0) & \" b.qvs?x \" %>"),
+            "b.qvs?x");
+  EXPECT_EQ(goalOf("<% XWrite Chr(0) & \"[$REDIRTO$]\" & Chr(0) %>"), "[]");
+  for (const char* other : {"x", "[$REDIR$]", "<% XWrite Chr(0) & \"[$REDIR$]\" %>",
+                            "x<% XWrite Chr(0) & \"[$REDIR$]\" & Chr(0) & \"b.qvs\" %>",
+                            "<% Response.Flush: Response.Redirect \"/b.qvs\" %>"}) {
+    EXPECT_EQ(goalOf(other), "nowhere") << other;
+  }
 }
 
 TEST_F(PageRun, KeepsThePairOfClearsApart) {
@@ -399,21 +454,9 @@ TEST_F(PageRun, OffersFilesForDownload) {
   EXPECT_EQ(aliases.pathOf(lasting, clock.now()), std::nullopt);
 }
 
-class EchoTexts final : public LanguageTexts {
- public:
-  std::string numberedText(int number, std::span<const std::string> values) const override {
-    std::string text = std::to_string(number);
-    for (const std::string& value : values) text += "," + value;
-    return text;
-  }
-};
-
 TEST_F(PageRun, GivesTextsOfTheLanguage) {
-  EXPECT_EQ(output("<%= QvS.Text(7) %>"), "");
-  const EchoTexts texts;
-  scripts().application().setLanguage(&texts);
+  EXPECT_EQ(output("<%= QvS.Text(7) %>"), "7");
   EXPECT_EQ(output("<%= QvS.Text(7, \"a\", 2) %>"), "7,a,2");
-  scripts().application().setLanguage(nullptr);
 }
 
 TEST_F(PageRun, RunsOtherPagesInPlace) {

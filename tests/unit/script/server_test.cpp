@@ -7,7 +7,7 @@
 #include "fakes.h"
 #include "http/clsHTTPParser.h"
 #include "http/cookie_jar.h"
-#include "http/http_date.h"
+#include "http/response_heads.h"
 #include "member_access.h"
 #include "platform/fake/fake_clock.h"
 #include "platform/fake/memory_files.h"
@@ -30,7 +30,7 @@ class ServerTest : public ::testing::Test, protected aspServerObj::Page {
     server->setRequest(parser);
   }
 
-  void debugOutput(const std::string& dbgData) override { debugged.push_back(dbgData); }
+  void objServer_DebugOutput(const std::string& dbgData) override { debugged.push_back(dbgData); }
   void execute(const std::string& target) override { executed.push_back(target); }
   std::chrono::seconds timeLimit() const override { return limit; }
   void setTimeLimit(std::chrono::seconds wanted) override { limit = wanted; }
@@ -45,7 +45,7 @@ class ServerTest : public ::testing::Test, protected aspServerObj::Page {
   MemoryFiles files;
   FakeClock clock;
   FakeProcess process;
-  HttpDates dates{clock};
+  ResponseHeads heads{state, clock};
   clsWEncode encoder;
   ScriptedRandom random;
   AuthKeys keys{clock, random};
@@ -54,7 +54,7 @@ class ServerTest : public ::testing::Test, protected aspServerObj::Page {
   FileAliases aliases;
   vbs::Ref<ApplicationComponent> application =
       vbs::make<ApplicationComponent>("1.2.3", aliases, clock, random);
-  PageServices services{state, files, clock, process, dates, encoder, keys, *application};
+  PageServices services{state, files, clock, process, heads, encoder, keys, *application};
   vbs::Ref<aspServerObj> server =
       vbs::make<aspServerObj>(services, static_cast<aspServerObj::Page&>(*this));
   std::vector<std::string> debugged;

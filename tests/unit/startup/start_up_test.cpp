@@ -6,9 +6,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "console/script_side.h"
 #include "fakes.h"
-#include "http/script_pages.h"
 #include "platform/fake/fake_clock.h"
 #include "platform/fake/fake_event_loop.h"
 #include "platform/fake/fake_random.h"
@@ -19,15 +17,6 @@
 namespace quorvane {
 
 namespace {
-
-class NoScripts final : public ScriptSide, private ScriptPages {
-  ScriptPages& pages() override { return *this; }
-  void expireSessions() override {}
-  void expireKeys() override {}
-  void forgetKeys() override {}
-  void forEachSession(const SessionVisitor&) const override {}
-  ScriptPageResult run(const ScriptPageRequest&) override { return {}; }
-};
 
 class StartUpTest : public testing::Test {
  protected:
@@ -78,8 +67,7 @@ class StartUpTest : public testing::Test {
   modService service{manager, loop, clock, system};
   FakeServiceHost nts;
   FakeInstanceLock instance;
-  mainForm window{{state, loop, clock, files, random, settings,
-                   [](const ScriptSideParts&) { return std::make_unique<NoScripts>(); }}};
+  mainForm window{{state, loop, clock, files, random, settings, process}};
   std::vector<std::string> echoed;
 };
 

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace quorvane {
+
+/// Header lines of answers as text, separated by CR LF, no line end behind the last.
+namespace header_lines {
+
+/// Writes "name: value". Every header line that the server sends is made here.
+void write(std::string& text, std::string_view name, std::string_view value);
+
+/// Adds a line behind others.
+void add(std::string& lines, std::string_view name, std::string_view value);
+
+/// Whether the lines bring that header: whether its name, a colon and a blank stand anywhere in
+/// them, letter case aside. `name` is in lower case.
+bool bring(std::string_view lines, std::string_view name);
+
+}  // namespace header_lines
+
+}  // namespace quorvane

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "http/targets.h"
+
+namespace quorvane {
+
+class Clock;
+class clsHTTPParser;
+class FileAliases;
+struct RedirectedPage;
+struct ServerState;
+
+/// What a request wants. It begins as what the client asked for; a player or a page's redirection
+/// makes another of it.
+struct Wanted {
+  std::string path;   ///< of the URL, up to its last "/"
+  std::string title;  ///< what follows
+  LocalTarget file;
+  bool isAlias = false;              ///< the file was asked for by a key, not by its name
+  std::optional<std::string> query;  ///< in place of the variables that came with the request
+  std::int32_t session = 0;
+
+  std::string document() const { return path + title; }
+
+  static Wanted by(const clsHTTPParser& request, const ServerState& state,
+                   const FileAliases& aliases, const Clock& clock);
+
+  /// The page that plays a sound file of the same folder.
+  Wanted player() const;
+
+  /// What a page names in its place. No variable of the request goes there.
+  Wanted redirected(const RedirectedPage& page, const std::string& documentRoot) const;
+};
+
+}  // namespace quorvane
