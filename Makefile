@@ -5,7 +5,7 @@
 APP := build/app
 JOBS ?= $(shell nproc)
 
-.PHONY: build serve test unit blackbox browser terminal service bench lint format deps clean
+.PHONY: build serve test unit blackbox faults browser terminal service bench lint format deps clean
 
 build: deps
 	@cmake --preset release >/dev/null
@@ -14,7 +14,7 @@ build: deps
 serve: build
 	@tools/serve $(APP)
 
-test: unit blackbox browser terminal service
+test: unit blackbox faults browser terminal service
 
 # The tests that are programs, and the black-box tests once, under AddressSanitizer and
 # UndefinedBehaviorSanitizer.
@@ -26,6 +26,10 @@ unit: deps
 
 blackbox: build
 	@python3 tests/blackbox $(APP)
+
+# What goes wrong: attacks, starved machines, mistakes of operators.
+faults: build
+	@python3 tests/faults $(APP)
 
 browser: build
 	@python3 tests/browser $(APP)

@@ -72,8 +72,9 @@ void mainForm::makeObjects(std::int32_t language) {
 }
 
 void mainForm::portError() {
-  status_.LogLine("******* PORT ERROR: Unable to bind to port " +
-                  std::to_string(parts_.state.ServerPort));
+  const std::string port = std::to_string(parts_.state.ServerPort);
+  status_.LogLine("******* PORT ERROR: Unable to bind to port " + port);
+  status_.complain("port " + port + " is taken or not for this user; nothing is served");
   StopServer();
 }
 
@@ -108,6 +109,10 @@ void mainForm::closeWindow() {
   parts_.state.ServerLog.reset();
   wsLinker.close();
   parts_.loop.stop();
+}
+
+void mainForm::startNewLog() {
+  if (parts_.state.ServerLog) parts_.state.ServerLog->Reset(true);
 }
 
 void mainForm::clickButton(int index) {

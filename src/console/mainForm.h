@@ -60,6 +60,9 @@ class mainForm final : public ServerControl,
   /// The window is not used again afterwards.
   void closeWindow() override;
 
+  /// What the log holds is written; the lines from now on go to a new file.
+  void startNewLog();
+
   // What the user does.
   void clickButton(int index);
   void clickStatusLine(int line);

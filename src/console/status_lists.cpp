@@ -24,6 +24,10 @@ void StatusLists::LogLine(std::string_view text) {
   if (state_.ServerLog->pendingBytes() > kMostHeld) commitLog();
 }
 
+void StatusLists::complain(std::string_view text) {
+  if (!state_.DebugMode && onComplaint) onComplaint(text);
+}
+
 void StatusLists::commitLog() {
   if (state_.ServerLog) state_.ServerLog->Commit();
 }

@@ -24,8 +24,14 @@ class StatusLists final : public StatusLines {
   /// Writes what the server log holds, if there is one.
   void commitLog();
 
+  /// For what the user of a run that shows no status lines has to know.
+  void complain(std::string_view text);
+
   /// Where a run without a drawn window shows the lines of status list 0. May be empty.
   std::function<void(std::string_view line)> echo;
+
+  /// Where complaints go. May be empty.
+  std::function<void(std::string_view line)> onComplaint;
 
  private:
   const ServerState& state_;

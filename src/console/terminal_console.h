@@ -25,6 +25,9 @@ class TerminalConsole {
   TerminalConsole& operator=(const TerminalConsole&) = delete;
   ~TerminalConsole();
 
+  /// Whether the window is on the terminal now.
+  bool isDrawn() const { return window_ && window_->isOpen(); }
+
  private:
   void formChanged();
 

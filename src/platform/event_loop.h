@@ -45,6 +45,15 @@ class EventLoop {
   /// `asked` runs, as an event, each time the system asks the program to end; it takes the place
   /// of what was given before.
   virtual void onTerminationRequest(std::function<void()> asked) = 0;
+
+  /// What else the system tells a program.
+  enum class Notice {
+    HangUp,  ///< the terminal that the program was started from has gone
+    NewLog,  ///< log files are about to be taken away
+  };
+  /// `told` runs, as an event, at each notice. A program that was started to outlive its terminal
+  /// gets no HangUp.
+  virtual void onNotice(std::function<void(Notice)> told) = 0;
 };
 
 }  // namespace quorvane

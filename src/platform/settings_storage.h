@@ -1,8 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace quorvane {
 
@@ -25,6 +27,13 @@ struct StoredValue {
   friend bool operator==(const StoredValue&, const StoredValue&) = default;
 };
 
+/// A value as it stands in the store, for telling people what is wrong with it.
+struct StoredLine {
+  std::size_t number = 0;           ///< of the line, from 1
+  std::optional<std::string> name;  ///< nothing: the line is no value
+  std::string text;
+};
+
 /// Failures (no rights, no such key, a name the store can't hold) are empty or false results. A
 /// root outside the enumeration holds no keys and takes none.
 class SettingsStorage {
@@ -38,6 +47,10 @@ class SettingsStorage {
   /// The key must exist.
   virtual bool writeText(RegistryRoot root, const std::string& key, const std::string& name,
                          const std::string& text) = 0;
+
+  /// What a key holds, in the store's own order; comments are left out. Of values with the same
+  /// name the first is the one that `read` reads.
+  virtual std::vector<StoredLine> lines(RegistryRoot root, const std::string& key) const = 0;
 };
 
 }  // namespace quorvane

@@ -24,8 +24,8 @@ std::unique_ptr<Files> makeFiles();
 std::unique_ptr<Random> makeRandom();
 std::unique_ptr<Process> makeProcess(int argc, char** argv);
 
-/// The folder, or other name, under which this run's settings are kept. Instances that share it
-/// are the same program.
+/// The folder, or other name, under which this run's settings are kept, whatever the current folder
+/// becomes. Instances that share it are the same program.
 std::string settingsRoot();
 std::unique_ptr<SettingsStorage> makeSettingsStorage(const Files& files, const std::string& root);
 std::unique_ptr<InstanceLock> makeInstanceLock(const std::string& root);

@@ -62,10 +62,15 @@ bool isComment(std::string_view line) {
 /// One line of a settings file, without its line end.
 struct Line {
   std::string_view whole;
-  bool holds(std::string_view name) const {
+  bool holds(std::string_view wanted) const {
+    if (isComment(whole)) return false;
+    const auto own = name();
+    return own && equalsNoCase(*own, wanted);
+  }
+  std::optional<std::string> name() const {
     const auto equals = whole.find('=');
-    if (equals == std::string_view::npos || isComment(whole)) return false;
-    return equalsNoCase(meant(trimmed(whole.substr(0, equals))), name);
+    if (equals == std::string_view::npos) return std::nullopt;
+    return meant(trimmed(whole.substr(0, equals)));
   }
   std::string text() const {
     std::string_view value = whole.substr(whole.find('=') + 1);
@@ -73,6 +78,16 @@ struct Line {
     return meant(value);
   }
 };
+
+/// How many bytes of a file's start some editors' mark of UTF-8 takes.
+std::size_t markLength(std::string_view content) {
+  constexpr std::string_view kMark = "\xEF\xBB\xBF";
+  return content.starts_with(kMark) ? kMark.size() : 0;
+}
+
+std::vector<std::string_view> linesOf(std::string_view content) {
+  return split(content.substr(markLength(content)), '\n');
+}
 
 std::string_view rootName(RegistryRoot root) {
   switch (root) {
@@ -143,7 +158,7 @@ std::optional<StoredValue> TextSettings::read(RegistryRoot root, const std::stri
   const auto content = file ? files_.readAll(*file) : std::nullopt;
   if (!content) return std::nullopt;
   const std::string_view wanted = trimmed(name);
-  for (const std::string_view whole : split(*content, '\n')) {
+  for (const std::string_view whole : linesOf(*content)) {
     const Line line{whole};
     if (line.holds(wanted)) return StoredValue{StoredType::Text, line.text()};
   }
@@ -157,9 +172,9 @@ bool TextSettings::writeText(RegistryRoot root, const std::string& key, const st
   const std::string_view wanted = trimmed(name);
   if (!content || isComment(wanted)) return false;
 
-  std::string result;
+  std::string result = content->substr(0, markLength(*content));
   bool replaced = false;
-  for (const std::string_view whole : split(*content, '\n')) {
+  for (const std::string_view whole : linesOf(*content)) {
     if (whole.empty() && whole.end() == std::string_view(*content).end()) break;
     const Line line{whole};
     if (!replaced && line.holds(wanted)) {
@@ -172,6 +187,21 @@ bool TextSettings::writeText(RegistryRoot root, const std::string& key, const st
   }
   if (!replaced) result += written(wanted, true) + "=" + written(text, false) + "\n";
   return files_.writeAll(*file, result);
+}
+
+std::vector<StoredLine> TextSettings::lines(RegistryRoot root, const std::string& key) const {
+  const auto file = fileOf(root, key);
+  const auto content = file ? files_.readAll(*file) : std::nullopt;
+  std::vector<StoredLine> lines;
+  if (!content) return lines;
+  std::size_t number = 0;
+  for (const std::string_view whole : linesOf(*content)) {
+    ++number;
+    const Line line{whole};
+    if (trimmed(whole).empty() || isComment(whole)) continue;
+    lines.push_back({number, line.name(), line.text()});
+  }
+  return lines;
 }
 
 }  // namespace quorvane

@@ -9,8 +9,9 @@ namespace quorvane {
 /// HKEY_LOCAL_MACHINE\A\B is the file <root>/HKEY_LOCAL_MACHINE/A/B.ini and its sub-keys stand in
 /// the folder B beside it. A file holds lines "Name=Text"; every other line is left as it stands,
 /// and a file is replaced whole or not at all. Names lose blanks at their ends, texts are kept as
-/// they are. CR, LF, NUL and the percent sign stand in a text as %0D, %0A, %00 and %25 (a percent
-/// sign before anything else stands for itself); names write "=" as %3D.
+/// they are. A byte order mark in front of the file is passed over. CR, LF, NUL and the percent
+/// sign stand in a text as %0D, %0A, %00 and %25 (a percent sign before anything else stands for
+/// itself); names write "=" as %3D.
 class TextSettings final : public SettingsStorage {
  public:
   /// `root` and the folders above it are made when the first key is.
@@ -22,6 +23,7 @@ class TextSettings final : public SettingsStorage {
                                   const std::string& name) const override;
   bool writeText(RegistryRoot root, const std::string& key, const std::string& name,
                  const std::string& text) override;
+  std::vector<StoredLine> lines(RegistryRoot root, const std::string& key) const override;
 
  private:
   std::optional<std::string> fileOf(RegistryRoot root, const std::string& key) const;

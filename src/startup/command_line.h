@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,5 +20,9 @@ class CommandLine {
  private:
   std::string text_;
 };
+
+/// What the program prints, instead of doing anything, when its only argument asks about the
+/// program itself; nothing for every other command line.
+std::optional<std::string> answerAbout(const CommandLine& line, std::string_view version);
 
 }  // namespace quorvane

@@ -25,6 +25,10 @@ void printLine(std::string_view line) {
   std::fflush(stdout);
 }
 
+void printComplaint(std::string_view text) {
+  std::fprintf(stderr, "quorvane-server: %.*s\n", static_cast<int>(text.size()), text.data());
+}
+
 TerminalWindowServer serverOf(mainForm& window) {
   TerminalWindowServer server;
   server.clickButton = [&window](int button) { window.clickButton(button); };
@@ -37,6 +41,14 @@ TerminalWindowServer serverOf(mainForm& window) {
 
 int run(int argc, char** argv) {
   const auto process = makeProcess(argc, argv);
+  ServerState state;
+  state.AppVersion = kAppVersion;
+  const CommandLine line(process->commandLine());
+  if (const auto answer = answerAbout(line, VersionText(state))) {
+    std::fputs(answer->c_str(), stdout);
+    return static_cast<int>(ExitStatus::Done);
+  }
+
   const auto files = makeFiles();
   const auto clock = makeClock();
   const auto random = makeRandom();
@@ -47,8 +59,6 @@ int run(int argc, char** argv) {
   const auto manager = makeServiceManager();
   const auto nts = makeServiceHost(*loop, *files);
 
-  ServerState state;
-  state.AppVersion = kAppVersion;
   Registry registry(*storage);
   mainMod settings(registry, state);
   const SysInfo system(*process);
@@ -58,14 +68,20 @@ int run(int argc, char** argv) {
   mainForm window({state, *loop, *clock, *files, *random, settings, *process, images.get(),
                    localeIdOf(userLanguageName())});
   const auto terminal = makeTerminal(*loop);
+  window.status().onComplaint = printComplaint;
   const TerminalConsole console(window.form(), window.status().echo, terminal.get(), *loop,
                                 serverOf(window), printLine);
   loop->onTerminationRequest([&window] { window.closeWindow(); });
+  loop->onNotice([&window, &console](EventLoop::Notice notice) {
+    const bool isOver = notice == EventLoop::Notice::HangUp && console.isDrawn();
+    isOver ? window.closeWindow() : window.startNewLog();
+  });
 
-  StartUp startUp(
-      {state, settings, *process, *files, *clock, *loop, system, service, *nts, *instance, window});
-  if (startUp.run() == StartUp::Run::Lives) loop->run();
-  return 0;
+  StartUp startUp({state, settings, *storage, *process, *files, *clock, *loop, system, service,
+                   *nts, *instance, window});
+  if (const auto status = startUp.run()) return static_cast<int>(*status);
+  loop->run();
+  return static_cast<int>(ExitStatus::Done);
 }
 
 }  // namespace

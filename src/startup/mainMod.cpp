@@ -1,12 +1,10 @@
 #include "startup/mainMod.h"
 
-#include "support/text.h"
+#include "startup/setting_rules.h"
 
 namespace quorvane {
 
 namespace {
-
-constexpr std::uint16_t kUsualPort = 7007;
 
 /// A setting's place: the key, and the value's name in it.
 struct Place {
@@ -47,28 +45,11 @@ void mainMod::SaveServerSetting(const std::string& name, const std::string& text
   registry_.SetRegString(place.root, place.key, place.value, text);
 }
 
-bool mainMod::flag(const std::string& name, const std::string& defaultText) {
-  return GetServerSetting(name, defaultText) == "1";
-}
-
-std::uint16_t mainMod::port() {
-  const auto number = numericLong(GetServerSetting("Port", std::to_string(kUsualPort)));
-  if (!number || *number <= 0 || *number >= 65535) return kUsualPort;
-  return static_cast<std::uint16_t>(*number);
-}
-
 void mainMod::LoadSettings() {
-  state_.LogServer = GetServerSetting("LogServer", "1") != "0";
-  state_.ServerPort = port();
   state_.DefaultDocument = "index.qvs";
-  state_.DefaultLCID = numericLong(GetServerSetting("DefaultLCID", "")).value_or(0);
-  state_.EncodeStatic = flag("EncodeStatic");
-  state_.EncodeDynamic = flag("EncodeDynamic");
-  state_.EncodeImages = flag("EncodeImages");
-  state_.RunAsService = flag("RunAsService");
-  state_.LocalhostOnly = flag("LocalhostOnly");
-  state_.LocalAddrControl = flag("LocalAddrControl");
-  state_.ControlAnyAddress = flag("ControlAnyAddress", "");
+  for (const SettingRule& rule : settingRules()) {
+    rule.take(state_, GetServerSetting(std::string(rule.name), std::string(rule.defaultText)));
+  }
 }
 
 std::string mainMod::userLanguage() const {

@@ -32,9 +32,6 @@ class mainMod final : public ServerSettings {
   std::string developerFolder() const;
 
  private:
-  bool flag(const std::string& name, const std::string& defaultText = "0");
-  std::uint16_t port();
-
   Registry& registry_;
   ServerState& state_;
 };

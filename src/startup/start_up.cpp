@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "startup/untaken_settings.h"
 #include "support/clsLog.h"
 #include "support/paths.h"
 
@@ -23,25 +24,25 @@ std::string encodings(const ServerState& state) {
 
 }  // namespace
 
-StartUp::Run StartUp::run() {
+std::optional<ExitStatus> StartUp::run() {
   parts_.settings.LoadSettings();
   parts_.state.IsWinNT = parts_.system.isNT();
-  if (serviceCommand()) return Run::Over;
+  if (serviceCommand()) return ExitStatus::Done;
   findFolders();
   takeSwitches();
   if (parts_.state.InstallRequested || parts_.state.UninstallRequested) {
-    installOrUninstall();
-    return Run::Over;
+    return installOrUninstall();
   }
   if (!parts_.state.IsWinNT && parts_.state.RunAsService) {
     parts_.settings.SaveServerSetting("RunAsService", "0");
     parts_.state.RunAsService = false;
   }
-  if (!parts_.instance.acquire()) return Run::Over;
+  if (!parts_.instance.acquire()) return ExitStatus::AlreadyRunning;
   openLog();
   writeBanner();
+  tellUntakenSettings();
   runServer();
-  return Run::Lives;
+  return std::nullopt;
 }
 
 /// "/start" and "/stop" end the program whether there was something to do or not.
@@ -61,8 +62,8 @@ bool StartUp::serviceCommand() {
 void StartUp::findFolders() {
   ServerState& state = parts_.state;
   state.DevMode = line_.has("/devmode");
-  state.MainPath = paths::withSeparator(state.DevMode ? parts_.settings.developerFolder()
-                                                      : parts_.process.programFolder());
+  state.MainPath =
+      paths::withSeparator(state.DevMode ? developerFolder() : parts_.process.programFolder());
   const std::string server = state.MainPath + "Server" + paths::kSeparator;
   state.CacheFolder = server + "Cache";
   state.ScriptsFolder = server + "Scripts";
@@ -70,6 +71,12 @@ void StartUp::findFolders() {
   // One level each: a tree without its "Server" folder is left as it is.
   parts_.files.makeFolder(state.LogsFolder);
   parts_.files.makeFolder(state.CacheFolder);
+}
+
+/// Made absolute, since pages change the current folder. Without any the separator stands for it.
+std::string StartUp::developerFolder() const {
+  const std::string folder = parts_.settings.developerFolder();
+  return folder.empty() ? folder : paths::absolute(folder, parts_.process.currentFolder());
 }
 
 void StartUp::takeSwitches() {
@@ -82,8 +89,10 @@ void StartUp::takeSwitches() {
   state.UninstallRequested = line_.has("/uninstall");
 }
 
-void StartUp::installOrUninstall() {
-  if (!parts_.system.IsUserAdmin(true) || !parts_.state.IsWinNT) return;
+ExitStatus StartUp::installOrUninstall() {
+  if (!parts_.state.IsWinNT) return ExitStatus::NotDone;
+  if (!parts_.system.IsUserAdmin(true)) return ExitStatus::NoRights;
+  bool done = false;
   parts_.window.load();
   parts_.nts.displayName = modService::kServiceName;
   parts_.nts.serviceName = modService::kServiceName;
@@ -91,13 +100,14 @@ void StartUp::installOrUninstall() {
     parts_.settings.SaveServerSetting("RunAsService", "1");
     parts_.nts.startMode = kAutomaticStart;
     parts_.nts.interactive = 0;
-    parts_.nts.install();
+    done = parts_.nts.install();
   } else {
     parts_.settings.SaveServerSetting("RunAsService", "0");
-    parts_.nts.uninstall();
+    done = parts_.nts.uninstall();
   }
   parts_.loop.runPending(std::chrono::milliseconds(0), nullptr);
   parts_.window.closeWindow();
+  return done ? ExitStatus::Done : ExitStatus::NotDone;
 }
 
 void StartUp::openLog() {
@@ -125,6 +135,12 @@ void StartUp::writeBanner() {
                  (state.LocalAddrControl ? "Local Addresses Only" : "Unrestricted"));
   status.LogLine(std::string("Resource Mode: ") + (state.NoQvm ? "File Reader" : "QVM"));
   status.LogLine("");
+}
+
+void StartUp::tellUntakenSettings() {
+  for (const std::string& line : untakenSettings(parts_.storage)) {
+    parts_.window.status().LogLine(line);
+  }
 }
 
 void StartUp::runServer() {

@@ -1,13 +1,15 @@
 #pragma once
 
-#include <string>
+#include <optional>
 
 #include "console/mainForm.h"
 #include "platform/instance_lock.h"
 #include "platform/process.h"
 #include "platform/service_host.h"
+#include "platform/settings_storage.h"
 #include "startup/SysInfo.h"
 #include "startup/command_line.h"
+#include "startup/exit_status.h"
 #include "startup/mainMod.h"
 #include "startup/modService.h"
 #include "support/files.h"
@@ -19,6 +21,7 @@ namespace quorvane {
 struct StartUpParts {
   ServerState& state;
   mainMod& settings;
+  const SettingsStorage& storage;  ///< of the settings
   const Process& process;
   const Files& files;
   const Clock& clock;
@@ -34,22 +37,21 @@ struct StartUpParts {
 /// and does it. Runs once.
 class StartUp {
  public:
-  enum class Run {
-    Over,   ///< a one-shot command, or a second instance
-    Lives,  ///< the event loop is to be run
-  };
-
   explicit StartUp(const StartUpParts& parts) : parts_(parts), line_(parts.process.commandLine()) {}
 
-  Run run();
+  /// How the program ends at once, after a one-shot command or as a second instance; nothing when
+  /// the event loop is to be run.
+  std::optional<ExitStatus> run();
 
  private:
   bool serviceCommand();
   void findFolders();
+  std::string developerFolder() const;
   void takeSwitches();
-  void installOrUninstall();
+  ExitStatus installOrUninstall();
   void openLog();
   void writeBanner();
+  void tellUntakenSettings();
   void runServer();
   bool handOver();
 

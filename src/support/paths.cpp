@@ -28,6 +28,10 @@ std::string join(std::string_view folder, std::string_view name) {
   return result;
 }
 
+std::string absolute(const std::string& path, std::string_view base) {
+  return std::filesystem::path(path).is_absolute() ? path : join(base, path);
+}
+
 std::string_view fileNameOf(std::string_view path) {
   const std::size_t last = path.find_last_of(kSeparators);
   return last == std::string_view::npos ? path : path.substr(last + 1);

@@ -25,20 +25,22 @@ constexpr std::string_view kHelp =
     "  qvsctl state      say \"running\" or \"stopped\"\n"
     "  qvsctl uptime     say for how long it has been running\n"
     "  qvsctl version    say which version it is\n"
+    "  qvsctl check      say which lines of the settings don't count, and why; asks no server\n"
     "\n"
     "  --host NAME       the server's machine, by default 127.0.0.1\n"
     "  --port NUMBER     the port of its control channel, by default 7008\n"
     "  --timeout SECONDS how long to wait for each answer, by default 5\n"
     "\n"
-    "Exit code: 0 done, or running; 1 stopped, or it did not start or stop as asked; 2 wrong\n"
-    "arguments; 3 no answer.\n";
+    "Exit code: 0 done, or running; 1 stopped, or it did not start or stop as asked, or a line "
+    "does\n"
+    "not count; 2 wrong arguments; 3 no answer.\n";
 
-enum class Command { Start, Stop, Restart, Quit, State, Uptime, Version };
+enum class Command { Start, Stop, Restart, Quit, State, Uptime, Version, Check };
 
 struct Spelling {
   std::string_view name;
   Command command;
-  std::string_view datagram;
+  std::string_view datagram;  ///< empty: the server isn't asked
 };
 constexpr std::array kCommands{
     Spelling{"start", Command::Start, "[>start]"},
@@ -48,6 +50,7 @@ constexpr std::array kCommands{
     Spelling{"state", Command::State, "[?state]"},
     Spelling{"uptime", Command::Uptime, "[?uptime]"},
     Spelling{"version", Command::Version, "[?version]"},
+    Spelling{"check", Command::Check, ""},
 };
 
 std::string_view datagramOf(Command command) {
@@ -138,8 +141,9 @@ Request parse(const Arguments& arguments) {
 /// One run of the tool.
 class ControlTool {
  public:
-  ControlTool(Request request, const AskServer& ask, std::ostream& out, std::ostream& err)
-      : request_(std::move(request)), ask_(ask), out_(out), err_(err) {}
+  ControlTool(Request request, const AskServer& ask, const CheckSettings& check, std::ostream& out,
+              std::ostream& err)
+      : request_(std::move(request)), ask_(ask), check_(check), out_(out), err_(err) {}
 
   ExitCode run() {
     switch (*request_.command) {
@@ -157,6 +161,8 @@ class ControlTool {
         return uptime();
       case Command::Version:
         return tell(Command::Version);
+      case Command::Check:
+        return check();
     }
     return ExitCode::Failed;
   }
@@ -187,6 +193,12 @@ class ControlTool {
     if (*running) return tell(Command::Uptime);
     say("stopped");
     return ExitCode::Finding;
+  }
+
+  ExitCode check() {
+    const std::vector<std::string> untaken = check_();
+    for (const std::string& line : untaken) say(line);
+    return untaken.empty() ? say("every line of the settings counts") : ExitCode::Finding;
   }
 
   ExitCode tell(Command command) {
@@ -238,14 +250,15 @@ class ControlTool {
 
   Request request_;
   const AskServer& ask_;
+  const CheckSettings& check_;
   std::ostream& out_;
   std::ostream& err_;
 };
 
 }  // namespace
 
-ExitCode runControlTool(const Arguments& arguments, const AskServer& ask, std::ostream& out,
-                        std::ostream& err) {
+ExitCode runControlTool(const Arguments& arguments, const AskServer& ask,
+                        const CheckSettings& check, std::ostream& out, std::ostream& err) {
   Request request = parse(arguments);
   if (request.help) {
     out << kHelp;
@@ -255,7 +268,7 @@ ExitCode runControlTool(const Arguments& arguments, const AskServer& ask, std::o
     err << "qvsctl: " << request.mistake << "; \"qvsctl --help\" tells more\n";
     return ExitCode::Usage;
   }
-  return ControlTool(std::move(request), ask, out, err).run();
+  return ControlTool(std::move(request), ask, check, out, err).run();
 }
 
 }  // namespace quorvane

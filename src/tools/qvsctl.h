@@ -16,8 +16,11 @@ using AskServer = std::function<DatagramExchange(
     const std::string& host, std::uint16_t port, std::string_view question,
     std::chrono::milliseconds atMost, const std::function<bool(std::string_view)>& accept)>;
 
+/// Tells what of the server's settings does not count, a line each: untakenSettings, or a stand-in.
+using CheckSettings = std::function<std::vector<std::string>()>;
+
 /// Controls and queries a running server. `arguments` are those after the program's name.
 ExitCode runControlTool(const std::vector<std::string>& arguments, const AskServer& ask,
-                        std::ostream& out, std::ostream& err);
+                        const CheckSettings& check, std::ostream& out, std::ostream& err);
 
 }  // namespace quorvane

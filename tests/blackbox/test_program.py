@@ -23,14 +23,6 @@ class Program(unittest.TestCase):
             self.assertIn("] Server Start\r\n", log)
             self.assertTrue(log.endswith("] Server Closing\r\n"))
 
-    def test_a_second_instance_ends_at_once(self):
-        with Server({"a.txt": b"a"}) as server:
-            second = server.spawn()
-            self.assertEqual(second.wait(PATIENCE), 0)
-            self.assertEqual(second.stdout.read(), b"")
-            second.stdout.close()
-            self.assertEqual(server.get("/a.txt").body, b"a")
-
     def test_instances_with_other_settings_serve_side_by_side(self):
         with Server({"a.txt": b"one"}) as one, Server({"a.txt": b"two"}) as two:
             self.assertEqual(one.get("/a.txt").body, b"one")

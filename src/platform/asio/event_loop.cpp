@@ -3,6 +3,8 @@
 #include <asio/executor_work_guard.hpp>
 #include <asio/post.hpp>
 #include <asio/signal_set.hpp>
+#include <utility>
+#include <vector>
 
 #include "platform/asio/connection.h"
 #include "platform/asio/loop_calls.h"
@@ -68,9 +70,36 @@ class LoopTimer final : public Timer {
   std::shared_ptr<State> state_;
 };
 
+/// Signals that arrive as events.
+class Signals {
+ public:
+  explicit Signals(LoopCore& core) : set_(core.io) {}
+
+  /// `arrived` takes the place of what was given before.
+  void listen(const std::vector<int>& numbers, std::function<void(int number)> arrived) {
+    const bool isWaiting = static_cast<bool>(std::exchange(arrived_, std::move(arrived)));
+    if (isWaiting) return;
+    asio::error_code ignored;
+    for (const int number : numbers) set_.add(number, ignored);
+    wait();
+  }
+
+ private:
+  void wait() {
+    set_.async_wait([this](const asio::error_code& error, int number) {
+      if (error) return;
+      wait();
+      arrived_(number);
+    });
+  }
+
+  asio::signal_set set_;
+  std::function<void(int)> arrived_;
+};
+
 class AsioEventLoop final : public EventLoop {
  public:
-  AsioEventLoop() : work_(core_.io.get_executor()), signals_(core_.io) {}
+  AsioEventLoop() : work_(core_.io.get_executor()), endings_(core_), notices_(core_) {}
 
   void run() override {
     core_.io.restart();
@@ -108,11 +137,19 @@ class AsioEventLoop final : public EventLoop {
   }
 
   void onTerminationRequest(std::function<void()> asked) override {
-    const bool isWaiting = static_cast<bool>(std::exchange(asked_, std::move(asked)));
-    if (isWaiting) return;
-    asio::error_code ignored;
-    for (const int number : terminationSignals()) signals_.add(number, ignored);
-    waitForSignal();
+    const auto numbers = terminationSignals();
+    endings_.listen({numbers.begin(), numbers.end()}, [asked = std::move(asked)](int) { asked(); });
+  }
+
+  void onNotice(std::function<void(Notice)> told) override {
+    const std::vector<NoticeSignal> signals = noticeSignals();
+    std::vector<int> numbers;
+    for (const NoticeSignal& signal : signals) numbers.push_back(signal.number);
+    notices_.listen(numbers, [signals, told = std::move(told)](int number) {
+      for (const NoticeSignal& signal : signals) {
+        if (signal.number == number) told(signal.notice);
+      }
+    });
   }
 
   LoopCore& core() { return core_; }
@@ -127,18 +164,10 @@ class AsioEventLoop final : public EventLoop {
     bool& flag_;
   };
 
-  void waitForSignal() {
-    signals_.async_wait([this](const asio::error_code& error, int) {
-      if (error) return;
-      waitForSignal();
-      asked_();
-    });
-  }
-
   LoopCore core_;
   asio::executor_work_guard<asio::io_context::executor_type> work_;
-  asio::signal_set signals_;
-  std::function<void()> asked_;
+  Signals endings_;
+  Signals notices_;
   bool nested_ = false;
 };
 

@@ -1,6 +1,9 @@
 #pragma once
 
 #include <span>
+#include <vector>
+
+#include "platform/event_loop.h"
 
 namespace quorvane {
 
@@ -12,5 +15,13 @@ void prepareProcessForLoop();
 
 /// The signals by which this system asks a program to end.
 std::span<const int> terminationSignals();
+
+/// A signal that tells something without asking the program to end.
+struct NoticeSignal {
+  int number;
+  EventLoop::Notice notice;
+};
+/// All of them but those that this process was started to ignore.
+std::vector<NoticeSignal> noticeSignals();
 
 }  // namespace quorvane

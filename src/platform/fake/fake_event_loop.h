@@ -222,6 +222,7 @@ class FakeEventLoop final : public EventLoop {
     return made;
   }
   void onTerminationRequest(std::function<void()> asked) override { terminate = std::move(asked); }
+  void onNotice(std::function<void(Notice)> told) override { notice = std::move(told); }
 
   void runPosted() {
     for (; !posted_.empty(); posted_.pop_front()) posted_.front()();
@@ -239,6 +240,7 @@ class FakeEventLoop final : public EventLoop {
   std::set<std::uint16_t> takenPorts;   ///< binding them fails
   std::function<void()> duringPending;  ///< happens once within the next runPending
   std::function<void()> terminate;
+  std::function<void(Notice)> notice;
   std::chrono::milliseconds longestPending{0};
   int pendingRuns = 0;
   int runs = 0;

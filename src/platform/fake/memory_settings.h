@@ -30,6 +30,15 @@ class MemorySettings final : public SettingsStorage {
                  const std::string& text) override {
     return put(root, key, name, {StoredType::Text, text});
   }
+  std::vector<StoredLine> lines(RegistryRoot root, const std::string& key) const override {
+    std::vector<StoredLine> all;
+    const auto values = keys.find(place(root, key));
+    if (values == keys.end()) return all;
+    for (const auto& [name, value] : values->second) {
+      all.push_back({all.size() + 1, name, value.data});
+    }
+    return all;
+  }
   bool put(RegistryRoot root, const std::string& key, const std::string& name, StoredValue value) {
     if (readOnly || !keyExists(root, key)) return false;
     keys[place(root, key)][lowerCase(name)] = std::move(value);

@@ -18,6 +18,12 @@ void raiseDescriptorLimit() {
   ::setrlimit(RLIMIT_NOFILE, &limit);
 }
 
+/// As nohup(1) starts a program.
+bool isIgnored(int number) {
+  struct sigaction present {};
+  return ::sigaction(number, nullptr, &present) == 0 && present.sa_handler == SIG_IGN;
+}
+
 }  // namespace
 
 void prepareProcessForLoop() {
@@ -29,8 +35,15 @@ void prepareProcessForLoop() {
 }
 
 std::span<const int> terminationSignals() {
-  static constexpr std::array kSignals{SIGTERM, SIGINT, SIGHUP};
+  static constexpr std::array kSignals{SIGTERM, SIGINT, SIGQUIT};
   return kSignals;
+}
+
+std::vector<NoticeSignal> noticeSignals() {
+  using Notice = EventLoop::Notice;
+  std::vector<NoticeSignal> signals{{SIGUSR1, Notice::NewLog}, {SIGUSR2, Notice::NewLog}};
+  if (!isIgnored(SIGHUP)) signals.push_back({SIGHUP, Notice::HangUp});
+  return signals;
 }
 
 }  // namespace quorvane

@@ -113,7 +113,7 @@ std::unique_ptr<ServiceHost> makeServiceHost(EventLoop& loop, const Files& files
   ServicePlace place;
   place.unitFolder = "/etc/systemd/system";
   place.program = std::filesystem::read_symlink("/proc/self/exe", error).string();
-  place.settingsRoot = std::filesystem::absolute(settingsRoot(), error).string();
+  place.settingsRoot = settingsRoot();
   return std::make_unique<SystemdHost>(loop, files, std::move(place), connectToSystemd);
 }
 

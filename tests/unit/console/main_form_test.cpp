@@ -195,6 +195,17 @@ TEST_F(MainForm, AClickedLineIsShownWithItsLineBreaks) {
   EXPECT_EQ(window.form().llist[0].selected(), -1);
 }
 
+TEST_F(MainForm, AComplaintAboutThePortIsForRunsThatShowNoLines) {
+  std::vector<std::string> complaints;
+  window.status().onComplaint = [&](std::string_view text) { complaints.emplace_back(text); };
+  loop.takenPorts = {7007};
+  window.StartServer();
+  EXPECT_TRUE(complaints.empty()) << "the console shows the line";
+  state.DebugMode = false;
+  window.StartServer();
+  EXPECT_EQ(complaints.size(), 1U);
+}
+
 TEST_F(MainForm, ClosingTheWindowStopsTheServerForGood) {
   window.load();
   window.StartServer();

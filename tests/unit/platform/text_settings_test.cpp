@@ -119,6 +119,25 @@ TEST_F(TextSettingsTest, WithoutRightsWritingFailsQuietly) {
   EXPECT_FALSE(nowhere.read(kMachine, kKey, "a"));
 }
 
+TEST_F(TextSettingsTest, AByteOrderMarkIsPassedOverAndKept) {
+  writeFile("\xEF\xBB\xBFPort=1\nB=2\n");
+  EXPECT_EQ(text("Port"), "1");
+  EXPECT_TRUE(settings.writeText(kMachine, kKey, "Port", "3"));
+  EXPECT_EQ(files->readAll(file()), "\xEF\xBB\xBFPort=3\nB=2\n");
+}
+
+TEST_F(TextSettingsTest, LinesAreNumberedAndCommentsLeftOut) {
+  writeFile("; x=1\n\n a%3Db = text \r\nnothing\n");
+  const auto lines = settings.lines(kMachine, kKey);
+  ASSERT_EQ(lines.size(), 2U);
+  EXPECT_EQ(lines[0].number, 3U);
+  EXPECT_EQ(lines[0].name, "a=b");
+  EXPECT_EQ(lines[0].text, " text ");
+  EXPECT_EQ(lines[1].number, 4U);
+  EXPECT_EQ(lines[1].name, std::nullopt);
+  EXPECT_TRUE(settings.lines(kMachine, "No\\Such").empty());
+}
+
 }  // namespace
 
 }  // namespace quorvane

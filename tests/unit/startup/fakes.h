@@ -42,11 +42,11 @@ class FakeServiceHost final : public ServiceHost {
  public:
   bool install() override {
     calls += "install ";
-    return true;
+    return obeys;
   }
   bool uninstall() override {
     calls += "uninstall ";
-    return true;
+    return obeys;
   }
   bool startService(std::function<bool()> onStart, std::function<void()> onStop) override {
     calls += "startService ";
@@ -59,6 +59,7 @@ class FakeServiceHost final : public ServiceHost {
   std::function<bool()> started;
   std::function<void()> stopped;
   bool isThere = true;
+  bool obeys = true;
 };
 
 class FakeInstanceLock final : public InstanceLock {

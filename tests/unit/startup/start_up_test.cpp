@@ -27,13 +27,13 @@ class StartUpTest : public testing::Test {
     window.status().echo = [this](std::string_view line) { echoed.emplace_back(line); };
   }
 
-  StartUp::Run start(const std::string& line) {
+  std::optional<ExitStatus> start(const std::string& line) {
     process.line = line;
-    StartUp startUp(
-        {state, settings, process, files, clock, loop, system, service, nts, instance, window});
+    StartUp startUp({state, settings, storage, process, files, clock, loop, system, service, nts,
+                     instance, window});
     return startUp.run();
   }
-  bool isOver(const std::string& line) { return start(line) == StartUp::Run::Over; }
+  bool isOver(const std::string& line) { return start(line) == ExitStatus::Done; }
   std::string setting(const std::string& name) {
     return registry.GetRegString(RegistryRoot::LocalMachine, mainMod::kServerKey, name);
   }
@@ -72,7 +72,7 @@ class StartUpTest : public testing::Test {
 };
 
 TEST_F(StartUpTest, APlainRunServesHidden) {
-  EXPECT_EQ(start(""), StartUp::Run::Lives);
+  EXPECT_EQ(start(""), std::nullopt);
   EXPECT_TRUE(window.running());
   EXPECT_FALSE(window.form().visible);
   EXPECT_TRUE(loop.udp->isOpen());
@@ -88,7 +88,7 @@ TEST_F(StartUpTest, DebugShowsTheWindow) {
 }
 
 TEST_F(StartUpTest, IdleLeavesTheServerStopped) {
-  EXPECT_EQ(start("/idle"), StartUp::Run::Lives);
+  EXPECT_EQ(start("/idle"), std::nullopt);
   EXPECT_FALSE(window.running());
   EXPECT_TRUE(loop.udp->isOpen());
 }
@@ -126,6 +126,14 @@ TEST_F(StartUpTest, DeveloperModeTakesTheFolderFromTheRegistry) {
   start("/devmode /idle");
   EXPECT_TRUE(state.DevMode);
   EXPECT_EQ(state.MainPath, "/dev/");
+}
+
+TEST_F(StartUpTest, ARelativeDeveloperFolderIsMadeAbsolute) {
+  process.current = "/home";
+  registry.CreateRegKey(RegistryRoot::LocalMachine, mainMod::kProgramKey);
+  registry.SetRegString(RegistryRoot::LocalMachine, mainMod::kProgramKey, "MainPath", "site");
+  start("/devmode /idle");
+  EXPECT_EQ(state.MainPath, "/home/site/");
 }
 
 TEST_F(StartUpTest, DeveloperModeWithoutAFolderHasTheSeparatorAlone) {
@@ -192,22 +200,29 @@ TEST_F(StartUpTest, BothTogetherInstall) {
 
 TEST_F(StartUpTest, WithoutRightsInstallDoesNothingAndEnds) {
   process.admin = false;
-  EXPECT_TRUE(isOver("/install"));
+  EXPECT_EQ(start("/install"), ExitStatus::NoRights);
+  EXPECT_EQ(start("/uninstall"), ExitStatus::NoRights);
   EXPECT_EQ(nts.calls, "");
   EXPECT_EQ(setting("RunAsService"), "0");
 }
 
 TEST_F(StartUpTest, WithoutServicesInstallDoesNothingAndEnds) {
   process.version.platform = 1;
-  EXPECT_TRUE(isOver("/install"));
+  EXPECT_EQ(start("/install"), ExitStatus::NotDone);
   EXPECT_EQ(nts.calls, "");
   EXPECT_EQ(setting("RunAsService"), "0");
+}
+
+TEST_F(StartUpTest, AManagerThatRefusesIsTold) {
+  nts.obeys = false;
+  EXPECT_EQ(start("/install"), ExitStatus::NotDone);
+  EXPECT_EQ(start("/uninstall"), ExitStatus::NotDone);
 }
 
 TEST_F(StartUpTest, ASystemWithoutServicesUnsetsRunAsService) {
   process.version.platform = 1;
   set("RunAsService", "1");
-  EXPECT_EQ(start(""), StartUp::Run::Lives);
+  EXPECT_EQ(start(""), std::nullopt);
   EXPECT_EQ(setting("RunAsService"), "0");
   EXPECT_FALSE(state.RunAsService);
   EXPECT_EQ(nts.calls, "");
@@ -216,7 +231,7 @@ TEST_F(StartUpTest, ASystemWithoutServicesUnsetsRunAsService) {
 
 TEST_F(StartUpTest, ASecondInstanceEndsSilently) {
   instance.isFree = false;
-  EXPECT_TRUE(isOver("/debug"));
+  EXPECT_EQ(start("/debug"), ExitStatus::AlreadyRunning);
   EXPECT_TRUE(echoed.empty());
   EXPECT_FALSE(window.running());
   EXPECT_FALSE(loop.udp->isOpen());
@@ -224,7 +239,7 @@ TEST_F(StartUpTest, ASecondInstanceEndsSilently) {
 
 TEST_F(StartUpTest, AServiceIsStartedByItsManager) {
   set("RunAsService", "1");
-  EXPECT_EQ(start(""), StartUp::Run::Lives);
+  EXPECT_EQ(start(""), std::nullopt);
   EXPECT_EQ(nts.calls, "startService ");
   EXPECT_FALSE(window.running());
   EXPECT_TRUE(nts.started());
@@ -266,6 +281,28 @@ TEST_F(StartUpTest, TheBannerStandsInItsOrder) {
   EXPECT_EQ(all[10], "Access Control: Unrestricted");
   EXPECT_EQ(all[11], "Resource Mode: QVM");
   EXPECT_EQ(all[12], "");
+}
+
+TEST_F(StartUpTest, SettingsThatDontCountAreToldAfterTheBanner) {
+  set("Port", "seven");
+  start("/debug/idle");
+  const auto all = lines();
+  ASSERT_EQ(all.size(), 14U);
+  EXPECT_EQ(all[12], "");
+  EXPECT_TRUE(all[13].ends_with(
+      "not taken: Port is \"seven\"; it is no port from 1 to 65534 and counts as 7007"))
+      << all[13];
+}
+
+TEST_F(StartUpTest, ATakenPortIsAComplaintWhereNoLinesAreShown) {
+  std::vector<std::string> complaints;
+  window.status().onComplaint = [&](std::string_view text) { complaints.emplace_back(text); };
+  loop.takenPorts = {7007};
+  start("");
+  EXPECT_EQ(complaints,
+            std::vector<std::string>{"port 7007 is taken or not for this user; nothing is served"});
+  start("/debug");
+  EXPECT_EQ(complaints.size(), 1U);
 }
 
 TEST_F(StartUpTest, TheBannerTellsTheSettings) {

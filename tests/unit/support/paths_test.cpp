@@ -31,4 +31,10 @@ TEST(Paths, TakesTheExtensionFromTheLastDotOfTheWholePath) {
   EXPECT_EQ(paths::extensionOf("abc."), ".");
 }
 
+TEST(Paths, RelativePathsAreTakenBelowABase) {
+  EXPECT_EQ(paths::absolute("/a", "/base"), "/a");
+  EXPECT_EQ(paths::absolute("a", "/base"), "/base/a");
+  EXPECT_EQ(paths::absolute("", "/base"), "/base/");
+}
+
 }  // namespace quorvane

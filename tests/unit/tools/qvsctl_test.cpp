@@ -56,10 +56,12 @@ class ControlToolTest : public testing::Test {
   ExitCode run(const std::vector<std::string>& arguments) {
     out.str("");
     err.str("");
-    return runControlTool(arguments, server.asker(), out, err);
+    return runControlTool(arguments, server.asker(), check, out, err);
   }
 
   FakeServer server;
+  std::vector<std::string> untaken;
+  CheckSettings check = [this] { return untaken; };
   std::ostringstream out;
   std::ostringstream err;
 };
@@ -125,6 +127,15 @@ TEST_F(ControlToolTest, WithoutAnAnswerItFails) {
     EXPECT_EQ(err.str(), "qvsctl: no answer from 127.0.0.1 port 7008\n");
     EXPECT_EQ(out.str(), "");
   }
+}
+
+TEST_F(ControlToolTest, ChecksSettingsWithoutAskingTheServer) {
+  EXPECT_EQ(run({"check"}), ExitCode::Done);
+  EXPECT_EQ(out.str(), "every line of the settings counts\n");
+  untaken = {"one", "two\x1b"};
+  EXPECT_EQ(run({"check"}), ExitCode::Finding);
+  EXPECT_EQ(out.str(), "one\ntwo?\n");
+  EXPECT_TRUE(server.questions.empty());
 }
 
 TEST_F(ControlToolTest, HelpAndMistakes) {

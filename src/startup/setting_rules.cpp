@@ -1,0 +1,64 @@
+#include "startup/setting_rules.h"
+
+#include <array>
+
+#include "support/text.h"
+
+namespace quorvane {
+
+namespace {
+
+constexpr std::uint16_t kUsualPort = 7007;
+constexpr std::int32_t kEndOfPorts = 65535;
+
+/// A text that is empty stands for the default and is nothing to complain of.
+bool isPlainFlag(const std::string& text) {
+  return text.empty() || text == "0" || text == "1";
+}
+
+/// On only when exactly "1".
+template <bool ServerState::*flag>
+std::string_view takeFlag(ServerState& state, const std::string& text) {
+  state.*flag = text == "1";
+  return isPlainFlag(text) ? "" : "it is neither \"0\" nor \"1\" and counts as \"0\"";
+}
+
+/// Off only when exactly "0".
+std::string_view takeLogServer(ServerState& state, const std::string& text) {
+  state.LogServer = text != "0";
+  return isPlainFlag(text) ? "" : "it is neither \"0\" nor \"1\" and counts as \"1\"";
+}
+
+std::string_view takePort(ServerState& state, const std::string& text) {
+  const auto number = numericLong(text);
+  const bool fits = number && *number > 0 && *number < kEndOfPorts;
+  state.ServerPort = fits ? static_cast<std::uint16_t>(*number) : kUsualPort;
+  return fits || text.empty() ? "" : "it is no port from 1 to 65534 and counts as 7007";
+}
+
+std::string_view takeLanguage(ServerState& state, const std::string& text) {
+  const auto number = numericLong(text);
+  state.DefaultLCID = number.value_or(0);
+  return number || text.empty() ? "" : "it is no number and counts as 0";
+}
+
+constexpr std::array kRules{
+    SettingRule{"LogServer", "1", takeLogServer},
+    SettingRule{"Port", "7007", takePort},
+    SettingRule{"DefaultLCID", "", takeLanguage},
+    SettingRule{"EncodeStatic", "0", takeFlag<&ServerState::EncodeStatic>},
+    SettingRule{"EncodeDynamic", "0", takeFlag<&ServerState::EncodeDynamic>},
+    SettingRule{"EncodeImages", "0", takeFlag<&ServerState::EncodeImages>},
+    SettingRule{"RunAsService", "0", takeFlag<&ServerState::RunAsService>},
+    SettingRule{"LocalhostOnly", "0", takeFlag<&ServerState::LocalhostOnly>},
+    SettingRule{"LocalAddrControl", "0", takeFlag<&ServerState::LocalAddrControl>},
+    SettingRule{"ControlAnyAddress", "", takeFlag<&ServerState::ControlAnyAddress>},
+};
+
+}  // namespace
+
+std::span<const SettingRule> settingRules() {
+  return kRules;
+}
+
+}  // namespace quorvane

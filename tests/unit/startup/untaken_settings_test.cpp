@@ -1,0 +1,70 @@
+#include "startup/untaken_settings.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/fake/memory_files.h"
+#include "platform/text_settings.h"
+
+namespace quorvane {
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+/// What is said of a settings file.
+Lines untaken(const std::string& content) {
+  MemoryFiles files;
+  files.put("/s/HKEY_LOCAL_MACHINE/Software/Ardenfell/Quorvane/Server.ini", content);
+  return untakenSettings(TextSettings(files, "/s"));
+}
+
+TEST(UntakenSettings, WhatCountsIsNotMentioned) {
+  EXPECT_EQ(untaken(""), Lines());
+  EXPECT_EQ(untaken("; a comment\n\n[section]\n# another\n  port  =8080\r\nLogServer=0\n"
+                    "EncodeStatic=1\nEncodeImages=\nDefaultLCID= 1031 \nControlAnyAddress=0\n"),
+            Lines());
+}
+
+TEST(UntakenSettings, WithoutAFileThereIsNothing) {
+  const MemoryFiles files;
+  EXPECT_EQ(untakenSettings(TextSettings(files, "/s")), Lines());
+}
+
+TEST(UntakenSettings, TextsThatSomethingElseCountsFor) {
+  EXPECT_EQ(
+      untaken("EncodeStatic = 1\nLogServer=no\nPort=65535\nDefaultLCID=german\n"
+              "LocalhostOnly=1 ; comment\n"),
+      (Lines{
+          "Settings line 1 not taken: EncodeStatic is \" 1\"; it is neither \"0\" nor \"1\" and "
+          "counts as \"0\"",
+          "Settings line 2 not taken: LogServer is \"no\"; it is neither \"0\" nor \"1\" and "
+          "counts as \"1\"",
+          "Settings line 3 not taken: Port is \"65535\"; it is no port from 1 to 65534 and "
+          "counts as 7007",
+          "Settings line 4 not taken: DefaultLCID is \"german\"; it is no number and counts as 0",
+          "Settings line 5 not taken: LocalhostOnly is \"1 ; comment\"; it is neither \"0\" nor "
+          "\"1\" and counts as \"0\""}));
+}
+
+TEST(UntakenSettings, LinesThatAreNoSetting) {
+  EXPECT_EQ(untaken("Prot=80\nPort 80\nPort=1\nPORT=2\n=x\n"),
+            (Lines{"Settings line 1 not taken: there is no setting \"Prot\"",
+                   "Settings line 2 not taken: it has no \"=\"",
+                   "Settings line 4 not taken: Port stands in line 3, which counts",
+                   "Settings line 5 not taken: there is no setting \"\""}));
+}
+
+TEST(UntakenSettings, AByteOrderMarkIsPassedOver) {
+  EXPECT_EQ(untaken("\xEF\xBB\xBFPort=80\n"), Lines());
+}
+
+TEST(UntakenSettings, WhatIsShownIsPrintableAndShort) {
+  const Lines lines = untaken(std::string(1000, '\x1b') + "=1\n");
+  ASSERT_EQ(lines.size(), 1U);
+  EXPECT_EQ(lines[0],
+            "Settings line 1 not taken: there is no setting \"" + std::string(80, '?') + "...\"");
+}
+
+}  // namespace
+
+}  // namespace quorvane
