@@ -1,5 +1,7 @@
 #include "console/form_model.h"
 
+#include <utility>
+
 namespace quorvane {
 
 void ListModel::add(std::string line) {

@@ -5,7 +5,6 @@
 
 #include "console/access_rules.h"
 #include "console/uptime_text.h"
-#include "support/paths.h"
 #include "support/text.h"
 
 namespace quorvane {

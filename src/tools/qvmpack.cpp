@@ -1,7 +1,6 @@
 #include "tools/qvmpack.h"
 
 #include <iomanip>
-#include <optional>
 #include <ostream>
 #include <string_view>
 
