@@ -1,5 +1,5 @@
-#include "../support/module_builder.h"
 #include "handling_fixture.h"
+#include "testing/module_builder.h"
 
 namespace quorvane {
 

@@ -2,8 +2,8 @@
 
 #include <random>
 
-#include "module_builder.h"
 #include "support/clsQVMod.h"
+#include "testing/module_builder.h"
 #include "testing/temporary_folder.h"
 
 namespace quorvane {

@@ -7,9 +7,9 @@
 #include <random>
 #include <sstream>
 
-#include "module_builder.h"
 #include "platform/system.h"
 #include "support/clsQVMod.h"
+#include "testing/module_builder.h"
 #include "testing/temporary_folder.h"
 #include "tools/qvmpack_folder.h"
 #include "tools/qvmpack_module.h"
