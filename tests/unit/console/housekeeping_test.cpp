@@ -29,6 +29,7 @@ TEST_F(HousekeepingTest, TimersRunWithTheServer) {
 }
 
 TEST_F(HousekeepingTest, ListsAreRefreshedOnlyInDebugMode) {
+  state.DebugMode = false;
   window.StartServer();
   output("");
   const auto listed = [this](bool debugMode) {
