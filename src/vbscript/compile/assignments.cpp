@@ -1,12 +1,14 @@
-#include <algorithm>
+#include "vbscript/compile/assignments.h"
 
-#include "vbscript/compile/compiler.h"
+#include "vbscript/compile/lowering.h"
+#include "vbscript/compile/script_compiler.h"
+#include "vbscript/values/assert.h"
 
 namespace quorvane::vbs {
 
-void RoutineCompiler::assign(const AssignStatement& statement) {
+void AssignmentLowering::assign(const AssignStatement& statement) {
   const Expression& value = *statement.value;
-  if (!statement.isSet && appendToVariable(*statement.target, value)) return;
+  if (!statement.isSet && parts_.appends.appendToVariable(*statement.target, value)) return;
   switch (statement.target->kind) {
     case ExpressionKind::Name:
       return assignName(static_cast<const NameExpression&>(*statement.target), value,
@@ -20,32 +22,17 @@ void RoutineCompiler::assign(const AssignStatement& statement) {
   }
 }
 
-void RoutineCompiler::assignName(const NameExpression& target, const Expression& value,
-                                 bool isSet) {
-  assignBound(bind(target.name), target.name, value, isSet);
-}
-
-void RoutineCompiler::assignBound(const Binding& binding, const Identifier& name,
-                                  const Expression& value, bool isSet) {
+void AssignmentLowering::assignName(const NameExpression& target, const Expression& value,
+                                    bool isSet) {
   using Kind = Binding::Kind;
-  const Temporaries temporaries(*this);
+  const Identifier& name = target.name;
+  const Binding& binding = scope_.bind(name);
+  const Temporaries temporaries(frame_);
   switch (binding.kind) {
-    case Kind::InRegister: {
-      if (!isSet) return compileTo(value, binding.index);
-      const Register source = operandAsObject(value);
-      noteOperand(value);
-      return emit(Opcode::SetVariable, binding.index, source);
-    }
-    case Kind::Global: {
-      const Register source = isSet ? operandAsObject(value) : operand(value);
-      noteOperand(value);
-      return emit(isSet ? Opcode::SetGlobal : Opcode::LetGlobal, source, binding.index);
-    }
-    case Kind::Field: {
-      const Register source = isSet ? operandAsObject(value) : operand(value);
-      noteOperand(value);
-      return emit(isSet ? Opcode::SetField : Opcode::LetField, source, binding.index, routine_.me);
-    }
+    case Kind::InRegister:
+    case Kind::Global:
+    case Kind::Field:
+      return assignVariable(binding, value, isSet);
     case Kind::Own:
       return assignOwn(*binding.own, name, {}, value, isSet);
     case Kind::HostObject:
@@ -53,59 +40,62 @@ void RoutineCompiler::assignBound(const Binding& binding, const Identifier& name
     case Kind::HostMember:
       return assignHost(binding.index, binding.member, {}, value, isSet);
     case Kind::Late: {
-      const Register source = operand(value);
-      emit(Opcode::LatePut, source, binding.index, isSet);
-      return emitWord(
-          Instruction::fromPair(script_.nameIndex(name), script_.optionExplicit() ? 1 : 0));
+      const Register source = parts_.expressions.operand(value);
+      code_.emit(Opcode::LatePut, source, binding.index, isSet);
+      return code_.emitPair(script_.nameIndex(name), script_.optionExplicit() ? 1 : 0);
     }
     default: {
-      const Register source = newTemporary();
-      compileTo(value, source);
-      emit(Opcode::Clear, source);
-      return emitThrow(ErrorCode::IllegalAssignment, name);
+      const Register source = frame_.newTemporary();
+      parts_.expressions.compileTo(value, source);
+      code_.emit(Opcode::Clear, source);
+      return code_.emitThrow(ErrorCode::IllegalAssignment, name);
     }
   }
 }
 
-void RoutineCompiler::assignMember(const MemberExpression& target, const Expression& value,
-                                   bool isSet) {
+/// A register with the value; errors of storing it name it.
+Register AssignmentLowering::valueToStore(const Expression& value, bool isSet) {
+  const Register source =
+      isSet ? parts_.objects.operandAsObject(value) : parts_.expressions.operand(value);
+  notes_.noteOperand(value);
+  return source;
+}
+
+void AssignmentLowering::assignVariable(const Binding& binding, const Expression& value,
+                                        bool isSet) {
+  if (binding.kind == Binding::Kind::InRegister) {
+    if (!isSet) return parts_.expressions.compileTo(value, binding.index);
+    const Register source = valueToStore(value, true);
+    return code_.emit(Opcode::SetVariable, binding.index, source);
+  }
+  const Register source = valueToStore(value, isSet);
+  if (binding.kind == Binding::Kind::Global) {
+    return code_.emit(isSet ? Opcode::SetGlobal : Opcode::LetGlobal, source, binding.index);
+  }
+  VBS_ASSERT(binding.kind == Binding::Kind::Field);
+  code_.emit(isSet ? Opcode::SetField : Opcode::LetField, source, binding.index, routine_.me);
+}
+
+void AssignmentLowering::assignMember(const MemberExpression& target, const Expression& value,
+                                      bool isSet) {
   if (const ClassMember* member = scope_.ownMember(target)) {
     return assignOwn(*member, target.name, {}, value, isSet);
   }
   if (const Binding* host = scope_.hostObjectOf(target)) {
     return assignHost(host->index, scope_.hostMember(*host, target.name), {}, value, isSet);
   }
-  if (!isSet && appendToMember(target, value)) return;
-  const Temporaries temporaries(*this);
+  if (!isSet && parts_.appends.appendToMember(target, value)) return;
+  const Temporaries temporaries(frame_);
   const ExpressionFacts objectFacts = target.object ? facts_.of(*target.object) : ExpressionFacts();
-  const Register source = operandBefore(value, objectFacts, kNoRegister);
-  const Register object = objectOperand(target);
-  noteObject(target);
-  emitMember(Opcode::PutMember, object, source, isSet, target.name);
+  const Register source = parts_.expressions.operandBefore(value, objectFacts);
+  const Register object = parts_.objects.objectOperand(target);
+  parts_.objects.noteObject(target);
+  code_.emitMember(Opcode::PutMember, object, source, isSet, target.name);
 }
 
-void RoutineCompiler::assignCall(const CallExpression& target, const Expression& value,
-                                 bool isSet) {
-  using Kind = Binding::Kind;
-  if (const Binding* binding = bindName(*target.callee)) {
-    const Identifier& name = static_cast<const NameExpression&>(*target.callee).name;
-    switch (binding->kind) {
-      case Kind::HostObject:
-        return assignHost(binding->index, kDefaultMember, target.arguments, value, isSet);
-      case Kind::HostMember:
-        return assignHost(binding->index, binding->member, target.arguments, value, isSet);
-      case Kind::Own:
-        return assignOwn(*binding->own, name, target.arguments, value, isSet);
-      case Kind::InRegister:
-      case Kind::Global:
-      case Kind::Field:
-      case Kind::Late:
-        return assignElement(target, value, isSet);
-      default:
-        if (binding->kind == Kind::Routine) return assignElement(target, value, isSet);
-        return emitThrow(ErrorCode::TypeMismatch, name);
-    }
-  }
+void AssignmentLowering::assignCall(const CallExpression& target, const Expression& value,
+                                    bool isSet) {
+  if (target.callee->kind == ExpressionKind::Name) return assignNameCall(target, value, isSet);
   if (target.callee->kind != ExpressionKind::Member) return assignElement(target, value, isSet);
   const auto& member = static_cast<const MemberExpression&>(*target.callee);
   if (const ClassMember* own = scope_.ownMember(member)) {
@@ -115,89 +105,120 @@ void RoutineCompiler::assignCall(const CallExpression& target, const Expression&
     return assignHost(host->index, scope_.hostMember(*host, member.name), target.arguments, value,
                       isSet);
   }
-  const Temporaries temporaries(*this);
-  const Register base = newTemporary();
-  pushObject(member, base);
-  pushArguments(target.arguments, Passing::Value, {});
-  compileTo(value, newTemporary());
-  noteObject(member);
-  emitMember(Opcode::PutMemberArguments, base, static_cast<unsigned>(target.arguments.size()),
-             isSet, member.name);
+  const Temporaries temporaries(frame_);
+  const Register base = frame_.newTemporary();
+  parts_.objects.pushObject(member, base);
+  parts_.arguments.pushArguments(target.arguments, Passing::Value);
+  parts_.expressions.compileTo(value, frame_.newTemporary());
+  parts_.objects.noteObject(member);
+  code_.emitMember(Opcode::PutMemberArguments, base, static_cast<unsigned>(target.arguments.size()),
+                   isSet, member.name);
 }
 
-void RoutineCompiler::assignElement(const CallExpression& target, const Expression& value,
-                                    bool isSet) {
-  if (!isSet && appendToElement(target, value)) return;
-  const Temporaries temporaries(*this);
-  const auto& indexes = target.arguments;
-  bool simple = !isSet && (indexes.size() == 1 || indexes.size() == 2);
-  for (const auto& index : indexes) simple = simple && index;
-  std::vector<Register> locks;
-  if (!simple) {
-    const ArrayPath path = pushPath(*target.callee);
-    const Register first = pushArguments(indexes, Passing::Value, {});
-    compileTo(value, newTemporary());
-    const Register base = placeAt(path, locks);
-    noteElement(*target.callee, indexes);
-    emit(isSet ? Opcode::SetElementObject : Opcode::SetElementMany, base, first,
-         static_cast<unsigned>(indexes.size()));
-    return releaseLocks(locks);
+/// `name(arguments) = value`
+void AssignmentLowering::assignNameCall(const CallExpression& target, const Expression& value,
+                                        bool isSet) {
+  using Kind = Binding::Kind;
+  const Identifier& name = static_cast<const NameExpression&>(*target.callee).name;
+  const Binding& binding = scope_.bind(name);
+  switch (binding.kind) {
+    case Kind::HostObject:
+      return assignHost(binding.index, kDefaultMember, target.arguments, value, isSet);
+    case Kind::HostMember:
+      return assignHost(binding.index, binding.member, target.arguments, value, isSet);
+    case Kind::Own:
+      return assignOwn(*binding.own, name, target.arguments, value, isSet);
+    case Kind::InRegister:
+    case Kind::Global:
+    case Kind::Field:
+    case Kind::Late:
+    case Kind::Routine:
+      return assignElement(target, value, isSet);
+    default:
+      return code_.emitThrow(ErrorCode::TypeMismatch, name);
   }
+}
+
+void AssignmentLowering::assignElement(const CallExpression& target, const Expression& value,
+                                       bool isSet) {
+  if (!isSet && parts_.appends.appendToElement(target, value)) return;
+  const Arguments& indexes = target.arguments;
+  const bool isMany = indexes.empty() || indexes.size() > 2 || hasOmitted(indexes);
+  if (isSet || isMany) return assignElementMany(target, value, isSet);
+  const Temporaries temporaries(frame_);
+  ExpressionLowering& expressions = parts_.expressions;
   ExpressionFacts later = facts_.of(indexes);
   if (target.callee->kind != ExpressionKind::Name) later.add(facts_.of(*target.callee));
-  const Register source = operandBefore(value, later, kNoRegister);
-  const ArrayPath path = pushPath(*target.callee);
-  const Register first = indexes.size() == 2
-                             ? operandBefore(*indexes[0], facts_.of(*indexes[1]), kNoRegister)
-                             : operand(*indexes[0]);
-  const Register second = indexes.size() == 2 ? operand(*indexes[1]) : kNoRegister;
-  const Register base = placeAt(path, locks);
-  noteElement(*target.callee, indexes);
+  const Register source = expressions.operandBefore(value, later);
+  const auto path = parts_.places.pushPath(*target.callee);
+  std::vector<Register> locks;
   if (indexes.size() == 1) {
-    emit(Opcode::SetElement, base, first, source);
+    const Register index = expressions.operand(*indexes[0]);
+    const Register base = parts_.places.placeAt(path, locks);
+    notes_.noteElement(*target.callee, indexes);
+    code_.emit(Opcode::SetElement, base, index, source);
   } else {
-    emit(Opcode::SetElement2, base, first, source);
-    emitWord(Instruction::fromPair(second, 0));
+    const Register row = expressions.operandBefore(*indexes[0], facts_.of(*indexes[1]));
+    const Register column = expressions.operand(*indexes[1]);
+    const Register base = parts_.places.placeAt(path, locks);
+    notes_.noteElement(*target.callee, indexes);
+    code_.emit(Opcode::SetElement2, base, row, source);
+    code_.emitPair(column, 0);
   }
-  releaseLocks(locks);
+  parts_.places.releaseLocks(locks);
 }
 
-void RoutineCompiler::assignHost(unsigned object, MemberId member,
-                                 const std::vector<ExpressionPtr>& arguments,
-                                 const Expression& value, bool isSet) {
-  const Temporaries temporaries(*this);
-  const Register first = pushArguments(arguments, Passing::Value, {});
-  compileTo(value, newTemporary());
-  emit(Opcode::PutHost, first, static_cast<unsigned>(arguments.size()), isSet);
-  emitWord(Instruction::fromPair(object, static_cast<std::uint32_t>(member)));
+/// With any indexes, and with Set: they are evaluated before the value.
+void AssignmentLowering::assignElementMany(const CallExpression& target, const Expression& value,
+                                           bool isSet) {
+  const Temporaries temporaries(frame_);
+  const auto path = parts_.places.pushPath(*target.callee);
+  const Register first = parts_.arguments.pushArguments(target.arguments, Passing::Value);
+  parts_.expressions.compileTo(value, frame_.newTemporary());
+  std::vector<Register> locks;
+  const Register base = parts_.places.placeAt(path, locks);
+  notes_.noteElement(*target.callee, target.arguments);
+  code_.emit(isSet ? Opcode::SetElementObject : Opcode::SetElementMany, base, first,
+             static_cast<unsigned>(target.arguments.size()));
+  parts_.places.releaseLocks(locks);
+}
+
+void AssignmentLowering::assignHost(unsigned object, MemberId member, const Arguments& arguments,
+                                    const Expression& value, bool isSet) {
+  const Temporaries temporaries(frame_);
+  const Register first = parts_.arguments.pushArguments(arguments, Passing::Value);
+  parts_.expressions.compileTo(value, frame_.newTemporary());
+  code_.emit(Opcode::PutHost, first, static_cast<unsigned>(arguments.size()), isSet);
+  code_.emitPair(object, static_cast<std::uint32_t>(member));
 }
 
 /// A property or field of the class being compiled.
-void RoutineCompiler::assignOwn(const ClassMember& member, const Identifier& name,
-                                const std::vector<ExpressionPtr>& arguments,
-                                const Expression& value, bool isSet) {
-  const Temporaries temporaries(*this);
+void AssignmentLowering::assignOwn(const ClassMember& member, const Identifier& name,
+                                   const Arguments& arguments, const Expression& value,
+                                   bool isSet) {
+  const Temporaries temporaries(frame_);
   if (member.kind == ClassMember::Kind::Field) {
     if (arguments.empty()) {
-      const Register source = isSet ? operandAsObject(value) : operand(value);
-      noteOperand(value);
-      return emit(isSet ? Opcode::SetField : Opcode::LetField, source, member.slot, routine_.me);
+      const Register source = valueToStore(value, isSet);
+      return code_.emit(isSet ? Opcode::SetField : Opcode::LetField, source, member.slot,
+                        routine_.me);
     }
-    const Register first = pushArguments(arguments, Passing::Value, {});
-    compileTo(value, newTemporary());
-    const Register base = newTemporary();
-    emit(Opcode::RefField, base, member.slot, routine_.me);
-    return emit(isSet ? Opcode::SetElementObject : Opcode::SetElementMany, base, first,
-                static_cast<unsigned>(arguments.size()));
+    const Register first = parts_.arguments.pushArguments(arguments, Passing::Value);
+    parts_.expressions.compileTo(value, frame_.newTemporary());
+    const Register base = frame_.newTemporary();
+    code_.emit(Opcode::RefField, base, member.slot, routine_.me);
+    return code_.emit(isSet ? Opcode::SetElementObject : Opcode::SetElementMany, base, first,
+                      static_cast<unsigned>(arguments.size()));
   }
   const Routine* routine = isSet ? member.set : member.let;
   if (!routine || arguments.size() + 1 != routine->parameterCount) {
-    return emitThrow(routine ? ErrorCode::WrongArgumentCount : ErrorCode::NoPropertyOrMethod, name);
+    return code_.emitThrow(routine ? ErrorCode::WrongArgumentCount : ErrorCode::NoPropertyOrMethod,
+                           name);
   }
-  const Register first = pushArguments(arguments, Passing::Value, {});
-  compileTo(value, newTemporary());
-  emitPointer(Opcode::CallOwn, kNoRegister, first, static_cast<unsigned>(arguments.size()) + 1,
-              routine);
+  const Register first = parts_.arguments.pushArguments(arguments, Passing::Value);
+  parts_.expressions.compileTo(value, frame_.newTemporary());
+  code_.emitPointer(Opcode::CallOwn, kNoRegister, first,
+                    static_cast<unsigned>(arguments.size()) + 1, routine);
 }
 
 }  // namespace quorvane::vbs

@@ -6,11 +6,11 @@
 /// disassembler and the dispatch table are made from this list.
 ///
 /// Operands a, b, c in order: r register, g global variable, f field of the class instance,
-/// k constant, i Integer written in the instruction, n count, s flag, x name, h object of the
-/// host, e error number, d register or none (the value is dropped), w distance of a jump in b
-/// and c together, - unused. After a blank comes what the following word holds: W distance of a
-/// jump, M look-up cache of a member, R routine, C class, I intrinsic function, H object of
-/// the host and member id, X name, N count, L count and lock register, r register.
+/// k constant, i Integer written in the instruction, n count (of registers from the one before it
+/// on), s flag, x name, h object of the host, e error number, d register or none, w distance of a
+/// jump in b and c together, - unused. After a blank comes what the following word holds:
+/// W distance of a jump, M look-up cache of a member, R routine, C class, I intrinsic function,
+/// H object of the host and member id, X name, N count, L count and lock register, r register.
 ///
 /// Registers hold values at all times. Registers that hold intermediate values (temporaries) are
 /// left without a counted value by whatever operation uses them.
@@ -130,10 +130,10 @@
   X(CallIntrinsicOne, "rr- I", "a = function of b")                                               \
   X(New, "r-- C", "a = new instance of a class")                                                  \
   X(NewNamed, "r-- X", "a = new instance of the class that has this name by now")                 \
-  X(LateGet, "rr- X", "a = whatever has this name by now, else variable b")                       \
+  X(LateGet, "rd- X", "a = whatever has this name by now, else variable b")                       \
   X(LateCall, "drn X", "a = what has this name by now, called with c arguments from b on")        \
-  X(LatePut, "rrs X", "What has this name by now, else variable b, = a; flag c: with Set")        \
-  X(LateRef, "rr- X", "a = reference to what has this name by now, else to variable b")           \
+  X(LatePut, "rds X", "What has this name by now, else variable b, = a; flag c: with Set")        \
+  X(LateRef, "rd- X", "a = reference to what has this name by now, else to variable b")           \
   X(Return, "", "Leaves the routine")                                                             \
   X(OnErrorResumeNext, "", "Clears Err; errors of this routine continue at the next statement")   \
   X(OnErrorGoToZero, "", "Clears Err; errors end the routine")                                    \

@@ -2,16 +2,14 @@
 
 #include <algorithm>
 
-#include "vbscript/compile/compiler.h"
+#include "vbscript/compile/failure.h"
+#include "vbscript/compile/script_compiler.h"
 #include "vbscript/compile/tree.h"
-#include "vbscript/syntax/compile_errors.h"
 #include "vbscript/values/assert.h"
 
 namespace quorvane::vbs {
 
 namespace {
-
-constexpr auto kNameRedefined = static_cast<std::int32_t>(CompileErrorCode::NameRedefined);
 
 Binding fieldBinding(const ClassMember& member) {
   Binding binding;
@@ -82,8 +80,9 @@ void RoutineScope::declareParameters(const Procedure& tree) {
   routine_.result = bindings_[tree.name.id].index;
 }
 
-/// The variables of the routine around an Execute or Eval come in as references: the registers
-/// from 0 on, in the order of `parameters`, which the machine reads.
+/// The variables of the routine around an Execute or Eval come in as
+/// references: the registers from 0 on, in the order of `parameters`, which the
+/// machine reads.
 void RoutineScope::declareOuterVariables() {
   const Routine& outer = *script_.context().outer;
   for (const Identifier* name : mentions_.names()) {
@@ -106,7 +105,8 @@ void RoutineScope::declareOuterVariables() {
 void RoutineScope::declareConstants() {
   for (const auto* constant : mentions_.constants()) {
     Binding& binding = bindings_[constant->name.id];
-    if (binding.kind != Binding::Kind::Unresolved) failCompile(kNameRedefined, constant->position);
+    if (binding.kind != Binding::Kind::Unresolved)
+      failCompile(CompileErrorCode::NameRedefined, constant->position);
     binding.kind = Binding::Kind::Constant;
     binding.constant = &constant->value;
   }

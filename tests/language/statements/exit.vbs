@@ -55,3 +55,34 @@ Sub S
 End Sub
 S                              '> gone
 Echo "after"                   '> after
+
+'=== a block that is left with its loop gives its object up
+Class Loud
+  Private Sub Class_Terminate : Echo "gone" : End Sub
+End Class
+Dim i
+For i = 1 To 3
+  With New Loud
+    Exit For
+  End With
+Next
+'> gone
+Echo "after For"               '> after For
+Sub Walk(list)
+  Dim item
+  For Each item In list
+    With New Loud : Exit For : End With
+  Next
+  Echo "after For Each"
+End Sub
+Walk Array(1, 2)
+'> gone
+'> after For Each
+For i = 1 To 1
+  Do
+    With New Loud : Exit Do : End With
+  Loop
+  Echo "after Do"
+Next
+'> gone
+'> after Do

@@ -155,6 +155,55 @@ TEST(Bytecode, TextThatACallMayChangeIsReadBeforeIt) {
             "Halt\n");
 }
 
+TEST(Bytecode, VariablesAreCopiedOnlyWhereCodeMayChangeThem) {
+  const std::string classes = "\nClass K : End Class";
+  EXPECT_EQ(code("x = v + Len(s)"),
+            "CallIntrinsicOne t0 r2 Len\n"
+            "Add r0 r1 t0\n"
+            "Halt\n");
+  EXPECT_EQ(code("x = v + Len(s)" + classes),
+            "Copy t0 r1\n"
+            "CallIntrinsicOne t1 r2 Len\n"
+            "Add r0 t0 t1\n"
+            "Halt\n");
+  EXPECT_EQ(code("x = v + Len(\"text\" & 1) * 2" + classes).find("Copy"), std::string::npos);
+  EXPECT_EQ(code("x = v + w" + classes),
+            "Add r0 r1 r2\n"
+            "Halt\n");
+  EXPECT_EQ(code("Sub S(ByVal p) : Dim v : x = v + Len(p) + p * -v : End Sub" + classes, "S")
+                .find("Copy"),
+            std::string::npos);
+  EXPECT_EQ(code("Sub S(p) : x = p * Len(p) : End Sub" + classes, "S"),
+            "Copy t0 r0\n"
+            "CallIntrinsicOne t1 r0 Len\n"
+            "Multiply r1 t0 t1\n"
+            "Return\n");
+}
+
+TEST(Bytecode, PartsOfATextAreMadePlainOnlyBeforeWhatMayDependOnIt) {
+  const std::string classes = "\nClass K : End Class";
+  EXPECT_EQ(code("x = a & b & c" + classes),
+            "RefVariable t0 r1\n"
+            "RefVariable t1 r2\n"
+            "RefVariable t2 r3\n"
+            "ConcatenateMany r0 t0 3\n"
+            "Halt\n");
+  EXPECT_EQ(code("x = \"x\" & a & Len(c)" + classes),
+            "LoadConstant t0 \"x\"\n"
+            "Plain t1 r1\n"
+            "CallIntrinsicOne t2 r2 Len\n"
+            "ConcatenateMany r0 t0 3\n"
+            "Halt\n");
+  EXPECT_EQ(code("x = \"x\" & a & Len(c)").find("Plain"), std::string::npos);
+  EXPECT_EQ(code("s = s & \"x\" & a" + classes),
+            "LoadConstant t1 \"x\"\n"
+            "Plain t0 r0\n"
+            "RefVariable t2 r1\n"
+            "Concatenate t1 t1 t2\n"
+            "AppendSaved r0 t0 t1\n"
+            "Halt\n");
+}
+
 TEST(Bytecode, ArgumentsAreMadeInTheCalleesRegisters) {
   EXPECT_EQ(code("Function Fib(n)\nIf n < 2 Then Fib = n Else Fib = Fib(n - 1) + Fib(n - 2)\n"
                  "End Function",

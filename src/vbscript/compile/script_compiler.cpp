@@ -1,20 +1,19 @@
+#include "vbscript/compile/script_compiler.h"
+
 #include <algorithm>
 
-#include "vbscript/compile/compiler.h"
-#include "vbscript/syntax/compile_errors.h"
+#include "vbscript/compile/failure.h"
+#include "vbscript/compile/routine_compiler.h"
 #include "vbscript/syntax/name_table.h"
 
 namespace quorvane::vbs {
 
-void failCompile(std::int32_t number, SourcePosition position) {
-  throw CompileError{number, std::string(compileErrorText(static_cast<CompileErrorCode>(number))),
+void failCompile(CompileErrorCode code, SourcePosition position) {
+  throw CompileError{static_cast<std::int32_t>(code), std::string(compileErrorText(code)),
                      position};
 }
 
 namespace {
-
-constexpr auto kOutOfMemory = static_cast<std::int32_t>(CompileErrorCode::OutOfMemory);
-constexpr auto kNameRedefined = static_cast<std::int32_t>(CompileErrorCode::NameRedefined);
 
 struct ScopeFunctionName {
   std::string_view lower;
@@ -27,27 +26,13 @@ constexpr ScopeFunctionName kScopeFunctions[] = {
     {"getref", ScopeFunction::GetRef},
 };
 
-/// Wide: a parameter whose variable code can reach by other ways must not be a copy.
+/// Wide: a parameter whose variable code can reach by other ways must not be a
+/// copy.
 bool isWritten(std::uint8_t flags) {
   return (flags & (Mentions::kAssigned | Mentions::kReDimmed)) != 0;
 }
 
 }  // namespace
-
-void GlobalNames::add(const Program& program) {
-  if (!first_) {
-    first_ = &program;
-  } else {
-    for (const auto& [name, symbol] : program.globals) later_[name] = &symbol;
-  }
-}
-
-const GlobalSymbol* GlobalNames::find(std::string_view lower) const {
-  if (const auto found = later_.find(lower); found != later_.end()) return found->second;
-  if (!first_) return nullptr;
-  const auto found = first_->globals.find(lower);
-  return found == first_->globals.end() ? nullptr : &found->second;
-}
 
 ScriptCompiler::ScriptCompiler(Program& program, const CompileContext& context,
                                const NameTable& names)
@@ -126,7 +111,7 @@ void ScriptCompiler::declareRoutines(const Script& script) {
     GlobalSymbol symbol;
     symbol.kind = GlobalSymbol::Kind::Class;
     symbol.scriptClass = &addClass(tree);
-    if (knownSymbol(tree.name.lower)) failCompile(kNameRedefined, tree.position);
+    if (knownSymbol(tree.name.lower)) failCompile(CompileErrorCode::NameRedefined, tree.position);
     declare(tree.name, std::move(symbol));
   }
 }
@@ -162,7 +147,8 @@ ScriptClass& ScriptCompiler::addClass(const ClassDeclaration& tree) {
 
 void ScriptCompiler::addFields(ScriptClass& scriptClass, const ClassDeclaration& tree) {
   for (const auto& field : tree.fields) {
-    if (scriptClass.fieldCount == kNoRegister) failCompile(kOutOfMemory, field.position);
+    if (scriptClass.fieldCount == kNoRegister)
+      failCompile(CompileErrorCode::OutOfMemory, field.position);
     ClassMember& member = scriptClass.members.emplace_back();
     member.lower = field.name.lower;
     member.isPrivate = field.isPrivate;
@@ -214,7 +200,7 @@ void ScriptCompiler::addClassProcedure(ScriptClass& scriptClass, const Procedure
 }
 
 std::uint16_t ScriptCompiler::newSlot(SourcePosition position) {
-  if (program_.globalsEnd >= kMaxGlobals) failCompile(kOutOfMemory, position);
+  if (program_.globalsEnd >= kMaxGlobals) failCompile(CompileErrorCode::OutOfMemory, position);
   return program_.globalsEnd++;
 }
 
@@ -224,16 +210,18 @@ void ScriptCompiler::declareVariables(const Mentions& mentions) {
     GlobalSymbol symbol;
     symbol.kind = GlobalSymbol::Kind::Constant;
     symbol.constant = constant->value;
-    if (knownSymbol(constant->name.lower)) failCompile(kNameRedefined, constant->position);
+    if (knownSymbol(constant->name.lower))
+      failCompile(CompileErrorCode::NameRedefined, constant->position);
     declare(constant->name, std::move(symbol));
   }
   for (const auto* variable : mentions.declarations()) {
     const std::string_view lower = variable->name.lower;
-    if (program_.globals.contains(lower)) failCompile(kNameRedefined, variable->position);
+    if (program_.globals.contains(lower))
+      failCompile(CompileErrorCode::NameRedefined, variable->position);
     const GlobalSymbol* known = knownSymbol(lower);
     if (known && known->kind == GlobalSymbol::Kind::Variable) continue;
     if (known && known->kind != GlobalSymbol::Kind::Routine) {
-      failCompile(kNameRedefined, variable->position);
+      failCompile(CompileErrorCode::NameRedefined, variable->position);
     }
     GlobalSymbol symbol;
     symbol.slot = newSlot(variable->position);
@@ -375,7 +363,8 @@ bool ScriptCompiler::parameterIsReadOnly(const Identifier& callee, std::size_t p
          parameters[position].byValue;
 }
 
-/// Finds the parameters of one routine that it passes on to something that may write to them.
+/// Finds the parameters of one routine that it passes on to something that may
+/// write to them.
 bool ScriptCompiler::removeWrittenThrough(PendingRoutine& pending) {
   bool changed = false;
   for (const auto& passing : pending.mentions.passings()) {

@@ -1,0 +1,168 @@
+#include "vbscript/compile/code_writer.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "vbscript/compile/script_compiler.h"
+#include "vbscript/values/assert.h"
+
+namespace quorvane::vbs {
+
+namespace {
+
+constexpr std::string_view kOperands[] = {
+#define VBS_OPCODE_OPERANDS(name, operands, meaning) operands,
+    VBS_OPCODES(VBS_OPCODE_OPERANDS)
+#undef VBS_OPCODE_OPERANDS
+};
+
+bool isWide(Opcode op) {
+  return op == Opcode::Jump || op == Opcode::JumpIf || op == Opcode::JumpUnless;
+}
+
+}  // namespace
+
+// ---- Operations ----
+
+void CodeWriter::emit(Opcode op, unsigned a, unsigned b, unsigned c) {
+  VBS_ASSERT(a <= UINT16_MAX && b <= UINT16_MAX && c <= UINT16_MAX);
+  Instruction code;
+  code.op = op;
+  code.a = static_cast<std::uint16_t>(a);
+  code.b = static_cast<std::uint16_t>(b);
+  code.c = static_cast<std::uint16_t>(c);
+  code.temporaries = static_cast<std::uint8_t>((routine_.isTemporary(code.a) ? 1 : 0) |
+                                               (routine_.isTemporary(code.b) ? 2 : 0) |
+                                               (routine_.isTemporary(code.c) ? 4 : 0));
+  VBS_ASSERT(areValid(code));
+  routine_.code.push_back(code);
+}
+
+/// Whether the operands are of the kinds that the operation has. A register before a count is the
+/// first of so many.
+bool CodeWriter::areValid(const Instruction& code) const {
+  const std::string_view kinds = kOperands[static_cast<unsigned>(code.op)];
+  const std::array<std::uint16_t, 3> operands = {code.a, code.b, code.c};
+  for (std::size_t i = 0; i < operands.size() && i < kinds.size() && kinds[i] != ' '; ++i) {
+    const std::uint16_t operand = operands[i];
+    const bool isCounted = kinds.substr(i + 1, 1) == "n";
+    const unsigned count = isCounted ? operands[i + 1] : 1;
+    const bool isRegister = operand + count <= routine_.registerCount;
+    if (kinds[i] == 'r' && !isRegister) return false;
+    if (kinds[i] == 'd' && !isRegister && operand != kNoRegister) return false;
+    if (kinds[i] == 'g' && operand >= kMaxGlobals) return false;
+    if (kinds[i] == 'k' && operand >= routine_.constants.size()) return false;
+  }
+  return true;
+}
+
+void CodeWriter::emitPair(std::uint32_t low, std::uint32_t high) {
+  routine_.code.push_back(Instruction::fromPair(low, high));
+}
+
+void CodeWriter::emitName(Opcode op, unsigned a, unsigned b, unsigned c, const Identifier& name) {
+  emit(op, a, b, c);
+  emitPair(script_.nameIndex(name), 0);
+}
+
+void CodeWriter::emitMember(Opcode op, unsigned a, unsigned b, unsigned c, const Identifier& name) {
+  MemberCache& cache = routine_.caches.emplace_back();
+  cache.name = script_.nameIndex(name);
+  emitPointer(op, a, b, c, &cache);
+}
+
+void CodeWriter::emitPointer(Opcode op, unsigned a, unsigned b, unsigned c, const void* pointer) {
+  VBS_ASSERT(pointer != nullptr);
+  emit(op, a, b, c);
+  routine_.code.push_back(Instruction::fromPointer(pointer));
+}
+
+void CodeWriter::emitThrow(ErrorCode code, const Identifier& name) {
+  emitName(Opcode::Throw, static_cast<unsigned>(code), 0, 0, name);
+}
+
+void CodeWriter::finish(Opcode last) {
+  emit(last);
+  VBS_ASSERT(waitingJumps_ == 0);
+}
+
+// ---- Jumps ----
+
+void CodeWriter::emitWideJump(Opcode op, unsigned a, Label& label) {
+  VBS_ASSERT(isWide(op));
+  const std::uint32_t at = position();
+  emit(op, a);
+  noteJump(at, label);
+}
+
+void CodeWriter::emitFarJump(Opcode op, unsigned a, unsigned b, unsigned c, Label& label) {
+  VBS_ASSERT(!isWide(op));
+  const std::uint32_t at = position();
+  emit(op, a, b, c);
+  emitPair(0, 0);
+  noteJump(at, label);
+}
+
+void CodeWriter::noteJump(std::uint32_t at, Label& label) {
+  if (label.isPlaced()) return patch(at, label.target_);
+  label.jumps_.push_back(at);
+  ++waitingJumps_;
+}
+
+void CodeWriter::place(Label& label) {
+  VBS_ASSERT(!label.isPlaced());
+  label.target_ = position();
+  for (const std::uint32_t at : label.jumps_) patch(at, label.target_);
+  waitingJumps_ -= label.jumps_.size();
+  label.jumps_.clear();
+}
+
+void CodeWriter::patch(std::uint32_t at, std::uint32_t target) {
+  VBS_ASSERT(at < position() && target <= position());
+  Instruction& jump = routine_.code[at];
+  const std::uint32_t distance = target - at;
+  if (isWide(jump.op)) {
+    jump.b = static_cast<std::uint16_t>(distance);
+    jump.c = static_cast<std::uint16_t>(distance >> 16);
+  } else {
+    routine_.code[at + 1] = Instruction::fromPair(distance, 0);
+  }
+}
+
+// ---- Constants ----
+
+std::uint32_t CodeWriter::constantIndex(const Value& value) {
+  auto& constants = routine_.constants;
+  // Only a short look back: most repetition is close by, and long scripts stay
+  // cheap to compile.
+  const std::size_t first = constants.size() > 16 ? constants.size() - 16 : 0;
+  for (std::size_t i = constants.size(); i-- > first;) {
+    const Value& known = constants[i];
+    if (known.type() != value.type()) continue;
+    const bool same = value.isString() ? known.stringRep() == value.stringRep() ||
+                                             known.asString() == value.asString()
+                      : value.isObject() ? known.asObject() == value.asObject()
+                                         : known.asCurrency() == value.asCurrency();
+    if (same && !value.isArray()) return static_cast<std::uint32_t>(i);
+  }
+  constants.push_back(value);
+  return static_cast<std::uint32_t>(constants.size() - 1);
+}
+
+std::optional<std::uint16_t> CodeWriter::nearConstant(const Value& value) {
+  const std::uint32_t index = constantIndex(value);
+  if (index > UINT16_MAX) return std::nullopt;
+  return static_cast<std::uint16_t>(index);
+}
+
+void CodeWriter::loadConstant(Register target, const Value& value) {
+  if (value.is(Type::Integer)) {
+    return emit(Opcode::LoadInteger, target, static_cast<std::uint16_t>(value.asInt()));
+  }
+  const std::uint32_t index = constantIndex(value);
+  if (index <= UINT16_MAX) return emit(Opcode::LoadConstant, target, index);
+  emit(Opcode::LoadFarConstant, target, index & 0xFFFF, index >> 16);
+}
+
+}  // namespace quorvane::vbs

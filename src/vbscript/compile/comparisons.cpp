@@ -1,0 +1,134 @@
+#include "vbscript/compile/comparisons.h"
+
+#include "vbscript/compile/lowering.h"
+#include "vbscript/compile/script_compiler.h"
+#include "vbscript/values/assert.h"
+
+namespace quorvane::vbs {
+
+namespace {
+
+/// The comparison with its sides exchanged.
+BinaryOperator mirrored(BinaryOperator operation) {
+  switch (operation) {
+    case BinaryOperator::Less:
+      return BinaryOperator::Greater;
+    case BinaryOperator::LessOrEqual:
+      return BinaryOperator::GreaterOrEqual;
+    case BinaryOperator::Greater:
+      return BinaryOperator::Less;
+    case BinaryOperator::GreaterOrEqual:
+      return BinaryOperator::LessOrEqual;
+    default:
+      return operation;
+  }
+}
+
+/// How the machine spells a comparison.
+struct Comparison {
+  Opcode registers;
+  Opcode constant;
+  Opcode jumpRegisters;
+  Opcode jumpConstant;
+};
+
+Comparison comparisonOf(BinaryOperator operation) {
+  switch (operation) {
+    case BinaryOperator::NotEqual:
+      return {Opcode::NotEqual, Opcode::NotEqualConstant, Opcode::JumpNotEqual,
+              Opcode::JumpNotEqualConstant};
+    case BinaryOperator::Less:
+      return {Opcode::Less, Opcode::LessConstant, Opcode::JumpLess, Opcode::JumpLessConstant};
+    case BinaryOperator::LessOrEqual:
+      return {Opcode::LessOrEqual, Opcode::LessOrEqualConstant, Opcode::JumpLessOrEqual,
+              Opcode::JumpLessOrEqualConstant};
+    case BinaryOperator::Greater:
+      return {Opcode::Greater, Opcode::GreaterConstant, Opcode::JumpGreater,
+              Opcode::JumpGreaterConstant};
+    case BinaryOperator::GreaterOrEqual:
+      return {Opcode::GreaterOrEqual, Opcode::GreaterOrEqualConstant, Opcode::JumpGreaterOrEqual,
+              Opcode::JumpGreaterOrEqualConstant};
+    default:
+      return {Opcode::Equal, Opcode::EqualConstant, Opcode::JumpEqual, Opcode::JumpEqualConstant};
+  }
+}
+
+}  // namespace
+
+bool ComparisonLowering::isComparison(const Expression& expression) {
+  if (expression.kind != ExpressionKind::Binary) return false;
+  const BinaryOperator operation = static_cast<const BinaryExpression&>(expression).operation;
+  return operation >= BinaryOperator::Equal && operation <= BinaryOperator::GreaterOrEqual;
+}
+
+ComparisonLowering::Sides ComparisonLowering::pushSides(const BinaryExpression& binary,
+                                                        Register scratch) {
+  const Expression* left = binary.left.get();
+  const Expression* right = binary.right.get();
+  BinaryOperator operation = binary.operation;
+  if (scope_.literal(*left) && !scope_.literal(*right)) {
+    std::swap(left, right);
+    operation = mirrored(operation);
+  }
+  const Register l = parts_.expressions.operandBefore(*left, facts_.of(*right), scratch);
+  if (const Value* constant = scope_.literal(*right)) {
+    if (const auto near = code_.nearConstant(*constant)) return {operation, l, *near, true};
+    const Register r = frame_.newTemporary();
+    code_.loadConstant(r, *constant);
+    return {operation, l, r, false};
+  }
+  const Register r = parts_.expressions.operand(*right, l == scratch ? kNoRegister : scratch);
+  return {operation, l, r, false};
+}
+
+void ComparisonLowering::compileComparison(const BinaryExpression& binary, Register target) {
+  const Temporaries temporaries(frame_);
+  const Sides sides = pushSides(binary, target);
+  const Comparison comparison = comparisonOf(sides.operation);
+  code_.emit(sides.isConstant ? comparison.constant : comparison.registers, target, sides.left,
+             sides.right);
+}
+
+void ComparisonLowering::jumpOn(const Expression& condition, bool when, Label& label) {
+  constexpr unsigned kNullHolds = 2;
+  const Temporaries temporaries(frame_);
+  const Expression& outer = unwrapped(condition);
+  if (isComparison(outer)) {
+    return jumpOnComparison(static_cast<const BinaryExpression&>(outer), when ? 1 : 0, label);
+  }
+  if (outer.kind == ExpressionKind::Unary) {
+    const auto& unary = static_cast<const UnaryExpression&>(outer);
+    const Expression& inner = unwrapped(*unary.operand);
+    if (unary.operation == UnaryOperator::Not && isComparison(inner)) {
+      // Not of a comparison turns the jump round. Not of Null is Null and stays
+      // untrue.
+      const unsigned flags = (when ? 0 : 1) | kNullHolds;
+      return jumpOnComparison(static_cast<const BinaryExpression&>(inner), flags, label);
+    }
+  }
+  const Register value = parts_.expressions.operand(outer);
+  code_.emitWideJump(when ? Opcode::JumpIf : Opcode::JumpUnless, value, label);
+}
+
+/// `flags` as the machine has them: 1, jumps when it holds; 2, Null holds.
+void ComparisonLowering::jumpOnComparison(const BinaryExpression& binary, unsigned flags,
+                                          Label& label) {
+  const Sides sides = pushSides(binary, kNoRegister);
+  const Comparison comparison = comparisonOf(sides.operation);
+  code_.emitFarJump(sides.isConstant ? comparison.jumpConstant : comparison.jumpRegisters,
+                    sides.left, sides.right, flags, label);
+}
+
+void ComparisonLowering::jumpOnCase(Register subject, const Expression& value, Label& body) {
+  const Temporaries temporaries(frame_);
+  constexpr unsigned kWhenTrue = 1;
+  if (const Value* constant = scope_.literal(value)) {
+    if (const auto near = code_.nearConstant(*constant)) {
+      return code_.emitFarJump(Opcode::JumpEqualConstant, subject, *near, kWhenTrue, body);
+    }
+  }
+  const Register r = parts_.expressions.operand(value);
+  code_.emitFarJump(Opcode::JumpEqual, subject, r, kWhenTrue, body);
+}
+
+}  // namespace quorvane::vbs

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "vbscript/compile/lowering_part.h"
+
+namespace quorvane::vbs {
+
+/// Lowers comparisons and conditions: a comparison that decides about a jump is
+/// one operation with it.
+class ComparisonLowering : LoweringPart {
+ public:
+  explicit ComparisonLowering(Lowering& parts) : LoweringPart(parts) {}
+
+  static bool isComparison(const Expression& expression);
+  void compileComparison(const BinaryExpression& binary, Register target);
+  /// Jumps to `label` when the truth of `condition` is `when`.
+  void jumpOn(const Expression& condition, bool when, Label& label);
+  /// Jumps to `body` when the value equals the subject of a Select.
+  void jumpOnCase(Register subject, const Expression& value, Label& body);
+
+ private:
+  void jumpOnComparison(const BinaryExpression& binary, unsigned flags, Label& label);
+  /// A comparison's sides in registers, or the right one among the constants.
+  struct Sides {
+    BinaryOperator operation;
+    Register left;
+    std::uint16_t right;
+    bool isConstant;
+  };
+  Sides pushSides(const BinaryExpression& binary, Register scratch);
+};
+
+}  // namespace quorvane::vbs
