@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <deque>
 #include <map>
+#include <memory>
+#include <optional>
 #include <set>
 #include <utility>
 #include <vector>
@@ -11,9 +13,37 @@
 
 namespace quorvane {
 
-/// An event loop whose network a test plays by hand: it connects, delivers bytes, takes what was
-/// sent and lets timers tick. Events run within the call that causes them.
 class FakeEventLoop;
+
+/// True for as long as it lives, also when an event ends by an exception.
+class FlagRaised {
+ public:
+  explicit FlagRaised(bool& flag) : flag_(flag) { flag_ = true; }
+  FlagRaised(const FlagRaised&) = delete;
+  FlagRaised& operator=(const FlagRaised&) = delete;
+  ~FlagRaised() { flag_ = false; }
+
+ private:
+  bool& flag_;
+};
+
+/// Ports of one kind, each for one socket.
+class FakePorts {
+ public:
+  /// The port, or any free one for 0; nothing when it is taken.
+  std::optional<std::uint16_t> take(std::uint16_t port) {
+    if (port == 0) {
+      do port = nextFree_++;
+      while (used_.contains(port));
+    }
+    return used_.insert(port).second ? std::optional(port) : std::nullopt;
+  }
+  void release(std::uint16_t port) { used_.erase(port); }
+
+ private:
+  std::set<std::uint16_t> used_;
+  std::uint16_t nextFree_ = 49152;
+};
 
 class FakeRequest final : public ConnectionRequest {
  public:
@@ -39,8 +69,9 @@ class FakeSocket final : public TcpSocket {
   // What the server does.
   SocketState state() const override { return state_; }
   bool accept(ConnectionRequest& request) override {
-    if (state_ != SocketState::Closed || acceptFails) return false;
-    static_cast<FakeRequest&>(request).taken = this;
+    auto& waiting = static_cast<FakeRequest&>(request);
+    if (state_ != SocketState::Closed || waiting.taken || acceptFails) return false;
+    waiting.taken = this;
     ip_ = request.remoteHostIP();
     port_ = request.remotePort();
     state_ = SocketState::Connected;
@@ -63,7 +94,7 @@ class FakeSocket final : public TcpSocket {
   std::uint16_t remotePort() const override { return port_; }
 
   // What the client and the network do.
-  void arrive(std::string_view data) { events_.dataArrival(index, data); }
+  inline void arrive(std::string_view data);
   void completeSend() { events_.sendComplete(index); }
   void peerClose() {
     state_ = SocketState::PeerClosing;
@@ -103,10 +134,13 @@ class FakeSocket final : public TcpSocket {
 class FakeListener final : public TcpListener {
  public:
   FakeListener(FakeEventLoop& loop, TcpListenerEvents& events) : loop_(loop), events_(events) {}
+  FakeListener(const FakeListener&) = delete;
+  FakeListener& operator=(const FakeListener&) = delete;
+  ~FakeListener() override { FakeListener::close(); }
   SocketState state() const override { return state_; }
   std::uint16_t localPort() const override { return port_; }
   inline bool listen(std::uint16_t port) override;
-  void close() override { state_ = SocketState::Closed; }
+  inline void close() override;
 
   void become(SocketState state) { state_ = state; }
   void fail() {
@@ -128,25 +162,29 @@ class FakeListener final : public TcpListener {
   TcpListenerEvents& events_;
   SocketState state_ = SocketState::Closed;
   std::uint16_t port_ = 0;
+  bool bound_ = false;
 };
 
 class FakeUdpSocket final : public UdpSocket {
  public:
-  explicit FakeUdpSocket(UdpSocketEvents& events) : events_(events) {}
-  bool bind(std::uint16_t port) override {
-    port_ = port;
-    ++binds;
-    return open_ = !bindFails;
-  }
-  void close() override { open_ = false; }
-  bool isOpen() const override { return open_; }
-  std::uint16_t localPort() const override { return port_; }
+  FakeUdpSocket(FakeEventLoop& loop, UdpSocketEvents& events) : loop_(loop), events_(events) {}
+  FakeUdpSocket(const FakeUdpSocket&) = delete;
+  FakeUdpSocket& operator=(const FakeUdpSocket&) = delete;
+  ~FakeUdpSocket() override { FakeUdpSocket::close(); }
+  inline bool bind(std::uint16_t port) override;
+  inline void close() override;
+  bool isOpen() const override { return port_.has_value(); }
+  std::uint16_t localPort() const override { return port_.value_or(0); }
   void reply(std::string_view text) override {
-    if (open_) replies.emplace_back(text);
+    if (*answering_) replies.emplace_back(text);
   }
 
   void deliver(std::string_view text, bool fromThisMachine = true) {
-    if (open_) events_.datagramArrival(*this, {text, "127.0.0.1", 40000, fromThisMachine});
+    if (!port_) return;
+    const auto answering = answering_;  // the socket may go meanwhile
+    *answering = true;
+    events_.datagramArrival(*this, {text, "127.0.0.1", 40000, fromThisMachine});
+    *answering = false;
   }
   void fail() { events_.udpError(); }
 
@@ -155,9 +193,10 @@ class FakeUdpSocket final : public UdpSocket {
   bool bindFails = false;
 
  private:
+  FakeEventLoop& loop_;
   UdpSocketEvents& events_;
-  std::uint16_t port_ = 0;
-  bool open_ = false;
+  std::optional<std::uint16_t> port_;
+  std::shared_ptr<bool> answering_ = std::make_shared<bool>(false);
 };
 
 class FakeTimer final : public Timer {
@@ -171,7 +210,9 @@ class FakeTimer final : public Timer {
   void stop() override { enabled_ = false; }
   bool enabled() const override { return enabled_; }
   void tick() {
-    if (enabled_) tick_();
+    if (!enabled_) return;
+    const auto tick = tick_;  // which may destroy its timer
+    tick();
   }
 
   const std::chrono::milliseconds interval;
@@ -182,11 +223,15 @@ class FakeTimer final : public Timer {
   bool enabled_ = false;
 };
 
+/// An event loop whose network a test plays by hand: it connects, delivers bytes, takes what was
+/// sent and lets timers tick. Events run within the call that causes them.
 class FakeEventLoop final : public EventLoop {
  public:
+  /// Returns when nothing is left to run, too, as nothing more would come.
   void run() override {
     ++runs;
-    runPosted();
+    stopped = false;
+    while (!stopped && runOne()) continue;
   }
   void stop() override { stopped = true; }
   void post(std::function<void()> task) override { posted_.push_back(std::move(task)); }
@@ -194,8 +239,11 @@ class FakeEventLoop final : public EventLoop {
   void runPending(std::chrono::milliseconds atMost, const std::function<bool()>& done) override {
     ++pendingRuns;
     longestPending = std::max(longestPending, atMost);
-    if (done && done()) return;
-    runPosted();
+    if (inDataArrival || nested_) return;
+    const FlagRaised nested(nested_);
+    bool over = done && done();
+    while (!over && !stopped && runOne()) over = done && done();
+    if (over) return;
     if (duringPending) std::exchange(duringPending, nullptr)();
     if (done) done();
   }
@@ -211,7 +259,7 @@ class FakeEventLoop final : public EventLoop {
     return made;
   }
   std::unique_ptr<UdpSocket> makeUdpSocket(UdpSocketEvents& events) override {
-    auto made = std::make_unique<FakeUdpSocket>(events);
+    auto made = std::make_unique<FakeUdpSocket>(*this, events);
     udp = made.get();
     return made;
   }
@@ -225,7 +273,7 @@ class FakeEventLoop final : public EventLoop {
   void onNotice(std::function<void(Notice)> told) override { notice = std::move(told); }
 
   void runPosted() {
-    for (; !posted_.empty(); posted_.pop_front()) posted_.front()();
+    while (runOne()) continue;
   }
   FakeTimer* timer(std::chrono::milliseconds interval) {
     const auto it = std::find_if(timers.begin(), timers.end(),
@@ -245,9 +293,21 @@ class FakeEventLoop final : public EventLoop {
   int pendingRuns = 0;
   int runs = 0;
   bool stopped = false;
+  bool inDataArrival = false;
+  FakePorts tcpPorts;
+  FakePorts udpPorts;
 
  private:
+  bool runOne() {
+    if (posted_.empty()) return false;
+    const auto task = std::move(posted_.front());
+    posted_.pop_front();
+    task();
+    return true;
+  }
+
   std::deque<std::function<void()>> posted_;
+  bool nested_ = false;
 };
 
 inline FakeSocket::~FakeSocket() {
@@ -258,12 +318,38 @@ inline FakeTimer::~FakeTimer() {
   std::erase(loop_.timers, this);
 }
 
+inline void FakeSocket::arrive(std::string_view data) {
+  const FlagRaised within(loop_.inDataArrival);
+  events_.dataArrival(index, data);
+}
+
 inline bool FakeListener::listen(std::uint16_t port) {
+  close();
   ++listens;
-  const bool isFree = !loop_.takenPorts.contains(port);
-  state_ = isFree ? SocketState::Listening : SocketState::Closed;
-  if (isFree) port_ = port;
-  return isFree;
+  const auto taken = loop_.takenPorts.contains(port) ? std::nullopt : loop_.tcpPorts.take(port);
+  if (!taken) return false;
+  port_ = *taken;
+  bound_ = true;
+  state_ = SocketState::Listening;
+  return true;
+}
+
+inline void FakeListener::close() {
+  if (std::exchange(bound_, false)) loop_.tcpPorts.release(port_);
+  state_ = SocketState::Closed;
+}
+
+inline bool FakeUdpSocket::bind(std::uint16_t port) {
+  close();
+  ++binds;
+  if (!bindFails) port_ = loop_.udpPorts.take(port);
+  return isOpen();
+}
+
+inline void FakeUdpSocket::close() {
+  *answering_ = false;
+  if (port_) loop_.udpPorts.release(*port_);
+  port_.reset();
 }
 
 }  // namespace quorvane

@@ -1,61 +1,77 @@
 #pragma once
 
-#include <algorithm>
 #include <cstring>
 #include <map>
 #include <set>
 #include <string>
 #include <utility>
 
+#include "platform/fold_case.h"
 #include "support/files.h"
+#include "support/paths.h"
+#include "support/text.h"
 
 namespace quorvane {
 
-/// A file system in memory, for tests. Paths use "/". Folders come to be with the first file in
-/// them or by makeFolder. A change of content changes identity and time of change.
+/// A file system in memory, for tests. Paths use "/" or the system's separator and start at a root
+/// that is there from the beginning. A change of content changes identity and time of change.
 class MemoryFiles final : public Files {
  public:
   TimePoint stamp{};            ///< given to what is written from now on
   std::set<std::string> inUse;  ///< can't be removed, as open files can't on some systems
 
+  /// Writes a file wherever it stands, with the folders above it.
   void put(const std::string& path, std::string bytes) {
-    entries_[path] = {std::make_shared<const std::string>(std::move(bytes)), stamp,
-                      ++lastIdentity_};
+    const std::string name = plain(path);
+    addFolder(folderOf(name));
+    store(name, std::move(bytes));
+  }
+
+  /// Makes a folder wherever it stands, with those above it.
+  void addFolder(const std::string& path) {
+    for (std::string folder = plain(path); !isFolder(folder); folder = folderOf(folder)) {
+      folders_[folder] = {0, stamp, ++lastIdentity_, true};
+    }
   }
 
   std::optional<FileInfo> stat(const std::string& path) const override {
-    if (const auto it = entries_.find(path); it != entries_.end()) return infoOf(it->second);
-    if (isFolder(path)) return FileInfo{0, stamp, 0, true};
-    return std::nullopt;
+    const std::string name = plain(path);
+    if (name.empty()) return FileInfo{0, {}, 0, true};
+    if (const auto it = folders_.find(name); it != folders_.end()) return it->second;
+    const auto it = files_.find(name);
+    if (it == files_.end() || isSeparator(path.back())) return std::nullopt;
+    return it->second.info;
   }
 
-  std::optional<std::string> find(const RootedPath& rooted) const override {
-    const std::string& wanted = rooted.text();
-    if (stat(wanted)) return wanted;
-    for (const auto& [path, entry] : entries_) {
-      if (!path.starts_with(rooted.root()) || path.size() < wanted.size()) continue;
-      const std::string head = path.substr(0, wanted.size());
-      const bool whole = path.size() == wanted.size() || path[wanted.size()] == '/';
-      if (whole && sameLetters(head, wanted)) return head;
+  std::optional<std::string> find(const RootedPath& wanted) const override {
+    if (stat(wanted.text())) return wanted.text();
+    std::string path(wanted.root());
+    const std::string below = plain(std::string(wanted.relative()));
+    for (const std::string_view part : split(below, '/')) {
+      if (part.empty()) continue;
+      if (!isSeparator(path.back())) path += paths::kSeparator;
+      const auto name = nameIn(path, part);
+      if (!name) return std::nullopt;
+      path += *name;
     }
-    return std::nullopt;
+    return stat(path) ? std::optional(path) : std::nullopt;
   }
 
   std::shared_ptr<const OpenFile> open(const std::string& path) const override {
-    const auto it = entries_.find(path);
-    if (it == entries_.end()) return nullptr;
-    return std::make_shared<Opened>(it->second.bytes, infoOf(it->second));
+    const auto it = files_.find(plain(path));
+    return it == files_.end() ? nullptr : std::make_shared<Opened>(it->second);
   }
 
   std::optional<std::string> readAll(const std::string& path) const override {
-    const auto it = entries_.find(path);
-    if (it == entries_.end()) return std::nullopt;
+    const auto it = files_.find(plain(path));
+    if (it == files_.end()) return std::nullopt;
     return *it->second.bytes;
   }
 
   bool writeAll(const std::string& path, std::string_view bytes) const override {
-    if (!isFolder(folderOf(path))) return false;
-    entries_[path] = {std::make_shared<const std::string>(bytes), stamp, ++lastIdentity_};
+    const std::string name = plain(path);
+    if (isFolder(name) || !isFolder(folderOf(name))) return false;
+    store(name, std::string(bytes));
     return true;
   }
 
@@ -64,84 +80,85 @@ class MemoryFiles final : public Files {
   }
 
   bool remove(const std::string& path) const override {
-    return !inUse.contains(path) && entries_.erase(path) > 0;
+    return !inUse.contains(path) && files_.erase(plain(path)) > 0;
   }
 
   bool makeFolder(const std::string& path) const override {
-    if (isFolder(path) || !isFolder(folderOf(path))) return false;
-    folders_.push_back(path);
+    const std::string name = plain(path);
+    if (isFolder(name) || files_.contains(name) || !isFolder(folderOf(name))) return false;
+    folders_[name] = {0, stamp, ++lastIdentity_, true};
     return true;
   }
 
-  /// Makes a folder wherever it stands.
-  void addFolder(const std::string& path) { folders_.push_back(path); }
-
   std::vector<std::string> list(const std::string& folder) const override {
     std::vector<std::string> names;
-    const std::string prefix = joined(folder, "");
+    const std::string parent = plain(folder);
     const auto add = [&](const std::string& path) {
-      if (path.size() <= prefix.size() || !path.starts_with(prefix)) return;
-      const std::string name =
-          path.substr(prefix.size(), path.find('/', prefix.size()) - prefix.size());
-      if (std::find(names.begin(), names.end(), name) == names.end()) names.push_back(name);
+      if (!path.empty() && folderOf(path) == parent)
+        names.push_back(path.substr(parent.size() + 1));
     };
-    for (const auto& [path, entry] : entries_) add(path);
-    for (const auto& path : folders_) add(path);
+    for (const auto& [path, file] : files_) add(path);
+    for (const auto& [path, info] : folders_) add(path);
     return names;
   }
 
  private:
-  struct Entry {
+  struct File {
     std::shared_ptr<const std::string> bytes;
-    TimePoint modified;
-    std::uint64_t identity = 0;
+    FileInfo info;
   };
 
   class Opened final : public OpenFile {
    public:
-    Opened(std::shared_ptr<const std::string> bytes, FileInfo info)
-        : bytes_(std::move(bytes)), info_(info) {}
-    const FileInfo& info() const override { return info_; }
+    explicit Opened(File file) : file_(std::move(file)) {}
+    const FileInfo& info() const override { return file_.info; }
     std::size_t read(std::uint64_t offset, char* out, std::size_t length) const override {
-      if (offset >= bytes_->size()) return 0;
-      const std::size_t count = std::min<std::size_t>(length, bytes_->size() - offset);
-      std::memcpy(out, bytes_->data() + offset, count);
+      if (offset >= file_.bytes->size()) return 0;
+      const std::size_t count = std::min<std::size_t>(length, file_.bytes->size() - offset);
+      std::memcpy(out, file_.bytes->data() + offset, count);
       return count;
     }
 
    private:
-    std::shared_ptr<const std::string> bytes_;
-    FileInfo info_;
+    File file_;
   };
 
-  static FileInfo infoOf(const Entry& entry) {
-    return {entry.bytes->size(), entry.modified, entry.identity, false};
-  }
-  static std::string joined(const std::string& base, std::string_view relative) {
-    std::string path = base;
-    if (!path.empty() && path.back() != '/') path += '/';
-    while (relative.starts_with('/')) relative.remove_prefix(1);
-    return path.append(relative);
-  }
-  static std::string folderOf(const std::string& path) {
-    const auto slash = path.rfind('/');
-    return slash == std::string::npos ? "" : path.substr(0, slash);
-  }
-  static bool sameLetters(std::string_view a, std::string_view b) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                      [&](char x, char y) { return lower(x) == lower(y); });
-  }
-  bool isFolder(const std::string& path) const {
-    if (path.empty() || std::find(folders_.begin(), folders_.end(), path) != folders_.end()) {
-      return true;
+  static bool isSeparator(char c) { return c == '/' || c == paths::kSeparator; }
+
+  /// One "/" before each part and none at the end; the root is the empty text.
+  static std::string plain(const std::string& path) {
+    std::string result;
+    for (std::size_t i = 0; i < path.size(); ++i) {
+      if (isSeparator(path[i])) continue;
+      if (i == 0 || isSeparator(path[i - 1])) result += '/';
+      result += path[i];
     }
-    const auto it = entries_.lower_bound(path + "/");
-    return it != entries_.end() && it->first.starts_with(path + "/");
+    return result;
+  }
+  static std::string folderOf(const std::string& plain) {
+    return plain.substr(0, std::min(plain.rfind('/'), plain.size()));
+  }
+  bool isFolder(const std::string& plain) const {
+    return plain.empty() || folders_.contains(plain);
   }
 
-  mutable std::map<std::string, Entry> entries_;
-  mutable std::vector<std::string> folders_;
+  void store(const std::string& plain, std::string bytes) const {
+    const FileInfo info{bytes.size(), stamp, ++lastIdentity_, false};
+    files_[plain] = {std::make_shared<const std::string>(std::move(bytes)), info};
+  }
+
+  /// The name itself, else the first by order that differs in letter case only.
+  std::optional<std::string> nameIn(const std::string& folder, std::string_view wanted) const {
+    std::optional<std::string> first;
+    for (std::string& name : list(folder)) {
+      if (name == wanted) return name;
+      if (foldCase(name) == foldCase(wanted) && (!first || name < *first)) first = std::move(name);
+    }
+    return first;
+  }
+
+  mutable std::map<std::string, File> files_;
+  mutable std::map<std::string, FileInfo> folders_;
   mutable std::uint64_t lastIdentity_ = 0;
 };
 

@@ -28,7 +28,4 @@ class NameIndex {
   std::list<Listing> listings_;  ///< the one used last in front
 };
 
-/// ASCII letters and the Latin-1 letters in their UTF-8 form.
-std::string foldCase(std::string_view name);
-
 }  // namespace quorvane

@@ -58,8 +58,10 @@ TEST_F(SlotsTest, WhatIsHeldIsBoundedAndTheHeaviestIsNamed) {
     return small.noteHeld(index);
   };
   small.reset();
-  FakeRequest request("127.0.0.1", 1);
-  for (int i = 0; i < 3; ++i) small.accept(request);
+  for (int i = 0; i < 3; ++i) {
+    FakeRequest request("127.0.0.1", 1);
+    small.accept(request);
+  }
   EXPECT_EQ(hold(0, 30), std::nullopt);
   EXPECT_EQ(hold(1, 60), std::nullopt);
   EXPECT_EQ(hold(2, 11), 1);

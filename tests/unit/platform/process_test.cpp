@@ -57,18 +57,6 @@ TEST(RandomTest, FractionsAndIdentifiersVary) {
   EXPECT_EQ((*identifiers.begin())[7] >> 4, 4);
 }
 
-TEST(ClockTest, BreaksAMomentIntoFields) {
-  const auto clock = makeClock();
-  const TimePoint moment = std::chrono::sys_days{std::chrono::year{2007} / 3 / 15} +
-                           std::chrono::hours(14) + std::chrono::minutes(15) +
-                           std::chrono::seconds(2);
-  const CalendarTime expected{2007, 3, 15, 14, 15, 2, 4};
-  EXPECT_EQ(clock->utc(moment), expected);
-  EXPECT_EQ(clock->utc(moment + std::chrono::milliseconds(999)), expected);
-  EXPECT_EQ(clock->utc(moment + std::chrono::seconds(1)).second, 3);
-  EXPECT_EQ(clock->utc(moment - std::chrono::milliseconds(1)).second, 1);
-}
-
 TEST(InstanceLockTest, OneHolderPerFolder) {
   const TemporaryFolder folder;
   const TemporaryFolder other;

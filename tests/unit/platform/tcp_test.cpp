@@ -71,42 +71,6 @@ TEST_F(Tcp, ATakenPortIsToldAndCanBeHadAgainAfterClose) {
   EXPECT_TRUE(second.listener->listen(taken));
 }
 
-TEST_F(Tcp, AcceptGivesTheClientsAddress) {
-  TestClient client = connected();
-  EXPECT_EQ(server.socket(0).state(), SocketState::Connected);
-  EXPECT_EQ(server.socket(0).remoteHostIP(), "127.0.0.1");
-  EXPECT_NE(server.socket(0).remotePort(), 0);
-  server.socket(0).close();
-  EXPECT_EQ(server.socket(0).state(), SocketState::Closed);
-  EXPECT_EQ(server.socket(0).remoteHostIP(), "127.0.0.1");
-}
-
-TEST_F(Tcp, ARequestNobodyAcceptsIsTurnedAway) {
-  server.accepting = false;
-  TestClient client(port());
-  EXPECT_TRUE(ends(client));
-  EXPECT_EQ(server.requests, 1);
-  EXPECT_TRUE(server.sockets.empty());
-}
-
-TEST_F(Tcp, BytesGoBothWaysAndSendCompleteFollows) {
-  TestClient client = connected();
-  int duringSend = -1;
-  server.onData = [&](int index) {
-    server.socket(index).send("head ", std::string("body"));
-    duringSend = server.completed[index];
-  };
-  client.send("question");
-  EXPECT_TRUE(receives(client, 9));
-  EXPECT_EQ(client.received, "head body");
-  EXPECT_EQ(server.received[0], "question");
-  EXPECT_EQ(duringSend, 0) << "told from within send";
-  EXPECT_TRUE(until([&] { return server.completed[0] == 1; }));
-  client.send("again");
-  EXPECT_TRUE(receives(client, 18));
-  EXPECT_EQ(server.received[0], "questionagain");
-}
-
 TEST_F(Tcp, SendCompleteComesOnceForSendsOutsideAnEvent) {
   TestClient client = connected();
   server.socket(0).send("a", {});
@@ -184,24 +148,6 @@ TEST_F(Tcp, AFileThatShrinksWhileSentBreaksThatConnectionOnly) {
   EXPECT_EQ(server.completed[1], 0);
   server.socket(0).send("fine", {});
   EXPECT_TRUE(receives(other, 4));
-}
-
-TEST_F(Tcp, APeersEndIsToldOnceAndLeavesTheState) {
-  server.closing = false;
-  TestClient client = connected();
-  client.close();
-  EXPECT_TRUE(until([&] { return server.peersClosed > 0; }));
-  EXPECT_EQ(server.socket(0).state(), SocketState::PeerClosing);
-  loop->runPending(milliseconds(5), nullptr);
-  EXPECT_EQ(server.peersClosed, 1);
-}
-
-TEST_F(Tcp, AResetIsAnError) {
-  server.closing = false;
-  TestClient client = connected();
-  client.closeWithReset();
-  EXPECT_TRUE(until([&] { return server.errors > 0; }));
-  EXPECT_EQ(server.socket(0).state(), SocketState::Error);
 }
 
 TEST_F(Tcp, TheAnswerIsDeliveredWholeAlthoughBytesStayUnread) {

@@ -1,6 +1,5 @@
-#include <asio/ip/udp.hpp>
-
 #include "platform/loop_fixture.h"
+#include "platform/udp_client.h"
 
 namespace quorvane {
 
@@ -24,25 +23,6 @@ class UdpServer : public UdpSocketEvents {
   bool local = false;
   int errors = 0;
   std::function<void()> onDatagram;
-};
-
-/// Asks `address` and takes only what comes back from there.
-class UdpClient {
- public:
-  UdpClient(const char* address, std::uint16_t port) : socket_(io_) {
-    socket_.connect({asio::ip::make_address_v4(address), port});
-    socket_.non_blocking(true);
-  }
-  void send(std::string_view text) { socket_.send(asio::buffer(text)); }
-  std::string receive() {
-    char bytes[2048];
-    asio::error_code error;
-    return std::string(bytes, socket_.receive(asio::buffer(bytes), 0, error));
-  }
-
- private:
-  asio::io_context io_;
-  asio::ip::udp::socket socket_;
 };
 
 class Udp : public LoopTest {
@@ -80,15 +60,6 @@ TEST_F(Udp, EmptyAndBinaryDatagramsArriveAsTheyAre) {
   EXPECT_TRUE(until([&] { return server.texts.size() == 2; }));
   EXPECT_EQ(server.texts[0], "");
   EXPECT_EQ(server.texts[1], std::string_view("a\0b", 3));
-}
-
-TEST_F(Udp, ATakenPortIsToldAndCloseFreesIt) {
-  UdpServer second(*loop);
-  EXPECT_FALSE(second.socket->bind(server.socket->localPort()));
-  EXPECT_FALSE(second.socket->isOpen());
-  const std::uint16_t port = server.socket->localPort();
-  server.socket->close();
-  EXPECT_TRUE(second.socket->bind(port));
 }
 
 TEST_F(Udp, AFloodLeavesTurnsForOthers) {

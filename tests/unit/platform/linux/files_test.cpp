@@ -3,9 +3,7 @@
 #include <sys/stat.h>
 
 #include <csignal>
-#include <fstream>
 
-#include "platform/linux/name_index.h"
 #include "platform/system.h"
 #include "testing/temporary_folder.h"
 
@@ -36,12 +34,12 @@ TEST_F(LinuxFilesTest, AFolderThatHasRestedIsReadOnceAndAgainWhenItChanges) {
   EXPECT_EQ(found("FRESH.txt"), folder / "fresh.txt");
 }
 
-TEST_F(LinuxFilesTest, FoldCoversAccentedLetters) {
-  EXPECT_EQ(foldCase("\xC3\x84\xC3\x96.TXT"), "\xC3\xA4\xC3\xB6.txt");
-  EXPECT_EQ(foldCase("\xC3\x97\xC3\x9F"), "\xC3\x97\xC3\x9F") << "no letters with a capital";
-  EXPECT_EQ(foldCase("\xE2\x82\x80"), "\xE2\x82\x80");
-  write("Gr\xC3\xBC\xC3\x9F\x65.html");
-  EXPECT_TRUE(found("GR\xC3\x9C\xC3\x9F\x45.HTML"));
+TEST_F(LinuxFilesTest, FindTakesTheExactNameFirst) {
+  write("Index.qvs");
+  write("index.QVS");
+  EXPECT_EQ(found("Index.qvs"), folder / "Index.qvs");
+  EXPECT_EQ(found("index.QVS"), folder / "index.QVS");
+  EXPECT_EQ(found("INDEX.qvs"), folder / "Index.qvs") << "the one that sorts first";
 }
 
 TEST_F(LinuxFilesTest, PipesAndDevicesAreNoFiles) {
