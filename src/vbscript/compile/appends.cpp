@@ -1,8 +1,6 @@
 #include "vbscript/compile/appends.h"
 
 #include "vbscript/compile/lowering.h"
-#include "vbscript/compile/script_compiler.h"
-#include "vbscript/values/assert.h"
 
 namespace quorvane::vbs {
 
@@ -14,8 +12,7 @@ Register AppendLowering::tailOf(const std::vector<const Expression*>& parts) {
   return tail;
 }
 
-/// Registers with the value of `first` as it was, and with what is to be added
-/// to it.
+/// Registers with the value of `first` as it was, and with what is to be added to it.
 AppendLowering::Growth AppendLowering::pushGrowth(const Expression& first,
                                                   std::vector<const Expression*> parts) {
   if (parts.size() > 1 && scope_.valuesRunCode()) {

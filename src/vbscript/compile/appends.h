@@ -4,9 +4,8 @@
 
 namespace quorvane::vbs {
 
-/// Lowers assignments that make a text grow, `s = s & a & b`, to operations
-/// that append in place: a loop of them takes time in proportion to what it
-/// adds.
+/// Lowers assignments that make a text grow, `s = s & a & b`, to operations that append in place: a
+/// loop of them takes time in proportion to what it adds.
 class AppendLowering : LoweringPart {
  public:
   explicit AppendLowering(Lowering& parts) : LoweringPart(parts) {}

@@ -27,8 +27,8 @@ Register ArgumentLowering::pushArguments(const Arguments& arguments, Passing pas
 Register ArgumentLowering::pushRoutineArguments(const Arguments& arguments, const Routine& callee,
                                                 const std::vector<Register>& locks) {
   VBS_ASSERT(arguments.size() == callee.parameters.size());
-  // Nothing else can reach a local variable during the call, unless it is
-  // passed twice; another argument may change it before.
+  // Nothing else can reach a local variable during the call, unless it is passed twice; another
+  // argument may change it before.
   const bool copiesLocals = callee.allReadOnly && !scope_.isMain();
   const ExpressionFacts all = copiesLocals ? facts_.of(arguments) : ExpressionFacts();
   const Register first = frame_.nextTemporary();

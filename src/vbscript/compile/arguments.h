@@ -12,22 +12,20 @@ enum class Passing : std::uint8_t {
   Value,
 };
 
-/// Lowers the arguments of calls: evaluates them from left to right into
-/// consecutive temporaries, where the callee finds them, and decides which go
-/// by reference.
+/// Lowers the arguments of calls: evaluates them from left to right into consecutive temporaries,
+/// where the callee finds them, and decides which go by reference.
 class ArgumentLowering : LoweringPart {
  public:
   explicit ArgumentLowering(Lowering& parts) : LoweringPart(parts) {}
 
-  /// All of these return the first of the temporaries. `locks` has as many
-  /// registers as there may be elements passed by reference.
+  /// All of these return the first of the temporaries. `locks` has as many registers as there may
+  /// be elements passed by reference.
   Register pushArguments(const Arguments& arguments, Passing passing,
                          const std::vector<Register>& locks = {});
   Register pushRoutineArguments(const Arguments& arguments, const Routine& callee,
                                 const std::vector<Register>& locks);
-  /// A function of the library gets values: a variable goes by reference where
-  /// nothing changes it before it is read. LBound and UBound look at the array
-  /// where it is.
+  /// A function of the library gets values: a variable goes by reference where nothing changes it
+  /// before it is read. LBound and UBound look at the array where it is.
   Register pushLibraryArguments(const Intrinsic& function, const Arguments& arguments);
 
   std::vector<Register> newLocks(const Arguments& arguments);

@@ -185,6 +185,7 @@ void AssignmentLowering::assignElementMany(const CallExpression& target, const E
 
 void AssignmentLowering::assignHost(unsigned object, MemberId member, const Arguments& arguments,
                                     const Expression& value, bool isSet) {
+  VBS_ASSERT(object < script_.context().host.size());
   const Temporaries temporaries(frame_);
   const Register first = parts_.arguments.pushArguments(arguments, Passing::Value);
   parts_.expressions.compileTo(value, frame_.newTemporary());

@@ -4,8 +4,8 @@
 
 namespace quorvane::vbs {
 
-/// Lowers assignments, with and without Set, by what stands on the left. The
-/// value is evaluated before the target's indexes and its object.
+/// Lowers assignments, with and without Set, by what stands on the left. The value is evaluated
+/// before the target's indexes and its object.
 class AssignmentLowering : LoweringPart {
  public:
   explicit AssignmentLowering(Lowering& parts) : LoweringPart(parts) {}

@@ -18,8 +18,8 @@ class Program;
 struct ClassMember;
 struct ScriptClass;
 
-/// One word of code. Some operations read the word behind them as well (see
-/// opcodes.h); that word then holds a pointer or two 32-bit numbers.
+/// One word of code. Some operations read the word behind them as well (see opcodes.h); that word
+/// then holds a pointer or two 32-bit numbers.
 struct Instruction {
   Opcode op = Opcode::Halt;
   std::uint8_t temporaries = 0;  ///< bit 0: a is a temporary, bit 1: b, bit 2: c
@@ -56,21 +56,19 @@ static_assert(sizeof(Instruction) == 8);
 inline constexpr std::uint16_t kNoRegister = 0xFFFF;
 inline constexpr std::uint32_t kNoName = 0xFFFFFFFF;
 
-/// In a script's main code the variables are the engine's global variables
-/// themselves; hidden variables and temporaries lie above all of them, so that
-/// later code may add globals.
+/// In a script's main code the variables are the engine's global variables themselves; hidden
+/// variables and temporaries lie above all of them, so that later code may add globals. Other
+/// routines have no more variables than that either.
 inline constexpr std::uint16_t kMaxGlobals = 0x8000;
 
-/// A stretch of code that belongs to one statement, from `start` to the next
-/// entry's start.
+/// A stretch of code that belongs to one statement, from `start` to the next entry's start.
 struct StatementEntry {
   std::uint32_t start = 0;
   std::uint32_t resume = 0;  ///< where On Error Resume Next continues
   SourcePosition position;
 };
 
-/// What the member access at one place in the code found last time; see
-/// Object::shape().
+/// What the member access at one place in the code found last time; see Object::shape().
 struct MemberCache {
   std::uint32_t name = 0;         ///< in Program::names
   std::uint32_t scriptClass = 0;  ///< serial of the class that `member` belongs to, or 0
@@ -79,8 +77,7 @@ struct MemberCache {
   MemberId id = kNoMember;  ///< for objects with `shape`
 };
 
-/// Names what an instruction uses, for error texts. Names are indexes in
-/// Program::names, or none.
+/// Names what an instruction uses, for error texts. Names are indexes in Program::names, or none.
 struct OperandName {
   std::uint32_t start = 0;
   std::uint32_t name = kNoName;
@@ -93,11 +90,9 @@ struct RoutineParameter {
   bool readOnly = false;  ///< never written through: a copy of the variable does as well
 };
 
-/// Compiled code of the main program, a procedure, or a text given to Execute
-/// or Eval.
+/// Compiled code of the main program, a procedure, or a text given to Execute or Eval.
 ///
-/// Registers: parameters, Me, result, variables, hidden variables of blocks,
-/// temporaries.
+/// Registers: parameters, Me, result, variables, hidden variables of blocks, temporaries.
 struct Routine {
   std::string name;
   ProcedureKind kind = ProcedureKind::Sub;

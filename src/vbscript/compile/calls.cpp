@@ -2,6 +2,7 @@
 
 #include "vbscript/compile/lowering.h"
 #include "vbscript/compile/script_compiler.h"
+#include "vbscript/values/assert.h"
 
 namespace quorvane::vbs {
 
@@ -127,6 +128,7 @@ void CallLowering::callRoutine(const Routine& routine, const Identifier& name,
   if (arguments.size() != routine.parameterCount) {
     return code_.emitThrow(ErrorCode::WrongArgumentCount, name);
   }
+  VBS_ASSERT(!own || routine_.me != kNoRegister);
   const Temporaries temporaries(frame_);
   const auto locks = parts_.arguments.newLocks(arguments);
   const Register first = parts_.arguments.pushRoutineArguments(arguments, routine, locks);
@@ -198,6 +200,7 @@ void CallLowering::callScopeFunction(ScopeFunction function, const Identifier& n
 
 void CallLowering::callHost(unsigned object, MemberId member, const Arguments& arguments,
                             Register target) {
+  VBS_ASSERT(object < script_.context().host.size());
   const Temporaries temporaries(frame_);
   const Register first = parts_.arguments.pushArguments(arguments, Passing::Host);
   code_.emit(Opcode::CallHost, target, first, static_cast<unsigned>(arguments.size()));

@@ -4,8 +4,8 @@
 
 namespace quorvane::vbs {
 
-/// Lowers calls, and what the tree cannot tell from them: elements of arrays
-/// and default members. `target` is none where the value is dropped.
+/// Lowers calls, and what the tree cannot tell from them: elements of arrays and default members.
+/// `target` is none where the value is dropped.
 class CallLowering : LoweringPart {
  public:
   explicit CallLowering(Lowering& parts) : LoweringPart(parts) {}

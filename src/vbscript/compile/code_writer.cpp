@@ -1,9 +1,9 @@
 #include "vbscript/compile/code_writer.h"
 
-#include <algorithm>
 #include <array>
 #include <string_view>
 
+#include "vbscript/compile/script_class.h"
 #include "vbscript/compile/script_compiler.h"
 #include "vbscript/values/assert.h"
 
@@ -39,6 +39,14 @@ void CodeWriter::emit(Opcode op, unsigned a, unsigned b, unsigned c) {
   routine_.code.push_back(code);
 }
 
+/// Whether the routine has so many registers from this one on. Those of the main code begin with
+/// the globals, of which there may be more later.
+bool CodeWriter::areRegisters(unsigned first, unsigned count) const {
+  const bool isMain = &routine_ == &script_.program().main() && !script_.context().asRoutine;
+  if (isMain && first < kMaxGlobals) return first + count <= script_.program().globalsEnd;
+  return first + count <= routine_.registerCount;
+}
+
 /// Whether the operands are of the kinds that the operation has. A register before a count is the
 /// first of so many.
 bool CodeWriter::areValid(const Instruction& code) const {
@@ -47,12 +55,14 @@ bool CodeWriter::areValid(const Instruction& code) const {
   for (std::size_t i = 0; i < operands.size() && i < kinds.size() && kinds[i] != ' '; ++i) {
     const std::uint16_t operand = operands[i];
     const bool isCounted = kinds.substr(i + 1, 1) == "n";
-    const unsigned count = isCounted ? operands[i + 1] : 1;
-    const bool isRegister = operand + count <= routine_.registerCount;
+    const bool isRegister = areRegisters(operand, isCounted ? operands[i + 1] : 1);
+    const ScriptClass* owner = routine_.owner;
     if (kinds[i] == 'r' && !isRegister) return false;
     if (kinds[i] == 'd' && !isRegister && operand != kNoRegister) return false;
-    if (kinds[i] == 'g' && operand >= kMaxGlobals) return false;
+    if (kinds[i] == 'g' && operand >= script_.program().globalsEnd) return false;
     if (kinds[i] == 'k' && operand >= routine_.constants.size()) return false;
+    if (kinds[i] == 'f' && (!owner || operand >= owner->fieldCount)) return false;
+    if (kinds[i] == 'h' && operand >= script_.context().host.size()) return false;
   }
   return true;
 }
@@ -134,8 +144,7 @@ void CodeWriter::patch(std::uint32_t at, std::uint32_t target) {
 
 std::uint32_t CodeWriter::constantIndex(const Value& value) {
   auto& constants = routine_.constants;
-  // Only a short look back: most repetition is close by, and long scripts stay
-  // cheap to compile.
+  // Only a short look back: most repetition is close by, and long scripts stay cheap to compile.
   const std::size_t first = constants.size() > 16 ? constants.size() - 16 : 0;
   for (std::size_t i = constants.size(); i-- > first;) {
     const Value& known = constants[i];

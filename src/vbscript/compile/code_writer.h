@@ -24,10 +24,9 @@ class Label {
   std::vector<std::uint32_t> jumps_;  ///< that wait for it to be placed
 };
 
-/// Writes the code of one routine: owns how operations become words, where
-/// jumps lead, and the routine's constants and look-up caches. Knows nothing of
-/// the tree; the registers that it is given have been laid out (see
-/// FrameLayout).
+/// Writes the code of one routine: owns how operations become words, where jumps lead, and the
+/// routine's constants and look-up caches. Knows nothing of the tree; the registers that it is
+/// given have been laid out (see FrameLayout).
 class CodeWriter {
  public:
   /// `script` gives names their numbers.
@@ -44,8 +43,7 @@ class CodeWriter {
   void emitPointer(Opcode op, unsigned a, unsigned b, unsigned c, const void* pointer);
   void emitThrow(ErrorCode code, const Identifier& name);
 
-  // Jumps. `Wide` ones have their distance in the instruction, `far` ones in
-  // the word behind it.
+  // Jumps. `Wide` ones have their distance in the instruction, `far` ones in the word behind it.
   void emitWideJump(Opcode op, unsigned a, Label& label);
   void emitFarJump(Opcode op, unsigned a, unsigned b, unsigned c, Label& label);
   void jumpTo(Label& label) { emitWideJump(Opcode::Jump, 0, label); }
@@ -63,6 +61,7 @@ class CodeWriter {
   void noteJump(std::uint32_t at, Label& label);
   void patch(std::uint32_t at, std::uint32_t target);
   std::uint32_t constantIndex(const Value& value);
+  bool areRegisters(unsigned first, unsigned count) const;
   bool areValid(const Instruction& code) const;
 
   ScriptCompiler& script_;

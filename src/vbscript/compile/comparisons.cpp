@@ -1,8 +1,6 @@
 #include "vbscript/compile/comparisons.h"
 
 #include "vbscript/compile/lowering.h"
-#include "vbscript/compile/script_compiler.h"
-#include "vbscript/values/assert.h"
 
 namespace quorvane::vbs {
 
@@ -100,8 +98,7 @@ void ComparisonLowering::jumpOn(const Expression& condition, bool when, Label& l
     const auto& unary = static_cast<const UnaryExpression&>(outer);
     const Expression& inner = unwrapped(*unary.operand);
     if (unary.operation == UnaryOperator::Not && isComparison(inner)) {
-      // Not of a comparison turns the jump round. Not of Null is Null and stays
-      // untrue.
+      // Not of a comparison turns the jump round. Not of Null is Null and stays untrue.
       const unsigned flags = (when ? 0 : 1) | kNullHolds;
       return jumpOnComparison(static_cast<const BinaryExpression&>(inner), flags, label);
     }

@@ -4,8 +4,8 @@
 
 namespace quorvane::vbs {
 
-/// Lowers comparisons and conditions: a comparison that decides about a jump is
-/// one operation with it.
+/// Lowers comparisons and conditions: a comparison that decides about a jump is one operation with
+/// it.
 class ComparisonLowering : LoweringPart {
  public:
   explicit ComparisonLowering(Lowering& parts) : LoweringPart(parts) {}

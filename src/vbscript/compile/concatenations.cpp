@@ -43,17 +43,16 @@ void ConcatenationLowering::concatenateParts(std::vector<const Expression*> part
 
 // ---- Pieces ----
 
-/// Whether the part does the same whenever it is evaluated before the pieces
-/// are joined. A variable alone is read only then.
+/// Whether the part does the same whenever it is evaluated before the pieces are joined. A variable
+/// alone is read only then.
 bool ConcatenationLowering::isQuiet(const Expression& part) {
   if (scope_.variableOf(unwrapped(part))) return true;
   const ExpressionFacts facts = facts_.of(part);
   return !facts.runsCode && !facts.readsShared;
 }
 
-/// Puts the part's value, or a reference to the variable that it is, into
-/// `piece`. `later`: what runs before the value is wanted. With `isRead` it is
-/// read next, out of the register returned.
+/// Puts the part's value, or a reference to the variable that it is, into `piece`. `later`: what
+/// runs before the value is wanted. With `isRead` it is read next, out of the register returned.
 Register ConcatenationLowering::pushPiece(const Expression& part, const ExpressionFacts& later,
                                           Register piece, bool isRead) {
   const auto variable = scope_.variableOf(unwrapped(part));
@@ -96,14 +95,15 @@ Register ConcatenationLowering::pushPieces(const std::vector<const Expression*>&
 }
 
 void ConcatenationLowering::joinPieces(Register target, Register first, std::size_t count) {
+  VBS_ASSERT(count >= 2);
   if (count == 2) return code_.emit(Opcode::Concatenate, target, first, first + 1u);
   code_.emit(Opcode::ConcatenateMany, target, first, static_cast<unsigned>(count));
 }
 
 // ---- Constant texts ----
 
-/// The text that an expression always has: a constant, or Chr of one, as
-/// translated pages spell every double quote.
+/// The text that an expression always has: a constant, or Chr of one, as translated pages spell
+/// every double quote.
 std::optional<String> ConcatenationLowering::constantText(const Expression& expression) const {
   if (const Value* constant = scope_.literal(expression)) {
     return constant->isString() ? std::optional(constant->asString()) : std::nullopt;

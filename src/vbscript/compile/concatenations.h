@@ -11,8 +11,8 @@ struct Concatenation {
 };
 Concatenation concatenationOf(const Expression& expression);
 
-/// Lowers concatenations: the parts of `a & b & c` become one text at once, and
-/// neighbours that are constant texts one constant.
+/// Lowers concatenations: the parts of `a & b & c` become one text at once, and neighbours that are
+/// constant texts one constant.
 class ConcatenationLowering : LoweringPart {
  public:
   explicit ConcatenationLowering(Lowering& parts) : LoweringPart(parts) {}
@@ -20,22 +20,20 @@ class ConcatenationLowering : LoweringPart {
   void compileConcatenation(const BinaryExpression& binary, Register target);
   void concatenateParts(std::vector<const Expression*> parts, Register target);
 
-  /// Evaluates the parts of `a & b & c` into consecutive temporaries, in the
-  /// order of the operators: a, b, the plain values of a and of b, c, its plain
-  /// value. So an object's default property runs before the parts behind it are
-  /// read, where that can make a difference; else it runs when the pieces are
-  /// joined. `isAppend`: the others are joined first, and then added to the
-  /// first.
+  /// Evaluates the parts of `a & b & c` into consecutive temporaries, in the order of the
+  /// operators: a, b, the plain values of a and of b, c, its plain value. So an object's default
+  /// property runs before the parts behind it are read, where that can make a difference; else it
+  /// runs when the pieces are joined. `isAppend`: the others are joined first, and then added to
+  /// the first.
   Register pushPieces(const std::vector<const Expression*>& parts, bool isAppend);
   void joinPieces(Register target, Register first, std::size_t count);
 
   /// Makes neighbours that are constant texts one literal, which `made` owns.
   void joinTexts(std::vector<const Expression*>& parts, std::vector<ExpressionPtr>& made) const;
 
-  /// Compiles the statements of a block from `first` on that write constant
-  /// texts as one: what a page has between its statements is many lines.
-  /// Returns the statement behind them, or `first` where there are none to
-  /// join.
+  /// Compiles the statements of a block from `first` on that write constant texts as one: what a
+  /// page has between its statements is many lines. Returns the statement behind them, or `first`
+  /// where there are none to join.
   std::size_t compileConstantWrites(const Block& block, std::size_t first);
 
  private:

@@ -7,8 +7,7 @@ namespace quorvane::vbs {
 
 namespace {
 
-/// How error texts show an expression: `a.b(...).c`; nothing when it does not
-/// begin with a name.
+/// How error texts show an expression: `a.b(...).c`; nothing when it does not begin with a name.
 std::string shownText(const Expression& expression) {
   switch (expression.kind) {
     case ExpressionKind::Name:
@@ -65,6 +64,7 @@ void ErrorNotes::finish() {
 // ---- Names ----
 
 void ErrorNotes::noteOperand(const Expression& expression) {
+  VBS_ASSERT(routine_.operandNames.empty() || routine_.operandNames.back().start <= position());
   if (expression.kind == ExpressionKind::Name) {
     const Identifier& name = static_cast<const NameExpression&>(expression).name;
     routine_.operandNames.push_back({position(), script_.nameIndex(name)});

@@ -6,10 +6,9 @@
 
 namespace quorvane::vbs {
 
-/// What errors of a routine's code are told about: owns the table that says
-/// which stretch of code belongs to which statement and where On Error Resume
-/// Next goes on, and the names that error texts show. Every note is about the
-/// next instruction.
+/// What errors of a routine's code are told about: owns the table that says which stretch of code
+/// belongs to which statement and where On Error Resume Next goes on, and the names that error
+/// texts show. Every note is about the next instruction.
 class ErrorNotes {
  public:
   ErrorNotes(ScriptCompiler& script, Routine& routine, const RoutineScope& scope)
@@ -18,8 +17,7 @@ class ErrorNotes {
   void beginStatement(SourcePosition position);
   /// The number of the statement begun last.
   std::size_t statement() const { return routine_.statements.size() - 1; }
-  /// An error of that statement goes on there, and not in the next statement in
-  /// order of code.
+  /// An error of that statement goes on there, and not in the next statement in order of code.
   void resumeAt(std::size_t statement, std::uint32_t position);
 
   /// Errors name this expression.

@@ -68,6 +68,13 @@ bool isNumber(const Value& value) {
 }  // namespace
 
 void ExpressionLowering::compileTo(const Expression& expression, Register target) {
+  VBS_ASSERT(target < routine_.registerCount);
+  const Register free = frame_.nextTemporary();
+  lower(expression, target);
+  VBS_ASSERT(frame_.nextTemporary() == free);
+}
+
+void ExpressionLowering::lower(const Expression& expression, Register target) {
   switch (expression.kind) {
     case ExpressionKind::Literal:
       return compileLiteral(static_cast<const LiteralExpression&>(expression).value, target);
@@ -88,7 +95,7 @@ void ExpressionLowering::compileTo(const Expression& expression, Register target
     case ExpressionKind::Binary:
       return compileBinary(static_cast<const BinaryExpression&>(expression), target);
     case ExpressionKind::Parenthesized:
-      return compileTo(*static_cast<const ParenthesizedExpression&>(expression).inner, target);
+      return lower(*static_cast<const ParenthesizedExpression&>(expression).inner, target);
   }
 }
 

@@ -8,6 +8,7 @@
 namespace quorvane::vbs {
 
 void FrameLayout::begin(std::uint16_t firstHidden, std::uint16_t hiddenCount) {
+  VBS_ASSERT(nextTemporary_ == 0 && firstHidden + hiddenCount < kNoRegister);
   firstHidden_ = firstHidden;
   routine_.firstTemporary = static_cast<std::uint16_t>(firstHidden + hiddenCount);
   nextTemporary_ = routine_.firstTemporary;

@@ -1,19 +1,19 @@
 #pragma once
 
 #include "vbscript/compile/binding.h"
+#include "vbscript/values/assert.h"
 
 namespace quorvane::vbs {
 
-/// Lays out the registers of one routine behind its variables: owns which
-/// hidden variables of blocks and which temporaries are in use, and how many
-/// registers the routine needs. Both kinds are taken and given back like a
-/// stack.
+/// Lays out the registers of one routine behind its variables: owns which hidden variables of
+/// blocks and which temporaries are in use, and how many registers the routine needs. Both kinds
+/// are taken and given back like a stack.
 class FrameLayout {
  public:
   explicit FrameLayout(Routine& routine) : routine_(routine) {}
 
-  /// Once the variables are known: hidden variables lie from `firstHidden` on,
-  /// `hiddenCount` at most at a time, and temporaries behind them.
+  /// Once the variables are known: hidden variables lie from `firstHidden` on, `hiddenCount` at
+  /// most at a time, and temporaries behind them.
   void begin(std::uint16_t firstHidden, std::uint16_t hiddenCount);
 
   /// Fails to compile when there are no more.
@@ -32,7 +32,10 @@ class FrameLayout {
   class Temporaries {
    public:
     explicit Temporaries(FrameLayout& frame) : frame_(frame), mark_(frame.nextTemporary_) {}
-    ~Temporaries() { frame_.nextTemporary_ = mark_; }
+    ~Temporaries() {
+      VBS_ASSERT(frame_.nextTemporary_ >= mark_);
+      frame_.nextTemporary_ = mark_;
+    }
     Temporaries(const Temporaries&) = delete;
     Temporaries& operator=(const Temporaries&) = delete;
 
@@ -45,7 +48,10 @@ class FrameLayout {
   class HiddenVariables {
    public:
     explicit HiddenVariables(FrameLayout& frame) : frame_(frame), outside_(frame.hiddenInUse_) {}
-    ~HiddenVariables() { frame_.hiddenInUse_ = outside_; }
+    ~HiddenVariables() {
+      VBS_ASSERT(frame_.hiddenInUse_ >= outside_);
+      frame_.hiddenInUse_ = outside_;
+    }
     HiddenVariables(const HiddenVariables&) = delete;
     HiddenVariables& operator=(const HiddenVariables&) = delete;
     /// How many are in use outside the block.

@@ -7,8 +7,7 @@
 
 namespace quorvane::vbs {
 
-/// The register of a loop's variable, or one that refers to it as long as the
-/// loop runs.
+/// The register of a loop's variable, or one that refers to it as long as the loop runs.
 Register LoopLowering::loopVariable(const Identifier& name) {
   const Binding& binding = scope_.bind(name);
   if (binding.kind == Binding::Kind::InRegister) return binding.index;
@@ -31,9 +30,8 @@ void LoopLowering::compileBody(const Block& body, ExitKind kind, Label& exit) {
 
 // ---- For ----
 
-/// Leaves the plain values of step and limit in their registers, and what the
-/// loop starts at in `from`. Objects give their values in the order of the
-/// bounds.
+/// Leaves the plain values of step and limit in their registers, and what the loop starts at in
+/// `from`. Objects give their values in the order of the bounds.
 void LoopLowering::pushBounds(const ForStatement& statement, Register from, Register limit,
                               Register step) {
   ExpressionLowering& expressions = parts_.expressions;
@@ -55,8 +53,7 @@ void LoopLowering::pushBounds(const ForStatement& statement, Register from, Regi
   code_.emit(Opcode::Plain, limit, last);
 }
 
-/// A loop whose bounds fail runs its body once, and then finds its limit
-/// missing (error 92).
+/// A loop whose bounds fail runs its body once, and then finds its limit missing (error 92).
 void LoopLowering::compileFor(const ForStatement& statement) {
   const HiddenVariables hidden(frame_);
   const Register limit = frame_.newHidden();

@@ -4,8 +4,8 @@
 
 namespace quorvane::vbs {
 
-/// Lowers loops and what leaves them: owns which loops the code stands in, and
-/// what each must give up when it is left.
+/// Lowers loops and what leaves them: owns which loops the code stands in, and what each must give
+/// up when it is left.
 class LoopLowering : LoweringPart {
  public:
   explicit LoopLowering(Lowering& parts) : LoweringPart(parts) {}

@@ -11,8 +11,8 @@ namespace quorvane::vbs {
 
 struct Lowering;
 
-/// What every part has at hand that turns one kind of syntax into code. Parts
-/// own no code and no registers; they ask those who do.
+/// What every part has at hand that turns one kind of syntax into code. Parts own no code and no
+/// registers; they ask those who do.
 class LoweringPart {
  protected:
   explicit LoweringPart(Lowering& parts);

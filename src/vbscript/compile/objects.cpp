@@ -56,8 +56,8 @@ Register ObjectLowering::operandAsObject(const Expression& expression) {
   return target;
 }
 
-/// Calls a host's member for the object that it gives in place of its plain
-/// value. False when this is no such member.
+/// Calls a host's member for the object that it gives in place of its plain value. False when this
+/// is no such member.
 bool ObjectLowering::callsForObject(const Expression& callee, const Arguments& arguments,
                                     Register target) {
   const Binding* host = scope_.bindName(callee);
@@ -90,6 +90,7 @@ void ObjectLowering::compileWithBlock(const WithStatement& statement) {
   }
   withs_.push_back(object);
   parts_.statements.compileBlock(statement.body);
+  VBS_ASSERT(withs_.back() == object);
   withs_.pop_back();
   notes_.beginStatement(statement.position);
   code_.emit(Opcode::Clear, object);

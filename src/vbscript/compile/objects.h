@@ -4,8 +4,8 @@
 
 namespace quorvane::vbs {
 
-/// Lowers the use of values as objects: reads members, and owns which objects
-/// the With blocks around the code hold.
+/// Lowers the use of values as objects: reads members, and owns which objects the With blocks
+/// around the code hold.
 class ObjectLowering : LoweringPart {
  public:
   explicit ObjectLowering(Lowering& parts) : LoweringPart(parts) {}

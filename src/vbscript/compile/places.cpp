@@ -34,6 +34,7 @@ void PlaceLowering::refer(const Binding& variable, Register target) {
     case Binding::Kind::Global:
       return code_.emit(Opcode::RefGlobal, target, variable.index);
     case Binding::Kind::Field:
+      VBS_ASSERT(routine_.me != kNoRegister);
       return code_.emit(Opcode::RefField, target, variable.index, routine_.me);
     default:
       VBS_ASSERT(variable.kind == Binding::Kind::InRegister);
@@ -71,6 +72,7 @@ Register PlaceLowering::placeAt(const ArrayPath& path, std::vector<Register>& lo
   if (path.value != kNoRegister) return path.value;
   Register place = placeOf(*path.root);
   const Expression* array = path.root;
+  VBS_ASSERT(path.indexes.size() == path.levels.size());
   for (std::size_t i = 0; i < path.levels.size(); ++i) {
     const CallExpression& level = *path.levels[i];
     const Register element = frame_.newTemporary();

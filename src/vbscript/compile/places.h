@@ -4,14 +4,13 @@
 
 namespace quorvane::vbs {
 
-/// Lowers what is written to or passed by reference: variables, fields, and
-/// elements of arrays, whose arrays are locked as long as code refers to them.
+/// Lowers what is written to or passed by reference: variables, fields, and elements of arrays,
+/// whose arrays are locked as long as code refers to them.
 class PlaceLowering : LoweringPart {
  public:
   explicit PlaceLowering(Lowering& parts) : LoweringPart(parts) {}
 
-  /// A register with the variable itself, or a reference to it, or failing that
-  /// its value.
+  /// A register with the variable itself, or a reference to it, or failing that its value.
   Register placeOf(const Expression& expression);
   Register placeOfName(const Binding& binding, const Identifier& name);
   void refer(const Binding& variable, Register target);
@@ -26,12 +25,11 @@ class PlaceLowering : LoweringPart {
     std::vector<const CallExpression*> levels;
     std::vector<Register> indexes;  ///< first registers, by level
   };
-  /// Evaluates the indexes on the way to an array, from left to right, and what
-  /// stands there in place of a variable.
+  /// Evaluates the indexes on the way to an array, from left to right, and what stands there in
+  /// place of a variable.
   ArrayPath pushPath(const Expression& array);
-  /// A register with the array at the end of the path, or a reference to it:
-  /// what follows locks the arrays on the way until the caller releases
-  /// `locks`. Evaluates nothing, which might move them.
+  /// A register with the array at the end of the path, or a reference to it: what follows locks the
+  /// arrays on the way until the caller releases `locks`. Evaluates nothing, which might move them.
   Register placeAt(const ArrayPath& path, std::vector<Register>& locks);
   void releaseLocks(const std::vector<Register>& locks);
 };

@@ -75,8 +75,7 @@ void RoutineCompiler::beginFrame(std::uint16_t variables, SourcePosition positio
   parts_.notes.beginStatement(position);
 }
 
-/// Arrays declared with bounds exist from the start: Dim does nothing where it
-/// stands.
+/// Arrays declared with bounds exist from the start: Dim does nothing where it stands.
 void RoutineCompiler::dimArrays() {
   FrameLayout& frame = parts_.frame;
   for (const auto* variable : mentions_.declarations()) {
@@ -93,8 +92,7 @@ void RoutineCompiler::dimArrays() {
   }
 }
 
-/// What Const declares in a text that runs within a routine stays known to that
-/// routine.
+/// What Const declares in a text that runs within a routine stays known to that routine.
 void RoutineCompiler::setOuterConstants() {
   for (const auto* constant : mentions_.constants()) {
     parts_.code.loadConstant(parts_.scope.bind(constant->name).index, constant->value);

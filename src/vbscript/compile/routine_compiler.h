@@ -4,8 +4,8 @@
 
 namespace quorvane::vbs {
 
-/// Compiles one routine: owns the order of the steps (names, frame, code, end)
-/// and all parts that take them. Used once.
+/// Compiles one routine: owns the order of the steps (names, frame, code, end) and all parts that
+/// take them. Used once.
 class RoutineCompiler {
  public:
   /// All three outlive it.

@@ -61,6 +61,7 @@ void RoutineScope::declareExpression() {
 void RoutineScope::addVariable(const Identifier& name) {
   Binding& binding = bindings_[name.id];
   binding = Binding();
+  if (variableCount_ >= kMaxGlobals) failCompile(CompileErrorCode::OutOfMemory, {1, 1});
   binding.kind = Binding::Kind::InRegister;
   binding.index = variableCount_++;
   if (script_.keepsVariableNames()) {
@@ -70,6 +71,7 @@ void RoutineScope::addVariable(const Identifier& name) {
 
 void RoutineScope::declareParameters(const Procedure& tree) {
   for (const auto& parameter : tree.parameters) addVariable(parameter.name);
+  VBS_ASSERT(routine_.parameterCount == variableCount_);
   if (routine_.owner) routine_.me = variableCount_++;
   if (tree.kind != ProcedureKind::Function && tree.kind != ProcedureKind::PropertyGet) return;
   if (bindings_[tree.name.id].kind == Binding::Kind::InRegister) {
@@ -80,9 +82,8 @@ void RoutineScope::declareParameters(const Procedure& tree) {
   routine_.result = bindings_[tree.name.id].index;
 }
 
-/// The variables of the routine around an Execute or Eval come in as
-/// references: the registers from 0 on, in the order of `parameters`, which the
-/// machine reads.
+/// The variables of the routine around an Execute or Eval come in as references: the registers from
+/// 0 on, in the order of `parameters`, which the machine reads.
 void RoutineScope::declareOuterVariables() {
   const Routine& outer = *script_.context().outer;
   for (const Identifier* name : mentions_.names()) {

@@ -5,6 +5,7 @@
 #include "vbscript/compile/failure.h"
 #include "vbscript/compile/routine_compiler.h"
 #include "vbscript/syntax/name_table.h"
+#include "vbscript/values/assert.h"
 
 namespace quorvane::vbs {
 
@@ -26,8 +27,7 @@ constexpr ScopeFunctionName kScopeFunctions[] = {
     {"getref", ScopeFunction::GetRef},
 };
 
-/// Wide: a parameter whose variable code can reach by other ways must not be a
-/// copy.
+/// Wide: a parameter whose variable code can reach by other ways must not be a copy.
 bool isWritten(std::uint8_t flags) {
   return (flags & (Mentions::kAssigned | Mentions::kReDimmed)) != 0;
 }
@@ -201,6 +201,7 @@ void ScriptCompiler::addClassProcedure(ScriptClass& scriptClass, const Procedure
 
 std::uint16_t ScriptCompiler::newSlot(SourcePosition position) {
   if (program_.globalsEnd >= kMaxGlobals) failCompile(CompileErrorCode::OutOfMemory, position);
+  VBS_ASSERT(program_.globalsEnd >= context_.firstSlot);
   return program_.globalsEnd++;
 }
 
@@ -363,8 +364,7 @@ bool ScriptCompiler::parameterIsReadOnly(const Identifier& callee, std::size_t p
          parameters[position].byValue;
 }
 
-/// Finds the parameters of one routine that it passes on to something that may
-/// write to them.
+/// Finds the parameters of one routine that it passes on to something that may write to them.
 bool ScriptCompiler::removeWrittenThrough(PendingRoutine& pending) {
   bool changed = false;
   for (const auto& passing : pending.mentions.passings()) {
@@ -373,6 +373,7 @@ bool ScriptCompiler::removeWrittenThrough(PendingRoutine& pending) {
       return parameter.name.id == passing.variable->id;
     });
     if (found == tree.end()) continue;
+    VBS_ASSERT(pending.routine->parameters.size() == tree.size());
     RoutineParameter& parameter = pending.routine->parameters[found - tree.begin()];
     const bool ownMember =
         passing.callee && pending.owner && pending.owner->find(passing.callee->lower) != nullptr;

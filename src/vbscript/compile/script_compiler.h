@@ -11,10 +11,9 @@
 
 namespace quorvane::vbs {
 
-/// Compiles a whole text: owns what its names stand for at script level, which
-/// routines and classes it declares, and how its code refers to names. Has each
-/// routine compiled by a RoutineCompiler of its own. `program` is filled;
-/// `context` and `names` outlive it.
+/// Compiles a whole text: owns what its names stand for at script level, which routines and classes
+/// it declares, and how its code refers to names. Has each routine compiled by a RoutineCompiler of
+/// its own. `program` is filled; `context` and `names` outlive it.
 class ScriptCompiler {
  public:
   ScriptCompiler(Program& program, const CompileContext& context, const NameTable& names);
@@ -27,9 +26,8 @@ class ScriptCompiler {
   const CompileContext& context() const { return context_; }
   std::size_t nameCount() const { return nameCount_; }
   bool optionExplicit() const { return optionExplicit_; }
-  /// Whether reading a member or an indexed variable may run code of the
-  /// script: its classes have properties, and its variables may hold
-  /// procedures.
+  /// Whether reading a member or an indexed variable may run code of the script: its classes have
+  /// properties, and its variables may hold procedures.
   bool valuesRunCode() const { return valuesRunCode_; }
   bool lateNames() const { return lateNames_; }
   bool keepsVariableNames() const { return keepsVariableNames_; }

@@ -54,8 +54,8 @@ void StatementLowering::compileStatement(const Statement& statement) {
   }
 }
 
-/// An error in a condition continues in the block that it heads, because the
-/// next statement in order of code is that block's first.
+/// An error in a condition continues in the block that it heads, because the next statement in
+/// order of code is that block's first.
 void StatementLowering::compileIf(const IfStatement& statement) {
   Label end;
   for (std::size_t i = 0; i < statement.branches.size(); ++i) {

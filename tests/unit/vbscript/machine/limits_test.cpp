@@ -155,4 +155,15 @@ TEST_F(LimitsTest, FarJumps) {
   EXPECT_EQ(run("For i = 1 To 2\nIf i > 0 Then\n" + body + "End If\nNext\nWrite n"), "80000");
 }
 
+TEST_F(LimitsTest, RoutinesHaveRoomForSoManyVariables) {
+  const auto declaring = [](int count) {
+    std::string names = "v0";
+    for (int i = 1; i < count; ++i) names += ", v" + std::to_string(i);
+    return "Sub S : Dim " + names + " : v0 = 1 : v9 = 2 : Write v0 & v9 : End Sub : S";
+  };
+  EXPECT_EQ(run(declaring(32768)), "12");
+  EXPECT_EQ(run(declaring(32769)), "<1001>");
+  EXPECT_EQ(run(declaring(65545)), "<1001>");
+}
+
 }  // namespace quorvane
