@@ -5,9 +5,10 @@
 APP := build/app
 JOBS ?= $(shell nproc)
 
-.PHONY: build serve test unit blackbox faults browser terminal service bench lint format deps clean
+.PHONY: build serve test unit blackbox faults browser terminal service bench lint format clean \
+  build-deps test-deps
 
-build: deps
+build: build-deps
 	@cmake --preset release >/dev/null
 	@cmake --build --preset release -j $(JOBS)
 
@@ -18,39 +19,42 @@ test: unit blackbox faults browser terminal service
 
 # The tests that are programs, and the black-box tests once, under AddressSanitizer and
 # UndefinedBehaviorSanitizer.
-unit: deps
+unit: build-deps test-deps
 	@cmake --preset sanitize >/dev/null
 	@cmake --build --preset sanitize -j $(JOBS)
 	@ctest --test-dir build/sanitize --output-on-failure -j $(JOBS)
 	@python3 tests/blackbox build/sanitize/app
 
-blackbox: build
+blackbox: build test-deps
 	@python3 tests/blackbox $(APP)
 
 # What goes wrong: attacks, starved machines, mistakes of operators.
-faults: build
+faults: build test-deps
 	@python3 tests/faults $(APP)
 
-browser: build
+browser: build test-deps
 	@python3 tests/browser $(APP)
 
-terminal: build
+terminal: build test-deps
 	@python3 tests/terminal $(APP)
 
-service: build
+service: build test-deps
 	@python3 tests/service $(APP)
 
 bench: build
 	@bench/run
 
-lint: build
+lint: build test-deps
 	@tools/lint
 
-format:
+format: test-deps
 	@git ls-files '*.h' '*.cpp' | xargs clang-format -i
 
-deps:
-	@tools/deps
+build-deps:
+	@tools/deps build
+
+test-deps:
+	@tools/deps test
 
 clean:
 	rm -rf build
