@@ -7,6 +7,7 @@ import re
 import shutil
 import signal
 import socket
+import time
 import unittest
 
 from serving import Server, app_folder, wait_until
@@ -74,6 +75,15 @@ class ConsoleTest(unittest.TestCase):
         terminal.close()
         for process in servers:
             wait_until(lambda: not is_running(process), "the server to end")
+
+    def check_outlives_its_terminal(self):
+        """Nothing is drawn, so a hang-up asks for a new log only."""
+        process = self.process()
+        self.terminal.close()
+        time.sleep(0.3)
+        self.assertTrue(self.is_serving())
+        os.kill(process, signal.SIGTERM)
+        wait_until(lambda: not is_running(process), "the server to end")
 
     def is_serving(self):
         with socket.socket() as s:
@@ -212,10 +222,12 @@ class ConsoleTest(unittest.TestCase):
         self.start(term="dumb")
         self.terminal.wait_for(r"^\d\d:\d\d:\d\d Server Start$")
         self.assertNotIn("┌", self.terminal.text())
+        self.check_outlives_its_terminal()
 
     def test_prints_lines_where_there_is_no_terminal(self):
         self.start("| cat")
         self.terminal.wait_for(r"^\d\d:\d\d:\d\d Server Start$")
+        self.check_outlives_its_terminal()
 
     def test_prints_lines_in_the_background(self):
         t = self.start(wait_for=None, background=True)
