@@ -594,7 +594,7 @@ ForEachNext:
 GetElement : {
   const Value* element = vectorElement(base[pc->b], base[pc->c]);
   const bool simple = element && !(element->isObject() && !pc->aIsTemporary()) &&
-                      !(pc->bIsTemporary() && base[pc->b].isArray());
+                      (!pc->bIsTemporary() || base[pc->b].is(Type::Reference));
   if (simple && copyInto(base[pc->a], *element)) {
     if (pc->bIsTemporary() && pc->a != pc->b) dropReference(base[pc->b]);
   } else {
@@ -605,7 +605,7 @@ GetElement : {
 GetElement2 : {
   const Value* element = matrixElement(base[pc->b], base[pc->c], base[pc[1].low()]);
   const bool simple = element && !(element->isObject() && !pc->aIsTemporary()) &&
-                      !(pc->bIsTemporary() && base[pc->b].isArray());
+                      (!pc->bIsTemporary() || base[pc->b].is(Type::Reference));
   if (simple && copyInto(base[pc->a], *element)) {
     if (pc->bIsTemporary() && pc->a != pc->b) dropReference(base[pc->b]);
   } else {
