@@ -3,8 +3,8 @@
 #include <array>
 #include <charconv>
 
-#include "vbscript/values/calendar.h"
 #include "vbscript/values/convert.h"
+#include "vbscript/values/serial_date.h"
 #include "vbscript/values/text_locale.h"
 
 namespace quorvane {

@@ -1,8 +1,8 @@
 #include "language_host.h"
 
 #include "components/components.h"
-#include "vbscript/values/calendar.h"
 #include "vbscript/values/convert.h"
+#include "vbscript/values/serial_date.h"
 
 namespace quorvane {
 

@@ -3,7 +3,7 @@
 #include <ctime>
 
 #include "components/components.h"
-#include "vbscript/values/calendar.h"
+#include "vbscript/values/serial_date.h"
 
 namespace quorvane::qvscript {
 

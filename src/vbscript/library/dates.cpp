@@ -1,8 +1,8 @@
 #include <cmath>
 
 #include "vbscript/library/arguments.h"
-#include "vbscript/values/calendar.h"
 #include "vbscript/values/date_text.h"
+#include "vbscript/values/serial_date.h"
 #include "vbscript/values/text_locale.h"
 
 namespace quorvane::vbs::intrinsic {

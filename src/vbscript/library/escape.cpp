@@ -1,10 +1,9 @@
 #include "vbscript/library/arguments.h"
+#include "vbscript/values/digits.h"
 
 namespace quorvane::vbs::intrinsic {
 
 namespace {
-
-constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 
 bool staysAsItIs(char16_t unit) {
   if (unit >= 0x80) return false;
@@ -25,10 +24,9 @@ int readHex(const String& text, std::size_t at, std::size_t digits) {
   int number = 0;
   for (std::size_t i = at; i < at + digits; ++i) {
     const char16_t unit = text.at(i);
-    const char upper = static_cast<char>(unit >= u'a' && unit <= u'f' ? unit - 32 : unit);
-    const auto value = unit < 0x80 ? kHexDigits.find(upper) : std::string_view::npos;
-    if (value == std::string_view::npos) return -1;
-    number = number * 16 + static_cast<int>(value);
+    const int value = unit < 0x80 ? digitValue(static_cast<char>(unit)) : 99;
+    if (value > 15) return -1;
+    number = number * 16 + value;
   }
   return number;
 }

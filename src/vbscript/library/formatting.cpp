@@ -1,9 +1,9 @@
 #include <cstdio>
 
 #include "vbscript/library/arguments.h"
-#include "vbscript/values/calendar.h"
 #include "vbscript/values/date_text.h"
 #include "vbscript/values/number_text.h"
+#include "vbscript/values/serial_date.h"
 #include "vbscript/values/text_locale.h"
 
 namespace quorvane::vbs::intrinsic {

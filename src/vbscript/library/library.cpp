@@ -126,10 +126,6 @@ static_assert(std::is_sorted(std::begin(kIntrinsics), std::end(kIntrinsics), isB
 
 }  // namespace
 
-std::span<const Intrinsic> intrinsics() {
-  return kIntrinsics;
-}
-
 const Intrinsic* findIntrinsic(std::string_view lowerName) {
   const auto* found =
       std::lower_bound(std::begin(kIntrinsics), std::end(kIntrinsics), lowerName,

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <span>
 #include <string_view>
 
 #include "vbscript/values/host.h"
@@ -31,14 +30,12 @@ struct Intrinsic {
   Value (*call)(Runtime&, Args);
 };
 
-/// Every function but those that need the script's own scope (Eval, Execute, ExecuteGlobal,
-/// GetRef), sorted by name.
-std::span<const Intrinsic> intrinsics();
 /// Adds the function's title to a bare error text: "Type mismatch: 'CInt'". For the machine, when
 /// an error leaves an intrinsic function.
 void nameIntrinsic(ScriptError& error, const Intrinsic& function);
 
-/// Null when there is none.
+/// Null when there is none, and for those that need the script's own scope (Eval, Execute,
+/// ExecuteGlobal, GetRef).
 const Intrinsic* findIntrinsic(std::string_view lowerName);
 
 /// Null when `lowerName` is no built-in constant (vbCrLf, vbRed, ...).

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "vbscript/values/digits.h"
 #include "vbscript/values/error.h"
 
 namespace quorvane::vbs {
@@ -174,10 +175,9 @@ class Translator {
   }
 
   void putCode(unsigned code) {
-    constexpr std::u16string_view kDigits = u"0123456789ABCDEF";
     out_ += u"\\x";
-    out_.push_back(kDigits[code >> 4 & 15]);
-    out_.push_back(kDigits[code & 15]);
+    out_.push_back(static_cast<char16_t>(kHexDigits[code >> 4 & 15]));
+    out_.push_back(static_cast<char16_t>(kHexDigits[code & 15]));
   }
 
   /// An escape that means the same inside and outside of a class. `at_` stands behind the

@@ -96,6 +96,7 @@ void CallStack::dropAdded() {
 }
 
 void CallStack::abandon() {
+  VBS_ASSERT(!isEmpty());
   const bool ownsGlobals = top_->base == globals_;
   Value* first = ownsGlobals ? globals_ + kMaxGlobals : top_->base;
   clearRange(first, top_->base + top_->routine->registerCount);
@@ -119,6 +120,7 @@ void CallStack::acceptResult(Value* base, std::uint16_t target, Value& raw) {
 
 const StatementEntry* CallStack::statement() const {
   const Routine& routine = *top_->routine;
+  VBS_ASSERT(top_->pc > routine.code.data() && isRunning(top_->pc - 1));
   return routine.statementAt(static_cast<std::uint32_t>(top_->pc - 1 - routine.code.data()));
 }
 

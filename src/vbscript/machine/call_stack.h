@@ -72,6 +72,7 @@ class CallStack {
   void enter(const Routine& callee, Value* base, std::uint16_t target) {
     if (top_ + 1 >= framesEnd_ || base + callee.registerCount > registersEnd_) overflow();
     if (time.isDue()) time.look();
+    VBS_ASSERT(holdNothing(base + callee.firstCleared, base + callee.registerCount));
     ++top_;
     top_->pc = callee.code.data();
     top_->base = base;
@@ -98,12 +99,29 @@ class CallStack {
   [[noreturn]] static void overflow();
 
   /// Leaves the current frame, whose registers hold nothing counted any more.
-  void pop() { --top_; }
+  void pop() {
+    VBS_ASSERT(!top_->added && temporariesHoldNothing());
+    VBS_ASSERT(top_ > memory_->frames());
+    --top_;
+  }
   void dropAdded();
   /// Leaves the current frame with all it holds.
   void abandon();
   /// Stores what a routine returned in the register of the caller, who is the current frame.
   void acceptResult(Value* base, std::uint16_t target, Value& raw);
+
+  // What must hold, for assertions.
+  /// Between statements the temporaries of the current frame hold nothing counted.
+  bool temporariesHoldNothing() const {
+    const Routine& routine = *top_->routine;
+    return holdNothing(top_->base + routine.firstTemporary, top_->base + routine.registerCount);
+  }
+  /// Whether `pc` stands in the code of the current frame.
+  bool isRunning(const Instruction* pc) const {
+    const auto& code = top_->routine->code;
+    return pc >= code.data() && pc < code.data() + code.size();
+  }
+  bool isEmpty() const { return top_ == memory_->frames(); }
 
   /// The statement that the current frame has come to, or null.
   const StatementEntry* statement() const;

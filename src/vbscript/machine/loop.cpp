@@ -250,10 +250,15 @@ void Machine::execute(const Frame* entry) {
 #ifdef VBS_COMPUTED_GOTO
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wpedantic"
-#define VBS_DISPATCH() goto* kLabels[static_cast<unsigned>(pc->op)]
+#define VBS_GO() goto* kLabels[static_cast<unsigned>(pc->op)]
 #else
-#define VBS_DISPATCH() goto dispatch
+#define VBS_GO() goto dispatch
 #endif
+#define VBS_DISPATCH()                \
+  do {                                \
+    VBS_ASSERT(stack_.isRunning(pc)); \
+    VBS_GO();                         \
+  } while (false)
 /// A call that may throw: an error is looked for in the statement of the instruction before
 /// stack_.top()->pc.
 #define VBS_SLOW(call) (stack_.top()->pc = pc + 1, (call))
@@ -272,6 +277,7 @@ void Machine::execute(const Frame* entry) {
 #define VBS_JUMP(distance)                                               \
   do {                                                                   \
     const std::int32_t words = (distance);                               \
+    VBS_ASSERT(words > 0 || stack_.temporariesHoldNothing());            \
     if (words <= 0 && stack_.time.isDue()) VBS_SLOW(stack_.time.look()); \
     pc += words;                                                         \
     VBS_DISPATCH();                                                      \
@@ -697,7 +703,7 @@ Return : {
   if (routine->result != kNoRegister) {
     Value& from = base[routine->result];
     std::memcpy(result, static_cast<const void*>(&from), sizeof(Value));
-    from.setIntUncounted(Type::Empty, 0);
+    from.forget();
   } else {
     new (result) Value();
   }

@@ -62,6 +62,7 @@ Machine::Machine(Host& host, ProgramCache& cache, Limits limits)
 }
 
 Machine::~Machine() {
+  VBS_ASSERT(stack_.isEmpty() && nesting_ == 0);
   endObjects();
   for (const auto& host : texts_.host()) {
     if (host.object != err_.get()) host.object->release();
@@ -163,6 +164,7 @@ bool Machine::trap(ScriptError& error, const Frame* entry) {
   stack_.intrinsic = nullptr;
   const bool canTrap = runtime_.host.canTrap(error.number);
   while (true) {
+    VBS_ASSERT(stack_.top() >= entry);
     Frame& frame = *stack_.top();
     const Routine& routine = *frame.routine;
     const StatementEntry* current = canTrap && frame.resumeNext ? stack_.statement() : nullptr;

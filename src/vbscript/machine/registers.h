@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -22,6 +23,13 @@ inline bool needsCare(const Value& value) {
 /// Leaves the register Empty. The end of an object may run script code.
 void release(Value& value);
 void clearRange(Value* first, const Value* last);
+
+/// Whether none of the registers holds anything counted.
+inline bool holdNothing(const Value* first, const Value* last) {
+  return std::none_of(first, last, [](const Value& value) {
+    return value.isCounted() || value.is(Type::ArrayLock);
+  });
+}
 
 /// What a register gives up: a temporary its content, a variable a copy. References are followed.
 inline Value taken(Value& source, bool isTemporary) {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "vbscript/syntax/parser.h"
+#include "vbscript/values/digits.h"
 
 namespace quorvane::vbs {
 
@@ -40,10 +41,6 @@ constexpr auto kClasses = makeClasses();
 
 bool isA(char c, int classes) {
   return (kClasses[static_cast<unsigned char>(c)] & classes) != 0;
-}
-
-int digitValue(char c) {
-  return c <= '9' ? c - '0' : (c | 0x20) - 'a' + 10;
 }
 
 bool isValueKeyword(Keyword keyword) {

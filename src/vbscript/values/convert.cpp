@@ -4,9 +4,9 @@
 #include <charconv>
 #include <cmath>
 
-#include "vbscript/values/calendar.h"
 #include "vbscript/values/number_text.h"
 #include "vbscript/values/object.h"
+#include "vbscript/values/serial_date.h"
 #include "vbscript/values/text_case.h"
 
 namespace quorvane::vbs {

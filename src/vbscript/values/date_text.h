@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "vbscript/values/calendar.h"
+#include "vbscript/values/serial_date.h"
 #include "vbscript/values/string.h"
 
 namespace quorvane::vbs {

@@ -37,7 +37,7 @@ class Host {
 struct EndOfRun {};
 
 struct Limits {
-  std::chrono::milliseconds time{10'000};              ///< of one run; then error 509-like stop
+  std::chrono::milliseconds time{10'000};  ///< of one run; then error 113, which no script traps
   std::int64_t memoryBytes = std::int64_t{256} << 20;  ///< of values made in a run; error 7
   std::uint32_t callDepth = 4000;                      ///< nested script calls; error 28
 };

@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "vbscript/values/convert.h"
+#include "vbscript/values/digits.h"
 #include "vbscript/values/error.h"
 #include "vbscript/values/text_locale.h"
 
@@ -20,12 +21,6 @@ bool isDigit(char c) {
 }
 bool isBlank(char c) {
   return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-int digitValue(char c) {
-  if (isDigit(c)) return c - '0';
-  const char lower = static_cast<char>(c | 0x20);
-  return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : 99;
 }
 
 std::string_view trimmedBlanks(std::string_view text) {

@@ -65,6 +65,7 @@ void Object::end(Object* object) noexcept {
 }
 
 void ArrayRep::destroy(ArrayRep* rep) noexcept {
+  VBS_ASSERT(rep->references == 0);
   if (rep->locks > 0) return;  // an element is still passed by reference; its lock frees the body
   EndQueue::end(rep);
 }

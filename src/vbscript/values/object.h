@@ -59,6 +59,7 @@ class Object {
 
   void retain() { ++references_; }
   void release() {
+    VBS_ASSERT(references_ > 0);
     if (--references_ == 0) end(this);
   }
   std::uint32_t references() const { return references_; }

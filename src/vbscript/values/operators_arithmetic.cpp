@@ -1,10 +1,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "vbscript/values/calendar.h"
 #include "vbscript/values/number_text.h"
 #include "vbscript/values/operand.h"
 #include "vbscript/values/operators.h"
+#include "vbscript/values/serial_date.h"
 
 namespace quorvane::vbs {
 

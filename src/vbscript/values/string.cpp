@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdlib>
 
+#include "vbscript/values/assert.h"
 #include "vbscript/values/error.h"
 #include "vbscript/values/text_case.h"
 
@@ -198,11 +199,13 @@ String String::fromUtf8(std::string_view text) {
 }
 
 void String::destroy(StringRep* rep) {
+  VBS_ASSERT(rep->references == 0);
   runContext.memory.release(charge(rep->capacity));
   std::free(rep);
 }
 
 char16_t String::at(std::size_t index) const {
+  VBS_ASSERT(index < length());
   if (rep_->encoding == Encoding::Ansi) {
     return ansiToUnit(static_cast<unsigned char>(rep_->data()[index]));
   }

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "vbscript/values/calendar.h"
 #include "vbscript/values/locale_table.h"
 #include "vbscript/values/run_context.h"
+#include "vbscript/values/serial_date.h"
 
 namespace quorvane::vbs {
 

@@ -147,6 +147,7 @@ Value* ArrayRep::at(std::span<const std::int32_t> indexes) const {
 }
 
 Value ArrayRep::element(std::size_t index) const {
+  VBS_ASSERT(index < count);
   if (elementType == Type::Byte) return Value::byte(static_cast<std::uint8_t>(bytes.raw()[index]));
   return elements[index];
 }

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "vbscript/values/assert.h"
 #include "vbscript/values/error.h"
 #include "vbscript/values/memory_meter.h"
 #include "vbscript/values/string.h"
@@ -184,25 +185,39 @@ class Value {
   double asDouble() const { return payload_.d; }
   std::int64_t asCurrency() const { return payload_.currency; }
   String asString() const {
+    VBS_ASSERT(isString());
     if (payload_.s) ++payload_.s->references;
     return String::adopt(payload_.s);
   }
   /// The body without counting; null for the empty string.
-  StringRep* stringRep() const { return payload_.s; }
+  StringRep* stringRep() const {
+    VBS_ASSERT(isString());
+    return payload_.s;
+  }
   /// The string's body moved out for appending in place; this value becomes Empty.
   String takeString() {
+    VBS_ASSERT(isString());
     type_ = Type::Empty;
     return String::adopt(payload_.s);
   }
-  Object* asObject() const { return payload_.o; }
-  ArrayRep* asArray() const { return payload_.a; }
+  Object* asObject() const {
+    VBS_ASSERT(isObject());
+    return payload_.o;
+  }
+  ArrayRep* asArray() const {
+    VBS_ASSERT(isArray() || is(Type::ArrayLock));
+    return payload_.a;
+  }
   /// The array's body, cloned first when somebody else holds it too.
   ArrayRep* writableArray();
   /// Whether this is the array of a variable declared with bounds: it can't be resized (error 10)
   /// or replaced (13). Copies are like any array.
   bool isFixedArray() const { return isArray() && fixed_; }
   void fixArray() { fixed_ = true; }
-  Value* target() const { return payload_.v; }
+  Value* target() const {
+    VBS_ASSERT(is(Type::Reference));
+    return payload_.v;
+  }
 
   /// The value behind a reference, or this value.
   const Value& deref() const { return type_ == Type::Reference ? *payload_.v : *this; }
@@ -210,13 +225,17 @@ class Value {
 
   /// For the machine's fast paths, on values known not to be counted.
   void setIntUncounted(Type t, std::int32_t n) {
+    VBS_ASSERT(!isCounted());
     type_ = t;
     payload_.i = n;
   }
   void setDoubleUncounted(Type t, double n) {
+    VBS_ASSERT(!isCounted());
     type_ = t;
     payload_.d = n;
   }
+  /// Leaves the value Empty whose bits have gone elsewhere, with the reference that they count.
+  void forget() { type_ = Type::Empty; }
   bool isCounted() const {
     constexpr std::uint32_t kCounted = (1u << static_cast<unsigned>(Type::String)) |
                                        (1u << static_cast<unsigned>(Type::Object)) |

@@ -128,15 +128,18 @@ TEST_F(PageRun, APageRunWithinAnotherSharesItsTime) {
   EXPECT_EQ(output("<% Server.ScriptTimeout = 30 %>" + page + page), "xx");
 }
 
-TEST_F(PageRun, EndsDictionariesThatHoldOneAnother) {
+TEST_F(PageRun, EndsObjectsThatHoldOneAnother) {
   run("x");  // makes the session, which stays
   const vbs::Object* const before = vbs::runContext.newestObject;
   EXPECT_EQ(run("<% Set a = CreateObject(\"Scripting.Dictionary\")\n"
                 "Set b = Server.CreateObject(\"Scripting.Dictionary\")\n"
-                "Set a(\"child\") = b : Set b(\"parent\") = a : b(\"list\") = Array(a, 1) %>x",
+                "Set a(\"child\") = b : Set b(\"parent\") = a : b(\"list\") = Array(a, 1)\n"
+                "Class C : Public held\n"
+                "Private Sub Class_Terminate : Response.Write \"e\" : End Sub : End Class\n"
+                "Set o = New C : Set o.held = b : b.Add o, Array(o, a) %>x",
                 "GET /p.qvs HTTP/1.1\r\nCookie: QVS_SESSIONID=5000")
                 .output,
-            "x");
+            "xe");
   EXPECT_EQ(vbs::runContext.newestObject, before);
 }
 

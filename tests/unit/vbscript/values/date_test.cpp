@@ -3,8 +3,8 @@
 #include <set>
 
 #include "testing.h"
-#include "vbscript/values/calendar.h"
 #include "vbscript/values/locale_table.h"
+#include "vbscript/values/serial_date.h"
 
 namespace quorvane::vbs {
 namespace {

@@ -1,4 +1,4 @@
-#include "vbscript/values/calendar.h"
+#include "vbscript/values/serial_date.h"
 
 #include <cmath>
 
