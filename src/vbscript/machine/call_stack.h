@@ -28,7 +28,7 @@ struct Frame {
 };
 
 /// The memory of one call stack. Large but touched only as far as scripts go, and handed from one
-/// engine to the next on the same thread. Registers that nobody uses hold no counted value.
+/// engine to the next on the same thread. Registers that nobody uses are free.
 class StackMemory {
  public:
   static std::unique_ptr<StackMemory> take(std::size_t frames);
@@ -72,7 +72,7 @@ class CallStack {
   void enter(const Routine& callee, Value* base, std::uint16_t target) {
     if (top_ + 1 >= framesEnd_ || base + callee.registerCount > registersEnd_) overflow();
     if (time.isDue()) time.look();
-    VBS_ASSERT(holdNothing(base + callee.firstCleared, base + callee.registerCount));
+    VBS_ASSERT(areFree(base + callee.firstCleared, base + callee.registerCount));
     ++top_;
     top_->pc = callee.code.data();
     top_->base = base;
@@ -100,7 +100,7 @@ class CallStack {
 
   /// Leaves the current frame, whose registers hold nothing counted any more.
   void pop() {
-    VBS_ASSERT(!top_->added && temporariesHoldNothing());
+    VBS_ASSERT(!top_->added && temporariesAreFree());
     VBS_ASSERT(top_ > memory_->frames());
     --top_;
   }
@@ -111,10 +111,10 @@ class CallStack {
   void acceptResult(Value* base, std::uint16_t target, Value& raw);
 
   // What must hold, for assertions.
-  /// Between statements the temporaries of the current frame hold nothing counted.
-  bool temporariesHoldNothing() const {
+  /// Between statements the temporaries of the current frame are free.
+  bool temporariesAreFree() const {
     const Routine& routine = *top_->routine;
-    return holdNothing(top_->base + routine.firstTemporary, top_->base + routine.registerCount);
+    return areFree(top_->base + routine.firstTemporary, top_->base + routine.registerCount);
   }
   /// Whether `pc` stands in the code of the current frame.
   bool isRunning(const Instruction* pc) const {

@@ -277,7 +277,7 @@ void Machine::execute(const Frame* entry) {
 #define VBS_JUMP(distance)                                               \
   do {                                                                   \
     const std::int32_t words = (distance);                               \
-    VBS_ASSERT(words > 0 || stack_.temporariesHoldNothing());            \
+    VBS_ASSERT(words > 0 || stack_.temporariesAreFree());                \
     if (words <= 0 && stack_.time.isDue()) VBS_SLOW(stack_.time.look()); \
     pc += words;                                                         \
     VBS_DISPATCH();                                                      \
@@ -599,25 +599,29 @@ ForEachNext:
   VBS_DELEGATE(Erase, 1, erase(stack_, pc, base))
 GetElement : {
   const Value* element = vectorElement(base[pc->b], base[pc->c]);
-  const bool simple = element && !(element->isObject() && !pc->aIsTemporary()) &&
-                      (!pc->bIsTemporary() || base[pc->b].is(Type::Reference));
-  if (simple && copyInto(base[pc->a], *element)) {
-    if (pc->bIsTemporary() && pc->a != pc->b) dropReference(base[pc->b]);
-  } else {
-    VBS_SLOW(getElement(stack_, pc, base));
+  if (element && (!element->isObject() || pc->aIsTemporary())) {
+    if (!pc->bIsTemporary()) {
+      if (copyInto(base[pc->a], *element)) VBS_NEXT(1);
+    } else if (base[pc->b].is(Type::Reference) && copyInto(base[pc->a], *element)) {
+      if (pc->a != pc->b) dropReference(base[pc->b]);
+      VBS_NEXT(1);
+    }
   }
 }
+  VBS_SLOW(getElement(stack_, pc, base));
   VBS_NEXT(1);
 GetElement2 : {
   const Value* element = matrixElement(base[pc->b], base[pc->c], base[pc[1].low()]);
-  const bool simple = element && !(element->isObject() && !pc->aIsTemporary()) &&
-                      (!pc->bIsTemporary() || base[pc->b].is(Type::Reference));
-  if (simple && copyInto(base[pc->a], *element)) {
-    if (pc->bIsTemporary() && pc->a != pc->b) dropReference(base[pc->b]);
-  } else {
-    VBS_SLOW(getElement2(stack_, pc, base));
+  if (element && (!element->isObject() || pc->aIsTemporary())) {
+    if (!pc->bIsTemporary()) {
+      if (copyInto(base[pc->a], *element)) VBS_NEXT(2);
+    } else if (base[pc->b].is(Type::Reference) && copyInto(base[pc->a], *element)) {
+      if (pc->a != pc->b) dropReference(base[pc->b]);
+      VBS_NEXT(2);
+    }
   }
 }
+  VBS_SLOW(getElement2(stack_, pc, base));
   VBS_NEXT(2);
   VBS_DELEGATE(GetElementMany, 2, getElementMany(stack_, pc, base))
 SetElement : {

@@ -24,11 +24,10 @@ inline bool needsCare(const Value& value) {
 void release(Value& value);
 void clearRange(Value* first, const Value* last);
 
-/// Whether none of the registers holds anything counted.
-inline bool holdNothing(const Value* first, const Value* last) {
-  return std::none_of(first, last, [](const Value& value) {
-    return value.isCounted() || value.is(Type::ArrayLock);
-  });
+/// Whether the registers can be overwritten without a look. All that nobody uses must be so: a
+/// reference left behind would lead what is put there to where it points.
+inline bool areFree(const Value* first, const Value* last) {
+  return std::none_of(first, last, needsCare);
 }
 
 /// What a register gives up: a temporary its content, a variable a copy. References are followed.

@@ -41,12 +41,15 @@ Value Machine::runText(const Value& text, bool isExpression, bool global) {
   const auto program = texts_.text(source, isExpression, inRoutine ? outer.routine : nullptr);
   const Routine& main = program->main();
   const Frame* halt = enterHalt();
-  Value* base = stack_.above();
+  Value* const base = stack_.above();
+  const Value* bound = base;
   try {
     stack_.reserve(base, std::size_t{main.parameterCount} + main.registerCount + 1);
+    bound += main.parameterCount;
     if (inRoutine) bindOuterVariables(main, base, outer);
     stack_.enter(main, base, isExpression ? 0 : kNoRegister);
   } catch (...) {
+    clearRange(base, bound);
     stack_.pop();
     throw;
   }

@@ -106,6 +106,20 @@ TEST_F(LimitsTest, RecursionThroughNativeCodeIsBounded) {
             "<28>");
 }
 
+TEST_F(LimitsTest, AnExecuteThatHasNoRoomLeavesNothingBehind) {
+  limits.callDepth = 20;
+  EXPECT_EQ(run("On Error Resume Next\n"
+                "Function Wide(n) : Dim b, c, d, e : b = \"t\" & n : c = b & b : d = c & b & e\n"
+                "Wide = d & n : End Function\n"
+                "Function Deep(n) : Dim a : a = \"kept\" & n\n"
+                "If n > 0 Then\nDeep = Deep(n - 1)\n"
+                "ElseIf asText Then\nExecute \"a = a & 1\"\nElse\nDeep = Wide(7)\nEnd If\n"
+                "End Function\n"
+                "asText = True : For i = 0 To 25 : x = Deep(i) : If Err.Number <> 0 Then Exit For\n"
+                "Next : asText = False : y = Deep(i) : Write Err.Number & y"),
+            "28t7t7t77");
+}
+
 TEST_F(LimitsTest, MemoryIsBounded) {
   limits.memoryBytes = 1 << 20;
   EXPECT_EQ(run("s = \"x\" : Do : s = s & s : Loop"), "<7>");
