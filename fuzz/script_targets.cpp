@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "components/components.h"
+#include "testing/fake_services.h"
 #include "vbscript/dumps/dumps.h"
 #include "vbscript/engine.h"
 #include "vbscript/syntax/parser.h"
@@ -30,10 +31,15 @@ class FuzzHost final : public vbs::Host {
   std::chrono::steady_clock::time_point steadyNow() override {
     return std::chrono::steady_clock::now();
   }
-  Value createObject(std::string_view progId) override { return createComponent(progId); }
+  Value createObject(std::string_view progId) override {
+    return createComponent(progId, outside_.services);
+  }
   Value getObject(std::string_view, std::string_view) override {
     vbs::throwError(vbs::ErrorCode::CannotCreateObject);
   }
+
+ private:
+  FakeServices<> outside_;
 };
 
 class FuzzOutput : public vbs::NativeObject<FuzzOutput> {

@@ -109,7 +109,10 @@ class FuzzServer {
   CountingRandom random_;
   FakeProcess process_;
   NoSettings settings_;
-  mainForm window_{{state_, loop_, clock_, files, random_, settings_, process_, nullptr}};
+  FormModel form_;
+  StatusLists status_{state_, clock_, form_};
+  Services services_{state_, status_, clock_, files, random_, process_};
+  mainForm window_{{services_, loop_, form_, status_, settings_}};
 };
 
 }  // namespace

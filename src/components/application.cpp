@@ -6,6 +6,10 @@
 #include <utility>
 #include <vector>
 
+#include "platform/clock.h"
+#include "platform/random.h"
+#include "support/server_state.h"
+#include "support/text.h"
 #include "vbscript/values/circles.h"
 #include "vbscript/values/convert.h"
 
@@ -28,15 +32,10 @@ std::span<const vbs::Member<OfferedFiles>> OfferedFiles::members() {
 }
 
 vbs::Value OfferedFiles::callAdd(vbs::Args args) {
-  constexpr std::string_view kDigits = "0123456789abcdef";
-  std::string key;
-  for (const std::uint8_t byte : random_.guid()) {
-    key += kDigits[byte >> 4];
-    key += kDigits[byte & 15];
-  }
+  const std::string key = hexDigits(services_.random.guid());
   std::optional<TimePoint> expires;
   if (args.size() > 1 && !args[1].deref().isMissing()) {
-    expires = clock_.now() + std::chrono::minutes{vbs::toLong(args[1])};
+    expires = services_.clock.now() + std::chrono::minutes{vbs::toLong(args[1])};
   }
   aliases_.offer(key, text(args[0]), expires);
   return vbs::Value(std::string_view(key));
@@ -47,9 +46,8 @@ vbs::Value OfferedFiles::callRemove(vbs::Args args) {
   return {};
 }
 
-ApplicationComponent::ApplicationComponent(std::string version, FileAliases& aliases,
-                                           const Clock& clock, Random& random)
-    : version_(std::move(version)), files_(vbs::make<OfferedFiles>(aliases, clock, random)) {}
+ApplicationComponent::ApplicationComponent(const Services& services, FileAliases& aliases)
+    : version_(VersionText(services.state)), files_(vbs::make<OfferedFiles>(services, aliases)) {}
 
 ApplicationComponent::~ApplicationComponent() {
   shared_->clear();

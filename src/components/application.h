@@ -6,8 +6,7 @@
 
 #include "components/language_texts.h"
 #include "components/shared_values.h"
-#include "platform/clock.h"
-#include "platform/random.h"
+#include "platform/services.h"
 #include "support/file_aliases.h"
 #include "vbscript/values/object.h"
 
@@ -16,9 +15,9 @@ namespace quorvane {
 /// The files that pages offer for download: `QvS.Files`.
 class OfferedFiles final : public vbs::NativeObject<OfferedFiles> {
  public:
-  /// All outlive the object.
-  OfferedFiles(FileAliases& aliases, const Clock& clock, Random& random)
-      : aliases_(aliases), clock_(clock), random_(random) {}
+  /// Both outlive the object.
+  OfferedFiles(const Services& services, FileAliases& aliases)
+      : services_(services), aliases_(aliases) {}
 
   std::string_view typeName() const override { return "Files"; }
   static std::span<const vbs::Member<OfferedFiles>> members();
@@ -27,18 +26,16 @@ class OfferedFiles final : public vbs::NativeObject<OfferedFiles> {
   vbs::Value callAdd(vbs::Args args);  ///< path[, minutes]: the key for "filebin$" targets
   vbs::Value callRemove(vbs::Args args);
 
+  const Services& services_;
   FileAliases& aliases_;
-  const Clock& clock_;
-  Random& random_;
 };
 
 /// What pages know as "QvS": the part of the server that is the same for every page. Lives as
 /// long as the server runs.
 class ApplicationComponent final : public vbs::NativeObject<ApplicationComponent> {
  public:
-  /// All outlive the component. `version` is what Version shows.
-  ApplicationComponent(std::string version, FileAliases& aliases, const Clock& clock,
-                       Random& random);
+  /// Both outlive the component.
+  ApplicationComponent(const Services& services, FileAliases& aliases);
   ~ApplicationComponent() override;  ///< ends the shared values: they may hold one another
 
   /// Null, as at first: no texts. `texts` outlives the component or is replaced before.
@@ -55,7 +52,7 @@ class ApplicationComponent final : public vbs::NativeObject<ApplicationComponent
   vbs::Value getFiles(vbs::Args);
   vbs::Value callText(vbs::Args args);
 
-  std::string version_;
+  std::string version_;  ///< of the server, as Version shows it
   vbs::Ref<OfferedFiles> files_;
   vbs::Ref<SharedValues> shared_ = vbs::make<SharedValues>();
   const LanguageTexts* texts_ = nullptr;

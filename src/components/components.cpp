@@ -1,33 +1,26 @@
 #include "components/components.h"
 
-#include <algorithm>
 #include <string>
 
+#include "components/component.h"
 #include "components/dictionary.h"
-#include "vbscript/library/regexp.h"
-#include "vbscript/values/text_case.h"
+#include "components/regexp.h"
+#include "support/text.h"
 
 namespace quorvane {
 
 namespace {
 
-struct Row {
-  std::string_view progId;  ///< lower case
-  vbs::Value (*create)();
-};
-
-constexpr Row kRows[] = {
-    {"scripting.dictionary", createDictionary},
-    {"vbscript.regexp", vbs::createRegExp},
+constexpr const Component* kComponents[] = {
+    &kDictionary,
+    &kRegExp,
 };
 
 }  // namespace
 
-vbs::Value createComponent(std::string_view progId) {
-  std::string lower(progId);
-  std::transform(lower.begin(), lower.end(), lower.begin(), vbs::lowerAnsi);
-  for (const Row& row : kRows) {
-    if (row.progId == lower) return row.create();
+vbs::Value createComponent(std::string_view progId, const Services& services) {
+  for (const Component* component : kComponents) {
+    if (equalsNoCase(component->progId, progId)) return component->create(services);
   }
   vbs::throwError(vbs::ErrorCode::CannotCreateObject, progId);
 }

@@ -6,8 +6,10 @@
 
 namespace quorvane {
 
+struct Services;
+
 /// The object that CreateObject makes for a program identifier, in any letter case. Error 429 for
-/// one that is not known.
-vbs::Value createComponent(std::string_view progId);
+/// one that is not known. `services` outlive what is made.
+vbs::Value createComponent(std::string_view progId, const Services& services);
 
 }  // namespace quorvane

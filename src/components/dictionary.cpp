@@ -122,8 +122,7 @@ void Dictionary::visitReferences(vbs::ReferenceVisitor& visitor) {
 
 }  // namespace
 
-Value createDictionary() {
-  return Value::adopt(new Dictionary());
-}
+const Component kDictionary{"scripting.dictionary",
+                            [](const Services&) { return Value::adopt(new Dictionary()); }};
 
 }  // namespace quorvane

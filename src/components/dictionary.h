@@ -1,10 +1,10 @@
 #pragma once
 
-#include "vbscript/values/value.h"
+#include "components/component.h"
 
 namespace quorvane {
 
-/// What CreateObject("Scripting.Dictionary") makes.
-vbs::Value createDictionary();
+/// Scripting.Dictionary.
+extern const Component kDictionary;
 
 }  // namespace quorvane

@@ -13,8 +13,10 @@ namespace quorvane {
 /// The language of the console and of the numbered texts that pages ask for.
 class ConsoleLanguage final : public LanguageTexts {
  public:
-  /// `userDefaultLCID` stands for the user's own language where that is wanted.
-  explicit ConsoleLanguage(std::int32_t userDefaultLCID) : mui_(userDefaultLCID) {}
+  /// `files` outlives the object. `userDefaultLCID` stands for the user's own language where that
+  /// is wanted.
+  ConsoleLanguage(const Files& files, std::int32_t userDefaultLCID)
+      : mui_(files, userDefaultLCID) {}
 
   /// Loads the language from a folder of language files, or the nearest there is, and puts the
   /// form's texts into it. Returns the language loaded, 0 for none; the form's texts stay then.

@@ -1,5 +1,8 @@
 #include "console/housekeeping.h"
 
+#include "platform/clock.h"
+#include "support/server_state.h"
+
 namespace quorvane {
 
 namespace {
@@ -23,7 +26,7 @@ Housekeeping::Housekeeping(const Parts& parts)
 
 void Housekeeping::start() {
   ctlTimer->start();
-  if (parts_.state.DebugMode) dbgTimer->start();
+  if (parts_.services.state.DebugMode) dbgTimer->start();
 }
 
 void Housekeeping::stop() {
@@ -34,7 +37,7 @@ void Housekeeping::stop() {
 void Housekeeping::tick() {
   expire();
   watchListener();
-  if (parts_.state.LogServer) parts_.status.commitLog();
+  if (parts_.services.state.LogServer) parts_.status.commitLog();
   parts_.slots.tidyUp();
 }
 
@@ -42,7 +45,7 @@ void Housekeeping::expire() {
   if (!parts_.objects) return;
   parts_.objects->scripts().sessions().expire();
   parts_.objects->scripts().authKeys().expire();
-  parts_.objects->aliases().removeExpired(parts_.clock.now());
+  parts_.objects->aliases().removeExpired(parts_.services.clock.now());
 }
 
 void Housekeeping::watchListener() {

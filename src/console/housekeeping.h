@@ -7,9 +7,8 @@
 #include "console/running_server.h"
 #include "console/slots.h"
 #include "console/status_lists.h"
-#include "platform/clock.h"
 #include "platform/event_loop.h"
-#include "support/server_state.h"
+#include "platform/services.h"
 
 namespace quorvane {
 
@@ -19,9 +18,8 @@ namespace quorvane {
 class Housekeeping {
  public:
   struct Parts {
-    const ServerState& state;
+    const Services& services;
     EventLoop& loop;
-    const Clock& clock;
     ServerControl& server;
     const TcpListener& listener;
     Slots& slots;

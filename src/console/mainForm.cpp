@@ -24,12 +24,13 @@ constexpr DrainPatience kFlushPatience{std::chrono::seconds(30), std::chrono::se
 
 mainForm::mainForm(mainFormParts parts)
     : parts_(std::move(parts)),
-      status_(parts_.state, parts_.clock, form_),
+      services_(parts_.services),
+      form_(parts_.form),
+      status_(parts_.status),
       wsTalker(parts_.loop, *this),
       wsHost(parts_.loop.makeListener(*this)),
       wsLinker(parts_.loop, *this, parts_.controlPort),
-      housekeeping_({parts_.state, parts_.loop, parts_.clock, *this, *wsHost, wsTalker, status_,
-                     form_, objects_}) {}
+      housekeeping_({services_, parts_.loop, *this, *wsHost, wsTalker, status_, form_, objects_}) {}
 
 mainForm::~mainForm() = default;
 
@@ -42,36 +43,35 @@ void mainForm::StartServer(bool forceServerStart) {
   loadLanguage(language);
   wsHost->close();
   wsTalker.reset();
-  if (!wsHost->listen(parts_.state.ServerPort)) return portError();
+  if (!wsHost->listen(services_.state.ServerPort)) return portError();
 
   serverRunning = true;
   status_.commitLog();
   housekeeping_.start();
-  startTime = parts_.clock.now();
+  startTime = services_.clock.now();
 }
 
 std::int32_t mainForm::wantedLanguage() const {
-  if (parts_.state.DefaultLCID != 0) return parts_.state.DefaultLCID;
+  if (services_.state.DefaultLCID != 0) return services_.state.DefaultLCID;
   return numericLong(parts_.settings.userLanguage()).value_or(kEnglish);
 }
 
 void mainForm::loadLanguage(std::int32_t wanted) {
-  const std::string folder = parts_.state.MainPath + "Lang";
+  const std::string folder = services_.state.MainPath + "Lang";
   const std::int32_t loaded = objects_->language().choose(folder, wanted, form_);
   status_.LogLine("LCID: " + std::to_string(loaded));
 }
 
 void mainForm::makeObjects(std::int32_t language) {
   if (!objects_) {
-    objects_ = std::make_unique<RunningServer>(
-        RunningServer::Parts{parts_.state, status_, parts_.clock, parts_.files, parts_.random,
-                             parts_.process, parts_.images, *this, parts_.userDefaultLCID});
+    objects_ = std::make_unique<RunningServer>(services_,
+                                               RunningServer::Parts{*this, parts_.userDefaultLCID});
   }
   objects_->renew(language);
 }
 
 void mainForm::portError() {
-  const std::string port = std::to_string(parts_.state.ServerPort);
+  const std::string port = std::to_string(services_.state.ServerPort);
   status_.LogLine("******* PORT ERROR: Unable to bind to port " + port);
   status_.complain("port " + port + " is taken or not for this user; nothing is served");
   StopServer();
@@ -92,11 +92,11 @@ void mainForm::closeAll() {
 }
 
 std::string mainForm::uptime() const {
-  return uptimeText(parts_.clock, startTime);
+  return uptimeText(services_.clock, startTime);
 }
 
 std::string mainForm::version() const {
-  return VersionText(parts_.state);
+  return VersionText(services_.state);
 }
 
 void mainForm::closeWindow() {
@@ -104,14 +104,13 @@ void mainForm::closeWindow() {
   if (serverRunning || wsHost->state() == SocketState::Listening) StopServer();
   windowClosed_ = true;
   status_.LogLine("Server Closing");
-  status_.commitLog();
-  parts_.state.ServerLog.reset();
+  status_.releaseLog();
   wsLinker.close();
   parts_.loop.stop();
 }
 
 void mainForm::startNewLog() {
-  if (parts_.state.ServerLog) parts_.state.ServerLog->Reset(true);
+  if (services_.state.ServerLog) services_.state.ServerLog->Reset(true);
 }
 
 void mainForm::clickButton(int index) {
@@ -145,7 +144,7 @@ void mainForm::serviceStopped() {
 }
 
 void mainForm::connectionRequest(ConnectionRequest& request) {
-  if (!mayConnect(parts_.state, request.remoteHostIP())) return;
+  if (!mayConnect(services_.state, request.remoteHostIP())) return;
   status_.LogLine("Connection request from IP " + request.remoteHostIP());
   wsTalker.accept(request);
 }

@@ -18,15 +18,11 @@ namespace quorvane {
 
 /// What the window works with. Everything outlives it.
 struct mainFormParts {
-  ServerState& state;
+  const Services& services;
   EventLoop& loop;
-  const Clock& clock;
-  const Files& files;
-  Random& random;
+  FormModel& form;
+  StatusLists& status;  ///< the log of the services
   ServerSettings& settings;
-  Process& process;
-  ImageLibrary* images = nullptr;  ///< null: pictures are served unresized
-
   std::int32_t userDefaultLCID = 1033;  ///< the user's own language
 
   std::uint16_t controlPort = ControlChannel::kPort;
@@ -54,7 +50,7 @@ class mainForm final : public ServerControl,
   bool running() const override { return serverRunning; }
   std::string uptime() const override;
   std::string version() const override;
-  bool answersAnyAddress() const override { return parts_.state.ControlAnyAddress; }
+  bool answersAnyAddress() const override { return services_.state.ControlAnyAddress; }
 
   /// Query-unload: stops the server, closes the log and the channel and ends the event loop.
   /// The window is not used again afterwards.
@@ -98,8 +94,9 @@ class mainForm final : public ServerControl,
   void closeAll();
 
   mainFormParts parts_;
-  FormModel form_;
-  StatusLists status_;
+  const Services& services_;
+  FormModel& form_;
+  StatusLists& status_;
   Slots wsTalker;
   std::unique_ptr<TcpListener> wsHost;
   std::unique_ptr<RunningServer> objects_;

@@ -6,33 +6,24 @@
 #include "http/clsHTTPParser.h"
 #include "http/cookie_jar.h"
 #include "http/request_handling.h"
+#include "platform/services.h"
 #include "script/running_scripts.h"
 #include "support/clsQVMod.h"
 #include "support/clsWEncode.h"
-#include "support/clsZipString.h"
 #include "support/file_aliases.h"
 
 namespace quorvane {
-
-class ImageLibrary;
 
 /// What lives as long as the server runs: made by a start, released whole by a stop.
 class RunningServer {
  public:
   struct Parts {
-    const ServerState& state;
-    StatusLines& log;
-    const Clock& clock;
-    const Files& files;
-    Random& random;
-    Process& process;
-    ImageLibrary* images;  ///< may be null
     PageEvents& events;
     std::int32_t userDefaultLCID;
   };
 
-  /// Call renew() before anything else.
-  explicit RunningServer(const Parts& parts);
+  /// Call renew() before anything else. The services and the parts outlive this object.
+  RunningServer(const Services& services, const Parts& parts);
 
   /// What every start does, forced or not: settings and modules are taken anew, the modules'
   /// variants in `language` preferred, and issued authorisation keys are lost; sessions stay.
@@ -44,11 +35,11 @@ class RunningServer {
   ConsoleLanguage& language() { return language_; }
 
  private:
-  Parts parts_;
+  const Services& services_;
+  PageEvents& events_;
   clsWEncode encoder_;
   CookieJar cookies_;
   clsHTTPParser parser_{encoder_, cookies_};
-  clsZipString zip_;
   clsQVMod modules_;
   FileAliases aliases_;
   ConsoleLanguage language_;

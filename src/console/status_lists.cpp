@@ -32,4 +32,9 @@ void StatusLists::commitLog() {
   if (state_.ServerLog) state_.ServerLog->Commit();
 }
 
+void StatusLists::releaseLog() {
+  commitLog();
+  state_.ServerLog.reset();
+}
+
 }  // namespace quorvane

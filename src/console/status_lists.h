@@ -16,13 +16,14 @@ namespace quorvane {
 class StatusLists final : public StatusLines {
  public:
   /// All outlive the lists.
-  StatusLists(const ServerState& state, const Clock& clock, FormModel& form)
+  StatusLists(ServerState& state, const Clock& clock, FormModel& form)
       : state_(state), clock_(clock), form_(form) {}
 
   void LogLine(std::string_view text) override;
 
   /// Writes what the server log holds, if there is one.
   void commitLog();
+  void releaseLog();  ///< writes it and does without one from here on
 
   /// For what the user of a run that shows no status lines has to know.
   void complain(std::string_view text);
@@ -34,7 +35,7 @@ class StatusLists final : public StatusLines {
   std::function<void(std::string_view line)> onComplaint;
 
  private:
-  const ServerState& state_;
+  ServerState& state_;
   const Clock& clock_;
   FormModel& form_;
 };

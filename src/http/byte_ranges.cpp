@@ -75,15 +75,9 @@ FileSlice sliceOf(const std::shared_ptr<const OpenFile>& file, const Range& rang
 
 /// "<" and 38 random hexadecimal digits and ">". The brackets belong to the boundary.
 std::string newBoundary(Random& random) {
-  constexpr std::string_view kDigits = "0123456789abcdef";
   constexpr std::size_t kLength = 38;
   std::string text;
-  while (text.size() < kLength) {
-    for (const std::uint8_t byte : random.guid()) {
-      text += kDigits[byte >> 4];
-      text += kDigits[byte & 15];
-    }
-  }
+  while (text.size() < kLength) text += hexDigits(random.guid());
   text.resize(kLength);
   return '<' + text + '>';
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "support/clsZipString.h"
 #include "support/paths.h"
 #include "support/text.h"
 
@@ -40,7 +41,7 @@ std::optional<Body> GzipCopies::fresh(const FoundFile& source) {
 
 std::optional<std::string> GzipCopies::packed(const FoundFile& source) {
   auto bytes = files_.readAll(source.path);
-  if (bytes) zip_.CompressStringB(*bytes, clsZipString::kGzip);
+  if (bytes) clsZipString::CompressStringB(*bytes, clsZipString::kGzip);
   return bytes;
 }
 

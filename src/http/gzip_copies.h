@@ -7,7 +7,6 @@
 
 #include "http/content_cache.h"
 #include "http/targets.h"
-#include "support/clsZipString.h"
 #include "support/files.h"
 
 namespace quorvane {
@@ -19,8 +18,7 @@ class GzipCopies {
   /// Larger files are not compressed: one thread serves all, and the work is done in memory.
   static constexpr std::uint64_t kMostSourceBytes = std::uint64_t{64} << 20;
 
-  GzipCopies(const Files& files, const clsZipString& zip, ContentCache& contents)
-      : files_(files), zip_(zip), contents_(contents) {}
+  GzipCopies(const Files& files, ContentCache& contents) : files_(files), contents_(contents) {}
 
   /// The copy's name in the cache folder: the URL path in upper case, "^" for every separator.
   static std::string nameOf(std::string_view urlPath);
@@ -40,7 +38,6 @@ class GzipCopies {
   std::optional<std::string> packed(const FoundFile& source);
 
   const Files& files_;
-  const clsZipString& zip_;
   ContentCache& contents_;
 };
 

@@ -49,6 +49,7 @@ class RequestHandling::Answer {
  public:
   Answer(RequestHandling& handling, int index, RequestClass requestClass, std::string client)
       : handling_(handling),
+        services_(handling.services_),
         parts_(handling.parts_),
         parser_(parts_.parser),
         index_(index),
@@ -76,6 +77,7 @@ class RequestHandling::Answer {
   void logRequest();
 
   RequestHandling& handling_;
+  const Services& services_;
   const RequestHandlingParts& parts_;
   clsHTTPParser& parser_;
   const int index_;
@@ -113,11 +115,11 @@ Response RequestHandling::Answer::run() {
 Wanted RequestHandling::Answer::firstWanted() const {
   // Any folder at any depth stands for the default document of the document root.
   if (parser_.DocumentTitle().empty()) {
-    parser_.setDocumentTitle(parts_.state.DefaultDocument);
+    parser_.setDocumentTitle(services_.state.DefaultDocument);
     parser_.setDocumentPath("/");
-    parser_.setDocumentUrl("/" + parts_.state.DefaultDocument);
+    parser_.setDocumentUrl("/" + services_.state.DefaultDocument);
   }
-  return Wanted::by(parser_, parts_.state, parts_.aliases, parts_.clock);
+  return Wanted::by(parser_, services_.state, parts_.aliases, services_.clock);
 }
 
 /// Pages find in the parser what is wanted of them.
@@ -133,7 +135,7 @@ void RequestHandling::Answer::nameFile() {
 }
 
 void RequestHandling::Answer::follow(const RedirectedPage& page) {
-  want(wanted_.redirected(page, parts_.state.ScriptsFolder));
+  want(wanted_.redirected(page, services_.state.ScriptsFolder));
   parser_.ClearVars();
   if (wanted_.query) parser_.setDocumentQueryString(*wanted_.query);
 }
@@ -145,11 +147,11 @@ bool RequestHandling::Answer::isPlayed() const {
 
 bool RequestHandling::Answer::locate() {
   module_ = nullptr;
-  if (!parts_.state.NoQvm && !parts_.modules.empty()) {
+  if (!services_.state.NoQvm && !parts_.modules.empty()) {
     module_ = parts_.modules.sharedFile(wanted_.document());
     if (module_) return true;
   }
-  auto found = targets::locate(parts_.files, wanted_.file);
+  auto found = targets::locate(services_.files, wanted_.file);
   if (found) found_ = std::move(*found);
   return found.has_value();
 }
@@ -167,8 +169,8 @@ Response RequestHandling::Answer::pageResponse(FinishedPage page) {
   logRequest();
   std::string& headers = page.header;
   if (headers.ends_with("\r\n")) headers.resize(headers.size() - 2);
-  if (parser_.AcceptGZipEncoding() && parts_.state.EncodeDynamic &&
-      parts_.zip.CompressString(page.body, clsZipString::kGzip)) {
+  if (parser_.AcceptGZipEncoding() && services_.state.EncodeDynamic &&
+      clsZipString::CompressString(page.body, clsZipString::kGzip)) {
     header_lines::add(headers, "Content-encoding", "gzip");
   }
   ResponseHeads::Ordinary head;
@@ -213,22 +215,22 @@ Response RequestHandling::Answer::withHead(ResponseHeads::Ordinary head, Body bo
 }
 
 Response RequestHandling::Answer::notFound(bool allowed) {
-  parts_.log.LogLine(client_ + (allowed ? " > NOT FOUND: " : " > NOT ALLOWED: ") +
-                     wanted_.document());
+  services_.log.LogLine(client_ + (allowed ? " > NOT FOUND: " : " > NOT ALLOWED: ") +
+                        wanted_.document());
   return {error_responses::notFound(*handling_.heads_, paths::fileNameOf(localFile_)), {}, false};
 }
 
 void RequestHandling::Answer::logRequest() {
-  parts_.log.LogLine(client_ + (parser_.formMethod() == 1 ? " > POST " : " > GET ") +
-                     wanted_.document());
+  services_.log.LogLine(client_ + (parser_.formMethod() == 1 ? " > POST " : " > GET ") +
+                        wanted_.document());
 }
 
-RequestHandling::RequestHandling(const RequestHandlingParts& parts)
-    : parts_(parts),
-      heads_(std::make_unique<ResponseHeads>(parts.state, parts.clock)),
+RequestHandling::RequestHandling(const Services& services, const RequestHandlingParts& parts)
+    : services_(services),
+      parts_(parts),
+      heads_(std::make_unique<ResponseHeads>(services.state, services.clock)),
       types_(std::make_unique<ContentTypes>()),
-      staticFiles_(std::make_unique<StaticFiles>(parts.state, parts.files, parts.clock, parts.zip,
-                                                 parts.random, *types_, parts.images)) {}
+      staticFiles_(std::make_unique<StaticFiles>(services, *types_)) {}
 
 RequestHandling::~RequestHandling() = default;
 
@@ -240,7 +242,7 @@ std::optional<Response> RequestHandling::dataArrival(int index, SlotRecord& reco
   if (collected.outcome == Outcome::NeedMore) return std::nullopt;
   if (collected.outcome == Outcome::TellToGoOn) return Response{ResponseHeads::goOn(), {}, true};
   const bool complete = collected.outcome == Outcome::Complete;
-  if (complete && parts_.state.LogHeaders) logHeaders(collected.request());
+  if (complete && services_.state.LogHeaders) logHeaders(collected.request());
 
   parts_.cookies.clear();
   clsHTTPParser& parser = parts_.parser;
@@ -253,9 +255,9 @@ std::optional<Response> RequestHandling::dataArrival(int index, SlotRecord& reco
   }
   Response response;
   if (!complete || !parser.ValidRequest()) {
-    parts_.log.LogLine(remoteHostIP + " > INVALID HEADER: " + parser.DocumentPath() +
-                       parser.DocumentTitle() + "\r\n" +
-                       parser.HTTPData().substr(0, kMostLoggedBytes));
+    services_.log.LogLine(remoteHostIP + " > INVALID HEADER: " + parser.DocumentPath() +
+                          parser.DocumentTitle() + "\r\n" +
+                          parser.HTTPData().substr(0, kMostLoggedBytes));
     response = badRequest();
   } else {
     parser.setRemoteIP(remoteHostIP);
@@ -266,8 +268,8 @@ std::optional<Response> RequestHandling::dataArrival(int index, SlotRecord& reco
 }
 
 void RequestHandling::logHeaders(std::string_view request) {
-  parts_.log.LogLine("Header (" + std::to_string(request.size()) +
-                     " bytes): " + replaceAll(request.substr(0, kMostLoggedBytes), "\r\n", "||"));
+  services_.log.LogLine("Header (" + std::to_string(request.size()) + " bytes): " +
+                        replaceAll(request.substr(0, kMostLoggedBytes), "\r\n", "||"));
 }
 
 Response RequestHandling::badRequest() {

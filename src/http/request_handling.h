@@ -9,25 +9,19 @@
 
 #include "http/request_collector.h"
 #include "platform/outgoing.h"
+#include "platform/services.h"
 
 namespace quorvane {
 
 class clsHTTPParser;
 class clsQVMod;
-class clsZipString;
-class Clock;
 class ContentTypes;
 class CookieJar;
 class FileAliases;
-class Files;
-class ImageLibrary;
 class PageEvents;
-class Random;
 class ResponseHeads;
 class ScriptPages;
 class StaticFiles;
-class StatusLines;
-struct ServerState;
 
 /// What is to be sent on a slot.
 struct Response {
@@ -39,21 +33,15 @@ struct Response {
   bool empty() const { return head.empty() && bodyLength(body) == 0; }
 };
 
-/// What request handling works with. Everything is owned by the caller and outlives it.
+/// What request handling works with besides the server's services. Everything is owned by the
+/// caller and outlives it.
 struct RequestHandlingParts {
-  const ServerState& state;
-  StatusLines& log;
-  const Clock& clock;
-  const Files& files;
-  Random& random;
   clsHTTPParser& parser;
   CookieJar& cookies;
   clsQVMod& modules;
-  const clsZipString& zip;
   const FileAliases& aliases;
   ScriptPages& pages;
-  PageEvents& events;              ///< of the pages that run
-  ImageLibrary* images = nullptr;  ///< null: pictures are served unresized
+  PageEvents& events;  ///< of the pages that run
 };
 
 /// Takes the bytes that arrive on a slot and makes responses of them: collects a request, has it
@@ -62,7 +50,7 @@ struct RequestHandlingParts {
 /// before it has returned.
 class RequestHandling {
  public:
-  explicit RequestHandling(const RequestHandlingParts& parts);
+  RequestHandling(const Services& services, const RequestHandlingParts& parts);
   ~RequestHandling();
   RequestHandling(const RequestHandling&) = delete;
   RequestHandling& operator=(const RequestHandling&) = delete;
@@ -79,6 +67,7 @@ class RequestHandling {
   void logHeaders(std::string_view request);
   Response badRequest();
 
+  const Services& services_;
   RequestHandlingParts parts_;
   std::unique_ptr<ResponseHeads> heads_;
   std::unique_ptr<ContentTypes> types_;

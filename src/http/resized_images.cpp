@@ -60,13 +60,7 @@ bool ResizedImages::render(const FoundFile& source, const std::string& target,
 }
 
 std::string ResizedImages::temporaryName(const std::string& fileName) {
-  constexpr std::string_view kDigits = "0123456789abcdef";
-  std::string name = "^N";
-  for (const std::uint8_t byte : random_.guid()) {
-    name += kDigits[byte >> 4];
-    name += kDigits[byte & 15];
-  }
-  return name + fileName;
+  return "^N" + hexDigits(random_.guid()) + fileName;
 }
 
 }  // namespace quorvane

@@ -12,17 +12,13 @@
 
 namespace quorvane {
 
-StaticFiles::StaticFiles(const ServerState& state, const Files& files, const Clock& clock,
-                         const clsZipString& zip, Random& random, ContentTypes& types,
-                         ImageLibrary* images)
-    : state_(state),
-      files_(files),
-      random_(random),
+StaticFiles::StaticFiles(const Services& services, ContentTypes& types)
+    : services_(services),
       types_(types),
-      contents_(files, clock),
-      gzipCopies_(files, zip, contents_),
-      pictureCopies_(files),
-      resizedImages_(files, random, images, pictureCopies_) {}
+      contents_(services.files, services.clock),
+      gzipCopies_(services.files, contents_),
+      pictureCopies_(services.files),
+      resizedImages_(services.files, services.random, services.images, pictureCopies_) {}
 
 StaticFiles::Answer StaticFiles::answer(const Request& request) {
   Answer result;
@@ -30,7 +26,7 @@ StaticFiles::Answer StaticFiles::answer(const Request& request) {
   bool temporary = false;
   if (isResizableImage(result.file.path)) {
     if (auto copy = resizedImages_.copyFor(request.file, !request.aliasDownload, request.parser,
-                                           state_.CacheFolder)) {
+                                           services_.state.CacheFolder)) {
       result.file = std::move(copy->file);
       temporary = copy->temporary;
     }
@@ -43,20 +39,20 @@ StaticFiles::Answer StaticFiles::answer(const Request& request) {
   } else {
     result.body = contents_.bodyOf(result.file.path, result.file.info);
   }
-  if (temporary) files_.remove(result.file.path);
+  if (temporary) services_.files.remove(result.file.path);
   return result;
 }
 
 void StaticFiles::answerRanges(const Request& request, Answer& answer) {
   answer.partial = true;
-  const auto file = files_.open(answer.file.path);
+  const auto file = services_.files.open(answer.file.path);
   const auto ranges = file ? byte_ranges::parse(request.parser.RangeRequest(), file->info().size)
                            : std::vector<byte_ranges::Range>();
   if (ranges.empty()) {
     answer.unsatisfiable = true;
     return;
   }
-  auto made = byte_ranges::answer(file, ranges, types_.typeOf(answer.file.path), random_);
+  auto made = byte_ranges::answer(file, ranges, types_.typeOf(answer.file.path), services_.random);
   answer.body = std::move(made.body);
   answer.headers = std::move(made.headers);
 }
@@ -65,14 +61,14 @@ void StaticFiles::answerRanges(const Request& request, Answer& answer) {
 /// for another file, so nothing is kept of what was found under one.
 std::optional<Body> StaticFiles::packed(const Request& request, const FoundFile& file,
                                         bool keepCopy) {
-  if (!request.parser.AcceptGZipEncoding() || !isGzipEligible(file.path, state_)) {
+  if (!request.parser.AcceptGZipEncoding() || !isGzipEligible(file.path, services_.state)) {
     return std::nullopt;
   }
   const std::string urlPath =
       request.parser.DocumentPath() + std::string(paths::fileNameOf(file.path));
   if (!keepCopy || !GzipCopies::isKept(urlPath)) return gzipCopies_.fresh(file);
   const std::string name = GzipCopies::nameOf(urlPath);
-  const std::string path = paths::join(state_.CacheFolder, name);
+  const std::string path = paths::join(services_.state.CacheFolder, name);
   auto body = gzipCopies_.stored(file, path);
   if (body && PictureCopies::isCopy(name)) pictureCopies_.used(path, bodyLength(*body));
   return body;

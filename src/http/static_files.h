@@ -10,13 +10,12 @@
 #include "http/resized_images.h"
 #include "http/targets.h"
 #include "platform/outgoing.h"
+#include "platform/services.h"
 
 namespace quorvane {
 
 class clsHTTPParser;
 class ContentTypes;
-class Random;
-struct ServerState;
 
 /// Bodies for requests of static files: a resized picture first, then byte ranges, then a
 /// compressed copy, then the whole file.
@@ -36,8 +35,8 @@ class StaticFiles {
     FoundFile file;              ///< what is served: the request's file or a resized copy of it
   };
 
-  StaticFiles(const ServerState& state, const Files& files, const Clock& clock,
-              const clsZipString& zip, Random& random, ContentTypes& types, ImageLibrary* images);
+  /// Both outlive the object.
+  StaticFiles(const Services& services, ContentTypes& types);
 
   Answer answer(const Request& request);
 
@@ -45,9 +44,7 @@ class StaticFiles {
   void answerRanges(const Request& request, Answer& answer);
   std::optional<Body> packed(const Request& request, const FoundFile& file, bool keepCopy);
 
-  const ServerState& state_;
-  const Files& files_;
-  Random& random_;
+  const Services& services_;
   ContentTypes& types_;
   ContentCache contents_;
   GzipCopies gzipCopies_;

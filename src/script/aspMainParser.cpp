@@ -43,14 +43,15 @@ std::string description(const vbs::ErrorReport& error) {
 struct aspMainParser::Published {
   Published(aspMainParser& page)
       : response(vbs::make<aspResponseObj>(
-            page.services_.encoder, page.request_->cookies, page.services_.clock,
+            page.parts_.encoder, page.request_->cookies, page.services_.clock,
             [&page](std::string data, const std::string& header, bool first) {
               page.objResponse_FlushBuffer(std::move(data), header, first);
             })),
-        request(vbs::make<aspRequestObj>(page.services_.state, page.services_.encoder)),
-        server(vbs::make<aspServerObj>(page.services_, static_cast<aspServerObj::Page&>(page))),
+        request(vbs::make<aspRequestObj>(page.services_.state, page.parts_.encoder)),
+        server(vbs::make<aspServerObj>(page.services_, page.parts_,
+                                       static_cast<aspServerObj::Page&>(page))),
         session(page.session_),
-        application(page.services_.application) {
+        application(page.parts_.application) {
     request->attach(page.request_->parser, page.request_->cookies);
     server->setRequest(page.request_->parser);
     server->setPageFolder(page.pageFolder_);
@@ -93,8 +94,8 @@ struct aspMainParser::Published {
       vbs::make<GlobalMembers>(application, ApplicationComponent::kGlobalMembers);
 };
 
-aspMainParser::aspMainParser(const PageServices& services, vbs::Limits limits)
-    : services_(services), limits_(limits), host_(services.clock) {}
+aspMainParser::aspMainParser(const Services& services, const PageParts& parts, vbs::Limits limits)
+    : services_(services), parts_(parts), limits_(limits), host_(services) {}
 
 aspMainParser::~aspMainParser() = default;
 
@@ -248,7 +249,7 @@ void aspMainParser::objResponse_FlushBuffer(std::string rspData, const std::stri
                                             bool rspFirstFlush) {
   if (socketIndex_ < 0) return;
   if (rspFirstFlush) {
-    rspData.insert(0, services_.heads.flushed(request_->parser.SessionID(), rspHeaderData));
+    rspData.insert(0, parts_.heads.flushed(request_->parser.SessionID(), rspHeaderData));
   }
   flushedResponse_ = true;  // stays so when the page fails later
   request_->events.vbsParser_Dispatch(socketIndex_, std::move(rspData), false);

@@ -11,7 +11,7 @@
 #include "script/aspServerObj.h"
 #include "script/aspSessionObj.h"
 #include "script/page_host.h"
-#include "script/page_services.h"
+#include "script/page_parts.h"
 #include "vbscript/engine.h"
 
 namespace quorvane {
@@ -22,7 +22,8 @@ class aspResponseObj;
 class aspMainParser final : private aspServerObj::Page {
  public:
   /// A page's run time and memory are bounded by `limits`; what it writes counts as well.
-  explicit aspMainParser(const PageServices& services, vbs::Limits limits = {});
+  /// The services and the parts outlive the parser.
+  aspMainParser(const Services& services, const PageParts& parts, vbs::Limits limits = {});
   ~aspMainParser() override;
 
   /// One page for one request: everything below, from one Reset() to the next.
@@ -80,7 +81,8 @@ class aspMainParser final : private aspServerObj::Page {
   void setTimeLimit(std::chrono::seconds limit) override;
   void endPage() override;
 
-  const PageServices& services_;
+  const Services& services_;
+  const PageParts& parts_;
   vbs::Limits limits_;
   PageHost host_;
   vbs::ProgramCache programs_;

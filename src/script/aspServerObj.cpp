@@ -138,7 +138,7 @@ vbs::Value aspServerObj::callMapPath(vbs::Args args) {
 
 vbs::Value aspServerObj::callXCreateObject(vbs::Args args) {
   try {
-    return createComponent(text(args[0]));
+    return createComponent(text(args[0]), services_);
   } catch (const vbs::ScriptError&) {
     return vbs::Value::nothing();  // pages test for it
   }
@@ -147,29 +147,29 @@ vbs::Value aspServerObj::callXCreateObject(vbs::Args args) {
 vbs::Value aspServerObj::callIssueAuthKey(vbs::Args args) {
   const std::int16_t lifetime =
       script_values::hasArgument(args, 0) ? vbs::toInteger(args[0]) : std::int16_t{0};
-  return textValue(services_.authKeys.issue(std::chrono::minutes{lifetime}));
+  return textValue(parts_.authKeys.issue(std::chrono::minutes{lifetime}));
 }
 
 vbs::Value aspServerObj::callValidateAuthKey(vbs::Args args) {
-  return vbs::Value::boolean(services_.authKeys.validate(text(args[0])));
+  return vbs::Value::boolean(parts_.authKeys.validate(text(args[0])));
 }
 
 vbs::Value aspServerObj::callURLEncode(vbs::Args args) {
-  return textValue(services_.encoder.afEncodeURL(text(args[0])));
+  return textValue(parts_.encoder.afEncodeURL(text(args[0])));
 }
 
 vbs::Value aspServerObj::callURLDecode(vbs::Args args) {
-  const auto decoded = services_.encoder.afDecodeURL(text(args[0]));
+  const auto decoded = parts_.encoder.afDecodeURL(text(args[0]));
   if (!decoded) vbs::throwError(vbs::ErrorCode::TypeMismatch);
   return textValue(*decoded);
 }
 
 vbs::Value aspServerObj::callHTMLEncode(vbs::Args args) {
-  return textValue(services_.encoder.afText2HTML(text(args[0])));
+  return textValue(parts_.encoder.afText2HTML(text(args[0])));
 }
 
 vbs::Value aspServerObj::callHTMLDecode(vbs::Args args) {
-  return textValue(services_.encoder.afHTML2Text(text(args[0])));
+  return textValue(parts_.encoder.afHTML2Text(text(args[0])));
 }
 
 vbs::Value aspServerObj::callB64Encode(vbs::Args args) {

@@ -7,8 +7,9 @@
 #include <string>
 #include <string_view>
 
+#include "platform/services.h"
 #include "script/header_variables.h"
-#include "script/page_services.h"
+#include "script/page_parts.h"
 #include "vbscript/values/object.h"
 
 namespace quorvane {
@@ -34,8 +35,9 @@ class aspServerObj final : public vbs::NativeObject<aspServerObj> {
     virtual void endPage() = 0;
   };
 
-  /// `services` and `page` outlive the run.
-  aspServerObj(const PageServices& services, Page& page) : services_(services), page_(&page) {}
+  /// All outlive the run.
+  aspServerObj(const Services& services, const PageParts& parts, Page& page)
+      : services_(services), parts_(parts), page_(&page) {}
 
   void setRequest(const clsHTTPParser& request) { request_ = &request; }
 
@@ -80,7 +82,8 @@ class aspServerObj final : public vbs::NativeObject<aspServerObj> {
   vbs::Value callExecute(vbs::Args args);
   vbs::Value callTransfer(vbs::Args args);
 
-  const PageServices& services_;
+  const Services& services_;
+  const PageParts& parts_;
   Page* page_;
   const clsHTTPParser* request_ = nullptr;
   std::string pageFolder_;

@@ -1,19 +1,16 @@
 #include "script/running_scripts.h"
 
 #include "http/clsHTTPParser.h"
-#include "support/server_state.h"
 
 namespace quorvane {
 
-RunningScripts::RunningScripts(const Parts& parts, vbs::Limits limits)
-    : heads_(parts.state, parts.clock),
-      authKeys_(parts.clock, parts.random),
-      sessions_(parts.clock, parts.random, parts.log),
-      application_(vbs::make<ApplicationComponent>(VersionText(parts.state), parts.aliases,
-                                                   parts.clock, parts.random)),
-      services_{parts.state, parts.files,   parts.clock, parts.process,
-                heads_,      parts.encoder, authKeys_,   *application_},
-      vbsParser_(services_, limits) {
+RunningScripts::RunningScripts(const Services& services, const Parts& parts, vbs::Limits limits)
+    : heads_(services.state, services.clock),
+      authKeys_(services.clock, services.random),
+      sessions_(services.clock, services.random, services.log),
+      application_(vbs::make<ApplicationComponent>(services, parts.aliases)),
+      parts_{heads_, parts.encoder, authKeys_, *application_},
+      vbsParser_(services, parts_, limits) {
   application_->setLanguage(&parts.texts);
 }
 

@@ -10,26 +10,19 @@
 namespace quorvane {
 
 class FileAliases;
-class StatusLines;
 
 /// The script pages of one running server with what they keep between requests: sessions,
 /// authorisation keys, shared values. All of it is gone when the server stops.
 class RunningScripts final : public ScriptPages {
  public:
-  /// Everything outlives this object.
   struct Parts {
-    const ServerState& state;
-    StatusLines& log;
-    const Clock& clock;
-    const Files& files;
-    Random& random;
-    Process& process;
     const clsWEncode& encoder;
     FileAliases& aliases;
     const LanguageTexts& texts;
   };
 
-  explicit RunningScripts(const Parts& parts, vbs::Limits limits = {});
+  /// The services and the parts outlive this object.
+  RunningScripts(const Services& services, const Parts& parts, vbs::Limits limits = {});
   RunningScripts(const RunningScripts&) = delete;
   RunningScripts& operator=(const RunningScripts&) = delete;
 
@@ -44,7 +37,7 @@ class RunningScripts final : public ScriptPages {
   AuthKeys authKeys_;
   SessionStore sessions_;
   vbs::Ref<ApplicationComponent> application_;
-  PageServices services_;
+  PageParts parts_;
   aspMainParser vbsParser_;
 };
 

@@ -65,21 +65,23 @@ int run(int argc, char** argv) {
   modService service(*manager, *loop, *clock, system);
 
   const auto images = makeImageLibrary(*files);
-  mainForm window({state, *loop, *clock, *files, *random, settings, *process, images.get(),
-                   localeIdOf(userLanguageName())});
+  FormModel form;
+  StatusLists status(state, *clock, form);
+  const Services services{state, status, *clock, *files, *random, *process, images.get()};
+  mainForm window({services, *loop, form, status, settings, localeIdOf(userLanguageName())});
   const auto terminal = makeTerminal(*loop);
-  window.status().onComplaint = printComplaint;
-  const TerminalConsole console(window.form(), window.status().echo, terminal.get(), *loop,
-                                serverOf(window), printLine);
+  status.onComplaint = printComplaint;
+  const TerminalConsole console(form, status.echo, terminal.get(), *loop, serverOf(window),
+                                printLine);
   loop->onTerminationRequest([&window] { window.closeWindow(); });
   loop->onNotice([&window, &console](EventLoop::Notice notice) {
     const bool isOver = notice == EventLoop::Notice::HangUp && console.isDrawn();
     isOver ? window.closeWindow() : window.startNewLog();
   });
 
-  StartUp startUp({state, settings, *storage, *process, *files, *clock, *loop, system, service,
-                   *nts, *instance, window});
-  if (const auto status = startUp.run()) return static_cast<int>(*status);
+  StartUp startUp(
+      {state, settings, *storage, services, *loop, system, service, *nts, *instance, window});
+  if (const auto ended = startUp.run()) return static_cast<int>(*ended);
   loop->run();
   return static_cast<int>(ExitStatus::Done);
 }

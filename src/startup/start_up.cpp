@@ -62,21 +62,21 @@ bool StartUp::serviceCommand() {
 void StartUp::findFolders() {
   ServerState& state = parts_.state;
   state.DevMode = line_.has("/devmode");
-  state.MainPath =
-      paths::withSeparator(state.DevMode ? developerFolder() : parts_.process.programFolder());
+  state.MainPath = paths::withSeparator(state.DevMode ? developerFolder()
+                                                      : parts_.services.process.programFolder());
   const std::string server = state.MainPath + "Server" + paths::kSeparator;
   state.CacheFolder = server + "Cache";
   state.ScriptsFolder = server + "Scripts";
   state.LogsFolder = server + "Logs";
   // One level each: a tree without its "Server" folder is left as it is.
-  parts_.files.makeFolder(state.LogsFolder);
-  parts_.files.makeFolder(state.CacheFolder);
+  parts_.services.files.makeFolder(state.LogsFolder);
+  parts_.services.files.makeFolder(state.CacheFolder);
 }
 
 /// Made absolute, since pages change the current folder. Without any the separator stands for it.
 std::string StartUp::developerFolder() const {
   const std::string folder = parts_.settings.developerFolder();
-  return folder.empty() ? folder : paths::absolute(folder, parts_.process.currentFolder());
+  return folder.empty() ? folder : paths::absolute(folder, parts_.services.process.currentFolder());
 }
 
 void StartUp::takeSwitches() {
@@ -112,8 +112,8 @@ ExitStatus StartUp::installOrUninstall() {
 
 void StartUp::openLog() {
   ServerState& state = parts_.state;
-  state.ServerLog =
-      std::make_unique<clsLog>([&clock = parts_.clock] { return clock.local(clock.now()); });
+  state.ServerLog = std::make_unique<clsLog>(
+      parts_.services.files, [&clock = parts_.services.clock] { return clock.local(clock.now()); });
   state.ServerLog->setOutputFolder(state.LogsFolder);
 }
 

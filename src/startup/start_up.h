@@ -22,9 +22,7 @@ struct StartUpParts {
   ServerState& state;
   mainMod& settings;
   const SettingsStorage& storage;  ///< of the settings
-  const Process& process;
-  const Files& files;
-  const Clock& clock;
+  const Services& services;
   EventLoop& loop;
   const SysInfo& system;
   modService& service;
@@ -37,7 +35,8 @@ struct StartUpParts {
 /// and does it. Runs once.
 class StartUp {
  public:
-  explicit StartUp(const StartUpParts& parts) : parts_(parts), line_(parts.process.commandLine()) {}
+  explicit StartUp(const StartUpParts& parts)
+      : parts_(parts), line_(parts.services.process.commandLine()) {}
 
   /// How the program ends at once, after a one-shot command or as a second instance; nothing when
   /// the event loop is to be run.

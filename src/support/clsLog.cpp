@@ -1,8 +1,6 @@
 #include "support/clsLog.h"
 
-#include <filesystem>
-#include <fstream>
-
+#include "support/files.h"
 #include "support/paths.h"
 #include "support/text.h"
 
@@ -25,12 +23,8 @@ void clsLog::Commit() {
   if (lines_.empty()) return;
   const std::string batch = std::move(lines_);
   lines_.clear();
-  std::error_code ignored;
-  if (logFile_.empty() || !std::filesystem::exists(outputFolder_ + logFile_, ignored)) {
-    logFile_ = newFileName();
-  }
-  std::ofstream file(outputFolder_ + logFile_, std::ios::binary | std::ios::app);
-  file.write(batch.data(), static_cast<std::streamsize>(batch.size()));
+  if (logFile_.empty() || !files_.stat(outputFolder_ + logFile_)) logFile_ = newFileName();
+  files_.append(outputFolder_ + logFile_, batch);
 }
 
 void clsLog::Reset(bool CommitCurrentData) {

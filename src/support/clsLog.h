@@ -9,13 +9,17 @@
 
 namespace quorvane {
 
+class Files;
+
 /// Collects log lines in memory and appends them to a text file on demand. Nothing is written
 /// before `Commit`; lines still held when the object dies are lost, so its owner commits first.
 /// No member fails towards its caller.
 class clsLog {
  public:
-  /// `localTime` gives the present local time; it names log files and stamps lines.
-  explicit clsLog(std::function<CalendarTime()> localTime) : localTime_(std::move(localTime)) {}
+  /// `files` outlives the log. `localTime` gives the present local time; it names log files and
+  /// stamps lines.
+  clsLog(const Files& files, std::function<CalendarTime()> localTime)
+      : files_(files), localTime_(std::move(localTime)) {}
 
   /// Bare name of the file that commits append to; empty before the first and after a reset.
   const std::string& LogFile() const { return logFile_; }
@@ -42,6 +46,7 @@ class clsLog {
  private:
   std::string newFileName() const;
 
+  const Files& files_;
   std::function<CalendarTime()> localTime_;
   std::string lines_;  ///< each ended by CR LF
   std::string outputFolder_;

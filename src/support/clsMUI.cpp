@@ -4,14 +4,14 @@
 #include <array>
 #include <bit>
 #include <chrono>
-#include <filesystem>
 #include <optional>
-#include <system_error>
 #include <utility>
 
+#include "support/clsZipString.h"
+#include "support/files.h"
 #include "support/language_form.h"
 #include "support/language_text.h"
-#include "support/local_file_time.h"
+#include "support/local_time.h"
 #include "support/locale_id.h"
 #include "support/paths.h"
 #include "support/text.h"
@@ -28,7 +28,7 @@ constexpr std::size_t kPackedLengthOffset = 22;
 constexpr std::size_t kHeaderLength = 26;
 
 /// Far more than a program's texts take; what is larger is no language file.
-constexpr std::uintmax_t kMostFileBytes = 16U << 20;
+constexpr std::uint64_t kMostFileBytes = 16U << 20;
 constexpr std::size_t kMostTextBytes = std::size_t{64} << 20;
 
 void append(std::string& out, std::uint64_t value, int width) {
@@ -124,16 +124,11 @@ bool clsMUI::IsAvailable(std::int32_t thisLCID) const {
 
 void clsMUI::RefreshLangList() {
   available_.clear();
-  std::error_code error;
-  std::filesystem::directory_iterator entry(langFolder_, error);
-  const std::filesystem::directory_iterator end;
-  while (!error && entry != end) {
-    const std::string path = entry->path().string();
-    if (equalsNoCase(paths::extensionOf(paths::fileNameOf(path)), ".lng")) {
-      const auto heading = parseLanguageHeading(DecodeLangFile(path));
-      if (heading) available_.push_back({path, heading->lcid, heading->name});
-    }
-    entry.increment(error);
+  for (const std::string& name : files_.list(langFolder_)) {
+    if (!equalsNoCase(paths::extensionOf(name), ".lng")) continue;
+    const std::string path = langFolder_ + name;
+    const auto heading = parseLanguageHeading(DecodeLangFile(path));
+    if (heading) available_.push_back({path, heading->lcid, heading->name});
   }
   std::stable_sort(available_.begin(), available_.end(),
                    [](const Language& a, const Language& b) { return a.name < b.name; });
@@ -208,29 +203,31 @@ void clsMUI::SaveLangFile(const std::string& trgPath, std::int32_t lLCID,
                           const std::string& sLCDesc) const {
   std::string text = languageHeading(lLCID, sLCDesc);
   for (const auto& entry : texts_) text += "\r\n" + languageLine(entry.key, entry.value);
-  zip_.SaveFileB(trgPath, text);
+  clsZipString(files_).SaveFileB(trgPath, text);
 }
 
 bool clsMUI::EncodeLangFile(const std::string& srcFile, const std::string& trgFile) const {
-  const std::string text = zip_.LoadFileB(srcFile);
-  const auto changed = localFileTime(srcFile);
-  if (text.size() < kShortestText || text.size() > kMostTextBytes || !changed) return false;
+  const auto source = files_.stat(srcFile);
+  if (!source) return false;
+  const clsZipString zip(files_);
+  const std::string text = zip.LoadFileB(srcFile);
+  if (text.size() < kShortestText || text.size() > kMostTextBytes) return false;
   std::string packed = text;
-  if (!zip_.CompressStringB(packed, clsZipString::kGzip)) return false;
-  std::string file = fileHeader(text.size(), *changed, packed.size()) + packed;
-  return zip_.SaveFileB(trgFile, file);
+  if (!clsZipString::CompressStringB(packed, clsZipString::kGzip)) return false;
+  std::string file = fileHeader(text.size(), localTimeOf(source->modified), packed.size()) + packed;
+  return zip.SaveFileB(trgFile, file);
 }
 
 std::string clsMUI::DecodeLangFile(const std::string& srcFile) const {
-  std::error_code error;
-  const std::uintmax_t size = std::filesystem::file_size(srcFile, error);
-  if (error || size < kHeaderLength || size > kMostFileBytes) return {};
-  const std::string file = zip_.LoadFileB(srcFile);
+  const auto info = files_.stat(srcFile);
+  if (!info || info->size > kMostFileBytes) return {};
+  const std::string file = clsZipString(files_).LoadFileB(srcFile);
   if (file.size() < kHeaderLength) return {};
   const std::int32_t claimed = signedLongAt(file, kPackedLengthOffset);
   if (claimed <= 0 || static_cast<std::size_t>(claimed) > file.size() - kHeaderLength) return {};
   std::string text = file.substr(kHeaderLength, static_cast<std::size_t>(claimed));
-  return zip_.UncompressStringB(text, clsZipString::kGzip, kMostTextBytes) ? text : std::string();
+  const bool done = clsZipString::UncompressStringB(text, clsZipString::kGzip, kMostTextBytes);
+  return done ? text : std::string();
 }
 
 }  // namespace quorvane

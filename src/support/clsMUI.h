@@ -6,11 +6,11 @@
 #include <string_view>
 #include <vector>
 
-#include "support/clsZipString.h"
 #include "support/keyed_collection.h"
 
 namespace quorvane {
 
+class Files;
 class LanguageForm;
 
 /// The console's texts in the user's language: a table of texts by number and by form control,
@@ -23,8 +23,10 @@ class clsMUI {
  public:
   using Values = std::span<const std::string>;
 
-  /// The identifier that stands for the user's own language; see localeIdOf.
-  explicit clsMUI(std::int32_t userDefaultLCID) : userDefaultLCID_(userDefaultLCID) {}
+  /// `files` outlives the object. `userDefaultLCID` stands for the user's own language; see
+  /// localeIdOf.
+  clsMUI(const Files& files, std::int32_t userDefaultLCID)
+      : files_(files), userDefaultLCID_(userDefaultLCID) {}
 
   std::int32_t UserDefaultLCID() const { return userDefaultLCID_; }
 
@@ -79,7 +81,7 @@ class clsMUI {
   bool load(std::int32_t wanted);
   void setEntry(const std::string& key, std::string text);
 
-  clsZipString zip_;
+  const Files& files_;
   std::int32_t userDefaultLCID_;
   std::string projectID_;
   std::string langFolder_;

@@ -1,10 +1,10 @@
 #include "support/clsQVMod.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <optional>
-#include <system_error>
 
+#include "support/clsZipString.h"
+#include "support/files.h"
 #include "support/paths.h"
 #include "support/text.h"
 
@@ -121,20 +121,14 @@ struct clsQVMod::Record {
 };
 
 void clsQVMod::setModFolder(std::string nv) {
-  files_.clear();
+  contents_.clear();
   loadedKeys_.clear();
   lastPath_.clear();
   lastKey_.clear();
   const std::string folder = paths::withSeparator(std::move(nv));
-  std::error_code error;
-  std::filesystem::directory_iterator entry(folder, error);
-  const std::filesystem::directory_iterator end;
-  while (!error && entry != end) {
-    const std::string path = entry->path().string();
-    if (equalsNoCase(paths::extensionOf(paths::fileNameOf(path)), ".qvm")) {
-      loadModule(zip_.LoadFileB(path));
-    }
-    entry.increment(error);
+  for (const std::string& name : files_.list(folder)) {
+    if (!equalsNoCase(paths::extensionOf(name), ".qvm")) continue;
+    if (const auto module = files_.readAll(folder + name)) loadModule(*module);
   }
 }
 
@@ -157,7 +151,7 @@ bool clsQVMod::loadEntry(std::string_view packed, std::int32_t claimedLength,
   const std::size_t most = std::min(static_cast<std::size_t>(claimedLength) + kMostFieldBytes,
                                     clsZipString::kMostUnpacked);
   std::string text(packed);
-  if (!zip_.UncompressStringB(text, clsZipString::kGzip, most)) return false;
+  if (!clsZipString::UncompressStringB(text, clsZipString::kGzip, most)) return false;
 
   std::string_view fields[4];
   std::size_t start = 0;
@@ -186,11 +180,11 @@ void clsQVMod::keep(const Record& record) {
   std::string key = lowerCase(record.folder + std::string(name));
   if (!isVariant && loadedKeys_.find(key) != std::string::npos) return;
   loadedKeys_ += key;
-  files_.put(std::move(key), std::make_shared<const std::string>(record.content));
+  contents_.put(std::move(key), std::make_shared<const std::string>(record.content));
 }
 
 const clsQVMod::Content* clsQVMod::find(const std::string& modPath, bool leadingSeparator) {
-  if (files_.empty()) return nullptr;
+  if (contents_.empty()) return nullptr;
   if (modPath != lastPath_ || lastKey_.empty()) {
     lastPath_ = modPath;
     lastKey_ = pathKey(modPath);
@@ -198,7 +192,7 @@ const clsQVMod::Content* clsQVMod::find(const std::string& modPath, bool leading
       lastKey_.insert(lastKey_.begin(), '$');
     }
   }
-  return files_.find(lastKey_);
+  return contents_.find(lastKey_);
 }
 
 bool clsQVMod::ModFileExists(const std::string& modPath) {

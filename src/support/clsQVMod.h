@@ -5,10 +5,11 @@
 #include <string>
 #include <string_view>
 
-#include "support/clsZipString.h"
 #include "support/keyed_collection.h"
 
 namespace quorvane {
+
+class Files;
 
 /// The files of resource modules (".qvm"), unpacked into memory when the folder is set and asked
 /// for by URL path. No member fails loudly: a damaged module gives the entries before the first
@@ -17,6 +18,9 @@ namespace quorvane {
 /// A file's key is its path in lower case with "$" for every separator, "$" in front.
 class clsQVMod {
  public:
+  /// `files` outlives the object.
+  explicit clsQVMod(const Files& files) : files_(files) {}
+
   /// Language whose variants are preferred; set before `ModFolder`.
   std::int32_t LanguageID() const { return language_; }
   void setLanguageID(std::int32_t language) { language_ = language; }
@@ -33,7 +37,7 @@ class clsQVMod {
   std::shared_ptr<const std::string> sharedFile(const std::string& modPath);
 
   /// Whether nothing is held at all.
-  bool empty() const { return files_.empty(); }
+  bool empty() const { return contents_.empty(); }
 
   /// Loads one module from its bytes, after what is loaded already.
   void loadModule(std::string_view module);
@@ -46,9 +50,9 @@ class clsQVMod {
   void keep(const Record& record);
   const Content* find(const std::string& modPath, bool leadingSeparator);
 
-  clsZipString zip_;
+  const Files& files_;
   std::int32_t language_ = 0;
-  KeyedCollection<Content> files_;
+  KeyedCollection<Content> contents_;
   /// Every key in one text with nothing between: a key that occurs inside an earlier, longer one
   /// counts as loaded.
   std::string loadedKeys_;

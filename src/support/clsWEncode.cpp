@@ -46,9 +46,8 @@ bool isLetterOrDigit(int code) {
 }
 
 std::string percentForm(int code) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  return {'%', kDigits[static_cast<std::size_t>(code / 16)],
-          kDigits[static_cast<std::size_t>(code % 16)]};
+  const std::uint8_t byte[] = {static_cast<std::uint8_t>(code)};
+  return '%' + upperCase(hexDigits(byte));
 }
 
 std::string encode(std::string_view text, const std::array<std::string, 256>& table) {

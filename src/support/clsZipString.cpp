@@ -3,10 +3,9 @@
 #include <zlib.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <limits>
-#include <system_error>
+
+#include "support/files.h"
 
 namespace quorvane {
 
@@ -106,15 +105,15 @@ std::size_t firstUnpackedSize(const std::string& data, std::int32_t mode) {
 
 }  // namespace
 
-std::uint32_t clsZipString::GetAdler32(const std::string& Data) const {
+std::uint32_t clsZipString::GetAdler32(const std::string& Data) {
   return checksumOf(Data, adler32);
 }
 
-std::uint32_t clsZipString::GetCRC32(const std::string& Data) const {
+std::uint32_t clsZipString::GetCRC32(const std::string& Data) {
   return checksumOf(Data, crc32);
 }
 
-bool clsZipString::CompressStringB(std::string& Data, std::int32_t Mode) const {
+bool clsZipString::CompressStringB(std::string& Data, std::int32_t Mode) {
   if (Data.empty()) return false;
   z_stream stream{};
   if (deflateInit2(&stream, Z_DEFAULT_COMPRESSION, Z_DEFLATED, Mode, 8, Z_DEFAULT_STRATEGY) !=
@@ -129,7 +128,7 @@ bool clsZipString::CompressStringB(std::string& Data, std::int32_t Mode) const {
 }
 
 bool clsZipString::UncompressStringB(std::string& Data, std::int32_t Mode,
-                                     std::size_t mostUnpacked) const {
+                                     std::size_t mostUnpacked) {
   if (Data.empty()) return false;
   const std::size_t firstSize = firstUnpackedSize(Data, Mode);
   if (firstSize == 0 || mostUnpacked == 0) return false;
@@ -144,14 +143,7 @@ bool clsZipString::UncompressStringB(std::string& Data, std::int32_t Mode,
 
 std::string clsZipString::LoadFileB(const std::string& path2File, std::int32_t zipAction,
                                     std::int32_t Mode) const {
-  std::error_code error;
-  if (!std::filesystem::is_regular_file(path2File, error)) return {};
-  std::ifstream file(path2File, std::ios::binary | std::ios::ate);
-  const std::streamoff size = file ? static_cast<std::streamoff>(file.tellg()) : -1;
-  if (size <= 0) return {};
-  std::string data(static_cast<std::size_t>(size), '\0');
-  file.seekg(0);
-  if (!file.read(data.data(), size)) return {};
+  std::string data = files_.readAll(path2File).value_or("");
   if (zipAction == Compress) {
     CompressStringB(data, Mode);
   } else if (zipAction != None) {
@@ -162,17 +154,13 @@ std::string clsZipString::LoadFileB(const std::string& path2File, std::int32_t z
 
 bool clsZipString::SaveFileB(const std::string& path2File, std::string& sData,
                              std::int32_t zipAction, std::int32_t Mode) const {
-  std::error_code ignored;
-  std::filesystem::remove(path2File, ignored);
+  files_.remove(path2File);
   if (zipAction == Compress) {
     CompressStringB(sData, Mode);
   } else if (zipAction != None) {
     UncompressStringB(sData, Mode);
   }
-  std::ofstream file(path2File, std::ios::binary);
-  file.write(sData.data(), static_cast<std::streamsize>(sData.size()));
-  file.close();
-  return file.good();
+  return files_.writeAll(path2File, sData);
 }
 
 }  // namespace quorvane

@@ -6,6 +6,8 @@
 
 namespace quorvane {
 
+class Files;
+
 /// zlib behind a handful of operations. Data is bytes in a string; a "byte array" and a "string"
 /// are the same here, and the two families of names both exist because callers use both.
 /// Nothing fails loudly: a failed operation returns false and leaves the data alone.
@@ -20,21 +22,24 @@ class clsZipString {
 
   enum Action : std::int32_t { None = 0, Compress = 1, Uncompress = 2 };
 
-  std::uint32_t GetAdler32(const std::string& Data) const;
-  std::uint32_t GetCRC32(const std::string& Data) const;
+  /// `files` outlives the object.
+  explicit clsZipString(const Files& files) : files_(files) {}
+
+  static std::uint32_t GetAdler32(const std::string& Data);
+  static std::uint32_t GetCRC32(const std::string& Data);
 
   /// False for empty data.
-  bool CompressStringB(std::string& Data, std::int32_t Mode) const;
-  bool CompressString(std::string& Data, std::int32_t Mode) const {
+  static bool CompressStringB(std::string& Data, std::int32_t Mode);
+  static bool CompressString(std::string& Data, std::int32_t Mode) {
     return CompressStringB(Data, Mode);
   }
 
   /// False for empty data, a damaged or truncated stream, more than `mostUnpacked` bytes, and, in
   /// the gzip format, for content whose length is a multiple of 65,536: the first size tried is
   /// the low half of the trailer's length, and a size of 0 is not tried at all.
-  bool UncompressStringB(std::string& Data, std::int32_t Mode,
-                         std::size_t mostUnpacked = kMostUnpacked) const;
-  bool UncompressString(std::string& Data, std::int32_t Mode) const {
+  static bool UncompressStringB(std::string& Data, std::int32_t Mode,
+                                std::size_t mostUnpacked = kMostUnpacked);
+  static bool UncompressString(std::string& Data, std::int32_t Mode) {
     return UncompressStringB(Data, Mode);
   }
 
@@ -54,6 +59,9 @@ class clsZipString {
                 std::int32_t Mode = 0) const {
     return SaveFileB(path2File, sData, zipAction, Mode);
   }
+
+ private:
+  const Files& files_;
 };
 
 }  // namespace quorvane

@@ -160,6 +160,16 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
   }
 }
 
+std::string hexDigits(std::span<const std::uint8_t> bytes) {
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  std::string text;
+  for (const std::uint8_t byte : bytes) {
+    text += kDigits[byte >> 4];
+    text += kDigits[byte & 15];
+  }
+  return text;
+}
+
 std::string replaceAll(std::string_view text, std::string_view from, std::string_view to) {
   std::string result;
   std::size_t start = 0;

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,6 +41,9 @@ std::string_view trimBlanks(std::string_view text);
 /// The pieces between separators: always one more than there are separators. The views last as
 /// long as what `text` views.
 std::vector<std::string_view> split(std::string_view text, char separator);
+
+/// Two lower-case hexadecimal digits a byte.
+std::string hexDigits(std::span<const std::uint8_t> bytes);
 
 /// `text` with every occurrence of `from` (not empty) replaced, left to right.
 std::string replaceAll(std::string_view text, std::string_view from, std::string_view to);

@@ -126,7 +126,7 @@ class LanguageTool {
   const Files& files_;
   std::ostream& out_;
   std::ostream& err_;
-  const clsMUI tables_{kEnglishLCID};
+  const clsMUI tables_{files_, kEnglishLCID};
 };
 
 }  // namespace

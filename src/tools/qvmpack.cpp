@@ -115,7 +115,7 @@ class ModuleTool {
   }
 
   void examine(const std::string& bytes, const ModuleContents& contents) {
-    for (const std::string& sentence : unservedFiles(bytes, contents)) warn(sentence);
+    for (const std::string& sentence : unservedFiles(bytes, contents, files_)) warn(sentence);
     if (!contents.problem.empty()) warn(contents.problem);
   }
 

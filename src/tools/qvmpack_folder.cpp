@@ -12,7 +12,7 @@
 
 #include "support/calendar_time.h"
 #include "support/clsQVMod.h"
-#include "support/local_file_time.h"
+#include "support/local_time.h"
 #include "support/paths.h"
 #include "support/text.h"
 
@@ -89,15 +89,15 @@ void addFile(const fs::path& path, const fs::path& base, const Files& files,
              FolderContents& contents) {
   const fs::path relative = path.lexically_relative(base);
   auto content = files.readAll(path.string());
-  const auto date = localFileTime(path.string());
-  if (!content || !date) {
+  const auto info = files.stat(path.string());
+  if (!content || !info) {
     contents.warnings.push_back(relative.generic_string() + " can't be read and is left out.");
   } else if (content->empty()) {
     contents.warnings.push_back(relative.generic_string() +
                                 " is empty and left out: the server stops at an empty file.");
   } else {
     contents.files.push_back({relative.parent_path().generic_string(), relative.filename().string(),
-                              dateTimeText(*date), std::move(*content)});
+                              dateTimeText(localTimeOf(info->modified)), std::move(*content)});
   }
 }
 
@@ -138,13 +138,14 @@ FolderContents readFolder(const std::string& folder, const std::string& leftOut,
   return contents;
 }
 
-Sentences unservedFiles(std::string_view bytes, const ModuleContents& contents) {
+Sentences unservedFiles(std::string_view bytes, const ModuleContents& contents,
+                        const Files& files) {
   Sentences sentences;
   std::map<std::int32_t, clsQVMod> readers;
   std::set<std::string> seen;
   for (const ModuleFile& file : contents.files) {
     const auto parts = partsOf(file.name).value_or(NameParts{kNoLanguage, file.name});
-    const auto [reader, isNew] = readers.try_emplace(parts.language);
+    const auto [reader, isNew] = readers.try_emplace(parts.language, files);
     if (isNew) {
       reader->second.setLanguageID(parts.language);
       reader->second.loadModule(bytes);

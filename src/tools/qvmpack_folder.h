@@ -26,7 +26,8 @@ FolderContents readFolder(const std::string& folder, const std::string& leftOut,
 
 /// What of a module's files the server would not serve as they are, a sentence each. `bytes` are
 /// the whole module and `contents` what was read from it.
-std::vector<std::string> unservedFiles(std::string_view bytes, const ModuleContents& contents);
+std::vector<std::string> unservedFiles(std::string_view bytes, const ModuleContents& contents,
+                                       const Files& files);
 
 /// Where below `folder` a module's file is unpacked; nothing when its names would lead outside or
 /// can't be file names.

@@ -53,7 +53,7 @@ std::string recordOf(const ModuleFile& file) {
 
 std::string entryOf(const ModuleFile& file, std::size_t number) {
   std::string record = recordOf(file);
-  clsZipString().CompressStringB(record, clsZipString::kGzip);
+  clsZipString::CompressStringB(record, clsZipString::kGzip);
   std::string entry;
   append(entry, number, 1);
   append(entry, file.content.size(), 4);
@@ -107,8 +107,8 @@ bool splitRecord(const std::string& record, ModuleFile& file, std::string& size)
 
 std::optional<ModuleFile> fileOf(const Entry& entry, std::string& problem) {
   std::string record(entry.packed);
-  if (!clsZipString().UncompressStringB(record, clsZipString::kGzip,
-                                        entry.contentLength + kMostFieldBytes)) {
+  if (!clsZipString::UncompressStringB(record, clsZipString::kGzip,
+                                       entry.contentLength + kMostFieldBytes)) {
     problem = "its record can't be unpacked";
     return std::nullopt;
   }

@@ -54,7 +54,7 @@ std::chrono::steady_clock::time_point LanguageHost::steadyNow() {
 }
 
 Value LanguageHost::createObject(std::string_view progId) {
-  return createComponent(progId);
+  return createComponent(progId, outside_.services);
 }
 
 Value LanguageHost::getObject(std::string_view, std::string_view) {

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "testing/fake_services.h"
 #include "vbscript/values/host.h"
 #include "vbscript/values/object.h"
 
@@ -15,6 +16,9 @@ class LanguageHost final : public vbs::Host {
   std::chrono::steady_clock::time_point steadyNow() override;
   vbs::Value createObject(std::string_view progId) override;
   vbs::Value getObject(std::string_view pathName, std::string_view progId) override;
+
+ private:
+  FakeServices<> outside_;
 };
 
 /// Published with its members as globals: `Echo a, b` writes a line of texts joined by a blank,

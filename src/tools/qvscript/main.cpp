@@ -3,13 +3,15 @@
 #include <string>
 #include <vector>
 
+#include "components/script_host.h"
 #include "platform/system.h"
 #include "qvscript/check.h"
 #include "qvscript/command_line.h"
-#include "qvscript/console_host.h"
 #include "qvscript/page_program.h"
 #include "qvscript/source_file.h"
 #include "qvscript/wscript_object.h"
+#include "support/server_state.h"
+#include "support/status_lines.h"
 #include "vbscript/dumps/dumps.h"
 #include "vbscript/engine.h"
 
@@ -46,9 +48,29 @@ int check(const CommandLine& command) {
   return result.faulty > 0 ? kScriptError : kSuccess;
 }
 
-int run(const CommandLine& command, const std::string& source, const std::string& program) {
+/// There is no server here whose status lines anybody would read.
+class NoStatusLines final : public StatusLines {
+ public:
+  void LogLine(std::string_view) override {}
+};
+
+/// What components get when no server runs.
+struct ToolServices {
+  ToolServices(int argc, char** argv) : process(makeProcess(argc, argv)) {}
+
+  ServerState state;
+  NoStatusLines log;
+  std::unique_ptr<Clock> clock = makeClock();
+  std::unique_ptr<Files> files = makeFiles();
+  std::unique_ptr<Random> random = makeRandom();
+  std::unique_ptr<Process> process;
+  Services all{state, log, *clock, *files, *random, *process};
+};
+
+int run(const CommandLine& command, const std::string& source, const std::string& program,
+        const Services& services) {
   constexpr std::int64_t kMemoryBytes = std::int64_t{8} << 30;
-  qvscript::ConsoleHost host;
+  ScriptHost host(services);
   vbs::ProgramCache cache;
   vbs::Limits limits;
   limits.time = command.timeLimit.value_or(std::chrono::hours(24 * 365));
@@ -69,7 +91,7 @@ int run(const CommandLine& command, const std::string& source, const std::string
   return kScriptError;
 }
 
-int perform(const CommandLine& command, const std::string& program) {
+int perform(const CommandLine& command, const std::string& program, const Services& services) {
   if (command.task == Task::Help) {
     print(stdout, qvscript::kHelpText);
     return kSuccess;
@@ -91,7 +113,7 @@ int perform(const CommandLine& command, const std::string& program) {
       print(stdout, qvscript::pageListing(absolutePath(command.file), std::move(source.text)));
       return kSuccess;
     default:
-      return run(command, source.text, program);
+      return run(command, source.text, program, services);
   }
 }
 
@@ -101,7 +123,8 @@ int run(int argc, char** argv) {
   if (!parsed.complaint.empty()) {
     return complain(parsed.complaint + "\nTry: qvscript --help");
   }
-  return perform(parsed.command, argc > 0 ? absolutePath(argv[0]) : std::string());
+  const ToolServices services(argc, argv);
+  return perform(parsed.command, argc > 0 ? absolutePath(argv[0]) : std::string(), services.all);
 }
 
 }  // namespace

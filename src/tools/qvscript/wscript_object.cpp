@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <thread>
 
+#include "qvscript/standard_stream.h"
 #include "vbscript/values/convert.h"
 
 namespace quorvane::qvscript {
@@ -28,9 +29,9 @@ WScriptObject::WScriptObject(vbs::Host& host, Setting setting)
     : host_(host),
       setting_(std::move(setting)),
       arguments_(vbs::make<ScriptArguments>(setting_.arguments)),
-      input_(vbs::make<TextStream>(stdin, TextStream::Mode::Read)),
-      output_(vbs::make<TextStream>(stdout, TextStream::Mode::Write)),
-      error_(vbs::make<TextStream>(stderr, TextStream::Mode::Write)) {}
+      input_(standardStream(stdin, TextStream::Mode::Read)),
+      output_(standardStream(stdout, TextStream::Mode::Write)),
+      error_(standardStream(stderr, TextStream::Mode::Write)) {}
 
 std::span<const Member<WScriptObject>> WScriptObject::members() {
   using Self = WScriptObject;

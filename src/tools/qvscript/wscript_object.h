@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "components/text_stream.h"
 #include "qvscript/script_arguments.h"
-#include "qvscript/text_stream.h"
 #include "vbscript/values/host.h"
 #include "vbscript/values/object.h"
 

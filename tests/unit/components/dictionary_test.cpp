@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "components/components.h"
+#include "testing/fake_services.h"
 #include "vbscript/values/convert.h"
 #include "vbscript/values/object.h"
 
@@ -15,6 +16,12 @@ namespace {
 
 using vbs::CallKind;
 using vbs::Value;
+
+const FakeServices<> outside;
+
+Value newDictionary() {
+  return kDictionary.create(outside.services);
+}
 
 class DictionaryTest : public testing::Test {
  protected:
@@ -52,7 +59,7 @@ class DictionaryTest : public testing::Test {
     return joined;
   }
 
-  Value dictionary_ = createDictionary();
+  Value dictionary_ = newDictionary();
 };
 
 TEST_F(DictionaryTest, AddsFindsAndRemoves) {
@@ -100,8 +107,8 @@ TEST_F(DictionaryTest, KeysOfAllTypes) {
   put(Value::null(), Value("null"));
   EXPECT_EQ(get("item", {Value()}).asString().narrow(), "empty");
   EXPECT_EQ(get("item", {Value::null()}).asString().narrow(), "null");
-  const Value a = createDictionary();
-  const Value b = createDictionary();
+  const Value a = newDictionary();
+  const Value b = newDictionary();
   put(a, Value("object"));
   EXPECT_TRUE(exists(a));
   EXPECT_FALSE(exists(b));
@@ -210,7 +217,7 @@ TEST_F(DictionaryTest, EndingItemsMayUseTheDictionary) {
 
 TEST_F(DictionaryTest, TheMemoryGoesBack) {
   const auto before = vbs::runContext.memory.used;
-  Value other = createDictionary();
+  Value other = newDictionary();
   std::swap(other, dictionary_);
   for (int i = 0; i < 1000; ++i) put(Value::whole(i), Value("text of some length"));
   EXPECT_GT(vbs::runContext.memory.used - before, 40'000);
@@ -220,9 +227,9 @@ TEST_F(DictionaryTest, TheMemoryGoesBack) {
 }
 
 TEST_F(DictionaryTest, IsMadeByName) {
-  EXPECT_EQ(vbs::typeName(createComponent("Scripting.DICTIONARY")), "Dictionary");
-  EXPECT_EQ(vbs::typeName(createComponent("VBScript.RegExp")), "IRegExp2");
-  EXPECT_EQ(errorOf([] { createComponent("No.Such"); }), 429);
+  EXPECT_EQ(vbs::typeName(createComponent("Scripting.DICTIONARY", outside.services)), "Dictionary");
+  EXPECT_EQ(vbs::typeName(createComponent("VBScript.RegExp", outside.services)), "IRegExp2");
+  EXPECT_EQ(errorOf([&] { createComponent("No.Such", outside.services); }), 429);
 }
 
 }  // namespace

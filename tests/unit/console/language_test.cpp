@@ -1,22 +1,14 @@
-#include <filesystem>
-#include <fstream>
-
 #include "support/clsMUI.h"
-#include "testing/temporary_folder.h"
 #include "window_fixture.h"
 
 namespace quorvane {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 /// A window whose base folder holds language files.
 class Language : public WindowTest {
  protected:
   Language() {
-    fs::create_directories(folder / "Lang");
-    state.MainPath = folder.path() + "/";
     offer(1031, "Deutsch", "Protokoll leeren", "Seite %1");
     offer(1033, "English", "Clear Log", "Page %1");
     offer(2070, "Portugues", "Limpar", "Pagina %1");
@@ -24,18 +16,17 @@ class Language : public WindowTest {
 
   void offer(int number, const std::string& name, const std::string& clear,
              const std::string& text) {
-    const std::string plain = folder / "plain.txt";
-    std::ofstream(plain, std::ios::binary)
-        << "QVLF V1.0$" << number << "$" << name << "\r\nmainForm.Caption=" << name
-        << "\r\nmainForm.btt(1).Caption=" << clear << "\r\n$007=" << text << "\r\n;"
-        << std::string(1100, '-');
+    files.addFolder("/base/Lang");
+    files.put("/base/plain.txt", "QVLF V1.0$" + std::to_string(number) + "$" + name +
+                                     "\r\nmainForm.Caption=" + name +
+                                     "\r\nmainForm.btt(1).Caption=" + clear + "\r\n$007=" + text +
+                                     "\r\n;" + std::string(1100, '-'));
     ASSERT_TRUE(
-        clsMUI(1033).EncodeLangFile(plain, folder / ("Lang/" + std::to_string(number) + ".lng")));
+        clsMUI(files, 1033)
+            .EncodeLangFile("/base/plain.txt", "/base/Lang/" + std::to_string(number) + ".lng"));
   }
   std::string loaded() { return lastLine(); }
   std::string clearCaption() { return *window.form().btt[1].caption; }
-
-  TemporaryFolder folder;
 };
 
 TEST_F(Language, WithoutAChoiceItIsEnglish) {
@@ -87,7 +78,7 @@ TEST_F(Language, PagesAskForNumberedTexts) {
 }
 
 TEST_F(Language, WithoutAnyFileTheTextsStayAsTheyAre) {
-  fs::remove_all(folder / "Lang");
+  for (const auto& name : files.list("/base/Lang")) files.remove("/base/Lang/" + name);
   settings.language = "1031";
   window.StartServer();
   EXPECT_EQ(loaded(), "LCID: 0");

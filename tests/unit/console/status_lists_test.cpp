@@ -2,35 +2,28 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-
 #include "platform/fake/fake_clock.h"
-#include "testing/temporary_folder.h"
+#include "platform/fake/memory_files.h"
 
 namespace quorvane {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 class StatusListsTest : public testing::Test {
  protected:
   void openLog() {
-    state.ServerLog = std::make_unique<clsLog>([this] { return clock.local(clock.now()); });
-    state.ServerLog->setOutputFolder(folder.path());
+    files.addFolder("/logs");
+    state.ServerLog = std::make_unique<clsLog>(files, [this] { return clock.local(clock.now()); });
+    state.ServerLog->setOutputFolder("/logs");
   }
   std::string logged() {
-    std::ostringstream all;
-    for (const auto& file : fs::directory_iterator(folder.path())) {
-      all << std::ifstream(file.path()).rdbuf();
-    }
-    return all.str();
+    std::string all;
+    for (const auto& name : files.list("/logs")) all += files.readAll("/logs/" + name).value();
+    return all;
   }
   const std::deque<std::string>& list() { return form.llist[0].lines(); }
 
-  TemporaryFolder folder;
+  MemoryFiles files;
   ServerState state;
   FakeClock clock;
   FormModel form;

@@ -29,7 +29,10 @@ class Server {
   ServerState state;
   FakeSettings settings{state};
   FakeProcess process;
-  mainForm window{{state, loop, *clock, *files, *random, settings, process, nullptr, 1033, 0}};
+  FormModel form;
+  StatusLists status{state, *clock, form};
+  Services services{state, status, *clock, *files, *random, process};
+  mainForm window{{services, loop, form, status, settings, 1033, 0}};
 };
 
 TEST(TwoServers, ServeAtTheSameTimeInOneProcess) {

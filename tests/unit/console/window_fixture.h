@@ -57,7 +57,7 @@ class WindowTest : public testing::Test {
     files.addFolder("/base/Server/Scripts");
   }
 
-  mainFormParts parts() { return {state, loop, clock, files, random, settings, process, &images}; }
+  mainFormParts parts() { return {services, loop, form, status, settings}; }
 
   FakeSocket* connect(const std::string& ip = "127.0.0.1") { return loop.listener->connect(ip); }
 
@@ -99,6 +99,9 @@ class WindowTest : public testing::Test {
   FakeSettings settings{state};
   FakeProcess process;
   BrokenImages images;
+  FormModel form;
+  StatusLists status{state, clock, form};
+  Services services{state, status, clock, files, random, process, &images};
   mainForm window{parts()};
 };
 

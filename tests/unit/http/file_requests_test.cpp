@@ -15,7 +15,7 @@ class FileRequests : public HandlingFixture {
 
   std::string unpacked(const Response& response) {
     std::string body = bytesOf(response.body);
-    EXPECT_TRUE(zip.UncompressString(body, clsZipString::kGzip));
+    EXPECT_TRUE(clsZipString::UncompressString(body, clsZipString::kGzip));
     return body;
   }
   Response getPacked(const std::string& target) {

@@ -10,16 +10,12 @@
 #include "http/cookie_jar.h"
 #include "http/request_handling.h"
 #include "http/script_pages.h"
-#include "platform/fake/fake_clock.h"
-#include "platform/fake/fake_random.h"
-#include "platform/fake/memory_files.h"
 #include "platform/image_library.h"
 #include "support/clsQVMod.h"
 #include "support/clsWEncode.h"
 #include "support/clsZipString.h"
 #include "support/file_aliases.h"
-#include "support/server_state.h"
-#include "support/status_lines.h"
+#include "testing/fake_services.h"
 
 namespace quorvane {
 
@@ -39,12 +35,6 @@ inline std::string bytesOf(const Body& body) {
   for (const BodySegment& segment : body.rest) bytes += bytesOf(segment);
   return bytes;
 }
-
-class RecordedLines final : public StatusLines {
- public:
-  void LogLine(std::string_view text) override { lines.emplace_back(text); }
-  std::vector<std::string> lines;
-};
 
 /// Script pages whose results a test gives as functions of the request, by local path.
 class FakePages final : public ScriptPages {
@@ -100,13 +90,14 @@ inline constexpr const char* kNow = "Mon, 09 Mar 2026 10:00:00 GMT";
 /// A server's request handling over a file system in memory, with its document root in
 /// /srv/Scripts. Files written before a test changes `files.stamp` date from Saturday, 7 March
 /// 2026.
-class HandlingFixture : public testing::Test {
+class HandlingFixture : public testing::Test, protected FakeServices<> {
  protected:
   HandlingFixture() {
     state.MainPath = "/srv/";
     state.ScriptsFolder = "/srv/Scripts";
     state.CacheFolder = "/srv/Cache";
     state.AppVersion = "1.2.3";
+    services.images = &images;
     files.addFolder("/srv/Cache");
     files.stamp = clock.time - std::chrono::hours(48);
   }
@@ -156,16 +147,10 @@ class HandlingFixture : public testing::Test {
   /// The lines logged since the last call.
   std::vector<std::string> logged() { return std::exchange(log.lines, {}); }
 
-  ServerState state;
-  RecordedLines log;
-  FakeClock clock;
-  MemoryFiles files;
-  CountingRandom random;
   clsWEncode encoder;
   CookieJar cookies;
   clsHTTPParser parser{encoder, cookies};
-  clsQVMod modules;
-  clsZipString zip;
+  clsQVMod modules{files};
   FileAliases aliases;
   FakePages pages;
   NoPageEvents pageEvents;
@@ -179,8 +164,8 @@ class HandlingFixture : public testing::Test {
       if (!made) {
         HandlingFixture& f = fixture;
         made = std::make_unique<RequestHandling>(
-            RequestHandlingParts{f.state, f.log, f.clock, f.files, f.random, f.parser, f.cookies,
-                                 f.modules, f.zip, f.aliases, f.pages, f.pageEvents, &f.images});
+            f.services,
+            RequestHandlingParts{f.parser, f.cookies, f.modules, f.aliases, f.pages, f.pageEvents});
       }
       return made->dataArrival(index, record, data, ip);
     }

@@ -88,7 +88,7 @@ TEST_F(ImageRequests, RangesAndCompressionApplyToTheCopy) {
   EXPECT_EQ(bodyOf("/img/photo.jpg?rx=100&ry=80", "Range: bytes=0-3\r\n"), "/srv");
   state.EncodeImages = true;
   std::string body = bodyOf("/img/photo.jpg?rx=100&ry=80", "Accept-Encoding: gzip\r\n");
-  EXPECT_TRUE(zip.UncompressString(body, clsZipString::kGzip));
+  EXPECT_TRUE(clsZipString::UncompressString(body, clsZipString::kGzip));
   EXPECT_EQ(body, kSource + " 100x80 kept");
   EXPECT_TRUE(files.stat("/srv/Cache/^IMG^^R100X80PHOTO.JPG"));
 }

@@ -5,15 +5,12 @@
 #include <vector>
 
 #include "components/application.h"
-#include "fakes.h"
 #include "http/clsHTTPParser.h"
 #include "http/cookie_jar.h"
-#include "platform/fake/fake_clock.h"
-#include "platform/fake/memory_files.h"
 #include "script/running_scripts.h"
 #include "support/clsWEncode.h"
 #include "support/file_aliases.h"
-#include "support/server_state.h"
+#include "testing/fake_services.h"
 
 namespace quorvane {
 
@@ -21,7 +18,19 @@ using namespace std::string_literals;
 
 namespace {
 
-class PageRun : public ::testing::Test, protected PageEvents {
+/// Texts that tell what was asked for.
+class EchoTexts final : public LanguageTexts {
+ public:
+  std::string numberedText(int number, std::span<const std::string> values) const override {
+    std::string text = std::to_string(number);
+    for (const std::string& value : values) text += "," + value;
+    return text;
+  }
+};
+
+class PageRun : public ::testing::Test,
+                protected FakeServices<ScriptedRandom>,
+                protected PageEvents {
  protected:
   PageRun() {
     state.ScriptsFolder = "/srv";
@@ -36,8 +45,7 @@ class PageRun : public ::testing::Test, protected PageEvents {
 
   RunningScripts& scripts() {
     if (!scripts_) {
-      scripts_.emplace(RunningScripts::Parts{state, log, clock, files, random, process, encoder,
-                                             aliases, texts});
+      scripts_.emplace(services, RunningScripts::Parts{encoder, aliases, texts});
     }
     return *scripts_;
   }
@@ -83,12 +91,6 @@ class PageRun : public ::testing::Test, protected PageEvents {
   }
   std::string output(const std::string& page) { return run(page).output; }
 
-  ServerState state;
-  RecordedLines log;
-  FakeClock clock;
-  MemoryFiles files;
-  ScriptedRandom random;
-  FakeProcess process;
   clsWEncode encoder;
   FileAliases aliases;
   EchoTexts texts;
@@ -176,9 +178,8 @@ TEST_F(PageRun, RunsTheTextOfAModuleInPlaceOfTheFile) {
 TEST_F(PageRun, ReadsAndWritesFiles) {
   ResponseHeads heads(state, clock);
   AuthKeys keys(clock, random);
-  const PageServices services{state, files,   clock, process,
-                              heads, encoder, keys,  scripts().application()};
-  const aspMainParser vbsParser(services);
+  const PageParts parts{heads, encoder, keys, scripts().application()};
+  const aspMainParser vbsParser(services, parts);
   files.addFolder("/srv");
   EXPECT_TRUE(vbsParser.strWriteFile("/srv/x", "ab\xFF"));
   EXPECT_TRUE(vbsParser.fileExists("/srv/x"));

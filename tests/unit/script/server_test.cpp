@@ -4,26 +4,25 @@
 #include <vector>
 
 #include "components/application.h"
-#include "fakes.h"
 #include "http/clsHTTPParser.h"
 #include "http/cookie_jar.h"
 #include "http/response_heads.h"
 #include "member_access.h"
-#include "platform/fake/fake_clock.h"
-#include "platform/fake/memory_files.h"
 #include "script/aspServerObj.h"
 #include "script/auth_keys.h"
 #include "script/base64.h"
 #include "support/clsWEncode.h"
 #include "support/file_aliases.h"
-#include "support/server_state.h"
+#include "testing/fake_services.h"
 #include "vbscript/values/host.h"
 
 namespace quorvane {
 
 namespace {
 
-class ServerTest : public ::testing::Test, protected aspServerObj::Page {
+class ServerTest : public ::testing::Test,
+                   protected FakeServices<ScriptedRandom>,
+                   protected aspServerObj::Page {
  protected:
   ServerTest() {
     state.AppVersion = "1.2.3";
@@ -41,22 +40,16 @@ class ServerTest : public ::testing::Test, protected aspServerObj::Page {
   }
 
   std::chrono::seconds limit{10};
-  ServerState state;
-  MemoryFiles files;
-  FakeClock clock;
-  FakeProcess process;
   ResponseHeads heads{state, clock};
   clsWEncode encoder;
-  ScriptedRandom random;
   AuthKeys keys{clock, random};
   CookieJar jar;
   clsHTTPParser parser{encoder, jar};
   FileAliases aliases;
-  vbs::Ref<ApplicationComponent> application =
-      vbs::make<ApplicationComponent>("1.2.3", aliases, clock, random);
-  PageServices services{state, files, clock, process, heads, encoder, keys, *application};
+  vbs::Ref<ApplicationComponent> application = vbs::make<ApplicationComponent>(services, aliases);
+  PageParts parts{heads, encoder, keys, *application};
   vbs::Ref<aspServerObj> server =
-      vbs::make<aspServerObj>(services, static_cast<aspServerObj::Page&>(*this));
+      vbs::make<aspServerObj>(services, parts, static_cast<aspServerObj::Page&>(*this));
   std::vector<std::string> debugged;
   std::vector<std::string> executed;
 };

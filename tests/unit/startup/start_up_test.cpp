@@ -2,17 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-
 #include "fakes.h"
 #include "platform/fake/fake_clock.h"
 #include "platform/fake/fake_event_loop.h"
 #include "platform/fake/fake_random.h"
 #include "platform/fake/memory_files.h"
 #include "platform/fake/memory_settings.h"
-#include "testing/temporary_folder.h"
 
 namespace quorvane {
 
@@ -29,8 +24,8 @@ class StartUpTest : public testing::Test {
 
   std::optional<ExitStatus> start(const std::string& line) {
     process.line = line;
-    StartUp startUp({state, settings, storage, process, files, clock, loop, system, service, nts,
-                     instance, window});
+    StartUp startUp(
+        {state, settings, storage, services, loop, system, service, nts, instance, window});
     return startUp.run();
   }
   bool isOver(const std::string& line) { return start(line) == ExitStatus::Done; }
@@ -67,7 +62,10 @@ class StartUpTest : public testing::Test {
   modService service{manager, loop, clock, system};
   FakeServiceHost nts;
   FakeInstanceLock instance;
-  mainForm window{{state, loop, clock, files, random, settings, process}};
+  FormModel form;
+  StatusLists statusLists{state, clock, form};
+  Services services{state, statusLists, clock, files, random, process};
+  mainForm window{{services, loop, form, statusLists, settings}};
   std::vector<std::string> echoed;
 };
 
@@ -317,21 +315,17 @@ TEST_F(StartUpTest, TheBannerTellsTheSettings) {
 }
 
 TEST_F(StartUpTest, BlanksAreACommandLineTooAndTheBannerIsLogged) {
-  namespace fs = std::filesystem;
-  const TemporaryFolder folder;
-  process.folder = folder.path();
-  fs::create_directories(process.folder + "/Server/Logs");
   start("  ");
   window.closeWindow();
-  std::ostringstream log;
-  for (const auto& file : fs::directory_iterator(process.folder + "/Server/Logs")) {
-    log << std::ifstream(file.path()).rdbuf();
+  std::string log;
+  for (const auto& name : files.list("/program/Server/Logs")) {
+    log += files.readAll("/program/Server/Logs/" + name).value();
   }
   EXPECT_TRUE(echoed.empty()) << "no debug mode, no lines in the window";
-  EXPECT_NE(log.str().find("[10:00:00] Running Arguments:   \r\n[10:00:00] Port:\t7007\r\n"),
+  EXPECT_NE(log.find("[10:00:00] Running Arguments:   \r\n[10:00:00] Port:\t7007\r\n"),
             std::string::npos)
-      << log.str();
-  EXPECT_TRUE(log.str().ends_with("[10:00:00] Server Closing\r\n"));
+      << log;
+  EXPECT_TRUE(log.ends_with("[10:00:00] Server Closing\r\n"));
 }
 
 }  // namespace

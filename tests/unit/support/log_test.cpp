@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/fake/memory_files.h"
 #include "support/paths.h"
-#include "testing/temporary_folder.h"
 
 namespace quorvane {
 
@@ -11,16 +11,20 @@ namespace {
 
 class LogTest : public testing::Test {
  protected:
-  LogTest() { log.setOutputFolder(folder.path()); }
+  LogTest() {
+    files.addFolder("/logs");
+    log.setOutputFolder("/logs");
+  }
 
-  TemporaryFolder folder;
+  std::string read(const std::string& name) {
+    return files.readAll("/logs/" + name).value_or("no file");
+  }
+  std::size_t fileCount() { return files.list("/logs").size(); }
+
+  MemoryFiles files;
   CalendarTime now{2007, 3, 15, 14, 15, 2, 4};
-  clsLog log{[this] { return now; }};
+  clsLog log{files, [this] { return now; }};
 };
-
-std::size_t fileCount(const std::string& folder) {
-  return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(folder), {}));
-}
 
 }  // namespace
 
@@ -28,24 +32,24 @@ TEST_F(LogTest, WritesStampedLinesIntoAFileNamedByTheTime) {
   log.Add("first");
   log.Add("second");
   EXPECT_EQ(log.LogFile(), "");
-  EXPECT_EQ(fileCount(folder.path()), 0u);
+  EXPECT_EQ(fileCount(), 0u);
   now.second = 9;
   log.Commit();
   EXPECT_EQ(log.LogFile(), "20070315-141509.LOG");
-  EXPECT_EQ(folder.read(log.LogFile()), "[14:15:02] first\r\n[14:15:02] second\r\n");
+  EXPECT_EQ(read(log.LogFile()), "[14:15:02] first\r\n[14:15:02] second\r\n");
 }
 
 TEST_F(LogTest, CommitWithNothingAddedLeavesTheDiskUntouched) {
   log.Commit();
   EXPECT_EQ(log.LogFile(), "");
-  EXPECT_EQ(fileCount(folder.path()), 0u);
+  EXPECT_EQ(fileCount(), 0u);
 }
 
 TEST_F(LogTest, LineEndsInATextBecomeBars) {
   log.Add("a\r\nb\nc\r");
   log.Add("");
   log.Commit();
-  EXPECT_EQ(folder.read(log.LogFile()), "[14:15:02] a||b\nc\r\r\n[14:15:02] \r\n");
+  EXPECT_EQ(read(log.LogFile()), "[14:15:02] a||b\nc\r\r\n[14:15:02] \r\n");
 }
 
 TEST_F(LogTest, CommitsAppendToTheSameFileUntilItDisappears) {
@@ -54,27 +58,27 @@ TEST_F(LogTest, CommitsAppendToTheSameFileUntilItDisappears) {
   now.minute = 16;
   log.Add("b");
   log.Commit();
-  EXPECT_EQ(folder.read("20070315-141502.LOG"), "[14:15:02] a\r\n[14:16:02] b\r\n");
+  EXPECT_EQ(read("20070315-141502.LOG"), "[14:15:02] a\r\n[14:16:02] b\r\n");
 
-  std::filesystem::remove(folder / log.LogFile());
+  EXPECT_TRUE(files.remove("/logs/" + log.LogFile()));
   log.Add("c");
   log.Commit();
   EXPECT_EQ(log.LogFile(), "20070315-141602.LOG");
-  EXPECT_EQ(folder.read(log.LogFile()), "[14:16:02] c\r\n");
-  EXPECT_EQ(fileCount(folder.path()), 1u);
+  EXPECT_EQ(read(log.LogFile()), "[14:16:02] c\r\n");
+  EXPECT_EQ(fileCount(), 1u);
 }
 
 TEST_F(LogTest, ResetStartsANewFile) {
   log.Add("kept");
   log.Reset(true);
   EXPECT_EQ(log.LogFile(), "");
-  EXPECT_EQ(folder.read("20070315-141502.LOG"), "[14:15:02] kept\r\n");
+  EXPECT_EQ(read("20070315-141502.LOG"), "[14:15:02] kept\r\n");
   now.hour = 15;
   log.Add("dropped");
   log.Reset();
   log.Add("new");
   log.Commit();
-  EXPECT_EQ(folder.read("20070315-151502.LOG"), "[15:15:02] new\r\n");
+  EXPECT_EQ(read("20070315-151502.LOG"), "[15:15:02] new\r\n");
 }
 
 TEST_F(LogTest, TwoFilesOfOneSecondAreOne) {
@@ -82,7 +86,7 @@ TEST_F(LogTest, TwoFilesOfOneSecondAreOne) {
   log.Reset(true);
   log.Add("b");
   log.Commit();
-  EXPECT_EQ(folder.read("20070315-141502.LOG"), "[14:15:02] a\r\n[14:15:02] b\r\n");
+  EXPECT_EQ(read("20070315-141502.LOG"), "[14:15:02] a\r\n[14:15:02] b\r\n");
 }
 
 TEST_F(LogTest, ClearDiscardsLines) {
@@ -91,18 +95,18 @@ TEST_F(LogTest, ClearDiscardsLines) {
   log.Clear();
   EXPECT_EQ(log.pendingBytes(), 0u);
   log.Commit();
-  EXPECT_EQ(fileCount(folder.path()), 0u);
+  EXPECT_EQ(fileCount(), 0u);
 }
 
 TEST_F(LogTest, LinesThatCannotBeWrittenAreLost) {
-  log.setOutputFolder(folder / "missing");
+  log.setOutputFolder("/missing");
   log.Add("a");
   log.Commit();
   EXPECT_EQ(log.pendingBytes(), 0u);
-  log.setOutputFolder(folder.path());
+  log.setOutputFolder("/logs");
   log.Add("b");
   log.Commit();
-  EXPECT_EQ(folder.read(log.LogFile()), "[14:15:02] b\r\n");
+  EXPECT_EQ(read(log.LogFile()), "[14:15:02] b\r\n");
 }
 
 TEST_F(LogTest, TheFolderIsKeptWithASeparator) {

@@ -2,16 +2,18 @@
 
 #include <random>
 
+#include "platform/fake/memory_files.h"
 #include "support/clsQVMod.h"
 #include "testing/module_builder.h"
-#include "testing/temporary_folder.h"
 
 namespace quorvane {
 
 namespace {
 
+const MemoryFiles kNoFiles;
+
 clsQVMod loaded(const ModuleBuilder& builder, std::int32_t language = 1031) {
-  clsQVMod modules;
+  clsQVMod modules(kNoFiles);
   modules.setLanguageID(language);
   modules.loadModule(builder.build());
   return modules;
@@ -44,7 +46,7 @@ TEST(Modules, AMissIsEmpty) {
   EXPECT_FALSE(modules.ModFileExists("/b.htm"));
   EXPECT_EQ(modules.sharedFile("/b.htm"), nullptr);
   EXPECT_EQ(modules.ModReadFile(""), "");
-  EXPECT_EQ(clsQVMod().ModReadFile("/a.htm"), "");
+  EXPECT_EQ(clsQVMod(kNoFiles).ModReadFile("/a.htm"), "");
 }
 
 TEST(Modules, OnlyTheExistenceTestPutsALeadingSeparator) {
@@ -150,36 +152,38 @@ TEST(Modules, NamesLongerThan255CharactersCountModulo256) {
 }
 
 TEST(Modules, LoadsEveryModuleOfAFolderAnew) {
-  const TemporaryFolder folder;
-  folder.write("one.qvm", ModuleBuilder{{{"/", "a.htm", "A"}}}.build());
-  folder.write("two.QVM", ModuleBuilder{{{"/", "b.htm", "B"}}}.build());
-  folder.write("three.txt", ModuleBuilder{{{"/", "c.htm", "C"}}}.build());
-  folder.write("empty.qvm", "");
-  clsQVMod modules;
-  modules.setModFolder(folder.path());
+  MemoryFiles files;
+  files.put("/modules/one.qvm", ModuleBuilder{{{"/", "a.htm", "A"}}}.build());
+  files.put("/modules/two.QVM", ModuleBuilder{{{"/", "b.htm", "B"}}}.build());
+  files.put("/modules/three.txt", ModuleBuilder{{{"/", "c.htm", "C"}}}.build());
+  files.put("/modules/empty.qvm", "");
+  clsQVMod modules(files);
+  modules.setModFolder("/modules");
   EXPECT_TRUE(modules.ModFileExists("/a.htm"));
   EXPECT_TRUE(modules.ModFileExists("/b.htm"));
   EXPECT_FALSE(modules.ModFileExists("/c.htm"));
-  modules.setModFolder(folder / "missing");
+  modules.setModFolder("/missing");
   EXPECT_FALSE(modules.ModFileExists("/a.htm"));
 }
 
 TEST(Modules, NoCutOrChangedModuleDoesHarm) {
-  const std::string whole =
-      ModuleBuilder{{{"/", "a.htm", std::string(300, 'a')}, {"img", "b.gif", "B"}}}.build();
-  std::mt19937 random(7);
+  const std::string first(300, 'a');
+  const std::string whole = ModuleBuilder{{{"/", "a.htm", first}, {"img", "b.gif", "B"}}}.build();
+  const std::size_t secondEntry = ModuleBuilder{{{"/", "a.htm", first}}}.build().size();
   for (std::size_t cut = 0; cut < whole.size(); ++cut) {
-    clsQVMod modules;
-    modules.loadModule(whole.substr(0, cut));
-    EXPECT_FALSE(modules.ModFileExists("/a.htm"));
+    clsQVMod modules(kNoFiles);
+    modules.loadModule(withItsLength(whole.substr(0, cut)));
+    EXPECT_EQ(modules.ModReadFile("/a.htm"), cut < secondEntry ? "" : first) << cut;
+    EXPECT_FALSE(modules.ModFileExists("/img/b.gif")) << cut;
   }
+  std::mt19937 random(7);
   for (int round = 0; round < 2000; ++round) {
     std::string changed = whole;
     changed[13 + random() % (whole.size() - 13)] = static_cast<char>(random());
-    clsQVMod modules;
+    clsQVMod modules(kNoFiles);
     modules.loadModule(changed);
     const std::string content = modules.ModReadFile("/a.htm");
-    EXPECT_TRUE(content.empty() || content == std::string(300, 'a'));
+    EXPECT_TRUE(content.empty() || content == first);
   }
 }
 

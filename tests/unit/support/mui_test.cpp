@@ -10,6 +10,8 @@
 #include <random>
 #include <vector>
 
+#include "platform/system.h"
+#include "support/clsZipString.h"
 #include "support/language_form.h"
 #include "support/language_text.h"
 #include "testing/temporary_folder.h"
@@ -48,7 +50,8 @@ class MuiTest : public testing::Test {
   MuiTest() { std::filesystem::create_directory(folder / "Lang"); }
 
   TemporaryFolder folder;
-  clsMUI mui{kItalian};
+  std::unique_ptr<Files> files = makeFiles();
+  clsMUI mui{*files, kItalian};
 };
 
 TEST_F(MuiTest, NumberedTextsHaveKeysOfThreeDigits) {
@@ -273,7 +276,7 @@ TEST_F(MuiTest, LineBreaksSurviveSavingEncodingAndLoading) {
   mui.SetText(2, std::string(1100, 'x'));
   mui.SaveLangFile(folder / "saved.txt", 1031, "Deutsch");
   ASSERT_TRUE(mui.EncodeLangFile(folder / "saved.txt", folder / "Lang/1031.lng"));
-  clsMUI other(1033);
+  clsMUI other(*files, 1033);
   other.setLangFolder(folder / "Lang");
   other.setLCID(1031);
   EXPECT_EQ(other.Text(1), "up\r\ndown");
@@ -346,7 +349,7 @@ TEST_F(MuiTest, DamagedFilesDecodeToNothing) {
 
 TEST_F(MuiTest, WhatUnpacksToFarTooMuchIsRefused) {
   std::string packed(80 << 20, 'x');
-  ASSERT_TRUE(clsZipString().CompressStringB(packed, clsZipString::kGzip));
+  ASSERT_TRUE(clsZipString::CompressStringB(packed, clsZipString::kGzip));
   std::string header(26, '\0');
   for (std::size_t i = 0; i < 4; ++i) header[22 + i] = static_cast<char>(packed.size() >> (8 * i));
   folder.write("bomb.lng", header + packed);

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <random>
 
+#include "platform/system.h"
 #include "support/clsZipString.h"
 #include "testing/temporary_folder.h"
 
@@ -11,7 +12,8 @@ namespace quorvane {
 /// The gzip format against the system's own program, in both directions.
 namespace {
 
-const clsZipString kZip;
+const std::unique_ptr<Files> files = makeFiles();
+const clsZipString kZip(*files);
 constexpr std::int32_t kGzip = clsZipString::kGzip;
 constexpr std::size_t kMiB = std::size_t{1} << 20;
 

@@ -76,4 +76,10 @@ TEST(Text, RoundsHalvesToTheEvenNeighbour) {
   EXPECT_EQ(numericLong("x"), std::nullopt);
 }
 
+TEST(Text, HexDigitsAreTwoAByte) {
+  const std::uint8_t bytes[] = {0x00, 0x0A, 0xFF, 0x7E};
+  EXPECT_EQ(hexDigits(bytes), "000aff7e");
+  EXPECT_EQ(hexDigits({}), "");
+}
+
 }  // namespace quorvane

@@ -4,13 +4,15 @@
 
 #include <random>
 
+#include "platform/system.h"
 #include "testing/temporary_folder.h"
 
 namespace quorvane {
 
 namespace {
 
-const clsZipString kZip;
+const std::unique_ptr<Files> files = makeFiles();
+const clsZipString kZip(*files);
 constexpr std::int32_t kGzip = clsZipString::kGzip;
 
 std::string noise(std::size_t length) {

@@ -51,7 +51,7 @@ struct ModuleBuilder {
     const std::string sizeText = entry.sizeText.empty() ? std::to_string(length) : entry.sizeText;
     std::string record = entry.folder + '\0' + entry.name + '\0' + sizeText + '\0' + entry.date +
                          '\0' + entry.content;
-    clsZipString().CompressStringB(record, clsZipString::kGzip);
+    clsZipString::CompressStringB(record, clsZipString::kGzip);
     const auto packed = static_cast<std::int64_t>(record.size());
     std::string bytes;
     append(bytes, entry.number < 0 ? position : entry.number, 1);
@@ -65,5 +65,16 @@ struct ModuleBuilder {
     return bytes;
   }
 };
+
+/// `bytes` with a header that gives their own length, so that reading a cut module goes on to the
+/// cut. A header that is cut itself stays as it is.
+inline std::string withItsLength(std::string bytes) {
+  constexpr std::size_t kLengthOffset = 6;
+  if (bytes.size() < kLengthOffset + 4) return bytes;
+  for (std::size_t i = 0; i < 4; ++i) {
+    bytes[kLengthOffset + i] = static_cast<char>(bytes.size() >> (8 * i));
+  }
+  return bytes;
+}
 
 }  // namespace quorvane

@@ -81,7 +81,7 @@ class LanguageToolTest : public testing::Test {
 TEST_F(LanguageToolTest, EncodesAndDecodes) {
   folder.write("a.txt", kSound);
   EXPECT_EQ(run({"encode", folder / "a.txt", folder / "a.lng"}), ExitCode::Done);
-  EXPECT_EQ(clsMUI(1033).DecodeLangFile(folder / "a.lng"), kSound);
+  EXPECT_EQ(clsMUI(*files, 1033).DecodeLangFile(folder / "a.lng"), kSound);
   EXPECT_EQ(run({"decode", folder / "a.lng"}), ExitCode::Done);
   EXPECT_EQ(out.str(), kSound);
   EXPECT_EQ(run({"decode", folder / "a.lng", folder / "b.txt"}), ExitCode::Done);

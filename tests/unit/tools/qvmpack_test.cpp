@@ -5,6 +5,7 @@
 
 #include <filesystem>
 #include <random>
+#include <set>
 #include <sstream>
 
 #include "platform/system.h"
@@ -41,7 +42,7 @@ class ModuleToolTest : public testing::Test {
 
   /// What the server serves of the packed module.
   std::string served(const std::string& path, std::int32_t language = 0) {
-    clsQVMod reader;
+    clsQVMod reader(*files);
     reader.setLanguageID(language);
     reader.setModFolder(folder / "modules");
     return reader.ModReadFile(path);
@@ -257,13 +258,18 @@ TEST_F(ModuleToolTest, SurvivesDamage) {
   module.entries = {{"img", "a.gif", "1"}, {"", "1031$b.gif", std::string(500, 'x')}};
   const std::string whole = module.build();
   std::mt19937 random(1);
-  for (int round = 0; round < 1000; ++round) {
-    std::string damaged = whole.substr(0, whole.size() - random() % 3);
+  std::set<std::size_t> read;
+  for (int round = 0; round < 2000; ++round) {
+    std::string damaged = whole.substr(0, whole.size() - random() % 2 * (random() % whole.size()));
     for (int i = 0; i < 2; ++i) damaged[random() % damaged.size()] = static_cast<char>(random());
+    damaged = withItsLength(std::move(damaged));
     const ModuleContents contents = readModule(damaged);
     ASSERT_LE(contents.files.size(), 2U);
-    unservedFiles(damaged, contents);
+    read.insert(contents.files.size());
+    unservedFiles(damaged, contents, *files);
   }
+  EXPECT_EQ(read, (std::set<std::size_t>{0, 1, 2}))
+      << "damage was met before and behind each entry";
 }
 
 TEST_F(ModuleToolTest, FilesThatCantBeReadOrWrittenAreFailures) {

@@ -1,19 +1,36 @@
 #pragma once
 
-#include <cstdio>
+#include <memory>
 #include <string>
+#include <string_view>
 
 #include "vbscript/values/object.h"
 
-namespace quorvane::qvscript {
+namespace quorvane {
 
-/// A standard stream as scripts use it: bytes of Windows-1252 on the script's side, the same bytes
+/// A stream of text as scripts use it: bytes of Windows-1252 on the script's side, the same bytes
 /// outside. Lines read may end in LF or CR LF; lines written end in LF.
 class TextStream : public vbs::NativeObject<TextStream> {
  public:
   enum class Mode { Read, Write };
-  /// `file` outlives the stream and stays open.
-  TextStream(std::FILE* file, Mode mode) : file_(file), mode_(mode) {}
+
+  /// Where the bytes come from or go to. Of a stream that reads, `write` is never called; of one
+  /// that writes, `next` and `take` are not.
+  class Channel {
+   public:
+    static constexpr int kEnd = -1;
+
+    virtual ~Channel() = default;
+    virtual int next() = 0;  ///< the byte that take() will give, or kEnd; may wait for it
+    virtual int take() = 0;
+    virtual void write(std::string_view bytes) = 0;
+    /// Sends what is held back. Called before every reading too: a prompt must be seen before its
+    /// answer is waited for.
+    virtual void flush() = 0;
+  };
+
+  TextStream(std::unique_ptr<Channel> channel, Mode mode)
+      : channel_(std::move(channel)), mode_(mode) {}
 
   static std::span<const vbs::Member<TextStream>> members();
   std::string_view typeName() const override { return "TextStream"; }
@@ -21,8 +38,8 @@ class TextStream : public vbs::NativeObject<TextStream> {
   void write(std::string_view text);
 
  private:
-  int peek();
   int take();
+  bool atEnd() { return channel_->next() == Channel::kEnd; }
   void startReading();
   std::string takeLine();
   std::string takeCount(const vbs::Value& count);
@@ -41,10 +58,10 @@ class TextStream : public vbs::NativeObject<TextStream> {
   vbs::Value writeLine(vbs::Args args);
   vbs::Value writeBlankLines(vbs::Args args);
 
-  std::FILE* file_;
+  std::unique_ptr<Channel> channel_;
   Mode mode_;
   std::int32_t line_ = 1;
   std::int32_t column_ = 1;
 };
 
-}  // namespace quorvane::qvscript
+}  // namespace quorvane

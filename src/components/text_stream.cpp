@@ -1,8 +1,8 @@
-#include "qvscript/text_stream.h"
+#include "components/text_stream.h"
 
 #include "vbscript/values/convert.h"
 
-namespace quorvane::qvscript {
+namespace quorvane {
 
 using vbs::Args;
 using vbs::ErrorCode;
@@ -31,7 +31,7 @@ std::span<const Member<TextStream>> TextStream::members() {
 
 void TextStream::write(std::string_view text) {
   if (mode_ != Mode::Write) vbs::throwError(ErrorCode::BadFileMode);
-  std::fwrite(text.data(), 1, text.size(), file_);
+  channel_->write(text);
   for (const char c : text) {
     ++column_;
     if (c != '\n') continue;
@@ -40,14 +40,8 @@ void TextStream::write(std::string_view text) {
   }
 }
 
-int TextStream::peek() {
-  const int c = std::getc(file_);
-  if (c != EOF) std::ungetc(c, file_);
-  return c;
-}
-
 int TextStream::take() {
-  const int c = std::getc(file_);
+  const int c = channel_->take();
   ++column_;
   if (c == '\n') {
     ++line_;
@@ -56,17 +50,16 @@ int TextStream::take() {
   return c;
 }
 
-/// A prompt must be seen before its answer is waited for.
 void TextStream::startReading() {
   if (mode_ != Mode::Read) vbs::throwError(ErrorCode::BadFileMode);
-  std::fflush(stdout);
+  channel_->flush();
 }
 
 std::string TextStream::takeLine() {
   startReading();
-  if (peek() == EOF) vbs::throwError(ErrorCode::PastEndOfFile);
+  if (atEnd()) vbs::throwError(ErrorCode::PastEndOfFile);
   std::string text;
-  for (int c = take(); c != EOF && c != '\n'; c = take()) text += static_cast<char>(c);
+  for (int c = take(); c != Channel::kEnd && c != '\n'; c = take()) text += static_cast<char>(c);
   if (text.ends_with('\r')) text.pop_back();
   return text;
 }
@@ -75,26 +68,26 @@ std::string TextStream::takeCount(const Value& count) {
   startReading();
   const std::int32_t wanted = vbs::toLong(count);
   if (wanted < 0) vbs::throwError(ErrorCode::InvalidCall);
-  if (wanted > 0 && peek() == EOF) vbs::throwError(ErrorCode::PastEndOfFile);
+  if (wanted > 0 && atEnd()) vbs::throwError(ErrorCode::PastEndOfFile);
   std::string text;
-  for (std::int32_t i = 0; i < wanted && peek() != EOF; ++i) text += static_cast<char>(take());
+  for (std::int32_t i = 0; i < wanted && !atEnd(); ++i) text += static_cast<char>(take());
   return text;
 }
 
 Value TextStream::atEndOfStream(Args) {
   startReading();
-  return Value::boolean(peek() == EOF);
+  return Value::boolean(atEnd());
 }
 
 Value TextStream::atEndOfLine(Args) {
   startReading();
-  const int c = peek();
-  return Value::boolean(c == EOF || c == '\n' || c == '\r');
+  const int c = channel_->next();
+  return Value::boolean(c == Channel::kEnd || c == '\n' || c == '\r');
 }
 
-/// The streams are the process's own; closing one only sends what is held back.
+/// What stands behind the channel is its owner's; closing the stream only sends what is held back.
 Value TextStream::close(Args) {
-  std::fflush(mode_ == Mode::Write ? file_ : stdout);
+  channel_->flush();
   return {};
 }
 
@@ -114,7 +107,7 @@ Value TextStream::readLine(Args) {
 Value TextStream::readAll(Args) {
   startReading();
   std::string text;
-  while (peek() != EOF) text += static_cast<char>(take());
+  while (!atEnd()) text += static_cast<char>(take());
   return Value(std::string_view(text));
 }
 
@@ -146,4 +139,4 @@ Value TextStream::writeBlankLines(Args args) {
   return {};
 }
 
-}  // namespace quorvane::qvscript
+}  // namespace quorvane

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <string_view>
+
+#include "vbscript/values/value.h"
+
+namespace quorvane {
+
+struct Services;
+
+/// A kind of object that scripts create by name. Each stands in its own files as a constant of
+/// this type, and as one row in the list of components.cpp.
+struct Component {
+  std::string_view progId;  ///< in lower case
+  vbs::Value (*create)(const Services& services);
+};
+
+}  // namespace quorvane

@@ -1,0 +1,40 @@
+#include "components/script_host.h"
+
+#include "components/components.h"
+#include "platform/clock.h"
+#include "vbscript/values/serial_date.h"
+
+namespace quorvane {
+
+namespace {
+
+int secondOfDay(const CalendarTime& time) {
+  return time.hour * 3600 + time.minute * 60 + time.second;
+}
+
+}  // namespace
+
+double ScriptHost::now() {
+  const CalendarTime local = services_.clock.local(services_.clock.now());
+  return vbs::combineDate(vbs::dayNumber(local.year, local.month, local.day), secondOfDay(local));
+}
+
+double ScriptHost::secondsSinceMidnight() {
+  const TimePoint now = services_.clock.now();
+  const auto fraction = now - std::chrono::floor<std::chrono::seconds>(now);
+  return secondOfDay(services_.clock.local(now)) + std::chrono::duration<double>(fraction).count();
+}
+
+std::chrono::steady_clock::time_point ScriptHost::steadyNow() {
+  return services_.clock.steadyNow();
+}
+
+vbs::Value ScriptHost::createObject(std::string_view progId) {
+  return createComponent(progId, services_);
+}
+
+vbs::Value ScriptHost::getObject(std::string_view, std::string_view) {
+  vbs::throwError(vbs::ErrorCode::CannotCreateObject);
+}
+
+}  // namespace quorvane

@@ -1,0 +1,26 @@
+#pragma once
+
+namespace quorvane {
+
+class Clock;
+class Files;
+class ImageLibrary;
+class Process;
+class Random;
+class StatusLines;
+struct ServerState;
+
+/// What the parts of one server share. Start-up makes one of each and keeps them all alive; the
+/// parts get this by reference and nothing reaches them otherwise, so that several servers can
+/// live in one process.
+struct Services {
+  const ServerState& state;
+  StatusLines& log;
+  const Clock& clock;
+  const Files& files;
+  Random& random;
+  Process& process;                ///< its current folder follows Server.MapPath
+  ImageLibrary* images = nullptr;  ///< null: pictures are served unresized
+};
+
+}  // namespace quorvane
