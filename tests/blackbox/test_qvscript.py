@@ -108,7 +108,8 @@ class QvScript(unittest.TestCase):
 
     def test_sleep(self):
         self.check("t = Timer\nWScript.Sleep 200\ns = Timer - t\n"
-                   "If s < 0 Then s = s + 86400\nWScript.Echo s >= 0.2", b"True\n")
+                   "If s < 0 Then s = s + 86400\n"
+                   "WScript.Echo s >= 0.19", b"True\n")  # Timer's steps grow with the day
 
     def test_a_run_time_error(self):
         path = self.file('WScript.Echo "before"\n  x = 1 / 0\nWScript.Echo "after"')
