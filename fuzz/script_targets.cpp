@@ -4,8 +4,7 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "components/components.h"
-#include "testing/fake_services.h"
+#include "testing/component_host.h"
 #include "vbscript/dumps/dumps.h"
 #include "vbscript/engine.h"
 #include "vbscript/syntax/parser.h"
@@ -22,25 +21,6 @@ void require(bool condition, const char* what, std::string_view source) {
   std::cerr << "does not hold: " << what << ", for\n" << source << '\n';
   std::abort();
 }
-
-/// Nothing outside: a clock that stands still, and the components that only hold values.
-class FuzzHost final : public vbs::Host {
- public:
-  double now() override { return 45351.5; }
-  double secondsSinceMidnight() override { return 43200; }
-  std::chrono::steady_clock::time_point steadyNow() override {
-    return std::chrono::steady_clock::now();
-  }
-  Value createObject(std::string_view progId) override {
-    return createComponent(progId, outside_.services);
-  }
-  Value getObject(std::string_view, std::string_view) override {
-    vbs::throwError(vbs::ErrorCode::CannotCreateObject);
-  }
-
- private:
-  FakeServices<> outside_;
-};
 
 class FuzzOutput : public vbs::NativeObject<FuzzOutput> {
  public:
@@ -87,7 +67,7 @@ namespace {
 
 /// The bytes that a run leaves behind.
 std::int64_t bytesKeptByRun(std::string_view source) {
-  FuzzHost host;
+  ComponentHost host;
   const std::int64_t before = vbs::runContext.memory.used;
   {
     vbs::ProgramCache cache(1 << 16);

@@ -1,8 +1,6 @@
 #include "language_host.h"
 
-#include "components/components.h"
 #include "vbscript/values/convert.h"
-#include "vbscript/values/serial_date.h"
 
 namespace quorvane {
 
@@ -19,8 +17,6 @@ const std::string_view kPrelude =
     "End Sub\n";
 
 namespace {
-
-constexpr std::int64_t kSecondOfDay = 13 * 3600 + 45 * 60 + 30;
 
 std::string describe(const Value& given) {
   const Value& value = given.deref();
@@ -40,26 +36,6 @@ std::string describe(const Value& given) {
 }
 
 }  // namespace
-
-double LanguageHost::now() {
-  return vbs::combineDate(vbs::dayNumber(2024, 2, 29), kSecondOfDay);
-}
-
-double LanguageHost::secondsSinceMidnight() {
-  return static_cast<double>(kSecondOfDay);
-}
-
-std::chrono::steady_clock::time_point LanguageHost::steadyNow() {
-  return std::chrono::steady_clock::now();
-}
-
-Value LanguageHost::createObject(std::string_view progId) {
-  return createComponent(progId, outside_.services);
-}
-
-Value LanguageHost::getObject(std::string_view, std::string_view) {
-  vbs::throwError(vbs::ErrorCode::CannotCreateObject);
-}
 
 std::span<const vbs::Member<TestOutput>> TestOutput::members() {
   static constexpr vbs::Member<TestOutput> kMembers[] = {

@@ -2,24 +2,9 @@
 
 #include <string>
 
-#include "testing/fake_services.h"
-#include "vbscript/values/host.h"
 #include "vbscript/values/object.h"
 
 namespace quorvane {
-
-/// The outside of a language test: a clock that stands at 29 February 2024, 13:45:30.
-class LanguageHost final : public vbs::Host {
- public:
-  double now() override;
-  double secondsSinceMidnight() override;
-  std::chrono::steady_clock::time_point steadyNow() override;
-  vbs::Value createObject(std::string_view progId) override;
-  vbs::Value getObject(std::string_view pathName, std::string_view progId) override;
-
- private:
-  FakeServices<> outside_;
-};
 
 /// Published with its members as globals: `Echo a, b` writes a line of texts joined by a blank,
 /// `Show a` writes a value with its type.

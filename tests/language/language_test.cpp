@@ -7,6 +7,7 @@
 
 #include "language_case.h"
 #include "language_host.h"
+#include "testing/component_host.h"
 #include "vbscript/engine.h"
 
 namespace quorvane {
@@ -51,7 +52,7 @@ void checkError(const LanguageCase& test, const std::optional<vbs::ErrorReport>&
 }
 
 void runCase(const LanguageCase& test) {
-  LanguageHost host;
+  ComponentHost host;
   static vbs::ProgramCache cache;
   const auto output = vbs::make<TestOutput>();
   std::optional<vbs::ErrorReport> error;

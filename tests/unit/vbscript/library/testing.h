@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "../values/testing.h"
+#include "testing/fake_host.h"
 #include "vbscript/library/library.h"
 
 namespace quorvane {
@@ -48,7 +49,7 @@ class LibraryTest : public ::testing::Test {
     }
   }
 
-  StillHost host_;
+  FakeHost host_;
   TextScope scope_{host_};
   Runtime runtime_{host_, {}};
   const Value null_ = Value::null();

@@ -5,27 +5,11 @@
 #include <optional>
 #include <string>
 
+#include "testing/fake_host.h"
 #include "vbscript/engine.h"
 #include "vbscript/values/convert.h"
 
 namespace quorvane {
-
-/// Time moves by `step` whenever the engine looks at the clock.
-class FakeHost final : public vbs::Host {
- public:
-  double now() override { return 45000.5; }
-  double secondsSinceMidnight() override { return 43200; }
-  std::chrono::steady_clock::time_point steadyNow() override { return time += step; }
-  vbs::Value createObject(std::string_view) override {
-    vbs::throwError(vbs::ErrorCode::CannotCreateObject);
-  }
-  vbs::Value getObject(std::string_view, std::string_view) override {
-    vbs::throwError(vbs::ErrorCode::CannotCreateObject);
-  }
-
-  std::chrono::steady_clock::time_point time{};
-  std::chrono::milliseconds step{0};
-};
 
 /// `Write x` adds a text, `Put x` too, one or several in a call; `Keep x` holds on to a value
 /// that `Kept` gives back, `Finish` ends the run as a page host does.

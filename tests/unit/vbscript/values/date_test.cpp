@@ -3,13 +3,12 @@
 #include <set>
 
 #include "testing.h"
+#include "testing/fake_host.h"
 #include "vbscript/values/locale_table.h"
 #include "vbscript/values/serial_date.h"
 
 namespace quorvane::vbs {
 namespace {
-
-using testing::StillHost;
 
 class DateTest : public ::testing::Test {
  protected:
@@ -19,7 +18,7 @@ class DateTest : public ::testing::Test {
     return date ? formatDate(*date).narrow() : "none";
   }
 
-  StillHost host_;
+  FakeHost host_;
   TextScope scope_{host_};
 };
 

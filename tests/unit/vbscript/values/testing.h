@@ -31,23 +31,6 @@ int errorOf(Action action) {
   return 0;
 }
 
-/// A host whose clock stands still.
-class StillHost : public Host {
- public:
-  double now() override { return time; }
-  double secondsSinceMidnight() override { return seconds; }
-  std::chrono::steady_clock::time_point steadyNow() override { return {}; }
-  Value createObject(std::string_view progId) override {
-    throwError(ErrorCode::CannotCreateObject, progId);
-  }
-  Value getObject(std::string_view, std::string_view) override {
-    throwError(ErrorCode::CannotCreateObject);
-  }
-
-  double time = 37986.5;  ///< 31 December 2003, noon
-  double seconds = 43200.25;
-};
-
 }  // namespace vbs::testing
 
 }  // namespace quorvane
