@@ -7,7 +7,7 @@
 #include "http/cookie_jar.h"
 #include "http/request_handling.h"
 #include "platform/services.h"
-#include "script/running_scripts.h"
+#include "script/run/running_scripts.h"
 #include "support/clsQVMod.h"
 #include "support/clsWEncode.h"
 #include "support/file_aliases.h"

@@ -6,8 +6,8 @@
 #include <string_view>
 
 #include "platform/system.h"
-#include "script/include_expansion.h"
-#include "script/page_translator.h"
+#include "script/translation/include_expansion.h"
+#include "script/translation/page_translator.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/text.h"

@@ -7,7 +7,7 @@
 #include "components/application.h"
 #include "http/clsHTTPParser.h"
 #include "http/cookie_jar.h"
-#include "script/running_scripts.h"
+#include "script/run/running_scripts.h"
 #include "support/clsWEncode.h"
 #include "support/file_aliases.h"
 #include "testing/fake_services.h"

@@ -1,4 +1,4 @@
-#include "script/page_translator.h"
+#include "script/translation/page_translator.h"
 
 #include <gtest/gtest.h>
 

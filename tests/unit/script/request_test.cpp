@@ -5,7 +5,7 @@
 #include "http/clsHTTPParser.h"
 #include "http/cookie_jar.h"
 #include "member_access.h"
-#include "script/aspRequestObj.h"
+#include "script/objects/aspRequestObj.h"
 #include "support/clsWEncode.h"
 #include "support/server_state.h"
 #include "vbscript/values/time_check.h"

@@ -5,9 +5,9 @@
 #include "member_access.h"
 #include "platform/fake/fake_clock.h"
 #include "platform/fake/fake_random.h"
-#include "script/aspSessionObj.h"
-#include "script/auth_keys.h"
-#include "script/session_store.h"
+#include "script/sessions/aspSessionObj.h"
+#include "script/sessions/auth_keys.h"
+#include "script/sessions/session_store.h"
 #include "testing/recorded_lines.h"
 #include "vbscript/values/convert.h"
 

@@ -1,4 +1,4 @@
-#include "script/aspRequestObj.h"
+#include "script/objects/aspRequestObj.h"
 
 #include <algorithm>
 #include <array>
@@ -6,11 +6,11 @@
 
 #include "http/clsHTTPParser.h"
 #include "http/cookie_jar.h"
-#include "script/request_collection.h"
-#include "script/request_cookie.h"
-#include "script/request_values.h"
+#include "script/objects/request_collection.h"
+#include "script/objects/request_cookie.h"
+#include "script/objects/request_values.h"
+#include "script/objects/server_variables.h"
 #include "script/script_values.h"
-#include "script/server_variables.h"
 #include "support/keyed_collection.h"
 #include "support/text.h"
 #include "vbscript/values/convert.h"

@@ -1,4 +1,4 @@
-#include "script/aspMainParser.h"
+#include "script/run/aspMainParser.h"
 
 #include <utility>
 
@@ -6,13 +6,13 @@
 #include "http/clsHTTPParser.h"
 #include "http/response_heads.h"
 #include "platform/process.h"
-#include "script/aspRequestObj.h"
-#include "script/aspResponseObj.h"
-#include "script/error_page.h"
-#include "script/global_members.h"
-#include "script/include_expansion.h"
-#include "script/page_translator.h"
-#include "script/redirect_marks.h"
+#include "script/objects/aspRequestObj.h"
+#include "script/objects/aspResponseObj.h"
+#include "script/objects/global_members.h"
+#include "script/objects/redirect_marks.h"
+#include "script/run/error_page.h"
+#include "script/translation/include_expansion.h"
+#include "script/translation/page_translator.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/server_state.h"

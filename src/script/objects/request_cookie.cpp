@@ -1,9 +1,9 @@
-#include "script/request_cookie.h"
+#include "script/objects/request_cookie.h"
 
 #include <array>
 #include <vector>
 
-#include "script/cookie_keys.h"
+#include "script/objects/cookie_keys.h"
 #include "script/script_values.h"
 #include "vbscript/values/convert.h"
 #include "vbscript/values/value_walk.h"

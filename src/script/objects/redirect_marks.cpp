@@ -1,4 +1,4 @@
-#include "script/redirect_marks.h"
+#include "script/objects/redirect_marks.h"
 
 #include "support/text.h"
 

@@ -1,9 +1,9 @@
-#include "script/clsWCookie.h"
+#include "script/objects/clsWCookie.h"
 
 #include <array>
 
 #include "http/cookie_jar.h"
-#include "script/cookie_keys.h"
+#include "script/objects/cookie_keys.h"
 #include "script/script_values.h"
 #include "support/clsWEncode.h"
 #include "vbscript/values/convert.h"

@@ -1,4 +1,4 @@
-#include "script/running_scripts.h"
+#include "script/run/running_scripts.h"
 
 #include "http/clsHTTPParser.h"
 

@@ -1,4 +1,4 @@
-#include "script/header_variables.h"
+#include "script/objects/header_variables.h"
 
 #include <iterator>
 

@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "http/script_pages.h"
-#include "script/aspServerObj.h"
-#include "script/aspSessionObj.h"
-#include "script/page_host.h"
-#include "script/page_parts.h"
+#include "script/objects/aspServerObj.h"
+#include "script/objects/page_parts.h"
+#include "script/run/page_host.h"
+#include "script/sessions/aspSessionObj.h"
 #include "vbscript/engine.h"
 
 namespace quorvane {

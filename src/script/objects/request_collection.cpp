@@ -1,4 +1,4 @@
-#include "script/request_collection.h"
+#include "script/objects/request_collection.h"
 
 #include <array>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "script/aspResponseObj.h"
+#include "script/objects/aspResponseObj.h"
 
 #include <array>
 #include <chrono>
@@ -7,8 +7,8 @@
 #include "http/header_lines.h"
 #include "http/http_date.h"
 #include "platform/clock.h"
-#include "script/clsWCookie.h"
-#include "script/redirect_marks.h"
+#include "script/objects/clsWCookie.h"
+#include "script/objects/redirect_marks.h"
 #include "script/script_values.h"
 #include "support/text.h"
 #include "vbscript/values/convert.h"

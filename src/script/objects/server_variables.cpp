@@ -1,10 +1,10 @@
-#include "script/server_variables.h"
+#include "script/objects/server_variables.h"
 
 #include <algorithm>
 
 #include "http/clsHTTPParser.h"
 #include "http/serverMod.h"
-#include "script/header_variables.h"
+#include "script/objects/header_variables.h"
 #include "support/paths.h"
 #include "support/server_state.h"
 #include "support/text.h"

@@ -1,4 +1,4 @@
-#include "script/error_page.h"
+#include "script/run/error_page.h"
 
 namespace quorvane {
 

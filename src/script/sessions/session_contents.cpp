@@ -1,12 +1,12 @@
-#include "script/session_contents.h"
+#include "script/sessions/session_contents.h"
 
 #include <array>
 #include <memory>
 #include <utility>
 #include <vector>
 
-#include "script/aspSessionObj.h"
 #include "script/script_values.h"
+#include "script/sessions/aspSessionObj.h"
 #include "vbscript/values/convert.h"
 #include "vbscript/values/value_walk.h"
 

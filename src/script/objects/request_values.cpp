@@ -1,4 +1,4 @@
-#include "script/request_values.h"
+#include "script/objects/request_values.h"
 
 #include <array>
 #include <cstdint>

@@ -3,9 +3,9 @@
 #include "components/application.h"
 #include "http/response_heads.h"
 #include "http/script_pages.h"
-#include "script/aspMainParser.h"
-#include "script/auth_keys.h"
-#include "script/session_store.h"
+#include "script/run/aspMainParser.h"
+#include "script/sessions/auth_keys.h"
+#include "script/sessions/session_store.h"
 
 namespace quorvane {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "http/clsHTTPParser.h"
-#include "script/header_variables.h"
+#include "script/objects/header_variables.h"
 #include "vbscript/values/object.h"
 
 namespace quorvane {

@@ -1,4 +1,4 @@
-#include "script/include_expansion.h"
+#include "script/translation/include_expansion.h"
 
 #include <algorithm>
 #include <cstddef>

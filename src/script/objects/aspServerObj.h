@@ -8,8 +8,8 @@
 #include <string_view>
 
 #include "platform/services.h"
-#include "script/header_variables.h"
-#include "script/page_parts.h"
+#include "script/objects/header_variables.h"
+#include "script/objects/page_parts.h"
 #include "vbscript/values/object.h"
 
 namespace quorvane {

@@ -1,4 +1,4 @@
-#include "script/cookie_keys.h"
+#include "script/objects/cookie_keys.h"
 
 #include "support/clsWEncode.h"
 #include "support/text.h"

@@ -1,4 +1,4 @@
-#include "script/aspServerObj.h"
+#include "script/objects/aspServerObj.h"
 
 #include <algorithm>
 #include <array>
@@ -7,10 +7,10 @@
 #include "components/components.h"
 #include "http/clsHTTPParser.h"
 #include "platform/process.h"
-#include "script/auth_keys.h"
-#include "script/base64.h"
-#include "script/clsHVar.h"
+#include "script/objects/base64.h"
+#include "script/objects/clsHVar.h"
 #include "script/script_values.h"
+#include "script/sessions/auth_keys.h"
 #include "support/clsWEncode.h"
 #include "support/files.h"
 #include "support/paths.h"

@@ -1,11 +1,11 @@
-#include "script/aspSessionObj.h"
+#include "script/sessions/aspSessionObj.h"
 
 #include <array>
 #include <chrono>
 #include <utility>
 
 #include "script/script_values.h"
-#include "script/session_contents.h"
+#include "script/sessions/session_contents.h"
 #include "vbscript/values/convert.h"
 
 namespace quorvane {

@@ -1,4 +1,4 @@
-#include "script/base64.h"
+#include "script/objects/base64.h"
 
 #include <cstddef>
 #include <cstdint>

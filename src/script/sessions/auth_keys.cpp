@@ -1,4 +1,4 @@
-#include "script/auth_keys.h"
+#include "script/sessions/auth_keys.h"
 
 #include "support/text.h"
 

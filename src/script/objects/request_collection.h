@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "script/aspRequestObj.h"
+#include "script/objects/aspRequestObj.h"
 
 namespace quorvane {
 

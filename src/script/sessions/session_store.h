@@ -9,7 +9,7 @@
 
 #include "platform/clock.h"
 #include "platform/random.h"
-#include "script/aspSessionObj.h"
+#include "script/sessions/aspSessionObj.h"
 #include "support/status_lines.h"
 
 namespace quorvane {

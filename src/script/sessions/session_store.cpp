@@ -1,4 +1,4 @@
-#include "script/session_store.h"
+#include "script/sessions/session_store.h"
 
 #include <bit>
 #include <string>
