@@ -23,7 +23,7 @@ constexpr DrainPatience kFlushPatience{std::chrono::seconds(30), std::chrono::se
 }  // namespace
 
 mainForm::mainForm(mainFormParts parts)
-    : parts_(std::move(parts)),
+    : parts_(parts),
       services_(parts_.services),
       form_(parts_.form),
       status_(parts_.status),

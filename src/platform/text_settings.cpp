@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 
+#include "support/paths.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -112,15 +114,17 @@ bool isPart(std::string_view part) {
 std::string spelled(const Files& files, const std::string& folder, const std::string& name) {
   const auto path = RootedPath::literal(folder, name);
   const auto found = path ? files.find(*path) : std::nullopt;
-  return found.value_or(folder + "/" + name);
+  return found.value_or(paths::join(folder, name));
+}
+
+std::string folderOf(const std::string& path) {
+  return std::filesystem::path(path).parent_path().string();
 }
 
 void makeFolders(const Files& files, const std::string& folder) {
   if (folder.empty() || files.stat(folder)) return;
-  for (std::size_t slash = folder.find('/', 1); slash != std::string::npos;
-       slash = folder.find('/', slash + 1)) {
-    files.makeFolder(folder.substr(0, slash));
-  }
+  const std::string above = folderOf(folder);
+  if (above != folder) makeFolders(files, above);
   files.makeFolder(folder);
 }
 
@@ -129,7 +133,7 @@ void makeFolders(const Files& files, const std::string& folder) {
 std::optional<std::string> TextSettings::fileOf(RegistryRoot root, const std::string& key) const {
   const std::string_view top = rootName(root);
   if (top.empty()) return std::nullopt;
-  std::string path = root_ + "/" + std::string(top);
+  std::string path = paths::join(root_, top);
   const auto parts = split(key, '\\');
   for (std::size_t i = 0; i < parts.size(); ++i) {
     if (!isPart(parts[i])) return std::nullopt;
@@ -148,7 +152,7 @@ bool TextSettings::createKey(RegistryRoot root, const std::string& key) {
   const auto file = fileOf(root, key);
   if (!file) return false;
   if (files_.stat(*file)) return true;
-  makeFolders(files_, file->substr(0, file->rfind('/')));
+  makeFolders(files_, folderOf(*file));
   return files_.writeAll(*file, "");
 }
 

@@ -144,6 +144,7 @@ class AsioEventLoop final : public EventLoop {
   void onNotice(std::function<void(Notice)> told) override {
     const std::vector<NoticeSignal> signals = noticeSignals();
     std::vector<int> numbers;
+    numbers.reserve(signals.size());
     for (const NoticeSignal& signal : signals) numbers.push_back(signal.number);
     notices_.listen(numbers, [signals, told = std::move(told)](int number) {
       for (const NoticeSignal& signal : signals) {
