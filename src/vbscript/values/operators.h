@@ -16,8 +16,6 @@ Value integerDivide(const Value& left, const Value& right);
 Value modulo(const Value& left, const Value& right);
 Value power(const Value& left, const Value& right);
 Value concatenate(const Value& left, const Value& right);
-/// The same for a chain of two or more operands: `a & b & c` in one new body.
-Value concatenateAll(std::span<const Value> operands);
 Value negate(const Value& value);
 Value identity(const Value& value);  ///< unary plus
 Value logicalNot(const Value& value);

@@ -146,20 +146,6 @@ Value concatenate(const Value& left, const Value& right) {
   return String::joined(joinedText(*a), joinedText(*b));
 }
 
-Value concatenateAll(std::span<const Value> operands) {
-  bool allNull = true;
-  std::size_t size = 0;
-  for (const Value& operand : operands) {
-    const Value& direct = operand.deref();
-    allNull = allNull && direct.isNull();
-    size += direct.isString() ? direct.stringRep() ? direct.stringRep()->bytes : 0 : 12;
-  }
-  if (allNull) return Value::null();
-  String result = String::withCapacity(Encoding::Ansi, size);
-  for (const Value& operand : operands) appendText(result, *Operand(operand));
-  return result;
-}
-
 void appendTo(Value& target, const Value& tail) {
   Value& home = target.deref();
   const Value& plain = tail.deref();

@@ -172,10 +172,6 @@ TEST(ConcatenationTest, Texts) {
   EXPECT_EQ(show(concatenate(kNull, kNull)), "Null");
   EXPECT_EQ(show(concatenate(kEmpty, kEmpty)), "String ");
   EXPECT_EQ(show(concatenate(kTrue, d(1.5))), "String True1.5");
-  const Value parts[] = {s("a"), i(1), kNull, kTrue, d(0.5)};
-  EXPECT_EQ(show(concatenateAll(parts)), "String a1True0.5");
-  const Value nulls[] = {kNull, kNull};
-  EXPECT_EQ(show(concatenateAll(nulls)), "Null");
 }
 
 TEST(ConcatenationTest, AppendingInPlace) {
