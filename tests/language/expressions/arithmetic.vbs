@@ -57,6 +57,8 @@ Show -Null                     '> Null
 Show Null & Null               '> Null
 Show Null & "x"                '> String "x"
 Show "x" & Null                '> String "x"
+Show Null & Null & Null        '> Null
+Show "a" & 1 & Null & True & 0.5  '> String "a1True0.5"
 
 '=== products widen
 Show 100 * 100                 '> Integer 10000
