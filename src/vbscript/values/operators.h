@@ -1,6 +1,5 @@
 #pragma once
 
-
 #include "vbscript/values/value.h"
 
 /// The operators on all subtypes: result types, widening on overflow, Null propagation. Operands
