@@ -5,7 +5,7 @@
 namespace quorvane {
 
 std::string AuthKeys::issue(std::chrono::minutes lifetime) {
-  const std::string key = upperCase(hexDigits(random_.guid()));
+  std::string key = upperCase(hexDigits(random_.guid()));
   keys_.add(key, std::chrono::floor<std::chrono::seconds>(clock_.now() + lifetime));
   return key;
 }
