@@ -145,7 +145,10 @@ class Signals(unittest.TestCase):
             self.assertIn("] Server Closing\r\n", server.log_text())
 
     def test_a_new_log_begins_and_nothing_is_dropped(self):
-        with Server({"a.txt": b"a"}) as server, server.connect() as client:
+        def heed():  # whatever the tests themselves were started under
+            signal.signal(signal.SIGHUP, signal.SIG_DFL)
+
+        with Server({"a.txt": b"a"}, preexec=heed) as server, server.connect() as client:
             client.send("GET /a.txt HTTP/1.1\r\nHost: x\r\n\r\n")
             client.receive()
             for number in (signal.SIGHUP, signal.SIGUSR1):
