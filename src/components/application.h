@@ -54,7 +54,7 @@ class ApplicationComponent final : public vbs::NativeObject<ApplicationComponent
 
   std::string version_;  ///< of the server, as Version shows it
   vbs::Ref<OfferedFiles> files_;
-  vbs::Ref<SharedValues> shared_ = vbs::make<SharedValues>();
+  vbs::Ref<SharedValues> shared_ = vbs::make<SharedValues>("Application");
   const LanguageTexts* texts_ = nullptr;
 };
 

@@ -18,26 +18,27 @@ std::string keyText(const vbs::Value& key) {
 }  // namespace
 
 vbs::Value SharedValues::item(const vbs::Value& key) const {
-  const vbs::Value* held = values_.find(keyText(key));
-  return held ? *held : vbs::Value();
+  const Kept* held = values_.find(keyText(key));
+  return held ? held->value : vbs::Value();
 }
 
 void SharedValues::setItem(const vbs::Value& key, const vbs::Value& value) {
   std::string text = keyText(key);
   vbs::Value old;  // ends last: its end may run code that asks for this very key
-  if (vbs::Value* held = values_.find(text)) {
-    old = std::exchange(*held, value.deref());
+  if (Kept* held = values_.find(text)) {
+    old = std::exchange(held->value, value.deref());
   } else {
-    values_.add(std::move(text), value.deref());
+    vbs::MemoryCharge charge(Values::bytesFor(text));
+    values_.add(std::move(text), {value.deref(), std::move(charge)});
   }
 }
 
 void SharedValues::clear() {
-  const KeyedCollection<vbs::Value> old = std::exchange(values_, {});
+  const Values old = std::exchange(values_, {});
 }
 
 void SharedValues::visitReferences(vbs::ReferenceVisitor& visitor) {
-  for (auto& entry : values_) visitor.value(entry.value);
+  for (auto& entry : values_) visitor.value(entry.value.value);
 }
 
 std::unique_ptr<vbs::Enumerator> SharedValues::enumerate() {
@@ -80,7 +81,7 @@ vbs::Value SharedValues::getCount(vbs::Args) {
 vbs::Value SharedValues::callRemove(vbs::Args args) {
   const std::string key = keyText(args[0]);
   vbs::Value old;
-  if (vbs::Value* held = values_.find(key)) old = std::exchange(*held, vbs::Value());
+  if (Kept* held = values_.find(key)) old = std::exchange(held->value, vbs::Value());
   values_.remove(key);
   return {};
 }

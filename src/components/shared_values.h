@@ -6,19 +6,26 @@
 #include <vector>
 
 #include "support/keyed_collection.h"
+#include "vbscript/values/memory_meter.h"
 #include "vbscript/values/object.h"
 
 namespace quorvane {
 
-/// Values and objects that all pages share while the server runs. Keys compare without regard to
-/// letter case. Pages run one at a time, so Lock and Unlock have nothing to do.
+/// Values and objects that outlast the page that stored them: those that all pages share while the
+/// server runs, or those of one session. Keys compare without regard to letter case; each counts
+/// against the memory of the page that brings it. Pages run one at a time, so Lock and Unlock have
+/// nothing to do.
 class SharedValues final : public vbs::NativeObject<SharedValues> {
  public:
+  /// `typeName` is what TypeName shows; it outlives the object.
+  explicit SharedValues(std::string_view typeName) : typeName_(typeName) {}
+
   vbs::Value item(const vbs::Value& key) const;  ///< Empty when nothing is stored
   void setItem(const vbs::Value& key, const vbs::Value& value);
   void clear();
+  bool empty() const { return values_.empty(); }
 
-  std::string_view typeName() const override { return "Application"; }
+  std::string_view typeName() const override { return typeName_; }
   std::unique_ptr<vbs::Enumerator> enumerate() override;  ///< the keys
   void visitReferences(vbs::ReferenceVisitor& visitor) override;
   static std::span<const vbs::Member<SharedValues>> members();
@@ -32,7 +39,14 @@ class SharedValues final : public vbs::NativeObject<SharedValues> {
   vbs::Value callRemoveAll(vbs::Args);
   vbs::Value callLock(vbs::Args);
 
-  KeyedCollection<vbs::Value> values_;
+  struct Kept {
+    vbs::Value value;
+    vbs::MemoryCharge charge;
+  };
+  using Values = KeyedCollection<Kept>;
+
+  std::string_view typeName_;
+  Values values_;
 };
 
 }  // namespace quorvane

@@ -31,6 +31,13 @@ class KeyedCollection {
   KeyedCollection(KeyedCollection&&) = default;
   KeyedCollection& operator=(KeyedCollection&&) = default;
 
+  /// About what an entry takes beside the memory that its value holds elsewhere.
+  static std::size_t bytesFor(std::string_view key) {
+    constexpr std::size_t kPointers = 8;  // of the two nodes, with what the heap adds to them
+    return sizeof(Entry) + sizeof(std::pair<std::string_view, Iterator>) +
+           kPointers * sizeof(void*) + key.size();
+  }
+
   /// Null when the key is taken; the value held under it stays.
   T* add(std::string key, T value) {
     if (index_.find(key) != index_.end()) return nullptr;

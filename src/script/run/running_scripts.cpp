@@ -17,7 +17,9 @@ RunningScripts::RunningScripts(const Services& services, const Parts& parts, vbs
 ScriptPageResult RunningScripts::run(const ScriptPageRequest& request) {
   const std::int32_t asked = request.parser.SessionID();
   const vbs::Ref<aspSessionObj> session = sessions_.getOrCreate(asked);
+  const std::int32_t held = session->SessionID();
   ScriptPageResult result{vbsParser_.outcomeOf(request, session), session->SessionID()};
+  sessions_.noteRun(held);
   // A page that gives its session another number loses it: the client will ask by the new one,
   // under which nothing is held.
   if (result.sessionNumber != asked) sessions_.remove(asked);

@@ -4,6 +4,7 @@
 #include <chrono>
 #include <utility>
 
+#include "components/shared_values.h"
 #include "script/script_values.h"
 #include "script/sessions/session_contents.h"
 #include "vbscript/values/convert.h"
@@ -13,17 +14,32 @@ namespace quorvane {
 aspSessionObj::aspSessionObj(const Clock& clock) : clock_(clock), lastAccess_(clock.now()) {}
 
 vbs::String aspSessionObj::Contents(std::string_view key) const {
-  const vbs::String* value = values_.find(key);
-  return value ? *value : vbs::String();
+  const Kept* kept = values_.find(key);
+  return kept ? kept->text : vbs::String();
 }
 
 void aspSessionObj::setContents(std::string key, vbs::String value) {
-  if (!abandoned_) values_.put(std::move(key), std::move(value));
+  if (abandoned_) return;
+  vbs::MemoryCharge charge(Values::bytesFor(key));
+  values_.put(std::move(key), {std::move(value), std::move(charge)});
+}
+
+SharedValues* aspSessionObj::objects() const {
+  return objects_.isObject() ? static_cast<SharedValues*>(objects_.asObject()) : nullptr;
+}
+
+bool aspSessionObj::holdsObjects() const {
+  return objects() && !objects()->empty();
+}
+
+bool aspSessionObj::holdsAnything() const {
+  return !values_.empty() || holdsObjects();
 }
 
 void aspSessionObj::Abandon() {
   abandoned_ = true;
   values_.clear();
+  if (objects()) objects()->clear();
 }
 
 bool aspSessionObj::OutOfDate() const {
@@ -32,14 +48,15 @@ bool aspSessionObj::OutOfDate() const {
 
 std::span<const vbs::Member<aspSessionObj>> aspSessionObj::members() {
   using Self = aspSessionObj;
-  static constexpr std::array<vbs::Member<Self>, kGlobalMembers + 2> kMembers{{
+  static constexpr std::array<vbs::Member<Self>, kGlobalMembers + 3> kMembers{{
       {"timeout", 0, 0, &Self::getTimeout, &Self::putTimeout},
       {"sessionid", 0, 0, &Self::getSessionID, &Self::putSessionID},
       {"contents", 0, 1, &Self::getContents, &Self::putContents, true},
       {"abandon", 0, 0, &Self::callAbandon},
       {"refresh", 0, 0, &Self::callRefresh},
       {"outofdate", 0, 0, &Self::callOutOfDate},
-      // For pages written for other servers, by the object's name only.
+      // By the object's name only, since pages have variables of such names.
+      {"objects", 0, 1, &Self::getObjects, &Self::putObjects},
       {"lcid", 0, 0, &Self::getLcid, &Self::putLcid},
       {"codepage", 0, 0, &Self::getCodePage, &Self::putCodePage},
   }};
@@ -81,6 +98,23 @@ vbs::String aspSessionObj::textToKeep(const vbs::Value& value, vbs::CallKind kin
   if (kind == vbs::CallKind::Set) refuse(vbs::ErrorCode::NoPropertyOrMethod);
   if (value.deref().isArray()) refuse(vbs::ErrorCode::TypeMismatch);
   return vbs::toString(value);
+}
+
+/// Once abandoned, what a page stores is lost: it goes into a collection that nobody else sees.
+vbs::Value aspSessionObj::getObjects(vbs::Args args) {
+  vbs::Value held = objects_;
+  if (!held.isObject()) {
+    held = script_values::objectValue(vbs::make<SharedValues>("Objects"));
+    if (!abandoned_) objects_ = held;
+  }
+  if (args.empty()) return held;
+  return static_cast<SharedValues*>(held.asObject())->item(args[0]);
+}
+
+void aspSessionObj::putObjects(vbs::Args args, vbs::CallKind) {
+  if (args.size() != 2) vbs::throwError(vbs::ErrorCode::WrongArgumentCount);
+  const vbs::Value held = getObjects({});
+  static_cast<SharedValues*>(held.asObject())->setItem(args[0], args[1]);
 }
 
 vbs::Value aspSessionObj::callAbandon(vbs::Args) {

@@ -7,16 +7,25 @@
 
 #include "platform/clock.h"
 #include "support/keyed_collection.h"
+#include "vbscript/values/memory_meter.h"
 #include "vbscript/values/object.h"
 #include "vbscript/values/text_locale.h"
 
 namespace quorvane {
 
-/// What pages know as "Session": the texts kept for one browser between its requests. The session
-/// store holds it; a running page holds it as well, so it may outlive its place in the store.
+class SharedValues;
+
+/// What pages know as "Session": the texts, and apart from them the objects, kept for one browser
+/// between its requests. The session store holds it; a running page holds it as well, so it may
+/// outlive its place in the store, empty then.
 class aspSessionObj final : public vbs::NativeObject<aspSessionObj> {
  public:
-  using Values = KeyedCollection<vbs::String>;
+  /// A text, whose place counts against the memory of the page that brings it.
+  struct Kept {
+    vbs::String text;
+    vbs::MemoryCharge charge;
+  };
+  using Values = KeyedCollection<Kept>;
 
   /// `clock` outlives the session.
   explicit aspSessionObj(const Clock& clock);
@@ -33,6 +42,10 @@ class aspSessionObj final : public vbs::NativeObject<aspSessionObj> {
 
   std::int32_t LCID() const { return lcid_; }  ///< the locale of this session's pages
 
+  /// Whether any text or object is kept.
+  bool holdsAnything() const;
+  bool holdsObjects() const;
+
   void Abandon();
   void Refresh() { lastAccess_ = clock_.now(); }
   bool OutOfDate() const;
@@ -44,6 +57,8 @@ class aspSessionObj final : public vbs::NativeObject<aspSessionObj> {
   Values& values() { return values_; }
 
   std::string_view typeName() const override { return "Session"; }
+  void visitReferences(vbs::ReferenceVisitor& visitor) override { visitor.value(objects_); }
+  void dropReferences() override { objects_ = {}; }
   static std::span<const vbs::Member<aspSessionObj>> members();
   static constexpr std::size_t kGlobalMembers = 6;  ///< the first rows of members()
 
@@ -57,6 +72,9 @@ class aspSessionObj final : public vbs::NativeObject<aspSessionObj> {
   vbs::Value callAbandon(vbs::Args);
   vbs::Value callRefresh(vbs::Args);
   vbs::Value callOutOfDate(vbs::Args);
+  SharedValues* objects() const;
+  vbs::Value getObjects(vbs::Args args);
+  void putObjects(vbs::Args args, vbs::CallKind);
   vbs::Value getLcid(vbs::Args);
   void putLcid(vbs::Args args, vbs::CallKind);
   vbs::Value getCodePage(vbs::Args);
@@ -64,6 +82,7 @@ class aspSessionObj final : public vbs::NativeObject<aspSessionObj> {
 
   const Clock& clock_;
   Values values_;
+  vbs::Value objects_;  ///< SharedValues, made on first use
   TimePoint lastAccess_;
   std::int32_t sessionID_ = 0;
   std::int32_t lcid_ = vbs::kDefaultLocale;

@@ -2,8 +2,10 @@
 
 #include <bit>
 #include <string>
+#include <utility>
 
 #include "support/text.h"
+#include "vbscript/values/circles.h"
 
 namespace quorvane {
 
@@ -28,6 +30,9 @@ vbs::Ref<aspSessionObj> SessionStore::getOrCreate(std::int32_t number) {
     vbs::Ref<aspSessionObj> session = find(number);
     if (session && !session->OutOfDate()) {
       session->Refresh();
+      Place& place = places_[static_cast<std::size_t>(number)];
+      place.cameBack = true;
+      rank(place);
       return session;
     }
     remove(number);
@@ -37,10 +42,12 @@ vbs::Ref<aspSessionObj> SessionStore::getOrCreate(std::int32_t number) {
 
 vbs::Ref<aspSessionObj> SessionStore::create() {
   const bool isFull = ages_.size() == places_.size();
-  const std::int32_t number = isFull ? dropOldest() : freeNumber();
+  const std::int32_t number = isFull ? dropIdlest() : freeNumber();
   auto session = vbs::make<aspSessionObj>(clock_);
   session->setSessionID(number);
-  places_[static_cast<std::size_t>(number)] = {session, ages_.insert(ages_.end(), number)};
+  places_[static_cast<std::size_t>(number)] = {session, ages_.insert(ages_.end(), number),
+                                               expendable_.insert(expendable_.end(), number),
+                                               &expendable_};
   setTaken(number, true);
   log_.LogLine("Session " + std::to_string(number) + " created");
   return session;
@@ -73,16 +80,44 @@ void SessionStore::setTaken(std::int32_t number, bool taken) {
   word = taken ? word | bit : word & ~bit;
 }
 
+/// The session is the one used last, so it goes to the end of its list.
+void SessionStore::rank(Place& place) {
+  Numbers& wanted = place.cameBack && place.session->holdsAnything() ? valued_ : expendable_;
+  wanted.splice(wanted.end(), *place.rank, place.idle);
+  place.rank = &wanted;
+}
+
+void SessionStore::noteRun(std::int32_t number) {
+  if (find(number)) rank(places_[static_cast<std::size_t>(number)]);
+}
+
+/// Whoever still holds the session finds it empty: its objects die with it.
 void SessionStore::remove(std::int32_t number) {
   if (!find(number)) return;
   Place& place = places_[static_cast<std::size_t>(number)];
+  mayHaveCircles_ |= place.session->holdsObjects();
+  place.session->Abandon();
   ages_.erase(place.age);
+  place.rank->erase(place.idle);
   place = {};
   setTaken(number, false);
 }
 
-std::int32_t SessionStore::dropOldest() {
-  const std::int32_t number = ages_.front();
+/// Looking for circles takes a walk over every object, so it is done once for many sessions.
+void SessionStore::endLooseCircles() {
+  if (std::exchange(mayHaveCircles_, false)) vbs::endCircles(nullptr);
+}
+
+SessionStore::~SessionStore() {
+  while (!ages_.empty()) remove(ages_.front());
+  endLooseCircles();
+}
+
+/// With number 0 goes no cookie, so that its session is never of use again: a new visitor who got
+/// nothing but this number would stay a stranger for as long as the others stay.
+std::int32_t SessionStore::dropIdlest() {
+  const bool onlyZero = expendable_.size() == 1 && expendable_.front() == 0;
+  const std::int32_t number = (onlyZero ? valued_ : expendable_).front();
   log_.LogLine("Session " + std::to_string(number) + " destroyed");
   remove(number);
   return number;
@@ -95,6 +130,7 @@ void SessionStore::expire() {
     log_.LogLine("Session " + std::to_string(number) + " destroyed");
     remove(number);
   }
+  endLooseCircles();
 }
 
 void SessionStore::forEach(const std::function<void(const aspSessionObj&)>& visit) const {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <utility>
 
 #include "vbscript/values/run_context.h"
 #include "vbscript/values/time_check.h"
@@ -18,13 +19,29 @@ inline void MemoryMeter::charge(std::size_t bytes) {
 /// Counts memory that stands outside of values for as long as it lives.
 class MemoryCharge {
  public:
+  MemoryCharge() = default;
   explicit MemoryCharge(std::size_t bytes) : bytes_(bytes) { runContext.memory.charge(bytes); }
-  MemoryCharge(const MemoryCharge&) = delete;
-  MemoryCharge& operator=(const MemoryCharge&) = delete;
+  MemoryCharge(MemoryCharge&& other) noexcept : bytes_(std::exchange(other.bytes_, 0)) {}
+  MemoryCharge& operator=(MemoryCharge&& other) noexcept {
+    std::swap(bytes_, other.bytes_);
+    return *this;
+  }
   ~MemoryCharge() { runContext.memory.release(bytes_); }
 
+  /// Counts `bytes` instead. Throws ScriptError 7 and leaves the count as it was when that is too
+  /// much.
+  void change(std::size_t bytes) {
+    if (bytes > bytes_) {
+      runContext.memory.charge(bytes - bytes_);
+    } else {
+      runContext.memory.release(bytes_ - bytes);
+    }
+    bytes_ = bytes;
+  }
+  std::size_t bytes() const { return bytes_; }
+
  private:
-  std::size_t bytes_;
+  std::size_t bytes_ = 0;
 };
 
 }  // namespace quorvane::vbs

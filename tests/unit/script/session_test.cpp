@@ -2,6 +2,7 @@
 
 #include <chrono>
 
+#include "components/shared_values.h"
 #include "member_access.h"
 #include "platform/fake/fake_clock.h"
 #include "platform/fake/fake_random.h"
@@ -158,16 +159,128 @@ TEST_F(SessionTest, SweepsOutSessionsOutOfDate) {
   EXPECT_EQ(store.size(), 1u);
 }
 
-TEST_F(SessionTest, DropsTheOldestWhenEveryNumberIsTaken) {
-  random.fractions.clear();
-  for (int i = 0; i <= 10'000; ++i) random.fractions.push_back(i / 10'000.0);
-  for (int i = 0; i <= 10'000; ++i) store.getOrCreate(0);
-  EXPECT_EQ(store.size(), 10'001u);
+/// A store without a free number, session 0 the first that was made.
+class FullStore : public SessionTest {
+ protected:
+  FullStore() {
+    random.fractions.clear();
+    for (int i = 0; i <= 10'000; ++i) random.fractions.push_back(i / 10'000.0);
+    for (int i = 0; i <= 10'000; ++i) store.getOrCreate(0);
+  }
+
+  void visit(std::int32_t number, std::string_view what = {}) {
+    const auto found = store.getOrCreate(number);
+    ASSERT_EQ(found->SessionID(), number);
+    if (!what.empty()) found->setContents("what", vbs::String(what));
+    store.noteRun(number);
+  }
+
+  std::int32_t dropped() {
+    const std::int32_t number = store.getOrCreate(0)->SessionID();
+    EXPECT_EQ(store.size(), 10'001u);
+    return number;
+  }
+};
+
+TEST_F(FullStore, DropsStrangersInTheOrderOfTheirComing) {
+  EXPECT_EQ(dropped(), 0);
+  EXPECT_EQ(dropped(), 1);
+}
+
+TEST_F(FullStore, KeepsWhoCameBackAndHoldsSomethingAsLongAsThereAreStrangers) {
+  visit(1, "basket");
+  visit(2, "basket");
+  for (int i = 0; i < 20'000; ++i) dropped();
+  EXPECT_EQ(text(vbs::Value(store.getOrCreate(1)->Contents("what"))), "basket");
+  EXPECT_EQ(text(vbs::Value(store.getOrCreate(2)->Contents("what"))), "basket");
+}
+
+TEST_F(FullStore, DropsWhoHoldsNothingByIdleTime) {
+  for (std::int32_t number = 1; number <= 10'000; ++number) visit(number);
+  visit(3);
+  EXPECT_EQ(dropped(), 0) << "the only one that never came back";
+  EXPECT_EQ(dropped(), 1);
+  EXPECT_EQ(dropped(), 2);
+  EXPECT_EQ(dropped(), 4);
+}
+
+TEST_F(FullStore, DropsTheLongestIdleWhenAllHoldSomething) {
+  for (std::int32_t number = 1; number <= 10'000; ++number) visit(number, "basket");
+  visit(1);
+  EXPECT_EQ(dropped(), 2) << "number 0 would be of no use";
+  EXPECT_EQ(dropped(), 0) << "two that never came back, the older one first";
+  EXPECT_EQ(dropped(), 2);
+}
+
+TEST_F(FullStore, CountsAVisitorThatEmptiedItsBasketAsHoldingNothing) {
+  for (std::int32_t number = 1; number <= 10'000; ++number) visit(number, "basket");
+  store.getOrCreate(9)->values().clear();
+  store.noteRun(9);
+  EXPECT_EQ(dropped(), 0);
+  EXPECT_EQ(dropped(), 9);
+}
+
+TEST_F(FullStore, TellsOfTheSessionThatMakesRoom) {
   log.lines.clear();
   const auto latest = store.getOrCreate(0);
   EXPECT_EQ(log.lines, (std::vector<std::string>{"Session 0 destroyed", "Session 0 created"}));
   EXPECT_EQ(latest->SessionID(), 0);
   EXPECT_EQ(store.size(), 10'001u);
+}
+
+vbs::Ref<SharedValues> holder() {
+  return vbs::make<SharedValues>("Holder");
+}
+
+void hold(aspSessionObj& session, const vbs::Ref<SharedValues>& held) {
+  put(session, "objects", values("Cart", vbs::Value::object(held.get())), vbs::CallKind::Set);
+}
+
+TEST_F(SessionTest, KeepsObjectsAndArraysUntilItIsRemoved) {
+  const auto cart = holder();
+  const auto visitor = store.getOrCreate(0);
+  hold(*visitor, cart);
+  put(*visitor, "objects", values("list", vbs::Value::array(vbs::ArrayRep::fromBytes("ab"))));
+  EXPECT_EQ(get(*visitor, "objects", values("CART")).asObject(), cart.get());
+  EXPECT_TRUE(get(*visitor, "objects", values("list")).isArray());
+  EXPECT_EQ(getText(*get(*visitor, "objects").asObject(), "count"), "2");
+  EXPECT_EQ(getText(*visitor, "contents", values("cart")), "") << "texts stand apart";
+  EXPECT_EQ(cart->references(), 2u);
+  store.remove(visitor->SessionID());
+  EXPECT_EQ(cart->references(), 1u);
+  EXPECT_TRUE(get(*visitor, "objects", values("cart")).isEmpty());
+}
+
+TEST_F(SessionTest, DropsItsObjectsWhenAbandoned) {
+  const auto cart = holder();
+  hold(*session, cart);
+  get(*session, "abandon");
+  EXPECT_EQ(cart->references(), 1u);
+  hold(*session, cart);
+  get(*session, "abandon");
+  EXPECT_EQ(cart->references(), 1u);
+}
+
+TEST_F(SessionTest, LeavesNoCirclesOfObjectsBehind) {
+  const vbs::Object* const before = vbs::runContext.newestObject;
+  {
+    const auto visitor = store.getOrCreate(0);
+    put(*visitor, "objects", values("me", vbs::Value::object(visitor.get())), vbs::CallKind::Set);
+    const auto circle = holder();
+    circle->setItem(vbs::Value("self"), vbs::Value::object(circle.get()));
+    hold(*visitor, circle);
+  }
+  clock.advance(21min);
+  store.expire();
+  EXPECT_EQ(vbs::runContext.newestObject, before);
+}
+
+TEST_F(SessionTest, CountsWhatItsKeysTakeAsLongAsTheyAreThere) {
+  const std::int64_t before = vbs::runContext.memory.used;
+  for (int i = 0; i < 1000; ++i) session->setContents("k" + std::to_string(i), {});
+  EXPECT_GT(vbs::runContext.memory.used, before + 100'000);
+  session->Abandon();
+  EXPECT_EQ(vbs::runContext.memory.used, before);
 }
 
 TEST_F(SessionTest, ShowsItsSessionsOldestFirst) {
