@@ -1,9 +1,11 @@
 #include <cstdio>
 #include <string_view>
 
+#include "console/line_printer.h"
 #include "console/mainForm.h"
 #include "console/terminal_console.h"
 #include "platform/image_library.h"
+#include "platform/standard_streams.h"
 #include "platform/system.h"
 #include "platform/user_language.h"
 #include "startup/Registry.h"
@@ -19,14 +21,8 @@ namespace quorvane {
 
 namespace {
 
-void printLine(std::string_view line) {
-  std::fwrite(line.data(), 1, line.size(), stdout);
-  std::fputc('\n', stdout);
-  std::fflush(stdout);
-}
-
 void printComplaint(std::string_view text) {
-  std::fprintf(stderr, "quorvane-server: %.*s\n", static_cast<int>(text.size()), text.data());
+  writeAtOnce(StandardStream::Error, "quorvane-server: " + std::string(text) + '\n');
 }
 
 TerminalWindowServer serverOf(mainForm& window) {
@@ -71,8 +67,10 @@ int run(int argc, char** argv) {
   mainForm window({services, *loop, form, status, settings, localeIdOf(userLanguageName())});
   const auto terminal = makeTerminal(*loop);
   status.onComplaint = printComplaint;
+  LinePrinter printer(
+      *loop, [](std::string_view bytes) { return writeAtOnce(StandardStream::Output, bytes); });
   const TerminalConsole console(form, status.echo, terminal.get(), *loop, serverOf(window),
-                                printLine);
+                                [&printer](std::string_view text) { printer.print(text); });
   loop->onTerminationRequest([&window] { window.closeWindow(); });
   loop->onNotice([&window, &console](EventLoop::Notice notice) {
     const bool isOver = notice == EventLoop::Notice::HangUp && console.isDrawn();

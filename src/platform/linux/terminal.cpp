@@ -6,11 +6,13 @@
 #include <curses.h>
 #include <fcntl.h>
 #include <langinfo.h>
-#include <poll.h>
 #include <sys/epoll.h>
 #include <sys/ioctl.h>
+#include <sys/mman.h>
+#include <termios.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <asio/posix/stream_descriptor.hpp>
 #include <asio/signal_set.hpp>
@@ -26,6 +28,7 @@
 
 #include "platform/asio/loop_core.h"
 #include "platform/linux/terminal_rescue.h"
+#include "platform/linux/unblocked_write.h"
 #include "platform/system.h"
 
 namespace quorvane {
@@ -34,6 +37,9 @@ namespace {
 
 /// How long the rest of a key's sequence may take to arrive after its first byte, milliseconds.
 constexpr int kEscapeDelay = 25;
+
+/// How long a terminal may take to accept what gives its screen back, milliseconds.
+constexpr int kPatienceAtEnd = 500;
 
 constexpr int kControlC = 3;
 
@@ -146,7 +152,12 @@ class CursesTerminal final : public Terminal {
 
  private:
   bool openChannel();
+  bool openCanvas();
   bool watchKeys();
+  void takeOver();
+  void fitToWindow();
+  bool sendFrame();
+  void takeFrame();
   void setUpScreen();
   void waitForKeys();
   void waitForResize();
@@ -166,29 +177,33 @@ class CursesTerminal final : public Terminal {
 
   File channelIn_;
   File channelOut_;
+  File canvas_;        ///< what the curses library believes to be the terminal
+  std::string frame_;  ///< of what it has drawn, what the terminal has not taken yet
   SCREEN* screen_ = nullptr;
   bool colours_ = false;
   std::map<std::pair<TerminalColour, TerminalColour>, short> pairs_;
+  termios before_{};  ///< the terminal's modes as this program found them
   std::optional<TerminalRescue> rescue_;
   std::shared_ptr<CursesTerminal*> self_;  ///< empty for handlers that outlive this object
 };
 
 bool CursesTerminal::open(TerminalEvents& events) {
   if (screen_ || !isThere()) return false;
-  termios before{};
-  if (::tcgetattr(STDIN_FILENO, &before) != 0) return false;
+  if (::tcgetattr(STDIN_FILENO, &before_) != 0) return false;
   chooseCharacterSet();
   // Before the library looks: it leaves a signal alone that somebody has taken.
   asio::error_code error;
   resizes_.add(SIGWINCH, error);
-  if (!openChannel()) return false;
-  screen_ = ::newterm(nullptr, stdout, channelOut_.get());
+  if (!openChannel() || !openCanvas()) return false;
+  screen_ = ::newterm(nullptr, canvas_.get(), channelOut_.get());
   if (!screen_ || !canMoveCursor() || !watchKeys()) {
     close();
     return false;
   }
-  rescue_.emplace(STDOUT_FILENO, before);
+  rescue_.emplace(STDOUT_FILENO, before_);
+  takeOver();
   setUpScreen();
+  fitToWindow();
   events_ = &events;
   waitForKeys();
   waitForResize();
@@ -204,6 +219,31 @@ bool CursesTerminal::openChannel() {
   channelOut_.reset(::fdopen(ends[0], "r"));
   channelIn_.reset(::fdopen(ends[1], "w"));
   return channelOut_ && channelIn_;
+}
+
+/// The curses library waits for a terminal that takes nothing, and tries for ever where it can't
+/// wait. So it draws into a file in memory, which takes everything at once; what it has drawn goes
+/// on to the terminal as the terminal takes it, and there is no next picture before that.
+bool CursesTerminal::openCanvas() {
+  const int memory = ::memfd_create("screen", MFD_CLOEXEC);
+  if (memory < 0) return false;
+  canvas_.reset(::fdopen(memory, "w"));
+  return canvas_ != nullptr;
+}
+
+/// The library can't set the modes of a terminal that it doesn't see: every key arrives as typed,
+/// nothing is shown by itself, and what is drawn is left as it is.
+void CursesTerminal::takeOver() {
+  termios modes = before_;
+  ::cfmakeraw(&modes);
+  ::tcsetattr(STDIN_FILENO, TCSANOW, &modes);
+}
+
+void CursesTerminal::fitToWindow() {
+  winsize size{};
+  if (::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_row > 0 && size.ws_col > 0) {
+    ::resizeterm(size.ws_row, size.ws_col);
+  }
 }
 
 /// The loop makes what it watches non-blocking, and a terminal shares that mode with the shell and
@@ -241,10 +281,15 @@ void CursesTerminal::close() {
   if (screen_) {
     ::mousemask(0, nullptr);
     ::endwin();
+    takeFrame();
+    writePatiently(STDOUT_FILENO, frame_, kPatienceAtEnd);
+    frame_.clear();
     ::delscreen(std::exchange(screen_, nullptr));
+    ::tcsetattr(STDIN_FILENO, TCSANOW, &before_);
   }
   channelIn_.reset();
   channelOut_.reset();
+  canvas_.reset();
   rescue_.reset();
   pairs_.clear();
 }
@@ -300,10 +345,7 @@ void CursesTerminal::mouseRead() {
 void CursesTerminal::waitForResize() {
   resizes_.async_wait([self = self_](const asio::error_code& error, int) {
     if (error || !*self) return;
-    winsize size{};
-    if (::ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_row > 0 && size.ws_col > 0) {
-      ::resizeterm(size.ws_row, size.ws_col);
-    }
+    (*self)->fitToWindow();
     (*self)->waitForResize();
     if ((*self)->events_) (*self)->events_->terminalResized();
   });
@@ -339,11 +381,28 @@ void CursesTerminal::put(int row, int column, std::wstring_view text, const Term
 
 bool CursesTerminal::show() {
   if (!screen_) return true;
-  // Writing to a terminal that takes nothing would hold up everything else.
-  pollfd state{STDOUT_FILENO, POLLOUT, 0};
-  if (::poll(&state, 1, 0) == 0) return false;
+  if (!sendFrame()) return false;
   ::wrefresh(stdscr);
-  return true;
+  takeFrame();
+  return sendFrame();
+}
+
+/// Whether the terminal has taken all of it.
+bool CursesTerminal::sendFrame() {
+  frame_.erase(0, writeUnblocked(STDOUT_FILENO, frame_));
+  return frame_.empty();
+}
+
+/// Moves what the library has drawn from the canvas to the end of the frame.
+void CursesTerminal::takeFrame() {
+  const int canvas = ::fileno(canvas_.get());
+  const off_t drawn = ::lseek(canvas, 0, SEEK_CUR);
+  if (drawn <= 0) return;
+  const std::size_t before = frame_.size();
+  frame_.resize(before + static_cast<std::size_t>(drawn));
+  const ssize_t count = ::pread(canvas, frame_.data() + before, static_cast<std::size_t>(drawn), 0);
+  frame_.resize(before + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+  ::lseek(canvas, 0, SEEK_SET);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #define NCURSES_NOMACROS 1
 #include <curses.h>
+#include <fcntl.h>
 #include <term.h>
 #include <unistd.h>
 
@@ -29,10 +30,13 @@ Rescue rescue;
 /// A stack of its own, since a crash may come from a stack that is full.
 std::array<char, std::size_t{64} * 1024> handlerStack;
 
+/// A terminal that takes nothing must not keep a crashed program alive.
 void onCrash(int signal) {
-  if (::write(rescue.terminal, rescue.sequence.data(), rescue.length) >= 0) {
-    ::tcsetattr(rescue.terminal, TCSANOW, &rescue.before);
-  }
+  const int flags = ::fcntl(rescue.terminal, F_GETFL);
+  ::fcntl(rescue.terminal, F_SETFL, flags | O_NONBLOCK);
+  const ssize_t written = ::write(rescue.terminal, rescue.sequence.data(), rescue.length);
+  ::fcntl(rescue.terminal, F_SETFL, flags);
+  if (written >= 0) ::tcsetattr(rescue.terminal, TCSANOW, &rescue.before);
   for (std::size_t i = 0; i < kCrashes.size(); ++i) {
     if (kCrashes[i] == signal) ::sigaction(signal, &rescue.former[i], nullptr);
   }
