@@ -225,8 +225,14 @@ void clsHTTPParser::ClearVars() {
   formVariables_.reset();
 }
 
+void clsHTTPParser::redirect() {
+  ClearVars();
+  redirected_ = true;
+}
+
 void clsHTTPParser::Reset() {
   ClearVars();
+  redirected_ = false;
   documentTitle_.clear();
   documentUrl_.clear();
   documentQueryString_.clear();

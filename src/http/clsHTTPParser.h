@@ -64,6 +64,15 @@ class clsHTTPParser {
   void setDocumentPath(std::string path) { documentPath_ = std::move(path); }
   std::int32_t formMethod() const { return formMethod_; }  ///< 0 not POST, 1 POST
 
+  /// What pages see of the method and the body.
+  std::string_view method() const { return redirected_ ? "GET" : head_.method(); }
+  std::string_view body() const { return redirected_ ? std::string_view() : head_.body(); }
+
+  /// Another page takes over: it sees a GET without a body and without variables, so that what was
+  /// posted is not taken twice.
+  void redirect();
+  bool redirected() const { return redirected_; }
+
   /// The variable's value; empty when it or the source is unknown.
   std::string RequestVar(std::string_view varID, std::int32_t varMethod) const;
 
@@ -118,6 +127,7 @@ class clsHTTPParser {
   bool validRequest_ = false;
   bool keepAlive_ = true;
   bool acceptGZipEncoding_ = false;
+  bool redirected_ = false;
 };
 
 }  // namespace quorvane

@@ -8,7 +8,8 @@ namespace quorvane {
 /// Header lines of answers as text, separated by CR LF, no line end behind the last.
 namespace header_lines {
 
-/// Writes "name: value". Every header line that the server sends is made here.
+/// Writes "name: value". Every header line that the server sends is made here, and is one line:
+/// CR, LF and NUL in what a page or a client brings become blanks.
 void write(std::string& text, std::string_view name, std::string_view value);
 
 /// Adds a line behind others.

@@ -136,7 +136,7 @@ void RequestHandling::Answer::nameFile() {
 
 void RequestHandling::Answer::follow(const RedirectedPage& page) {
   want(wanted_.redirected(page, services_.state.ScriptsFolder));
-  parser_.ClearVars();
+  parser_.redirect();
   if (wanted_.query) parser_.setDocumentQueryString(*wanted_.query);
 }
 
@@ -147,6 +147,7 @@ bool RequestHandling::Answer::isPlayed() const {
 
 bool RequestHandling::Answer::locate() {
   module_ = nullptr;
+  if (wanted_.file.reach == LocalTarget::Reach::Nowhere) return false;
   if (!services_.state.NoQvm && !parts_.modules.empty()) {
     module_ = parts_.modules.sharedFile(wanted_.document());
     if (module_) return true;
@@ -181,7 +182,7 @@ Response RequestHandling::Answer::pageResponse(FinishedPage page) {
 }
 
 Response RequestHandling::Answer::fileResponse() {
-  StaticFiles::Answer file = handling_.staticFiles_->answer({found_, parser_, wanted_.isAlias});
+  StaticFiles::Answer file = handling_.staticFiles_->answer({found_, parser_, wanted_.isPublic()});
   logRequest();
   if (file.unsatisfiable) return handling_.badRequest();
   const std::string modified = handling_.heads_->dates().ofFile(file.file.info.modified);

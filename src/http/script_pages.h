@@ -45,6 +45,9 @@ struct RedirectedPage {
   };
   Kind kind = Kind::Url;
   std::string target;
+  /// The page's own code named the target. Otherwise it stood in what the page wrote, which may be
+  /// anybody's text, and leads to nothing outside the document root.
+  bool mayLeaveRoot = false;
 };
 
 /// A page that sent the head and its first part while it ran.

@@ -25,7 +25,7 @@ StaticFiles::Answer StaticFiles::answer(const Request& request) {
   result.file = request.file;
   bool temporary = false;
   if (isResizableImage(result.file.path)) {
-    if (auto copy = resizedImages_.copyFor(request.file, !request.aliasDownload, request.parser,
+    if (auto copy = resizedImages_.copyFor(request.file, request.isPublic, request.parser,
                                            services_.state.CacheFolder)) {
       result.file = std::move(copy->file);
       temporary = copy->temporary;
@@ -33,7 +33,7 @@ StaticFiles::Answer StaticFiles::answer(const Request& request) {
   }
   if (!request.parser.RangeRequest().empty()) {
     answerRanges(request, result);
-  } else if (auto body = packed(request, result.file, !temporary && !request.aliasDownload)) {
+  } else if (auto body = packed(request, result.file, !temporary && request.isPublic)) {
     result.body = std::move(*body);
     header_lines::add(result.headers, "Content-encoding", "gzip");
   } else {
@@ -57,8 +57,8 @@ void StaticFiles::answerRanges(const Request& request, Answer& answer) {
   answer.headers = std::move(made.headers);
 }
 
-/// The compressed answer, or nothing when the file is to be sent as it is. A key may come to stand
-/// for another file, so nothing is kept of what was found under one.
+/// The compressed answer, or nothing when the file is to be sent as it is. Of a file
+/// that somebody else may not get by the same path nothing is kept.
 std::optional<Body> StaticFiles::packed(const Request& request, const FoundFile& file,
                                         bool keepCopy) {
   if (!request.parser.AcceptGZipEncoding() || !isGzipEligible(file.path, services_.state)) {

@@ -24,7 +24,7 @@ class StaticFiles {
   struct Request {
     FoundFile file;
     const clsHTTPParser& parser;
-    bool aliasDownload = false;  ///< found under a key rather than its own name
+    bool isPublic = true;  ///< everybody gets this file by this path
   };
 
   struct Answer {

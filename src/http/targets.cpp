@@ -18,21 +18,31 @@ std::optional<RootedPath> below(const std::string& base, std::string_view path) 
 }  // namespace
 
 LocalTarget LocalTarget::inside(const std::string& documentRoot, std::string_view urlPath) {
-  return {documentRoot, paths::native(urlPath), true};
+  return {documentRoot, paths::native(urlPath), Reach::Inside};
 }
 
 LocalTarget LocalTarget::anywhere(const std::string& documentRoot, std::string_view localPath) {
   std::string path = paths::native(localPath);
   if (path.starts_with(documentRoot) && below(documentRoot, path.substr(documentRoot.size()))) {
-    return {documentRoot, path.substr(documentRoot.size()), true};
+    return {documentRoot, path.substr(documentRoot.size()), Reach::Inside};
   }
-  return {{}, std::move(path), false};
+  return {{}, std::move(path), Reach::Anywhere};
+}
+
+LocalTarget LocalTarget::onlyInside(const std::string& documentRoot, std::string_view localPath) {
+  std::string path = paths::native(localPath);
+  if (const auto found =
+          RootedPath::resolved(documentRoot, paths::folderOf(path), paths::fileNameOf(path))) {
+    return {documentRoot, paths::kSeparator + std::string(found->relative()), Reach::Inside};
+  }
+  return {{}, std::move(path), Reach::Nowhere};
 }
 
 namespace targets {
 
 std::optional<FoundFile> locate(const Files& files, const LocalTarget& target) {
-  if (!target.confined) {
+  if (target.reach == LocalTarget::Reach::Nowhere) return std::nullopt;
+  if (target.reach == LocalTarget::Reach::Anywhere) {
     if (target.path.find('\0') != std::string::npos) return std::nullopt;
     const auto info = files.stat(target.path);
     return info ? std::optional(FoundFile{target.path, *info}) : std::nullopt;

@@ -51,8 +51,13 @@ Wanted Wanted::redirected(const RedirectedPage& page, const std::string& documen
   if (question != std::string::npos) wanted.query = page.target.substr(question + 1);
   wanted.title = paths::fileNameOf(goal);
   wanted.path = paths::folderOf(goal);
-  wanted.file =
-      isLocal ? LocalTarget::anywhere(documentRoot, goal) : LocalTarget::inside(documentRoot, goal);
+  if (!isLocal) {
+    wanted.file = LocalTarget::inside(documentRoot, goal);
+  } else if (page.mayLeaveRoot) {
+    wanted.file = LocalTarget::anywhere(documentRoot, goal);
+  } else {
+    wanted.file = LocalTarget::onlyInside(documentRoot, goal);
+  }
   return wanted;
 }
 

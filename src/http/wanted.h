@@ -26,6 +26,9 @@ struct Wanted {
 
   std::string document() const { return path + title; }
 
+  /// Whether everybody who asks by this path gets this file. Copies are kept of no other.
+  bool isPublic() const { return !isAlias && file.isInside(); }
+
   static Wanted by(const clsHTTPParser& request, const ServerState& state,
                    const FileAliases& aliases, const Clock& clock);
 

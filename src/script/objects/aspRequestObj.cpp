@@ -144,7 +144,7 @@ const HeaderVariables& aspRequestObj::headers() {
 }
 
 std::string_view aspRequestObj::body() const {
-  return request_ ? request_->head().body() : std::string_view();
+  return request_ ? request_->body() : std::string_view();
 }
 
 vbs::Value aspRequestObj::getTotalBytes(vbs::Args) {

@@ -110,6 +110,7 @@ void aspResponseObj::redirect(RedirectedPage::Kind kind, std::string_view trg) {
   takeBuffer();
   append(redirect_marks::markOf(kind));
   append(trg);
+  redirectedTo_ = kind == RedirectedPage::Kind::LocalFile;
   ended_ = true;
 }
 
@@ -289,9 +290,7 @@ void aspResponseObj::putExpiresAbsolute(vbs::Args args, vbs::CallKind) {
 }
 
 void aspResponseObj::putCacheControl(vbs::Args args, vbs::CallKind) {
-  std::string value = script_values::text(args.back());
-  const bool isOneLine = value.find_first_of("\r\n") == std::string::npos;
-  if (acceptsHeaders() && isOneLine) cacheControl_ = std::move(value);
+  if (acceptsHeaders()) cacheControl_ = script_values::text(args.back());
 }
 
 vbs::Value aspResponseObj::callPics(vbs::Args args) {

@@ -49,7 +49,8 @@ class aspResponseObj final : public vbs::NativeObject<aspResponseObj> {
   /// For the page's runner.
   std::string takeBuffer();
   bool flushed() const { return flushed_; }
-  void detach();  ///< no flush is told of any more
+  bool redirectedTo() const { return redirectedTo_; }  ///< the mark in the buffer is RedirectTo's
+  void detach();                                       ///< no flush is told of any more
 
   std::string_view typeName() const override { return "Response"; }
   static std::span<const vbs::Member<aspResponseObj>> members();
@@ -109,6 +110,7 @@ class aspResponseObj final : public vbs::NativeObject<aspResponseObj> {
   bool bufferWanted_ = true;
   bool ended_ = false;
   bool flushed_ = false;
+  bool redirectedTo_ = false;
 };
 
 }  // namespace quorvane

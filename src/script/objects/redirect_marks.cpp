@@ -11,11 +11,11 @@ std::string_view markOf(RedirectedPage::Kind kind) {
   return kind == RedirectedPage::Kind::Url ? "\0[$REDIR$]\0"sv : "\0[$REDIRTO$]\0"sv;
 }
 
-std::optional<RedirectedPage> recognise(std::string_view output) {
+std::optional<RedirectedPage> recognise(std::string_view output, bool recorded) {
   for (const auto kind : {RedirectedPage::Kind::Url, RedirectedPage::Kind::LocalFile}) {
     const std::string_view mark = markOf(kind);
     if (!output.starts_with(mark)) continue;
-    return RedirectedPage{kind, std::string(trimBlanks(output.substr(mark.size())))};
+    return RedirectedPage{kind, std::string(trimBlanks(output.substr(mark.size()))), recorded};
   }
   return std::nullopt;
 }

@@ -13,8 +13,9 @@ namespace redirect_marks {
 
 std::string_view markOf(RedirectedPage::Kind kind);
 
-/// Nothing when the output does not begin with a mark.
-std::optional<RedirectedPage> recognise(std::string_view output);
+/// Nothing when the output does not begin with a mark. `recorded` when the mark is that of
+/// Response.RedirectTo, and not what the page wrote.
+std::optional<RedirectedPage> recognise(std::string_view output, bool recorded);
 
 }  // namespace redirect_marks
 

@@ -24,6 +24,10 @@ std::string header(const Source& source, std::string_view name) {
   return line ? std::string(line->value) : std::string();
 }
 
+std::string contentLength(const Source& source) {
+  return source.request.redirected() ? std::string() : header(source, "content-length");
+}
+
 std::string scriptName(const Source& source) {
   return source.request.DocumentPath() + source.request.DocumentTitle();
 }
@@ -62,7 +66,7 @@ constexpr Variable kVariables[] = {
     {"ALL_RAW", [](const Source& s) { return allHeaders(s, true); }},
     {"APPL_PHYSICAL_PATH",
      [](const Source& s) { return paths::withSeparator(s.state.ScriptsFolder); }},
-    {"CONTENT_LENGTH", [](const Source& s) { return header(s, "content-length"); }},
+    {"CONTENT_LENGTH", contentLength},
     {"CONTENT_TYPE", [](const Source& s) { return header(s, "content-type"); }},
     {"GATEWAY_INTERFACE", [](const Source&) { return std::string("CGI/1.1"); }},
     {"HTTPS", [](const Source&) { return std::string("off"); }},
@@ -72,7 +76,7 @@ constexpr Variable kVariables[] = {
     {"QUERY_STRING", [](const Source& s) { return s.request.DocumentQueryString(); }},
     {"REMOTE_ADDR", [](const Source& s) { return s.request.RemoteIP(); }},
     {"REMOTE_HOST", [](const Source& s) { return s.request.RemoteIP(); }},
-    {"REQUEST_METHOD", [](const Source& s) { return std::string(s.request.head().method()); }},
+    {"REQUEST_METHOD", [](const Source& s) { return std::string(s.request.method()); }},
     {"SCRIPT_NAME", scriptName},
     {"SERVER_NAME", serverHost},
     {"SERVER_PORT", [](const Source& s) { return std::to_string(s.state.ServerPort); }},

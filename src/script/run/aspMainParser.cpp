@@ -124,7 +124,8 @@ PageOutcome aspMainParser::outcomeOf(const ScriptPageRequest& request,
 
 PageOutcome aspMainParser::takeOutcome() {
   if (flushedResponse_) return FlushedPage{std::move(output_)};
-  if (auto redirected = redirect_marks::recognise(output_)) return std::move(*redirected);
+  if (auto redirected = redirect_marks::recognise(output_, redirectedTo_))
+    return std::move(*redirected);
   return FinishedPage{std::move(responseHeader_), std::move(output_)};
 }
 
@@ -135,6 +136,7 @@ void aspMainParser::Reset() {
   output_.clear();
   responseHeader_.clear();
   flushedResponse_ = false;
+  redirectedTo_ = false;
   socketIndex_ = -1;
   request_ = nullptr;
   session_ = {};
@@ -184,6 +186,7 @@ bool aspMainParser::Run() {
   }
   responseHeader_ = published.response->Header();
   flushedResponse_ = published.response->flushed();
+  redirectedTo_ = published.response->redirectedTo();
   output_ = published.response->takeBuffer();
   return true;
 }

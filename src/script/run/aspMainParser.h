@@ -101,6 +101,7 @@ class aspMainParser final : private aspServerObj::Page {
   std::string output_;
   std::string responseHeader_;
   bool flushedResponse_ = false;
+  bool redirectedTo_ = false;  ///< the page itself named the local file that its output leads to
 };
 
 }  // namespace quorvane

@@ -29,6 +29,11 @@ TEST_F(CookieTest, ASessionCookieLineHasNoExpiry) {
   EXPECT_EQ(clsCookieObj("a", "x%20y", true).headerLine(dates), "Set-Cookie: a=x%20y; path=/");
 }
 
+TEST_F(CookieTest, ALineHoldsNoLineBreak) {
+  EXPECT_EQ(clsCookieObj("a\r", std::string("x\r\ny\0\tz", 7), true).headerLine(dates),
+            "Set-Cookie: a =x  y \tz; path=/");
+}
+
 TEST_F(CookieTest, TheExpiryIsWrittenAsAnHttpDate) {
   clsCookieObj cookie("a", "b", false);
   cookie.setExpires({2027, 1, 5, 6, 7, 8, 2});

@@ -25,9 +25,12 @@ class PageRequests : public HandlingFixture {
   }
   /// Page a.qvs leads elsewhere, every other one gives its own path.
   void firstPageLeadsTo(const std::string& target,
-                        RedirectedPage::Kind kind = RedirectedPage::Kind::Url) {
+                        RedirectedPage::Kind kind = RedirectedPage::Kind::Url,
+                        bool mayLeaveRoot = false) {
     pages.page = [=](const ScriptPageRequest& request) {
-      if (request.url.ends_with("/a.qvs")) return ScriptPageResult{RedirectedPage{kind, target}};
+      if (request.url.ends_with("/a.qvs")) {
+        return ScriptPageResult{RedirectedPage{kind, target, mayLeaveRoot}};
+      }
       return ScriptPageResult{FinishedPage{"", request.url}};
     };
   }
@@ -146,11 +149,37 @@ TEST_F(PageRequests, CookiesSetBeforeARedirectionAreSent) {
 
 TEST_F(PageRequests, ALocalRedirectionTakesACompletePath) {
   files.put("/elsewhere/doc.txt", "outside");
-  firstPageLeadsTo("/elsewhere/doc.txt", RedirectedPage::Kind::LocalFile);
+  firstPageLeadsTo("/elsewhere/doc.txt", RedirectedPage::Kind::LocalFile, true);
   EXPECT_TRUE(ends(get("/a.qvs"), "outside"));
   EXPECT_EQ(logged(), (Lines{"10.0.0.9 > GET /elsewhere/doc.txt"}));
   firstPageLeadsTo("\\srv\\Scripts\\sub\\C.qvs", RedirectedPage::Kind::LocalFile);
   EXPECT_TRUE(ends(get("/a.qvs"), "/srv/Scripts/sub/c.qvs"));
+}
+
+TEST_F(PageRequests, AMarkThatAPageWroteLeadsToNothingOutside) {
+  files.put("/elsewhere/doc.txt", "outside");
+  modules.loadModule(ModuleBuilder{{{"/elsewhere/", "doc.txt", "of a module"}}}.build());
+  for (const char* target : {"/elsewhere/doc.txt", "/srv/Scripts/../../elsewhere/doc.txt"}) {
+    firstPageLeadsTo(target, RedirectedPage::Kind::LocalFile);
+    EXPECT_EQ(get("/a.qvs"), notFoundText("doc.txt")) << target;
+  }
+  EXPECT_EQ(logged().front(), "10.0.0.9 > NOT FOUND: /elsewhere/doc.txt");
+  firstPageLeadsTo("/srv/Scripts/x/../plain.txt", RedirectedPage::Kind::LocalFile);
+  EXPECT_TRUE(ends(get("/a.qvs"), "plain"));
+}
+
+TEST_F(PageRequests, AfterARedirectionARequestIsAGetWithoutABody) {
+  firstPageLeadsTo("b.qvs");
+  const std::string post = "POST /a.qvs HTTP/1.1\r\nContent-Length: 3\r\n\r\na=1";
+  EXPECT_TRUE(ends(textFor(post), "/srv/Scripts/b.qvs"));
+  EXPECT_EQ(logged(), (Lines{"10.0.0.9 > POST /b.qvs"}));
+  EXPECT_EQ(parser.method(), "GET");
+  EXPECT_EQ(parser.body(), "");
+  EXPECT_EQ(parser.formMethod(), 1);
+  pageGives("x");
+  textFor(post);
+  EXPECT_EQ(parser.method(), "POST");
+  EXPECT_EQ(parser.body(), "a=1");
 }
 
 TEST_F(PageRequests, ARedirectionStaysInTheDocumentRootAndMayFail) {

@@ -42,6 +42,23 @@ TEST(Targets, CompleteLocalPathsMayLieAnywhere) {
   EXPECT_EQ(locate("/root/../other/file.zip"), "nothing") << "no such name in this file system";
 }
 
+TEST(Targets, CompleteLocalPathsMayBeHeldToTheDocumentRoot) {
+  MemoryFiles files;
+  files.put("/root/sub/Page.htm", "x");
+  files.put("/other/file.zip", "x");
+  const auto locate = [&](std::string_view path) {
+    const auto found = targets::locate(files, LocalTarget::onlyInside("/root", path));
+    return found ? found->path : "nothing";
+  };
+  EXPECT_EQ(locate("/root/sub/page.HTM"), "/root/sub/Page.htm");
+  EXPECT_EQ(locate("\\root\\x\\..\\sub\\Page.htm"), "/root/sub/Page.htm");
+  for (const char* path : {"/other/file.zip", "/root/../other/file.zip", "root/sub/Page.htm",
+                           "sub/Page.htm", "/rootless.htm", ""}) {
+    EXPECT_EQ(locate(path), "nothing") << path;
+  }
+  EXPECT_EQ(LocalTarget::onlyInside("/root", "/other/file.zip").text(), "/other/file.zip");
+}
+
 TEST(Targets, NoNameOfAClientReachesADevice) {
   MemoryFiles files;
   files.put("/root/aux.htm", "x");

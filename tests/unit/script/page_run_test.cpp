@@ -271,6 +271,16 @@ TEST_F(PageRun, TakesAMarkAtTheStartOfItsOutputForARedirect) {
   }
 }
 
+TEST_F(PageRun, OnlyWhatItNamesItselfMayLeaveTheRoot) {
+  const auto mayLeave = [&](const std::string& source) {
+    const auto redirected = run(source).redirected;
+    return redirected && redirected->mayLeaveRoot;
+  };
+  EXPECT_TRUE(mayLeave("<% Response.RedirectTo \"/x.txt\" %>"));
+  EXPECT_FALSE(mayLeave("<% XWrite Chr(0) & \"[$REDIRTO$]\" & Chr(0) & \"/x.txt\" %>"));
+  EXPECT_FALSE(mayLeave("<% Response.Redirect \"/x.txt\" %>"));
+}
+
 TEST_F(PageRun, KeepsThePairOfClearsApart) {
   EXPECT_NE(output("a<% Response.Clear %>b").find("Error #438"), std::string::npos);
   EXPECT_EQ(output("a<% Clear %>b"), "b");
