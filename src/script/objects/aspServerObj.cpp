@@ -27,6 +27,9 @@ namespace {
 /// Seconds that a page may ask for. All clients wait while a page runs.
 constexpr std::int32_t kLongestTimeout = 60;
 
+/// Folders are mapped wherever they lie.
+constexpr std::string_view kEverywhere(&paths::kSeparator, 1);
+
 vbs::Value textValue(const std::string& bytes) {
   return vbs::Value(std::string_view(bytes));
 }
@@ -69,8 +72,9 @@ std::string aspServerObj::MapPath(const std::string& path) {
   process.setCurrentFolder(pageFolder_);
   if (const std::string target = paths::native(path);
       !target.empty() && !process.setCurrentFolder(target)) {
-    const auto below = RootedPath::literal(pageFolder_, target);
-    const auto found = below ? services_.files.find(*below) : std::nullopt;
+    const std::string_view from = paths::isSeparator(target.front()) ? kEverywhere : pageFolder_;
+    const auto wanted = RootedPath::resolved(kEverywhere, from, target);
+    const auto found = wanted ? services_.files.find(*wanted) : std::nullopt;
     if (found) process.setCurrentFolder(*found);
   }
   return process.currentFolder();

@@ -24,6 +24,7 @@ class GlobalMembers final : public vbs::Object {
   }
   vbs::MemberId objectMember(vbs::MemberId id) const override { return target_.objectMember(id); }
   bool joinsTexts(vbs::MemberId id) const override { return target_.joinsTexts(id); }
+  bool isAssignable(vbs::MemberId id) const override { return target_.isAssignable(id); }
   vbs::Value invoke(vbs::MemberId id, vbs::CallKind kind, vbs::Args args) override {
     return target_.invoke(id, kind, args);
   }

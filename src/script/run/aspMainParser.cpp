@@ -177,7 +177,7 @@ bool aspMainParser::Run() {
   published_ = &published;
   timeLimit_ = limits_.time;
   started_ = host_.steadyNow();
-  const auto error = runProgram(program);
+  const auto error = runProgram(program, pageFolder_);
   published_ = nullptr;
 
   if (error && error->number != kEndOfPage) {
@@ -191,11 +191,11 @@ bool aspMainParser::Run() {
   return true;
 }
 
-/// Marks an engine as running.
+/// Marks a page as running.
 class aspMainParser::Running {
  public:
-  Running(aspMainParser& page, vbs::Engine& engine) : page_(page) {
-    page_.running_.push_back(&engine);
+  Running(aspMainParser& page, const RunningPage& running) : page_(page) {
+    page_.running_.push_back(running);
   }
   Running(const Running&) = delete;
   Running& operator=(const Running&) = delete;
@@ -219,13 +219,14 @@ std::chrono::seconds aspMainParser::timeLimit() const {
 
 void aspMainParser::setTimeLimit(std::chrono::seconds limit) {
   timeLimit_ = limit;
-  for (vbs::Engine* engine : running_) engine->setDeadline(started_ + limit);
+  for (const RunningPage& page : running_) page.engine.setDeadline(started_ + limit);
 }
 
-std::optional<vbs::ErrorReport> aspMainParser::runProgram(const std::string& program) {
+std::optional<vbs::ErrorReport> aspMainParser::runProgram(const std::string& program,
+                                                          const std::string& folder) {
   try {
     vbs::Engine engine(host_, programs_, limitsFromNow());
-    const Running running(*this, engine);
+    const Running running(*this, {engine, folder});
     published_->addTo(engine);
     return engine.run(program);
   } catch (const std::exception&) {
@@ -271,7 +272,7 @@ std::optional<std::string> aspMainParser::pageFile(std::string_view target) cons
   const std::string& root = services_.state.ScriptsFolder;
   const bool fromRoot = !target.empty() && paths::isSeparator(target.front());
   if (!equalsNoCase(paths::extensionOf(target), ".qvs")) return std::nullopt;
-  const auto path = RootedPath::resolved(root, fromRoot ? root : pageFolder_, target);
+  const auto path = RootedPath::resolved(root, fromRoot ? root : running_.back().folder, target);
   return path ? services_.files.find(*path) : std::nullopt;
 }
 
@@ -279,7 +280,8 @@ void aspMainParser::execute(const std::string& target) {
   const auto file = pageFile(target);
   if (!file) vbs::throwError(vbs::ErrorCode::FileNotFound, target);
   if (running_.size() > kMostNestedPages) vbs::throwError(vbs::ErrorCode::OutOfStackSpace);
-  const auto error = runProgram(translate(strReadFile(*file), std::string(paths::folderOf(*file))));
+  const std::string folder(paths::folderOf(*file));
+  const auto error = runProgram(translate(strReadFile(*file), folder), folder);
   if (error && error->number == kEndOfPage) endPage();
   if (error) throw vbs::ScriptError{error->number, error->description, error->source, {}, 0};
 }

@@ -68,7 +68,7 @@ class aspMainParser final : private aspServerObj::Page {
 
   PageOutcome takeOutcome();
   vbs::Limits limitsFromNow();
-  std::optional<vbs::ErrorReport> runProgram(const std::string& program);
+  std::optional<vbs::ErrorReport> runProgram(const std::string& program, const std::string& folder);
   std::string translate(std::string source, const std::string& folder) const;
   std::optional<std::string> pageFile(std::string_view target) const;
   void fail(const vbs::ErrorReport& error);
@@ -94,8 +94,14 @@ class aspMainParser final : private aspServerObj::Page {
   vbs::Ref<aspSessionObj> session_;
   std::int32_t socketIndex_ = -1;
 
+  /// A page that runs: the one asked for, or one inside it by Server.Execute.
+  struct RunningPage {
+    vbs::Engine& engine;
+    const std::string& folder;
+  };
+
   Published* published_ = nullptr;         ///< the objects of the run in progress
-  std::vector<vbs::Engine*> running_;      ///< one, and those of pages run by Server.Execute
+  std::vector<RunningPage> running_;       ///< each inside the one before
   std::chrono::milliseconds timeLimit_{};  ///< of the run in progress
   std::chrono::steady_clock::time_point started_;
   std::string output_;

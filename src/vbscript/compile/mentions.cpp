@@ -121,7 +121,7 @@ void Mentions::target(const Expression& expression, Flag flag) {
   }
   if (expression.kind != ExpressionKind::Call) return scan(expression);
   const auto& element = static_cast<const CallExpression&>(expression);
-  target(*element.callee, flag);
+  target(*element.callee, flag == kAssigned ? kElementAssigned : flag);
   for (const auto& index : element.arguments) optional(index);
 }
 

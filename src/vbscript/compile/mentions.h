@@ -14,12 +14,14 @@ class Mentions {
   enum Flag : std::uint8_t {
     kDeclared = 1,  ///< by Dim
     kConstant = 2,  ///< by Const
-    kAssigned = 4,  ///< written to, or to an element of it
+    kAssigned = 4,  ///< written to as a whole
     kReDimmed = 8,  ///< ReDim declares what nobody else does
     kPassed = 16,   ///< given to a call, which may write to it
     kRead = 32,
     kCalled = 64,  ///< with arguments, or as a statement
+    kElementAssigned = 128,
   };
+  static constexpr unsigned kWritten = kAssigned | kElementAssigned | kReDimmed;
 
   /// `names`: how many there are.
   explicit Mentions(std::size_t names) : flags_(names) {}

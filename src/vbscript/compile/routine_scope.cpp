@@ -152,9 +152,8 @@ Binding RoutineScope::resolveUndeclared(const Identifier& name) {
   const std::uint8_t flags = mentions_.flags(name.id);
   Binding binding = script_.resolve(name);
   if (isMain_ && binding.kind == Kind::Global) binding.kind = Kind::InRegister;
-  const bool writes = (flags & (Mentions::kAssigned | Mentions::kReDimmed)) != 0;
-  const bool shadowsLibrary = writes && ScriptCompiler::isOfLibrary(binding, name.lower);
-  if (binding.kind != Kind::Unresolved && !shadowsLibrary) return binding;
+  const bool yields = script_.yieldsToVariable(binding, name, flags);
+  if (binding.kind != Kind::Unresolved && !yields) return binding;
   binding = Binding();
   const bool declares = (flags & Mentions::kReDimmed) != 0;
   const bool isVariable = flags != Mentions::kCalled && (!script_.optionExplicit() || declares);
@@ -228,7 +227,7 @@ bool RoutineScope::isResult(const Binding& binding) const {
 bool RoutineScope::isOnlyRead(const Expression& expression) const {
   const Binding* binding = bindName(expression);
   if (!binding || binding->kind != Binding::Kind::InRegister || isMain_) return false;
-  constexpr unsigned kUses = Mentions::kAssigned | Mentions::kReDimmed | Mentions::kPassed;
+  constexpr unsigned kUses = Mentions::kWritten | Mentions::kPassed;
   return (mentions_.flags(static_cast<const NameExpression&>(expression).name.id) & kUses) == 0;
 }
 

@@ -29,7 +29,7 @@ constexpr ScopeFunctionName kScopeFunctions[] = {
 
 /// Wide: a parameter whose variable code can reach by other ways must not be a copy.
 bool isWritten(std::uint8_t flags) {
-  return (flags & (Mentions::kAssigned | Mentions::kReDimmed)) != 0;
+  return (flags & Mentions::kWritten) != 0;
 }
 
 }  // namespace
@@ -236,8 +236,7 @@ void ScriptCompiler::declareImplicit(const Mentions& mentions) {
     const std::uint8_t flags = mentions.flags(name->id);
     if (flags == Mentions::kCalled) continue;
     const Binding known = resolve(*name);
-    const bool shadows = isWritten(flags) && isOfLibrary(known, name->lower);
-    if (known.kind != Binding::Kind::Unresolved && !shadows) continue;
+    if (known.kind != Binding::Kind::Unresolved && !yieldsToVariable(known, *name, flags)) continue;
     if (optionExplicit_ && !(flags & Mentions::kReDimmed)) continue;
     if (lateNames_ && !isWritten(flags)) continue;
     GlobalSymbol symbol;
@@ -307,13 +306,17 @@ Binding ScriptCompiler::resolveHost(std::string_view lower) const {
   return binding;
 }
 
-bool ScriptCompiler::isOfLibrary(const Binding& binding, std::string_view lower) {
+bool ScriptCompiler::yieldsToVariable(const Binding& binding, const Identifier& name,
+                                      std::uint8_t flags) const {
   switch (binding.kind) {
     case Binding::Kind::Intrinsic:
     case Binding::Kind::Scope:
-      return true;
+      return isWritten(flags);
     case Binding::Kind::Constant:
-      return binding.constant == findConstant(lower);
+      return isWritten(flags) && binding.constant == findConstant(name.lower);
+    case Binding::Kind::HostMember:
+      return (flags & (Mentions::kAssigned | Mentions::kReDimmed)) != 0 &&
+             !context_.host[binding.index].object->isAssignable(binding.member);
     default:
       return false;
   }

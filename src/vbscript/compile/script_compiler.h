@@ -33,8 +33,9 @@ class ScriptCompiler {
   bool keepsVariableNames() const { return keepsVariableNames_; }
   /// What `name` means outside any routine; Unresolved when it is not known.
   Binding resolve(const Identifier& name);
-  /// Whether scripts may have a variable of this name all the same.
-  static bool isOfLibrary(const Binding& binding, std::string_view lower);
+  /// Whether code that uses the name like this has a variable of its own all the same: what the
+  /// library has can be hidden by one, and so can a member of the host's that takes no value.
+  bool yieldsToVariable(const Binding& binding, const Identifier& name, std::uint8_t flags) const;
   std::uint32_t nameIndex(const Identifier& name);
   /// Of a text that only errors show.
   std::uint32_t nameIndex(std::string shown);

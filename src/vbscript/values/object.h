@@ -88,6 +88,9 @@ class Object {
   /// with both joined, and can't fail in between. The same for all objects of one shape.
   virtual bool joinsTexts(MemberId) const { return false; }
 
+  /// Whether a value can be assigned to this member. The same for all objects of one shape.
+  virtual bool isAssignable(MemberId) const { return true; }
+
   /// Uses a member. `id` came from findMember or is kDefaultMember. Throws ScriptError.
   virtual Value invoke(MemberId id, CallKind kind, Args args) = 0;
 
@@ -229,6 +232,11 @@ class NativeObject : public Object {
   bool joinsTexts(MemberId id) const override {
     const Member<Self>* member = row(id);
     return member && member->joinsTexts;
+  }
+
+  bool isAssignable(MemberId id) const override {
+    const Member<Self>* member = row(id);
+    return member && member->put;
   }
 
   Value invoke(MemberId id, CallKind kind, Args args) override {

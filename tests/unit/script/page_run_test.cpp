@@ -486,6 +486,36 @@ TEST_F(PageRun, RunsOtherPagesInPlace) {
   EXPECT_EQ(output("a<% Server.Execute \"stop.qvs\" %>b"), "ax");
 }
 
+TEST_F(PageRun, FindsOtherPagesFromThePageThatRuns) {
+  files.put("/srv/sub/outer.qvs", "outer <% Server.Execute \"inner.qvs\" %> ");
+  files.put("/srv/sub/inner.qvs", "inner<% Server.Execute \"../top.qvs\" %>");
+  files.put("/srv/inner.qvs", "wrong");
+  files.put("/srv/top.qvs", " top");
+  EXPECT_EQ(output("<% Server.Execute \"sub/outer.qvs\": Server.Execute \"top.qvs\" %>"),
+            "outer inner top  top");
+}
+
+TEST_F(PageRun, HasVariablesNamedLikeWhatObjectsOnlyShow) {
+  EXPECT_EQ(output("<% text = 1: version = \"2\": files = Array(3)\n"
+                   "For hostaddr = 4 To 4: Response.Write hostaddr: Next\n"
+                   "Sub Local: clientip = 5: Response.Write clientip: End Sub: Local\n"
+                   "Response.Write text & version & files(0) & TypeName(clientip) %>"),
+            "45123String");
+  EXPECT_EQ(output("<% Set form = CreateObject(\"Scripting.Dictionary\"): form(\"a\") = 7\n"
+                   "Response.Write form(\"a\") %>"),
+            "7");
+  EXPECT_EQ(output("<% ContentType = \"text/plain\": Response.Write Response.ContentType %>"),
+            "text/plain")
+      << "what takes a value is the object's";
+  EXPECT_EQ(run("<% On Error Resume Next\nQueryString(\"a\") = 5: Response.Write Err.Number\n"
+                "Response.Write QueryString(\"a\") %>",
+                "GET /p.qvs?a=b HTTP/1.1")
+                .output,
+            "438b")
+      << "an element alone makes no variable";
+  EXPECT_NE(output("<% Option Explicit: version = 1 %>").find("Error #500"), std::string::npos);
+}
+
 TEST_F(PageRun, RunsNoPagesFromOutsideTheDocumentRoot) {
   files.put("/out.qvs", "out");
   files.put("/srv/a.inc", "inc");

@@ -98,6 +98,18 @@ TEST_F(ServerTest, MapsFoldersWithoutRegardToCase) {
   EXPECT_EQ(call("mappath", "images"), "/srv/Images");
 }
 
+TEST_F(ServerTest, MapsFoldersOutsideThePagesWithoutRegardToCase) {
+  process.folders = {"/", "/Data", "/Data/In", "/srv/site"};
+  files.put("/Data/In/a.txt", "x");
+  files.addFolder("/srv/site");
+  server->setPageFolder("/srv/site");
+  EXPECT_EQ(call("mappath", "../../data"), "/Data");
+  EXPECT_EQ(call("mappath", "..\\..\\DATA\\.\\in"), "/Data/In");
+  EXPECT_EQ(call("mappath", "/data/in"), "/Data/In");
+  EXPECT_EQ(call("mappath", "../../data/a.txt"), "/srv/site") << "folders only";
+  EXPECT_EQ(call("mappath", "../data"), "/srv/site");
+}
+
 TEST_F(ServerTest, KeepsTheRootAsPageFolder) {
   process.folders = {"/"};
   server->setPageFolder("/");
