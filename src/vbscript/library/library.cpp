@@ -134,8 +134,8 @@ const Intrinsic* findIntrinsic(std::string_view lowerName) {
 }
 
 void nameIntrinsic(ScriptError& error, const Intrinsic& function) {
-  if (!error.source.empty() || error.description != errorText(error.number)) return;
-  error.description.append(": '").append(function.title).append("'");
+  const bool isOwn = error.source.empty() && error.description == errorText(error.number);
+  if (isOwn && error.subject.empty()) error.subject = function.title;
 }
 
 }  // namespace quorvane::vbs

@@ -76,13 +76,19 @@ Value ErrObject::clearCalled(Args) {
 }
 
 Value ErrObject::raise(Args args) {
-  ScriptError error;
-  error.number = toLong(args[0]);
-  if (error.number == 0) throwError(ErrorCode::InvalidCall);
+  constexpr std::int32_t kMost = 65535;
+  const std::int32_t number = scriptErrorNumber(toLong(args[0]));
+  if (number == 0 || number > kMost) throwError(ErrorCode::InvalidCall);
+  // What is not given stays as an earlier error or the script has left it.
+  ScriptError error = error_;
+  error.number = number;
+  error.subject.clear();
+  error.line = error.column = 0;
   if (isGiven(args, 1)) error.source = toString(args[1]).narrow();
-  error.description = isGiven(args, 2) ? toString(args[2]).narrow() : errorText(error.number);
+  if (isGiven(args, 2)) error.description = toString(args[2]).narrow();
   if (isGiven(args, 3)) error.helpFile = toString(args[3]).narrow();
   if (isGiven(args, 4)) error.helpContext = toLong(args[4]);
+  if (error.description.empty()) error.description = errorText(number);
   throw error;
 }
 

@@ -17,7 +17,7 @@ constexpr std::string_view kTimeoutText = "Script timed out";
 ErrorReport reportOf(const ScriptError& error) {
   ErrorReport report;
   report.number = error.number;
-  report.description = error.description;
+  report.description = fullDescription(error);
   report.source = error.source.empty() ? defaultErrorSource(error.number) : error.source;
   report.line = error.line;
   report.column = error.column;

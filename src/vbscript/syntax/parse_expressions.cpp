@@ -147,6 +147,8 @@ ExpressionPtr Parser::parseOperand() {
       return parseChain(Chain::Operand);
     case TokenKind::Word:
       break;
+    case TokenKind::End:
+      fail(script_ ? CompileErrorCode::ExpectedExpression : CompileErrorCode::SyntaxError);
     default:
       fail(atStatementEnd() || at(TokenKind::RightParen) || at(TokenKind::Comma)
                ? CompileErrorCode::ExpectedExpression

@@ -18,13 +18,24 @@ void DeclaredNames::add(Level level, std::uint32_t id, Kind kind) {
 
 Parser::Parser(std::string_view source, NameTable& names) : lexer_(source, names) {
   lexer_.next(token_);
-  lexer_.next(ahead_);
+  lookAhead();
+}
+
+/// A fault of the token ahead is told when it is its turn: the one in hand may not fit either.
+void Parser::lookAhead() {
+  try {
+    lexer_.next(ahead_);
+  } catch (const CompileError& fault) {
+    aheadFault_ = fault;
+    ahead_ = Token();
+  }
 }
 
 void Parser::advance() {
   isAfterColon_ = token_.kind == TokenKind::Colon;
+  if (aheadFault_) throw CompileError(*aheadFault_);
   token_ = ahead_;
-  if (token_.kind != TokenKind::End) lexer_.next(ahead_);
+  if (token_.kind != TokenKind::End) lookAhead();
 }
 
 bool Parser::atBlockEnd() const {

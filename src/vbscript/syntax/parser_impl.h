@@ -49,6 +49,7 @@ class Parser {
  private:
   // The tokens.
   void advance();
+  void lookAhead();
   bool at(TokenKind kind) const { return token_.kind == kind; }
   bool at(Keyword keyword) const {
     return token_.kind == TokenKind::Word && token_.keyword == keyword;
@@ -181,7 +182,8 @@ class Parser {
   Script* script_ = nullptr;  ///< null while one expression is parsed
   Token token_;
   Token ahead_;
-  bool isAfterColon_ = false;  ///< the token in hand follows a colon
+  std::optional<CompileError> aheadFault_;  ///< in place of the token ahead
+  bool isAfterColon_ = false;               ///< the token in hand follows a colon
   unsigned nesting_ = 0;
   DeclaredNames declared_;
   DeclaredNames::Level level_ = DeclaredNames::kScript;

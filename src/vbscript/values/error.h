@@ -79,13 +79,22 @@ struct ScriptError {
   std::int32_t helpContext = 0;
   std::uint32_t line = 0;  ///< 1-based, filled in by the machine; 0: not known yet
   std::uint32_t column = 0;
+  /// Whom it befell: a variable, a function, a text. The report of an error that nobody traps shows
+  /// it behind the description; a script that traps it reads the description alone.
+  std::string subject = {};
 };
 
 /// The text for a number, or "Unknown runtime error".
 std::string_view errorText(std::int32_t number);
 
 [[noreturn]] void throwError(ErrorCode code);
-/// With a name behind the text: "Variable is undefined: 'x'".
-[[noreturn]] void throwError(ErrorCode code, std::string_view name);
+/// With a subject: "Variable is undefined: 'x'".
+[[noreturn]] void throwError(ErrorCode code, std::string_view subject);
+
+/// The description with the subject behind it, where there is one.
+std::string fullDescription(const ScriptError& error);
+
+/// The number that a script knows a system's error code by, or the code itself.
+std::int32_t scriptErrorNumber(std::int32_t code);
 
 }  // namespace quorvane::vbs

@@ -261,11 +261,26 @@ constexpr Fault kFaults[] = {
      "2:1 error 1057 'Default' specification must also specify 'Public'"},
     {"Class c\nPublic Default Property Set x(v)\nEnd Property\nEnd Class",
      "2:25 error 1058 'Default' specification can only be on Property Get"},
+    {"x = = ?", "1:5 error 1002 Syntax error"},
+    {"<!-- text", "1:1 error 1024 Expected statement"},
+    {"Dim 5 \"abc", "1:5 error 1010 Expected identifier"},
+    {"x = 1 2 1e999", "1:7 error 1025 Expected end of statement"},
     {"Option x", "1:8 error 1002 Syntax error"},
     {"x = #no date#", "1:5 error 1002 Syntax error"},
 };
 
 INSTANTIATE_TEST_SUITE_P(Table, SyntaxErrors, testing::ValuesIn(kFaults));
+
+TEST(SyntaxError, AnExpressionMayNotEndEarly) {
+  for (const std::string_view text : {"1 +", "", "(", "f(1,"}) {
+    try {
+      parseExpression(text);
+      FAIL() << "accepted: " << text;
+    } catch (const CompileError& error) {
+      EXPECT_EQ(error.number, 1002) << text;
+    }
+  }
+}
 
 TEST(SyntaxError, AnExpressionMayNotBeFollowedByMore) {
   try {
