@@ -33,6 +33,17 @@ LanguageCase::Error parseError(std::string_view text, std::uint32_t line) {
   return error;
 }
 
+/// Makes what stands behind the last part's error a part of its own.
+void splitBehindError(LanguageCase& current) {
+  LanguageCase::Part& part = current.parts.back();
+  const std::uint32_t lines = part.error->line;
+  std::size_t end = 0;
+  for (std::uint32_t i = 0; i < lines; ++i) end = part.source.find('\n', end) + 1;
+  LanguageCase::Part next{std::string(lines, '\n') + part.source.substr(end), std::nullopt};
+  part.source.resize(end);
+  current.parts.push_back(std::move(next));
+}
+
 }  // namespace
 
 std::vector<LanguageCase> parseLanguageCases(std::string_view file) {
@@ -42,14 +53,17 @@ std::vector<LanguageCase> parseLanguageCases(std::string_view file) {
     if (line.starts_with(kCaseMark)) {
       LanguageCase& next = cases.emplace_back();
       next.name = line.substr(kCaseMark.size());
-      next.source.assign(number, '\n');
+      next.parts.push_back({std::string(number, '\n'), std::nullopt});
       continue;
     }
     if (cases.empty()) continue;
     LanguageCase& current = cases.back();
-    (current.source += line) += '\n';
-    if (const auto error = behind(line, "'!")) {
-      current.error = parseError(*error, number);
+    const auto error = behind(line, "'!");
+    if (error && current.parts.back().error) splitBehindError(current);
+    LanguageCase::Part& part = current.parts.back();
+    (part.source += line) += '\n';
+    if (error) {
+      part.error = parseError(*error, number);
     } else if (const auto text = behind(line, "'>")) {
       current.output.emplace_back(*text);
     }

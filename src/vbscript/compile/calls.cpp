@@ -164,6 +164,9 @@ void CallLowering::callIntrinsic(const Intrinsic& intrinsic, const Identifier& n
   if (count < intrinsic.minArgs || (count > intrinsic.maxArgs && intrinsic.maxArgs != 255)) {
     return code_.emitThrow(ErrorCode::WrongArgumentCount, name);
   }
+  if (target == kNoRegister && isConversion(intrinsic)) {
+    return code_.emitThrow(ErrorCode::UnsupportedType, name);
+  }
   const Temporaries temporaries(frame_);
   if (count == 1 && arguments[0] && target != kNoRegister) {
     const Binding* binding = scope_.bindName(*arguments[0]);

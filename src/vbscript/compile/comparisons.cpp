@@ -1,5 +1,7 @@
 #include "vbscript/compile/comparisons.h"
 
+#include <utility>
+
 #include "vbscript/compile/lowering.h"
 
 namespace quorvane::vbs {
@@ -51,7 +53,26 @@ Comparison comparisonOf(BinaryOperator operation) {
   }
 }
 
+bool isWritten(const Expression& expression) {
+  return unwrapped(expression).kind == ExpressionKind::Literal;
+}
+
+/// Beside a text, a Boolean or a date counts as a literal only where the text is one too.
+bool countsBesideText(const Value& value) {
+  return value.is(Type::Boolean) || value.is(Type::Date);
+}
+
 }  // namespace
+
+/// Whether the left one of two constants goes to the right: the one that decides, a literal before
+/// what a Const names, and of two literals the one that is no text.
+bool ComparisonLowering::decides(const Expression& left, const Expression& right) const {
+  const Value* constant = scope_.literal(left);
+  const Value* other = scope_.literal(right);
+  if (!constant || !other) return constant != nullptr;
+  if (isWritten(left) != isWritten(right)) return isWritten(left);
+  return !constant->isString() && other->isString();
+}
 
 bool ComparisonLowering::isComparison(const Expression& expression) {
   if (expression.kind != ExpressionKind::Binary) return false;
@@ -64,13 +85,17 @@ ComparisonLowering::Sides ComparisonLowering::pushSides(const BinaryExpression& 
   const Expression* left = binary.left.get();
   const Expression* right = binary.right.get();
   BinaryOperator operation = binary.operation;
-  if (scope_.literal(*left) && !scope_.literal(*right)) {
+  if (decides(*left, *right)) {
     std::swap(left, right);
     operation = mirrored(operation);
   }
   const Register l = parts_.expressions.operandBefore(*left, facts_.of(*right), scratch);
   if (const Value* constant = scope_.literal(*right)) {
-    if (const auto near = code_.nearConstant(*constant)) return {operation, l, *near, true};
+    const bool isLiteral = isWritten(*right);
+    const Value* other = isWritten(*left) ? scope_.literal(*left) : nullptr;
+    const bool areBoth = isLiteral && other && other->isString() && countsBesideText(*constant);
+    const unsigned flags = areBoth ? kJumpOnLiterals : isLiteral ? 0 : kJumpOnNamed;
+    if (const auto near = code_.nearConstant(*constant)) return {operation, l, *near, true, flags};
     const Register r = frame_.newTemporary();
     code_.loadConstant(r, *constant);
     return {operation, l, r, false};
@@ -81,25 +106,42 @@ ComparisonLowering::Sides ComparisonLowering::pushSides(const BinaryExpression& 
 
 void ComparisonLowering::compileComparison(const BinaryExpression& binary, Register target) {
   const Temporaries temporaries(frame_);
-  const Sides sides = pushSides(binary, target);
+  Sides sides = pushSides(binary, target);
   const Comparison comparison = comparisonOf(sides.operation);
+  if (sides.flags == kJumpOnLiterals) return compileByJump(sides, target);
+  if (sides.flags == kJumpOnNamed) {
+    const std::uint16_t constant = std::exchange(sides.right, frame_.newTemporary());
+    code_.emit(Opcode::LoadConstant, sides.right, constant);
+    sides.isConstant = false;
+  }
   code_.emit(sides.isConstant ? comparison.constant : comparison.registers, target, sides.left,
              sides.right);
 }
 
+void ComparisonLowering::compileByJump(const Sides& sides, Register target) {
+  Label done;
+  const Register truth = frame_.newTemporary();
+  code_.loadConstant(truth, Value::boolean(true));
+  code_.emitFarJump(comparisonOf(sides.operation).jumpConstant, sides.left, sides.right,
+                    kJumpWhenTrue | sides.flags, done);
+  code_.loadConstant(truth, Value::boolean(false));
+  code_.place(done);
+  code_.emit(Opcode::Let, target, truth);
+}
+
 void ComparisonLowering::jumpOn(const Expression& condition, bool when, Label& label) {
-  constexpr unsigned kNullHolds = 2;
   const Temporaries temporaries(frame_);
   const Expression& outer = unwrapped(condition);
   if (isComparison(outer)) {
-    return jumpOnComparison(static_cast<const BinaryExpression&>(outer), when ? 1 : 0, label);
+    return jumpOnComparison(static_cast<const BinaryExpression&>(outer), when ? kJumpWhenTrue : 0,
+                            label);
   }
   if (outer.kind == ExpressionKind::Unary) {
     const auto& unary = static_cast<const UnaryExpression&>(outer);
     const Expression& inner = unwrapped(*unary.operand);
     if (unary.operation == UnaryOperator::Not && isComparison(inner)) {
       // Not of a comparison turns the jump round. Not of Null is Null and stays untrue.
-      const unsigned flags = (when ? 0 : 1) | kNullHolds;
+      const unsigned flags = (when ? 0 : kJumpWhenTrue) | kJumpNullHolds;
       return jumpOnComparison(static_cast<const BinaryExpression&>(inner), flags, label);
     }
   }
@@ -107,25 +149,24 @@ void ComparisonLowering::jumpOn(const Expression& condition, bool when, Label& l
   code_.emitWideJump(when ? Opcode::JumpIf : Opcode::JumpUnless, value, label);
 }
 
-/// `flags` as the machine has them: 1, jumps when it holds; 2, Null holds.
 void ComparisonLowering::jumpOnComparison(const BinaryExpression& binary, unsigned flags,
                                           Label& label) {
   const Sides sides = pushSides(binary, kNoRegister);
   const Comparison comparison = comparisonOf(sides.operation);
   code_.emitFarJump(sides.isConstant ? comparison.jumpConstant : comparison.jumpRegisters,
-                    sides.left, sides.right, flags, label);
+                    sides.left, sides.right, flags | sides.flags, label);
 }
 
 void ComparisonLowering::jumpOnCase(Register subject, const Expression& value, Label& body) {
   const Temporaries temporaries(frame_);
-  constexpr unsigned kWhenTrue = 1;
   if (const Value* constant = scope_.literal(value)) {
     if (const auto near = code_.nearConstant(*constant)) {
-      return code_.emitFarJump(Opcode::JumpEqualConstant, subject, *near, kWhenTrue, body);
+      const unsigned flags = kJumpWhenTrue | (isWritten(value) ? 0 : kJumpOnNamed);
+      return code_.emitFarJump(Opcode::JumpEqualConstant, subject, *near, flags, body);
     }
   }
   const Register r = parts_.expressions.operand(value);
-  code_.emitFarJump(Opcode::JumpEqual, subject, r, kWhenTrue, body);
+  code_.emitFarJump(Opcode::JumpEqual, subject, r, kJumpWhenTrue, body);
 }
 
 }  // namespace quorvane::vbs

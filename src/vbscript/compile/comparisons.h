@@ -19,14 +19,18 @@ class ComparisonLowering : LoweringPart {
 
  private:
   void jumpOnComparison(const BinaryExpression& binary, unsigned flags, Label& label);
-  /// A comparison's sides in registers, or the right one among the constants.
+  /// A comparison's sides in registers, or the right one among the constants, and the flags that a
+  /// jump on them has.
   struct Sides {
     BinaryOperator operation;
     Register left;
     std::uint16_t right;
     bool isConstant;
+    unsigned flags = 0;
   };
+  bool decides(const Expression& left, const Expression& right) const;
   Sides pushSides(const BinaryExpression& binary, Register scratch);
+  void compileByJump(const Sides& sides, Register target);
 };
 
 }  // namespace quorvane::vbs

@@ -169,10 +169,11 @@ void ExpressionLowering::compileName(const NameExpression& name, Register target
 
 void ExpressionLowering::compileNew(const NewExpression& expression, Register target) {
   const Binding binding = script_.resolve(expression.className);
-  if (binding.kind == Binding::Kind::Class) {
+  const bool isBuiltIn = expression.className.lower == kRegExpClass;
+  if (binding.kind == Binding::Kind::Class && !isBuiltIn) {
     return code_.emitPointer(Opcode::New, target, 0, 0, binding.scriptClass);
   }
-  code_.emitName(Opcode::NewNamed, target, 0, 0, expression.className);
+  code_.emitName(Opcode::NewNamed, target, script_.optionExplicit(), 0, expression.className);
 }
 
 void ExpressionLowering::compileUnary(const UnaryExpression& unary, Register target) {

@@ -86,7 +86,7 @@ void ObjectLowering::compileWithBlock(const WithStatement& statement) {
     code_.emit(Opcode::Clear, object);
     const Register value = operandAsObject(*statement.object);
     notes_.noteOperand(*statement.object);
-    code_.emit(Opcode::Hold, object, value);
+    code_.emit(Opcode::SetVariable, object, value);
   }
   withs_.push_back(object);
   parts_.statements.compileBlock(statement.body);

@@ -129,7 +129,7 @@
   X(CallIntrinsic, "drn I", "a = function of c arguments from b on")                              \
   X(CallIntrinsicOne, "rr- I", "a = function of b")                                               \
   X(New, "r-- C", "a = new instance of a class")                                                  \
-  X(NewNamed, "r-- X", "a = new instance of the class that has this name by now")                 \
+  X(NewNamed, "rs- X", "a = new instance of what has this name; flag b: names must be declared")  \
   X(LateGet, "rd- X", "a = whatever has this name by now, else variable b")                       \
   X(LateCall, "drn X", "a = what has this name by now, called with c arguments from b on")        \
   X(LatePut, "rds X", "What has this name by now, else variable b, = a; flag c: with Set")        \
@@ -150,5 +150,11 @@ enum class Opcode : std::uint8_t {
 #undef VBS_OPCODE_NAME
       Count,
 };
+
+/// The flags of a jump on a comparison.
+inline constexpr unsigned kJumpWhenTrue = 1;
+inline constexpr unsigned kJumpNullHolds = 2;
+inline constexpr unsigned kJumpOnNamed = 4;     ///< a Const names the constant: it is no literal
+inline constexpr unsigned kJumpOnLiterals = 8;  ///< both sides are literals
 
 }  // namespace quorvane::vbs

@@ -27,6 +27,7 @@ using NameMap = std::unordered_map<std::string, T, NameHash, std::equal_to<>>;
 struct GlobalSymbol {
   enum class Kind : std::uint8_t { Variable, Constant, Routine, Class };
   Kind kind = Kind::Variable;
+  bool isLocal = false;  ///< a class from a text that ran within a routine: the next may replace it
   std::uint16_t slot = 0;
   const vbs::Routine* routine = nullptr;
   const ScriptClass* scriptClass = nullptr;

@@ -114,10 +114,11 @@ void RoutineScope::declareConstants() {
 }
 
 void RoutineScope::declareVariables() {
-  const bool globalScope =
-      &routine_ == &script_.program().main() && script_.context().inGlobalScope;
+  const bool isOutermost = &routine_ == &script_.program().main();
+  const bool globalScope = isOutermost && script_.context().inGlobalScope;
   // Constants that a text adds to the routine around it are variables there.
-  if (!globalScope && !script_.context().outer) declareConstants();
+  const bool addsToOuter = isOutermost && script_.context().outer;
+  if (!globalScope && !addsToOuter) declareConstants();
   if (!globalScope) {
     for (const auto* variable : mentions_.declarations()) {
       if (bindings_[variable->name.id].kind == Binding::Kind::Unresolved) {

@@ -111,7 +111,9 @@ void ScriptCompiler::declareRoutines(const Script& script) {
     GlobalSymbol symbol;
     symbol.kind = GlobalSymbol::Kind::Class;
     symbol.scriptClass = &addClass(tree);
-    if (knownSymbol(tree.name.lower)) failCompile(CompileErrorCode::NameRedefined, tree.position);
+    symbol.isLocal = context_.outer != nullptr;
+    const GlobalSymbol* known = knownSymbol(tree.name.lower);
+    if (known && !known->isLocal) failCompile(CompileErrorCode::NameRedefined, tree.position);
     declare(tree.name, std::move(symbol));
   }
 }

@@ -85,16 +85,13 @@ void StatementLowering::compileSelect(const SelectStatement& statement) {
   }
   const std::size_t header = notes_.statement();
   Label end;
-  for (std::size_t i = 0; i < statement.cases.size(); ++i) {
-    const auto& choice = statement.cases[i];
+  for (const auto& choice : statement.cases) {
     Label body;
     Label next;
     notes_.beginStatement(choice.position);
     for (const auto& value : choice.values) parts_.comparisons.jumpOnCase(subject, *value, body);
     code_.jumpTo(next);
     code_.place(body);
-    // A subject that fails goes on in the first block.
-    if (i == 0) notes_.resumeAt(header, body.target());
     notes_.beginStatement(choice.position);
     compileBlock(choice.body);
     notes_.beginStatement(choice.position);
@@ -103,6 +100,7 @@ void StatementLowering::compileSelect(const SelectStatement& statement) {
   }
   compileBlock(statement.otherwise);
   code_.place(end);
+  notes_.resumeAt(header, end.target());  // no block runs when the subject fails
   notes_.beginStatement(statement.position);
   code_.emit(Opcode::Clear, subject);
 }

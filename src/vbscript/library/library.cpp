@@ -133,6 +133,12 @@ const Intrinsic* findIntrinsic(std::string_view lowerName) {
   return found != std::end(kIntrinsics) && found->name == lowerName ? found : nullptr;
 }
 
+bool isConversion(const Intrinsic& function) {
+  static constexpr std::string_view kNames[] = {"cbool", "cbyte", "ccur", "cdate", "cdbl",
+                                                "cint",  "clng",  "csng", "cstr"};
+  return std::binary_search(std::begin(kNames), std::end(kNames), function.name);
+}
+
 void nameIntrinsic(ScriptError& error, const Intrinsic& function) {
   const bool isOwn = error.source.empty() && error.description == errorText(error.number);
   if (isOwn && error.subject.empty()) error.subject = function.title;

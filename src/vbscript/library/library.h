@@ -9,6 +9,9 @@
 
 namespace quorvane::vbs {
 
+/// The class that every script has, whatever classes of this name it declares.
+inline constexpr std::string_view kRegExpClass = "regexp";
+
 /// The classic generator behind Rnd: 24 bits, the same sequence for the same seed everywhere.
 struct RandomSequence {
   std::uint32_t state = 0x50000;
@@ -37,6 +40,9 @@ void nameIntrinsic(ScriptError& error, const Intrinsic& function);
 /// Null when there is none, and for those that need the script's own scope (Eval, Execute,
 /// ExecuteGlobal, GetRef).
 const Intrinsic* findIntrinsic(std::string_view lowerName);
+
+/// Whether it is one of CBool, CByte, ... CStr, which can't stand as statements.
+bool isConversion(const Intrinsic& function);
 
 /// Null when `lowerName` is no built-in constant (vbCrLf, vbRed, ...).
 const Value* findConstant(std::string_view lowerName);

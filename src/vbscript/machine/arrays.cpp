@@ -50,24 +50,33 @@ bool isInside(const ArrayRep& array, const Indexes& indexes) {
          static_cast<std::size_t>(indexes.numbers[0]) < array.count;
 }
 
+void checkUnlocked(const Value& variable) {
+  const Value& direct = variable.deref();
+  if (direct.isFixedArray() || (direct.isArray() && direct.asArray()->locks > 0)) {
+    throwError(ErrorCode::ArrayLocked);
+  }
+}
+
 }  // namespace
 
-void dimArray(const Instruction* pc, Value* base) {
+void dimArray(CallStack& stack, const Instruction* pc, Value* base) {
   const Indexes extents = extentsOf({base + pc->b, pc->c});
   Value& variable = base[pc->a].deref();
+  // A later text declares an array again.
+  if (variable.isArray() && stack.top()->routine->isGlobalScope)
+    stack.throwNamed(ErrorCode::TypeMismatch, pc);
   variable = Value::array(ArrayRep::create(extents.span()));
   if (pc->c > 0) variable.fixArray();
   if (pc->aIsTemporary()) release(base[pc->a]);
 }
 
 void reDim(CallStack& stack, const Instruction* pc, Value* base, bool preserve) {
+  checkUnlocked(base[pc->a]);
   const Args bounds(base + pc->b, pc->c);
   const Indexes extents = extentsOf(bounds);
   clearRange(base + pc->b, base + pc->b + pc->c);
   Value& variable = base[pc->a].deref();
-  if (variable.isFixedArray() || (variable.isArray() && variable.asArray()->locks > 0)) {
-    throwError(ErrorCode::ArrayLocked);
-  }
+  checkUnlocked(variable);  // the default values of bounds take code
   if (preserve && !variable.isArray() && !variable.isEmpty()) {
     stack.throwNamed(ErrorCode::TypeMismatch, pc);
   }
@@ -116,7 +125,7 @@ Value elementValue(CallStack& stack, Value& holder, Args indexes, const Instruct
     return array.element(static_cast<std::size_t>(at.numbers[0]));
   }
   if (!direct.isObject()) stack.throwNamed(ErrorCode::TypeMismatch, pc);
-  Object& object = stack.objectIn(direct, pc);
+  Object& object = stack.wholeObjectIn(direct, pc);
   const Ref<Object> alive(&object);
   return object.invoke(kDefaultMember, CallKind::Get, indexes);
 }
@@ -169,7 +178,7 @@ void storeElement(CallStack& stack, Value& holder, Args indexesAndValue, bool is
     return stack.raisePending();
   }
   if (!direct.isObject()) stack.throwNamed(ErrorCode::TypeMismatch, pc);
-  Object& object = stack.objectIn(direct, pc);
+  Object& object = stack.wholeObjectIn(direct, pc);
   const Ref<Object> alive(&object);
   object.invoke(kDefaultMember, isSet ? CallKind::Set : CallKind::Let, indexesAndValue);
 }

@@ -165,8 +165,4 @@ void CallStack::throwCode(const Instruction* pc) const {
   throwError(code, shownName(name));
 }
 
-void CallStack::throwNoObject(const Value& value, const Instruction* pc) const {
-  throwNamed(value.isObject() ? ErrorCode::ObjectNotSet : ErrorCode::ObjectRequired, pc);
-}
-
 }  // namespace quorvane::vbs

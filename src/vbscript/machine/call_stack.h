@@ -142,12 +142,18 @@ class CallStack {
   [[noreturn]] void throwNamed(ErrorCode code, const Instruction* pc) const;
   /// What the instruction Throw says.
   [[noreturn]] void throwCode(const Instruction* pc) const;
-  /// The object behind a register. Errors 424 and 91.
+  /// The object behind a register, whose member is wanted. Error 424.
   Object& objectIn(const Value& holder, const Instruction* pc) const {
     const Value& direct = holder.deref();
     if (!direct.isObject() || !direct.asObject()) [[unlikely]]
-      throwNoObject(direct, pc);
+      throwNamed(ErrorCode::ObjectRequired, pc);
     return *direct.asObject();
+  }
+  /// The object behind a register, which itself is wanted. Errors 424 and, for Nothing, 91.
+  Object& wholeObjectIn(const Value& holder, const Instruction* pc) const {
+    const Value& direct = holder.deref();
+    if (direct.isObject() && !direct.asObject()) throwNamed(ErrorCode::ObjectNotSet, pc);
+    return objectIn(direct, pc);
   }
 
   TimeLimit time;
@@ -155,7 +161,6 @@ class CallStack {
 
  private:
   [[noreturn]] void throwPending();
-  [[noreturn]] void throwNoObject(const Value& value, const Instruction* pc) const;
 
   std::unique_ptr<StackMemory> memory_;
   Frame* top_;

@@ -169,13 +169,16 @@ bool Machine::newObject(const Instruction* pc, Value* base) {
 
 bool Machine::newNamed(const Instruction* pc, Value* base) {
   const Name& name = stack_.top()->routine->program->names[pc[1].low()];
+  if (name.lower == kRegExpClass) {
+    operation::put(stack_, pc, base, createRegExp());
+    return false;
+  }
   const GlobalSymbol* symbol = texts_.find(name.lower);
   if (symbol && symbol->kind == GlobalSymbol::Kind::Class) {
     return instantiate(*symbol->scriptClass, pc, base);
   }
-  if (name.lower != "regexp") throwError(ErrorCode::ClassNotDefined, name.text);
-  operation::put(stack_, pc, base, createRegExp());
-  return false;
+  const bool isExplicit = pc->b != 0;
+  throwError(isExplicit ? ErrorCode::VariableUndefined : ErrorCode::ClassNotDefined, name.text);
 }
 
 }  // namespace quorvane::vbs

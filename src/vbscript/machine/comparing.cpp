@@ -74,11 +74,12 @@ bool isLiteralType(const Value& value) {
          value.is(Type::Double);
 }
 
-Ordering order(Opcode op, const Value& left, const Value& right) {
-  if (isConstantForm(op) && isLiteralType(right)) {
-    return compareWithLiteral(left, right, false, true);
-  }
-  return compare(left, right);
+/// `flags` as a jump has them.
+Ordering order(Opcode op, unsigned flags, const Value& left, const Value& right) {
+  if (!isConstantForm(op) || (flags & kJumpOnNamed) != 0) return compare(left, right);
+  const bool areLiterals = (flags & kJumpOnLiterals) != 0;
+  if (!areLiterals && !isLiteralType(right)) return compare(left, right);
+  return compareWithLiteral(left, right, areLiterals, true);
 }
 
 /// Equality of two texts is decided without putting them in order.
@@ -104,7 +105,7 @@ void compareTwo(CallStack& stack, const Instruction* pc, Value* base, Opcode op,
   if (const auto same = sameText(left, right.deref()); same && relation <= Relation::NotEqual) {
     result = Value::boolean(*same == (relation == Relation::Equal));
   } else {
-    const Ordering ordering = order(op, left, right.deref());
+    const Ordering ordering = order(op, 0, left, right.deref());
     result =
         ordering == Ordering::Null ? Value::null() : Value::boolean(holdsFor(relation, ordering));
   }
@@ -121,8 +122,8 @@ bool jumpCompare(const Instruction* pc, Value* base, Opcode op, const Value& rig
   if (const auto same = sameText(left, right.deref()); same && relation <= Relation::NotEqual) {
     result = *same == (relation == Relation::Equal);
   } else {
-    const Ordering ordering = order(op, left, right.deref());
-    const bool nullHolds = (pc->c & 2) != 0;
+    const Ordering ordering = order(op, pc->c, left, right.deref());
+    const bool nullHolds = (pc->c & kJumpNullHolds) != 0;
     result = ordering == Ordering::Null ? nullHolds : holdsFor(relation, ordering);
   }
   if (pc->aIsTemporary() && needsCare(base[pc->a])) release(base[pc->a]);

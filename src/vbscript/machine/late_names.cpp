@@ -67,6 +67,7 @@ bool Machine::lateCall(const Instruction* pc, Value* base) {
   if (const Value* variable = lateVariable(name, own, base)) {
     const Value holder = *variable;
     if (!holder.isObject() && pc->a == kNoRegister) throwError(ErrorCode::TypeMismatch, name.text);
+    if (count == 0 && holder.isArray()) throwError(ErrorCode::SubscriptOutOfRange, name.text);
     Value direct = holder;
     Value result = count == 0 && !holder.isObject()
                        ? holder

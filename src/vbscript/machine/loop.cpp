@@ -317,14 +317,14 @@ void Machine::execute(const Frame* entry) {
   }                                                                                            \
   VBS_NEXT(1);
 
-#define VBS_COMPARE_JUMP(name, Numbers, right, isTemporaryRight)                       \
-  name : {                                                                             \
-    bool holds = false;                                                                \
-    if (!compareNumbers<Numbers>(base[pc->a], right, holds)) {                         \
-      holds = VBS_SLOW(jumpCompare(pc, base, Opcode::name, right, isTemporaryRight));  \
-    }                                                                                  \
-    if (holds == ((pc->c & 1) != 0)) VBS_JUMP(static_cast<std::int32_t>(pc[1].low())); \
-  }                                                                                    \
+#define VBS_COMPARE_JUMP(name, Numbers, right, isTemporaryRight)                                   \
+  name : {                                                                                         \
+    bool holds = false;                                                                            \
+    if (!compareNumbers<Numbers>(base[pc->a], right, holds)) {                                     \
+      holds = VBS_SLOW(jumpCompare(pc, base, Opcode::name, right, isTemporaryRight));              \
+    }                                                                                              \
+    if (holds == ((pc->c & kJumpWhenTrue) != 0)) VBS_JUMP(static_cast<std::int32_t>(pc[1].low())); \
+  }                                                                                                \
   VBS_NEXT(2);
 
 #define VBS_JUMP_REGISTERS(name, Numbers) \
@@ -593,7 +593,7 @@ ForEachNext:
 
   // ---- Arrays ----
 
-  VBS_DELEGATE(DimArray, 1, dimArray(pc, base))
+  VBS_DELEGATE(DimArray, 1, dimArray(stack_, pc, base))
   VBS_DELEGATE(ReDim, 1, reDim(stack_, pc, base, false))
   VBS_DELEGATE(ReDimPreserve, 1, reDim(stack_, pc, base, true))
   VBS_DELEGATE(Erase, 1, erase(stack_, pc, base))

@@ -93,7 +93,7 @@ void forEachPrepare(CallStack& stack, const Instruction* pc, Value* base) {
   } else {
     Value collection = variable;
     if (collection.isObject()) {
-      Object& object = stack.objectIn(collection, pc);
+      Object& object = stack.wholeObjectIn(collection, pc);
       collection = Value::adopt(new Walk(object.enumerate()));
     } else if (!collection.isArray()) {
       throwError(ErrorCode::NotACollection);
@@ -115,7 +115,7 @@ bool forEachNext(CallStack& stack, const Instruction* pc, Value* base) {
   } else if (walk.isObject()) {
     if (!static_cast<Walk*>(walk.asObject())->next(item)) return false;
   } else {
-    throwError(ErrorCode::ForLoopNotInitialized);
+    return false;  // what there was is no collection
   }
   base[pc->a].deref() = std::move(item);
   stack.raisePending();

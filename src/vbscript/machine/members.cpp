@@ -57,6 +57,14 @@ const Routine& checkedRoutine(CallStack& stack, const Routine* routine, std::siz
   return *routine;
 }
 
+/// A member that holds a plain value has no elements.
+void checkIndexable(CallStack& stack, const Value& field, const MemberCache& cache,
+                    const Instruction* pc) {
+  const Value& direct = field.deref();
+  if (direct.isArray() || direct.isObject()) return;
+  throwMember(stack, ErrorCode::NoPropertyOrMethod, cache, pc);
+}
+
 /// Calls an object as such. The arguments stand behind the register b, which holds the object or
 /// what it was got from.
 bool callObject(CallStack& stack, Object& object, const Instruction* pc, Value* base) {
@@ -98,7 +106,8 @@ bool callMember(CallStack& stack, const Instruction* pc, Value* base) {
   if (member.kind == ClassMember::Kind::Field) {
     Value& field = static_cast<ScriptObject&>(object).fields()[member.slot];
     if (count == 0 && pc->a == kNoRegister)
-      return callObject(stack, stack.objectIn(field, pc), pc, base);
+      return callObject(stack, stack.wholeObjectIn(field, pc), pc, base);
+    if (count > 0) checkIndexable(stack, field, cache, pc);
     Value result = count == 0 ? field : elementValue(stack, field, {arguments, count}, pc);
     finishCall(stack, pc, base, std::move(result), &holder, count + 1);
     return false;
@@ -191,8 +200,9 @@ bool putMemberArguments(CallStack& stack, const Instruction* pc, Value* base) {
   }
   const ClassMember& member = *findScriptMember(stack, object, cache, pc);
   if (member.kind == ClassMember::Kind::Field) {
-    storeElement(stack, static_cast<ScriptObject&>(object).fields()[member.slot],
-                 {arguments, count}, isSet, pc);
+    Value& field = static_cast<ScriptObject&>(object).fields()[member.slot];
+    checkIndexable(stack, field, cache, pc);
+    storeElement(stack, field, {arguments, count}, isSet, pc);
     clearRange(&holder, arguments + count);
     stack.raisePending();
     return false;
@@ -226,9 +236,10 @@ bool appendMember(const Instruction* pc, Value* base) {
 
 bool callValue(CallStack& stack, const Instruction* pc, Value* base) {
   Value& callee = base[pc->b];
-  if (callee.isObject()) return callObject(stack, stack.objectIn(callee, pc), pc, base);
+  if (callee.isObject()) return callObject(stack, stack.wholeObjectIn(callee, pc), pc, base);
   if (!callee.isArray() || pc->a == kNoRegister) stack.throwNamed(ErrorCode::TypeMismatch, pc);
-  Value result = pc->c == 0 ? callee : elementValue(stack, callee, {&callee + 1, pc->c}, pc);
+  if (pc->c == 0) stack.throwNamed(ErrorCode::SubscriptOutOfRange, pc);
+  Value result = elementValue(stack, callee, {&callee + 1, pc->c}, pc);
   finishCall(stack, pc, base, std::move(result), &callee, std::size_t{pc->c} + 1);
   return false;
 }

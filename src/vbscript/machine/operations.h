@@ -50,7 +50,7 @@ bool forEachNext(CallStack& stack, const Instruction* pc, Value* base);
 
 // ---- Arrays (arrays.cpp) ----
 
-void dimArray(const Instruction* pc, Value* base);
+void dimArray(CallStack& stack, const Instruction* pc, Value* base);
 void reDim(CallStack& stack, const Instruction* pc, Value* base, bool preserve);
 void erase(CallStack& stack, const Instruction* pc, Value* base);
 void getElement(CallStack& stack, const Instruction* pc, Value* base);

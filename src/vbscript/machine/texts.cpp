@@ -37,7 +37,7 @@ void bindOuterVariables(const Routine& main, Value* parameters, Frame& outer) {
 Value Machine::runText(const Value& text, bool isExpression, bool global) {
   Frame& outer = *stack_.top();
   const bool inRoutine = !global && !outer.routine->isGlobalScope;
-  const std::string source = toString(text).narrow();
+  const std::string source = text.asString().narrow();
   const auto program = texts_.text(source, isExpression, inRoutine ? outer.routine : nullptr);
   const Routine& main = program->main();
   const Frame* halt = enterHalt();
@@ -59,21 +59,24 @@ Value Machine::runText(const Value& text, bool isExpression, bool global) {
 }
 
 void Machine::executeText(const Instruction* pc, Value* base) {
-  const Value text = taken(base[pc->a], pc->aIsTemporary());
+  const Value text = plainValue(taken(base[pc->a], pc->aIsTemporary()));
+  if (!text.isString())
+    throwError(ErrorCode::TypeMismatch, pc->b != 0 ? "ExecuteGlobal" : "Execute");
   runText(text, false, pc->b != 0);
   stack_.raisePending();
 }
 
 void Machine::evaluateText(const Instruction* pc, Value* base) {
-  const Value text = taken(base[pc->b], pc->bIsTemporary());
+  const Value text = plainValue(taken(base[pc->b], pc->bIsTemporary()));
   operation::put(stack_, pc, base, text.isString() ? runText(text, true, false) : text);
 }
 
 // ---- Routines as values ----
 
 void Machine::getRef(const Instruction* pc, Value* base) {
-  const Value text = taken(base[pc->b], pc->bIsTemporary());
-  const GlobalSymbol* symbol = texts_.find(foldName(toString(text).narrow()));
+  const Value text = plainValue(taken(base[pc->b], pc->bIsTemporary()));
+  if (!text.isString()) throwError(ErrorCode::TypeMismatch, "GetRef");
+  const GlobalSymbol* symbol = texts_.find(foldName(text.asString().narrow()));
   if (!symbol || symbol->kind != GlobalSymbol::Kind::Routine) {
     throwError(ErrorCode::InvalidCall, "GetRef");
   }

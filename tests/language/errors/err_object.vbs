@@ -123,3 +123,46 @@ Err.HelpFile = "h"
 Err.HelpContext = 7
 Echo Err.Number, Err.Description, Err.Source, Err.HelpFile, Err.HelpContext   '> 5 d s h 7
 
+'=== Raise knows the codes of systems
+On Error Resume Next
+Err.Raise &h8007000E&
+FailedText                     '> 7 Out of memory
+Err.Raise &h80070005&
+FailedText                     '> 70 Permission denied
+Err.Raise &h80070057&
+FailedText                     '> 5 Invalid procedure call or argument
+Err.Raise &h80020009&
+Echo Err.Number = &h80020009&  '> True
+Err.Clear
+Err.Raise &h80020005&
+FailedText                     '> 13 Type mismatch
+Err.Raise &h80040154&
+FailedText                     '> 429 ActiveX component can't create object
+Err.Raise &h80030002&
+FailedText                     '> 53 File not found
+Err.Raise &h800706BA&
+FailedText                     '> 462 The remote server machine does not exist or is unavailable
+Err.Raise &h800A01A8&
+FailedText                     '> 424 Object required
+Err.Raise vbObjectError + 5
+Echo Err.Number - vbObjectError   '> 5
+
+'=== Raise takes numbers of 16 bits
+On Error Resume Next
+Err.Raise 65535
+Failed                         '> 65535
+Err.Raise &h10000&
+FailedText                     '> 5 Invalid procedure call or argument
+Err.Raise 0
+Failed                         '> 5
+
+'=== Raise keeps what an earlier error has left
+On Error Resume Next
+Err.Source = "mine": Err.Description = "my text": Err.HelpFile = "help"
+Err.Raise 5
+Echo Err.Number, Err.Source, Err.Description, Err.HelpFile   '> 5 mine my text help
+Err.Raise 6, "other"
+Echo Err.Number, Err.Source, Err.Description   '> 6 other my text
+Err.Clear
+Err.Raise 6
+Echo Err.Number, Err.Source, Err.Description   '> 6 Microsoft VBScript runtime error Overflow

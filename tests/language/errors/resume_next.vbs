@@ -145,7 +145,7 @@ Echo Err.Number                '> 11
 On Error Resume Next
 Dim n: Set n = Nothing
 n.Something
-Failed                         '> 91
+Failed                         '> 424
 Echo "end"                     '> end
 
 '=== a failing statement in a branch

@@ -77,7 +77,7 @@ Execute "If True Then"
 Echo Err.Number > 1000         '> True
 Err.Clear
 x = Eval("1 +")
-Echo Err.Number                '> 1023
+Echo Err.Number                '> 1002
 
 '=== a run-time error in Execute
 On Error Resume Next
@@ -111,3 +111,86 @@ source = "Class Made" & vbCrLf & _
          "End Class"
 ExecuteGlobal source
 Echo (New Made).Greet("you")   '> hi you
+
+'=== what is no text
+On Error Resume Next
+Execute 42
+Failed                         '> 13
+Execute Null
+Failed                         '> 13
+Execute Empty
+Failed                         '> 13
+ExecuteGlobal 42
+Failed                         '> 13
+Execute ""
+Failed                         '> no error
+Show Eval(42)                  '> Integer 42
+Show Eval(Null)                '> Null
+Eval "1 + "
+FailedText                     '> 1002 Syntax error
+x = Eval("")
+Failed                         '> 1002
+x = Eval("1 2")
+Failed                         '> 1025
+Execute "x = 1 +"
+Failed                         '> 1023
+
+'=== an object's default value is the text
+Class C
+  Public Default Property Get Text: Text = "1 + 2": End Property
+End Class
+Class D
+  Public Default Property Get Text: Text = "Echo ""run""": End Property
+End Class
+Echo Eval(New C)               '> 3
+Execute New D                  '> run
+
+'=== constants of procedures in texts
+Sub P
+  Const outside = 3
+  Execute "Sub Inner: Const z = 9: Echo z, outside: End Sub: Inner"
+  Execute "Const k = 5: Echo k"
+  Execute "Echo k + 1"
+  Execute "Class CC: Public Sub Go: Const w = 11: Echo w: End Sub: End Class: Set o = New CC: o.Go"
+  Execute "Function F(x): Const y = 2: F = x * y: End Function: Echo F(4)"
+End Sub
+P                              '> 9 
+                               '> 5
+                               '> 6
+                               '> 11
+                               '> 8
+
+'=== a class from a text in a procedure is its call's own
+Sub P(n)
+  Execute "Class CC: Public v: Public Function Who: Who = " & n & ": End Function: End Class"
+  Dim o
+  Set o = Eval("New CC")
+  o.v = n
+  Echo o.v, o.Who
+End Sub
+P 1                            '> 1 1
+P 2                            '> 2 2
+P 1                            '> 1 1
+Sub Twice
+  Execute "Class DD: Public Function Who: Who = 1: End Function: End Class: Set a = New DD"
+  Execute "Class DD: Public Function Who: Who = 2: End Function: End Class: Set b = New DD"
+  Execute "Echo a.Who, b.Who"
+End Sub
+Twice                          '> 1 2
+Class Fixed: End Class
+Sub Redefines
+  Execute "Class Fixed: End Class"   '! 1041 Name redefined
+End Sub
+Redefines
+
+'=== an array declared again
+On Error Resume Next
+ExecuteGlobal "Dim q()"
+Failed                         '> no error
+ExecuteGlobal "Dim q()"
+Failed                         '> 13
+ExecuteGlobal "Dim q(5)"
+Failed                         '> 13
+ExecuteGlobal "Dim r"
+ExecuteGlobal "Dim r"
+Failed                         '> no error

@@ -101,3 +101,56 @@ On Error Resume Next
 Dim a: a = Array(1)
 x = (a = a)
 Failed                         '> 13
+
+'=== a Const is no literal
+Const MODE = 2, TEXT = "2", YES = True
+Dim m, n
+m = "": n = 2
+Echo m = MODE, MODE = m, m <> MODE   '> False False True
+If m = MODE Then Echo "same" Else Echo "other"   '> other
+If MODE = m Then Echo "same" Else Echo "other"   '> other
+If Not m = MODE Then Echo "not"      '> not
+m = "2"
+Echo m = MODE, n = TEXT, TEXT = n    '> False False False
+If m = MODE Then Echo "same" Else Echo "other"   '> other
+Echo m = 2, n = "2"                  '> True True
+Echo n = MODE, m = TEXT, MODE = 2, 2 = MODE   '> True True True True
+Echo TEXT = 2, 2 = TEXT, "2" = MODE  '> True True True
+Echo MODE = TEXT                     '> False
+m = "abc"
+Echo m > MODE, m < MODE, MODE < m, MODE > m   '> True False True False
+Select Case m
+  Case MODE: Echo "mode"
+  Case vbTrue: Echo "true"
+  Case Else: Echo "else"             '> else
+End Select
+Select Case "2"
+  Case MODE: Echo "mode"
+  Case 2: Echo "two"                 '> two
+End Select
+m = Null
+Echo TypeName(m = MODE), TypeName(MODE < m)   '> Null Null
+m = ""
+Echo m = vbTrue, m = vbBinaryCompare   '> False False
+Do While m = MODE: Echo "never": Loop
+
+'=== a literal beside a literal
+On Error Resume Next
+Echo 9 < "10", "9" < 10, "10" > 9, 10 = "10"   '> True True True True
+x = (5 > "abc")
+Failed                               '> 13
+x = ("abc" > 5)
+Failed                               '> 13
+Echo "True" = True, True = "True", "False" <> True   '> True True True
+Echo "1/15/2024" = #1/15/2024#, #1/15/2024# < "1/16/2024"   '> True True
+x = ("abc" = #1/15/2024#)
+Failed                               '> 13
+x = (#1/15/2024# = "abc")
+Failed                               '> 13
+x = ("x" = True)
+Failed                               '> 13
+If "True" = True Then Echo "yes"     '> yes
+If Not True = "False" Then Echo "no" '> no
+x = ("5") = (5)
+Echo x, "a" < "b", 2 > 1   '> True True True
+Echo "" = Empty, TypeName("a" = Null)   '> True Null

@@ -44,3 +44,14 @@ Echo a(0)(5)                   '> 10
 On Error Resume Next
 Dim f: Set f = GetRef("Missing")
 Failed                         '> 5
+
+'=== what is no name
+On Error Resume Next
+Set f = GetRef(123)
+Failed                         '> 13
+Set f = GetRef(Null)
+Failed                         '> 13
+Set f = GetRef(Empty)
+Failed                         '> 13
+Set f = GetRef("NoSuch")
+Failed                         '> 5

@@ -64,7 +64,7 @@ Show x                         '> Integer 5
 '=== Nothing has no members
 Dim x
 Set x = Nothing
-x.Name = 1                     '! 91
+x.Name = 1                     '! 424
 
 '=== a number has no members
 Dim x

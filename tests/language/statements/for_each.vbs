@@ -197,3 +197,59 @@ For Each b In a
   b.V = "set"
 Next
 Echo a(0).V, a(1).V            '> set set
+
+'=== what is no collection
+Class C: Public x: End Class
+Dim v, o
+Set o = New C
+On Error Resume Next
+For Each v In 5: Next
+Failed                         '> 451
+For Each v In "abc": Next
+Failed                         '> 451
+For Each v In Empty: Next
+Failed                         '> 451
+For Each v In Null: Next
+Failed                         '> 451
+For Each v In o: Next
+Failed                         '> 451
+For Each v In Nothing: Next
+Failed                         '> 91
+For Each v In 5
+  Echo "the body runs once"    '> the body runs once
+Next
+Err.Clear
+On Error GoTo 0
+For Each v In 5                '! 451 Object not a collection
+Next
+
+'=== an array that is walked keeps its size
+Dim a, v, d()
+a = Array(1, 2)
+ReDim d(2)
+On Error Resume Next
+For Each v In a
+  ReDim a(5)
+  Failed                       '> 10
+  ReDim Preserve a(5)
+  Failed                       '> 10
+  Erase a
+  Failed                       '> 10
+  Exit For
+Next
+ReDim a(5)
+Failed                         '> no error
+Sub Walk
+  Dim l, w
+  l = Array(1)
+  On Error Resume Next
+  For Each w In l
+    ReDim l(3)
+    Failed                     '> 10
+    Erase l
+    Failed                     '> 10
+  Next
+  Erase l
+  Failed                       '> no error
+End Sub
+Walk

@@ -105,3 +105,22 @@ End Select
 Select Case 1
 End Select
 Echo "end"                     '> end
+
+'=== a subject that fails passes the whole Select over
+On Error Resume Next
+Select Case 1 / 0
+  Case 1: Echo "one"
+  Case Else: Echo "else"
+End Select
+Failed                         '> 11
+Select Case CInt("x")
+  Case 0
+    Echo "zero"
+End Select
+Echo "behind", Err.Number      '> behind 13
+Err.Clear
+Select Case 1
+  Case 1 / 0: Echo "on"        '> on
+  Case 1: Echo "one"
+End Select
+Failed                         '> 11

@@ -72,11 +72,41 @@ End With
 
 '=== no object
 Dim x: x = 5
-With x
-  .Y = 1                       '! 424
+With x                         '! 424
+  .Y = 1
 End With
 
 '=== a dot without With
 On Error Resume Next
 Execute "x = .Name"
 Echo Err.Number <> 0           '> True
+
+'=== what is no object
+On Error Resume Next
+With 42
+  Failed                       '> 424
+  .x = 1
+  Failed                       '> 424
+End With
+With e
+  Failed                       '> 424
+End With
+With "text"
+  Failed                       '> 424
+End With
+Dim n
+Set n = Nothing
+With n
+  Failed                       '> no error
+  x = .y
+  Failed                       '> 424
+  .y = 1
+  Failed                       '> 424
+  .z 1
+  Failed                       '> 424
+  Set .y = n
+  Failed                       '> 424
+End With
+With Nothing
+  Failed                       '> no error
+End With

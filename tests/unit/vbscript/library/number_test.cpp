@@ -216,9 +216,9 @@ TEST_F(NumberFunctionTest, Constants) {
 TEST_F(NumberFunctionTest, ErrorsAreNamedOnce) {
   ScriptError bare{13, "Type mismatch", {}, {}, 0};
   nameIntrinsic(bare, *findIntrinsic("cint"));
-  EXPECT_EQ(bare.description, "Type mismatch: 'CInt'");
+  EXPECT_EQ(fullDescription(bare), "Type mismatch: 'CInt'");
   nameIntrinsic(bare, *findIntrinsic("len"));
-  EXPECT_EQ(bare.description, "Type mismatch: 'CInt'");
+  EXPECT_EQ(fullDescription(bare), "Type mismatch: 'CInt'");
 }
 
 }  // namespace

@@ -219,14 +219,14 @@ TEST_F(EngineTest, ScriptsMeetObjectsOfEnginesThatAreGone) {
                " : Write Err.Number & \" \" & Err.Description");
   };
   const std::string missing = "438 Object doesn't support this property or method";
-  EXPECT_EQ(attempt("o.Go"), missing + ": 'o.Go'");
-  EXPECT_EQ(attempt("t = o.x"), missing + ": 'o.x'");
-  EXPECT_EQ(attempt("o.x = 1"), missing + ": 'o.x'");
-  EXPECT_EQ(attempt("o.x = o.x & 1"), missing + ": 'o.x'");
+  EXPECT_EQ(attempt("o.Go"), missing);
+  EXPECT_EQ(attempt("t = o.x"), missing);
+  EXPECT_EQ(attempt("o.x = 1"), missing);
+  EXPECT_EQ(attempt("o.x = o.x & 1"), missing);
   EXPECT_EQ(attempt("t = o & 1"), missing);
   EXPECT_EQ(attempt("t = o(1)"), missing);
   EXPECT_EQ(attempt("o(1) = 2"), missing);
-  EXPECT_EQ(attempt("Keep Array(o, 1) : Kept()(0).Go"), missing + ": 'Kept(...)(...).Go'");
+  EXPECT_EQ(attempt("Keep Array(o, 1) : Kept()(0).Go"), missing);
   output->kept = Value();
 }
 

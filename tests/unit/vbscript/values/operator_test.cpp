@@ -232,7 +232,8 @@ TEST(ErrorTextTest, MismatchShowsTheText) {
     add(s("abc"), i(1));
     FAIL();
   } catch (const ScriptError& error) {
-    EXPECT_EQ(error.description, "Type mismatch: '[string: \"abc\"]'");
+    EXPECT_EQ(error.description, "Type mismatch");
+    EXPECT_EQ(fullDescription(error), "Type mismatch: '[string: \"abc\"]'");
   }
 }
 
