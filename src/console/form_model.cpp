@@ -5,8 +5,14 @@
 namespace quorvane {
 
 void ListModel::add(std::string line) {
+  if (bound_ && line.size() > bound_->bytes) line.resize(bound_->bytes);
+  bytes_ += line.size();
   lines_.push_back(std::move(line));
-  if (most_ == 0 || lines_.size() <= most_) return;
+  while (bound_ && (lines_.size() > bound_->lines || bytes_ > bound_->bytes)) dropFirst();
+}
+
+void ListModel::dropFirst() {
+  bytes_ -= lines_.front().size();
   lines_.pop_front();
   ++dropped_;
   if (selected_ >= 0) --selected_;
@@ -14,6 +20,7 @@ void ListModel::add(std::string line) {
 
 void ListModel::clear() {
   lines_.clear();
+  bytes_ = 0;
   selected_ = -1;
   dropped_ = 0;
 }

@@ -13,10 +13,16 @@ namespace quorvane {
 /// What the server window holds, apart from how it is drawn: a terminal or a real window reads
 /// this model and draws it, and tells the window's owner what the user clicked.
 
-/// A list of lines, the newest last. With a bound, the oldest lines make room.
+/// A list of lines, the newest last. Where it has a bound, of lines and of bytes in them, the
+/// oldest lines make room; a line that is longer than all of it is cut.
 class ListModel {
  public:
-  explicit ListModel(std::size_t most = 0) : most_(most) {}
+  struct Bound {
+    std::size_t lines;
+    std::size_t bytes;
+  };
+  ListModel() = default;
+  explicit ListModel(const Bound& bound) : bound_(bound) {}
 
   void add(std::string line);
   void clear();
@@ -29,8 +35,11 @@ class ListModel {
   std::size_t dropped() const { return dropped_; }
 
  private:
-  std::size_t most_;  ///< 0: no bound
+  void dropFirst();
+
+  std::optional<Bound> bound_;
   std::deque<std::string> lines_;
+  std::size_t bytes_ = 0;
   int selected_ = -1;
   std::size_t dropped_ = 0;
 };
@@ -54,7 +63,7 @@ class FormModel {
   std::string caption = "Quorvane Server";
   bool visible = false;
 
-  std::array<ListModel, 3> llist{ListModel(kMostStatusLines), ListModel(), ListModel()};
+  std::array<ListModel, 3> llist{ListModel(kMostStatus), ListModel(), ListModel()};
   FormControl dbgText{"dbgText", -1, std::nullopt, "", ""};
   std::array<FormControl, 3> Label1{FormControl{"Label1", 0, "Sockets", std::nullopt, ""},
                                     FormControl{"Label1", 1, "Sessions", std::nullopt, ""},
@@ -72,7 +81,7 @@ class FormModel {
   }
 
  private:
-  static constexpr std::size_t kMostStatusLines = 10'000;
+  static constexpr ListModel::Bound kMostStatus{10'000, std::size_t{8} << 20};
 };
 
 }  // namespace quorvane

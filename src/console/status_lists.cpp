@@ -29,7 +29,9 @@ void StatusLists::complain(std::string_view text) {
 }
 
 void StatusLists::commitLog() {
-  if (state_.ServerLog) state_.ServerLog->Commit();
+  if (!state_.ServerLog) return;
+  state_.ServerLog->fileLimit = std::uint64_t{state_.LogFileLimit} << 20;
+  state_.ServerLog->Commit();
 }
 
 void StatusLists::releaseLog() {

@@ -20,6 +20,7 @@
 #include "support/server_state.h"
 #include "support/status_lines.h"
 #include "support/text.h"
+#include "support/visible_text.h"
 
 namespace quorvane {
 
@@ -27,7 +28,7 @@ namespace {
 
 constexpr int kMostRedirections = 32;
 
-/// Requests are logged up to this length: a client must not fill the disk by the megabyte.
+/// Requests are logged up to this length at most: a client must not fill the disk by the megabyte.
 constexpr std::size_t kMostLoggedBytes = std::size_t{64} * 1024;
 
 /// The parser keeps its text between requests for the next one's use, up to this size.
@@ -217,13 +218,13 @@ Response RequestHandling::Answer::withHead(ResponseHeads::Ordinary head, Body bo
 
 Response RequestHandling::Answer::notFound(bool allowed) {
   services_.log.LogLine(client_ + (allowed ? " > NOT FOUND: " : " > NOT ALLOWED: ") +
-                        wanted_.document());
+                        handling_.shown(wanted_.document()));
   return {error_responses::notFound(*handling_.heads_, paths::fileNameOf(localFile_)), {}, false};
 }
 
 void RequestHandling::Answer::logRequest() {
   services_.log.LogLine(client_ + (parser_.formMethod() == 1 ? " > POST " : " > GET ") +
-                        wanted_.document());
+                        handling_.shown(wanted_.document()));
 }
 
 RequestHandling::RequestHandling(const Services& services, const RequestHandlingParts& parts)
@@ -256,9 +257,7 @@ std::optional<Response> RequestHandling::dataArrival(int index, SlotRecord& reco
   }
   Response response;
   if (!complete || !parser.ValidRequest()) {
-    services_.log.LogLine(remoteHostIP + " > INVALID HEADER: " + parser.DocumentPath() +
-                          parser.DocumentTitle() + "\r\n" +
-                          parser.HTTPData().substr(0, kMostLoggedBytes));
+    logRefused(remoteHostIP);
     response = badRequest();
   } else {
     parser.setRemoteIP(remoteHostIP);
@@ -266,6 +265,21 @@ std::optional<Response> RequestHandling::dataArrival(int index, SlotRecord& reco
   }
   if (parser.HTTPData().size() > kMostIdleText) parser.releaseText();
   return response;
+}
+
+/// A client's text for a status line.
+std::string RequestHandling::shown(std::string_view text) const {
+  return visible(text, services_.state.LogTextLimit);
+}
+
+void RequestHandling::logRefused(const std::string& client) {
+  const clsHTTPParser& parser = parts_.parser;
+  const std::string_view request = parser.HTTPData();
+  const std::size_t most =
+      services_.state.LogTextLimit ? services_.state.LogTextLimit : kMostLoggedBytes;
+  services_.log.LogLine(
+      client + " > INVALID HEADER: " + shown(parser.DocumentPath() + parser.DocumentTitle()) +
+      "\r\n" + visibleLines(request.substr(0, most)) + (request.size() > most ? "..." : ""));
 }
 
 void RequestHandling::logHeaders(std::string_view request) {

@@ -64,6 +64,8 @@ class RequestHandling {
  private:
   class Answer;
 
+  std::string shown(std::string_view text) const;
+  void logRefused(const std::string& client);
   void logHeaders(std::string_view request);
   Response badRequest();
 

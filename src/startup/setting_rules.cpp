@@ -1,6 +1,7 @@
 #include "startup/setting_rules.h"
 
 #include <array>
+#include <optional>
 
 #include "support/text.h"
 
@@ -29,6 +30,12 @@ std::string_view takeLogServer(ServerState& state, const std::string& text) {
   return isPlainFlag(text) ? "" : "it is neither \"0\" nor \"1\" and counts as \"1\"";
 }
 
+std::optional<std::uint32_t> wholeNumber(const std::string& text) {
+  const auto number = numericLong(text);
+  if (!number || *number < 0) return std::nullopt;
+  return static_cast<std::uint32_t>(*number);
+}
+
 std::string_view takePort(ServerState& state, const std::string& text) {
   const auto number = numericLong(text);
   const bool fits = number && *number > 0 && *number < kEndOfPorts;
@@ -42,6 +49,20 @@ std::string_view takeLanguage(ServerState& state, const std::string& text) {
   return number || text.empty() ? "" : "it is no number and counts as 0";
 }
 
+constexpr std::uint32_t kUsualLogText = 2048;
+
+std::string_view takeLogTextLimit(ServerState& state, const std::string& text) {
+  const auto number = wholeNumber(text);
+  state.LogTextLimit = number.value_or(kUsualLogText);
+  return number || text.empty() ? "" : "it is no number of bytes and counts as 2048";
+}
+
+std::string_view takeLogFileLimit(ServerState& state, const std::string& text) {
+  const auto number = wholeNumber(text);
+  state.LogFileLimit = number.value_or(0);
+  return number || text.empty() ? "" : "it is no number of MiB and counts as 0";
+}
+
 constexpr std::array kRules{
     SettingRule{"LogServer", "1", takeLogServer},
     SettingRule{"Port", "7007", takePort},
@@ -53,6 +74,8 @@ constexpr std::array kRules{
     SettingRule{"LocalhostOnly", "0", takeFlag<&ServerState::LocalhostOnly>},
     SettingRule{"LocalAddrControl", "0", takeFlag<&ServerState::LocalAddrControl>},
     SettingRule{"ControlAnyAddress", "", takeFlag<&ServerState::ControlAnyAddress>},
+    SettingRule{"LogTextLimit", "", takeLogTextLimit},
+    SettingRule{"LogFileLimit", "", takeLogFileLimit},
 };
 
 }  // namespace

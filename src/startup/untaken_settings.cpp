@@ -5,6 +5,7 @@
 #include "startup/mainMod.h"
 #include "startup/setting_rules.h"
 #include "support/text.h"
+#include "support/visible_text.h"
 
 namespace quorvane {
 
@@ -14,11 +15,7 @@ constexpr std::size_t kMostShown = 80;
 
 /// A text from a file that may hold anything, for a line that people read.
 std::string shown(const std::string& text) {
-  std::string result = text.substr(0, kMostShown);
-  std::replace_if(
-      result.begin(), result.end(),
-      [](char c) { return static_cast<unsigned char>(c) < ' ' || c == '\x7f'; }, '?');
-  return text.size() > kMostShown ? result + "..." : result;
+  return visible(text, kMostShown);
 }
 
 const SettingRule* ruleFor(const std::string& name) {

@@ -23,8 +23,15 @@ void clsLog::Commit() {
   if (lines_.empty()) return;
   const std::string batch = std::move(lines_);
   lines_.clear();
-  if (logFile_.empty() || !files_.stat(outputFolder_ + logFile_)) logFile_ = newFileName();
+  if (!takesMore(batch.size())) logFile_ = newFileName();
   files_.append(outputFolder_ + logFile_, batch);
+}
+
+/// Whether the current file is there and has room.
+bool clsLog::takesMore(std::size_t bytes) const {
+  if (logFile_.empty()) return false;
+  const auto file = files_.stat(outputFolder_ + logFile_);
+  return file && (fileLimit == 0 || file->size == 0 || file->size + bytes <= fileLimit);
 }
 
 void clsLog::Reset(bool CommitCurrentData) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -35,6 +36,10 @@ class clsLog {
   /// none or it has disappeared. Lines that can't be written are lost.
   void Commit();
 
+  /// Bytes beyond which a commit goes to a new file instead; 0 is no bound. Within the second in
+  /// which a file was begun there is no other name.
+  std::uint64_t fileLimit = 0;
+
   void Clear() { lines_.clear(); }
 
   /// The next commit starts a new file.
@@ -45,6 +50,7 @@ class clsLog {
 
  private:
   std::string newFileName() const;
+  bool takesMore(std::size_t bytes) const;
 
   const Files& files_;
   std::function<CalendarTime()> localTime_;

@@ -39,7 +39,9 @@ struct ServerState {
   bool RunAsService = false;
   bool LocalhostOnly = false;
   bool LocalAddrControl = false;
-  bool ControlAnyAddress = false;  ///< answer control commands from other machines too
+  bool ControlAnyAddress = false;     ///< answer control commands from other machines too
+  std::uint32_t LogTextLimit = 2048;  ///< bytes of a client's text in a status line; 0: no bound
+  std::uint32_t LogFileLimit = 0;     ///< MiB after which a new log file begins; 0: no bound
 
   std::string AppVersion;  ///< "major.minor.revision"
 

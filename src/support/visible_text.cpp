@@ -36,17 +36,24 @@ std::string visible(std::string_view text, std::size_t most) {
   return visible(text.substr(0, most)) + "...";
 }
 
-std::string visibleLine(std::string_view line) {
+std::string visibleLines(std::string_view text) {
   std::string result;
-  result.reserve(line.size());
-  for (const char c : replaceAll(line, "\r\n", "||")) {
-    if (c == '\t') {
-      result += c;
+  result.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (text.substr(i, 2) == "\r\n") {
+      result += "\r\n";
+      ++i;
+    } else if (text[i] == '\t') {
+      result += '\t';
     } else {
-      appendVisible(result, c);
+      appendVisible(result, text[i]);
     }
   }
   return result;
+}
+
+std::string visibleLine(std::string_view line) {
+  return replaceAll(visibleLines(line), "\r\n", "||");
 }
 
 }  // namespace quorvane

@@ -15,7 +15,10 @@ std::string visible(std::string_view text);
 /// The same for a text of more than `most` bytes cut there, with "..." behind it; 0 is no bound.
 std::string visible(std::string_view text, std::size_t most);
 
-/// A status line as one: as `visible`, with tabs left and "||" for each CR LF.
+/// As `visible` for a text of several lines: tabs and CR LF are left.
+std::string visibleLines(std::string_view text);
+
+/// The same with "||" for each CR LF.
 std::string visibleLine(std::string_view line);
 
 }  // namespace quorvane

@@ -1,46 +1,17 @@
 """A console that nobody reads, and keys that nobody meant."""
 
-import fcntl
 import os
 import pty
 import signal
-import struct
 import subprocess
-import termios
 import time
 import unittest
 
 from serving import PATIENCE, Server, app_folder, wait_until
 
+from faults.watched import Watched, window_size
 
-def window_size(terminal, rows, columns):
-    fcntl.ioctl(terminal, termios.TIOCSWINSZ, struct.pack("HHHH", rows, columns, 0, 0))
-
-
-class Watched(Server):
-    """A server under /debug whose standard output and terminal are the test's."""
-
-    def __init__(self, output, terminal=None, **options):
-        super().__init__({"hello.txt": b"hello"}, **options)
-        self.output, self.terminal = output, terminal
-
-    def spawn(self):
-        def take_terminal():
-            if self.terminal is not None:
-                os.setsid()
-                fcntl.ioctl(self.terminal, termios.TIOCSCTTY, 0)
-
-        return subprocess.Popen(
-            [str(app_folder() / "quorvane-server"), "/devmode", "/debug"], cwd=self.folder,
-            env={**os.environ, "QUORVANE_REGISTRY": str(self.registry), "TERM": "xterm-256color",
-                 "LC_ALL": "C.UTF-8"},
-            stdin=subprocess.DEVNULL if self.terminal is None else self.terminal,
-            stdout=self.output, stderr=subprocess.PIPE, preexec_fn=take_terminal)
-
-    def __exit__(self, *_):
-        if self.process:
-            self.process.stdout = self.process.stderr  # what the end of a test closes
-        super().__exit__()
+PAGES = {"hello.txt": b"hello"}
 
 
 class FrozenOutput(unittest.TestCase):
@@ -72,7 +43,7 @@ class FrozenOutput(unittest.TestCase):
 
     def test_a_terminal_that_nobody_reads(self):
         master, slave = self.drawn()
-        with Watched(slave, slave) as server:
+        with Watched(slave, slave, pages=PAGES) as server:
             os.close(slave)
             self.resize(server, master)
             self.assertIn(b"\x1b", self.drain(master), "the screen is drawn")
@@ -87,7 +58,7 @@ class FrozenOutput(unittest.TestCase):
 
     def test_a_crash_on_such_a_terminal_ends_the_program(self):
         master, slave = self.drawn()
-        with Watched(slave, slave) as server:
+        with Watched(slave, slave, pages=PAGES) as server:
             os.close(slave)
             self.resize(server, master)
             server.process.send_signal(signal.SIGSEGV)
@@ -97,7 +68,7 @@ class FrozenOutput(unittest.TestCase):
         reader, writer = os.pipe()
         self.addCleanup(os.close, reader)
         self.addCleanup(os.close, writer)
-        with Watched(writer) as server:
+        with Watched(writer, pages=PAGES) as server:
             before = server.resident_bytes()
             for number in range(1000):
                 self.assertIn("404", server.get("/none/" + "x" * 300).status)

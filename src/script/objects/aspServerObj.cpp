@@ -30,6 +30,10 @@ constexpr std::int32_t kLongestTimeout = 60;
 /// Folders are mapped wherever they lie.
 constexpr std::string_view kEverywhere(&paths::kSeparator, 1);
 
+/// Debug lines of one run that reach the log; a loop writes millions within its time.
+constexpr int kMostDebugLines = 10'000;
+constexpr std::string_view kTooManyDebugLines = "(the rest of more than 10000 lines is left out)";
+
 vbs::Value textValue(const std::string& bytes) {
   return vbs::Value(std::string_view(bytes));
 }
@@ -185,7 +189,9 @@ vbs::Value aspServerObj::callB64Decode(vbs::Args args) {
 }
 
 vbs::Value aspServerObj::callDebugOut(vbs::Args args) {
-  page().objServer_DebugOutput(text(args[0]));
+  if (debugLines_ > kMostDebugLines) return {};
+  const bool isBeyond = ++debugLines_ > kMostDebugLines;
+  page().objServer_DebugOutput(isBeyond ? std::string(kTooManyDebugLines) : text(args[0]));
   return {};
 }
 

@@ -87,6 +87,7 @@ class aspServerObj final : public vbs::NativeObject<aspServerObj> {
   Page* page_;
   const clsHTTPParser* request_ = nullptr;
   std::string pageFolder_;
+  int debugLines_ = 0;
   std::optional<HeaderVariables> headers_;  ///< made on first use
 };
 

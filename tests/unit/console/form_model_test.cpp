@@ -22,7 +22,7 @@ TEST(FormModelTest, ControlsHaveTheirNamesIndicesAndCaptions) {
 }
 
 TEST(ListModelTest, ABoundedListKeepsTheNewestAndItsSelection) {
-  ListModel list(3);
+  ListModel list({3, 1000});
   for (const char* line : {"a", "b", "c"}) list.add(line);
   list.select(1);
   list.add("d");
@@ -40,6 +40,29 @@ TEST(ListModelTest, TheStatusListKeepsTenThousandLines) {
   for (int i = 0; i < 10'005; ++i) form.llist[0].add(std::to_string(i));
   EXPECT_EQ(form.llist[0].lines().size(), 10'000U);
   EXPECT_EQ(form.llist[0].lines().front(), "5");
+}
+
+TEST(ListModelTest, ABoundOfBytesMakesRoomTheSameWay) {
+  ListModel list({10, 6});
+  for (const char* line : {"a", "bb", "ccc"}) list.add(line);
+  EXPECT_EQ(list.lines().size(), 3U);
+  list.select(2);
+  list.add("dd");
+  EXPECT_EQ(list.lines(), (std::deque<std::string>{"ccc", "dd"}));
+  EXPECT_EQ(list.selected(), 0);
+  EXPECT_EQ(list.dropped(), 2U);
+  list.add("longer than all");
+  EXPECT_EQ(list.lines(), (std::deque<std::string>{"longer"}));
+  list.clear();
+  list.add("a");
+  list.add("bbbbb");
+  EXPECT_EQ(list.lines().size(), 2U) << "what was cleared takes no room";
+}
+
+TEST(ListModelTest, TheStatusListKeepsEightMebibytes) {
+  FormModel form;
+  for (int i = 0; i < 20; ++i) form.llist[0].add(std::string(std::size_t{1} << 20, 'x'));
+  EXPECT_EQ(form.llist[0].lines().size(), 8U);
 }
 
 TEST(ListModelTest, SelectingOutsideSelectsNothing) {

@@ -345,6 +345,14 @@ TEST_F(PageRun, PassesDebugOutputOn) {
   EXPECT_EQ(debugged, std::vector<std::string>{"look"});
 }
 
+TEST_F(PageRun, BoundsTheDebugLinesOfARun) {
+  files.put("/srv/more.qvs", "<% For i = 1 To 9000: Server.DebugOut 2: Next %>");
+  run("<% For i = 1 To 9000: Server.DebugOut 1: Next: Server.Execute \"/more.qvs\" %>");
+  ASSERT_EQ(debugged.size(), 10'001U);
+  EXPECT_EQ(debugged[9'999], "2");
+  EXPECT_EQ(debugged[10'000], "(the rest of more than 10000 lines is left out)");
+}
+
 TEST_F(PageRun, LetsMembersBeUsedWithoutTheirObjects) {
   EXPECT_EQ(output("<% XWrite URLEncode(\"a b\") & Version %>"), "a%20b1.2.3 (Beta)");
   EXPECT_EQ(output("<% Contents(\"k\") = \"v\": XWrite Session(\"K\") %>"), "v");

@@ -46,6 +46,16 @@ TEST(UntakenSettings, TextsThatSomethingElseCountsFor) {
           "\"1\" and counts as \"0\""}));
 }
 
+TEST(UntakenSettings, BoundsThatAreNone) {
+  EXPECT_EQ(untaken("LogTextLimit=4096\nLogFileLimit=0\n"), Lines());
+  EXPECT_EQ(
+      untaken("LogTextLimit=-1\nLogFileLimit=much\n"),
+      (Lines{"Settings line 1 not taken: LogTextLimit is \"-1\"; it is no number of bytes and "
+             "counts as 2048",
+             "Settings line 2 not taken: LogFileLimit is \"much\"; it is no number of MiB and "
+             "counts as 0"}));
+}
+
 TEST(UntakenSettings, LinesThatAreNoSetting) {
   EXPECT_EQ(untaken("Prot=80\nPort 80\nPort=1\nPORT=2\n=x\n"),
             (Lines{"Settings line 1 not taken: there is no setting \"Prot\"",
@@ -59,10 +69,9 @@ TEST(UntakenSettings, AByteOrderMarkIsPassedOver) {
 }
 
 TEST(UntakenSettings, WhatIsShownIsPrintableAndShort) {
-  const Lines lines = untaken(std::string(1000, '\x1b') + "=1\n");
-  ASSERT_EQ(lines.size(), 1U);
-  EXPECT_EQ(lines[0],
-            "Settings line 1 not taken: there is no setting \"" + std::string(80, '?') + "...\"");
+  EXPECT_EQ(untaken("a\x1b" + std::string(1000, 'b') + "=1\n"),
+            Lines{"Settings line 1 not taken: there is no setting \"a\\x1b" + std::string(78, 'b') +
+                  "...\""});
 }
 
 }  // namespace

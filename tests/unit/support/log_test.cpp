@@ -109,6 +109,32 @@ TEST_F(LogTest, LinesThatCannotBeWrittenAreLost) {
   EXPECT_EQ(read(log.LogFile()), "[14:15:02] b\r\n");
 }
 
+TEST_F(LogTest, BeyondItsBoundANewFileBegins) {
+  log.fileLimit = 40;
+  const auto commit = [&] {
+    ++now.second;
+    log.Add("twelve bytes");  // 26 with time and line end
+    log.Commit();
+  };
+  commit();
+  const std::string first = log.LogFile();
+  commit();
+  EXPECT_EQ(log.LogFile(), "20070315-141504.LOG");
+  EXPECT_EQ(fileCount(), 2u);
+  EXPECT_EQ(read(first), "[14:15:03] twelve bytes\r\n");
+  log.fileLimit = 0;
+  commit();
+  commit();
+  EXPECT_EQ(fileCount(), 2u);
+}
+
+TEST_F(LogTest, ABatchBeyondTheBoundGoesIntoOneFile) {
+  log.fileLimit = 10;
+  for (int i = 0; i < 3; ++i) log.Add("a");
+  log.Commit();
+  EXPECT_EQ(fileCount(), 1u);
+}
+
 TEST_F(LogTest, TheFolderIsKeptWithASeparator) {
   const std::string separator(1, paths::kSeparator);
   log.setOutputFolder("logs");
