@@ -120,6 +120,7 @@ struct Routine {
   struct Variable {
     std::string lower;
     std::uint16_t index;
+    bool isLate = false;  ///< only where code that comes as text has not brought the name
   };
   std::vector<Variable> variables;
 

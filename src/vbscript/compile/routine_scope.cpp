@@ -58,14 +58,15 @@ void RoutineScope::declareExpression() {
   declareVariables();
 }
 
-void RoutineScope::addVariable(const Identifier& name) {
+void RoutineScope::addVariable(const Identifier& name, Binding::Kind kind) {
   Binding& binding = bindings_[name.id];
   binding = Binding();
   if (variableCount_ >= kMaxGlobals) failCompile(CompileErrorCode::OutOfMemory, {1, 1});
-  binding.kind = Binding::Kind::InRegister;
+  binding.kind = kind;
   binding.index = variableCount_++;
   if (script_.keepsVariableNames()) {
-    routine_.variables.push_back({std::string(name.lower), binding.index});
+    routine_.variables.push_back(
+        {std::string(name.lower), binding.index, kind == Binding::Kind::Late});
   }
 }
 
@@ -93,6 +94,8 @@ void RoutineScope::declareOuterVariables() {
     constexpr unsigned kDeclares = Mentions::kDeclared | Mentions::kConstant;
     const bool declares = (mentions_.flags(name->id) & kDeclares) != 0;
     const bool isNew = found == outer.variables.end();
+    // Another text may have brought what the routine would otherwise have a variable for.
+    if (!isNew && found->isLate && !declares && script_.knownSymbol(name->lower)) continue;
     if (isNew && !declares && resolveUndeclared(*name).kind != Binding::Kind::InRegister) continue;
     addVariable(*name);
     routine_.parameters.push_back({std::string(name->lower), false, false});
@@ -135,10 +138,8 @@ void RoutineScope::declareVariables() {
     } else {
       binding = found;
     }
-    if (binding.kind == Binding::Kind::Late && !globalScope && !script_.optionExplicit()) {
-      addVariable(*name);
-      bindings_[name->id].kind = Binding::Kind::Late;
-    }
+    if (binding.kind == Binding::Kind::Late && !globalScope && !script_.optionExplicit())
+      addVariable(*name, Binding::Kind::Late);
   }
 }
 

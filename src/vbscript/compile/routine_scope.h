@@ -59,7 +59,7 @@ class RoutineScope {
   void declareVariables();
   void declareConstants();
   Binding resolveUndeclared(const Identifier& name);
-  void addVariable(const Identifier& name);
+  void addVariable(const Identifier& name, Binding::Kind kind = Binding::Kind::InRegister);
 
   ScriptCompiler& script_;
   Routine& routine_;

@@ -89,7 +89,6 @@ void ScriptCompiler::noteDynamicCode(const Mentions& mentions) {
   }
 }
 
-/// What code that ran before has under the name, or null.
 const GlobalSymbol* ScriptCompiler::knownSymbol(std::string_view lower) const {
   return context_.known ? context_.known->find(lower) : nullptr;
 }

@@ -31,6 +31,8 @@ class ScriptCompiler {
   bool valuesRunCode() const { return valuesRunCode_; }
   bool lateNames() const { return lateNames_; }
   bool keepsVariableNames() const { return keepsVariableNames_; }
+  /// What code that ran before has under the name, or null.
+  const GlobalSymbol* knownSymbol(std::string_view lower) const;
   /// What `name` means outside any routine; Unresolved when it is not known.
   Binding resolve(const Identifier& name);
   /// Whether code that uses the name like this has a variable of its own all the same: what the
@@ -57,7 +59,6 @@ class ScriptCompiler {
   void declareVariables(const Mentions& mentions);
   void declareImplicit(const Mentions& mentions);
   void declare(const Identifier& name, GlobalSymbol symbol);
-  const GlobalSymbol* knownSymbol(std::string_view lower) const;
   std::uint16_t newSlot(SourcePosition position);
   void noteDynamicCode(const Mentions& mentions);
   void findReadOnlyParameters();

@@ -87,3 +87,40 @@ Dim a: a = 3
 Echo Eval("Eval(""a + 1"") * 2")   '> 8
 Execute "Execute ""a = a + 1"" : a = a * 2"
 Echo a                         '> 8
+
+'=== what a text brings is met by later texts of the same procedure
+Sub Routines
+  Execute "Function Made(a): Made = a * 3: End Function"
+  Echo Made(2), Eval("Made(3)")
+  Execute "Echo Made(4)"
+End Sub
+Sub Variables
+  ExecuteGlobal "met = 7"
+  Echo met, Eval("met")
+  Execute "met = met + 1"
+  Echo met
+  ExecuteGlobal "Echo met"
+End Sub
+Sub Constants
+  ExecuteGlobal "Const fixed = 4"
+  Echo fixed, Eval("fixed + 1")
+  Execute "Echo fixed + 2"
+End Sub
+Routines
+'> 6 9
+'> 12
+Variables
+'> 7 7
+'> 8
+'> 8
+Constants
+'> 4 5
+'> 6
+
+'=== a variable named like a function stays one for texts
+Sub S
+  Len = 5
+  Execute "Len = Len + 1"
+  Echo Len, Eval("Len")
+End Sub
+S                              '> 6 6
