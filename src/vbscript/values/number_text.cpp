@@ -29,12 +29,13 @@ std::string_view trimmedBlanks(std::string_view text) {
   return text;
 }
 
-/// "&HFF", "&O17" and "&17".
+/// "&HFF", "&O17" and "&17", and each with the mark of a Long behind: "&HFF&".
 std::optional<double> parsePrefixed(std::string_view text, unsigned bits) {
   text.remove_prefix(1);
   int base = 8;
   if (!text.empty() && (text[0] | 0x20) == 'h') base = 16;
   if (!text.empty() && (base == 16 || (text[0] | 0x20) == 'o')) text.remove_prefix(1);
+  if (text.ends_with('&')) text.remove_suffix(1);
   if (text.empty() || text.size() > 22) return std::nullopt;
   std::uint64_t value = 0;
   for (const char c : text) {

@@ -60,6 +60,7 @@ Failed                         '> 13
 '=== texts that spell hexadecimal and octal numbers
 Echo CLng("&HFF"), CInt("&HFF"), CDbl("&hff"), CLng("&HFFFFFFFF")   '> 255 255 255 -1
 Echo CLng("&O17"), CInt("&o10"), "&H10" + 1, "&HFF" = 255   '> 15 8 17 True
+Echo CLng("&HFFFF&"), ChrW(CLng("&H" & "0041" & "&")), IsNumeric("&H10&")   '> 65535 A True
 Echo &HFF, &HFFFF, &HFFFF&, &H7FFFFFFF, &O17   '> 255 -1 65535 2147483647 15
 Show &HFFFF                    '> Integer -1
 Show &H10000                   '> Long 65536

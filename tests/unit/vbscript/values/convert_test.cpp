@@ -94,13 +94,16 @@ TEST(NumberParsingTest, Spellings) {
   EXPECT_EQ(parsed("&HFF"), 255);
   EXPECT_EQ(parsed("&o17"), 15);
   EXPECT_EQ(parsed("&17"), 15);
+  EXPECT_EQ(parsed("&HFFFF&"), 65535);
+  EXPECT_EQ(parsed("&o17&"), 15);
   EXPECT_EQ(parsed("1e-400"), 0);
 }
 
 TEST(NumberParsingTest, WhatSpellsNoNumber) {
   for (const char* spelled :
-       {"",   " ",   ".",   "-",  "$",  "e5",    "1e", "1e+", "1 2", "abc",  "1a",   "--5",
-        "&H", "&HG", "&O8", "(5", "5)", "1.2.3", ",5", "inf", "nan", "0x10", "1_000"}) {
+       {"",      " ",  ".",   "-",     "$",   "e5",  "1e",  "1e+",  "1 2",
+        "abc",   "1a", "--5", "&H",    "&HG", "&O8", "&",   "&&",   "&H&",
+        "&HF&&", "(5", "5)",  "1.2.3", ",5",  "inf", "nan", "0x10", "1_000"}) {
     EXPECT_TRUE(std::isnan(parsed(spelled))) << spelled;
   }
 }
