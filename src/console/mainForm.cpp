@@ -30,7 +30,8 @@ mainForm::mainForm(mainFormParts parts)
       wsTalker(parts_.loop, *this),
       wsHost(parts_.loop.makeListener(*this)),
       wsLinker(parts_.loop, *this, parts_.controlPort),
-      housekeeping_({services_, parts_.loop, *this, *wsHost, wsTalker, status_, form_, objects_}) {}
+      housekeeping_({services_, parts_.loop, *this, *wsHost, wsTalker, status_, form_, objects_}),
+      slotWatch_(services_.state, parts_.loop, wsTalker) {}
 
 mainForm::~mainForm() = default;
 
@@ -87,6 +88,7 @@ void mainForm::StopServer() {
 }
 
 void mainForm::closeAll() {
+  slotWatch_.stop();
   wsTalker.closeAll();
   wsHost->close();
 }
@@ -146,7 +148,7 @@ void mainForm::serviceStopped() {
 void mainForm::connectionRequest(ConnectionRequest& request) {
   if (!mayConnect(services_.state, request.remoteHostIP())) return;
   status_.LogLine("Connection request from IP " + request.remoteHostIP());
-  wsTalker.accept(request);
+  if (wsTalker.accept(request)) slotWatch_.begin();
 }
 
 void mainForm::listenerError() {
@@ -162,7 +164,10 @@ void mainForm::dataArrival(int index, std::string_view data) {
   try {
     auto response = objects_->handling().dataArrival(index, wsTalker.record(index), data,
                                                      wsTalker.socket(index).remoteHostIP());
-    if (response) answer(index, std::move(*response));
+    if (response) {
+      wsTalker.noteRequest(index);
+      answer(index, std::move(*response));
+    }
     if (const auto heaviest = wsTalker.noteHeld(index)) turnAway(*heaviest);
   } catch (const std::exception& error) {
     status_.LogLine(std::string("Request failed: ") + error.what());

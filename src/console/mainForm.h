@@ -9,6 +9,7 @@
 #include "console/housekeeping.h"
 #include "console/running_server.h"
 #include "console/server_settings.h"
+#include "console/slot_watch.h"
 #include "console/slots.h"
 #include "console/status_lists.h"
 #include "platform/event_loop.h"
@@ -78,6 +79,7 @@ class mainForm final : public ServerControl,
 
  private:
   void connectionRequest(ConnectionRequest& request) override;
+  void descriptorsShort() override { slotWatch_.makeRoom(); }
   void listenerError() override;
 
   void dataArrival(int index, std::string_view data) override;
@@ -102,6 +104,7 @@ class mainForm final : public ServerControl,
   std::unique_ptr<RunningServer> objects_;
   ControlChannel wsLinker;
   Housekeeping housekeeping_;
+  SlotWatch slotWatch_;
   TimePoint startTime{};
   bool serverRunning = false;
   bool windowClosed_ = false;

@@ -13,7 +13,7 @@ Slots::Slots(EventLoop& loop, TcpSocketEvents& events, std::uint64_t mostHeld)
 
 void Slots::grow() {
   const int index = static_cast<int>(slots_.size());
-  slots_.push_back({loop_.makeSocket(index, events_), {}, 0});
+  slots_.push_back({loop_.makeSocket(index, events_), {}});
   noteClosed(index);
 }
 
@@ -42,6 +42,8 @@ std::optional<int> Slots::accept(ConnectionRequest& request) {
   socket(index).tag.clear();
   if (!socket(index).accept(request)) return std::nullopt;
   dropLowest();
+  noteRequest(index);
+  slots_[static_cast<std::size_t>(index)].taken = lastRequest(index);
   return index;
 }
 
@@ -60,6 +62,16 @@ void Slots::close(int index) {
   closing.tag.clear();
   if (closing.state() == SocketState::Closed) return;
   closing.close();
+  noteEmptied(index);
+}
+
+void Slots::abort(int index) {
+  socket(index).abort();
+  socket(index).tag.clear();
+  noteEmptied(index);
+}
+
+void Slots::noteEmptied(int index) {
   record(index).reset();  // what a gone client sent takes no memory
   noteHeld(index);
   noteClosed(index);

@@ -41,8 +41,24 @@ class Slots {
   /// the slot that holds the most, whose client is to be turned away.
   std::optional<int> noteHeld(int index);
 
+  /// To be told of every whole request.
+  void noteRequest(int index) { slots_[static_cast<std::size_t>(index)].lastRequest = ++requests_; }
+
+  /// Numbers that grow: by when a slot last brought a whole request, or else was taken.
+  std::uint64_t lastRequest(int index) const {
+    return slots_[static_cast<std::size_t>(index)].lastRequest;
+  }
+  /// Whether a request has come on the slot's connection.
+  bool hasAsked(int index) const {
+    const Slot& slot = slots_[static_cast<std::size_t>(index)];
+    return slot.lastRequest != slot.taken;
+  }
+
   /// Closes the slot's socket and clears its tag.
   void close(int index);
+
+  /// The same at once, whatever the client has not taken yet.
+  void abort(int index);
 
   /// Closes and unmakes everything but the closed slot 0.
   void closeAll();
@@ -58,18 +74,22 @@ class Slots {
     std::unique_ptr<TcpSocket> socket;
     SlotRecord record;
     std::uint64_t held = 0;  ///< bytes of the record that are counted in held_
+    std::uint64_t taken = 0;
+    std::uint64_t lastRequest = 0;
   };
 
   void grow();
   void dropLowest();  ///< from closed_
   int lowestClosed();
   void noteClosed(int index);
+  void noteEmptied(int index);
 
   EventLoop& loop_;
   TcpSocketEvents& events_;
   const std::uint64_t mostHeld_;
-  std::uint64_t held_ = 0;  ///< bytes of unfinished requests, of all slots
-  std::deque<Slot> slots_;  ///< a deque: records keep their place while slots are added
+  std::uint64_t held_ = 0;      ///< bytes of unfinished requests, of all slots
+  std::uint64_t requests_ = 0;  ///< and connections, counted on
+  std::deque<Slot> slots_;      ///< a deque: records keep their place while slots are added
 
   /// A heap, lowest first, with every closed slot in it and perhaps some that are closed no more.
   std::vector<int> closed_;

@@ -13,21 +13,17 @@ bool endsLine(char c) {
   return c == '\r' || c == '\n' || c == '\0';
 }
 
-/// Looks at everything before it says: the compiler then takes many characters at a time.
-bool mayEndLine(std::string_view text) {
-  bool found = false;
-  for (const char c : text) found |= endsLine(c);
-  return found;
-}
-
 void append(std::string& text, std::string_view part) {
   const std::size_t start = text.size();
   text.append(part);
-  if (!mayEndLine(part)) return;
   std::replace_if(text.begin() + static_cast<std::ptrdiff_t>(start), text.end(), endsLine, ' ');
 }
 
 }  // namespace
+
+void writeOwn(std::string& text, std::string_view name, std::string_view value) {
+  text.append(name).append(": ").append(value);
+}
 
 void write(std::string& text, std::string_view name, std::string_view value) {
   append(text, name);

@@ -8,9 +8,12 @@ namespace quorvane {
 /// Header lines of answers as text, separated by CR LF, no line end behind the last.
 namespace header_lines {
 
-/// Writes "name: value". Every header line that the server sends is made here, and is one line:
-/// CR, LF and NUL in what a page or a client brings become blanks.
+/// Writes "name: value" in one line whatever a page or a client has brought: CR, LF and NUL become
+/// blanks. Every header line that the server sends is made here.
 void write(std::string& text, std::string_view name, std::string_view value);
+
+/// The same for words of the server's own alone, which are taken as they are.
+void writeOwn(std::string& text, std::string_view name, std::string_view value);
 
 /// Adds a line behind others.
 void add(std::string& lines, std::string_view name, std::string_view value);

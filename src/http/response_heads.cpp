@@ -29,7 +29,7 @@ std::string_view textOf(Status status) {
   return {};
 }
 
-/// Writes one head line by line.
+/// Writes one head line by line. What it is given is the server's own or made by `header_lines`.
 class HeadWriter {
  public:
   explicit HeadWriter(Status status, std::size_t room = kUsualRoom) {
@@ -39,7 +39,7 @@ class HeadWriter {
   }
 
   void line(std::string_view name, std::string_view value) {
-    header_lines::write(text_, name, value);
+    header_lines::writeOwn(text_, name, value);
     text_ += kLineEnd;
   }
   /// A value with a number in it.
@@ -47,7 +47,7 @@ class HeadWriter {
                   std::string_view behind = {}) {
     std::array<char, 24> digits{};
     const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    header_lines::write(text_, name, before);
+    header_lines::writeOwn(text_, name, before);
     text_.append(std::string_view(digits.data(), end)).append(behind).append(kLineEnd);
   }
   void length(std::uint64_t bytes) { numberLine("Content-Length", {}, bytes); }

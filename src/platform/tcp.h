@@ -36,6 +36,9 @@ class TcpListenerEvents {
  public:
   virtual ~TcpListenerEvents() = default;
   virtual void connectionRequest(ConnectionRequest& request) = 0;
+  /// Connections have taken nearly all the descriptors there are, and others wait: closing one at
+  /// once lets the next in.
+  virtual void descriptorsShort() {}
   /// The listener has stopped for good; running out of descriptors or memory is not told here but
   /// waited out.
   virtual void listenerError() = 0;
@@ -93,6 +96,9 @@ class TcpSocket {
   /// background, for a limited time. No event follows. Closing a closed socket does nothing.
   virtual void close() = 0;
 
+  /// Closes the connection at once, whatever the client has not taken yet. No event follows.
+  virtual void abort() = 0;
+
   /// Queues `head`, then `body`. Sends at once what the system takes and the rest as it can.
   /// sendComplete follows once for a queue that runs empty, never from within this call.
   /// While anything is queued the client's further bytes are left unread, so that a client that
@@ -101,6 +107,10 @@ class TcpSocket {
 
   /// Bytes queued and not yet taken by the system.
   virtual std::uint64_t pendingBytes() const = 0;
+
+  /// Those and what the system has taken and the client not confirmed yet. It may change while
+  /// pendingBytes() does not, since systems take much ahead.
+  virtual std::uint64_t unconfirmedBytes() const = 0;
 
   /// Blocks until at most `bytes` are pending. Runs no events of any other socket. False when
   /// `patience` is at its end or the connection failed; the socket is then in the error state and

@@ -63,6 +63,14 @@ std::string_view takeLogFileLimit(ServerState& state, const std::string& text) {
   return number || text.empty() ? "" : "it is no number of MiB and counts as 0";
 }
 
+/// Counts as usual unless it is a whole number.
+template <std::uint32_t ServerState::*seconds>
+std::string_view takeSeconds(ServerState& state, const std::string& text) {
+  const auto number = wholeNumber(text);
+  state.*seconds = number.value_or(ServerState().*seconds);
+  return number || text.empty() ? "" : "it is no number of seconds and the default counts";
+}
+
 constexpr std::array kRules{
     SettingRule{"LogServer", "1", takeLogServer},
     SettingRule{"Port", "7007", takePort},
@@ -76,6 +84,10 @@ constexpr std::array kRules{
     SettingRule{"ControlAnyAddress", "", takeFlag<&ServerState::ControlAnyAddress>},
     SettingRule{"LogTextLimit", "", takeLogTextLimit},
     SettingRule{"LogFileLimit", "", takeLogFileLimit},
+    SettingRule{"HeadSeconds", "", takeSeconds<&ServerState::HeadSeconds>},
+    SettingRule{"BodySeconds", "", takeSeconds<&ServerState::BodySeconds>},
+    SettingRule{"IdleSeconds", "", takeSeconds<&ServerState::IdleSeconds>},
+    SettingRule{"SendSeconds", "", takeSeconds<&ServerState::SendSeconds>},
 };
 
 }  // namespace

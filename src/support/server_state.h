@@ -43,6 +43,12 @@ struct ServerState {
   std::uint32_t LogTextLimit = 2048;  ///< bytes of a client's text in a status line; 0: no bound
   std::uint32_t LogFileLimit = 0;     ///< MiB after which a new log file begins; 0: no bound
 
+  // Seconds after which a connection is closed; 0 for never.
+  std::uint32_t HeadSeconds = 30;   ///< without a whole head
+  std::uint32_t BodySeconds = 60;   ///< without progress of an announced body
+  std::uint32_t IdleSeconds = 120;  ///< between two requests
+  std::uint32_t SendSeconds = 60;   ///< while the client takes nothing of an answer
+
   std::string AppVersion;  ///< "major.minor.revision"
 
   std::unique_ptr<clsLog> ServerLog;  ///< null before start-up has opened it and after the end

@@ -18,6 +18,8 @@ constexpr std::chrono::seconds kStalled{30};
 constexpr std::chrono::seconds kQuiet{5};
 /// and how long it may go on sending.
 constexpr std::chrono::seconds kLongest{30};
+/// And how long nobody else takes its place.
+constexpr std::chrono::seconds kBrief{1};
 constexpr std::chrono::seconds kSweep{1};
 
 void sweepLeaving(LoopCore& core) {
@@ -185,6 +187,17 @@ void Connection::close() {
   armWrite();
 }
 
+void Connection::abort() {
+  // What is queued would keep the system's memory for as long as the client likes.
+  asio::error_code ignored;
+  if (!queue_.empty()) socket_.set_option(asio::socket_base::linger(true, 0), ignored);
+  finish();
+}
+
+std::uint64_t Connection::unconfirmedBytes() {
+  return queue_.pending() + quorvane::unconfirmedBytes(socket_);
+}
+
 void Connection::linger() {
   asio::error_code error;
   socket_.shutdown(StreamSocket::shutdown_send, error);
@@ -204,6 +217,17 @@ void Connection::leaveAfter(steady_clock::time_point now) {
   const bool lingering = phase_ == Phase::Lingering;
   const bool tooLong = lingering && now - leftAt_ > kLongest;
   if (tooLong || now - lastProgress_ > (lingering ? kQuiet : kStalled)) finish();
+}
+
+bool Connection::endLingering(LoopCore& core) {
+  const auto now = steady_clock::now();
+  std::shared_ptr<Connection> first;
+  for (const auto& connection : core.leaving) {
+    const bool canGo = connection->phase_ == Phase::Lingering && now - connection->leftAt_ > kBrief;
+    if (canGo && (!first || connection->leftAt_ < first->leftAt_)) first = connection;
+  }
+  if (first) first->finish();
+  return first != nullptr;
 }
 
 void Connection::finish() {
@@ -255,12 +279,22 @@ class LoopTcpSocket final : public TcpSocket {
     connection->close();
   }
 
+  void abort() override {
+    if (!connection_) return;
+    const auto connection = std::exchange(connection_, nullptr);
+    connection->abort();
+  }
+
   void send(std::string head, Body body) override {
     if (connection_) connection_->send(std::move(head), std::move(body));
   }
 
   std::uint64_t pendingBytes() const override {
     return connection_ ? connection_->pendingBytes() : 0;
+  }
+
+  std::uint64_t unconfirmedBytes() const override {
+    return connection_ ? connection_->unconfirmedBytes() : 0;
   }
 
   bool drainTo(std::uint64_t bytes, const DrainPatience& patience) override {

@@ -23,14 +23,20 @@ class Connection final : public std::enable_shared_from_this<Connection> {
 
   void open();
   void close();
+  void abort();
   void send(std::string head, Body body);
   bool drainTo(std::uint64_t bytes, const DrainPatience& patience);
 
   SocketState state() const { return state_; }
   std::uint64_t pendingBytes() const { return queue_.pending(); }
+  std::uint64_t unconfirmedBytes();
 
   /// Ends a leaving connection that has had its time.
   void leaveAfter(std::chrono::steady_clock::time_point now);
+
+  /// Ends one that has left for longest of those that got everything a while ago and have not
+  /// closed their side. False when there is none.
+  static bool endLingering(LoopCore& core);
 
  private:
   enum class Phase : std::uint8_t { Open, Flushing, Lingering, Gone };

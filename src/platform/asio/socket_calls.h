@@ -38,6 +38,10 @@ class ConnectionRoom {
 /// Blocks until `socket` takes bytes or has failed. False when `atMost` passes before.
 bool waitUntilWritable(StreamSocket& socket, std::chrono::milliseconds atMost);
 
+/// Bytes that the system has taken for the client and the client has not confirmed; 0 where the
+/// system does not tell.
+std::uint64_t unconfirmedBytes(StreamSocket& socket);
+
 /// Has the system send up to `length` bytes of `file` from `offset` on, without bringing them into
 /// this process, and gives back how many it took: none at the end of the file.
 /// `operation_not_supported` when it can't send this file so.

@@ -17,7 +17,7 @@ constexpr std::chrono::milliseconds kPause{100};
 class Listening final : public std::enable_shared_from_this<Listening> {
  public:
   Listening(LoopCore& core, TcpListenerEvents& events)
-      : acceptor_(core.io), pause_(core.io), events_(events) {}
+      : core_(core), acceptor_(core.io), pause_(core.io), events_(events) {}
 
   bool start(std::uint16_t port) {
     const tcp::endpoint everywhere(tcp::v4(), port);
@@ -57,13 +57,13 @@ class Listening final : public std::enable_shared_from_this<Listening> {
   void accepted(const asio::error_code& error, StreamSocket connection) {
     if (error == asio::error::no_descriptors || error == asio::error::no_buffer_space ||
         error == asio::error::no_memory || error == std::errc::too_many_files_open_in_system) {
-      return waitForRoom();
+      return makeRoom();
     }
     if (error && !isPassing(error)) return fail();
     const bool full = !error && room_->isFilledBy(connection);
     if (!error) hand(std::move(connection));
     if (stopped_) return;
-    full ? waitForRoom() : acceptNext();
+    full ? makeRoom() : acceptNext();
   }
 
   /// The network's own errors come out of accept and say nothing about the listener.
@@ -80,12 +80,19 @@ class Listening final : public std::enable_shared_from_this<Listening> {
     if (!error && !request.remoteHostIP().empty()) events_.connectionRequest(request);
   }
 
+  /// One that has got everything goes before one that may still ask.
+  void makeRoom() {
+    if (!Connection::endLingering(core_)) events_.descriptorsShort();
+    if (stopped_) return;
+    room_->hasPlace(acceptor_) ? acceptNext() : waitForRoom();
+  }
+
   /// Clients wait in the system's queue until descriptors are free again.
   void waitForRoom() {
     pause_.expires_after(kPause);
     pause_.async_wait([self = shared_from_this()](const asio::error_code& error) {
       if (error || self->stopped_) return;
-      self->room_->hasPlace(self->acceptor_) ? self->acceptNext() : self->waitForRoom();
+      self->room_->hasPlace(self->acceptor_) ? self->acceptNext() : self->makeRoom();
     });
   }
 
@@ -94,6 +101,7 @@ class Listening final : public std::enable_shared_from_this<Listening> {
     events_.listenerError();
   }
 
+  LoopCore& core_;
   Acceptor acceptor_;
   SteadyTimer pause_;
   TcpListenerEvents& events_;

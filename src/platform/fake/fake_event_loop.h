@@ -79,13 +79,18 @@ class FakeSocket final : public TcpSocket {
     return true;
   }
   void close() override { state_ = SocketState::Closed; }
+  void abort() override {
+    if (state_ != SocketState::Closed) ++aborts;
+    state_ = SocketState::Closed;
+  }
   void send(std::string head, Body body) override {
     if (state_ != SocketState::Connected) return;
     sent += head + bytesOf(body.first);
     for (const auto& segment : body.rest) sent += bytesOf(segment);
     ++sends;
   }
-  std::uint64_t pendingBytes() const override { return 0; }
+  std::uint64_t pendingBytes() const override { return pending; }
+  std::uint64_t unconfirmedBytes() const override { return pending + unconfirmed; }
   bool drainTo(std::uint64_t bytes, const DrainPatience& patience) override {
     drained = {bytes, patience};
     return state_ == SocketState::Connected;
@@ -108,7 +113,10 @@ class FakeSocket final : public TcpSocket {
 
   std::string sent;                                 ///< since the last accept
   std::pair<std::uint64_t, DrainPatience> drained;  ///< what drainTo was asked for
+  std::uint64_t pending = 0;                        ///< as if the client took too little
+  std::uint64_t unconfirmed = 0;                    ///< by the client, of what the system has taken
   int sends = 0;
+  int aborts = 0;
   bool acceptFails = false;
   const int index;
 
@@ -147,6 +155,7 @@ class FakeListener final : public TcpListener {
     state_ = SocketState::Error;
     events_.listenerError();
   }
+  void runShort() { events_.descriptorsShort(); }
 
   /// A client connects. Null when it was not accepted.
   FakeSocket* connect(const std::string& ip = "127.0.0.1", std::uint16_t port = 50000) {

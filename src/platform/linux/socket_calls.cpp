@@ -1,8 +1,10 @@
 #include "platform/asio/socket_calls.h"
 
 #include <fcntl.h>
+#include <linux/sockios.h>
 #include <netinet/tcp.h>
 #include <poll.h>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/sendfile.h>
 #include <unistd.h>
@@ -22,10 +24,12 @@ using std::chrono::steady_clock;
 constexpr std::chrono::duration<int> kKeepAliveIdle{120};
 using KeepAliveIdle = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_KEEPIDLE>;
 
-/// How long a client may leave that question unanswered, or take nothing of what is sent to it.
-/// A player that pauses for longer asks for the rest of its file by a range.
-constexpr std::chrono::duration<int, std::milli> kUnresponsive{120'000};
-using UserTimeout = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_USER_TIMEOUT>;
+/// How often it asks again, and how many questions a client may leave unanswered. One that is
+/// there and takes nothing is the owner's matter.
+constexpr std::chrono::duration<int> kKeepAliveInterval{30};
+using KeepAliveInterval = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_KEEPINTVL>;
+constexpr int kUnanswered = 4;
+using KeepAliveCount = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_KEEPCNT>;
 
 /// Descriptors that connections leave free: a quarter of all, up to this many.
 constexpr std::int64_t kMostReserved = 4096;
@@ -38,7 +42,8 @@ void prepareAcceptor(Acceptor& acceptor, asio::error_code& error) {
   if (!error) acceptor.set_option(asio::ip::tcp::no_delay(true), error);
   if (!error) acceptor.set_option(Acceptor::keep_alive(true), error);
   if (!error) acceptor.set_option(KeepAliveIdle(kKeepAliveIdle.count()), error);
-  if (!error) acceptor.set_option(UserTimeout(kUnresponsive.count()), error);
+  if (!error) acceptor.set_option(KeepAliveInterval(kKeepAliveInterval.count()), error);
+  if (!error) acceptor.set_option(KeepAliveCount(kUnanswered), error);
 }
 
 void prepareConnection(StreamSocket&, asio::error_code& error) {
@@ -73,6 +78,12 @@ bool waitUntilWritable(StreamSocket& socket, std::chrono::milliseconds atMost) {
     left = std::max(std::chrono::ceil<std::chrono::milliseconds>(end - steady_clock::now()),
                     std::chrono::milliseconds(0));
   }
+}
+
+std::uint64_t unconfirmedBytes(StreamSocket& socket) {
+  int count = 0;
+  if (::ioctl(socket.native_handle(), SIOCOUTQ, &count) != 0 || count < 0) return 0;
+  return static_cast<std::uint64_t>(count);
 }
 
 // The header block before it does not wait for its file (MSG_MORE): sendfile then takes three times

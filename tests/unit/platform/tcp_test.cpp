@@ -186,6 +186,33 @@ TEST_F(Tcp, CloseWithBytesQueuedStillDeliversThem) {
   EXPECT_EQ(server.completed[0], 0) << "an event after close";
 }
 
+TEST_F(Tcp, AbortDropsWhatIsQueued) {
+  const std::string body = pattern(4'000'000);
+  TestClient client = connected(4096);
+  server.socket(0).send("H", body);
+  EXPECT_GT(server.socket(0).pendingBytes(), 0U);
+  server.socket(0).abort();
+  EXPECT_EQ(server.socket(0).state(), SocketState::Closed);
+  EXPECT_EQ(server.socket(0).pendingBytes(), 0U);
+  EXPECT_TRUE(ends(client));
+  EXPECT_TRUE(client.reset);
+  EXPECT_LT(client.received.size(), body.size());
+  server.socket(0).abort();
+  loop->runPending(milliseconds(20), nullptr);
+  EXPECT_EQ(server.completed[0] + server.errors + server.peersClosed, 0) << "an event after it";
+}
+
+TEST_F(Tcp, WhatTheClientHasNotConfirmedIsTold) {
+  TestClient client = connected(4096);
+  EXPECT_EQ(server.socket(0).unconfirmedBytes(), 0U);
+  server.socket(0).send("H", pattern(4'000'000));
+  const std::uint64_t queued = server.socket(0).pendingBytes();
+  const std::uint64_t unconfirmed = server.socket(0).unconfirmedBytes();
+  EXPECT_GT(unconfirmed, queued);
+  client.receive(64 * 1024);
+  EXPECT_TRUE(until([&] { return server.socket(0).unconfirmedBytes() < unconfirmed; }));
+}
+
 TEST_F(Tcp, AClientThatOnlyHalfClosesStillGetsItsAnswer) {
   server.onData = [&](int index) { server.socket(index).send("answer", {}); };
   TestClient client = connected();

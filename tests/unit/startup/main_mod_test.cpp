@@ -97,6 +97,23 @@ TEST_F(MainModTest, FlagsCompareTexts) {
   EXPECT_TRUE(state.ControlAnyAddress);
 }
 
+TEST_F(MainModTest, SecondsAreWholeNumbers) {
+  settings.LoadSettings();
+  EXPECT_EQ(state.HeadSeconds, 30U);
+  EXPECT_EQ(state.BodySeconds, 60U);
+  EXPECT_EQ(state.IdleSeconds, 120U);
+  EXPECT_EQ(state.SendSeconds, 60U);
+  put("HeadSeconds", "5");
+  put("BodySeconds", "0");
+  put("IdleSeconds", "-1");
+  put("SendSeconds", "long");
+  settings.LoadSettings();
+  EXPECT_EQ(state.HeadSeconds, 5U);
+  EXPECT_EQ(state.BodySeconds, 0U);
+  EXPECT_EQ(state.IdleSeconds, 120U);
+  EXPECT_EQ(state.SendSeconds, 60U);
+}
+
 TEST_F(MainModTest, LoggingIsOffOnlyWhenExactlyZero) {
   for (const auto* text : {"true", " 0", "no", "1"}) {
     put("LogServer", text);
