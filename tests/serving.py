@@ -124,7 +124,8 @@ class Connection:
 class Server:
     """The program with a document root, settings and a port of its own."""
 
-    def __init__(self, pages=None, settings=None, arguments=(), site=None, preexec=None):
+    def __init__(self, pages=None, settings=None, arguments=(), site=None, preexec=None,
+                 environment=None):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="quorvane-test-"))
         self.root = self.folder / "main/Server/Scripts"
         self.logs = self.folder / "main/Server/Logs"
@@ -145,6 +146,7 @@ class Server:
             "".join("%s=%s\n" % item for item in lines.items()))
         self.arguments = arguments
         self.preexec = preexec
+        self.environment = environment or {}
         self.process = None
 
     def put(self, name, content):
@@ -158,7 +160,8 @@ class Server:
     def spawn(self):
         return subprocess.Popen(
             [str(app_folder() / "quorvane-server"), "/devmode", *self.arguments],
-            cwd=self.folder, env={**os.environ, "QUORVANE_REGISTRY": str(self.registry)},
+            cwd=self.folder,
+            env={**os.environ, "QUORVANE_REGISTRY": str(self.registry), **self.environment},
             stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
             preexec_fn=self.preexec)
 

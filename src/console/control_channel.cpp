@@ -8,6 +8,8 @@ namespace quorvane {
 
 namespace {
 
+constexpr std::chrono::seconds kRetryInterval{30};
+
 enum class Command { Restart, Stop, Start, Quit, State, Uptime, Version };
 
 struct Spelling {
@@ -23,8 +25,36 @@ constexpr std::array kCommands{
 
 }  // namespace
 
-ControlChannel::ControlChannel(EventLoop& loop, ServerControl& server, std::uint16_t port)
-    : loop_(loop), server_(server), port_(port), socket_(loop.makeUdpSocket(*this)) {}
+ControlChannel::ControlChannel(EventLoop& loop, ServerControl& server, StatusLines& log)
+    : loop_(loop),
+      server_(server),
+      log_(log),
+      socket_(loop.makeUdpSocket(*this)),
+      retries_(loop.makeTimer(kRetryInterval, [this] { bind(); })) {}
+
+void ControlChannel::open(std::optional<std::uint16_t> chosen) {
+  chosen_ = chosen;
+  bind();
+}
+
+void ControlChannel::close() {
+  retries_->stop();
+  socket_->close();
+}
+
+/// The first of several failures is told, and so is the end of them.
+void ControlChannel::bind() {
+  const bool isOpen = socket_->bind(chosen_.value_or(kPort));
+  if (!chosen_ || isOpen != retries_->enabled()) return;
+  const std::string port = std::to_string(*chosen_);
+  if (isOpen) {
+    retries_->stop();
+    log_.LogLine("Control channel open on port " + port);
+  } else {
+    retries_->start();
+    log_.LogLine("Control channel: unable to bind to port " + port + "; tried again every 30 s");
+  }
+}
 
 void ControlChannel::datagramArrival(UdpSocket& socket, const Datagram& datagram) {
   if (!datagram.fromThisMachine && !server_.answersAnyAddress()) return;

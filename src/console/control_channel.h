@@ -1,9 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/event_loop.h"
+#include "support/status_lines.h"
 
 namespace quorvane {
 
@@ -28,23 +31,27 @@ class ControlChannel final : public UdpSocketEvents {
  public:
   static constexpr std::uint16_t kPort = 7008;
 
-  /// Both outlive the channel.
-  ControlChannel(EventLoop& loop, ServerControl& server, std::uint16_t port = kPort);
+  /// All outlive the channel.
+  ControlChannel(EventLoop& loop, ServerControl& server, StatusLines& log);
 
-  /// Without its port the channel is absent; nobody is told.
-  void open() { socket_->bind(port_); }
-  void close() { socket_->close(); }
+  /// Without its port the channel is absent. Nobody is told, unless it is a port that somebody has
+  /// chosen; that one is tried again.
+  void open(std::optional<std::uint16_t> chosen);
+  void close();
 
   void datagramArrival(UdpSocket& socket, const Datagram& datagram) override;
-  void udpError() override { open(); }
+  void udpError() override { bind(); }
 
  private:
+  void bind();
   void restart();
 
   EventLoop& loop_;
   ServerControl& server_;
-  std::uint16_t port_;
+  StatusLines& log_;
+  std::optional<std::uint16_t> chosen_;
   std::unique_ptr<UdpSocket> socket_;
+  std::unique_ptr<Timer> retries_;  ///< runs while the chosen port can't be had
 };
 
 }  // namespace quorvane

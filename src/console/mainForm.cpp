@@ -14,6 +14,9 @@ namespace {
 constexpr std::int32_t kEnglish = 1033;
 constexpr std::string_view kCloseWhenSent = "X";
 
+/// How often a port that was taken is tried again.
+constexpr std::chrono::seconds kRetryInterval{30};
+
 /// A page that flushes faster than its client reads waits for the client, so that it can't fill
 /// the memory. Nobody else is served meanwhile, so a client that takes nothing is dropped, and so
 /// is one that keeps a single flush waiting for longer than any page may run.
@@ -29,9 +32,10 @@ mainForm::mainForm(mainFormParts parts)
       status_(parts_.status),
       wsTalker(parts_.loop, *this),
       wsHost(parts_.loop.makeListener(*this)),
-      wsLinker(parts_.loop, *this, parts_.controlPort),
       housekeeping_({services_, parts_.loop, *this, *wsHost, wsTalker, status_, form_, objects_}),
-      slotWatch_(services_.state, parts_.loop, wsTalker) {}
+      slotWatch_(services_.state, parts_.loop, wsTalker),
+      wsLinker(parts_.loop, *this, status_),
+      portRetries_(parts_.loop.makeTimer(kRetryInterval, [this] { retryPort(); })) {}
 
 mainForm::~mainForm() = default;
 
@@ -48,8 +52,10 @@ void mainForm::StartServer(bool forceServerStart) {
 
   serverRunning = true;
   status_.commitLog();
+  portRetries_->stop();
   housekeeping_.start();
   startTime = services_.clock.now();
+  tellState("Serving on port " + std::to_string(services_.state.ServerPort));
 }
 
 std::int32_t mainForm::wantedLanguage() const {
@@ -74,17 +80,28 @@ void mainForm::makeObjects(std::int32_t language) {
 void mainForm::portError() {
   const std::string port = std::to_string(services_.state.ServerPort);
   status_.LogLine("******* PORT ERROR: Unable to bind to port " + port);
-  status_.complain("port " + port + " is taken or not for this user; nothing is served");
+  const std::string outcome = "port " + port + " is taken or not for this user; nothing is served" +
+                              (services_.state.RetryPort ? "; tried again every 30 s" : "");
+  status_.complain(outcome);
   StopServer();
+  tellState(outcome);
+  if (services_.state.RetryPort) portRetries_->start();
+}
+
+/// Looks first, so that the log doesn't fill with starts that come to nothing.
+void mainForm::retryPort() {
+  if (!serverRunning && wsHost->listen(services_.state.ServerPort)) StartServer();
 }
 
 void mainForm::StopServer() {
   housekeeping_.stop();
+  portRetries_->stop();
   closeAll();
   serverRunning = false;
   status_.LogLine("Server Stop");
   status_.commitLog();
   objects_.reset();
+  tellState("Stopped");
 }
 
 void mainForm::closeAll() {
@@ -134,10 +151,9 @@ void mainForm::clickStatusLine(int line) {
   form_.changed();
 }
 
-bool mainForm::serviceStarted() {
+void mainForm::serviceStarted() {
   status_.LogLine("Starting service");
   StartServer();
-  return true;
 }
 
 void mainForm::serviceStopped() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -25,8 +26,6 @@ struct mainFormParts {
   StatusLists& status;  ///< the log of the services
   ServerSettings& settings;
   std::int32_t userDefaultLCID = 1033;  ///< the user's own language
-
-  std::uint16_t controlPort = ControlChannel::kPort;
 };
 
 /// The server's window and hub: it owns the listener, the slots, the control channel, the timers
@@ -43,7 +42,7 @@ class mainForm final : public ServerControl,
   mainForm& operator=(const mainForm&) = delete;
 
   /// Loads the window without showing it: the control channel opens.
-  void load() { wsLinker.open(); }
+  void load() { wsLinker.open(services_.state.ControlPort); }
 
   /// While running it does nothing unless forced; a forced start keeps the sessions.
   void StartServer(bool forceServerStart = false) override;
@@ -70,8 +69,11 @@ class mainForm final : public ServerControl,
                           bool CloseOpenSocket) override;
 
   // What the service manager asks for.
-  bool serviceStarted();
+  void serviceStarted();
   void serviceStopped();
+
+  /// Told in a sentence what the server does now, whenever that has changed. May be empty.
+  std::function<void(const std::string& sentence)> onState;
 
   FormModel& form() { return form_; }
   StatusLists& status() { return status_; }
@@ -93,6 +95,10 @@ class mainForm final : public ServerControl,
   void makeObjects(std::int32_t language);
   void loadLanguage(std::int32_t wanted);
   void portError();
+  void retryPort();
+  void tellState(const std::string& sentence) const {
+    if (onState) onState(sentence);
+  }
   void closeAll();
 
   mainFormParts parts_;
@@ -102,9 +108,10 @@ class mainForm final : public ServerControl,
   Slots wsTalker;
   std::unique_ptr<TcpListener> wsHost;
   std::unique_ptr<RunningServer> objects_;
-  ControlChannel wsLinker;
   Housekeeping housekeeping_;
   SlotWatch slotWatch_;
+  ControlChannel wsLinker;
+  std::unique_ptr<Timer> portRetries_;  ///< runs after a start that did not get its port
   TimePoint startTime{};
   bool serverRunning = false;
   bool windowClosed_ = false;

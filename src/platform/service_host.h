@@ -34,8 +34,15 @@ class ServiceHost {
   virtual bool uninstall() = 0;
 
   /// Hands the process over: `started` and `stopped` run as events on the event loop when the
-  /// manager says so. False when there is no service manager above this process.
-  virtual bool startService(std::function<bool()> started, std::function<void()> stopped) = 0;
+  /// manager says so, and the manager is told. False when there is no service manager above this
+  /// process.
+  virtual bool startService(std::function<void()> started, std::function<void()> stopped) = 0;
+
+  /// What the manager above this process, if there is one, is told: that the process is up, that it
+  /// is about to end, and in a sentence what it is doing.
+  virtual void reportReady() = 0;
+  virtual void reportEnding() = 0;
+  virtual void reportStatus(const std::string& sentence) = 0;
 };
 
 /// Where there is no service manager: nothing is installed, nothing happens.
@@ -50,7 +57,10 @@ class NoServiceHost final : public ServiceHost {
  public:
   bool install() override { return false; }
   bool uninstall() override { return false; }
-  bool startService(std::function<bool()>, std::function<void()>) override { return false; }
+  bool startService(std::function<void()>, std::function<void()>) override { return false; }
+  void reportReady() override {}
+  void reportEnding() override {}
+  void reportStatus(const std::string&) override {}
 };
 
 }  // namespace quorvane

@@ -71,7 +71,11 @@ int run(int argc, char** argv) {
       *loop, [](std::string_view bytes) { return writeAtOnce(StandardStream::Output, bytes); });
   const TerminalConsole console(form, status.echo, terminal.get(), *loop, serverOf(window),
                                 [&printer](std::string_view text) { printer.print(text); });
-  loop->onTerminationRequest([&window] { window.closeWindow(); });
+  window.onState = [&nts](const std::string& sentence) { nts->reportStatus(sentence); };
+  loop->onTerminationRequest([&window, &nts] {
+    nts->reportEnding();
+    window.closeWindow();
+  });
   loop->onNotice([&window, &console](EventLoop::Notice notice) {
     const bool isOver = notice == EventLoop::Notice::HangUp && console.isDrawn();
     isOver ? window.closeWindow() : window.startNewLog();

@@ -36,11 +36,22 @@ std::optional<std::uint32_t> wholeNumber(const std::string& text) {
   return static_cast<std::uint32_t>(*number);
 }
 
-std::string_view takePort(ServerState& state, const std::string& text) {
+std::optional<std::uint16_t> portNumber(const std::string& text) {
   const auto number = numericLong(text);
-  const bool fits = number && *number > 0 && *number < kEndOfPorts;
-  state.ServerPort = fits ? static_cast<std::uint16_t>(*number) : kUsualPort;
-  return fits || text.empty() ? "" : "it is no port from 1 to 65534 and counts as 7007";
+  if (!number || *number <= 0 || *number >= kEndOfPorts) return std::nullopt;
+  return static_cast<std::uint16_t>(*number);
+}
+
+std::string_view takePort(ServerState& state, const std::string& text) {
+  const auto port = portNumber(text);
+  state.ServerPort = port.value_or(kUsualPort);
+  return port || text.empty() ? "" : "it is no port from 1 to 65534 and counts as 7007";
+}
+
+std::string_view takeControlPort(ServerState& state, const std::string& text) {
+  state.ControlPort = portNumber(text);
+  const bool counts = state.ControlPort || text.empty();
+  return counts ? "" : "it is no port from 1 to 65534 and counts as 7008";
 }
 
 std::string_view takeLanguage(ServerState& state, const std::string& text) {
@@ -82,6 +93,8 @@ constexpr std::array kRules{
     SettingRule{"LocalhostOnly", "0", takeFlag<&ServerState::LocalhostOnly>},
     SettingRule{"LocalAddrControl", "0", takeFlag<&ServerState::LocalAddrControl>},
     SettingRule{"ControlAnyAddress", "", takeFlag<&ServerState::ControlAnyAddress>},
+    SettingRule{"ControlPort", "", takeControlPort},
+    SettingRule{"RetryPort", "", takeFlag<&ServerState::RetryPort>},
     SettingRule{"LogTextLimit", "", takeLogTextLimit},
     SettingRule{"LogFileLimit", "", takeLogFileLimit},
     SettingRule{"HeadSeconds", "", takeSeconds<&ServerState::HeadSeconds>},

@@ -150,12 +150,17 @@ void StartUp::runServer() {
     parts_.window.form().changed();
   }
   if (parts_.state.RunAsService && !parts_.state.DebugMode && handOver()) return;
-  if (!parts_.state.IdleStart) parts_.window.StartServer();
+  if (parts_.state.IdleStart) {
+    parts_.nts.reportStatus("Waiting to be started");
+  } else {
+    parts_.window.StartServer();
+  }
+  parts_.nts.reportReady();
 }
 
 /// False when no service manager has started this process; it then serves like any program.
 bool StartUp::handOver() {
-  return parts_.nts.startService([&window = parts_.window] { return window.serviceStarted(); },
+  return parts_.nts.startService([&window = parts_.window] { window.serviceStarted(); },
                                  [&window = parts_.window] {
                                    window.serviceStopped();
                                    window.closeWindow();

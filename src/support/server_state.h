@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "support/clsLog.h"
@@ -39,7 +40,9 @@ struct ServerState {
   bool RunAsService = false;
   bool LocalhostOnly = false;
   bool LocalAddrControl = false;
-  bool ControlAnyAddress = false;     ///< answer control commands from other machines too
+  bool ControlAnyAddress = false;            ///< answer control commands from other machines too
+  std::optional<std::uint16_t> ControlPort;  ///< of the control channel, when one was chosen
+  bool RetryPort = false;                    ///< try a port that was taken again
   std::uint32_t LogTextLimit = 2048;  ///< bytes of a client's text in a status line; 0: no bound
   std::uint32_t LogFileLimit = 0;     ///< MiB after which a new log file begins; 0: no bound
 

@@ -126,6 +126,39 @@ class ServiceSteps:
         self.assertEqual(self.get(), "")
         self.assertEqual(self.systemd.properties(UNIT, "LoadState"), {"LoadState": "not-found"})
 
+    def status(self):
+        return self.systemd.properties(UNIT, "ActiveState", "StatusText")
+
+    def test_tells_what_it_does(self):
+        self.command("/install")
+        self.command("/start")
+        self.expect_serving()
+        self.assertEqual(self.status(),
+                         {"ActiveState": "active", "StatusText": f"Serving on port {PORT}"})
+        self.systemd.run(f"{FOLDER}/qvsctl", "stop")
+        self.assertEqual(self.status(), {"ActiveState": "active", "StatusText": "Stopped"})
+
+    def test_tells_why_it_serves_nobody(self):
+        self.command("/install")
+        self.systemd.run("sh", "-c", f"'{FOLDER}/quorvane-server' >/dev/null 2>&1 &",
+                         environment={"QUORVANE_REGISTRY": "/opt/others"})
+        self.expect_serving()
+        self.command("/start")
+        self.assertEqual(self.status(), {
+            "ActiveState": "active",
+            "StatusText": f"port {PORT} is taken or not for this user; nothing is served"})
+
+    def test_reports_where_the_settings_make_it_no_service(self):
+        self.command("/install")
+        store = self.systemd.path(STORE)
+        store.write_text(store.read_text().replace("RunAsService=1", "RunAsService=0"))
+        self.command("/start")
+        self.assertEqual(self.status(),
+                         {"ActiveState": "active", "StatusText": f"Serving on port {PORT}"})
+        self.systemd.run("systemctl", "stop", UNIT)
+        ended = self.systemd.properties(UNIT, "Result", "ExecMainStatus")
+        self.assertEqual(ended, {"Result": "success", "ExecMainStatus": "0"})
+
     def test_serves_as_a_program_when_nobody_started_it_as_a_service(self):
         self.command("/install")
         self.systemd.run("sh", "-c", f"'{FOLDER}/quorvane-server' >/dev/null 2>&1 &",

@@ -32,6 +32,10 @@ bool startedBySystemd() {
   return !process || std::to_string(::getpid()) == process;
 }
 
+void tell(const std::string& what) {
+  if (startedBySystemd()) ::sd_notify(0, what.c_str());
+}
+
 }  // namespace
 
 std::vector<std::string> SystemdManager::serviceNames(Scope scope) const {
@@ -92,16 +96,29 @@ void SystemdHost::waitUntilStopped(const std::string& unit) {
   }
 }
 
-bool SystemdHost::startService(std::function<bool()> started, std::function<void()> stopped) {
+bool SystemdHost::startService(std::function<void()> started, std::function<void()> stopped) {
   if (!startedBySystemd()) return false;
-  loop_.onTerminationRequest([stopped = std::move(stopped)] {
-    ::sd_notify(0, "STOPPING=1");
+  loop_.onTerminationRequest([this, stopped = std::move(stopped)] {
+    reportEnding();
     stopped();
   });
-  loop_.post([started = std::move(started)] {
-    ::sd_notify(0, started() ? "READY=1" : "STATUS=The server did not start");
+  loop_.post([this, started = std::move(started)] {
+    started();
+    reportReady();
   });
   return true;
+}
+
+void SystemdHost::reportReady() {
+  tell("READY=1");
+}
+
+void SystemdHost::reportEnding() {
+  tell("STOPPING=1");
+}
+
+void SystemdHost::reportStatus(const std::string& sentence) {
+  tell("STATUS=" + sentence);
 }
 
 std::unique_ptr<ServiceManager> makeServiceManager() {

@@ -42,7 +42,10 @@ class SystemdHost final : public ServiceHost {
   bool install() override;
   /// Waits, for as long as the unit may take to stop, until the service is down.
   bool uninstall() override;
-  bool startService(std::function<bool()> started, std::function<void()> stopped) override;
+  bool startService(std::function<void()> started, std::function<void()> stopped) override;
+  void reportReady() override;
+  void reportEnding() override;
+  void reportStatus(const std::string& sentence) override;
 
  private:
   std::string unitFile() const;

@@ -108,6 +108,37 @@ TEST_F(Control, WithoutItsPortTheChannelIsAbsent) {
   EXPECT_EQ(ask("[?state]"), "");
   window.StartServer();
   EXPECT_TRUE(window.running());
+  window.StopServer();
+  forgetLines();
+  tickSlowTimers();
+  EXPECT_TRUE(lines().empty()) << "nobody is told";
+}
+
+TEST_F(Control, AChosenPortIsTold) {
+  using Lines = std::vector<std::string>;
+  const int before = loop.udp->binds;
+  state.ControlPort = 9000;
+  loop.udp->bindFails = true;
+  window.load();
+  EXPECT_EQ(lines(), Lines{"Control channel: unable to bind to port 9000; tried again every 30 s"});
+  forgetLines();
+  tickSlowTimers();
+  EXPECT_TRUE(lines().empty()) << "once is enough";
+  loop.udp->bindFails = false;
+  tickSlowTimers();
+  EXPECT_EQ(lines(), Lines{"Control channel open on port 9000"});
+  EXPECT_EQ(loop.udp->localPort(), 9000);
+  EXPECT_EQ(loop.udp->binds, before + 3);
+  tickSlowTimers();
+  loop.udp->fail();
+  EXPECT_EQ(loop.udp->binds, before + 4);
+  EXPECT_EQ(lines().size(), 1U);
+  loop.udp->bindFails = true;
+  loop.udp->fail();
+  EXPECT_EQ(lines().size(), 2U);
+  window.closeWindow();
+  tickSlowTimers();
+  EXPECT_EQ(loop.udp->binds, before + 5);
 }
 
 }  // namespace

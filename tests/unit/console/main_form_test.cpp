@@ -71,6 +71,52 @@ TEST_F(MainForm, ATakenPortIsAnErrorAndLeavesTheServerStopped) {
   EXPECT_TRUE(window.running());
 }
 
+TEST_F(MainForm, ATakenPortIsTriedAgainWhenTheSettingsSaySo) {
+  loop.takenPorts = {7007};
+  window.StartServer();
+  tickSlowTimers();
+  forgetLines();
+  loop.takenPorts.clear();
+  tickSlowTimers();
+  EXPECT_FALSE(window.running()) << "nobody asked for it";
+
+  loop.takenPorts = {7007};
+  state.RetryPort = true;
+  window.StartServer();
+  forgetLines();
+  tickSlowTimers();
+  EXPECT_TRUE(lines().empty()) << "looking leaves no lines";
+  loop.takenPorts.clear();
+  tickSlowTimers();
+  EXPECT_TRUE(window.running());
+  EXPECT_EQ(lines(), (std::vector<std::string>{"Server Start", "LCID: 0"}));
+}
+
+TEST_F(MainForm, WhoeverStopsTheServerEndsTheTrying) {
+  state.RetryPort = true;
+  loop.takenPorts = {7007};
+  window.StartServer();
+  window.StopServer();
+  loop.takenPorts.clear();
+  tickSlowTimers();
+  EXPECT_FALSE(window.running());
+}
+
+TEST_F(MainForm, TellsWhatItDoes) {
+  std::vector<std::string> told;
+  window.onState = [&](const std::string& sentence) { told.push_back(sentence); };
+  window.StartServer();
+  window.StopServer();
+  EXPECT_EQ(told, (std::vector<std::string>{"Serving on port 7007", "Stopped"}));
+  loop.takenPorts = {7007};
+  window.StartServer();
+  EXPECT_EQ(told.back(), "port 7007 is taken or not for this user; nothing is served");
+  state.RetryPort = true;
+  window.StartServer();
+  EXPECT_EQ(told.back(),
+            "port 7007 is taken or not for this user; nothing is served; tried again every 30 s");
+}
+
 TEST_F(MainForm, AConnectionGoesIntoTheLowestClosedSlot) {
   window.StartServer();
   forgetLines();
@@ -226,7 +272,7 @@ TEST_F(MainForm, ClosingAStoppedWindowStopsNothing) {
 }
 
 TEST_F(MainForm, TheServiceManagerStartsAndStops) {
-  EXPECT_TRUE(window.serviceStarted());
+  window.serviceStarted();
   EXPECT_TRUE(window.running());
   EXPECT_EQ(lines().front(), "Starting service");
   forgetLines();

@@ -13,6 +13,7 @@ class Server {
   Server(EventLoop& eventLoop, const std::string& content) : loop(eventLoop) {
     state.AppVersion = content;
     state.MainPath = folder.path() + "/";
+    state.ControlPort = 0;  // any that is free
     state.ScriptsFolder = folder.path();
     state.CacheFolder = folder.path();
     files->writeAll(folder / "a.txt", content);
@@ -32,7 +33,7 @@ class Server {
   FormModel form;
   StatusLists status{state, *clock, form};
   Services services{state, status, *clock, *files, *random, process};
-  mainForm window{{services, loop, form, status, settings, 1033, 0}};
+  mainForm window{{services, loop, form, status, settings}};
 };
 
 TEST(TwoServers, ServeAtTheSameTimeInOneProcess) {

@@ -77,6 +77,12 @@ class WindowTest : public testing::Test {
     return {list.begin(), list.end()};
   }
 
+  void tickSlowTimers() {
+    for (FakeTimer* timer : std::vector(loop.timers)) {
+      if (timer->interval == std::chrono::seconds(30)) timer->tick();
+    }
+  }
+
   /// The status lines without their time stamps.
   std::vector<std::string> lines() {
     std::vector<std::string> texts;

@@ -47,15 +47,19 @@ class FakeServiceHost final : public ServiceHost {
     calls += "uninstall ";
     return obeys;
   }
-  bool startService(std::function<bool()> onStart, std::function<void()> onStop) override {
+  bool startService(std::function<void()> onStart, std::function<void()> onStop) override {
     calls += "startService ";
     started = std::move(onStart);
     stopped = std::move(onStop);
     return isThere;
   }
+  void reportReady() override { reports.emplace_back("ready"); }
+  void reportEnding() override { reports.emplace_back("ending"); }
+  void reportStatus(const std::string& sentence) override { reports.push_back(sentence); }
 
   std::string calls;
-  std::function<bool()> started;
+  std::vector<std::string> reports;
+  std::function<void()> started;
   std::function<void()> stopped;
   bool isThere = true;
   bool obeys = true;

@@ -240,7 +240,7 @@ TEST_F(StartUpTest, AServiceIsStartedByItsManager) {
   EXPECT_EQ(start(""), std::nullopt);
   EXPECT_EQ(nts.calls, "startService ");
   EXPECT_FALSE(window.running());
-  EXPECT_TRUE(nts.started());
+  nts.started();
   EXPECT_TRUE(window.running());
   nts.stopped();
   EXPECT_FALSE(window.running());
@@ -252,6 +252,17 @@ TEST_F(StartUpTest, DebugRunsAServiceInstallationAsAProgram) {
   start("/debug");
   EXPECT_EQ(nts.calls, "");
   EXPECT_TRUE(window.running());
+}
+
+TEST_F(StartUpTest, WhoeverIsNotHandedOverReportsAllTheSame) {
+  window.onState = [&](const std::string& sentence) { nts.reportStatus(sentence); };
+  start("");
+  EXPECT_EQ(nts.reports, (std::vector<std::string>{"Serving on port 7007", "ready"}));
+}
+
+TEST_F(StartUpTest, IdleReportsToo) {
+  start("/idle");
+  EXPECT_EQ(nts.reports, (std::vector<std::string>{"Waiting to be started", "ready"}));
 }
 
 TEST_F(StartUpTest, AServiceInstallationStartedByHandServesAllTheSame) {

@@ -46,6 +46,15 @@ TEST(UntakenSettings, TextsThatSomethingElseCountsFor) {
           "\"1\" and counts as \"0\""}));
 }
 
+TEST(UntakenSettings, PortsAndTries) {
+  EXPECT_EQ(untaken("ControlPort=9000\nRetryPort=1\n"), Lines());
+  EXPECT_EQ(untaken("ControlPort=65535\nRetryPort=yes\n"),
+            (Lines{"Settings line 1 not taken: ControlPort is \"65535\"; it is no port from 1 to "
+                   "65534 and counts as 7008",
+                   "Settings line 2 not taken: RetryPort is \"yes\"; it is neither \"0\" nor "
+                   "\"1\" and counts as \"0\""}));
+}
+
 TEST(UntakenSettings, BoundsThatAreNone) {
   EXPECT_EQ(untaken("LogTextLimit=4096\nLogFileLimit=0\n"), Lines());
   EXPECT_EQ(

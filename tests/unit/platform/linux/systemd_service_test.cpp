@@ -221,8 +221,8 @@ TEST_F(SystemdHostTest, TellsWhenTheServerIsReadyAndWhenItStops) {
   ASSERT_TRUE(service.startService(
       [&] {
         events.push_back("started after '" + heard.next() + "'");
+        service.reportStatus("Serving");
         loop->post([] { std::raise(SIGTERM); });
-        return true;
       },
       [&] {
         events.emplace_back("stopped");
@@ -231,32 +231,29 @@ TEST_F(SystemdHostTest, TellsWhenTheServerIsReadyAndWhenItStops) {
   EXPECT_THAT(events, IsEmpty()) << "the start is an event of the loop";
   loop->run();
   EXPECT_THAT(events, ElementsAre("started after ''", "stopped"));
+  EXPECT_EQ(heard.next(), "STATUS=Serving");
   EXPECT_EQ(heard.next(), "READY=1");
   EXPECT_EQ(heard.next(), "STOPPING=1");
 }
 
-TEST_F(SystemdHostTest, IsNotReadyWhenTheServerDidNotStart) {
+TEST_F(SystemdHostTest, ReportsWithoutBeingHandedTheProcess) {
   const NotificationSocket heard(folder / "notify");
-  SystemdHost service = host();
-  ASSERT_TRUE(service.startService(
-      [&] {
-        loop->post([this] { loop->stop(); });
-        return false;
-      },
-      [] {}));
-  loop->run();
-  EXPECT_THAT(heard.next(), testing::StartsWith("STATUS="));
+  host().reportReady();
+  EXPECT_EQ(heard.next(), "READY=1");
+  ::setenv("SYSTEMD_EXEC_PID", "1", 1);
+  host().reportReady();
+  EXPECT_EQ(heard.next(), "");
 }
 
 TEST_F(SystemdHostTest, TakesNoServiceStartWithoutAManagerAbove) {
   ::unsetenv("NOTIFY_SOCKET");
-  EXPECT_FALSE(host().startService([] { return true; }, [] {}));
+  EXPECT_FALSE(host().startService([] {}, [] {}));
 }
 
 TEST_F(SystemdHostTest, IsNotFooledByAnInheritedEnvironment) {
   const NotificationSocket heard(folder / "notify");
   ::setenv("SYSTEMD_EXEC_PID", "1", 1);
-  EXPECT_FALSE(host().startService([] { return true; }, [] {}));
+  EXPECT_FALSE(host().startService([] {}, [] {}));
 }
 
 }  // namespace
