@@ -33,6 +33,7 @@ std::vector<FormControl*> FormModel::controls() {
   std::vector<FormControl*> all{&dbgText};
   for (FormControl& label : Label1) all.push_back(&label);
   for (FormControl& button : btt) all.push_back(&button);
+  all.push_back(&closing);
   return all;
 }
 

@@ -71,6 +71,9 @@ class FormModel {
   std::array<FormControl, 2> btt{FormControl{"btt", 0, "Start/Stop", std::nullopt, ""},
                                  FormControl{"btt", 1, "Clear Log", std::nullopt, ""}};
 
+  /// Asks whether the key that closes the window was meant.
+  FormControl closing{"closing", -1, "Press q again to end the server", std::nullopt, std::nullopt};
+
   /// Every control that has texts, in a fixed order.
   std::vector<FormControl*> controls();
 

@@ -12,10 +12,17 @@ namespace {
 /// Fast enough to look immediate, slow enough for a flood of lines over a slow connection.
 constexpr std::chrono::milliseconds kFrameInterval{40};
 
+/// What is pasted arrives faster than a person reads a question and answers it.
+constexpr std::chrono::milliseconds kShortestThought{300};
+
 constexpr int kWheelLines = 3;
 
 /// The label that captions each list.
 constexpr std::array<std::size_t, 3> kLabelOfList = {2, 0, 1};
+
+bool isQ(char32_t character) {
+  return character == U'q' || character == U'Q';
+}
 
 }  // namespace
 
@@ -25,7 +32,8 @@ TerminalWindow::TerminalWindow(FormModel& form, Terminal& terminal, EventLoop& l
       terminal_(terminal),
       loop_(loop),
       server_(std::move(server)),
-      frames_(loop.makeTimer(kFrameInterval, [this] { tick(); })) {}
+      frames_(loop.makeTimer(kFrameInterval, [this] { tick(); })),
+      pause_(loop.makeTimer(kShortestThought, [this] { pause_->stop(); })) {}
 
 TerminalWindow::~TerminalWindow() {
   *alive_ = false;
@@ -66,7 +74,8 @@ void TerminalWindow::paint() {
   TerminalPainter painter(terminal_);
   painter.clear();
   const bool running = server_.running();
-  painter.title(layout_.title, form_.caption, running ? server_.uptime() : "", running);
+  painter.title(layout_.title, asks_ ? *form_.closing.caption : form_.caption,
+                running ? server_.uptime() : "", running);
   paintLists(painter);
   painter.text(layout_.text, textLines_, textScroll_, *focusedControl().toolTip,
                focus_ == Focus::Text, layout_.bordered);
@@ -151,6 +160,7 @@ void TerminalWindow::setFocus(Focus focus) {
 void TerminalWindow::keyPressed(const KeyPress& press) {
   takeInLists();
   requestFrame();
+  if (!isQ(press.character)) asks_ = false;
   switch (press.key) {
     case TerminalKey::Character:
       return characterPressed(press.character);
@@ -182,8 +192,16 @@ void TerminalWindow::keyPressed(const KeyPress& press) {
 }
 
 void TerminalWindow::characterPressed(char32_t character) {
-  if (character == U'q' || character == U'Q') return server_.closeWindow();
+  if (isQ(character)) askWhetherToClose();
   if (character == U' ') press();
+}
+
+/// The first time it asks. Any other key is a no, and so is an answer out of the same breath, which
+/// is text that somebody has pasted.
+void TerminalWindow::askWhetherToClose() {
+  if (asks_ && !pause_->enabled()) return server_.closeWindow();
+  asks_ = true;
+  pause_->start();
 }
 
 int TerminalWindow::page() const {

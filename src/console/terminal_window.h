@@ -68,6 +68,7 @@ class TerminalWindow final : private TerminalEvents {
   TerminalScroll& scrollOf(FormModel::List list) { return scrolls_[list]; }
 
   void characterPressed(char32_t character);
+  void askWhetherToClose();
   void move(int lines);
   void moveToEdge(bool end);
   void sideways(int step);
@@ -85,6 +86,8 @@ class TerminalWindow final : private TerminalEvents {
   TerminalWindowServer server_;
 
   std::unique_ptr<Timer> frames_;  ///< runs while there is something to draw
+  std::unique_ptr<Timer> pause_;   ///< runs while an answer comes too fast for a person
+  bool asks_ = false;              ///< whether the window is to be closed
   bool open_ = false;
   bool stale_ = false;  ///< the screen differs from the form
   std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);

@@ -140,7 +140,7 @@ class TwoServers(unittest.TestCase):
             self.assertEqual([self.control(port, "state") for port in ports],
                              ["stopped", "running"])
             self.assertEqual(two.get("/a.txt").body, b"two")
-            self.assertEqual(self.control(ports[0], "start"), "started")
+            self.assertEqual(self.control(ports[0], "start"), "running")
             self.assertEqual(one.get("/a.txt").body, b"one")
             self.control(ports[1], "quit")
             self.assertEqual(two.process.wait(PATIENCE), 0)

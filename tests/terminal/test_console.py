@@ -238,9 +238,23 @@ class ConsoleTest(unittest.TestCase):
     def test_closes_by_key(self):
         t = self.start()
         t.keys("q")
+        t.wait_for("^ Press q again to end the server")
+        time.sleep(0.5)  # an answer at once could be pasted text
+        t.keys("q")
         self.expect_restored(0)
         self.assertFalse(self.is_serving())
         self.assertIn("Server Closing", self.server.log_text())
+
+    def test_pasted_text_does_not_close(self):
+        t = self.start()
+        t.send(b"quit\rqqqq \rquick brown foxes")
+        t.wait_for("LCID")
+        time.sleep(0.5)
+        t.keys("q")
+        t.wait_for("Press q again")
+        t.keys("Down")
+        t.wait_until_gone("Press q again")
+        self.assertTrue(self.is_serving())
 
     def test_closes_by_control_c(self):
         self.start().keys("C-c")

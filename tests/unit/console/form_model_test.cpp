@@ -15,10 +15,12 @@ TEST(FormModelTest, ControlsHaveTheirNamesIndicesAndCaptions) {
   EXPECT_EQ(form.btt[0].caption, "Start/Stop");
   EXPECT_EQ(form.btt[1].caption, "Clear Log");
   const auto controls = form.controls();
-  ASSERT_EQ(controls.size(), 6U);
+  EXPECT_EQ(form.closing.caption, "Press q again to end the server");
+  ASSERT_EQ(controls.size(), 7U);
   EXPECT_EQ(controls[0]->name, "dbgText");
   EXPECT_EQ(controls[5]->name, "btt");
   EXPECT_EQ(controls[5]->index, 1);
+  EXPECT_EQ(controls[6]->name, "closing");
 }
 
 TEST(ListModelTest, ABoundedListKeepsTheNewestAndItsSelection) {

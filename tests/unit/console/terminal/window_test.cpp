@@ -272,10 +272,43 @@ TEST_F(TerminalWindowTest, ScrollsALongTextFromItsBeginning) {
 
 TEST_F(TerminalWindowTest, ClosesByKeyAndWhenTheUserIsGone) {
   open();
-  terminal.type(U'q');
   terminal.press(TerminalKey::Interrupt);
   terminal.hangUp();
-  EXPECT_EQ(closes, 3);
+  EXPECT_EQ(closes, 2);
+}
+
+TEST_F(TerminalWindowTest, AsksBeforeItClosesByQ) {
+  open();
+  terminal.type(U'q');
+  settle();
+  EXPECT_THAT(terminal.row(0), HasSubstr(L"Press q again to end the server"));
+  EXPECT_EQ(closes, 0);
+  terminal.type(U'q');
+  EXPECT_EQ(closes, 1);
+}
+
+TEST_F(TerminalWindowTest, AnyOtherKeyIsANo) {
+  open();
+  terminal.type(U'q');
+  settle();
+  terminal.press(TerminalKey::Down);
+  settle();
+  EXPECT_THAT(terminal.row(0), Not(HasSubstr(L"Press q")));
+  terminal.type(U'q');
+  settle();
+  terminal.type(U'x');
+  settle();
+  terminal.type(U'q');
+  EXPECT_EQ(closes, 0);
+}
+
+TEST_F(TerminalWindowTest, PastedTextClosesNothing) {
+  open();
+  for (const char32_t c : std::u32string(U"qqq quick, qqqq")) terminal.type(c);
+  EXPECT_EQ(closes, 0);
+  settle();
+  terminal.type(U'q');
+  EXPECT_EQ(closes, 1) << "it still asked";
 }
 
 TEST_F(TerminalWindowTest, GivesTheTerminalBack) {
