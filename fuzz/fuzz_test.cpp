@@ -6,6 +6,9 @@
 #include <iterator>
 
 #include "mutations.h"
+#include "platform/bmp_picture.h"
+#include "platform/gif_picture.h"
+#include "reader_targets.h"
 #include "script_targets.h"
 #include "server_targets.h"
 
@@ -20,6 +23,8 @@ constexpr int kParses = 20'000;
 constexpr int kRuns = 20'000;
 constexpr int kRequests = 5'000;
 constexpr int kPages = 3'000;
+constexpr int kReads = 20'000;
+constexpr int kSettings = 2'000;
 
 const std::vector<std::string> kClients = {
     "GET / HTTP/1.1\r\nHost: here\r\nAccept-Encoding: gzip\r\n\r\n",
@@ -36,10 +41,12 @@ const std::vector<std::string> kClients = {
     "GET /filebin$1 HTTP/1.1\r\n\r\n\x1CGET /song.mp3?id=1 HTTP/1.1\r\n\r\n",
 };
 
+/// Those with the extension; all of them without one.
 std::vector<std::string> filesUnder(const fs::path& folder, std::string_view extension) {
   std::vector<fs::path> paths;
   for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-    if (entry.is_regular_file() && entry.path().extension() == extension) {
+    const bool isWanted = extension.empty() || entry.path().extension() == extension;
+    if (entry.is_regular_file() && isWanted) {
       paths.push_back(entry.path());
     }
   }
@@ -91,6 +98,45 @@ TEST(Fuzz, ServerTakesChangedRequests) {
 TEST(Fuzz, ServerTakesChangedPages) {
   Mutations mutations(filesUnder(SITE, ".qvs"), scriptWords(), kSeed);
   for (int i = 0; i < kPages; ++i) fuzzPage(mutations.next());
+}
+
+/// Runs a reader on the small files kept for it, as they are and changed.
+void readChanged(const char* corpus, Words words, void (*target)(std::string_view),
+                 int times = kReads) {
+  const std::vector<std::string> files = filesUnder(fs::path(CORPUS) / corpus, "");
+  ASSERT_FALSE(files.empty());
+  for (const std::string& file : files) target(file);
+  Mutations mutations(files, words, kSeed);
+  for (int i = 0; i < times; ++i) target(mutations.next());
+}
+
+TEST(Fuzz, HeadReader) {
+  readChanged("heads", requestWords(), fuzzHead);
+}
+
+TEST(Fuzz, SettingsReader) {
+  readChanged("settings", settingsWords(), fuzzSettings, kSettings);
+}
+
+TEST(Fuzz, ModuleReader) {
+  readChanged("modules", byteWords(), fuzzModule);
+}
+
+TEST(Fuzz, PictureReaders) {
+  readChanged("pictures", byteWords(), fuzzPicture);
+}
+
+TEST(Fuzz, TheSmallPicturesAreSound) {
+  for (const std::string& file : filesUnder(fs::path(CORPUS) / "pictures", ".bmp")) {
+    EXPECT_TRUE(decodeBmp(file, 100, 1000).has_value()) << file;
+  }
+  for (const std::string& file : filesUnder(fs::path(CORPUS) / "pictures", ".gif")) {
+    EXPECT_TRUE(firstGifPictureIsComplete(file));
+  }
+}
+
+TEST(Fuzz, ControlChannel) {
+  readChanged("control", controlWords(), fuzzControl);
 }
 
 TEST(Fuzz, WhatOnceWentWrong) {

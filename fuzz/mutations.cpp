@@ -127,7 +127,49 @@ constexpr std::string_view kRequestWords[] = {"GET ",
                                               "go=",
                                               "\xFF"};
 
+constexpr std::string_view kSettingsWords[] = {
+    "\xEF\xBB\xBF", "Port",        "=",  "\r\n", "\n",   "\r",    " ",    "%0D", "%25", "%3D", "%",
+    "%zz",          "LogServer",   "1",  "0",    "-1",   "65535", ";",    "#",   "[",   "]",   "\t",
+    "EncodeStatic", "DefaultLCID", "&h", "1e9",  "\xFF", "=1=2",  "; 1\n"};
+
+using namespace std::string_view_literals;
+constexpr std::string_view kByteWords[] = {"\0"sv,
+                                           "\0\0\0\0"sv,
+                                           "\1\0\0\0"sv,
+                                           "\xFF\xFF\xFF\xFF"sv,
+                                           "\xFF\xFF\xFF\x7F"sv,
+                                           "\0\0\0\x80"sv,
+                                           "\xA4"sv,
+                                           "QVMOD"sv,
+                                           "BM"sv,
+                                           "GIF89a"sv,
+                                           "\x21\xF9\4"sv,
+                                           "\x2C"sv,
+                                           "\x1F\x8B"sv,
+                                           "\0\1"sv,
+                                           "\0\2"sv,
+                                           "1031$"sv,
+                                           "\\"sv,
+                                           "/"sv,
+                                           "$"sv};
+
+constexpr std::string_view kControlWords[] = {
+    "[>start]", "[>stop]", "[>restart]", "[>quit]", "[?state]", "[?uptime]", "[?version]", "\x1E",
+    "[",        "]",       ">",          "?",       " ",        "\r\n",      "[>START]",   "\xFF"};
+
 }  // namespace
+
+Words settingsWords() {
+  return kSettingsWords;
+}
+
+Words byteWords() {
+  return kByteWords;
+}
+
+Words controlWords() {
+  return kControlWords;
+}
 
 Words scriptWords() {
   return kScriptWords;

@@ -11,9 +11,12 @@ namespace quorvane {
 
 using Words = std::span<const std::string_view>;
 
-/// Of scripts and pages, and of requests.
+/// Of scripts and pages, of requests, of settings, of files of bytes, of the control channel.
 Words scriptWords();
 Words requestWords();
+Words settingsWords();
+Words byteWords();
+Words controlWords();
 
 /// Makes new texts out of old ones by changes that keep most of a text whole, with words of their
 /// language put in. The same seed gives the same texts on every machine.

@@ -1,9 +1,8 @@
 #include "script_targets.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <iostream>
 
+#include "require.h"
 #include "testing/component_host.h"
 #include "vbscript/dumps/dumps.h"
 #include "vbscript/engine.h"
@@ -15,12 +14,6 @@ namespace quorvane {
 namespace {
 
 using vbs::Value;
-
-void require(bool condition, const char* what, std::string_view source) {
-  if (condition) return;
-  std::cerr << "does not hold: " << what << ", for\n" << source << '\n';
-  std::abort();
-}
 
 class FuzzOutput : public vbs::NativeObject<FuzzOutput> {
  public:

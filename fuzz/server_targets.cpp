@@ -1,7 +1,5 @@
 #include "server_targets.h"
 
-#include <cstdlib>
-#include <iostream>
 #include <string>
 
 #include "console/mainForm.h"
@@ -10,6 +8,7 @@
 #include "platform/fake/fake_process.h"
 #include "platform/fake/fake_random.h"
 #include "platform/fake/memory_files.h"
+#include "require.h"
 
 namespace quorvane {
 
@@ -82,9 +81,7 @@ class FuzzServer {
   }
 
   void require(bool condition, std::string_view what) const {
-    if (condition) return;
-    std::cerr << "does not hold: " << what << ", for\n" << input_ << '\n';
-    std::abort();
+    quorvane::require(condition, what, input_);
   }
 
   MemoryFiles files;

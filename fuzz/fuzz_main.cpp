@@ -1,12 +1,15 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "reader_targets.h"
 #include "script_targets.h"
+#include "server_targets.h"
 
 namespace quorvane {
 
+/// One program a target, which the build names.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  fuzzParse({reinterpret_cast<const char*>(data), size});
+  FUZZ_TARGET({reinterpret_cast<const char*>(data), size});
   return 0;
 }
 

@@ -1,0 +1,197 @@
+#include "reader_targets.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "console/control_channel.h"
+#include "http/request_collector.h"
+#include "http/request_head.h"
+#include "platform/bmp_picture.h"
+#include "platform/fake/fake_event_loop.h"
+#include "platform/fake/memory_files.h"
+#include "platform/gif_picture.h"
+#include "platform/text_settings.h"
+#include "require.h"
+#include "startup/mainMod.h"
+#include "startup/untaken_settings.h"
+#include "support/clsQVMod.h"
+#include "support/text.h"
+#include "testing/module_builder.h"
+#include "testing/recorded_lines.h"
+
+namespace quorvane {
+
+namespace {
+
+using request_collector::Collected;
+using request_collector::Outcome;
+
+bool isWhole(const Collected& collected) {
+  return collected.outcome == Outcome::Complete || collected.outcome == Outcome::TooLarge;
+}
+
+/// A piece that looks like the beginning of another request takes the place of the first.
+void requireSameInPieces(std::string_view bytes, std::size_t cut) {
+  const std::string_view second = bytes.substr(cut);
+  if (second.empty() || request_text::classOf(second) != RequestClass::Other) return;
+  SlotRecord inOne;
+  SlotRecord inTwo;
+  const Collected whole = request_collector::collect(inOne, bytes);
+  if (isWhole(request_collector::collect(inTwo, bytes.substr(0, cut)))) return;
+  const Collected pieces = request_collector::collect(inTwo, second);
+  require(isWhole(whole) == isWhole(pieces), "pieces are complete when the whole is", bytes);
+  if (whole.outcome != Outcome::Complete) return;
+  require(whole.request() == pieces.request(), "pieces make the same request", bytes);
+  require(whole.bodyStart == pieces.bodyStart, "pieces have the same body", bytes);
+  require(whole.requestClass == pieces.requestClass, "pieces are of the same class", bytes);
+}
+
+}  // namespace
+
+void fuzzHead(std::string_view bytes) {
+  RequestHead head;
+  head.assign(bytes);
+  require(head.text() == bytes, "the text is kept", bytes);
+  const std::string line = std::string(head.method()) + ' ' + std::string(head.target()) + ' ' +
+                           std::string(head.version());
+  if (head.isWellFormed()) {
+    require(bytes.starts_with(line + "\r\n"), "three words are the first line", bytes);
+  } else {
+    require(line == "  ", "without three words there are none", bytes);
+  }
+  require(bytes.ends_with(head.body()), "the body is the end", bytes);
+  for (const RequestHead::Header& header : head.headers()) {
+    require(header.name.find(':') == header.name.npos, "a name ends at its colon", bytes);
+    require(!header.value.starts_with(' '), "a value begins behind its blanks", bytes);
+  }
+  for (const std::size_t parts : {2U, 3U, 7U}) requireSameInPieces(bytes, bytes.size() / parts);
+  requireSameInPieces(bytes, bytes.size() - std::min<std::size_t>(bytes.size(), 1));
+}
+
+void fuzzSettings(std::string_view bytes) {
+  constexpr auto kRoot = RegistryRoot::LocalMachine;
+  const std::string key = mainMod::kServerKey;
+  MemoryFiles files;
+  files.put("/s/HKEY_LOCAL_MACHINE/Software/Ardenfell/Quorvane/Server.ini", std::string(bytes));
+  TextSettings storage(files, "/s");
+  for (const std::string& told : untakenSettings(storage)) {
+    require(std::all_of(told.begin(), told.end(),
+                        [](char c) { return static_cast<unsigned char>(c) >= ' '; }),
+            "what is told is one line", bytes);
+  }
+  Registry registry(storage);
+  ServerState state;
+  mainMod settings(registry, state);
+  settings.LoadSettings();
+  require(state.ServerPort > 0 && state.ServerPort < 65535, "a port is one", bytes);
+
+  const auto before = storage.lines(kRoot, key);
+  require(storage.writeText(kRoot, key, "Port", std::string(bytes)), "any text can be written",
+          bytes);
+  const auto read = storage.read(kRoot, key, "Port");
+  require(read && read->data == bytes, "what was written is read", bytes);
+  const auto after = storage.lines(kRoot, key);
+  require(after.size() >= before.size(), "no line is lost", bytes);
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    const bool isPort = before[i].name && equalsNoCase(*before[i].name, "Port");
+    require(before[i].name == after[i].name && (isPort || before[i].text == after[i].text),
+            "other lines stay", bytes);
+  }
+}
+
+namespace {
+
+void requireAnswers(clsQVMod& modules, std::string_view bytes) {
+  for (const char* path : {"/index.qvs", "/css/site.css", "/a.htm", "/", "", "a.htm"}) {
+    const std::string content = modules.ModReadFile(path);
+    const auto shared = modules.sharedFile(path);
+    require(!shared || *shared == content, "both ways read the same", bytes);
+    require(content.empty() || modules.ModFileExists(path), "what is read exists", bytes);
+    require(content.size() <= (std::size_t{64} << 20), "no content is out of proportion", bytes);
+  }
+}
+
+}  // namespace
+
+void fuzzModule(std::string_view bytes) {
+  const MemoryFiles none;
+  for (const bool hasItsLength : {false, true}) {
+    clsQVMod modules(none);
+    modules.setLanguageID(1031);
+    modules.loadModule(hasItsLength ? withItsLength(std::string(bytes)) : std::string(bytes));
+    requireAnswers(modules, bytes);
+  }
+  // What is packed hides from changes, since a checksum stands behind it.
+  const std::size_t half = bytes.size() / 2;
+  ModuleBuilder builder{{{"/", "index.qvs", "first"},
+                         {std::string(bytes.substr(0, half)), std::string(bytes.substr(half)), "x"},
+                         {"/", "a.htm", std::string(bytes)}}};
+  clsQVMod modules(none);
+  modules.loadModule(builder.build());
+  requireAnswers(modules, bytes);
+  require(modules.ModReadFile("/index.qvs") == "first", "entries before a bad one stay", bytes);
+}
+
+void fuzzPicture(std::string_view bytes) {
+  constexpr int kMostSide = 2000;
+  constexpr std::int64_t kMostPixels = 1'000'000;
+  if (const auto picture = decodeBmp(bytes, kMostSide, kMostPixels)) {
+    require(picture->width > 0 && picture->width <= kMostSide, "a width is in bounds", bytes);
+    require(picture->height > 0 && picture->height <= kMostSide, "a height is in bounds", bytes);
+    const auto pixels = std::int64_t{picture->width} * picture->height;
+    require(pixels <= kMostPixels, "a picture is in bounds", bytes);
+    require(static_cast<std::int64_t>(picture->pixels.size()) == pixels * 3, "every pixel is there",
+            bytes);
+    const auto again = decodeBmp(encodeBmp(*picture), kMostSide, kMostPixels);
+    require(again && again->pixels == picture->pixels, "what is written is read", bytes);
+  }
+  if (firstGifPictureIsComplete(bytes)) {
+    require(firstGifPictureIsComplete(std::string(bytes) + "more"), "more does no harm", bytes);
+  }
+}
+
+namespace {
+
+class IdleServer final : public ServerControl {
+ public:
+  void StartServer(bool) override { isRunning = true; }
+  void StopServer() override { isRunning = false; }
+  bool running() const override { return isRunning; }
+  std::string uptime() const override { return "00:00:00"; }
+  std::string version() const override { return "1.2.3 (Beta)"; }
+  bool answersAnyAddress() const override { return false; }
+  void closeWindow() override { isClosed = true; }
+
+  bool isRunning = false;
+  bool isClosed = false;
+};
+
+}  // namespace
+
+void fuzzControl(std::string_view bytes) {
+  constexpr std::array<std::string_view, 7> kCommands = {
+      "[>start]", "[>stop]", "[>restart]", "[>quit]", "[?state]", "[?uptime]", "[?version]"};
+  FakeEventLoop loop;
+  IdleServer server;
+  RecordedLines log;
+  ControlChannel channel(loop, server, log);
+  channel.open(std::nullopt);
+  for (const std::string_view datagram : split(bytes, '\x1E')) {
+    loop.udp->replies.clear();
+    loop.udp->deliver(datagram, false);
+    require(loop.udp->replies.empty(), "others are met with silence", bytes);
+    const bool wasRunning = server.isRunning;
+    loop.udp->deliver(datagram, true);
+    const bool isCommand =
+        std::find(kCommands.begin(), kCommands.end(), datagram) != kCommands.end();
+    const bool answers = isCommand && (datagram != "[?uptime]" || wasRunning);
+    require(loop.udp->replies.size() == (answers ? 1U : 0U), "commands alone are answered", bytes);
+    require(!answers || loop.udp->replies[0].starts_with(std::string(datagram) + ':'),
+            "an answer begins with its command", bytes);
+    require(isCommand || wasRunning == server.isRunning, "nothing else has an effect", bytes);
+  }
+  require(log.lines.empty(), "nobody writes lines into the log", bytes);
+}
+
+}  // namespace quorvane

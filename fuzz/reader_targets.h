@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string_view>
+
+namespace quorvane {
+
+/// Readers of what others have written, each with any bytes. All end the process when something is
+/// wrong: a view of something else, an answer that depends on how the bytes arrived, a change that
+/// reaches further than it was told to.
+
+/// The head of a request, read whole and put together from pieces cut at several places.
+void fuzzHead(std::string_view bytes);
+
+/// A file of server settings, read, told about and written to.
+void fuzzSettings(std::string_view bytes);
+
+/// A resource module; then a sound module with the bytes as the record of a file.
+void fuzzModule(std::string_view bytes);
+
+/// A picture file, as a bitmap and as a GIF.
+void fuzzPicture(std::string_view bytes);
+
+/// Datagrams of the control channel, `\x1E` between them.
+void fuzzControl(std::string_view bytes);
+
+}  // namespace quorvane
