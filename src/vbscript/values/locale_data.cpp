@@ -393,321 +393,358 @@ constexpr LocaleNames kNames60 = {
     words<7>("रवि|सोम|मंगळ|बुध|गुरु|शुक्र|शनि"),
 };
 constexpr LocaleNames kNames61 = {
+    words<12>("जनवरीमासः|फरवरीमासः|मार्चमासः|अप्रैलमासः|मईमासः|जूनमासः|जुलाईमासः|अगस्तमासः|सितंबरमासः|अक्तूबरमासः|नवंबरमासः|दिसंबरमासः"),
+    words<12>("जनवरी:|फरवरी:|मार्च:|अप्रैल:|मई|जून:|जुलाई:|अगस्त:|सितंबर:|अक्तूबर:|नवंबर:|दिसंबर:"),
+    words<7>("रविवासरः|सोमवासरः|मंगलवासरः|बुधवासरः|गुरुवासर:|शुक्रवासरः|शनिवासरः"),
+    words<7>("रवि|सोम|मंगल|बुध|गुरु|शुक्र|शनि"),
+};
+constexpr LocaleNames kNames62 = {
     words<12>("Нэгдүгээр сар|Хоёрдугаар сар|Гуравдугаар сар|Дөрөвдүгээр сар|Тавдугаар сар|Зургаадугаар сар|Долоодугаар сар|Наймдугаар сар|Есдүгээр сар|Аравдугаар сар|Арван нэгдүгээр сар|Арван хоёрдугаар сар"),
     words<12>("1-р сар|2-р сар|3-р сар|4-р сар|5-р сар|6-р сар|7-р сар|8-р сар|9-р сар|10-р сар|11-р сар|12-р сар"),
     words<7>("Ням|Даваа|Мягмар|Лхагва|Пүрэв|Баасан|Бямба"),
     words<7>("Ня|Да|Мя|Лх|Пү|Ба|Бя"),
     words<12>("нэгдүгээр сар|хоёрдугаар сар|гуравдугаар сар|дөрөвдүгээр сар|тавдугаар сар|зургаадугаар сар|долоодугаар сар|наймдугаар сар|есдүгээр сар|аравдугаар сар|арван нэгдүгээр сар|арван хоёрдугаар сар"),
 };
-constexpr LocaleNames kNames62 = {
+constexpr LocaleNames kNames63 = {
     words<12>("ཟླ་བ་དང་པོ་|ཟླ་བ་གཉིས་པ་|ཟླ་བ་གསུམ་པ་|ཟླ་བ་བཞི་པ་|ཟླ་བ་ལྔ་པ་|ཟླ་བ་དྲུག་པ་|ཟླ་བ་བདུན་པ་|ཟླ་བ་བརྒྱད་པ་|ཟླ་བ་དགུ་པ་|ཟླ་བ་བཅུ་པ་|ཟླ་བ་བཅུ་གཅིག་པ་|ཟླ་བ་བཅུ་གཉིས་པ་"),
     words<12>("ཟླ་༡|ཟླ་༢|ཟླ་༣|ཟླ་༤|ཟླ་༥|ཟླ་༦|ཟླ་༧|ཟླ་༨|ཟླ་༩|ཟླ་༡༠|ཟླ་༡༡|ཟླ་༡༢"),
     words<7>("གཟའ་ཉི་མ་|གཟའ་ཟླ་བ་|གཟའ་མིག་དམར་|གཟའ་ལྷག་པ་|གཟའ་ཕུར་བུ་|གཟའ་པ་སངས་|གཟའ་སྤེན་པ་"),
     words<7>("ཉི་མ་|ཟླ་བ་|མིག་དམར་|ལྷག་པ་|ཕུར་བུ་|པ་སངས་|སྤེན་པ་"),
     words<12>("ཟླ་བ་དང་པོ|ཟླ་བ་གཉིས་པ|ཟླ་བ་གསུམ་པ|ཟླ་བ་བཞི་པ|ཟླ་བ་ལྔ་པ|ཟླ་བ་དྲུག་པ|ཟླ་བ་བདུན་པ|ཟླ་བ་བརྒྱད་པ|ཟླ་བ་དགུ་པ|ཟླ་བ་བཅུ་པ|ཟླ་བ་བཅུ་གཅིག་པ|ཟླ་བ་བཅུ་གཉིས་པ"),
 };
-constexpr LocaleNames kNames63 = {
+constexpr LocaleNames kNames64 = {
     words<12>("Ionawr|Chwefror|Mawrth|Ebrill|Mai|Mehefin|Gorffennaf|Awst|Medi|Hydref|Tachwedd|Rhagfyr"),
     words<12>("Ion|Chw|Maw|Ebr|Mai|Meh|Gor|Awst|Medi|Hyd|Tach|Rhag"),
     words<7>("Dydd Sul|Dydd Llun|Dydd Mawrth|Dydd Mercher|Dydd Iau|Dydd Gwener|Dydd Sadwrn"),
     words<7>("Sul|Llun|Maw|Mer|Iau|Gwe|Sad"),
 };
-constexpr LocaleNames kNames64 = {
+constexpr LocaleNames kNames65 = {
     words<12>("មករា|កុម្ភៈ|មីនា|មេសា|ឧសភា|មិថុនា|កក្កដា|សីហា|កញ្ញា|តុលា|វិច្ឆិកា|ធ្នូ"),
     words<12>("មករា|កុម្ភៈ|មីនា|មេសា|ឧសភា|មិថុនា|កក្កដា|សីហា|កញ្ញា|តុលា|វិច្ឆិកា|ធ្នូ"),
     words<7>("អាទិត្យ|ចន្ទ|អង្គារ|ពុធ|ព្រហស្បតិ៍|សុក្រ|សៅរ៍"),
     words<7>("អាទិត្យ|ចន្ទ|អង្គារ|ពុធ|ព្រហ|សុក្រ|សៅរ៍"),
 };
-constexpr LocaleNames kNames65 = {
+constexpr LocaleNames kNames66 = {
     words<12>("ມັງກອນ|ກຸມພາ|ມີນາ|ເມສາ|ພຶດສະພາ|ມິຖຸນາ|ກໍລະກົດ|ສິງຫາ|ກັນຍາ|ຕຸລາ|ພະຈິກ|ທັນວາ"),
     words<12>("ມ.ກ.|ກ.ພ.|ມ.ນ.|ມ.ສ.|ພ.ພ.|ມິ.ຖ.|ກ.ລ.|ສ.ຫ.|ກ.ຍ.|ຕ.ລ.|ພ.ຈ.|ທ.ວ."),
     words<7>("ວັນອາທິດ|ວັນຈັນ|ວັນອັງຄານ|ວັນພຸດ|ວັນພະຫັດ|ວັນສຸກ|ວັນເສົາ"),
     words<7>("ອາທິດ|ຈັນ|ອັງຄານ|ພຸດ|ພະຫັດ|ສຸກ|ເສົາ"),
 };
-constexpr LocaleNames kNames66 = {
+constexpr LocaleNames kNames67 = {
     words<12>("Xaneiro|Febreiro|Marzo|Abril|Maio|Xuño|Xullo|Agosto|Setembro|Outubro|Novembro|Decembro"),
     words<12>("Xan.|Feb.|Mar.|Abr.|Maio|Xuño|Xul.|Ago.|Set.|Out.|Nov.|Dec."),
     words<7>("Domingo|Luns|Martes|Mércores|Xoves|Venres|Sábado"),
     words<7>("Dom.|Luns|Mar.|Mér.|Xov.|Ven.|Sáb."),
     words<12>("xaneiro|febreiro|marzo|abril|maio|xuño|xullo|agosto|setembro|outubro|novembro|decembro"),
 };
-constexpr LocaleNames kNames67 = {
+constexpr LocaleNames kNames68 = {
     words<12>("जानेवारी|फेब्रुवारी|मार्च|एप्रील|मे|जून|जुलय|ऑगस्ट|सप्टेंबर|ऑक्टोबर|नोव्हेंबर|डिसेंबर"),
     words<12>("जाने|फेब्रु|मार्च|एप्री|मे|जून|जुल|ऑग|सप्टें|ऑक्टो|नो|डिसे"),
     words<7>("आयतार|सोमार|मंगळार|बुधवार|बिरेस्तार|शुक्रार|शेनवार"),
     words<7>("आयतार|सोमार|मंगळार|बुधवार|बिरेस्तार|शुक्रार|शेनवार"),
 };
-constexpr LocaleNames kNames68 = {
+constexpr LocaleNames kNames69 = {
     words<12>("ජනවාරි|පෙබරවාරි|මාර්තු|අප්\342\200\215රේල්|මැයි|ජූනි|ජූලි|අගෝස්තු|සැප්තැම්බර්|ඔක්තෝබර්|නොවැම්බර්|දෙසැම්බර්"),
     words<12>("ජන|පෙබ|මාර්|අප්\342\200\215රේල්|මැයි|ජූනි|ජූලි|අගෝ|සැප්|ඔක්|නොවැ|දෙසැ"),
     words<7>("ඉරිදා|සඳුදා|අඟහරුවාදා|බදාදා|බ්\342\200\215රහස්පතින්දා|සිකුරාදා|සෙනසුරාදා"),
     words<7>("ඉරිදා|සඳුදා|අඟහ|බදාදා|බ්\342\200\215රහස්|සිකු|සෙන"),
 };
-constexpr LocaleNames kNames69 = {
+constexpr LocaleNames kNames70 = {
     words<12>("ጃንዩወሪ|ፌብሩወሪ|ማርች|ኤፕሪል|ሜይ|ጁን|ጁላይ|ኦገስት|ሴፕቴምበር|ኦክቶበር|ኖቬምበር|ዲሴምበር"),
     words<12>("ጃንዩ|ፌብሩ|ማርች|ኤፕሪ|ሜይ|ጁን|ጁላይ|ኦገስ|ሴፕቴ|ኦክቶ|ኖቬም|ዲሴም"),
     words<7>("እሑድ|ሰኞ|ማክሰኞ|ረቡዕ|ሐሙስ|ዓርብ|ቅዳሜ"),
     words<7>("እሑድ|ሰኞ|ማክሰ|ረቡዕ|ሐሙስ|ዓርብ|ቅዳሜ"),
 };
-constexpr LocaleNames kNames70 = {
+constexpr LocaleNames kNames71 = {
     words<12>("जनवरी|फेब्रुअरी|मार्च|अप्रिल|मे|जुन|जुलाई|अगस्ट|सेप्टेम्बर|अक्टोबर|नोभेम्बर|डिसेम्बर"),
     words<12>("जनवरी|फेब्रुअरी|मार्च|अप्रिल|मे|जुन|जुलाई|अगस्ट|सेप्टेम्बर|अक्टोबर|नोभेम्बर|डिसेम्बर"),
     words<7>("आइतबार|सोमबार|मङ्गलबार|बुधबार|बिहिबार|शुक्रबार|शनिबार"),
     words<7>("आइत|सोम|मङ्गल|बुध|बिहि|शुक्र|शनि"),
 };
-constexpr LocaleNames kNames71 = {
+constexpr LocaleNames kNames72 = {
     words<12>("Jannewaris|Febrewaris|Maart|April|Maaie|Juny|July|Augustus|Septimber|Oktober|Novimber|Desimber"),
     words<12>("Jan|Feb|Mrt|Apr|Mai|Jun|Jul|Aug|Sep|Okt|Nov|Des"),
     words<7>("snein|moandei|tiisdei|woansdei|tongersdei|freed|sneon"),
     words<7>("si|mo|ti|wo|to|fr|so"),
 };
-constexpr LocaleNames kNames72 = {
+constexpr LocaleNames kNames73 = {
     words<12>("جنوري|فېبروري|مارچ|اپریل|مۍ|جون|جولای|اګست|سپتمبر|اکتوبر|نومبر|دسمبر"),
     words<12>("جنوري|فبروري|مارچ|اپریل|مۍ|جون|جولای|اګست|سپتمبر|اکتوبر|نومبر|دسمبر"),
     words<7>("يونۍ|دونۍ|درېنۍ|څلرنۍ|پينځنۍ|جمعه|اونۍ"),
     words<7>("يونۍ|دونۍ|درېنۍ|څلرنۍ|پينځنۍ|جمعه|اونۍ"),
     words<12>("جنوري|فبروري|مارچ|اپریل|مۍ|جون|جولای|اګست|سېپتمبر|اکتوبر|نومبر|دسمبر"),
 };
-constexpr LocaleNames kNames73 = {
+constexpr LocaleNames kNames74 = {
     words<12>("Enero|Pebrero|Marso|Abril|Mayo|Hunyo|Hulyo|Agosto|Setyembre|Oktubre|Nobyembre|Disyembre"),
     words<12>("Ene|Peb|Mar|Abr|May|Hun|Hul|Ago|Set|Okt|Nob|Dis"),
     words<7>("Linggo|Lunes|Martes|Miyerkules|Huwebes|Biyernes|Sabado"),
     words<7>("Lin|Lun|Mar|Miy|Huw|Biy|Sab"),
 };
-constexpr LocaleNames kNames74 = {
+constexpr LocaleNames kNames75 = {
     words<12>("Janairu|Faburairu|Maris|Afirilu|Mayu|Yuni|Yuli|Agusta|Satumba|Oktoba|Nuwamba|Disamba"),
     words<12>("Jan|Fab|Mar|Afi|May|Yun|Yul|Agu|Sat|Okt|Nuw|Dis"),
     words<7>("Lahadi|Litinin|Talata|Laraba|Alhamis|Jummaʼa|Asabar"),
     words<7>("Lah|Lit|Tal|Lar|Alh|Jum|Asa"),
 };
-constexpr LocaleNames kNames75 = {
+constexpr LocaleNames kNames76 = {
     words<12>("Ṣẹ́rẹ́|Èrèlè|Ẹrẹ̀nà|Ìgbé|Ẹ̀bibi|Òkúdu|Agẹmọ|Ògún|Owewe|Ọ̀wàrà|Bélú|Ọ̀pẹ̀"),
     words<12>("Ṣẹ́|Èr|Ẹr|Ìg|Ẹ̀b|Òk|Ag|Òg|Ow|Ọ̀w|Bé|Ọ̀p"),
     words<7>("Àìkú|Ajé|Ìsẹ́gun|Ọjọ́rú|Ọjọ́bọ|Ẹtì|Àbámẹ́ta"),
     words<7>("Àìk|Aj|Ìsẹ́g|Ọjọ́r|Ọjọ́b|Ẹt|Àbám"),
     words<12>("Oṣù Ṣẹ́rẹ́|Oṣù Èrèlè|Oṣù Ẹrẹ̀nà|Oṣù Ìgbé|Oṣù Ẹ̀bibi|Oṣù Òkúdu|Oṣù Agẹmọ|Oṣù Ògún|Oṣù Owewe|Oṣù Ọ̀wàrà|Oṣù Bélú|Oṣù Ọ̀pẹ̀"),
 };
-constexpr LocaleNames kNames76 = {
+constexpr LocaleNames kNames77 = {
     words<12>("Januar|Februar|Mäerz|Abrëll|Mee|Juni|Juli|August|September|Oktober|November|Dezember"),
     words<12>("Jan|Feb|Mäe|Abr|Mee|Jun|Jul|Aug|Sep|Okt|Nov|Dez"),
     words<7>("Sonndeg|Méindeg|Dënschdeg|Mëttwoch|Donneschdeg|Freideg|Samschdeg"),
     words<7>("Son|Méi|Dën|Mët|Don|Fre|Sam"),
 };
-constexpr LocaleNames kNames77 = {
+constexpr LocaleNames kNames78 = {
     words<12>("Jenụwarị|Febrụwarị|Maachị|Epreel|Mee|Juun|Julaị|Ọgọọst|Septemba|Ọktoba|Novemba|Disemba"),
     words<12>("Jen|Feb|Maa|Epr|Mee|Juu|Jul|Ọgọ|Sep|Ọkt|Nov|Dis"),
     words<7>("Sọndee|Mọnde|Tiuzdee|Wenezdee|Tọọzdee|Fraịdee|Satọdee"),
     words<7>("Sọn|Mọn|Tiu|Wen|Tọọ|Fraị|Sat"),
 };
-constexpr LocaleNames kNames78 = {
+constexpr LocaleNames kNames79 = {
+    words<12>("Amajjii|Guraandhala|Bitooteessa|Elba|Caamsa|Waxabajjii|Adooleessa|Hagayya|Fuulbana|Onkololeessa|Sadaasa|Muddee"),
+    words<12>("Ama|Gur|Bit|Elb|Cam|Wax|Ado|Hag|Ful|Onk|Sad|Mud"),
+    words<7>("Dilbata|Wiixata|Qibxata|Roobii|Kamiisa|Jimaata|Sanbata"),
+    words<7>("Dil|Wix|Qib|Rob|Kam|Jim|San"),
+};
+constexpr LocaleNames kNames80 = {
+    words<12>("ጥሪ|ለካቲት|መጋቢት|ሚያዝያ|ግንቦት|ሰነ|ሓምለ|ነሓሰ|መስከረም|ጥቅምቲ|ሕዳር|ታሕሳስ"),
+    words<12>("ጥሪ|ለካ|መጋ|ሚያ|ግን|ሰነ|ሓም|ነሓ|መስ|ጥቅ|ሕዳ|ታሕ"),
+    words<7>("ሰንበት|ሰኑይ|ሰሉስ|ረቡዕ|ሓሙስ|ዓርቢ|ቀዳም"),
+    words<7>("ሰን|ሰኑ|ሰሉ|ረቡ|ሓሙ|ዓር|ቀዳ"),
+};
+constexpr LocaleNames kNames81 = {
+    words<12>("Jannaayo|Febraayo|Maarso|Abriil|May|Juun|Luuliyo|Ogost|Sebtembar|Oktoobar|Nofembar|Desembar"),
+    words<12>("Jan|Feb|Mar|Abr|May|Jun|Lul|Ogs|Seb|Okt|Nof|Dis"),
+    words<7>("Axad|Isniin|Talaado|Arbaco|Khamiis|Jimco|Sabti"),
+    words<7>("Axd|Isn|Tldo|Arbc|Khms|Jmc|Sbti"),
+    words<12>("Bisha Koobaad|Bisha Labaad|Bisha Saddexaad|Bisha Afraad|Bisha Shanaad|Bisha Lixaad|Bisha Todobaad|Bisha Sideedaad|Bisha Sagaalaad|Bisha Tobnaad|Bisha Kow iyo Tobnaad|Bisha Laba iyo Tobnaad"),
+};
+constexpr LocaleNames kNames82 = {
+    words<12>("ꋍꆪ|ꑍꆪ|ꌕꆪ|ꇖꆪ|ꉬꆪ|ꃘꆪ|ꏃꆪ|ꉆꆪ|ꈬꆪ|ꊰꆪ|ꊰꊪꆪ|ꊰꑋꆪ"),
+    words<12>("ꋍꆪ|ꑍꆪ|ꌕꆪ|ꇖꆪ|ꉬꆪ|ꃘꆪ|ꏃꆪ|ꉆꆪ|ꈬꆪ|ꊰꆪ|ꊰꊪꆪ|ꊰꑋꆪ"),
+    words<7>("ꑭꆏꑍ|ꆏꊂꋍ|ꆏꊂꑍ|ꆏꊂꌕ|ꆏꊂꇖ|ꆏꊂꉬ|ꆏꊂꃘ"),
+    words<7>("ꑭꆏ|ꆏꋍ|ꆏꑍ|ꆏꌕ|ꆏꇖ|ꆏꉬ|ꆏꃘ"),
+};
+constexpr LocaleNames kNames83 = {
     words<12>("Genver|Cʼhwevrer|Meurzh|Ebrel|Mae|Mezheven|Gouere|Eost|Gwengolo|Here|Du|Kerzu"),
     words<12>("Gen.|Cʼhwe.|Meur.|Ebr.|Mae|Mezh.|Goue.|Eost|Gwen.|Here|Du|Kzu."),
     words<7>("Sul|Lun|Meurzh|Mercʼher|Yaou|Gwener|Sadorn"),
     words<7>("Sul|Lun|Meu.|Mer.|Yaou|Gwe.|Sad."),
 };
-constexpr LocaleNames kNames79 = {
+constexpr LocaleNames kNames84 = {
     words<12>("يانۋار|فېۋرال|مارت|ئاپرېل|ماي|ئىيۇن|ئىيۇل|ئاۋغۇست|سېنتەبىر|ئۆكتەبىر|نويابىر|دېكابىر"),
     words<12>("يانۋار|فېۋرال|مارت|ئاپرېل|ماي|ئىيۇن|ئىيۇل|ئاۋغۇست|سېنتەبىر|ئۆكتەبىر|نويابىر|دېكابىر"),
     words<7>("يەكشەنبە|دۈشەنبە|سەيشەنبە|چارشەنبە|پەيشەنبە|جۈمە|شەنبە"),
     words<7>("يە|دۈ|سە|چا|پە|جۈ|شە"),
 };
-constexpr LocaleNames kNames80 = {
+constexpr LocaleNames kNames85 = {
     words<12>("Kohitātea|Huitanguru|Poutūterangi|Paengawhāwhā|Haratua|Pipiri|Hōngongoi|Hereturikōkā|Mahuru|Whiringa-ā-nuku|Whiringa-ā-rangi|Hakihea"),
     words<12>("Kohi|Hui|Pou|Pae|Hara|Pipi|Hōngo|Here|Mahu|Nuku|Rangi|Haki"),
     words<7>("Rātapu|Rāhina|Rātū|Rāapa|Rāpare|Rāmere|Rāhoroi"),
     words<7>("Tap|Hin|Tū|Apa|Par|Mer|Hor"),
 };
-constexpr LocaleNames kNames81 = {
+constexpr LocaleNames kNames86 = {
     words<12>("Januar|Februar|März|April|Mai|Juni|Juli|Auguscht|Septämber|Oktoober|Novämber|Dezämber"),
     words<12>("Jan|Feb|Mär|Apr|Mai|Jun|Jul|Aug|Sep|Okt|Nov|Dez"),
     words<7>("Sunntig|Määntig|Ziischtig|Mittwuch|Dunschtig|Friitig|Samschtig"),
     words<7>("Su.|Mä.|Zi.|Mi.|Du.|Fr.|Sa."),
 };
-constexpr LocaleNames kNames82 = {
+constexpr LocaleNames kNames87 = {
     words<12>("тохсунньу|олунньу|кулун тутар|муус устар|ыам ыйа|бэс ыйа|от ыйа|атырдьых ыйа|балаҕан ыйа|алтынньы|сэтинньи|ахсынньы"),
     words<12>("Тохс|Олун|Клн|Мсу|Ыам|Бэс|Отй|Атр|Блҕ|Алт|Сэт|Ахс"),
     words<7>("баскыһыанньа|бэнидиэнньик|оптуорунньук|сэрэдэ|чэппиэр|Бээтиҥсэ|субуота"),
     words<7>("бс|бн|оп|сэ|чп|бэ|сб"),
     words<12>("Тохсунньу|Олунньу|Кулун тутар|Муус устар|Ыам ыйын|Бэс ыйын|От ыйын|Атырдьых ыйын|Балаҕан ыйын|Алтынньы|Сэтинньи|ахсынньы"),
 };
-constexpr LocaleNames kNames83 = {
+constexpr LocaleNames kNames88 = {
     words<12>("Mutarama|Gashyantare|Werurwe|Mata|Gicurasi|Kamena|Nyakanga|Kanama|Nzeli|Ukwakira|Ugushyingo|Ukuboza"),
     words<12>("mut.|gas.|wer.|mat.|gic.|kam.|nya.|kan.|nze.|ukw.|ugu.|uku."),
     words<7>("Ku cyumweru|Kuwa mbere|Kuwa kabiri|Kuwa gatatu|Kuwa kane|Kuwa gatanu|Kuwa gatandatu"),
     words<7>("cyu.|mbe.|kab.|gtu.|kan.|gnu.|gnd."),
 };
-constexpr LocaleNames kNames84 = {
+constexpr LocaleNames kNames89 = {
     words<12>("Samwiyee|Fewriyee|Mars|Awril|Mee|Suwe|Sulet|Ut|Sàttumbar|Oktoobar|Nowàmbar|Desàmbar"),
     words<12>("Sam|Few|Mar|Awr|Mee|Suw|Sul|Ut|Sàt|Okt|Now|Des"),
     words<7>("Dibéer|Altine|Talaata|Àlarba|Alxamis|Àjjuma|Aseer"),
     words<7>("Dib|Alt|Tal|Àla|Alx|Àjj|Ase"),
 };
-constexpr LocaleNames kNames85 = {
+constexpr LocaleNames kNames90 = {
+    words<12>("جنوری|فبروری|مارچ|اپریل|می|جون|جولای|اگست|سپتمبر|اکتوبر|نومبر|دسمبر"),
+    words<12>("جنوری|فبروری|مارچ|اپریل|می|جون|جولای|اگست|سپتمبر|اکتوبر|نومبر|دسمبر"),
+    words<7>("یکشنبه|دوشنبه|سه\342\200\214شنبه|چهارشنبه|پنجشنبه|جمعه|شنبه"),
+    words<7>("یکشنبه|دوشنبه|سه\342\200\214شنبه|چهارشنبه|پنجشنبه|جمعه|شنبه"),
+};
+constexpr LocaleNames kNames91 = {
     words<12>("Am Faoilleach|An Gearran|Am Màrt|An Giblean|An Cèitean|An t-Ògmhios|An t-Iuchar|An Lùnastal|An t-Sultain|An Dàmhair|An t-Samhain|An Dùbhlachd"),
     words<12>("Faoi|Gearr|Màrt|Gibl|Cèit|Ògmh|Iuch|Lùna|Sult|Dàmh|Samh|Dùbh"),
     words<7>("DiDòmhnaich|DiLuain|DiMàirt|DiCiadain|DiarDaoin|DihAoine|DiSathairne"),
     words<7>("DiD|DiL|DiM|DiC|Dia|Dih|DiS"),
     words<12>("dhen Fhaoilleach|dhen Ghearran|dhen Mhàrt|dhen Ghiblean|dhen Chèitean|dhen Ògmhios|dhen Iuchar|dhen Lùnastal|dhen t-Sultain|dhen Dàmhair|dhen t-Samhain|dhen Dùbhlachd"),
 };
-constexpr LocaleNames kNames86 = {
+constexpr LocaleNames kNames92 = {
     words<12>("كانون الثاني|شباط|آذار|نيسان|أيار|حزيران|تموز|آب|أيلول|تشرين الأول|تشرين الثاني|كانون الأول"),
     words<12>("كانون الثاني|شباط|آذار|نيسان|أيار|حزيران|تموز|آب|أيلول|تشرين الأول|تشرين الثاني|كانون الأول"),
     words<7>("الأحد|الاثنين|الثلاثاء|الأربعاء|الخميس|الجمعة|السبت"),
     words<7>("الأحد|الاثنين|الثلاثاء|الأربعاء|الخميس|الجمعة|السبت"),
 };
-constexpr LocaleNames kNames87 = {
+constexpr LocaleNames kNames93 = {
     words<12>("一月|二月|三月|四月|五月|六月|七月|八月|九月|十月|十一月|十二月"),
     words<12>("1月|2月|3月|4月|5月|6月|7月|8月|9月|10月|11月|12月"),
     words<7>("星期日|星期一|星期二|星期三|星期四|星期五|星期六"),
     words<7>("周日|周一|周二|周三|周四|周五|周六"),
 };
-constexpr LocaleNames kNames88 = {
+constexpr LocaleNames kNames94 = {
     words<12>("enero|febrero|marzo|abril|mayo|junio|julio|agosto|septiembre|octubre|noviembre|diciembre"),
     words<12>("ene|feb|mar|abr|may|jun|jul|ago|sept|oct|nov|dic"),
     words<7>("domingo|lunes|martes|miércoles|jueves|viernes|sábado"),
     words<7>("dom|lun|mar|mié|jue|vie|sáb"),
 };
-constexpr LocaleNames kNames89 = {
+constexpr LocaleNames kNames95 = {
+    words<12>("janvier|février|mars|avril|mai|juin|juillet|août|septembre|octobre|novembre|décembre"),
+    words<12>("janv.|févr.|mars|avr.|mai|juin|juil.|août|sept.|oct.|nov.|déc."),
+    words<7>("dimanche|lundi|mardi|mercredi|jeudi|vendredi|samedi"),
+    words<7>("dim.|lun.|mar.|mer.|jeu.|ven.|sam."),
+};
+constexpr LocaleNames kNames96 = {
     words<12>("gennaio|febbraio|marzo|aprile|maggio|giugno|luglio|agosto|settembre|ottobre|novembre|dicembre"),
     words<12>("gen|feb|mar|apr|mag|giu|lug|ago|set|ott|nov|dic"),
     words<7>("domenica|lunedì|martedì|mercoledì|giovedì|venerdì|sabato"),
     words<7>("dom|lun|mar|mer|gio|ven|sab"),
 };
-constexpr LocaleNames kNames90 = {
+constexpr LocaleNames kNames97 = {
     words<12>("januar|februar|mars|april|mai|juni|juli|august|september|oktober|november|desember"),
     words<12>("jan.|feb.|mars|apr.|mai|juni|juli|aug.|sep.|okt.|nov.|des."),
     words<7>("søndag|måndag|tysdag|onsdag|torsdag|fredag|laurdag"),
     words<7>("søn|mån|tys|ons|tor|fre|lau"),
 };
-constexpr LocaleNames kNames91 = {
+constexpr LocaleNames kNames98 = {
     words<12>("ianuarie|februarie|martie|aprilie|mai|iunie|iulie|august|septembrie|octombrie|noiembrie|decembrie"),
     words<12>("ian.|feb.|mar.|apr.|mai|iun.|iul.|aug.|sept.|oct.|nov.|dec."),
     words<7>("duminică|luni|marți|miercuri|joi|vineri|sâmbătă"),
     words<7>("Dum|Lun|Mar|Mie|Joi|Vin|Sâm"),
 };
-constexpr LocaleNames kNames92 = {
+constexpr LocaleNames kNames99 = {
+    words<12>("januar|februar|mart|april|maj|jun|jul|avgust|septembar|oktobar|novembar|decembar"),
+    words<12>("jan|feb|mar|apr|maj|jun|jul|avg|sep|okt|nov|dec"),
+    words<7>("nedelja|ponedeljak|utorak|sreda|četvrtak|petak|subota"),
+    words<7>("ned|pon|uto|sre|čet|pet|sub"),
+};
+constexpr LocaleNames kNames100 = {
     words<12>("januari|februari|mars|april|maj|juni|juli|augusti|september|oktober|november|december"),
     words<12>("jan.|feb.|mars|apr.|maj|juni|juli|aug.|sep.|okt.|nov.|dec."),
     words<7>("söndag|måndag|tisdag|onsdag|torsdag|fredag|lördag"),
     words<7>("sön|mån|tis|ons|tors|fre|lör"),
 };
-constexpr LocaleNames kNames93 = {
+constexpr LocaleNames kNames101 = {
     words<12>("Јанвар|Феврал|Март|Апрел|Май|Ијун|Ијул|Август|Сентјабр|Октјабр|Нојабр|Декабр"),
     words<12>("јан|фев|мар|апр|май|ијн|ијл|авг|сен|окт|ној|дек"),
     words<7>("базар|базар ертәси|чәршәнбә ахшамы|чәршәнбә|ҹүмә ахшамы|ҹүмә|шәнбә"),
     words<7>("Б.|Б.Е.|Ч.А.|Ч.|Ҹ.А.|Ҹ.|Ш."),
     words<12>("јанвар|феврал|март|апрел|май|ијун|ијул|август|сентјабр|октјабр|нојабр|декабр"),
 };
-constexpr LocaleNames kNames94 = {
+constexpr LocaleNames kNames102 = {
     words<12>("Eanáir|Feabhra|Márta|Aibreán|Bealtaine|Meitheamh|Iúil|Lúnasa|Meán Fómhair|Deireadh Fómhair|Samhain|Nollaig"),
     words<12>("Ean|Feabh|Márta|Aib|Beal|Meith|Iúil|Lún|MFómh|DFómh|Samh|Noll"),
     words<7>("Dé Domhnaigh|Dé Luain|Dé Máirt|Dé Céadaoin|Déardaoin|Dé hAoine|Dé Sathairn"),
     words<7>("Domh|Luan|Máirt|Céad|Déar|Aoine|Sath"),
 };
-constexpr LocaleNames kNames95 = {
+constexpr LocaleNames kNames103 = {
     words<12>("январ|феврал|март|апрел|май|июн|июл|август|сентябр|октябр|ноябр|декабр"),
     words<12>("янв|фев|мар|апр|май|июн|июл|авг|сен|окт|ноя|дек"),
     words<7>("якшанба|душанба|сешанба|чоршанба|пайшанба|жума|шанба"),
     words<7>("якш|душ|сеш|чор|пай|жум|шан"),
 };
-constexpr LocaleNames kNames96 = {
+constexpr LocaleNames kNames104 = {
+    words<12>("јануар|фебруар|март|април|мај|јун|јул|август|септембар|октобар|новембар|децембар"),
+    words<12>("јан|феб|мар|апр|мај|јун|јул|авг|сеп|окт|нов|дец"),
+    words<7>("недеља|понедељак|уторак|среда|четвртак|петак|субота"),
+    words<7>("нед|пон|уто|сре|чет|пет|суб"),
+};
+constexpr LocaleNames kNames105 = {
     words<12>("ođđajagemánnu|guovvamánnu|njukčamánnu|cuoŋománnu|miessemánnu|geassemánnu|suoidnemánnu|borgemánnu|čakčamánnu|golggotmánnu|skábmamánnu|juovlamánnu"),
     words<12>("ođđj|guov|njuk|cuoŋ|mies|geas|suoi|borg|čakč|golg|skáb|juov"),
     words<7>("sotnabeaivi|mánnodat|disdat|gaskavahkku|duorastat|bearjadat|lávvordat"),
     words<7>("so|má|di|ga|du|be|lá"),
 };
-constexpr LocaleNames kNames97 = {
+constexpr LocaleNames kNames106 = {
     words<12>("Januar|Februar|März|April|Mai|Juni|Juli|August|September|Oktober|November|Dezember"),
     words<12>("Jan|Feb|Mär|Apr|Mai|Jun|Jul|Aug|Sep|Okt|Nov|Dez"),
     words<7>("Sonntag|Montag|Dienstag|Mittwoch|Donnerstag|Freitag|Samstag"),
     words<7>("So|Mo|Di|Mi|Do|Fr|Sa"),
 };
-constexpr LocaleNames kNames98 = {
+constexpr LocaleNames kNames107 = {
     words<12>("جانفي|فيفري|مارس|أفريل|ماي|جوان|جويلية|أوت|سبتمبر|أكتوبر|نوفمبر|ديسمبر"),
     words<12>("جانفي|فيفري|مارس|أفريل|ماي|جوان|جويلية|أوت|سبتمبر|أكتوبر|نوفمبر|ديسمبر"),
     words<7>("الأحد|الاثنين|الثلاثاء|الأربعاء|الخميس|الجمعة|السبت"),
     words<7>("الأحد|الاثنين|الثلاثاء|الأربعاء|الخميس|الجمعة|السبت"),
 };
-constexpr LocaleNames kNames99 = {
-    words<12>("janvier|février|mars|avril|mai|juin|juillet|août|septembre|octobre|novembre|décembre"),
-    words<12>("janv.|févr.|mars|avr.|mai|juin|juil.|août|sept.|oct.|nov.|déc."),
-    words<7>("dimanche|lundi|mardi|mercredi|jeudi|vendredi|samedi"),
-    words<7>("dim.|lun.|mar.|mer.|jeu.|ven.|sam."),
-};
-constexpr LocaleNames kNames100 = {
+constexpr LocaleNames kNames108 = {
     words<12>("januar|februar|mart|april|maj|juni|juli|august|septembar|oktobar|novembar|decembar"),
     words<12>("jan|feb|mar|apr|maj|jun|jul|aug|sep|okt|nov|dec"),
     words<7>("nedjelja|ponedjeljak|utorak|srijeda|četvrtak|petak|subota"),
     words<7>("ned|pon|uto|sri|čet|pet|sub"),
 };
-constexpr LocaleNames kNames101 = {
+constexpr LocaleNames kNames109 = {
     words<12>("يناير|فبراير|مارس|أبريل|ماي|يونيو|يوليوز|غشت|شتنبر|أكتوبر|نونبر|دجنبر"),
     words<12>("يناير|فبراير|مارس|أبريل|ماي|يونيو|يوليوز|غشت|شتنبر|أكتوبر|نونبر|دجنبر"),
     words<7>("الأحد|الاثنين|الثلاثاء|الأربعاء|الخميس|الجمعة|السبت"),
     words<7>("الأحد|الاثنين|الثلاثاء|الأربعاء|الخميس|الجمعة|السبت"),
 };
-constexpr LocaleNames kNames102 = {
+constexpr LocaleNames kNames110 = {
     words<12>("januar|februar|mart|april|maj|jun|jul|avgust|septembar|oktobar|novembar|decembar"),
     words<12>("jan|feb|mar|apr|maj|jun|jul|avg|sep|okt|nov|dec"),
     words<7>("nedjelja|ponedjeljak|utorak|srijeda|četvrtak|petak|subota"),
     words<7>("ned|pon|uto|sri|čet|pet|sub"),
 };
-constexpr LocaleNames kNames103 = {
+constexpr LocaleNames kNames111 = {
     words<12>("January|February|March|April|May|June|July|August|September|October|November|December"),
     words<12>("Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sept|Oct|Nov|Dec"),
     words<7>("Sunday|Monday|Tuesday|Wednesday|Thursday|Friday|Saturday"),
     words<7>("Sun|Mon|Tue|Wed|Thu|Fri|Sat"),
 };
-constexpr LocaleNames kNames104 = {
+constexpr LocaleNames kNames112 = {
     words<12>("јануар|фебруар|март|април|мај|јун|јул|август|септембар|октобар|новембар|децембар"),
     words<12>("јан|феб|мар|апр|мај|јун|јул|авг|сеп|окт|нов|дец"),
     words<7>("недјеља|понедјељак|уторак|сриједа|четвртак|петак|субота"),
     words<7>("нед|пон|уто|сри|чет|пет|суб"),
 };
-constexpr LocaleNames kNames105 = {
+constexpr LocaleNames kNames113 = {
     words<12>("enero|febrero|marzo|abril|mayo|junio|julio|agosto|septiembre|octubre|noviembre|diciembre"),
     words<12>("ene.|feb.|mar.|abr.|may.|jun.|jul.|ago.|sept.|oct.|nov.|dic."),
     words<7>("domingo|lunes|martes|miércoles|jueves|viernes|sábado"),
     words<7>("dom|lun|mar|mié|jue|vie|sáb"),
 };
-constexpr LocaleNames kNames106 = {
+constexpr LocaleNames kNames114 = {
     words<12>("јануар|фебруар|март|април|мај|јуни|јули|аугуст|септембар|октобар|новембар|децембар"),
     words<12>("јан|феб|мар|апр|мај|јун|јул|ауг|сеп|окт|нов|дец"),
     words<7>("недјеља|понедјељак|уторак|сриједа|четвртак|петак|субота"),
     words<7>("нед|пон|уто|сри|чет|пет|суб"),
 };
-constexpr LocaleNames kNames107 = {
-    words<12>("januar|februar|mart|april|maj|jun|jul|avgust|septembar|oktobar|novembar|decembar"),
-    words<12>("jan|feb|mar|apr|maj|jun|jul|avg|sep|okt|nov|dec"),
-    words<7>("nedelja|ponedeljak|utorak|sreda|četvrtak|petak|subota"),
-    words<7>("ned|pon|uto|sre|čet|pet|sub"),
-};
-constexpr LocaleNames kNames108 = {
+constexpr LocaleNames kNames115 = {
     words<12>("Enero|Febrero|Marzo|Abril|Mayo|Junio|Julio|Agosto|Setiembre|Octubre|Noviembre|Diciembre"),
     words<12>("Ene.|Feb.|Mar.|Abr.|May.|Jun.|Jul.|Ago.|Set.|Oct.|Nov.|Dic."),
     words<7>("domingo|lunes|martes|miércoles|jueves|viernes|sábado"),
     words<7>("dom|lun|mar|mié|jue|vie|sáb"),
     words<12>("enero|febrero|marzo|abril|mayo|junio|julio|agosto|setiembre|octubre|noviembre|diciembre"),
 };
-constexpr LocaleNames kNames109 = {
-    words<12>("јануар|фебруар|март|април|мај|јун|јул|август|септембар|октобар|новембар|децембар"),
-    words<12>("јан|феб|мар|апр|мај|јун|јул|авг|сеп|окт|нов|дец"),
-    words<7>("недеља|понедељак|уторак|среда|четвртак|петак|субота"),
-    words<7>("нед|пон|уто|сре|чет|пет|суб"),
-};
-constexpr LocaleNames kNames110 = {
+constexpr LocaleNames kNames116 = {
     words<12>("januar|februar|mart|april|maj|jun|jul|avgust|septembar|oktobar|novembar|decembar"),
     words<12>("jan|feb|mart|apr|maj|jun|jul|avg|sept|okt|nov|dec"),
     words<7>("nedjelja|ponedeljak|utorak|srijeda|četvrtak|petak|subota"),
     words<7>("nedjelja|ponedeljak|utorak|srijeda|četvrtak|petak|subota"),
 };
-constexpr LocaleNames kNames111 = {
+constexpr LocaleNames kNames117 = {
     words<12>("јануар|фебруар|март|април|мај|јун|јул|август|септембар|октобар|новембар|децембар"),
     words<12>("јан|феб|март|апр|мај|јун|јул|авг|септ|окт|нов|дец"),
     words<7>("недјеља|понедељак|уторак|сриједа|четвртак|петак|субота"),
     words<7>("недјеља|понедељак|уторак|сриједа|четвртак|петак|субота"),
 };
-constexpr LocaleNames kNames112 = {
+constexpr LocaleNames kNames118 = {
     words<12>("January|February|March|April|May|June|July|August|September|October|November|December"),
     words<12>("Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec"),
     words<7>("Sunday|Monday|Tuesday|Wednesday|Thursday|Friday|Saturday"),
@@ -843,200 +880,220 @@ constexpr Locale kOtherLocales[] = {
      Twelve, "₹", "$ n", "-$ n", kNames59, 1, 2, "পূৰ্বাহ্ন", "অপৰাহ্ন", true},
     {1102, "mr-in", '.', ",", kDayFirst, '/', "d/M/yyyy", "d MMMM, yyyy",
      Twelve, "₹", "$n", "-$n", kNames60, 1, 2, "AM", "PM", false},
+    {1103, "sa-in", '.', ",", kDayFirst, '/', "d/M/yyyy", "d MMMM yyyy",
+     Twelve, "₹", "$n", "-$n", kNames61, 1, 2, "पूर्वाह्न", "अपराह्न", false},
     {1104, "mn-mn", '.', ",", kYearFirst, '.', "yyyy.MM.dd", "yyyy 'оны' MMMM'ын' d",
-     TwoDigits, "₮", "$ n", "-$ n", kNames61, 2, 2, "үө", "үх", false},
+     TwoDigits, "₮", "$ n", "-$ n", kNames62, 2, 2, "үө", "үх", false},
     {1105, "bo-cn", '.', ",", kYearFirst, '-', "yyyy-MM-dd", "སྤྱི་ལོ་yyyy MMMMའི་ཚེས་d",
-     TwoDigits, "¥", "$ n", "-$ n", kNames62, 1, 2, "སྔ་དྲོ་", "ཕྱི་དྲོ་", false},
+     TwoDigits, "¥", "$ n", "-$ n", kNames63, 1, 2, "སྔ་དྲོ་", "ཕྱི་དྲོ་", false},
     {1106, "cy-gb", '.', ",", kDayFirst, '/', "dd/MM/yyyy", "d MMMM yyyy",
-     TwoDigits, "£", "$n", "-$n", kNames63, 2, 2, "YB", "YH", false},
+     TwoDigits, "£", "$n", "-$n", kNames64, 2, 2, "YB", "YH", false},
     {1107, "km-kh", ',', ".", kDayFirst, '/', "d/M/yyyy", "d MMMM yyyy",
-     Twelve, "៛", "n$", "-n$", kNames64, 1, 2, "AM", "PM", false},
+     Twelve, "៛", "n$", "-n$", kNames65, 1, 2, "AM", "PM", false},
     {1108, "lo-la", ',', ".", kDayFirst, '/', "d/M/yyyy", "d MMMM yyyy",
-     AsNeeded, "₭", "$n", "$-n", kNames65, 1, 0, "ກ່ອນທ່ຽງ", "ຫຼັງທ່ຽງ", false},
+     AsNeeded, "₭", "$n", "$-n", kNames66, 1, 0, "ກ່ອນທ່ຽງ", "ຫຼັງທ່ຽງ", false},
     {1110, "gl-es", ',', ".", kDayFirst, '/', "dd/MM/yyyy", "d 'de' MMMM 'de' yyyy",
-     TwoDigits, "€", "n $", "-n $", kNames66, 2, 2, "AM", "PM", false},
+     TwoDigits, "€", "n $", "-n $", kNames67, 2, 2, "AM", "PM", false},
     {1111, "kok-in", '.', ",", kDayFirst, '-', "d-M-yyyy", "d MMMM yyyy",
-     Twelve, "₹", "$ n", "-$ n", kNames67, 1, 2, "AM", "PM", false},
+     Twelve, "₹", "$ n", "-$ n", kNames68, 1, 2, "AM", "PM", false},
     {1115, "si-lk", '.', ",", kYearFirst, '-', "yyyy-MM-dd", "yyyy MMMM d",
-     TwoDigits, "රු.", "$n", "-$n", kNames68, 2, 2, "පෙව", "පව", false},
+     TwoDigits, "රු.", "$n", "-$n", kNames69, 2, 2, "පෙව", "පව", false},
     {1118, "am-et", '.', ",", kDayFirst, '/', "dd/MM/yyyy", "d MMMM yyyy",
-     Twelve, "ብር", "$n", "-$n", kNames69, 1, 2, "ጥዋት", "ከሰዓት", false},
+     Twelve, "ብር", "$n", "-$n", kNames70, 1, 2, "ጥዋት", "ከሰዓት", false},
     {1121, "ne-np", '.', ",", kYearFirst, '/', "yyyy/M/d", "yyyy MMMM d",
-     TwoDigits, "नेरू", "$ n", "-$ n", kNames70, 1, 2, "पूर्वाह्न", "अपराह्न", false},
+     TwoDigits, "नेरू", "$ n", "-$ n", kNames71, 1, 2, "पूर्वाह्न", "अपराह्न", false},
     {1122, "fy-nl", ',', ".", kDayFirst, '-', "dd-MM-yyyy", "d MMMM yyyy",
-     TwoDigits, "€", "$ n", "$ n-", kNames71, 2, 2, "AM", "PM", false},
+     TwoDigits, "€", "$ n", "$ n-", kNames72, 2, 2, "AM", "PM", false},
     {1123, "ps-af", ',', ".", kYearFirst, '/', "yyyy/M/d", "د yyyy د MMMM d",
-     AsNeeded, "؋", "n $", "-n $", kNames72, 7, 0, "غم", "غو", false},
+     AsNeeded, "؋", "n $", "-n $", kNames73, 7, 0, "غم", "غو", false},
     {1124, "fil-ph", '.', ",", kMonthFirst, '/', "M/d/yyyy", "MMMM d, yyyy",
-     Twelve, "₱", "$n", "-$n", kNames73, 1, 2, "AM", "PM", false},
+     Twelve, "₱", "$n", "-$n", kNames74, 1, 2, "AM", "PM", false},
     {1128, "ha-latn-ng", '.', ",", kDayFirst, '/', "d/M/yyyy", "d MMMM, yyyy",
-     TwoDigits, "₦", "$ n", "-$ n", kNames74, 2, 2, "SAFIYA", "YAMMA", false},
+     TwoDigits, "₦", "$ n", "-$ n", kNames75, 2, 2, "SAFIYA", "YAMMA", false},
     {1130, "yo-ng", '.', ",", kDayFirst, '/', "d/M/yyyy", "d MMM yyyy",
-     AsNeeded, "₦", "$n", "-$n", kNames75, 2, 2, "Àárọ̀", "Ọ̀sán", false},
+     AsNeeded, "₦", "$n", "-$n", kNames76, 2, 2, "Àárọ̀", "Ọ̀sán", false},
     {1134, "lb-lu", ',', ".", kDayFirst, '.', "dd.MM.yyyy", "d. MMMM yyyy",
-     TwoDigits, "€", "n $", "-n $", kNames76, 2, 2, "MOIES", "nomëttes", false},
+     TwoDigits, "€", "n $", "-n $", kNames77, 2, 2, "MOIES", "nomëttes", false},
     {1136, "ig-ng", '.', ",", kDayFirst, '/', "d/M/yyyy", "d MMMM yyyy",
-     TwoDigits, "₦", "$n", "-$n", kNames77, 2, 2, "N’ụtụtụ", "N’abali", false},
+     TwoDigits, "₦", "$n", "-$n", kNames78, 2, 2, "N’ụtụtụ", "N’abali", false},
+    {1138, "om-et", '.', ",", kDayFirst, '/', "dd/MM/yyyy", "dd MMMM yyyy",
+     Twelve, "Br", "$n", "-$n", kNames79, 1, 2, "WD", "WB", false},
+    {1139, "ti-et", '.', ",", kDayFirst, '/', "dd/MM/yyyy", "d MMMM yyyy",
+     Twelve, "Br", "$n", "-$n", kNames80, 1, 2, "ቅቀ", "ድቀ", false},
+    {1143, "so-so", '.', ",", kDayFirst, '/', "dd/MM/yyyy", "MMMM d, yyyy",
+     Twelve, "S", "$n", "-$n", kNames81, 2, 0, "GH", "GD", false},
+    {1144, "ii-cn", '.', ",", kYearFirst, '-', "yyyy-MM-dd", "yyyy MMMM d",
+     TwoDigits, "¥", "$ n", "-$ n", kNames82, 1, 2, "ꎸꄑ", "ꁯꋒ", false},
     {1150, "br-fr", ',', "\302\240", kDayFirst, '/', "dd/MM/yyyy", "d MMMM yyyy",
-     TwoDigits, "€", "n $", "-n $", kNames78, 2, 2, "AM", "GM", false},
+     TwoDigits, "€", "n $", "-n $", kNames83, 2, 2, "AM", "GM", false},
     {1152, "ug-cn", '.', ",", kYearFirst, '-', "yyyy-MM-dd", "d-MMMM، yyyy",
-     TwoDigits, "¥", "$n", "-$n", kNames79, 1, 2, "چب", "چك", false},
+     TwoDigits, "¥", "$n", "-$n", kNames84, 1, 2, "چب", "چك", false},
     {1153, "mi-nz", '.', ",", kDayFirst, '-', "dd-MM-yyyy", "d MMMM yyyy",
-     Twelve, "$", "$ n", "-$ n", kNames80, 2, 2, "AM", "PM", false},
+     Twelve, "$", "$ n", "-$ n", kNames85, 2, 2, "AM", "PM", false},
     {1156, "gsw-fr", '.', "'", kDayFirst, '.', "dd.MM.yyyy", "d. MMMM yyyy",
-     TwoDigits, "€", "n $", "-n $", kNames81, 2, 2, "AMVORMITTAG", "AMNAMITTAG", false},
+     TwoDigits, "€", "n $", "-n $", kNames86, 2, 2, "AMVORMITTAG", "AMNAMITTAG", false},
     {1157, "sah-ru", ',', "\302\240", kYearFirst, '/', "yyyy/M/d", "yyyy, MMMM d",
-     TwoDigits, "₽", "n $", "-n $", kNames82, 2, 2, "ЭИ", "ЭК", false},
+     TwoDigits, "₽", "n $", "-n $", kNames87, 2, 2, "ЭИ", "ЭК", false},
     {1159, "rw-rw", ',', ".", kYearFirst, '-', "yyyy-MM-dd", "yyyy MMMM d",
-     TwoDigits, "RF", "$ n", "-$ n", kNames83, 2, 0, "AM", "PM", false},
+     TwoDigits, "RF", "$ n", "-$ n", kNames88, 2, 0, "AM", "PM", false},
     {1160, "wo-sn", ',', ".", kDayFirst, '-', "dd-MM-yyyy", "d MMMM, yyyy",
-     TwoDigits, "F\302\240CFA", "$ n", "-$ n", kNames84, 2, 0, "SUB", "NGO", false},
+     TwoDigits, "F\302\240CFA", "$ n", "-$ n", kNames89, 2, 0, "SUB", "NGO", false},
+    {1164, "prs-af", '.', ",", kYearFirst, '/', "yyyy/M/d", "d MMMM yyyy",
+     AsNeeded, "؋", "$ n", "-$ n", kNames90, 7, 0, "قظ", "بظ", false},
     {1169, "gd-gb", '.', ",", kDayFirst, '/', "dd/MM/yyyy", "d'mh' MMMM yyyy",
-     TwoDigits, "£", "$n", "-$n", kNames85, 2, 2, "M", "F", false},
+     TwoDigits, "£", "$n", "-$n", kNames91, 2, 2, "M", "F", false},
     {2049, "ar-iq", '.', ",", kDayFirst, '/', "d/M/yyyy", "d MMMM yyyy",
-     Twelve, "د.ع.", "$ n", "-$ n", kNames86, 7, 0, "ص", "م", false},
+     Twelve, "د.ع.", "$ n", "-$ n", kNames92, 7, 0, "ص", "م", false},
     {2052, "zh-cn", '.', ",", kYearFirst, '/', "yyyy/M/d", "yyyy年M月d日",
-     TwoDigits, "¥", "$n", "-$n", kNames87, 1, 2, "上午", "下午", false},
+     TwoDigits, "¥", "$n", "-$n", kNames93, 1, 2, "上午", "下午", false},
     {2058, "es-mx", '.', ",", kDayFirst, '/', "dd/MM/yyyy", "d 'de' MMMM 'de' yyyy",
-     TwoDigits, "$", "$n", "-$n", kNames88, 1, 2, "AM", "PM", false},
+     TwoDigits, "$", "$n", "-$n", kNames94, 1, 2, "AM", "PM", false},
+    {2060, "fr-be", ',', "\302\240", kDayFirst, '/', "d/MM/yyyy", "d MMMM yyyy",
+     TwoDigits, "€", "n $", "-n $", kNames95, 2, 2, "AM", "PM", false},
     {2064, "it-ch", '.', "'", kDayFirst, '.', "dd.MM.yyyy", "d MMMM yyyy",
-     TwoDigits, "CHF", "$ n", "$-n", kNames89, 2, 2, "AM", "PM", false},
+     TwoDigits, "CHF", "$ n", "$-n", kNames96, 2, 2, "AM", "PM", false},
     {2068, "nn-no", ',', "\302\240", kDayFirst, '.', "dd.MM.yyyy", "d. MMMM yyyy",
-     TwoDigits, "kr", "n $", "-n $", kNames90, 2, 2, "AM", "PM", false},
+     TwoDigits, "kr", "n $", "-n $", kNames97, 2, 2, "AM", "PM", false},
     {2072, "ro-md", ',', ".", kDayFirst, '.', "dd.MM.yyyy", "d MMMM yyyy",
-     TwoDigits, "L", "n $", "-n $", kNames91, 2, 2, "AM", "PM", false},
+     TwoDigits, "L", "n $", "-n $", kNames98, 2, 2, "AM", "PM", false},
     {2073, "ru-md", ',', "\302\240", kDayFirst, '.', "dd.MM.yyyy", "d MMMM yyyy 'г'.",
      TwoDigits, "L", "n $", "-n $", kNames14, 2, 2, "AM", "PM", false},
+    {2074, "sr-latn-cs", ',', ".", kDayFirst, '.', "d.M.yyyy.", "d. MMMM yyyy.",
+     TwoDigits, "RSD", "n $", "-n $", kNames99, 2, 0, "AM", "PM", false},
     {2077, "sv-fi", ',', "\302\240", kYearFirst, '-', "yyyy-MM-dd", "d MMMM yyyy",
-     TwoDigits, "€", "n $", "-n $", kNames92, 2, 2, "FM", "EM", false},
+     TwoDigits, "€", "n $", "-n $", kNames100, 2, 2, "FM", "EM", false},
     {2092, "az-cyrl-az", ',', ".", kDayFirst, '.', "dd.MM.yyyy", "d MMMM yyyy",
-     TwoDigits, "₼", "n $", "-n $", kNames93, 2, 2, "АМ", "ПМ", false},
+     TwoDigits, "₼", "n $", "-n $", kNames101, 2, 2, "АМ", "ПМ", false},
     {2107, "se-se", ',', "\302\240", kYearFirst, '-', "yyyy-MM-dd", "yyyy MMMM d",
      TwoDigits, "kr", "n $", "-n $", kNames43, 2, 2, "iđitbeaivet", "EAHKETBEAIVET", false},
     {2108, "ga-ie", '.', ",", kDayFirst, '/', "dd/MM/yyyy", "d MMMM yyyy",
-     TwoDigits, "€", "$n", "-$n", kNames94, 2, 2, "RN", "IN", false},
+     TwoDigits, "€", "$n", "-$n", kNames102, 2, 2, "RN", "IN", false},
     {2110, "ms-bn", ',', ".", kDayFirst, '/', "d/MM/yyyy", "d MMMM yyyy",
      Twelve, "$", "$ n", "-$ n", kNames44, 2, 2, "PG", "PTG", false},
     {2115, "uz-cyrl-uz", ',', "\302\240", kDayFirst, '/', "dd/MM/yyyy", "d MMMM, yyyy",
-     TwoDigits, "сўм", "n $", "-n $", kNames95, 2, 2, "ТО", "ТК", false},
+     TwoDigits, "сўм", "n $", "-n $", kNames103, 2, 2, "ТО", "ТК", false},
     {2117, "bn-bd", '.', ",", kDayFirst, '/', "d/M/yyyy", "d MMMM, yyyy",
      Twelve, "৳", "n$", "-n$", kNames51, 1, 2, "AM", "PM", false},
     {3073, "ar-eg", '.', ",", kDayFirst, '/', "dd/MM/yyyy", "d MMMM yyyy",
      Twelve, "ج.م.", "$ n", "-$ n", kNames0, 7, 2, "ص", "م", false},
     {3076, "zh-hk", '.', ",", kDayFirst, '/', "d/M/yyyy", "yyyy年M月d日",
      Twelve, "HK$", "$n", "-$n", kNames3, 1, 2, "上午", "下午", true},
+    {3098, "sr-cyrl-cs", ',', ".", kDayFirst, '.', "d.M.yyyy.", "d. MMMM yyyy.",
+     TwoDigits, "RSD", "n $", "-n $", kNames104, 2, 0, "AM", "PM", false},
     {3131, "se-fi", ',', "\302\240", kDayFirst, '.', "dd.MM.yyyy", "d MMMM yyyy",
-     TwoDigits, "€", "n $", "-n $", kNames96, 2, 2, "IB", "EB", false},
+     TwoDigits, "€", "n $", "-n $", kNames105, 2, 2, "IB", "EB", false},
     {4097, "ar-ly", ',', ".", kDayFirst, '/', "d/M/yyyy", "d MMMM yyyy",
      Twelve, "د.ل.", "$ n", "-$ n", kNames0, 7, 3, "ص", "م", false},
     {4100, "zh-sg", '.', ",", kDayFirst, '/', "dd/MM/yyyy", "yyyy年M月d日",
-     Twelve, "$", "$n", "-$n", kNames87, 1, 2, "上午", "下午", true},
+     Twelve, "$", "$n", "-$n", kNames93, 1, 2, "上午", "下午", true},
     {4103, "de-lu", ',', ".", kDayFirst, '.', "dd.MM.yyyy", "d. MMMM yyyy",
-     TwoDigits, "€", "n $", "-n $", kNames97, 2, 2, "AM", "PM", false},
+     TwoDigits, "€", "n $", "-n $", kNames106, 2, 2, "AM", "PM", false},
     {4106, "es-gt", '.', ",", kDayFirst, '/', "d/MM/yyyy", "d 'de' MMMM 'de' yyyy",
-     TwoDigits, "Q", "$n", "-$n", kNames88, 1, 2, "AM", "PM", false},
+     TwoDigits, "Q", "$n", "-$n", kNames94, 1, 2, "AM", "PM", false},
+    {4108, "fr-ch", ',', "\302\240", kDayFirst, '.', "dd.MM.yyyy", "d MMMM yyyy",
+     TwoDigits, "CHF", "n $", "-n $", kNames95, 2, 2, "AM", "PM", false},
     {4122, "hr-ba", ',', ".", kDayFirst, '.', "d. M. yyyy.", "d. MMMM yyyy.",
      TwoDigits, "KM", "n $", "-n $", kNames15, 2, 2, "AM", "PM", false},
     {5121, "ar-dz", ',', ".", kDayFirst, '/', "d/M/yyyy", "d MMMM yyyy",
-     Twelve, "د.ج.", "$ n", "-$ n", kNames98, 7, 2, "ص", "م", false},
+     Twelve, "د.ج.", "$ n", "-$ n", kNames107, 7, 2, "ص", "م", false},
     {5124, "zh-mo", '.', ",", kDayFirst, '/', "d/M/yyyy", "yyyy年M月d日",
      Twelve, "MOP$", "$n", "-$n", kNames3, 1, 2, "上午", "下午", true},
     {5127, "de-li", '.', "'", kDayFirst, '.', "dd.MM.yyyy", "d. MMMM yyyy",
-     TwoDigits, "CHF", "$ n", "-$ n", kNames97, 2, 2, "AM", "PM", false},
+     TwoDigits, "CHF", "$ n", "-$ n", kNames106, 2, 2, "AM", "PM", false},
     {5130, "es-cr", ',', "\302\240", kDayFirst, '/', "d/M/yyyy", "d 'de' MMMM 'de' yyyy",
-     TwoDigits, "₡", "$n", "-$n", kNames88, 2, 2, "AM", "PM", false},
+     TwoDigits, "₡", "$n", "-$n", kNames94, 2, 2, "AM", "PM", false},
     {5132, "fr-lu", ',', ".", kDayFirst, '/', "dd/MM/yyyy", "d MMMM yyyy",
-     TwoDigits, "€", "n $", "-n $", kNames99, 2, 2, "AM", "PM", false},
+     TwoDigits, "€", "n $", "-n $", kNames95, 2, 2, "AM", "PM", false},
     {5146, "bs-latn-ba", ',', ".", kDayFirst, '.', "d. M. yyyy.", "d. MMMM yyyy.",
-     TwoDigits, "KM", "n $", "-n $", kNames100, 2, 2, "PRIJEPODNE", "POPODNE", false},
+     TwoDigits, "KM", "n $", "-n $", kNames108, 2, 2, "PRIJEPODNE", "POPODNE", false},
     {6145, "ar-ma", ',', ".", kDayFirst, '/', "d/M/yyyy", "d MMMM yyyy",
-     TwoDigits, "د.م.", "$ n", "-$ n", kNames101, 2, 2, "ص", "م", false},
+     TwoDigits, "د.م.", "$ n", "-$ n", kNames109, 2, 2, "ص", "م", false},
     {6154, "es-pa", '.', ",", kMonthFirst, '/', "MM/dd/yyyy", "d 'de' MMMM 'de' yyyy",
-     Twelve, "B/.", "$n", "-$n", kNames88, 1, 2, "AM", "PM", false},
+     Twelve, "B/.", "$n", "-$n", kNames94, 1, 2, "AM", "PM", false},
     {6156, "fr-mc", ',', "\302\240", kDayFirst, '/', "dd/MM/yyyy", "d MMMM yyyy",
-     TwoDigits, "€", "n $", "-n $", kNames99, 2, 2, "AM", "PM", false},
+     TwoDigits, "€", "n $", "-n $", kNames95, 2, 2, "AM", "PM", false},
     {6170, "sr-latn-ba", ',', ".", kDayFirst, '.', "d.M.yyyy.", "d. MMMM yyyy.",
-     TwoDigits, "KM", "n $", "-n $", kNames102, 2, 2, "PRIJEPODNE", "POPODNE", false},
+     TwoDigits, "KM", "n $", "-n $", kNames110, 2, 2, "PRIJEPODNE", "POPODNE", false},
     {7169, "ar-tn", ',', ".", kDayFirst, '/', "d/M/yyyy", "d MMMM yyyy",
-     Twelve, "د.ت.", "$ n", "-$ n", kNames98, 2, 3, "ص", "م", false},
+     Twelve, "د.ت.", "$ n", "-$ n", kNames107, 2, 3, "ص", "م", false},
     {7177, "en-za", ',', "\302\240", kYearFirst, '/', "yyyy/MM/dd", "dd MMMM yyyy",
-     TwoDigits, "R", "$n", "-$n", kNames103, 1, 2, "AM", "PM", false},
+     TwoDigits, "R", "$n", "-$n", kNames111, 1, 2, "AM", "PM", false},
     {7178, "es-do", '.', ",", kDayFirst, '/', "d/M/yyyy", "d 'de' MMMM 'de' yyyy",
-     Twelve, "RD$", "$n", "-$n", kNames88, 1, 2, "AM", "PM", false},
+     Twelve, "RD$", "$n", "-$n", kNames94, 1, 2, "AM", "PM", false},
     {7194, "sr-cyrl-ba", ',', ".", kDayFirst, '.', "d.M.yyyy.", "d. MMMM yyyy.",
-     TwoDigits, "КМ", "n $", "-n $", kNames104, 2, 2, "пријеподне", "поподне", false},
+     TwoDigits, "КМ", "n $", "-n $", kNames112, 2, 2, "пријеподне", "поподне", false},
     {8193, "ar-om", '.', ",", kDayFirst, '/', "d/M/yyyy", "d MMMM yyyy",
      Twelve, "ر.ع.", "$ n", "-$ n", kNames0, 7, 3, "ص", "م", false},
     {8201, "en-jm", '.', ",", kDayFirst, '/', "d/M/yyyy", "d MMMM yyyy",
-     Twelve, "$", "$n", "-$n", kNames103, 1, 2, "AM", "PM", false},
+     Twelve, "$", "$n", "-$n", kNames111, 1, 2, "AM", "PM", false},
     {8202, "es-ve", ',', ".", kDayFirst, '/', "d/M/yyyy", "d 'de' MMMM 'de' yyyy",
-     Twelve, "Bs.S", "$n", "$-n", kNames105, 1, 2, "AM", "PM", false},
+     Twelve, "Bs.S", "$n", "$-n", kNames113, 1, 2, "AM", "PM", false},
     {8218, "bs-cyrl-ba", ',', ".", kDayFirst, '.', "d.M.yyyy.", "dd. MMMM yyyy.",
-     TwoDigits, "КМ", "n $", "-n $", kNames106, 2, 2, "преподне", "поподне", false},
+     TwoDigits, "КМ", "n $", "-n $", kNames114, 2, 2, "преподне", "поподне", false},
     {9217, "ar-ye", '.', ",", kDayFirst, '/', "d/M/yyyy", "d MMMM yyyy",
      Twelve, "ر.ي.", "$ n", "-$ n", kNames0, 1, 0, "ص", "م", false},
     {9226, "es-co", ',', ".", kDayFirst, '/', "d/MM/yyyy", "d 'de' MMMM 'de' yyyy",
-     Twelve, "$", "$ n", "-$ n", kNames105, 1, 2, "AM", "PM", false},
+     Twelve, "$", "$ n", "-$ n", kNames113, 1, 2, "AM", "PM", false},
     {9242, "sr-latn-rs", ',', ".", kDayFirst, '.', "d.M.yyyy.", "d. MMMM yyyy.",
-     TwoDigits, "RSD", "n $", "-n $", kNames107, 2, 0, "AM", "PM", false},
+     TwoDigits, "RSD", "n $", "-n $", kNames99, 2, 0, "AM", "PM", false},
     {10241, "ar-sy", '.', ",", kDayFirst, '/', "d/M/yyyy", "d MMMM yyyy",
-     Twelve, "ل.س.", "$ n", "-$ n", kNames86, 7, 0, "ص", "م", false},
+     Twelve, "ل.س.", "$ n", "-$ n", kNames92, 7, 0, "ص", "م", false},
     {10249, "en-bz", '.', ",", kDayFirst, '/', "dd/MM/yyyy", "dd MMMM yyyy",
-     TwoDigits, "$", "$n", "-$n", kNames103, 1, 2, "AM", "PM", false},
+     TwoDigits, "$", "$n", "-$n", kNames111, 1, 2, "AM", "PM", false},
     {10250, "es-pe", '.', ",", kDayFirst, '/', "d/MM/yyyy", "d 'de' MMMM 'de' yyyy",
-     TwoDigits, "S/", "$ n", "-$ n", kNames108, 1, 2, "AM", "PM", false},
+     TwoDigits, "S/", "$ n", "-$ n", kNames115, 1, 2, "AM", "PM", false},
     {10266, "sr-cyrl-rs", ',', ".", kDayFirst, '.', "d.M.yyyy.", "d. MMMM yyyy.",
-     TwoDigits, "RSD", "n $", "-n $", kNames109, 2, 0, "AM", "PM", false},
+     TwoDigits, "RSD", "n $", "-n $", kNames104, 2, 0, "AM", "PM", false},
     {11265, "ar-jo", '.', ",", kDayFirst, '/', "d/M/yyyy", "d MMMM yyyy",
-     Twelve, "د.أ.", "$ n", "-$ n", kNames86, 7, 3, "ص", "م", false},
+     Twelve, "د.أ.", "$ n", "-$ n", kNames92, 7, 3, "ص", "م", false},
     {11273, "en-tt", '.', ",", kDayFirst, '/', "dd/MM/yyyy", "d MMMM yyyy",
-     Twelve, "$", "$n", "-$n", kNames103, 1, 2, "AM", "PM", false},
+     Twelve, "$", "$n", "-$n", kNames111, 1, 2, "AM", "PM", false},
     {11274, "es-ar", ',', ".", kDayFirst, '/', "d/M/yyyy", "d 'de' MMMM 'de' yyyy",
-     TwoDigits, "$", "$ n", "-$ n", kNames88, 2, 2, "AM", "PM", false},
+     TwoDigits, "$", "$ n", "-$ n", kNames94, 2, 2, "AM", "PM", false},
     {11290, "sr-latn-me", ',', ".", kDayFirst, '.', "d.M.yyyy.", "d. MMMM yyyy.",
-     TwoDigits, "€", "n $", "-n $", kNames110, 2, 2, "PRIJEPODNE", "POPODNE", false},
+     TwoDigits, "€", "n $", "-n $", kNames116, 2, 2, "PRIJEPODNE", "POPODNE", false},
     {12289, "ar-lb", ',', ".", kDayFirst, '/', "d/M/yyyy", "d MMMM yyyy",
-     Twelve, "ل.ل.", "$ n", "-$ n", kNames86, 2, 0, "ص", "م", false},
+     Twelve, "ل.ل.", "$ n", "-$ n", kNames92, 2, 0, "ص", "م", false},
     {12297, "en-zw", '.', ",", kDayFirst, '/', "d/M/yyyy", "dd MMMM yyyy",
-     TwoDigits, "US$", "$n", "-$n", kNames103, 1, 2, "AM", "PM", false},
+     TwoDigits, "US$", "$n", "-$n", kNames111, 1, 2, "AM", "PM", false},
     {12298, "es-ec", ',', ".", kDayFirst, '/', "d/M/yyyy", "d 'de' MMMM 'de' yyyy",
-     TwoDigits, "$", "$n", "$-n", kNames88, 2, 2, "AM", "PM", false},
+     TwoDigits, "$", "$n", "$-n", kNames94, 2, 2, "AM", "PM", false},
     {12314, "sr-cyrl-me", ',', ".", kDayFirst, '.', "d.M.yyyy.", "d. MMMM yyyy.",
-     TwoDigits, "€", "n $", "-n $", kNames111, 2, 2, "пријеподне", "поподне", false},
+     TwoDigits, "€", "n $", "-n $", kNames117, 2, 2, "пријеподне", "поподне", false},
     {13313, "ar-kw", '.', ",", kDayFirst, '/', "dd/MM/yyyy", "d MMMM yyyy",
      Twelve, "د.ك.", "$ n", "-$ n", kNames0, 7, 3, "ص", "م", false},
     {13321, "en-ph", '.', ",", kMonthFirst, '/', "M/d/yyyy", "MMMM d, yyyy",
-     Twelve, "₱", "$n", "-$n", kNames112, 1, 2, "AM", "PM", false},
+     Twelve, "₱", "$n", "-$n", kNames118, 1, 2, "AM", "PM", false},
     {13322, "es-cl", ',', ".", kDayFirst, '-', "dd-MM-yyyy", "d 'de' MMMM 'de' yyyy",
-     TwoDigits, "$", "$n", "$-n", kNames105, 2, 0, "AM", "PM", false},
+     TwoDigits, "$", "$n", "$-n", kNames113, 2, 0, "AM", "PM", false},
     {14337, "ar-ae", '.', ",", kDayFirst, '/', "dd/MM/yyyy", "d MMMM yyyy",
      Twelve, "د.إ.", "$ n", "-$ n", kNames0, 7, 2, "ص", "م", false},
     {14346, "es-uy", ',', ".", kDayFirst, '/', "d/M/yyyy", "d 'de' MMMM 'de' yyyy",
-     TwoDigits, "$", "$ n", "-$ n", kNames108, 2, 2, "AM", "PM", false},
+     TwoDigits, "$", "$ n", "-$ n", kNames115, 2, 2, "AM", "PM", false},
     {15361, "ar-bh", '.', ",", kDayFirst, '/', "d/M/yyyy", "d MMMM yyyy",
      Twelve, "د.ب.", "$ n", "-$ n", kNames0, 7, 3, "ص", "م", false},
     {15370, "es-py", ',', ".", kDayFirst, '/', "d/M/yyyy", "d 'de' MMMM 'de' yyyy",
-     TwoDigits, "Gs.", "$ n", "$ -n", kNames105, 1, 0, "AM", "PM", false},
+     TwoDigits, "Gs.", "$ n", "$ -n", kNames113, 1, 0, "AM", "PM", false},
     {16385, "ar-qa", '.', ",", kDayFirst, '/', "dd/MM/yyyy", "d MMMM yyyy",
      Twelve, "ر.ق.", "$ n", "-$ n", kNames0, 7, 2, "ص", "م", false},
     {16393, "en-in", '.', ",", kDayFirst, '/', "dd/MM/yyyy", "d MMMM yyyy",
-     Twelve, "₹", "$n", "-$n", kNames103, 1, 2, "AM", "PM", false},
+     Twelve, "₹", "$n", "-$n", kNames111, 1, 2, "AM", "PM", false},
     {16394, "es-bo", ',', ".", kDayFirst, '/', "d/M/yyyy", "d 'de' MMMM 'de' yyyy",
-     TwoDigits, "Bs", "$n", "-$n", kNames88, 2, 2, "AM", "PM", false},
+     TwoDigits, "Bs", "$n", "-$n", kNames94, 2, 2, "AM", "PM", false},
     {17417, "en-my", '.', ",", kDayFirst, '/', "dd/MM/yyyy", "d MMMM yyyy",
-     Twelve, "RM", "$n", "-$n", kNames103, 2, 2, "AM", "PM", false},
+     Twelve, "RM", "$n", "-$n", kNames111, 2, 2, "AM", "PM", false},
     {17418, "es-sv", '.', ",", kDayFirst, '/', "d/M/yyyy", "d 'de' MMMM 'de' yyyy",
-     TwoDigits, "$", "$n", "-$n", kNames88, 1, 2, "AM", "PM", false},
+     TwoDigits, "$", "$n", "-$n", kNames94, 1, 2, "AM", "PM", false},
     {18441, "en-sg", '.', ",", kDayFirst, '/', "d/M/yyyy", "d MMMM yyyy",
-     Twelve, "$", "$n", "-$n", kNames103, 1, 2, "AM", "PM", false},
+     Twelve, "$", "$n", "-$n", kNames111, 1, 2, "AM", "PM", false},
     {18442, "es-hn", '.', ",", kDayFirst, '/', "d/M/yyyy", "dd 'de' MMMM 'de' yyyy",
-     TwoDigits, "L", "$n", "-$n", kNames88, 1, 2, "AM", "PM", false},
+     TwoDigits, "L", "$n", "-$n", kNames94, 1, 2, "AM", "PM", false},
     {19466, "es-ni", '.', ",", kDayFirst, '/', "d/M/yyyy", "d 'de' MMMM 'de' yyyy",
-     TwoDigits, "C$", "$n", "-$n", kNames88, 1, 2, "AM", "PM", false},
+     TwoDigits, "C$", "$n", "-$n", kNames94, 1, 2, "AM", "PM", false},
     {20490, "es-pr", '.', ",", kMonthFirst, '/', "MM/dd/yyyy", "d 'de' MMMM 'de' yyyy",
-     Twelve, "$", "$n", "-$n", kNames88, 1, 2, "AM", "PM", false},
+     Twelve, "$", "$n", "-$n", kNames94, 1, 2, "AM", "PM", false},
     {21514, "es-us", '.', ",", kDayFirst, '/', "d/M/yyyy", "d 'de' MMMM 'de' yyyy",
-     Twelve, "$", "$n", "-$n", kNames88, 1, 2, "AM", "PM", false},
+     Twelve, "$", "$n", "-$n", kNames94, 1, 2, "AM", "PM", false},
 };
 
 }  // namespace

@@ -74,3 +74,11 @@ SetLocale 1025
 Echo Weekday(#2/4/2024#, vbUseSystem)   '> 1
 SetLocale 1038
 Echo Weekday(#2/4/2024#, vbUseSystem)   '> 7
+
+'=== countries that share a language
+SetLocale 2060
+Echo GetLocale, DateSerial(2024, 3, 5), FormatNumber(-234.5, 1), MonthName(3)   '> 2060 5/03/2024 -234,5 mars
+SetLocale "fr-ch"
+Echo GetLocale, DateSerial(2024, 3, 5), WeekdayName(1)   '> 4108 05.03.2024 lundi
+SetLocale "sr-latn-cs"
+Echo GetLocale, MonthName(1)   '> 2074 januar
