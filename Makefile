@@ -1,11 +1,12 @@
 # Everything a developer needs; the work itself is CMake's and the tests'.
 #   make serve   build and serve the sample site on port 7007
 #   make test    build and pass all tests
+#   make soak    ten minutes of use, abuse and disturbance (SOAK_SECONDS=60 for one)
 #   make bench   print speeds beside reference programs, where those are installed
 APP := build/app
 JOBS ?= $(shell nproc)
 
-.PHONY: build serve test unit blackbox faults browser terminal service bench lint format clean \
+.PHONY: build serve test unit blackbox faults soak browser terminal service bench lint format clean \
   build-deps test-deps
 
 build: build-deps
@@ -31,6 +32,11 @@ blackbox: build test-deps
 # What goes wrong: attacks, starved machines, mistakes of operators.
 faults: build test-deps
 	@python3 tests/faults $(APP)
+
+# A server under everything at once; takes its time, so it is no part of the tests.
+SOAK_SECONDS ?= 600
+soak: build test-deps
+	@python3 tests/soak $(APP) $(SOAK_SECONDS)
 
 browser: build test-deps
 	@python3 tests/browser $(APP)

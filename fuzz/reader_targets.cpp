@@ -31,10 +31,17 @@ bool isWhole(const Collected& collected) {
   return collected.outcome == Outcome::Complete || collected.outcome == Outcome::TooLarge;
 }
 
+/// A length may be announced in the body as well, by what of it has come when the head is whole.
+bool dependsOnPieces(std::string_view bytes) {
+  const std::size_t announced = findNoCase(bytes, "content-length: ");
+  return announced != bytes.npos && announced >= request_text::bodyStart(bytes);
+}
+
 /// A piece that looks like the beginning of another request takes the place of the first.
 void requireSameInPieces(std::string_view bytes, std::size_t cut) {
   const std::string_view second = bytes.substr(cut);
   if (second.empty() || request_text::classOf(second) != RequestClass::Other) return;
+  if (dependsOnPieces(bytes)) return;
   SlotRecord inOne;
   SlotRecord inTwo;
   const Collected whole = request_collector::collect(inOne, bytes);
