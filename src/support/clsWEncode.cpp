@@ -1,6 +1,9 @@
 #include "support/clsWEncode.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
+#include <cstdint>
 
 #include "support/text.h"
 
@@ -39,6 +42,41 @@ constexpr Entity kEntities[] = {
     {255, "&yuml;"},
 };
 static_assert(std::size(kEntities) == 101);
+
+constexpr std::size_t kAmpersand = 2;
+static_assert(kEntities[kAmpersand].code == '&');
+
+/// The places of the entities by name; of those with one name, in their order.
+constexpr auto kByName = [] {
+  std::array<std::uint8_t, std::size(kEntities)> places{};
+  for (std::size_t i = 0; i < places.size(); ++i) places[i] = static_cast<std::uint8_t>(i);
+  std::sort(places.begin(), places.end(), [](std::uint8_t a, std::uint8_t b) {
+    return kEntities[a].name == kEntities[b].name ? a < b : kEntities[a].name < kEntities[b].name;
+  });
+  return places;
+}();
+
+/// Where a text may name an entity, what it names: `length` is 0 when it is nothing.
+struct Found {
+  std::size_t place = 0;
+  std::size_t length = 0;  ///< without the "&"
+};
+
+/// The first entity from `first` on in the list whose name, but for its "&", `text` begins with.
+/// No name is the beginning of another, so none but the last that does not follow `text` can be it.
+Found entityAt(std::string_view text, std::size_t first) {
+  const auto behind = std::upper_bound(
+      kByName.begin(), kByName.end(), text, [](std::string_view wanted, std::uint8_t place) {
+        return wanted < kEntities[place].name.substr(1);
+      });
+  Found found;
+  for (auto at = behind; at != kByName.begin();) {
+    const std::string_view name = kEntities[*--at].name.substr(1);
+    if (!text.starts_with(name)) break;
+    if (*at >= first) found = {*at, name.size()};
+  }
+  return found;
+}
 
 bool isLetterOrDigit(int code) {
   return (code >= '0' && code <= '9') || (code >= 'A' && code <= 'Z') ||
@@ -80,13 +118,24 @@ std::string clsWEncode::afText2HTML(std::string_view strData) const {
   return encode(strData, html_);
 }
 
+/// One pass does what replacing one entity after another does. A name has one "&", in front, so no
+/// two overlap; and of what is put in, only the "&" of "&amp;" can begin a name, which is then
+/// replaced if it stands behind "&amp;" in the list.
 std::string clsWEncode::afHTML2Text(std::string_view htmlData) const {
-  std::string text(htmlData);
-  for (const Entity& entity : kEntities) {
-    if (text.find('&') == std::string::npos) break;
-    if (text.find(entity.name) == std::string::npos) continue;
-    const char character = static_cast<char>(entity.code);
-    text = replaceAll(text, entity.name, std::string_view(&character, 1));
+  std::string text;
+  text.reserve(htmlData.size());
+  for (std::size_t at = 0; at < htmlData.size();) {
+    const std::string_view plain = htmlData.substr(at, htmlData.find('&', at) - at);
+    text.append(plain);
+    at += plain.size();
+    if (at == htmlData.size()) break;
+    Found found = entityAt(htmlData.substr(at + 1), 0);
+    at += 1 + found.length;
+    if (found.length > 0 && found.place == kAmpersand) {
+      found = entityAt(htmlData.substr(at), kAmpersand + 1);
+      at += found.length;
+    }
+    text += found.length > 0 ? static_cast<char>(kEntities[found.place].code) : '&';
   }
   return text;
 }

@@ -18,7 +18,7 @@ class clsWEncode {
   std::string afText2HTML(std::string_view strData) const;
 
   /// Replaces the named entities one after another in the order of the entity list, so that
-  /// "&amp;lt;" ends as "<". Numeric references stay.
+  /// "&amp;lt;" ends as "<". Numeric references stay. Takes time in proportion to the text.
   std::string afHTML2Text(std::string_view htmlData) const;
 
   /// Everything but ASCII letters and digits becomes "%XX".

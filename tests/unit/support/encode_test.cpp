@@ -2,6 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+#include <string>
+#include <vector>
+
+#include "support/text.h"
+
 namespace quorvane {
 
 using namespace std::string_literals;
@@ -35,6 +41,35 @@ TEST(HtmlToText, ReplacesInTheOrderOfTheList) {
 TEST(HtmlToText, LeavesWhatIsNotInTheList) {
   EXPECT_EQ(kEncoder.afHTML2Text("&AMP; &#65; &euro;"), "&AMP; &#65; &euro;");
   EXPECT_EQ(kEncoder.afHTML2Text(""), "");
+}
+
+/// The entities one after another, in the order of their codes, which is that of the list.
+std::string decodedOneAfterAnother(std::string text) {
+  for (int code = 0; code < 256; ++code) {
+    const std::string character(1, static_cast<char>(code));
+    const std::string name = kEncoder.afText2HTML(character);
+    if (name != character) text = replaceAll(text, name, character);
+  }
+  return text;
+}
+
+TEST(HtmlToText, GivesWhatReplacingOneEntityAfterAnotherGives) {
+  std::vector<std::string> pieces{"&", "&", "&", "&amp;", "&amp;", "amp;", "amp", ";", "#65;", "x",
+                                  "", "&iacut", "NBSP;", "&nbs", "p;", "\xFF", "&a", "&y"};
+  for (int code = 0; code < 256; ++code) {
+    const std::string name = kEncoder.afText2HTML(std::string(1, static_cast<char>(code)));
+    pieces.push_back(name);
+    if (name.size() > 1) pieces.push_back(name.substr(1));
+  }
+  std::minstd_rand random(7);
+  for (int round = 0; round < 20'000; ++round) {
+    std::string text;
+    for (std::size_t left = random() % 12; left > 0; --left) {
+      // Half of the time one of the first few, which bring entities into each other.
+      text += pieces[random() % (random() % 2 ? 18 : pieces.size())];
+    }
+    ASSERT_EQ(kEncoder.afHTML2Text(text), decodedOneAfterAnother(text)) << text;
+  }
 }
 
 TEST(EncodeUrl, KeepsLettersAndDigitsOnly) {
