@@ -2,6 +2,7 @@
 
 #include "components/components.h"
 #include "platform/clock.h"
+#include "platform/process.h"
 #include "vbscript/values/serial_date.h"
 
 namespace quorvane {
@@ -27,6 +28,10 @@ double ScriptHost::secondsSinceMidnight() {
 
 std::chrono::steady_clock::time_point ScriptHost::steadyNow() {
   return services_.clock.steadyNow();
+}
+
+bool ScriptHost::mustEnd() {
+  return services_.process.isAskedToEnd();
 }
 
 vbs::Value ScriptHost::createObject(std::string_view progId) {

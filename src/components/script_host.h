@@ -14,6 +14,7 @@ class ScriptHost : public vbs::Host {
   double now() override;
   double secondsSinceMidnight() override;
   std::chrono::steady_clock::time_point steadyNow() override;
+  bool mustEnd() override;
   vbs::Value createObject(std::string_view progId) override;
   /// There are no objects outside the program to be got.
   vbs::Value getObject(std::string_view pathName, std::string_view progId) override;

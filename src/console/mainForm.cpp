@@ -33,6 +33,7 @@ mainForm::mainForm(mainFormParts parts)
       wsTalker(parts_.loop, *this),
       wsHost(parts_.loop.makeListener(*this)),
       housekeeping_({services_, parts_.loop, *this, *wsHost, wsTalker, status_, form_, objects_}),
+      draining_(parts_.loop, *wsHost, wsTalker),
       slotWatch_(services_.state, parts_.loop, wsTalker),
       wsLinker(parts_.loop, *this, status_),
       portRetries_(parts_.loop.makeTimer(kRetryInterval, [this] { retryPort(); })) {}
@@ -128,6 +129,13 @@ void mainForm::closeWindow() {
   parts_.loop.stop();
 }
 
+void mainForm::closeWhenDrained() {
+  const std::chrono::seconds atMost{services_.state.DrainSeconds};
+  if (!serverRunning || atMost.count() == 0 || draining_.active()) return closeWindow();
+  housekeeping_.stop();  // it would open the listener again
+  draining_.start(atMost, [this] { closeWindow(); });
+}
+
 void mainForm::startNewLog() {
   if (services_.state.ServerLog) services_.state.ServerLog->Reset(true);
 }
@@ -158,7 +166,7 @@ void mainForm::serviceStarted() {
 
 void mainForm::serviceStopped() {
   status_.LogLine("Stopping service");
-  StopServer();
+  closeWhenDrained();
 }
 
 void mainForm::connectionRequest(ConnectionRequest& request) {

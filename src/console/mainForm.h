@@ -6,6 +6,7 @@
 #include <string>
 
 #include "console/control_channel.h"
+#include "console/draining.h"
 #include "console/form_model.h"
 #include "console/housekeeping.h"
 #include "console/running_server.h"
@@ -56,6 +57,10 @@ class mainForm final : public ServerControl,
   /// The window is not used again afterwards.
   void closeWindow() override;
 
+  /// Closes the window as the system asks for it: what is under way may come to its end first, for
+  /// as long as the setting DrainSeconds says. Asked again it closes at once.
+  void closeWhenDrained();
+
   /// What the log holds is written; the lines from now on go to a new file.
   void startNewLog();
 
@@ -70,7 +75,7 @@ class mainForm final : public ServerControl,
 
   // What the service manager asks for.
   void serviceStarted();
-  void serviceStopped();
+  void serviceStopped();  ///< the window closes, as by closeWhenDrained()
 
   /// Told in a sentence what the server does now, whenever that has changed. May be empty.
   std::function<void(const std::string& sentence)> onState;
@@ -109,6 +114,7 @@ class mainForm final : public ServerControl,
   std::unique_ptr<TcpListener> wsHost;
   std::unique_ptr<RunningServer> objects_;
   Housekeeping housekeeping_;
+  Draining draining_;
   SlotWatch slotWatch_;
   ControlChannel wsLinker;
   std::unique_ptr<Timer> portRetries_;  ///< runs after a start that did not get its port

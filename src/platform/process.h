@@ -26,6 +26,10 @@ class Process {
   virtual bool setCurrentFolder(const std::string& folder) = 0;
   virtual bool userIsAdmin() const = 0;
   virtual HostVersion hostVersion() const = 0;
+
+  /// Whether the system has asked this program to end. EventLoop tells it too, but as an event,
+  /// which has to wait for the one in progress; this is for what takes long within one.
+  virtual bool isAskedToEnd() const = 0;
 };
 
 }  // namespace quorvane

@@ -34,6 +34,7 @@ void appendText(std::string& out, const vbs::Value& value) {
     }
     default: {
       const vbs::String string = vbs::toString(plain);
+      vbs::runContext.memory.require(string.length());
       if (string.isAnsi()) {
         out.append(string.ansi());
       } else {

@@ -74,7 +74,7 @@ int run(int argc, char** argv) {
   window.onState = [&nts](const std::string& sentence) { nts->reportStatus(sentence); };
   loop->onTerminationRequest([&window, &nts] {
     nts->reportEnding();
-    window.closeWindow();
+    window.closeWhenDrained();
   });
   loop->onNotice([&window, &console](EventLoop::Notice notice) {
     const bool isOver = notice == EventLoop::Notice::HangUp && console.isDrawn();

@@ -25,8 +25,9 @@ std::string_view takeFlag(ServerState& state, const std::string& text) {
 }
 
 /// Off only when exactly "0".
-std::string_view takeLogServer(ServerState& state, const std::string& text) {
-  state.LogServer = text != "0";
+template <bool ServerState::*flag>
+std::string_view takeUsualFlag(ServerState& state, const std::string& text) {
+  state.*flag = text != "0";
   return isPlainFlag(text) ? "" : "it is neither \"0\" nor \"1\" and counts as \"1\"";
 }
 
@@ -83,7 +84,7 @@ std::string_view takeSeconds(ServerState& state, const std::string& text) {
 }
 
 constexpr std::array kRules{
-    SettingRule{"LogServer", "1", takeLogServer},
+    SettingRule{"LogServer", "1", takeUsualFlag<&ServerState::LogServer>},
     SettingRule{"Port", "7007", takePort},
     SettingRule{"DefaultLCID", "", takeLanguage},
     SettingRule{"EncodeStatic", "0", takeFlag<&ServerState::EncodeStatic>},
@@ -96,7 +97,10 @@ constexpr std::array kRules{
     SettingRule{"ControlPort", "", takeControlPort},
     SettingRule{"RetryPort", "", takeFlag<&ServerState::RetryPort>},
     SettingRule{"LogTextLimit", "", takeLogTextLimit},
+    SettingRule{"EncodeErrors", "", takeFlag<&ServerState::EncodeErrors>},
+    SettingRule{"FollowLinks", "", takeUsualFlag<&ServerState::FollowLinks>},
     SettingRule{"LogFileLimit", "", takeLogFileLimit},
+    SettingRule{"DrainSeconds", "", takeSeconds<&ServerState::DrainSeconds>},
     SettingRule{"HeadSeconds", "", takeSeconds<&ServerState::HeadSeconds>},
     SettingRule{"BodySeconds", "", takeSeconds<&ServerState::BodySeconds>},
     SettingRule{"IdleSeconds", "", takeSeconds<&ServerState::IdleSeconds>},

@@ -161,10 +161,7 @@ void StartUp::runServer() {
 /// False when no service manager has started this process; it then serves like any program.
 bool StartUp::handOver() {
   return parts_.nts.startService([&window = parts_.window] { window.serviceStarted(); },
-                                 [&window = parts_.window] {
-                                   window.serviceStopped();
-                                   window.closeWindow();
-                                 });
+                                 [&window = parts_.window] { window.serviceStopped(); });
 }
 
 }  // namespace quorvane

@@ -65,10 +65,10 @@ struct Found {
 /// The first entity from `first` on in the list whose name, but for its "&", `text` begins with.
 /// No name is the beginning of another, so none but the last that does not follow `text` can be it.
 Found entityAt(std::string_view text, std::size_t first) {
-  const auto behind = std::upper_bound(
-      kByName.begin(), kByName.end(), text, [](std::string_view wanted, std::uint8_t place) {
-        return wanted < kEntities[place].name.substr(1);
-      });
+  const auto behind = std::upper_bound(kByName.begin(), kByName.end(), text,
+                                       [](std::string_view wanted, std::uint8_t place) {
+                                         return wanted < kEntities[place].name.substr(1);
+                                       });
   Found found;
   for (auto at = behind; at != kByName.begin();) {
     const std::string_view name = kEntities[*--at].name.substr(1);
@@ -88,9 +88,15 @@ std::string percentForm(int code) {
   return '%' + upperCase(hexDigits(byte));
 }
 
+std::size_t lengthOf(std::string_view text, const std::array<std::string, 256>& table) {
+  std::size_t length = 0;
+  for (const char c : text) length += table[static_cast<unsigned char>(c)].size();
+  return length;
+}
+
 std::string encode(std::string_view text, const std::array<std::string, 256>& table) {
   std::string result;
-  result.reserve(text.size() + text.size() / 4);
+  result.reserve(lengthOf(text, table));
   for (const char c : text) result += table[static_cast<unsigned char>(c)];
   return result;
 }
@@ -112,6 +118,14 @@ clsWEncode::clsWEncode() {
     html_[index] = itself;
   }
   for (const Entity& entity : kEntities) html_[static_cast<std::size_t>(entity.code)] = entity.name;
+}
+
+std::size_t clsWEncode::lengthAsHTML(std::string_view strData) const {
+  return lengthOf(strData, html_);
+}
+
+std::size_t clsWEncode::lengthAsURL(std::string_view strData) const {
+  return lengthOf(strData, url_);
 }
 
 std::string clsWEncode::afText2HTML(std::string_view strData) const {

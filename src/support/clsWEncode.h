@@ -21,6 +21,10 @@ class clsWEncode {
   /// "&amp;lt;" ends as "<". Numeric references stay. Takes time in proportion to the text.
   std::string afHTML2Text(std::string_view htmlData) const;
 
+  /// How long the texts become, for those who must know before.
+  std::size_t lengthAsHTML(std::string_view strData) const;
+  std::size_t lengthAsURL(std::string_view strData) const;
+
   /// Everything but ASCII letters and digits becomes "%XX".
   std::string afEncodeURL(std::string_view strData) const;
 

@@ -6,11 +6,19 @@ namespace quorvane {
 
 void FileAliases::offer(std::string key, std::string localPath, std::optional<TimePoint> expires) {
   if (key.empty()) return;
-  aliases_.put(std::move(key), {std::move(localPath), expires});
-  if (aliases_.size() > kMostAliases) {
-    const std::string oldest = aliases_.begin()->key;
-    aliases_.remove(oldest);
+  withdraw(key);
+  bytes_ += localPath.size();
+  aliases_.add(std::move(key), {std::move(localPath), expires});
+  while (aliases_.size() > kMostAliases || bytes_ > kMostBytes) {
+    withdraw(std::string(aliases_.begin()->key));
   }
+}
+
+void FileAliases::withdraw(std::string_view key) {
+  const Alias* alias = aliases_.find(key);
+  if (!alias) return;
+  bytes_ -= alias->localPath.size();
+  aliases_.remove(key);
 }
 
 std::optional<std::string> FileAliases::pathOf(std::string_view key, TimePoint now) const {
@@ -20,8 +28,11 @@ std::optional<std::string> FileAliases::pathOf(std::string_view key, TimePoint n
 }
 
 void FileAliases::removeExpired(TimePoint now) {
-  aliases_.removeIf(
-      [now](const auto& entry) { return entry.value.expires && *entry.value.expires < now; });
+  aliases_.removeIf([this, now](const auto& entry) {
+    const bool isOver = entry.value.expires && *entry.value.expires < now;
+    if (isOver) bytes_ -= entry.value.localPath.size();
+    return isOver;
+  });
 }
 
 }  // namespace quorvane

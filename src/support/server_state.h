@@ -44,6 +44,9 @@ struct ServerState {
   std::optional<std::uint16_t> ControlPort;  ///< of the control channel, when one was chosen
   bool RetryPort = false;                    ///< try a port that was taken again
   std::uint32_t LogTextLimit = 2048;  ///< bytes of a client's text in a status line; 0: no bound
+  std::uint32_t DrainSeconds = 0;     ///< for transfers under way when the program is to end
+  bool EncodeErrors = false;          ///< HTML-encode what the script error page shows
+  bool FollowLinks = true;            ///< also where symbolic links leave the document root
   std::uint32_t LogFileLimit = 0;     ///< MiB after which a new log file begins; 0: no bound
 
   // Seconds after which a connection is closed; 0 for never.

@@ -139,6 +139,7 @@ class AsioEventLoop final : public EventLoop {
   void onTerminationRequest(std::function<void()> asked) override {
     const auto numbers = terminationSignals();
     endings_.listen({numbers.begin(), numbers.end()}, [asked = std::move(asked)](int) { asked(); });
+    noteTermination();
   }
 
   void onNotice(std::function<void(Notice)> told) override {

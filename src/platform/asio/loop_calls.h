@@ -16,6 +16,11 @@ void prepareProcessForLoop();
 /// The signals by which this system asks a program to end.
 std::span<const int> terminationSignals();
 
+/// From now on the arrival of one of them is noted at once, before the handler that is in place now
+/// gets it. What was noted before is forgotten.
+void noteTermination();
+bool terminationIsNoted();
+
 /// A signal that tells something without asking the program to end.
 struct NoticeSignal {
   int number;

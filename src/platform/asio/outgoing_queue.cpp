@@ -12,6 +12,7 @@ namespace quorvane {
 namespace {
 
 constexpr std::size_t kKiB = 1024;
+constexpr std::size_t kMostSpent = 1024;           ///< segments sent whose places are kept
 constexpr std::size_t kGathered = 8;               ///< memory segments sent in one call
 constexpr std::size_t kTurn = 1024 * kKiB;         ///< bytes before others have their turn
 constexpr std::size_t kThroughMemory = 64 * kKiB;  ///< one read of a file the system can't send
@@ -117,10 +118,12 @@ void OutgoingQueue::consume(std::uint64_t bytes) {
   offset_ += bytes;
   while (first_ < segments_.size() && offset_ >= segmentLength(segments_[first_])) {
     offset_ -= segmentLength(segments_[first_]);
-    segments_[first_] = std::string();
-    ++first_;
+    segments_[first_++].emplace<std::string>();  // an assignment would keep the memory
   }
-  if (pending_ == 0) clear();
+  if (pending_ == 0) return clear();
+  if (first_ < kMostSpent) return;
+  segments_.erase(segments_.begin(), segments_.begin() + static_cast<std::ptrdiff_t>(first_));
+  first_ = 0;
 }
 
 void OutgoingQueue::clear() {

@@ -21,6 +21,7 @@ class FakeProcess final : public Process {
     return true;
   }
   bool userIsAdmin() const override { return admin; }
+  bool isAskedToEnd() const override { return askedToEnd; }
   HostVersion hostVersion() const override {
     ++versionQueries;
     return version;
@@ -31,6 +32,7 @@ class FakeProcess final : public Process {
   std::string current = "/";
   std::set<std::string> folders;
   bool admin = true;
+  bool askedToEnd = false;
   HostVersion version{2, 6, 1, 42, ""};
   mutable int versionQueries = 0;
 };

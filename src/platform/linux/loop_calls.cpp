@@ -24,6 +24,16 @@ bool isIgnored(int number) {
   return ::sigaction(number, nullptr, &present) == 0 && present.sa_handler == SIG_IGN;
 }
 
+using Handler = void (*)(int);
+
+volatile std::sig_atomic_t terminationNoted = 0;
+volatile Handler handlerBehind = SIG_DFL;  ///< the same for all signals of termination
+
+void note(int number) {
+  terminationNoted = 1;
+  handlerBehind(number);
+}
+
 }  // namespace
 
 void prepareProcessForLoop() {
@@ -37,6 +47,22 @@ void prepareProcessForLoop() {
 std::span<const int> terminationSignals() {
   static constexpr std::array kSignals{SIGTERM, SIGINT, SIGQUIT};
   return kSignals;
+}
+
+void noteTermination() {
+  terminationNoted = 0;
+  for (const int number : terminationSignals()) {
+    struct sigaction action {};
+    ::sigaction(number, nullptr, &action);
+    if (action.sa_handler == note) continue;
+    handlerBehind = action.sa_handler;
+    action.sa_handler = note;
+    ::sigaction(number, &action, nullptr);
+  }
+}
+
+bool terminationIsNoted() {
+  return terminationNoted != 0;
 }
 
 std::vector<NoticeSignal> noticeSignals() {

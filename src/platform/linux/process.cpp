@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <vector>
 
+#include "platform/asio/loop_calls.h"
 #include "platform/system.h"
 
 namespace quorvane {
@@ -39,6 +40,8 @@ class LinuxProcess final : public Process {
   bool setCurrentFolder(const std::string& folder) override { return ::chdir(folder.c_str()) == 0; }
 
   bool userIsAdmin() const override { return ::geteuid() == 0; }
+
+  bool isAskedToEnd() const override { return terminationIsNoted(); }
 
   /// Counts as the NT line: services, users with and without rights. The numbers are the kernel's.
   HostVersion hostVersion() const override {

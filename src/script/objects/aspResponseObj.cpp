@@ -21,6 +21,14 @@ namespace {
 
 constexpr const char* kDefaultType = "text/html";
 
+/// Header texts count for more than their bytes, because the head of the answer is made of copies
+/// of copies of them.
+constexpr std::size_t kHeaderCopies = 4;
+constexpr std::size_t kLineMarks = 4;  ///< the colon, the blank behind it and the line break
+
+/// Bytes of a text that BinaryWrite puts together at a time.
+constexpr std::size_t kPiece = std::size_t{64} << 10;
+
 }  // namespace
 
 aspResponseObj::aspResponseObj(const clsWEncode& encoder, CookieJar& cookies, const Clock& clock,
@@ -29,7 +37,6 @@ aspResponseObj::aspResponseObj(const clsWEncode& encoder, CookieJar& cookies, co
 
 aspResponseObj::~aspResponseObj() {
   releaseCharge();
-  vbs::runContext.memory.release(headerCharged_);
 }
 
 void aspResponseObj::releaseCharge() {
@@ -43,8 +50,15 @@ void aspResponseObj::append(std::string_view bytes) {
   buffer_.append(bytes);
 }
 
+/// Puts a text of the head in place and counts it.
+void aspResponseObj::keep(std::string& place, std::string text) {
+  headerCharge_.change(headerCharge_.bytes() + kHeaderCopies * text.size() -
+                       kHeaderCopies * place.size());
+  place.swap(text);  // an assignment may keep the old text's memory
+}
+
 void aspResponseObj::setContentType(std::string type) {
-  if (acceptsHeaders()) contentType_ = std::move(type);
+  if (acceptsHeaders()) keep(contentType_, std::move(type));
 }
 
 std::string aspResponseObj::Header() const {
@@ -82,12 +96,11 @@ void aspResponseObj::Flush() {
 void aspResponseObj::Clear() {
   if (ended_) return;
   takeBuffer();
-  headerLines_ = {};
-  vbs::runContext.memory.release(std::exchange(headerCharged_, 0));
-  contentType_.clear();
-  charset_.clear();
+  keep(headerLines_, {});
+  keep(contentType_, {});
+  keep(charset_, {});
+  keep(cacheControl_, {});
   expires_.clear();
-  cacheControl_.clear();
 }
 
 void aspResponseObj::AddHeader(std::string hVar, std::string_view hValue) {
@@ -98,15 +111,17 @@ void aspResponseObj::AddHeader(std::string hVar, std::string_view hValue) {
   if (equalsNoCase(name, "content-type")) {
     setContentType(std::string(value));
   } else if (!value.empty()) {
-    const std::size_t bytes = name.size() + value.size();
-    vbs::runContext.memory.charge(bytes);
-    headerCharged_ += bytes;
+    const std::size_t before = headerLines_.size();
+    vbs::runContext.memory.require(kHeaderCopies * (name.size() + value.size() + kLineMarks));
     header_lines::add(headerLines_, name, value);
+    headerCharge_.change(headerCharge_.bytes() + kHeaderCopies * (headerLines_.size() - before));
   }
 }
 
 void aspResponseObj::redirect(RedirectedPage::Kind kind, std::string_view trg) {
   if (flushed_) return;
+  vbs::runContext.memory.require(kHeaderCopies *
+                                 trg.size());  // on its way to the file it is copied
   takeBuffer();
   append(redirect_marks::markOf(kind));
   append(trg);
@@ -240,12 +255,16 @@ vbs::Value aspResponseObj::callBinaryWrite(vbs::Args args) {
     append(text.raw());
     return {};
   }
-  std::string bytes;
-  for (const char16_t unit : text.wide()) {
-    bytes += static_cast<char>(unit & 0xFF);
-    bytes += static_cast<char>(unit >> 8);
+  std::string piece;
+  for (const char c : text.ansi()) {
+    const char16_t unit = vbs::ansiToUnit(static_cast<unsigned char>(c));
+    piece += static_cast<char>(unit & 0xFF);
+    piece += static_cast<char>(unit >> 8);
+    if (piece.size() < kPiece) continue;
+    append(piece);
+    piece.clear();
   }
-  append(bytes);
+  append(piece);
   return {};
 }
 
@@ -254,7 +273,7 @@ vbs::Value aspResponseObj::getStatus(vbs::Args) {
 }
 
 void aspResponseObj::putStatus(vbs::Args args, vbs::CallKind) {
-  status_ = script_values::text(args.back());
+  keep(status_, script_values::text(args.back()));
 }
 
 vbs::Value aspResponseObj::getCharset(vbs::Args) {
@@ -262,7 +281,7 @@ vbs::Value aspResponseObj::getCharset(vbs::Args) {
 }
 
 void aspResponseObj::putCharset(vbs::Args args, vbs::CallKind) {
-  if (acceptsHeaders()) charset_ = script_values::text(args.back());
+  if (acceptsHeaders()) keep(charset_, script_values::text(args.back()));
 }
 
 vbs::Value aspResponseObj::getBuffer(vbs::Args) {
@@ -290,7 +309,7 @@ void aspResponseObj::putExpiresAbsolute(vbs::Args args, vbs::CallKind) {
 }
 
 void aspResponseObj::putCacheControl(vbs::Args args, vbs::CallKind) {
-  if (acceptsHeaders()) cacheControl_ = script_values::text(args.back());
+  if (acceptsHeaders()) keep(cacheControl_, script_values::text(args.back()));
 }
 
 vbs::Value aspResponseObj::callPics(vbs::Args args) {

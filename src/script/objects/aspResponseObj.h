@@ -8,6 +8,7 @@
 
 #include "http/script_pages.h"
 #include "support/calendar_time.h"
+#include "vbscript/values/memory_meter.h"
 #include "vbscript/values/object.h"
 
 namespace quorvane {
@@ -63,6 +64,7 @@ class aspResponseObj final : public vbs::NativeObject<aspResponseObj> {
   void redirect(RedirectedPage::Kind kind, std::string_view trg);
   void releaseCharge();
   void setExpires(const CalendarTime& when);
+  void keep(std::string& place, std::string text);
 
   vbs::Value getContentType(vbs::Args);
   void putContentType(vbs::Args args, vbs::CallKind);
@@ -100,7 +102,7 @@ class aspResponseObj final : public vbs::NativeObject<aspResponseObj> {
   std::string buffer_;
   std::size_t charged_ = 0;  ///< bytes of buffer_ that count against the script's memory
   std::string headerLines_;
-  std::size_t headerCharged_ = 0;  ///< bytes of headerLines_, which count as well
+  vbs::MemoryCharge headerCharge_;  ///< of headerLines_ and the texts below
   std::string contentType_;
   std::string charset_;
   std::string expires_;  ///< as the header line has it

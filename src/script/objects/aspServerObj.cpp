@@ -163,29 +163,41 @@ vbs::Value aspServerObj::callValidateAuthKey(vbs::Args args) {
 }
 
 vbs::Value aspServerObj::callURLEncode(vbs::Args args) {
-  return textValue(parts_.encoder.afEncodeURL(text(args[0])));
+  const std::string plain = text(args[0]);
+  const vbs::MemoryCharge work(plain.size() + parts_.encoder.lengthAsURL(plain));
+  return textValue(parts_.encoder.afEncodeURL(plain));
 }
 
 vbs::Value aspServerObj::callURLDecode(vbs::Args args) {
-  const auto decoded = parts_.encoder.afDecodeURL(text(args[0]));
+  const std::string coded = text(args[0]);
+  const vbs::MemoryCharge work(2 * coded.size());
+  const auto decoded = parts_.encoder.afDecodeURL(coded);
   if (!decoded) vbs::throwError(vbs::ErrorCode::TypeMismatch);
   return textValue(*decoded);
 }
 
 vbs::Value aspServerObj::callHTMLEncode(vbs::Args args) {
-  return textValue(parts_.encoder.afText2HTML(text(args[0])));
+  const std::string plain = text(args[0]);
+  const vbs::MemoryCharge work(plain.size() + parts_.encoder.lengthAsHTML(plain));
+  return textValue(parts_.encoder.afText2HTML(plain));
 }
 
 vbs::Value aspServerObj::callHTMLDecode(vbs::Args args) {
-  return textValue(parts_.encoder.afHTML2Text(text(args[0])));
+  const std::string coded = text(args[0]);
+  const vbs::MemoryCharge work(2 * coded.size());
+  return textValue(parts_.encoder.afHTML2Text(coded));
 }
 
 vbs::Value aspServerObj::callB64Encode(vbs::Args args) {
-  return textValue(encodeBase64(text(args[0])));
+  const std::string plain = text(args[0]);
+  const vbs::MemoryCharge work(plain.size() + plain.size() / 3 * 4);
+  return textValue(encodeBase64(plain));
 }
 
 vbs::Value aspServerObj::callB64Decode(vbs::Args args) {
-  return textValue(decodeBase64(text(args[0])));
+  const std::string coded = text(args[0]);
+  const vbs::MemoryCharge work(2 * coded.size());
+  return textValue(decodeBase64(coded));
 }
 
 vbs::Value aspServerObj::callDebugOut(vbs::Args args) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "vbscript/values/memory_meter.h"
 #include "vbscript/values/object.h"
 
 namespace quorvane {
@@ -11,7 +12,10 @@ namespace quorvane {
 /// One header line of the request, as `Server.HeaderVar` gives it.
 class clsHVar final : public vbs::NativeObject<clsHVar> {
  public:
-  clsHVar(std::string name, std::string value) : name_(std::move(name)), value_(std::move(value)) {}
+  clsHVar(std::string name, std::string value)
+      : name_(std::move(name)),
+        value_(std::move(value)),
+        charge_(sizeof *this + name_.size() + value_.size()) {}
 
   std::string_view typeName() const override { return "clsHVar"; }
 
@@ -29,6 +33,7 @@ class clsHVar final : public vbs::NativeObject<clsHVar> {
 
   std::string name_;
   std::string value_;
+  vbs::MemoryCharge charge_;  ///< pages may hold many
 };
 
 }  // namespace quorvane

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "support/calendar_time.h"
+#include "vbscript/values/memory_meter.h"
 #include "vbscript/values/object.h"
 
 namespace quorvane {
@@ -19,7 +20,10 @@ class clsWCookie final : public vbs::NativeObject<clsWCookie> {
  public:
   /// Both live as long as the server.
   clsWCookie(const clsWEncode& encoder, CookieJar& jar, std::string name)
-      : encoder_(encoder), jar_(jar), name_(std::move(name)) {}
+      : encoder_(encoder),
+        jar_(jar),
+        name_(std::move(name)),
+        charge_(sizeof *this + name_.size()) {}
 
   void setValue(std::string_view value);  ///< stored URL-encoded
   /// Keeps the other keys that were set for this response.
@@ -40,6 +44,7 @@ class clsWCookie final : public vbs::NativeObject<clsWCookie> {
   const clsWEncode& encoder_;
   CookieJar& jar_;
   std::string name_;
+  vbs::MemoryCharge charge_;  ///< pages may hold many
 };
 
 }  // namespace quorvane

@@ -14,6 +14,12 @@ std::unique_ptr<vbs::Enumerator> RequestCollection::enumerate() {
   return std::make_unique<vbs::ValueWalk>(std::move(names));
 }
 
+std::size_t RequestCollection::bytes() const {
+  std::size_t bytes = sizeof *this;
+  for (const std::string& name : names_) bytes += sizeof name + name.size();
+  return bytes;
+}
+
 std::span<const vbs::Member<RequestCollection>> RequestCollection::members() {
   using Self = RequestCollection;
   static constexpr std::array<vbs::Member<Self>, 3> kMembers{{

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "script/objects/aspRequestObj.h"
+#include "vbscript/values/memory_meter.h"
 
 namespace quorvane {
 
@@ -15,7 +16,7 @@ class RequestCollection final : public vbs::NativeObject<RequestCollection> {
  public:
   RequestCollection(vbs::Ref<aspRequestObj> request, aspRequestObj::Item item,
                     std::vector<std::string> names)
-      : request_(std::move(request)), item_(item), names_(std::move(names)) {}
+      : request_(std::move(request)), item_(item), names_(std::move(names)), charge_(bytes()) {}
 
   std::string_view typeName() const override { return "RequestCollection"; }
   std::unique_ptr<vbs::Enumerator> enumerate() override;  ///< the names
@@ -28,7 +29,10 @@ class RequestCollection final : public vbs::NativeObject<RequestCollection> {
 
   vbs::Ref<aspRequestObj> request_;
   aspRequestObj::Item item_;
+  std::size_t bytes() const;
+
   std::vector<std::string> names_;
+  vbs::MemoryCharge charge_;  ///< pages may hold many
 };
 
 }  // namespace quorvane

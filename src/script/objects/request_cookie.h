@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "http/cookie_jar.h"
+#include "vbscript/values/memory_meter.h"
 #include "vbscript/values/object.h"
 
 namespace quorvane {
@@ -16,7 +17,9 @@ class RequestCookie final : public vbs::NativeObject<RequestCookie> {
  public:
   /// `encoder` lives as long as the server.
   RequestCookie(clsCookieObj cookie, const clsWEncode& encoder)
-      : cookie_(std::move(cookie)), encoder_(encoder) {}
+      : cookie_(std::move(cookie)),
+        encoder_(encoder),
+        charge_(sizeof *this + cookie_.Value().size()) {}
 
   std::string_view typeName() const override { return "clsCookieObj"; }
   std::unique_ptr<vbs::Enumerator> enumerate() override;  ///< the keys
@@ -32,6 +35,7 @@ class RequestCookie final : public vbs::NativeObject<RequestCookie> {
 
   clsCookieObj cookie_;
   const clsWEncode& encoder_;
+  vbs::MemoryCharge charge_;  ///< pages may hold many
 };
 
 }  // namespace quorvane

@@ -13,6 +13,7 @@
 #include "script/run/error_page.h"
 #include "script/translation/include_expansion.h"
 #include "script/translation/page_translator.h"
+#include "support/clsWEncode.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/server_state.h"
@@ -132,9 +133,9 @@ PageOutcome aspMainParser::takeOutcome() {
 void aspMainParser::Reset() {
   url_.clear();
   pageFolder_.clear();
-  fileData_.clear();
-  output_.clear();
-  responseHeader_.clear();
+  for (std::string* text : {&fileData_, &output_, &responseHeader_}) {
+    std::string().swap(*text);  // gives the memory back, which clear() does not
+  }
   flushedResponse_ = false;
   redirectedTo_ = false;
   socketIndex_ = -1;
@@ -239,8 +240,12 @@ std::optional<vbs::ErrorReport> aspMainParser::runProgram(const std::string& pro
 
 void aspMainParser::fail(const vbs::ErrorReport& error) {
   const clsHTTPParser& parser = request_->parser;
-  output_ = errorPage(error.number, description(error),
-                      parser.DocumentPath() + parser.DocumentTitle(), std::int64_t{error.line} - 1);
+  const auto shown = [&](std::string text) {
+    return services_.state.EncodeErrors ? parts_.encoder.afText2HTML(text) : text;
+  };
+  output_ = errorPage(error.number, shown(description(error)),
+                      shown(parser.DocumentPath() + parser.DocumentTitle()),
+                      std::int64_t{error.line} - 1);
 }
 
 std::string aspMainParser::translate(std::string source, const std::string& folder) const {

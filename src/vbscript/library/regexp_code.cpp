@@ -109,6 +109,11 @@ RegExpCode::RegExpCode(std::unique_ptr<Pcre> pcre) : pcre_(std::move(pcre)) {
   std::uint32_t count = 0;
   pcre2_pattern_info(pcre_->code.get(), PCRE2_INFO_CAPTURECOUNT, &count);
   groups_ = count;
+  std::size_t code = 0;
+  std::size_t machineCode = 0;
+  pcre2_pattern_info(pcre_->code.get(), PCRE2_INFO_SIZE, &code);
+  pcre2_pattern_info(pcre_->code.get(), PCRE2_INFO_JITSIZE, &machineCode);
+  charge_.change(sizeof *this + code + machineCode);
 }
 
 RegExpCode::~RegExpCode() = default;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "vbscript/library/wide_copy.h"
+#include "vbscript/values/memory_meter.h"
 #include "vbscript/values/string.h"
 
 namespace quorvane::vbs {
@@ -59,6 +60,7 @@ class RegExpCode {
 
   std::unique_ptr<Pcre> pcre_;
   std::size_t groups_ = 0;
+  MemoryCharge charge_;  ///< a script may hold many
 };
 
 }  // namespace quorvane::vbs

@@ -49,7 +49,7 @@ void StackMemory::giveBack(std::unique_ptr<StackMemory> memory) {
 
 void TimeLimit::look() {
   budget_ = kBetweenLooks;
-  if (!isOver_ && host_.steadyNow() < deadline_) return;
+  if (!isOver_ && !host_.mustEnd() && host_.steadyNow() < deadline_) return;
   isOver_ = true;
   throw RunStopped{};
 }

@@ -21,6 +21,9 @@ class Host {
   /// A clock that never goes back, for the time limit.
   virtual std::chrono::steady_clock::time_point steadyNow() = 0;
 
+  /// Whether the time of every run is over, because the program is to end. Asked often.
+  virtual bool mustEnd() { return false; }
+
   /// Whether On Error Resume Next goes on after this error; if not, it always ends the run.
   virtual bool canTrap(std::int32_t) { return true; }
 

@@ -26,6 +26,11 @@ struct MemoryMeter {
   /// What is taken is filled, too: it counts as work. For users of memory_meter.h.
   inline void charge(std::size_t bytes);
   void release(std::size_t bytes) { used -= static_cast<std::int64_t>(bytes); }
+  /// Throws as charge() does when there is no room for `bytes`: a copy, say, that is gone before
+  /// the native member that makes it is done.
+  void require(std::size_t bytes) const {
+    if (used + static_cast<std::int64_t>(bytes) > limit) overLimit();
+  }
 
  private:
   [[noreturn]] static void overLimit();

@@ -278,7 +278,63 @@ TEST_F(MainForm, TheServiceManagerStartsAndStops) {
   forgetLines();
   window.serviceStopped();
   EXPECT_FALSE(window.running());
-  EXPECT_EQ(lines(), (std::vector<std::string>{"Stopping service", "Server Stop"}));
+  EXPECT_EQ(lines(),
+            (std::vector<std::string>{"Stopping service", "Server Stop", "Server Closing"}));
+}
+
+class Draining : public WindowTest {
+ protected:
+  Draining() {
+    settings.onLoad = [](ServerState& loaded) { loaded.DrainSeconds = 2; };
+    files.put("/base/Server/Scripts/a.txt", "content");
+    window.StartServer();
+    busy = connect();
+    busy->arrive("GET /a.txt HTTP/1.1\r\n\r\n");
+    idle = connect();
+  }
+
+  void look(int times) {
+    while (times-- > 0) loop.timer(std::chrono::milliseconds(100))->tick();
+  }
+
+  FakeSocket* busy = nullptr;
+  FakeSocket* idle = nullptr;
+};
+
+TEST_F(Draining, EndsWhenNothingIsUnderWay) {
+  window.closeWhenDrained();
+  EXPECT_EQ(loop.listener->state(), SocketState::Closed);
+  look(3);
+  EXPECT_EQ(idle->state(), SocketState::Closed);
+  EXPECT_EQ(busy->state(), SocketState::Connected);
+  EXPECT_FALSE(loop.stopped);
+  busy->completeSend();
+  look(1);
+  EXPECT_TRUE(loop.stopped);
+}
+
+TEST_F(Draining, WaitsForRequestsThatAreBeingReceived) {
+  busy->completeSend();
+  busy->arrive("POST /a.txt HTTP/1.1\r\nContent-Length: 5\r\n\r\nab");
+  window.closeWhenDrained();
+  look(3);
+  EXPECT_FALSE(loop.stopped);
+  EXPECT_EQ(busy->state(), SocketState::Connected);
+}
+
+TEST_F(Draining, EndsWhenItsTimeIsOver) {
+  window.closeWhenDrained();
+  look(19);
+  EXPECT_FALSE(loop.stopped);
+  look(1);
+  EXPECT_TRUE(loop.stopped);
+}
+
+TEST_F(Draining, EndsAtOnceWhenAskedAgain) {
+  window.closeWhenDrained();
+  EXPECT_FALSE(loop.stopped);
+  window.closeWhenDrained();
+  EXPECT_TRUE(loop.stopped);
 }
 
 }  // namespace

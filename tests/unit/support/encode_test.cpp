@@ -54,8 +54,9 @@ std::string decodedOneAfterAnother(std::string text) {
 }
 
 TEST(HtmlToText, GivesWhatReplacingOneEntityAfterAnotherGives) {
-  std::vector<std::string> pieces{"&", "&", "&", "&amp;", "&amp;", "amp;", "amp", ";", "#65;", "x",
-                                  "", "&iacut", "NBSP;", "&nbs", "p;", "\xFF", "&a", "&y"};
+  std::vector<std::string> pieces{"&",     "&",    "&",    "&amp;", "&amp;", "amp;",
+                                  "amp",   ";",    "#65;", "x",     "",      "&iacut",
+                                  "NBSP;", "&nbs", "p;",   "\xFF",  "&a",    "&y"};
   for (int code = 0; code < 256; ++code) {
     const std::string name = kEncoder.afText2HTML(std::string(1, static_cast<char>(code)));
     pieces.push_back(name);

@@ -1,7 +1,10 @@
+#include <array>
 #include <csignal>
 #include <vector>
 
 #include "platform/loop_fixture.h"
+#include "platform/process.h"
+#include "platform/system.h"
 
 namespace quorvane {
 
@@ -18,6 +21,18 @@ TEST_F(Signals, EachOfThreeAsksForTheEnd) {
     ++expected;
     EXPECT_TRUE(until([&] { return asked == expected; })) << number;
   }
+}
+
+TEST_F(Signals, TheWishToEndIsKnownBeforeItsEvent) {
+  int asked = 0;
+  loop->onTerminationRequest([&] { ++asked; });
+  std::array<char*, 1> arguments{};
+  const auto process = makeProcess(1, arguments.data());
+  EXPECT_FALSE(process->isAskedToEnd());
+  std::raise(SIGTERM);
+  EXPECT_TRUE(process->isAskedToEnd());
+  EXPECT_EQ(asked, 0);
+  EXPECT_TRUE(until([&] { return asked == 1; }));
 }
 
 TEST_F(Signals, NoticesAreToldAsEvents) {
