@@ -38,7 +38,7 @@ class Memory(unittest.TestCase):
             return begin.decode("latin-1"), length
 
     def assert_runs_out(self, script):
-        self.assertIn("Error #7<", self.run_page(script)[0])
+        self.assertIn("Error #7<", self.run_page("Server.ScriptTimeout = 60\n" + script)[0])
 
     def test_binary_output(self):
         begin, length = self.run_page("s = String(100000000, \"a\") : Response.BinaryWrite s")
