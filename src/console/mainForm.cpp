@@ -35,6 +35,9 @@ mainForm::mainForm(mainFormParts parts)
       housekeeping_({services_, parts_.loop, *this, *wsHost, wsTalker, status_, form_, objects_}),
       draining_(parts_.loop, *wsHost, wsTalker),
       slotWatch_(services_.state, parts_.loop, wsTalker),
+      turns_(services_.clock, parts_.loop, wsTalker,
+             {[this](int index) { dataArrival(index, {}); },
+              [this](int index, Response response) { answer(index, std::move(response)); }}),
       wsLinker(parts_.loop, *this, status_),
       portRetries_(parts_.loop.makeTimer(kRetryInterval, [this] { retryPort(); })) {}
 
@@ -72,8 +75,8 @@ void mainForm::loadLanguage(std::int32_t wanted) {
 
 void mainForm::makeObjects(std::int32_t language) {
   if (!objects_) {
-    objects_ = std::make_unique<RunningServer>(services_,
-                                               RunningServer::Parts{*this, parts_.userDefaultLCID});
+    objects_ = std::make_unique<RunningServer>(
+        services_, RunningServer::Parts{*this, turns_, parts_.loop, parts_.userDefaultLCID});
   }
   objects_->renew(language);
 }
@@ -107,6 +110,7 @@ void mainForm::StopServer() {
 
 void mainForm::closeAll() {
   slotWatch_.stop();
+  turns_.clear();
   wsTalker.closeAll();
   wsHost->close();
 }
@@ -197,6 +201,7 @@ void mainForm::dataArrival(int index, std::string_view data) {
     status_.LogLine(std::string("Request failed: ") + error.what());
     wsTalker.close(index);
   }
+  turns_.over();
 }
 
 void mainForm::turnAway(int index) {

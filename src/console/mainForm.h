@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "console/answer_turns.h"
 #include "console/control_channel.h"
 #include "console/draining.h"
 #include "console/form_model.h"
@@ -116,6 +117,7 @@ class mainForm final : public ServerControl,
   Housekeeping housekeeping_;
   Draining draining_;
   SlotWatch slotWatch_;
+  AnswerTurns turns_;
   ControlChannel wsLinker;
   std::unique_ptr<Timer> portRetries_;  ///< runs after a start that did not get its port
   TimePoint startTime{};

@@ -6,7 +6,7 @@ namespace quorvane {
 
 RunningServer::RunningServer(const Services& services, const Parts& parts)
     : services_(services),
-      events_(parts.events),
+      parts_(parts),
       modules_(services.files),
       language_(services.files, parts.userDefaultLCID),
       scripts_(services, {encoder_, aliases_, language_}) {}
@@ -17,7 +17,8 @@ void RunningServer::renew(std::int32_t language) {
   modules_.setModFolder(services_.state.ScriptsFolder);
   scripts_.authKeys().clear();
   handling_ = std::make_unique<RequestHandling>(
-      services_, RequestHandlingParts{parser_, cookies_, modules_, aliases_, scripts_, events_});
+      services_, RequestHandlingParts{parser_, cookies_, modules_, aliases_, scripts_,
+                                      parts_.events, parts_.clients, parts_.loop});
 }
 
 }  // namespace quorvane

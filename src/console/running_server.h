@@ -19,6 +19,8 @@ class RunningServer {
  public:
   struct Parts {
     PageEvents& events;
+    Clients& clients;
+    EventLoop& loop;
     std::int32_t userDefaultLCID;
   };
 
@@ -36,7 +38,7 @@ class RunningServer {
 
  private:
   const Services& services_;
-  PageEvents& events_;
+  const Parts parts_;
   clsWEncode encoder_;
   CookieJar cookies_;
   clsHTTPParser parser_{encoder_, cookies_};

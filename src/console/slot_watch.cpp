@@ -31,7 +31,7 @@ void SlotWatch::tick() {
 
 SlotWatch::Sight SlotWatch::look(int index) {
   const TcpSocket& socket = slots_.socket(index);
-  if (socket.state() != SocketState::Connected) return {};
+  if (socket.state() != SocketState::Connected || slots_.isHeld(index)) return {};
   if (socket.pendingBytes() > 0) return {Phase::Sending, socket.unconfirmedBytes()};
   const SlotRecord& record = slots_.record(index);
   if (record.pendingText.empty()) {

@@ -43,8 +43,20 @@ std::optional<int> Slots::accept(ConnectionRequest& request) {
   if (!socket(index).accept(request)) return std::nullopt;
   dropLowest();
   noteRequest(index);
-  slots_[static_cast<std::size_t>(index)].taken = lastRequest(index);
+  Slot& slot = slots_[static_cast<std::size_t>(index)];
+  slot.taken = slot.lastRequest;
+  slot.isHeld = false;
   return index;
+}
+
+void Slots::hold(int index) {
+  slots_[static_cast<std::size_t>(index)].isHeld = true;
+  socket(index).pause();
+}
+
+void Slots::release(int index) {
+  slots_[static_cast<std::size_t>(index)].isHeld = false;
+  socket(index).resume();
 }
 
 std::optional<int> Slots::noteHeld(int index) {

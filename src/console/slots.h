@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "http/clients.h"
 #include "http/request_collector.h"
 #include "platform/event_loop.h"
 
@@ -41,6 +42,14 @@ class Slots {
   /// the slot that holds the most, whose client is to be turned away.
   std::optional<int> noteHeld(int index);
 
+  /// The connection that a slot has now; another has another number.
+  Client client(int index) const { return {index, slots_[static_cast<std::size_t>(index)].taken}; }
+
+  /// While a slot is held, the client waits for the server and nothing more of it is read.
+  void hold(int index);
+  void release(int index);
+  bool isHeld(int index) const { return slots_[static_cast<std::size_t>(index)].isHeld; }
+
   /// To be told of every whole request.
   void noteRequest(int index) { slots_[static_cast<std::size_t>(index)].lastRequest = ++requests_; }
 
@@ -76,6 +85,7 @@ class Slots {
     std::uint64_t held = 0;  ///< bytes of the record that are counted in held_
     std::uint64_t taken = 0;
     std::uint64_t lastRequest = 0;
+    bool isHeld = false;
   };
 
   void grow();

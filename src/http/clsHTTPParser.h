@@ -88,6 +88,9 @@ class clsHTTPParser {
   void ClearVars();
   void Reset();
 
+  /// Hands the text out again; `HTTPData` is empty afterwards.
+  std::string takeText() { return head_.take(); }
+
   /// Gives back the memory that a large request took; `HTTPData` is empty afterwards.
   void releaseText();
 

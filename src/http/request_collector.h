@@ -17,6 +17,7 @@ struct SlotRecord {
 
   std::size_t searched = 0;   ///< no header block ends before this place of `pendingText`
   std::size_t bodyStart = 0;  ///< where the body begins; 0 while the header block is incomplete
+  bool isWhole = false;       ///< the request is complete and waits for its turn
 
   /// Empties the record and gives its memory back, which an assignment would not.
   void reset() {

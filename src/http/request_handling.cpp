@@ -1,12 +1,15 @@
 #include "http/request_handling.h"
 
+#include <exception>
 #include <utility>
 
+#include "http/clients.h"
 #include "http/clsHTTPParser.h"
 #include "http/content_types.h"
 #include "http/cookie_jar.h"
 #include "http/error_responses.h"
 #include "http/header_lines.h"
+#include "http/renderings.h"
 #include "http/response_heads.h"
 #include "http/script_pages.h"
 #include "http/serverMod.h"
@@ -58,7 +61,10 @@ class RequestHandling::Answer {
         client_(std::move(client)),
         wanted_(firstWanted()) {}
 
-  Response run();
+  /// Nothing when it comes later.
+  std::optional<Response> run();
+  /// Whether nothing was done, since a page has to wait for its turn.
+  bool waits() const { return waits_; }
 
  private:
   using Module = std::shared_ptr<const std::string>;
@@ -71,7 +77,7 @@ class RequestHandling::Answer {
   PageOutcome runPage();
   void follow(const RedirectedPage& page);
   Response pageResponse(FinishedPage page);
-  Response fileResponse();
+  std::optional<Response> fileResponse();
   Response moduleResponse();
   Response withHead(ResponseHeads::Ordinary head, Body body);
   Response notFound(bool allowed);
@@ -90,9 +96,21 @@ class RequestHandling::Answer {
   std::string extension_;  ///< upper case, no dot
   FoundFile found_;        ///< set unless the file comes from a module
   Module module_;          ///< the content when it does
+  bool waits_ = false;
 };
 
-Response RequestHandling::Answer::run() {
+/// What a file's answer needs of its request. It stands apart from the parser, which may serve
+/// others before the answer is made.
+struct RequestHandling::FileAnswer {
+  StaticFiles::Request request;
+  bool isAlias = false;
+  bool headOnly = false;
+  bool keepAlive = false;
+  std::int32_t session = 0;
+  std::string cookieLines;
+};
+
+std::optional<Response> RequestHandling::Answer::run() {
   for (int redirections = 0; redirections <= kMostRedirections; ++redirections) {
     nameFile();
     if (isPlayed()) {
@@ -102,11 +120,17 @@ Response RequestHandling::Answer::run() {
     if (!isAllowedExtension(localFile_)) return notFound(false);
     if (!locate()) return notFound(true);
     if (extension_ != "QVS") return module_ ? moduleResponse() : fileResponse();
+    if (redirections == 0) {
+      const Clients::Turn turn = parts_.clients.turnOf(index_);
+      waits_ = turn == Clients::Turn::Later;
+      if (waits_) return std::nullopt;
+      if (turn == Clients::Turn::Never) return Response{};
+    }
     PageOutcome outcome = runPage();
     if (auto* page = std::get_if<FinishedPage>(&outcome)) return pageResponse(std::move(*page));
     if (auto* page = std::get_if<FlushedPage>(&outcome)) {
       logRequest();
-      return {{}, std::move(page->rest), false};
+      return Response{{}, std::move(page->rest), false};
     }
     follow(std::get<RedirectedPage>(outcome));
   }
@@ -182,18 +206,18 @@ Response RequestHandling::Answer::pageResponse(FinishedPage page) {
   return withHead(head, std::move(page.body));
 }
 
-Response RequestHandling::Answer::fileResponse() {
-  StaticFiles::Answer file = handling_.staticFiles_->answer({found_, parser_, wanted_.isPublic()});
+std::optional<Response> RequestHandling::Answer::fileResponse() {
   logRequest();
-  if (file.unsatisfiable) return handling_.badRequest();
-  const std::string modified = handling_.heads_->dates().ofFile(file.file.info.modified);
-  ResponseHeads::Ordinary head;
-  if (file.partial) head.status = Status::PartialContent;
-  head.extraHeaders = file.headers;
-  head.contentType = handling_.types_->typeOf(file.file.path);
-  head.lastModified = modified;
-  head.cacheControl = wanted_.isAlias ? "no-cache" : "";
-  return withHead(head, std::move(file.body));
+  FileAnswer file{
+      handling_.staticFiles_->requestFor(std::move(found_), parser_, wanted_.isPublic()),
+      wanted_.isAlias,
+      headOnly_,
+      parser_.KeepAlive(),
+      wanted_.session,
+      parts_.cookies.changedHeaderLines(handling_.heads_->dates())};
+  if (!handling_.staticFiles_->lacksPicture(file.request)) return handling_.fileResponse(file);
+  handling_.render(std::move(file), index_, client_);
+  return std::nullopt;
 }
 
 Response RequestHandling::Answer::moduleResponse() {
@@ -227,12 +251,53 @@ void RequestHandling::Answer::logRequest() {
                         handling_.shown(wanted_.document()));
 }
 
+Response RequestHandling::fileResponse(const FileAnswer& asked) {
+  StaticFiles::Answer file = staticFiles_->answer(asked.request);
+  if (file.unsatisfiable) return badRequest();
+  const std::string modified = heads_->dates().ofFile(file.file.info.modified);
+  ResponseHeads::Ordinary head;
+  if (file.partial) head.status = Status::PartialContent;
+  head.contentLength = bodyLength(file.body);
+  head.extraHeaders = file.headers;
+  head.contentType = types_->typeOf(file.file.path);
+  head.lastModified = modified;
+  head.keepAlive = asked.keepAlive;
+  head.cacheControl = asked.isAlias ? "no-cache" : "";
+  head.sessionNumber = asked.session;
+  head.cookieLines = asked.cookieLines;
+  Response response{heads_->ordinary(head), {}, head.keepAlive};
+  if (!asked.headOnly) response.body = std::move(file.body);
+  return response;
+}
+
+/// Has the lacking picture rendered and answers then.
+void RequestHandling::render(FileAnswer file, int index, const std::string& address) {
+  const Client client = parts_.clients.inSlot(index);
+  parts_.clients.answerLater(index);
+  const auto asked = std::make_shared<const FileAnswer>(std::move(file));
+  const ResizedImages::Wish& wish = *asked->request.picture;
+  const auto isNeeded = [this, asked, client] {  // another may have asked for the same meanwhile
+    return parts_.clients.isThere(client) && staticFiles_->lacksPicture(asked->request);
+  };
+  const auto done = [this, asked, client](bool) {
+    Response response;
+    try {
+      if (parts_.clients.isThere(client)) response = fileResponse(*asked);
+    } catch (const std::exception& error) {
+      services_.log.LogLine(std::string("Request failed: ") + error.what());
+    }
+    parts_.clients.answer(client, std::move(response));
+  };
+  renderings_->add(address, {wish.source.path, wish.target, wish.rendering, isNeeded, done});
+}
+
 RequestHandling::RequestHandling(const Services& services, const RequestHandlingParts& parts)
     : services_(services),
       parts_(parts),
       heads_(std::make_unique<ResponseHeads>(services.state, services.clock)),
       types_(std::make_unique<ContentTypes>()),
-      staticFiles_(std::make_unique<StaticFiles>(services, *types_)) {}
+      staticFiles_(std::make_unique<StaticFiles>(services, *types_)),
+      renderings_(std::make_unique<Renderings>(parts.loop, services.images)) {}
 
 RequestHandling::~RequestHandling() = default;
 
@@ -240,11 +305,12 @@ std::optional<Response> RequestHandling::dataArrival(int index, SlotRecord& reco
                                                      std::string_view data,
                                                      const std::string& remoteHostIP) {
   using request_collector::Outcome;
+  const bool hadToWait = record.isWhole;
   request_collector::Collected collected = request_collector::collect(record, data);
   if (collected.outcome == Outcome::NeedMore) return std::nullopt;
   if (collected.outcome == Outcome::TellToGoOn) return Response{ResponseHeads::goOn(), {}, true};
   const bool complete = collected.outcome == Outcome::Complete;
-  if (complete && services_.state.LogHeaders) logHeaders(collected.request());
+  if (complete && services_.state.LogHeaders && !hadToWait) logHeaders(collected.request());
 
   parts_.cookies.clear();
   clsHTTPParser& parser = parts_.parser;
@@ -255,13 +321,18 @@ std::optional<Response> RequestHandling::dataArrival(int index, SlotRecord& reco
   } else {
     parser.setHTTPData(collected.direct, collected.bodyStart);
   }
-  Response response;
+  std::optional<Response> response;
   if (!complete || !parser.ValidRequest()) {
     logRefused(remoteHostIP);
     response = badRequest();
   } else {
     parser.setRemoteIP(remoteHostIP);
-    response = Answer(*this, index, collected.requestClass, remoteHostIP).run();
+    Answer answer(*this, index, collected.requestClass, remoteHostIP);
+    response = answer.run();
+    if (answer.waits()) {
+      record.pendingText = parser.takeText();
+      record.isWhole = true;
+    }
   }
   if (parser.HTTPData().size() > kMostIdleText) parser.releaseText();
   return response;

@@ -8,30 +8,23 @@
 #include <string_view>
 
 #include "http/request_collector.h"
-#include "platform/outgoing.h"
+#include "http/response.h"
 #include "platform/services.h"
 
 namespace quorvane {
 
 class clsHTTPParser;
+class Clients;
 class clsQVMod;
 class ContentTypes;
 class CookieJar;
+class EventLoop;
 class FileAliases;
 class PageEvents;
+class Renderings;
 class ResponseHeads;
 class ScriptPages;
 class StaticFiles;
-
-/// What is to be sent on a slot.
-struct Response {
-  std::string head;  ///< empty when the script has sent its own
-  Body body;
-  bool keepAlive = false;
-
-  /// Nothing to send; the connection is still to be closed unless it is kept alive.
-  bool empty() const { return head.empty() && bodyLength(body) == 0; }
-};
 
 /// What request handling works with besides the server's services. Everything is owned by the
 /// caller and outlives it.
@@ -42,12 +35,14 @@ struct RequestHandlingParts {
   const FileAliases& aliases;
   ScriptPages& pages;
   PageEvents& events;  ///< of the pages that run
+  Clients& clients;
+  EventLoop& loop;
 };
 
 /// Takes the bytes that arrive on a slot and makes responses of them: collects a request, has it
 /// parsed, maps its target to a file, a module file or a script page, and builds the whole answer.
 /// It knows no sockets. One request at a time: `dataArrival` must not be called again for any slot
-/// before it has returned.
+/// before it has returned. What takes long beside the loop gives its answer to the clients later.
 class RequestHandling {
  public:
   RequestHandling(const Services& services, const RequestHandlingParts& parts);
@@ -55,15 +50,20 @@ class RequestHandling {
   RequestHandling(const RequestHandling&) = delete;
   RequestHandling& operator=(const RequestHandling&) = delete;
 
-  /// Nothing: the request is not complete yet. (A client that waits to be told before it sends a
-  /// body is told; that is no answer to its request.) `record` is not touched any more once a
-  /// request is complete, `data` neither, so both may go away while a script page runs.
+  /// Nothing: the request is not complete yet, or its answer comes later. (A client that waits to
+  /// be told before it sends a body is told; that is no answer to its request.) A request whose
+  /// page has to wait for its turn is put back whole into `record`; call again without data then.
+  /// Otherwise `record` is not touched any more once a request is complete, `data` neither, so both
+  /// may go away while a script page runs.
   std::optional<Response> dataArrival(int index, SlotRecord& record, std::string_view data,
                                       const std::string& remoteHostIP);
 
  private:
   class Answer;
+  struct FileAnswer;
 
+  Response fileResponse(const FileAnswer& asked);
+  void render(FileAnswer file, int index, const std::string& address);
   std::string shown(std::string_view text) const;
   void logRefused(const std::string& client);
   void logHeaders(std::string_view request);
@@ -74,6 +74,7 @@ class RequestHandling {
   std::unique_ptr<ResponseHeads> heads_;
   std::unique_ptr<ContentTypes> types_;
   std::unique_ptr<StaticFiles> staticFiles_;
+  std::unique_ptr<Renderings> renderings_;  ///< destroyed first: what they make goes to the others
 };
 
 }  // namespace quorvane

@@ -57,9 +57,14 @@ void RequestHead::adopt(std::string&& text, std::size_t bodyStart) {
   read(bodyStart);
 }
 
-void RequestHead::release() {
-  std::string().swap(text_);
+std::string RequestHead::take() {
+  std::string text = std::exchange(text_, {});
   read(0);
+  return text;
+}
+
+void RequestHead::release() {
+  take();
 }
 
 void RequestHead::read(std::size_t bodyStart) {

@@ -54,6 +54,9 @@ class RequestHead {
   void assign(std::string_view text, std::size_t bodyStart = 0);
   void adopt(std::string&& text, std::size_t bodyStart = 0);
 
+  /// Hands the text out and is empty afterwards.
+  std::string take();
+
   /// Empties the text and gives its memory back.
   void release();
 

@@ -34,29 +34,24 @@ std::optional<ImageRendering> wantedRendering(const clsHTTPParser& parser) {
 
 }  // namespace
 
-std::optional<ResizedImages::Copy> ResizedImages::copyFor(const FoundFile& source, bool isPublic,
+std::optional<ResizedImages::Wish> ResizedImages::wishFor(const FoundFile& source, bool isPublic,
                                                           const clsHTTPParser& parser,
                                                           const std::string& cacheFolder) {
+  if (source.info.isFolder) return std::nullopt;
   const auto wanted = wantedRendering(parser);
   if (!wanted) return std::nullopt;
   const std::string fileName(paths::fileNameOf(source.path));
   const bool temporary = !isPublic || queryVariable(parser, "nc") == "1";
-  const std::string path = paths::join(
-      cacheFolder, temporary ? temporaryName(fileName) : PictureCopies::nameOf(*wanted, fileName));
-
-  auto copy = files_.stat(path);
-  if (!copy || source.info.modified > copy->modified) {
-    if (!render(source, path, *wanted)) return std::nullopt;
-    copy = files_.stat(path);
-  }
-  if (!copy) return std::nullopt;
-  if (!temporary) copies_.used(path, copy->size);
-  return Copy{{path, *copy}, temporary};
+  const std::string name =
+      temporary ? temporaryName(fileName) : PictureCopies::nameOf(*wanted, fileName);
+  return Wish{source, *wanted, paths::join(cacheFolder, name), temporary};
 }
 
-bool ResizedImages::render(const FoundFile& source, const std::string& target,
-                           const ImageRendering& wanted) {
-  return library_ && !source.info.isFolder && library_->render(source.path, target, wanted);
+std::optional<ResizedImages::Copy> ResizedImages::present(const Wish& wish) {
+  const auto copy = files_.stat(wish.target);
+  if (!copy || wish.source.info.modified > copy->modified) return std::nullopt;
+  if (!wish.temporary) copies_.used(wish.target, copy->size);
+  return Copy{{wish.target, *copy}, wish.temporary};
 }
 
 std::string ResizedImages::temporaryName(const std::string& fileName) {

@@ -20,26 +20,35 @@ class ResizedImages {
  public:
   static constexpr int kMostPixels = 16384;  ///< on a side; more is served unresized
 
-  ResizedImages(const Files& files, Random& random, ImageLibrary* library, PictureCopies& copies)
-      : files_(files), random_(random), library_(library), copies_(copies) {}
+  ResizedImages(const Files& files, Random& random, PictureCopies& copies)
+      : files_(files), random_(random), copies_(copies) {}
 
   struct Copy {
     FoundFile file;
     bool temporary = false;  ///< to be removed once it is open for sending
   };
 
-  /// The copy to serve in place of `source`; nothing when none is asked for or it can't be made.
-  /// Only a public file's copy is kept: under its name anybody gets it.
-  std::optional<Copy> copyFor(const FoundFile& source, bool isPublic, const clsHTTPParser& parser,
+  /// A copy that is wanted in place of its source.
+  struct Wish {
+    FoundFile source;
+    ImageRendering rendering;
+    std::string target;  ///< path of the copy
+    bool temporary = false;
+  };
+
+  /// What a request asks for; nothing when it wants the source as it is. Only a public file's copy
+  /// is kept: under its name anybody gets it.
+  std::optional<Wish> wishFor(const FoundFile& source, bool isPublic, const clsHTTPParser& parser,
                               const std::string& cacheFolder);
 
+  /// The copy when there is one that is not older than its source.
+  std::optional<Copy> present(const Wish& wish);
+
  private:
-  bool render(const FoundFile& source, const std::string& target, const ImageRendering& wanted);
   std::string temporaryName(const std::string& fileName);
 
   const Files& files_;
   Random& random_;
-  ImageLibrary* library_;
   PictureCopies& copies_;
 };
 

@@ -18,20 +18,35 @@ StaticFiles::StaticFiles(const Services& services, ContentTypes& types)
       contents_(services.files, services.clock),
       gzipCopies_(services.files, contents_),
       pictureCopies_(services.files),
-      resizedImages_(services.files, services.random, services.images, pictureCopies_) {}
+      resizedImages_(services.files, services.random, pictureCopies_) {}
+
+StaticFiles::Request StaticFiles::requestFor(FoundFile file, const clsHTTPParser& parser,
+                                             bool isPublic) {
+  Request request{
+      std::move(file), parser.DocumentPath(), parser.RangeRequest(), parser.AcceptGZipEncoding(),
+      isPublic,        std::nullopt};
+  if (isResizableImage(request.file.path)) {
+    request.picture =
+        resizedImages_.wishFor(request.file, isPublic, parser, services_.state.CacheFolder);
+  }
+  return request;
+}
+
+bool StaticFiles::lacksPicture(const Request& request) {
+  return request.picture && !resizedImages_.present(*request.picture);
+}
 
 StaticFiles::Answer StaticFiles::answer(const Request& request) {
   Answer result;
   result.file = request.file;
   bool temporary = false;
-  if (isResizableImage(result.file.path)) {
-    if (auto copy = resizedImages_.copyFor(request.file, request.isPublic, request.parser,
-                                           services_.state.CacheFolder)) {
+  if (request.picture) {
+    if (auto copy = resizedImages_.present(*request.picture)) {
       result.file = std::move(copy->file);
       temporary = copy->temporary;
     }
   }
-  if (!request.parser.RangeRequest().empty()) {
+  if (!request.ranges.empty()) {
     answerRanges(request, result);
   } else if (auto body = packed(request, result.file, !temporary && request.isPublic)) {
     result.body = std::move(*body);
@@ -46,7 +61,7 @@ StaticFiles::Answer StaticFiles::answer(const Request& request) {
 void StaticFiles::answerRanges(const Request& request, Answer& answer) {
   answer.partial = true;
   const auto file = services_.files.open(answer.file.path);
-  const auto ranges = file ? byte_ranges::parse(request.parser.RangeRequest(), file->info().size)
+  const auto ranges = file ? byte_ranges::parse(request.ranges, file->info().size)
                            : std::vector<byte_ranges::Range>();
   if (ranges.empty()) {
     answer.unsatisfiable = true;
@@ -61,11 +76,10 @@ void StaticFiles::answerRanges(const Request& request, Answer& answer) {
 /// that somebody else may not get by the same path nothing is kept.
 std::optional<Body> StaticFiles::packed(const Request& request, const FoundFile& file,
                                         bool keepCopy) {
-  if (!request.parser.AcceptGZipEncoding() || !isGzipEligible(file.path, services_.state)) {
+  if (!request.acceptsGzip || !isGzipEligible(file.path, services_.state)) {
     return std::nullopt;
   }
-  const std::string urlPath =
-      request.parser.DocumentPath() + std::string(paths::fileNameOf(file.path));
+  const std::string urlPath = request.urlFolder + std::string(paths::fileNameOf(file.path));
   if (!keepCopy || !GzipCopies::isKept(urlPath)) return gzipCopies_.fresh(file);
   const std::string name = GzipCopies::nameOf(urlPath);
   const std::string path = paths::join(services_.state.CacheFolder, name);

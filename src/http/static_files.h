@@ -21,10 +21,14 @@ class ContentTypes;
 /// compressed copy, then the whole file.
 class StaticFiles {
  public:
+  /// What an answer depends on.
   struct Request {
     FoundFile file;
-    const clsHTTPParser& parser;
+    std::string urlFolder;  ///< the path that was asked for, without the file's name
+    std::string ranges;     ///< empty: the whole file
+    bool acceptsGzip = false;
     bool isPublic = true;  ///< everybody gets this file by this path
+    std::optional<ResizedImages::Wish> picture;
   };
 
   struct Answer {
@@ -38,6 +42,13 @@ class StaticFiles {
   /// Both outlive the object.
   StaticFiles(const Services& services, ContentTypes& types);
 
+  /// Takes what it needs out of the parser, which may serve others before the answer is made.
+  Request requestFor(FoundFile file, const clsHTTPParser& parser, bool isPublic);
+
+  /// Whether a picture has to be rendered before the request is answered.
+  bool lacksPicture(const Request& request);
+
+  /// A picture that is lacking is one that could not be rendered: its source is sent.
   Answer answer(const Request& request);
 
  private:

@@ -6,6 +6,7 @@
 
 #include "platform/tcp.h"
 #include "platform/udp.h"
+#include "platform/workers.h"
 
 namespace quorvane {
 
@@ -41,6 +42,8 @@ class EventLoop {
   virtual std::unique_ptr<UdpSocket> makeUdpSocket(UdpSocketEvents& events) = 0;
   virtual std::unique_ptr<Timer> makeTimer(std::chrono::milliseconds interval,
                                            std::function<void()> tick) = 0;
+
+  virtual std::unique_ptr<Workers> makeWorkers(int count) = 0;
 
   /// `asked` runs, as an event, each time the system asks the program to end; it takes the place
   /// of what was given before.

@@ -22,8 +22,8 @@ constexpr int kMostSide = 16384;
 constexpr std::int64_t kMostPixels = std::int64_t{128} << 20;
 /// Pixels of a source that has to be in memory as a whole.
 constexpr std::int64_t kMostPixelsAtOnce = std::int64_t{32} << 20;
-/// Pixels of a result: an 8K screen has a little less.
-constexpr std::int64_t kMostTargetPixels = std::int64_t{32} << 20;
+/// Pixels of a result: those of its source, or these. Small files are not to become much work.
+constexpr std::int64_t kMostEnlarged = 4'000'000;
 /// The search for a GIF's colours takes some half a second for each million of pixels.
 constexpr std::int64_t kMostGifTargetPixels = std::int64_t{4} << 20;
 /// Bytes of a source; it is held in memory while it is rendered.
@@ -123,7 +123,7 @@ std::optional<Size> targetSize(Size source, const ImageRendering& wanted) {
     const double factor = std::min(across, down);
     target = {scaled(source.width, factor), scaled(source.height, factor)};
   }
-  if (target.pixels() > kMostTargetPixels) return std::nullopt;
+  if (target.pixels() > std::max(source.pixels(), kMostEnlarged)) return std::nullopt;
   return target;
 }
 

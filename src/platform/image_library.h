@@ -16,15 +16,16 @@ struct ImageRendering {
 };
 
 /// Resizes pictures. The file type (jpg, gif, png, bmp) of the target is that of the source, told
-/// by its content. Of an animation the first picture is taken; a photo taken sideways comes out
-/// upright; colours come out as sRGB and everything that is not picture is left behind.
+/// by its content. A target has at most the pixels of its source, or 4 million. Of an animation the
+/// first picture is taken; a photo taken sideways comes out upright; colours come out as sRGB and
+/// everything that is not picture is left behind.
 class ImageLibrary {
  public:
   virtual ~ImageLibrary() = default;
 
   /// Renders the picture in file `source` to file `target`. A reader of `target` sees the old file
   /// or the whole new one; false (a broken picture, one too large, no size wanted, a full disk)
-  /// leaves the target as it was.
+  /// leaves the target as it was. May be called on several threads at once.
   virtual bool render(const std::string& source, const std::string& target,
                       const ImageRendering& wanted) = 0;
 };

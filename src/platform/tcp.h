@@ -96,6 +96,14 @@ class TcpSocket {
   /// background, for a limited time. No event follows. Closing a closed socket does nothing.
   virtual void close() = 0;
 
+  /// Leaves what the client sends unread until resume().
+  virtual void pause() = 0;
+  virtual void resume() = 0;
+
+  /// Whether the client, or the network, has ended the connection for both directions. It shows
+  /// before the bytes that came first are read.
+  virtual bool isReset() const = 0;
+
   /// Closes the connection at once, whatever the client has not taken yet. No event follows.
   virtual void abort() = 0;
 

@@ -68,7 +68,7 @@ void Connection::armWrite() {
 void Connection::readable() {
   if (phase_ == Phase::Lingering) {
     readLingering();
-  } else if (phase_ == Phase::Open && state_ == SocketState::Connected && queue_.empty()) {
+  } else if (wantsBytes() && state_ == SocketState::Connected) {
     readOpen();
   }
 }
@@ -93,7 +93,16 @@ void Connection::readOpen() {
   core_.readBufferInUse = false;
   inEvent_ = false;
   if (sentToTell_) tellSent();
-  if (phase_ == Phase::Lingering || (phase_ == Phase::Open && queue_.empty())) armRead();
+  if (phase_ == Phase::Lingering || wantsBytes()) armRead();
+}
+
+bool Connection::wantsBytes() const {
+  return phase_ == Phase::Open && queue_.empty() && !paused_;
+}
+
+void Connection::resume() {
+  paused_ = false;
+  if (wantsBytes() && !inEvent_) armRead();
 }
 
 void Connection::readLingering() {
@@ -141,7 +150,7 @@ void Connection::sent() {
   if (inEvent_) return;  // told when the event returns
   asio::post(core_.io, [self = shared_from_this()] {
     if (self->sentToTell_) self->tellSent();
-    if (self->phase_ == Phase::Open && self->queue_.empty()) self->armRead();
+    if (self->wantsBytes()) self->armRead();
   });
 }
 
@@ -278,6 +287,14 @@ class LoopTcpSocket final : public TcpSocket {
     const auto connection = std::exchange(connection_, nullptr);
     connection->close();
   }
+
+  void pause() override {
+    if (connection_) connection_->pause();
+  }
+  void resume() override {
+    if (connection_) connection_->resume();
+  }
+  bool isReset() const override { return connection_ && connection_->isReset(); }
 
   void abort() override {
     if (!connection_) return;

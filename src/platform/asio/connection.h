@@ -5,6 +5,7 @@
 
 #include "platform/asio/loop_core.h"
 #include "platform/asio/outgoing_queue.h"
+#include "platform/asio/socket_calls.h"
 #include "platform/tcp.h"
 
 namespace quorvane {
@@ -24,6 +25,9 @@ class Connection final : public std::enable_shared_from_this<Connection> {
   void open();
   void close();
   void abort();
+  void pause() { paused_ = true; }
+  void resume();
+  bool isReset() { return quorvane::isReset(socket_); }
   void send(std::string head, Body body);
   bool drainTo(std::uint64_t bytes, const DrainPatience& patience);
 
@@ -41,6 +45,7 @@ class Connection final : public std::enable_shared_from_this<Connection> {
  private:
   enum class Phase : std::uint8_t { Open, Flushing, Lingering, Gone };
 
+  bool wantsBytes() const;
   void armRead();
   void armWrite();
   void readable();
@@ -64,6 +69,7 @@ class Connection final : public std::enable_shared_from_this<Connection> {
   int index_;
   Phase phase_ = Phase::Open;
   SocketState state_ = SocketState::Connected;
+  bool paused_ = false;
   bool reading_ = false;     ///< a wait for bytes is pending
   bool writing_ = false;     ///< a wait for room is pending
   bool inEvent_ = false;     ///< within dataArrival of this connection

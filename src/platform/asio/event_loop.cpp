@@ -136,6 +136,8 @@ class AsioEventLoop final : public EventLoop {
     return std::make_unique<LoopTimer>(core_, interval, std::move(tick));
   }
 
+  std::unique_ptr<Workers> makeWorkers(int count) override { return makeThreads(*this, count); }
+
   void onTerminationRequest(std::function<void()> asked) override {
     const auto numbers = terminationSignals();
     endings_.listen({numbers.begin(), numbers.end()}, [asked = std::move(asked)](int) { asked(); });

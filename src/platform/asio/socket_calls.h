@@ -38,6 +38,9 @@ class ConnectionRoom {
 /// Blocks until `socket` takes bytes or has failed. False when `atMost` passes before.
 bool waitUntilWritable(StreamSocket& socket, std::chrono::milliseconds atMost);
 
+/// Whether the connection is over for both directions.
+bool isReset(StreamSocket& socket);
+
 /// Bytes that the system has taken for the client and the client has not confirmed; 0 where the
 /// system does not tell.
 std::uint64_t unconfirmedBytes(StreamSocket& socket);

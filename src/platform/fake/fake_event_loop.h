@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <set>
+#include <stdexcept>
 #include <utility>
 #include <vector>
 
@@ -76,15 +77,20 @@ class FakeSocket final : public TcpSocket {
     port_ = request.remotePort();
     state_ = SocketState::Connected;
     sent.clear();
+    paused = reset = false;
     return true;
   }
   void close() override { state_ = SocketState::Closed; }
+  void pause() override { paused = true; }
+  void resume() override { paused = false; }
+  bool isReset() const override { return reset; }
   void abort() override {
     if (state_ != SocketState::Closed) ++aborts;
     state_ = SocketState::Closed;
   }
   void send(std::string head, Body body) override {
     if (state_ != SocketState::Connected) return;
+    if (throwsOnSend) throw std::runtime_error("out of luck");
     sent += head + bytesOf(body.first);
     for (const auto& segment : body.rest) sent += bytesOf(segment);
     ++sends;
@@ -115,6 +121,9 @@ class FakeSocket final : public TcpSocket {
   std::pair<std::uint64_t, DrainPatience> drained;  ///< what drainTo was asked for
   std::uint64_t pending = 0;                        ///< as if the client took too little
   std::uint64_t unconfirmed = 0;                    ///< by the client, of what the system has taken
+  bool throwsOnSend = false;
+  bool paused = false;
+  bool reset = false;  ///< by the client, and not told yet
   int sends = 0;
   int aborts = 0;
   bool acceptFails = false;
@@ -232,6 +241,25 @@ class FakeTimer final : public Timer {
   bool enabled_ = false;
 };
 
+/// Does its work on the loop's own thread, as an event.
+class FakeWorkers final : public Workers {
+ public:
+  explicit FakeWorkers(EventLoop& loop) : loop_(loop) {}
+  FakeWorkers(const FakeWorkers&) = delete;
+  FakeWorkers& operator=(const FakeWorkers&) = delete;
+  ~FakeWorkers() override { *alive_ = false; }
+  void run(std::function<void()> work, std::function<void()> done) override {
+    loop_.post([alive = alive_, work = std::move(work), done = std::move(done)] {
+      if (*alive) work();
+      if (*alive) done();
+    });
+  }
+
+ private:
+  EventLoop& loop_;
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+};
+
 /// An event loop whose network a test plays by hand: it connects, delivers bytes, takes what was
 /// sent and lets timers tick. Events run within the call that causes them.
 class FakeEventLoop final : public EventLoop {
@@ -277,6 +305,9 @@ class FakeEventLoop final : public EventLoop {
     auto made = std::make_unique<FakeTimer>(*this, interval, std::move(tick));
     timers.push_back(made.get());
     return made;
+  }
+  std::unique_ptr<Workers> makeWorkers(int) override {
+    return std::make_unique<FakeWorkers>(*this);
   }
   void onTerminationRequest(std::function<void()> asked) override { terminate = std::move(asked); }
   void onNotice(std::function<void(Notice)> told) override { notice = std::move(told); }

@@ -80,6 +80,11 @@ bool waitUntilWritable(StreamSocket& socket, std::chrono::milliseconds atMost) {
   }
 }
 
+bool isReset(StreamSocket& socket) {
+  pollfd waiting{socket.native_handle(), 0, 0};
+  return ::poll(&waiting, 1, 0) > 0 && (waiting.revents & (POLLERR | POLLHUP)) != 0;
+}
+
 std::uint64_t unconfirmedBytes(StreamSocket& socket) {
   int count = 0;
   if (::ioctl(socket.native_handle(), SIOCOUTQ, &count) != 0 || count < 0) return 0;

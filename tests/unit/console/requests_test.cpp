@@ -91,11 +91,37 @@ TEST_F(Requests, AFlushedPageWithNothingLeftIsClosedAtOnce) {
 
 TEST_F(Requests, AnExceptionCostsOnlyItsConnection) {
   FakeSocket* other = connect();
-  socket->arrive(kPicture);
+  socket->throwsOnSend = true;
+  socket->arrive(kGet);
   EXPECT_EQ(socket->state(), SocketState::Closed);
   EXPECT_EQ(lastLine(), "Request failed: out of luck");
   other->arrive(kGet);
   EXPECT_TRUE(other->sent.ends_with("content"));
+}
+
+TEST_F(Requests, APictureIsRenderedBesideTheLoopAndAnsweredInItsOrder) {
+  FakeSocket* other = connect();
+  socket->arrive(kPicture);
+  EXPECT_TRUE(socket->paused);
+  EXPECT_EQ(socket->sends, 0);
+  other->arrive(kGet);
+  EXPECT_TRUE(other->sent.ends_with("content"));
+  loop.runPosted();
+  EXPECT_TRUE(socket->sent.ends_with("\r\n\r\npicture")) << "rendering failed, and its source came";
+  EXPECT_FALSE(socket->paused);
+  EXPECT_EQ(lastLine(), "127.0.0.1 > GET /a.txt") << "the picture was logged when it was asked for";
+}
+
+TEST_F(Requests, AnAnswerGoesToNobodyElse) {
+  socket->arrive(kPicture);
+  socket->fail();
+  FakeSocket* next = connect();
+  ASSERT_EQ(next, socket) << "the same slot";
+  loop.runPosted();
+  EXPECT_EQ(next->sent, "");
+  socket->arrive(kPicture);
+  window.StopServer();
+  loop.runPosted();
 }
 
 TEST_F(Requests, BytesAfterAStopAreIgnored) {

@@ -6,10 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "http/clients.h"
 #include "http/clsHTTPParser.h"
 #include "http/cookie_jar.h"
 #include "http/request_handling.h"
 #include "http/script_pages.h"
+#include "platform/fake/fake_event_loop.h"
 #include "platform/image_library.h"
 #include "support/clsQVMod.h"
 #include "support/clsWEncode.h"
@@ -62,6 +64,23 @@ class NoPageEvents final : public PageEvents {
   void vbsParser_Dispatch(std::int32_t, std::string, bool) override {}
 };
 
+/// Clients that are all there until a test says otherwise, and have their turns at once.
+class FakeClients final : public Clients {
+ public:
+  Client inSlot(int index) const override { return {index, 1}; }
+  bool isThere(const Client&) const override { return there; }
+  Turn turnOf(int) override { return turn; }
+  void answerLater(int) override { ++later; }
+  void answer(const Client& client, Response response) override {
+    answered.emplace_back(client.slot, std::move(response));
+  }
+
+  bool there = true;
+  Turn turn = Turn::Now;
+  int later = 0;
+  std::vector<std::pair<int, Response>> answered;
+};
+
 /// Writes a description of the rendering instead of a picture.
 class FakeImages final : public ImageLibrary {
  public:
@@ -106,6 +125,10 @@ class HandlingFixture : public testing::Test, protected FakeServices<> {
   Response answerTo(std::string_view request) {
     SlotRecord record;
     auto response = handling.dataArrival(3, record, request, "10.0.0.9");
+    if (!response && clients.later > 0) {
+      loop.runPosted();
+      response = std::move(clients.answered.back().second);
+    }
     EXPECT_TRUE(response.has_value()) << request;
     EXPECT_TRUE(record.pendingText.empty());
     return response ? std::move(*response) : Response{};
@@ -154,6 +177,8 @@ class HandlingFixture : public testing::Test, protected FakeServices<> {
   FileAliases aliases;
   FakePages pages;
   NoPageEvents pageEvents;
+  FakeClients clients;
+  FakeEventLoop loop;
   FakeImages images{files};
   /// Made on first use, after a test has put its settings.
   struct LazyHandling {
@@ -164,8 +189,8 @@ class HandlingFixture : public testing::Test, protected FakeServices<> {
       if (!made) {
         HandlingFixture& f = fixture;
         made = std::make_unique<RequestHandling>(
-            f.services,
-            RequestHandlingParts{f.parser, f.cookies, f.modules, f.aliases, f.pages, f.pageEvents});
+            f.services, RequestHandlingParts{f.parser, f.cookies, f.modules, f.aliases, f.pages,
+                                             f.pageEvents, f.clients, f.loop});
       }
       return made->dataArrival(index, record, data, ip);
     }

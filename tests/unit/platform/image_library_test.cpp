@@ -261,9 +261,14 @@ TEST_F(ImageLibraryTest, ResultsAreBounded) {
   EXPECT_NE(render(source, {.width = 16384, .height = 1, .keepAspect = false}), "");
   EXPECT_EQ(render(sample("gif", 20, 10), {.width = 2049, .height = 2048, .keepAspect = false}),
             "");
-  const Inspected narrow = inspected(render(sample("png", 1, 64), {.width = 1000}));
+  const Inspected narrow = inspected(render(sample("png", 1, 100), {.width = 1000}));
   EXPECT_EQ(narrow.height, 16384) << "the side that follows stays within the bound";
-  EXPECT_EQ(narrow.width, 256);
+  EXPECT_EQ(narrow.width, 164);
+  EXPECT_NE(render(source, {.width = 2000, .height = 2000, .keepAspect = false}), "");
+  EXPECT_EQ(render(source, {.width = 2000, .height = 2001, .keepAspect = false}), "");
+  EXPECT_NE(render(sample("bmp", 2100, 2000), {.width = 2000, .height = 2100, .keepAspect = false}),
+            "")
+      << "as many as its source has";
 }
 
 TEST_F(ImageLibraryTest, PicturesThatUnpackToTooMuchAreRefused) {
