@@ -11,7 +11,7 @@ struct Services;
 /// A kind of object that scripts create by name. Each stands in its own files as a constant of
 /// this type, and as one row in the list of components.cpp.
 struct Component {
-  std::string_view progId;  ///< in lower case
+  std::string_view progIds;  ///< all its names, in lower case, a blank between two
   vbs::Value (*create)(const Services& services);
 };
 

@@ -16,13 +16,30 @@ constexpr const Component* kComponents[] = {
     &kRegExp,
 };
 
+const Component* componentOf(std::string_view progId) {
+  for (const Component* component : kComponents) {
+    for (const std::string_view name : split(component->progIds, ' ')) {
+      if (equalsNoCase(name, progId)) return component;
+    }
+  }
+  return nullptr;
+}
+
+std::string_view withoutVersion(std::string_view progId) {
+  for (;;) {
+    const std::size_t end = progId.find_last_not_of("0123456789");
+    if (end == progId.npos || end + 1 == progId.size() || progId[end] != '.') return progId;
+    progId = progId.substr(0, end);
+  }
+}
+
 }  // namespace
 
 vbs::Value createComponent(std::string_view progId, const Services& services) {
-  for (const Component* component : kComponents) {
-    if (equalsNoCase(component->progId, progId)) return component->create(services);
-  }
-  vbs::throwError(vbs::ErrorCode::CannotCreateObject, progId);
+  const Component* component = componentOf(progId);
+  if (!component) component = componentOf(withoutVersion(progId));
+  if (!component) vbs::throwError(vbs::ErrorCode::CannotCreateObject, progId);
+  return component->create(services);
 }
 
 }  // namespace quorvane

@@ -15,6 +15,9 @@ struct HostVersion {
   std::string servicePack;  ///< may be followed by NUL and what was left in the buffer
 };
 
+/// Folders that every system has somewhere.
+enum class SystemFolder { System, Libraries, Temporary };
+
 /// This process and the system it runs on.
 class Process {
  public:
@@ -24,6 +27,7 @@ class Process {
   virtual std::string programFolder() const = 0;  ///< no separator at its end
   virtual std::string currentFolder() const = 0;
   virtual bool setCurrentFolder(const std::string& folder) = 0;
+  virtual std::string systemFolder(SystemFolder which) const = 0;  ///< no separator at its end
   virtual bool userIsAdmin() const = 0;
   virtual HostVersion hostVersion() const = 0;
 

@@ -83,6 +83,11 @@ std::string_view takeSeconds(ServerState& state, const std::string& text) {
   return number || text.empty() ? "" : "it is no number of seconds and the default counts";
 }
 
+std::string_view takeScriptFolders(ServerState& state, const std::string& text) {
+  state.ScriptFolders = text;
+  return "";
+}
+
 constexpr std::array kRules{
     SettingRule{"LogServer", "1", takeUsualFlag<&ServerState::LogServer>},
     SettingRule{"Port", "7007", takePort},
@@ -105,6 +110,7 @@ constexpr std::array kRules{
     SettingRule{"BodySeconds", "", takeSeconds<&ServerState::BodySeconds>},
     SettingRule{"IdleSeconds", "", takeSeconds<&ServerState::IdleSeconds>},
     SettingRule{"SendSeconds", "", takeSeconds<&ServerState::SendSeconds>},
+    SettingRule{"ScriptFolders", "", takeScriptFolders},
 };
 
 }  // namespace

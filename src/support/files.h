@@ -23,6 +23,21 @@ struct FileInfo {
   friend bool operator==(const FileInfo&, const FileInfo&) = default;
 };
 
+/// What a file or folder has besides its content.
+struct FileMarks {
+  TimePoint created;   ///< of a file system that does not know it: the last change of its marks
+  TimePoint accessed;  ///< last reading, as far as the system keeps it
+  bool readOnly = false;
+  bool hidden = false;
+};
+
+/// The place that files have, in bytes.
+struct VolumeRoom {
+  std::uint64_t size = 0;
+  std::uint64_t free = 0;
+  std::uint64_t available = 0;  ///< what of it this process may use
+};
+
 /// A file open for reading. Closes with its last owner; the content may change while it is open.
 class OpenFile {
  public:
@@ -61,6 +76,18 @@ class Files {
   virtual bool append(const std::string& path, std::string_view bytes) const = 0;
 
   virtual bool remove(const std::string& path) const = 0;
+
+  /// Removes a folder that is empty.
+  virtual bool removeFolder(const std::string& path) const = 0;
+
+  /// Gives a file or folder another name or place on the same volume. Replaces nothing.
+  virtual bool rename(const std::string& from, const std::string& to) const = 0;
+
+  virtual std::optional<FileMarks> marks(const std::string& path) const = 0;
+  virtual bool setReadOnly(const std::string& path, bool readOnly) const = 0;
+
+  /// Of the volume that a file or folder stands on.
+  virtual std::optional<VolumeRoom> room(const std::string& path) const = 0;
 
   /// Makes one folder, not its parents.
   virtual bool makeFolder(const std::string& path) const = 0;

@@ -48,6 +48,9 @@ struct ServerState {
   bool EncodeErrors = false;          ///< HTML-encode what the script error page shows
   bool FollowLinks = true;            ///< also where symbolic links leave the document root
   std::uint32_t LogFileLimit = 0;     ///< MiB after which a new log file begins; 0: no bound
+  /// Folders below which scripts may read and write, a semicolon between two. Empty: the base
+  /// folder and the system's temporary folder. "*": everywhere.
+  std::string ScriptFolders;
 
   // Seconds after which a connection is closed; 0 for never.
   std::uint32_t HeadSeconds = 30;   ///< without a whole head

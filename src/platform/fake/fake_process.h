@@ -20,6 +20,9 @@ class FakeProcess final : public Process {
     current = path;
     return true;
   }
+  std::string systemFolder(SystemFolder which) const override {
+    return which == SystemFolder::Temporary ? "/temporary" : "/system";
+  }
   bool userIsAdmin() const override { return admin; }
   bool isAskedToEnd() const override { return askedToEnd; }
   HostVersion hostVersion() const override {

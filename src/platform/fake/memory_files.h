@@ -83,6 +83,39 @@ class MemoryFiles final : public Files {
     return !inUse.contains(path) && files_.erase(plain(path)) > 0;
   }
 
+  bool removeFolder(const std::string& path) const override {
+    const std::string name = plain(path);
+    return list(name).empty() && folders_.erase(name) > 0;
+  }
+
+  bool rename(const std::string& from, const std::string& to) const override {
+    const std::string source = plain(from);
+    const std::string target = plain(to);
+    if (stat(to) || !stat(from) || !isFolder(folderOf(target))) return false;
+    renameBelow(files_, source, target);
+    renameBelow(folders_, source, target);
+    return true;
+  }
+
+  std::optional<FileMarks> marks(const std::string& path) const override {
+    const auto info = stat(path);
+    if (!info) return std::nullopt;
+    const std::string name = plain(path);
+    return FileMarks{info->modified, info->modified, readOnly_.contains(name),
+                     name.substr(folderOf(name).size()).starts_with("/.")};
+  }
+
+  bool setReadOnly(const std::string& path, bool readOnly) const override {
+    if (!stat(path)) return false;
+    readOnly ? (void)readOnly_.insert(plain(path)) : (void)readOnly_.erase(plain(path));
+    return true;
+  }
+
+  std::optional<VolumeRoom> room(const std::string& path) const override {
+    if (!stat(path)) return std::nullopt;
+    return VolumeRoom{1 << 30, 1 << 29, 1 << 28};
+  }
+
   bool makeFolder(const std::string& path) const override {
     const std::string name = plain(path);
     if (isFolder(name) || files_.contains(name) || !isFolder(folderOf(name))) return false;
@@ -142,6 +175,16 @@ class MemoryFiles final : public Files {
     return plain.empty() || folders_.contains(plain);
   }
 
+  template <class Entries>
+  static void renameBelow(Entries& entries, const std::string& source, const std::string& target) {
+    Entries kept;
+    for (auto& [path, entry] : entries) {
+      const bool moves = path == source || path.starts_with(source + '/');
+      kept[moves ? target + path.substr(source.size()) : path] = std::move(entry);
+    }
+    entries.swap(kept);
+  }
+
   void store(const std::string& plain, std::string bytes) const {
     const FileInfo info{bytes.size(), stamp, ++lastIdentity_, false};
     files_[plain] = {std::make_shared<const std::string>(std::move(bytes)), info};
@@ -159,6 +202,7 @@ class MemoryFiles final : public Files {
 
   mutable std::map<std::string, File> files_;
   mutable std::map<std::string, FileInfo> folders_;
+  mutable std::set<std::string> readOnly_;
   mutable std::uint64_t lastIdentity_ = 0;
 };
 

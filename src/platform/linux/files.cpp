@@ -3,6 +3,7 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -12,6 +13,7 @@
 #include "platform/linux/name_index.h"
 #include "platform/linux/open_file.h"
 #include "platform/system.h"
+#include "support/paths.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -29,6 +31,13 @@ std::optional<FileInfo> infoOf(const struct stat& info) {
       static_cast<std::uint64_t>(info.st_ino) ^ (static_cast<std::uint64_t>(info.st_dev) << 48),
       S_ISDIR(info.st_mode)};
 }
+
+TimePoint pointOf(const statx_timestamp& time) {
+  const auto since = std::chrono::seconds(time.tv_sec) + std::chrono::nanoseconds(time.tv_nsec);
+  return TimePoint(std::chrono::duration_cast<TimePoint::duration>(since));
+}
+
+constexpr mode_t kWriters = S_IWUSR | S_IWGRP | S_IWOTH;
 
 bool readRest(int descriptor, std::string& bytes) {
   char block[64 * 1024];
@@ -116,6 +125,36 @@ class LinuxFiles final : public Files {
   }
 
   bool remove(const std::string& path) const override { return ::unlink(path.c_str()) == 0; }
+
+  bool removeFolder(const std::string& path) const override { return ::rmdir(path.c_str()) == 0; }
+
+  bool rename(const std::string& from, const std::string& to) const override {
+    return ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0;
+  }
+
+  std::optional<FileMarks> marks(const std::string& path) const override {
+    struct statx info {};
+    constexpr unsigned kWanted = STATX_BASIC_STATS | STATX_BTIME;
+    if (::statx(AT_FDCWD, path.c_str(), 0, kWanted, &info) != 0) return std::nullopt;
+    const bool birthIsKnown = (info.stx_mask & STATX_BTIME) != 0;
+    return FileMarks{pointOf(birthIsKnown ? info.stx_btime : info.stx_ctime),
+                     pointOf(info.stx_atime), (info.stx_mode & kWriters) == 0,
+                     paths::fileNameOf(path).starts_with('.')};
+  }
+
+  bool setReadOnly(const std::string& path, bool readOnly) const override {
+    struct stat info {};
+    if (::stat(path.c_str(), &info) != 0) return false;
+    const mode_t mode = readOnly ? info.st_mode & ~kWriters : info.st_mode | S_IWUSR;
+    return ::chmod(path.c_str(), mode & 07777) == 0;
+  }
+
+  std::optional<VolumeRoom> room(const std::string& path) const override {
+    struct statvfs info {};
+    if (::statvfs(path.c_str(), &info) != 0) return std::nullopt;
+    const std::uint64_t block = info.f_frsize;
+    return VolumeRoom{info.f_blocks * block, info.f_bfree * block, info.f_bavail * block};
+  }
 
   bool makeFolder(const std::string& path) const override {
     return ::mkdir(path.c_str(), 0755) == 0;

@@ -39,6 +39,14 @@ class LinuxProcess final : public Process {
 
   bool setCurrentFolder(const std::string& folder) override { return ::chdir(folder.c_str()) == 0; }
 
+  std::string systemFolder(SystemFolder which) const override {
+    if (which == SystemFolder::System) return "/usr";
+    if (which == SystemFolder::Libraries) return "/usr/lib";
+    std::error_code error;
+    const fs::path folder = fs::temp_directory_path(error);
+    return error ? "/tmp" : folder.string();
+  }
+
   bool userIsAdmin() const override { return ::geteuid() == 0; }
 
   bool isAskedToEnd() const override { return terminationIsNoted(); }

@@ -56,7 +56,9 @@ class NoStatusLines final : public StatusLines {
 
 /// What components get when no server runs.
 struct ToolServices {
-  ToolServices(int argc, char** argv) : process(makeProcess(argc, argv)) {}
+  ToolServices(int argc, char** argv) : process(makeProcess(argc, argv)) {
+    state.ScriptFolders = "*";
+  }
 
   ServerState state;
   NoStatusLines log;
