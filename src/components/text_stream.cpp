@@ -1,12 +1,16 @@
 #include "components/text_stream.h"
 
+#include <algorithm>
+
 #include "vbscript/values/convert.h"
+#include "vbscript/values/time_check.h"
 
 namespace quorvane {
 
 using vbs::Args;
 using vbs::ErrorCode;
 using vbs::Member;
+using vbs::String;
 using vbs::Value;
 
 std::span<const Member<TextStream>> TextStream::members() {
@@ -29,86 +33,128 @@ std::span<const Member<TextStream>> TextStream::members() {
   return kMembers;
 }
 
-void TextStream::write(std::string_view text) {
-  if (mode_ != Mode::Write) vbs::throwError(ErrorCode::BadFileMode);
-  channel_->write(text);
-  for (const char c : text) {
-    ++column_;
-    if (c != '\n') continue;
+TextStream::Channel& TextStream::channel() {
+  if (!channel_) vbs::throwError(ErrorCode::BadFileName);
+  return *channel_;
+}
+
+TextStream::Channel& TextStream::reading() {
+  Channel& source = channel();
+  if (form_.mode != Mode::Read) vbs::throwError(ErrorCode::BadFileMode);
+  return source;
+}
+
+char16_t TextStream::unitAt(std::string_view bytes, std::size_t at) const {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
+  return unit() == 1 ? byte(at) : static_cast<char16_t>(byte(at) | byte(at + 1) << 8);
+}
+
+std::size_t TextStream::beforeLineEnd(std::string_view bytes) const {
+  if (unit() == 1) return std::min(bytes.find('\n'), bytes.size());
+  std::size_t at = 0;
+  while (at + 1 < bytes.size() && unitAt(bytes, at) != u'\n') at += 2;
+  return at;
+}
+
+String TextStream::decoded(std::string_view bytes) const {
+  return unit() == 1 ? String(bytes) : String::fromWideBytes(bytes);
+}
+
+/// Counts lines and columns on.
+void TextStream::advance(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const std::size_t length = beforeLineEnd(bytes);
+    column_ += static_cast<std::int32_t>(length / unit());
+    if (length == bytes.size()) return;
     ++line_;
     column_ = 1;
+    bytes.remove_prefix(length + unit());
   }
 }
 
-int TextStream::take() {
-  const int c = channel_->take();
-  ++column_;
-  if (c == '\n') {
-    ++line_;
-    column_ = 1;
-  }
-  return c;
+void TextStream::write(const String& text) {
+  Channel& sink = channel();
+  if (form_.mode != Mode::Write) vbs::throwError(ErrorCode::BadFileMode);
+  const std::string bytes = unit() == 1 ? text.narrow() : std::string(text.toWide().raw());
+  sink.write(bytes);
+  advance(bytes);
 }
 
-void TextStream::startReading() {
-  if (mode_ != Mode::Read) vbs::throwError(ErrorCode::BadFileMode);
-  channel_->flush();
-}
-
-std::string TextStream::takeLine() {
-  startReading();
+String TextStream::takeLine() {
+  Channel& source = reading();
+  source.flush();
   if (atEnd()) vbs::throwError(ErrorCode::PastEndOfFile);
-  std::string text;
-  for (int c = take(); c != Channel::kEnd && c != '\n'; c = take()) text += static_cast<char>(c);
-  if (text.ends_with('\r')) text.pop_back();
-  return text;
+  String text;
+  for (bool ended = false; !ended && !atEnd();) {
+    std::string_view bytes = source.ahead(unit());
+    bytes = bytes.substr(0, bytes.size() / unit() * unit());
+    const std::size_t length = beforeLineEnd(bytes);
+    text.append(decoded(bytes.substr(0, length)));
+    ended = length < bytes.size();
+    const std::size_t taken = ended ? length + unit() : length;
+    vbs::countWork(taken);
+    advance(bytes.substr(0, taken));
+    source.skip(taken);
+  }
+  const std::size_t length = text.length();
+  const bool hasReturn = length > 0 && text.at(length - 1) == u'\r';
+  return hasReturn ? text.substr(0, length - 1) : text;
 }
 
-std::string TextStream::takeCount(const Value& count) {
-  startReading();
+String TextStream::takeCount(const Value& count) {
+  Channel& source = reading();
+  source.flush();
   const std::int32_t wanted = vbs::toLong(count);
   if (wanted < 0) vbs::throwError(ErrorCode::InvalidCall);
   if (wanted > 0 && atEnd()) vbs::throwError(ErrorCode::PastEndOfFile);
-  std::string text;
-  for (std::int32_t i = 0; i < wanted && !atEnd(); ++i) text += static_cast<char>(take());
+  String text;
+  for (std::size_t left = static_cast<std::size_t>(wanted) * unit(); left > 0 && !atEnd();) {
+    std::string_view bytes = source.ahead(unit());
+    bytes = bytes.substr(0, std::min(left, bytes.size() / unit() * unit()));
+    vbs::countWork(bytes.size());
+    text.append(decoded(bytes));
+    advance(bytes);
+    left -= bytes.size();
+    source.skip(bytes.size());
+  }
   return text;
 }
 
 Value TextStream::atEndOfStream(Args) {
-  startReading();
+  reading().flush();
   return Value::boolean(atEnd());
 }
 
 Value TextStream::atEndOfLine(Args) {
-  startReading();
-  const int c = channel_->next();
-  return Value::boolean(c == Channel::kEnd || c == '\n' || c == '\r');
+  reading().flush();
+  if (atEnd()) return Value::boolean(true);
+  const char16_t next = unitAt(channel_->ahead(unit()), 0);
+  return Value::boolean(next == u'\n' || next == u'\r');
 }
 
-/// What stands behind the channel is its owner's; closing the stream only sends what is held back.
 Value TextStream::close(Args) {
+  if (!channel_) return {};
   channel_->flush();
+  if (channel_->closes()) channel_ = nullptr;
   return {};
 }
 
 Value TextStream::column(Args) {
+  channel();
   return Value::longInt(column_);
 }
 Value TextStream::line(Args) {
+  channel();
   return Value::longInt(line_);
 }
 Value TextStream::read(Args args) {
-  return Value(std::string_view(takeCount(args[0])));
+  return takeCount(args[0]);
 }
 Value TextStream::readLine(Args) {
-  return Value(std::string_view(takeLine()));
+  return takeLine();
 }
-
 Value TextStream::readAll(Args) {
-  startReading();
-  std::string text;
-  while (!atEnd()) text += static_cast<char>(take());
-  return Value(std::string_view(text));
+  return takeCount(Value::longInt(INT32_MAX));
 }
 
 Value TextStream::skip(Args args) {
@@ -122,20 +168,20 @@ Value TextStream::skipLine(Args) {
 }
 
 Value TextStream::writeText(Args args) {
-  write(vbs::toString(args[0]).narrow());
+  write(vbs::toString(args[0]));
   return {};
 }
 
 Value TextStream::writeLine(Args args) {
   if (!args.empty()) writeText(args);
-  write("\n");
+  writeLineEnd();
   return {};
 }
 
 Value TextStream::writeBlankLines(Args args) {
   const std::int32_t count = vbs::toLong(args[0]);
   if (count < 0) vbs::throwError(ErrorCode::InvalidCall);
-  for (std::int32_t i = 0; i < count; ++i) write("\n");
+  for (std::int32_t i = 0; i < count; ++i) writeLineEnd();
   return {};
 }
 

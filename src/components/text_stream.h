@@ -8,41 +8,60 @@
 
 namespace quorvane {
 
-/// A stream of text as scripts use it: bytes of Windows-1252 on the script's side, the same bytes
-/// outside. Lines read may end in LF or CR LF; lines written end in LF.
+/// A stream of text as scripts use it. Lines that are read may end in LF or CR LF.
 class TextStream : public vbs::NativeObject<TextStream> {
  public:
   enum class Mode { Read, Write };
 
+  /// What stands outside for a character: a byte of Windows-1252, or two of UTF-16 with the lower
+  /// one first.
+  enum class Encoding { Ansi, Unicode };
+
   /// Where the bytes come from or go to. Of a stream that reads, `write` is never called; of one
-  /// that writes, `next` and `take` are not.
+  /// that writes, `ahead` and `skip` are not.
   class Channel {
    public:
-    static constexpr int kEnd = -1;
-
     virtual ~Channel() = default;
-    virtual int next() = 0;  ///< the byte that take() will give, or kEnd; may wait for it
-    virtual int take() = 0;
+    /// The bytes that come next: at least `least` unless the end comes first, as many more as are
+    /// there. May wait. Valid until the next call.
+    virtual std::string_view ahead(std::size_t least) = 0;
+    virtual void skip(std::size_t count) = 0;  ///< takes bytes that were seen ahead
     virtual void write(std::string_view bytes) = 0;
     /// Sends what is held back. Called before every reading too: a prompt must be seen before its
     /// answer is waited for.
     virtual void flush() = 0;
+    /// Whether the stream can't be used any more once the script has closed it.
+    virtual bool closes() const { return false; }
   };
 
-  TextStream(std::unique_ptr<Channel> channel, Mode mode)
-      : channel_(std::move(channel)), mode_(mode) {}
+  struct Form {
+    Mode mode = Mode::Read;
+    Encoding encoding = Encoding::Ansi;
+    std::string_view lineEnd = "\n";  ///< of lines that are written
+  };
+
+  TextStream(std::unique_ptr<Channel> channel, Form form)
+      : channel_(std::move(channel)), form_(form) {}
 
   static std::span<const vbs::Member<TextStream>> members();
   std::string_view typeName() const override { return "TextStream"; }
 
-  void write(std::string_view text);
+  void write(const vbs::String& text);
 
  private:
-  int take();
-  bool atEnd() { return channel_->next() == Channel::kEnd; }
-  void startReading();
-  std::string takeLine();
-  std::string takeCount(const vbs::Value& count);
+  Channel& channel();
+  Channel& reading();
+  std::size_t unit() const { return form_.encoding == Encoding::Unicode ? 2 : 1; }
+  char16_t unitAt(std::string_view bytes, std::size_t at) const;
+  /// How many of `bytes` come before the end of a line; all when there is none.
+  std::size_t beforeLineEnd(std::string_view bytes) const;
+  vbs::String decoded(std::string_view bytes) const;
+  void advance(std::string_view bytes);
+
+  bool atEnd() { return reading().ahead(unit()).size() < unit(); }
+  vbs::String takeLine();
+  vbs::String takeCount(const vbs::Value& count);
+  void writeLineEnd() { write(vbs::String(form_.lineEnd)); }
 
   vbs::Value atEndOfLine(vbs::Args);
   vbs::Value atEndOfStream(vbs::Args);
@@ -58,8 +77,8 @@ class TextStream : public vbs::NativeObject<TextStream> {
   vbs::Value writeLine(vbs::Args args);
   vbs::Value writeBlankLines(vbs::Args args);
 
-  std::unique_ptr<Channel> channel_;
-  Mode mode_;
+  std::unique_ptr<Channel> channel_;  ///< null when the script has closed it
+  Form form_;
   std::int32_t line_ = 1;
   std::int32_t column_ = 1;
 };

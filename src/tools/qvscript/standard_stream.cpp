@@ -9,14 +9,17 @@ class StandardChannel final : public TextStream::Channel {
   /// `held` is the stream whose bytes flush() sends.
   StandardChannel(std::FILE* file, std::FILE* held) : file_(file), held_(held) {}
 
-  int next() override {
-    const int c = take();
-    if (c != kEnd) std::ungetc(c, file_);
-    return c;
-  }
-  int take() override {
+  /// One byte at a time: whoever writes may wait for an answer to what it has written so far.
+  std::string_view ahead(std::size_t) override {
+    if (isHeld_) return {&byte_, 1};
     const int c = std::getc(file_);
-    return c == EOF ? kEnd : c;
+    if (c == EOF) return {};
+    byte_ = static_cast<char>(c);
+    isHeld_ = true;
+    return {&byte_, 1};
+  }
+  void skip(std::size_t count) override {
+    if (count > 0) isHeld_ = false;
   }
   void write(std::string_view bytes) override { std::fwrite(bytes.data(), 1, bytes.size(), file_); }
   void flush() override { std::fflush(held_); }
@@ -24,13 +27,16 @@ class StandardChannel final : public TextStream::Channel {
  private:
   std::FILE* file_;
   std::FILE* held_;
+  char byte_ = 0;
+  bool isHeld_ = false;
 };
 
 }  // namespace
 
 vbs::Ref<TextStream> standardStream(std::FILE* file, TextStream::Mode mode) {
   std::FILE* held = mode == TextStream::Mode::Write ? file : stdout;
-  return vbs::make<TextStream>(std::make_unique<StandardChannel>(file, held), mode);
+  return vbs::make<TextStream>(std::make_unique<StandardChannel>(file, held),
+                               TextStream::Form{mode});
 }
 
 }  // namespace quorvane::qvscript

@@ -76,7 +76,7 @@ Value WScriptObject::echo(Args args) {
     if (!args[i].isMissing()) line += args[i].deref().isNull() ? "null" : textOf(args, i);
   }
   line += '\n';
-  output_->write(line);
+  output_->write(vbs::String(line));
   return {};
 }
 

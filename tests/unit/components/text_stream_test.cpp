@@ -25,14 +25,11 @@ class FakeChannel final : public TextStream::Channel {
  public:
   explicit FakeChannel(Behind& behind) : behind_(behind) {}
 
-  int next() override {
-    return at_ < behind_.input.size() ? static_cast<unsigned char>(behind_.input[at_]) : kEnd;
+  /// No more than three bytes beyond what is asked for, so that texts stand across the borders.
+  std::string_view ahead(std::size_t least) override {
+    return std::string_view(behind_.input).substr(at_, least + at_ % 4);
   }
-  int take() override {
-    const int byte = next();
-    if (byte != kEnd) ++at_;
-    return byte;
-  }
+  void skip(std::size_t count) override { at_ += count; }
   void write(std::string_view bytes) override { behind_.output += bytes; }
   void flush() override { ++behind_.flushes; }
 
@@ -47,8 +44,9 @@ class TextStreamTest : public testing::Test {
     behind.input = std::move(input);
     open(TextStream::Mode::Read);
   }
-  void open(TextStream::Mode mode) {
-    stream = vbs::make<TextStream>(std::make_unique<FakeChannel>(behind), mode);
+  void open(TextStream::Mode mode, TextStream::Encoding encoding = TextStream::Encoding::Ansi) {
+    stream = vbs::make<TextStream>(std::make_unique<FakeChannel>(behind),
+                                   TextStream::Form{mode, encoding});
   }
   Value call(std::string_view member, std::vector<Value> args = {}) {
     return stream->invoke(stream->findMember(member), CallKind::Call, args);
@@ -100,7 +98,20 @@ TEST_F(TextStreamTest, ReadsAllThatIsLeft) {
   reads("first\nall\r\nthe rest\n");
   call("skipline");
   EXPECT_EQ(text("readall"), "all\r\nthe rest\n");
-  EXPECT_EQ(text("readall"), "");
+  EXPECT_EQ(errorOf("readall"), 62);
+}
+
+TEST_F(TextStreamTest, UnicodeTextTakesTwoBytesACharacter) {
+  open(TextStream::Mode::Write, TextStream::Encoding::Unicode);
+  call("writeline", {Value(vbs::String::fromWide(u"a\u20AC"))});
+  call("write", {Value(vbs::String::fromWide(u"\u010D"))});
+  EXPECT_EQ(behind.output, std::string("a\0\xAC\x20\n\0\x0D\x01", 8));
+  EXPECT_EQ(place(), "2:2");
+  behind.input = behind.output + 'x';
+  open(TextStream::Mode::Read, TextStream::Encoding::Unicode);
+  EXPECT_EQ(vbs::toString(call("readline")).wide(), u"a\u20AC");
+  EXPECT_EQ(vbs::toString(call("readall")).wide(), u"\u010D");
+  EXPECT_TRUE(is("atendofstream")) << "half a character is none";
 }
 
 TEST_F(TextStreamTest, APromptIsSentBeforeReading) {
@@ -121,7 +132,7 @@ TEST_F(TextStreamTest, WritesTextsAndLines) {
   call("writeline", {Value("b")});
   call("writeline");
   call("writeblanklines", {Value::longInt(2)});
-  stream->write("end");
+  stream->write(vbs::String("end"));
   EXPECT_EQ(behind.output,
             "a\xE4"
             "b\n\n\n\nend");
