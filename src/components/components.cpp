@@ -4,6 +4,7 @@
 
 #include "components/component.h"
 #include "components/dictionary.h"
+#include "components/file_system/file_system.h"
 #include "components/regexp.h"
 #include "support/text.h"
 
@@ -13,6 +14,7 @@ namespace {
 
 constexpr const Component* kComponents[] = {
     &kDictionary,
+    &kFileSystemObject,
     &kRegExp,
 };
 

@@ -30,6 +30,7 @@ enum class ErrorCode : std::int32_t {
   FileExists = 58,
   DiskFull = 61,
   PastEndOfFile = 62,
+  DeviceUnavailable = 68,
   PermissionDenied = 70,
   DiskNotReady = 71,
   PathNotFound = 76,

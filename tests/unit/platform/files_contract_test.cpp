@@ -198,6 +198,59 @@ TYPED_TEST(FilesContract, ListNamesWhatStandsInTheFolderItself) {
   EXPECT_TRUE(this->names(this->at("a/f")).empty());
 }
 
+TYPED_TEST(FilesContract, RemoveFolderTakesEmptyOnes) {
+  ASSERT_TRUE(this->files.makeFolder(this->at("a")));
+  this->write("a/f");
+  EXPECT_FALSE(this->files.removeFolder(this->at("a")));
+  EXPECT_TRUE(this->files.remove(this->at("a/f")));
+  EXPECT_TRUE(this->files.removeFolder(this->at("a")));
+  EXPECT_FALSE(this->files.stat(this->at("a")));
+  this->write("f");
+  EXPECT_FALSE(this->files.removeFolder(this->at("f")));
+}
+
+TYPED_TEST(FilesContract, RenameMovesAndReplacesNothing) {
+  this->write("a", "1");
+  this->write("b", "2");
+  EXPECT_FALSE(this->files.rename(this->at("a"), this->at("b")));
+  EXPECT_TRUE(this->files.rename(this->at("a"), this->at("c")));
+  EXPECT_EQ(this->files.readAll(this->at("c")), "1");
+  EXPECT_FALSE(this->files.stat(this->at("a")));
+  EXPECT_FALSE(this->files.rename(this->at("a"), this->at("d")));
+  ASSERT_TRUE(this->files.makeFolder(this->at("from")));
+  this->write("from/f", "3");
+  EXPECT_TRUE(this->files.rename(this->at("from"), this->at("to")));
+  EXPECT_EQ(this->files.readAll(this->at("to/f")), "3");
+  EXPECT_FALSE(this->files.rename(this->at("c"), this->at("none/c")));
+}
+
+TYPED_TEST(FilesContract, MarksTellTimesAndKinds) {
+  this->write("a");
+  this->write(".b");
+  const auto marks = this->files.marks(this->at("a"));
+  ASSERT_TRUE(marks);
+  EXPECT_GT(marks->created, TimePoint{});
+  EXPECT_GT(marks->accessed, TimePoint{});
+  EXPECT_FALSE(marks->hidden);
+  EXPECT_FALSE(marks->readOnly);
+  EXPECT_TRUE(this->files.marks(this->at(".b"))->hidden);
+  EXPECT_TRUE(this->files.setReadOnly(this->at("a"), true));
+  EXPECT_TRUE(this->files.marks(this->at("a"))->readOnly);
+  EXPECT_TRUE(this->files.setReadOnly(this->at("a"), false));
+  EXPECT_FALSE(this->files.marks(this->at("a"))->readOnly);
+  EXPECT_FALSE(this->files.setReadOnly(this->at("none"), true));
+  EXPECT_FALSE(this->files.marks(this->at("none")));
+}
+
+TYPED_TEST(FilesContract, RoomIsTheVolumes) {
+  const auto room = this->files.room(this->kind.root());
+  ASSERT_TRUE(room);
+  EXPECT_GT(room->size, 0U);
+  EXPECT_LE(room->available, room->free);
+  EXPECT_LE(room->free, room->size);
+  EXPECT_FALSE(this->files.room(this->at("none")));
+}
+
 }  // namespace
 
 }  // namespace quorvane

@@ -6,12 +6,19 @@
 namespace quorvane {
 
 /// An outside of scripts with all components on services of a test's. It is 29 February 2024,
-/// 13:45:30; the time that a script takes is real.
+/// 13:45:30; the time that a script takes is real. Scripts may use files below "/data", where the
+/// current folder is, and "/temporary"; there is "/elsewhere/secret.txt" too.
 class ComponentHost final : private FakeServices<>, public ScriptHost {
  public:
   ComponentHost() : ScriptHost(services) {
     using namespace std::chrono;
     clock.time = sys_days{2024y / February / 29} + 13h + 45min + 30s;
+    files.stamp = clock.time;
+    files.addFolder("/data");
+    files.addFolder("/temporary");
+    files.put("/elsewhere/secret.txt", "secret");
+    state.MainPath = "/data/";
+    process.current = "/data";
   }
 
   std::chrono::steady_clock::time_point steadyNow() override {
