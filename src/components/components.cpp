@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "components/ado/stream.h"
 #include "components/component.h"
 #include "components/dictionary.h"
 #include "components/file_system/file_system.h"
@@ -16,6 +17,7 @@ constexpr const Component* kComponents[] = {
     &kDictionary,
     &kFileSystemObject,
     &kRegExp,
+    &kStream,
 };
 
 const Component* componentOf(std::string_view progId) {
