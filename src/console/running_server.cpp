@@ -14,6 +14,7 @@ RunningServer::RunningServer(const Services& services, const Parts& parts)
 void RunningServer::renew(std::int32_t language) {
   cookies_.clear();
   modules_.setLanguageID(language);
+  modules_.setFollowLinks(services_.state.FollowLinks);
   modules_.setModFolder(services_.state.ScriptsFolder);
   scripts_.authKeys().clear();
   handling_ = std::make_unique<RequestHandling>(

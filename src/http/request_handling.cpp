@@ -177,7 +177,7 @@ bool RequestHandling::Answer::locate() {
     module_ = parts_.modules.sharedFile(wanted_.document());
     if (module_) return true;
   }
-  auto found = targets::locate(services_.files, wanted_.file);
+  auto found = targets::locate(services_.files, wanted_.file, services_.state.FollowLinks);
   if (found) found_ = std::move(*found);
   return found.has_value();
 }

@@ -40,7 +40,7 @@ LocalTarget LocalTarget::onlyInside(const std::string& documentRoot, std::string
 
 namespace targets {
 
-std::optional<FoundFile> locate(const Files& files, const LocalTarget& target) {
+std::optional<FoundFile> locate(const Files& files, const LocalTarget& target, bool followLinks) {
   if (target.reach == LocalTarget::Reach::Nowhere) return std::nullopt;
   if (target.reach == LocalTarget::Reach::Anywhere) {
     if (target.path.find('\0') != std::string::npos) return std::nullopt;
@@ -49,8 +49,9 @@ std::optional<FoundFile> locate(const Files& files, const LocalTarget& target) {
   }
   const auto path = below(target.base, target.path);
   if (!path) return std::nullopt;
-  if (const auto info = files.stat(path->text())) return FoundFile{path->text(), *info};
-  auto found = files.find(*path);
+  const auto present = followLinks ? files.stat(path->text()) : std::nullopt;
+  if (present) return FoundFile{path->text(), *present};
+  auto found = findBelow(files, *path, followLinks);
   const auto info = found ? files.stat(*found) : std::nullopt;
   if (!info) return std::nullopt;
   return FoundFile{std::move(*found), *info};

@@ -44,8 +44,8 @@ struct FoundFile {
 namespace targets {
 
 /// The target's file or folder, letter case aside inside the document root; nothing when it is not
-/// there or may not be reached.
-std::optional<FoundFile> locate(const Files& files, const LocalTarget& target);
+/// there or may not be reached, by symbolic links that leave the document root for one.
+std::optional<FoundFile> locate(const Files& files, const LocalTarget& target, bool followLinks);
 
 }  // namespace targets
 

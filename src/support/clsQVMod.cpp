@@ -128,7 +128,9 @@ void clsQVMod::setModFolder(std::string nv) {
   const std::string folder = paths::withSeparator(std::move(nv));
   for (const std::string& name : files_.list(folder)) {
     if (!equalsNoCase(paths::extensionOf(name), ".qvm")) continue;
-    if (const auto module = files_.readAll(folder + name)) loadModule(*module);
+    const std::string path = folder + name;
+    if (!followLinks_ && !files_.leadsBelow(path, folder)) continue;
+    if (const auto module = files_.readAll(path)) loadModule(*module);
   }
 }
 

@@ -25,6 +25,10 @@ class clsQVMod {
   std::int32_t LanguageID() const { return language_; }
   void setLanguageID(std::int32_t language) { language_ = language; }
 
+  /// Whether modules to which symbolic links lead from elsewhere are loaded; set before
+  /// `ModFolder`.
+  void setFollowLinks(bool follow) { followLinks_ = follow; }
+
   /// Drops everything loaded and loads every module in the folder, in the file system's order.
   void setModFolder(std::string nv);
 
@@ -51,6 +55,7 @@ class clsQVMod {
   const Content* find(const std::string& modPath, bool leadingSeparator);
 
   const Files& files_;
+  bool followLinks_ = true;
   std::int32_t language_ = 0;
   KeyedCollection<Content> contents_;
   /// Every key in one text with nothing between: a key that occurs inside an earlier, longer one

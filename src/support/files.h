@@ -63,6 +63,10 @@ class Files {
   /// the system allows is not there.
   virtual std::optional<std::string> find(const RootedPath& path) const = 0;
 
+  /// Whether what `path` leads to lies below what `root` leads to, or is it: both with all symbolic
+  /// links followed. False when one of them is not there.
+  virtual bool leadsBelow(const std::string& path, const std::string& root) const = 0;
+
   virtual std::shared_ptr<const OpenFile> open(const std::string& path) const = 0;
 
   /// The whole file, or nothing when it is missing or unreadable.
@@ -95,5 +99,13 @@ class Files {
   /// The names in a folder without "." and "..", in the order the file system gives them.
   virtual std::vector<std::string> list(const std::string& folder) const = 0;
 };
+
+/// Files::find where links that leave the root may have to be passed over.
+inline std::optional<std::string> findBelow(const Files& files, const RootedPath& path,
+                                            bool followLinks) {
+  auto found = files.find(path);
+  if (found && !followLinks && !files.leadsBelow(*found, std::string(path.root()))) found.reset();
+  return found;
+}
 
 }  // namespace quorvane

@@ -17,7 +17,8 @@ namespace quorvane {
 /// that is there from the beginning. A change of content changes identity and time of change.
 class MemoryFiles final : public Files {
  public:
-  TimePoint stamp{};            ///< given to what is written from now on
+  TimePoint stamp{};                         ///< given to what is written from now on
+  std::map<std::string, std::string> links;  ///< what leads elsewhere: plain paths on both sides
   std::set<std::string> inUse;  ///< can't be removed, as open files can't on some systems
 
   /// Writes a file wherever it stands, with the folders above it.
@@ -35,7 +36,7 @@ class MemoryFiles final : public Files {
   }
 
   std::optional<FileInfo> stat(const std::string& path) const override {
-    const std::string name = plain(path);
+    const std::string name = followed(path);
     if (name.empty()) return FileInfo{0, {}, 0, true};
     if (const auto it = folders_.find(name); it != folders_.end()) return it->second;
     const auto it = files_.find(name);
@@ -57,13 +58,17 @@ class MemoryFiles final : public Files {
     return stat(path) ? std::optional(path) : std::nullopt;
   }
 
+  bool leadsBelow(const std::string& path, const std::string& root) const override {
+    return stat(path) && stat(root) && (followed(path) + '/').starts_with(followed(root) + '/');
+  }
+
   std::shared_ptr<const OpenFile> open(const std::string& path) const override {
-    const auto it = files_.find(plain(path));
+    const auto it = files_.find(followed(path));
     return it == files_.end() ? nullptr : std::make_shared<Opened>(it->second);
   }
 
   std::optional<std::string> readAll(const std::string& path) const override {
-    const auto it = files_.find(plain(path));
+    const auto it = files_.find(followed(path));
     if (it == files_.end()) return std::nullopt;
     return *it->second.bytes;
   }
@@ -167,6 +172,19 @@ class MemoryFiles final : public Files {
       result += path[i];
     }
     return result;
+  }
+  /// The plain path with its links followed, whatever stands in front of what.
+  std::string followed(const std::string& path) const {
+    std::string name = plain(path);
+    for (bool again = true; again;) {
+      again = false;
+      for (const auto& [link, target] : links) {
+        if (!(name + '/').starts_with(link + '/')) continue;
+        name.replace(0, link.size(), target);
+        again = true;
+      }
+    }
+    return name;
   }
   static std::string folderOf(const std::string& plain) {
     return plain.substr(0, std::min(plain.rfind('/'), plain.size()));

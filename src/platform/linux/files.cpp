@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <climits>
 #include <cstdio>
+#include <cstdlib>
+#include <memory>
 
 #include "platform/linux/name_index.h"
 #include "platform/linux/open_file.h"
@@ -19,6 +21,11 @@
 namespace quorvane {
 
 namespace {
+
+std::optional<std::string> realPath(const std::string& path) {
+  const std::unique_ptr<char, void (*)(void*)> real(::realpath(path.c_str(), nullptr), ::free);
+  return real ? std::optional<std::string>(real.get()) : std::nullopt;
+}
 
 /// Only files and folders are told of: a pipe or a device among them would block its reader.
 std::optional<FileInfo> infoOf(const struct stat& info) {
@@ -82,6 +89,12 @@ class LinuxFiles final : public Files {
     }
     if (!stat(path)) return std::nullopt;
     return path;
+  }
+
+  bool leadsBelow(const std::string& path, const std::string& root) const override {
+    const auto inner = realPath(path);
+    const auto outer = realPath(root);
+    return inner && outer && (*inner + '/').starts_with(*outer == "/" ? "/" : *outer + '/');
   }
 
   std::shared_ptr<const OpenFile> open(const std::string& path) const override {

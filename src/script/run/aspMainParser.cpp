@@ -250,7 +250,8 @@ void aspMainParser::fail(const vbs::ErrorReport& error) {
 
 std::string aspMainParser::translate(std::string source, const std::string& folder) const {
   return translatePage(expandIncludes(std::move(source), [&](const std::string& name) {
-    return readInclude(services_.files, services_.state.ScriptsFolder, folder, name);
+    return readInclude(services_.files, services_.state.ScriptsFolder, folder, name,
+                       services_.state.FollowLinks);
   }));
 }
 
@@ -278,7 +279,7 @@ std::optional<std::string> aspMainParser::pageFile(std::string_view target) cons
   const bool fromRoot = !target.empty() && paths::isSeparator(target.front());
   if (!equalsNoCase(paths::extensionOf(target), ".qvs")) return std::nullopt;
   const auto path = RootedPath::resolved(root, fromRoot ? root : running_.back().folder, target);
-  return path ? services_.files.find(*path) : std::nullopt;
+  return path ? findBelow(services_.files, *path, services_.state.FollowLinks) : std::nullopt;
 }
 
 void aspMainParser::execute(const std::string& target) {

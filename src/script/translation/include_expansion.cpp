@@ -146,10 +146,11 @@ std::string expandIncludes(std::string source, const IncludeReader& read) {
 }
 
 std::optional<std::string> readInclude(const Files& files, std::string_view root,
-                                       std::string_view folder, std::string_view name) {
+                                       std::string_view folder, std::string_view name,
+                                       bool followLinks) {
   auto path = RootedPath::resolved(root, folder, name);
   if (!path) path = RootedPath::resolved(folder, folder, name);
-  const auto found = path ? files.find(*path) : std::nullopt;
+  const auto found = path ? findBelow(files, *path, followLinks) : std::nullopt;
   return found ? std::optional(files.readAll(*found).value_or("")) : std::nullopt;
 }
 

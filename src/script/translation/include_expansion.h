@@ -27,8 +27,10 @@ using IncludeReader = std::function<std::optional<std::string>(const std::string
 std::string expandIncludes(std::string source, const IncludeReader& read);
 
 /// Reads the include file `name` for a page in `folder`. It must lie below the document root or,
-/// of a page that is outside, below the page's folder; ".." parts may lead there.
+/// of a page that is outside, below the page's folder; ".." parts may lead there, and symbolic
+/// links elsewhere if they may be followed.
 std::optional<std::string> readInclude(const Files& files, std::string_view root,
-                                       std::string_view folder, std::string_view name);
+                                       std::string_view folder, std::string_view name,
+                                       bool followLinks);
 
 }  // namespace quorvane

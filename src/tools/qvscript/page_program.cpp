@@ -25,7 +25,7 @@ std::string pageProgram(const std::string& path, std::string source) {
   const std::string root = fs::path(path).root_path().string();
   const std::string folder = fs::path(path).parent_path().string();
   return translatePage(expandIncludes(std::move(source), [&](const std::string& name) {
-    return readInclude(*files, root, folder, name);
+    return readInclude(*files, root, folder, name, true);
   }));
 }
 

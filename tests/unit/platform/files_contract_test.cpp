@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
@@ -15,6 +16,9 @@ namespace {
 struct HostFiles {
   static constexpr const char* kName = "Host";
   std::string root() const { return folder.path(); }
+  void link(const std::string& name, const std::string& target) {
+    std::filesystem::create_symlink(root() + '/' + target, root() + '/' + name);
+  }
 
   TemporaryFolder folder;
   std::unique_ptr<Files> made = makeFiles();
@@ -28,6 +32,9 @@ struct FakeFiles {
     memory.addFolder(root());
   }
   std::string root() const { return "/somewhere/below"; }
+  void link(const std::string& name, const std::string& target) {
+    memory.links[root() + '/' + name] = root() + '/' + target;
+  }
 
   MemoryFiles memory;
   const Files& files = memory;
@@ -119,6 +126,31 @@ TYPED_TEST(FilesContract, FindSeesNewNamesAtOnceAlsoAfterAMiss) {
   EXPECT_EQ(this->found("NEW.txt"), this->at("new.txt"));
   EXPECT_TRUE(this->files.remove(this->at("new.txt")));
   EXPECT_FALSE(this->found("NEW.txt"));
+}
+
+TYPED_TEST(FilesContract, LinksThatLeadOutOfAFolderAreKnown) {
+  ASSERT_TRUE(this->files.makeFolder(this->at("in")));
+  ASSERT_TRUE(this->files.makeFolder(this->at("in/sub")));
+  ASSERT_TRUE(this->files.makeFolder(this->at("inside")));
+  this->write("in/sub/f");
+  this->write("inside/g", "g");
+  this->kind.link("in/out", "inside");
+  this->kind.link("in/back", "in/sub");
+  this->kind.link("root", "in");
+  const auto below = [this](const char* path, const char* root) {
+    return this->files.leadsBelow(this->at(path), this->at(root));
+  };
+  EXPECT_EQ(this->files.readAll(this->at("in/out/g")), "g");
+  EXPECT_FALSE(below("in/out/g", "in"));
+  EXPECT_FALSE(below("in/out", "in"));
+  EXPECT_TRUE(below("in/back/f", "in"));
+  EXPECT_TRUE(below("in/sub/f", "in/"));
+  EXPECT_TRUE(below("in", "in"));
+  EXPECT_TRUE(below("root/sub/f", "root"));
+  EXPECT_FALSE(below("root/out/g", "root"));
+  EXPECT_FALSE(below("inside/g", "in"));
+  EXPECT_FALSE(below("in/none", "in"));
+  EXPECT_FALSE(below("in/sub/f", "none"));
 }
 
 TYPED_TEST(FilesContract, WhatIsLongerThanAnyNameIsNotThere) {
