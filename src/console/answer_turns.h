@@ -36,6 +36,9 @@ class AnswerTurns final : public Clients {
   /// To be told when the handling of a request is over.
   void over();
 
+  /// Whether nobody's page waits for its turn.
+  bool empty() const { return waiting_.empty(); }
+
   /// Nobody waits any more.
   void clear() { waiting_.clear(); }
 

@@ -21,7 +21,9 @@ constexpr std::chrono::seconds kRetryInterval{30};
 /// the memory. Nobody else is served meanwhile, so a client that takes nothing is dropped, and so
 /// is one that keeps a single flush waiting for longer than any page may run.
 constexpr std::uint64_t kMostFlushedAhead = std::uint64_t{8} << 20;
-constexpr DrainPatience kFlushPatience{std::chrono::seconds(30), std::chrono::seconds(60)};
+constexpr std::chrono::seconds kFlushStalled{30};
+constexpr std::chrono::seconds kFlushStalledWhileOthersWait{3};
+constexpr std::chrono::seconds kLongestFlush{60};
 
 }  // namespace
 
@@ -239,14 +241,25 @@ void mainForm::vbsParser_DebugOutput(const std::string& dbgData) {
   status_.LogLine("[SERVER.DEBUGOUT] " + dbgData);
 }
 
-void mainForm::vbsParser_Dispatch(std::int32_t SocketIndex, std::string Data,
+bool mainForm::vbsParser_Dispatch(std::int32_t SocketIndex, std::string Data,
                                   bool CloseOpenSocket) {
-  if (!wsTalker.exists(SocketIndex)) return;
+  if (!wsTalker.exists(SocketIndex)) return true;
   TcpSocket& socket = wsTalker.socket(SocketIndex);
-  if (socket.state() != SocketState::Connected) return;
+  if (socket.state() != SocketState::Connected) return true;
   socket.tag = CloseOpenSocket ? kCloseWhenSent : "";
   socket.send(std::move(Data), {});
-  socket.drainTo(kMostFlushedAhead, kFlushPatience);
+  return socket.drainTo(kMostFlushedAhead,
+                        {kFlushStalled, kLongestFlush, kFlushStalledWhileOthersWait,
+                         [this] { return othersWait(); }});
+}
+
+/// Whether somebody has come who is not looked at while a page waits for its client.
+bool mainForm::othersWait() const {
+  if (!turns_.empty() || wsHost->hasWaiting()) return true;
+  for (int index = 0; index <= wsTalker.highest(); ++index) {
+    if (wsTalker.socket(index).isWaiting()) return true;
+  }
+  return false;
 }
 
 }  // namespace quorvane

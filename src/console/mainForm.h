@@ -71,7 +71,7 @@ class mainForm final : public ServerControl,
 
   // What running pages tell.
   void vbsParser_DebugOutput(const std::string& dbgData) override;
-  void vbsParser_Dispatch(std::int32_t SocketIndex, std::string Data,
+  bool vbsParser_Dispatch(std::int32_t SocketIndex, std::string Data,
                           bool CloseOpenSocket) override;
 
   // What the service manager asks for.
@@ -96,6 +96,7 @@ class mainForm final : public ServerControl,
   void socketError(int index) override;
   void answer(int index, Response response);
   void turnAway(int index);
+  bool othersWait() const;
 
   std::int32_t wantedLanguage() const;
   void makeObjects(std::int32_t language);

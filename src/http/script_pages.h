@@ -16,8 +16,8 @@ class PageEvents {
   virtual ~PageEvents() = default;
   virtual void vbsParser_DebugOutput(const std::string& dbgData) = 0;
   /// Bytes ready for the wire of the connection in that slot. Pages flush with `CloseOpenSocket`
-  /// false.
-  virtual void vbsParser_Dispatch(std::int32_t SocketIndex, std::string Data,
+  /// false. False when the client takes nothing of what it gets while others wait: the page ends.
+  virtual bool vbsParser_Dispatch(std::int32_t SocketIndex, std::string Data,
                                   bool CloseOpenSocket) = 0;
 };
 

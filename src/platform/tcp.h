@@ -59,6 +59,9 @@ class TcpListener {
   virtual bool listen(std::uint16_t port) = 0;
 
   virtual void close() = 0;
+
+  /// Whether connections have come that were not announced yet.
+  virtual bool hasWaiting() const = 0;
 };
 
 /// What a socket tells its owner. The owner outlives the socket. A socket may be closed or
@@ -78,6 +81,9 @@ class TcpSocketEvents {
 struct DrainPatience {
   std::chrono::milliseconds withoutProgress;  ///< while it takes nothing
   std::chrono::milliseconds inAll;
+  /// While it takes nothing and `othersWait`, which is asked after that time and from then on.
+  std::chrono::milliseconds whileOthersWait = withoutProgress;
+  std::function<bool()> othersWait = nullptr;
 };
 
 /// One connection's socket. `index` is the number it was made with.
@@ -99,6 +105,10 @@ class TcpSocket {
   /// Leaves what the client sends unread until resume().
   virtual void pause() = 0;
   virtual void resume() = 0;
+
+  /// Whether the client waits for the loop: it has sent bytes that nobody has read yet, or takes
+  /// bytes that are queued.
+  virtual bool isWaiting() const = 0;
 
   /// Whether the client, or the network, has ended the connection for both directions. It shows
   /// before the bytes that came first are read.

@@ -157,3 +157,22 @@ class Pictures(ServerTest):
             self.assertLess(time.monotonic() - begun, 5)
             for client in clients:
                 client.close()
+
+
+class Flushes(unittest.TestCase):
+    PAGE = "<% For i = 1 To 100 : Response.Write Space(1000000) : Response.Flush : Next\n" \
+           "Application(\"ended\") = 1 %>"
+
+    def test_a_client_that_takes_nothing_holds_others_for_seconds_only(self):
+        with Server({"flood.qvs": self.PAGE, "a.txt": b"a",
+                     "ended.qvs": "<%= Application(\"ended\") %>"}) as server:
+            client = ask(server, "/flood.qvs")
+            self.addCleanup(client.close)
+            time.sleep(1)
+            begun = time.monotonic()
+            self.assertEqual(server.get("/a.txt").body, b"a")
+            self.assertLess(time.monotonic() - begun, 6)
+            self.assertEqual(server.get("/ended.qvs").text, "", "the page has ended before")
+            with self.assertRaises(ConnectionResetError):
+                while client.recv(1 << 20):
+                    pass

@@ -21,6 +21,8 @@ constexpr std::chrono::seconds kLongest{30};
 /// And how long nobody else takes its place.
 constexpr std::chrono::seconds kBrief{1};
 constexpr std::chrono::seconds kSweep{1};
+/// How often it is asked whether others wait for a client that takes nothing.
+constexpr std::chrono::milliseconds kAskAgain{250};
 
 void sweepLeaving(LoopCore& core) {
   core.sweeping = !core.leaving.empty();
@@ -172,14 +174,37 @@ void Connection::fail() {
   });
 }
 
+bool Connection::isWaiting() {
+  if (phase_ != Phase::Open || state_ != SocketState::Connected) return false;
+  if (!queue_.empty()) return waitUntilWritable(socket_, std::chrono::milliseconds(0));
+  asio::error_code error;
+  return !paused_ && socket_.available(error) > 0;
+}
+
 bool Connection::drainTo(std::uint64_t bytes, const DrainPatience& patience) {
   const auto end = steady_clock::now() + patience.inAll;
   while (phase_ == Phase::Open && state_ == SocketState::Connected && queue_.pending() > bytes) {
-    const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - steady_clock::now());
-    const auto wait = std::clamp(left, std::chrono::milliseconds(0), patience.withoutProgress);
-    if (!waitUntilWritable(socket_, wait) || left.count() <= 0 || !flush()) fail();
+    if (waitForRoom(patience, end) && flush()) continue;
+    loseQueued();
+    fail();
   }
   return phase_ == Phase::Open && state_ == SocketState::Connected;
+}
+
+/// Blocks until the client takes something. False when patience is at its end.
+bool Connection::waitForRoom(const DrainPatience& patience, steady_clock::time_point end) {
+  using std::chrono::milliseconds;
+  const auto begun = steady_clock::now();
+  const auto last = std::min(end, begun + patience.withoutProgress);
+  auto next = begun + patience.whileOthersWait;
+  for (;;) {
+    const auto now = steady_clock::now();
+    if (now >= end) return false;
+    const auto wait = std::chrono::ceil<milliseconds>(std::min(last, next) - now);
+    if (waitUntilWritable(socket_, std::max(wait, milliseconds(0)))) return true;
+    if (steady_clock::now() >= last || (patience.othersWait && patience.othersWait())) return false;
+    next += kAskAgain;
+  }
 }
 
 void Connection::close() {
@@ -197,10 +222,15 @@ void Connection::close() {
 }
 
 void Connection::abort() {
-  // What is queued would keep the system's memory for as long as the client likes.
-  asio::error_code ignored;
-  if (!queue_.empty()) socket_.set_option(asio::socket_base::linger(true, 0), ignored);
+  if (!queue_.empty()) loseQueued();
   finish();
+}
+
+/// Has the connection end in a reset: what the system has of an answer would keep its memory for as
+/// long as the client likes, and look like a whole one in the end.
+void Connection::loseQueued() {
+  asio::error_code ignored;
+  socket_.set_option(asio::socket_base::linger(true, 0), ignored);
 }
 
 std::uint64_t Connection::unconfirmedBytes() {
@@ -294,6 +324,7 @@ class LoopTcpSocket final : public TcpSocket {
   void resume() override {
     if (connection_) connection_->resume();
   }
+  bool isWaiting() const override { return connection_ && connection_->isWaiting(); }
   bool isReset() const override { return connection_ && connection_->isReset(); }
 
   void abort() override {

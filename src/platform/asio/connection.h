@@ -27,6 +27,7 @@ class Connection final : public std::enable_shared_from_this<Connection> {
   void abort();
   void pause() { paused_ = true; }
   void resume();
+  bool isWaiting();
   bool isReset() { return quorvane::isReset(socket_); }
   void send(std::string head, Body body);
   bool drainTo(std::uint64_t bytes, const DrainPatience& patience);
@@ -55,8 +56,10 @@ class Connection final : public std::enable_shared_from_this<Connection> {
   bool flush();
   void sent();
   void tellSent();
+  bool waitForRoom(const DrainPatience& patience, std::chrono::steady_clock::time_point end);
   void fail();
   void linger();
+  void loseQueued();
   void leave();
   void finish();
 

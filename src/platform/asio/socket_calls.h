@@ -45,6 +45,9 @@ bool isReset(StreamSocket& socket);
 /// system does not tell.
 std::uint64_t unconfirmedBytes(StreamSocket& socket);
 
+/// Whether connections wait to be accepted.
+bool hasWaiting(Acceptor& acceptor);
+
 /// Has the system send up to `length` bytes of `file` from `offset` on, without bringing them into
 /// this process, and gives back how many it took: none at the end of the file.
 /// `operation_not_supported` when it can't send this file so.

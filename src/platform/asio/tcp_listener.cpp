@@ -45,6 +45,7 @@ class Listening final : public std::enable_shared_from_this<Listening> {
   }
 
   bool failed() const { return failed_; }
+  bool hasWaiting() { return !stopped_ && quorvane::hasWaiting(acceptor_); }
 
  private:
   void acceptNext() {
@@ -123,6 +124,7 @@ class LoopTcpListener final : public TcpListener {
   }
 
   std::uint16_t localPort() const override { return port_; }
+  bool hasWaiting() const override { return listening_ && listening_->hasWaiting(); }
 
   bool listen(std::uint16_t port) override {
     close();

@@ -70,9 +70,9 @@ class FakeSocket final : public TcpSocket {
   // What the server does.
   SocketState state() const override { return state_; }
   bool accept(ConnectionRequest& request) override {
-    auto& waiting = static_cast<FakeRequest&>(request);
-    if (state_ != SocketState::Closed || waiting.taken || acceptFails) return false;
-    waiting.taken = this;
+    auto& asking = static_cast<FakeRequest&>(request);
+    if (state_ != SocketState::Closed || asking.taken || acceptFails) return false;
+    asking.taken = this;
     ip_ = request.remoteHostIP();
     port_ = request.remotePort();
     state_ = SocketState::Connected;
@@ -83,6 +83,7 @@ class FakeSocket final : public TcpSocket {
   void close() override { state_ = SocketState::Closed; }
   void pause() override { paused = true; }
   void resume() override { paused = false; }
+  bool isWaiting() const override { return waiting; }
   bool isReset() const override { return reset; }
   void abort() override {
     if (state_ != SocketState::Closed) ++aborts;
@@ -99,6 +100,7 @@ class FakeSocket final : public TcpSocket {
   std::uint64_t unconfirmedBytes() const override { return pending + unconfirmed; }
   bool drainTo(std::uint64_t bytes, const DrainPatience& patience) override {
     drained = {bytes, patience};
+    if (stalls) state_ = SocketState::Error;
     return state_ == SocketState::Connected;
   }
   const std::string& remoteHostIP() const override { return ip_; }
@@ -123,7 +125,9 @@ class FakeSocket final : public TcpSocket {
   std::uint64_t unconfirmed = 0;                    ///< by the client, of what the system has taken
   bool throwsOnSend = false;
   bool paused = false;
-  bool reset = false;  ///< by the client, and not told yet
+  bool stalls = false;   ///< takes nothing until patience is at its end
+  bool waiting = false;  ///< as if bytes had come
+  bool reset = false;    ///< by the client, and not told yet
   int sends = 0;
   int aborts = 0;
   bool acceptFails = false;
@@ -159,6 +163,7 @@ class FakeListener final : public TcpListener {
   inline bool listen(std::uint16_t port) override;
   inline void close() override;
 
+  bool hasWaiting() const override { return waiting; }
   void become(SocketState state) { state_ = state; }
   void fail() {
     state_ = SocketState::Error;
@@ -173,6 +178,7 @@ class FakeListener final : public TcpListener {
     return request.taken;
   }
 
+  bool waiting = false;  ///< as if somebody had connected
   int listens = 0;
 
  private:

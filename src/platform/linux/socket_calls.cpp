@@ -85,6 +85,11 @@ bool isReset(StreamSocket& socket) {
   return ::poll(&waiting, 1, 0) > 0 && (waiting.revents & (POLLERR | POLLHUP)) != 0;
 }
 
+bool hasWaiting(Acceptor& acceptor) {
+  pollfd waiting{acceptor.native_handle(), POLLIN, 0};
+  return ::poll(&waiting, 1, 0) > 0;
+}
+
 std::uint64_t unconfirmedBytes(StreamSocket& socket) {
   int count = 0;
   if (::ioctl(socket.native_handle(), SIOCOUTQ, &count) != 0 || count < 0) return 0;

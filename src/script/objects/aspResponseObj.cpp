@@ -88,8 +88,8 @@ void aspResponseObj::XWrite(const vbs::Value& data) {
 void aspResponseObj::Flush() {
   if (ended_) return;
   std::string header = Header();
-  if (flushBuffer_) flushBuffer_(takeBuffer(), std::move(header), !flushed_);
-  flushed_ = true;
+  const bool first = !std::exchange(flushed_, true);
+  if (flushBuffer_) flushBuffer_(takeBuffer(), std::move(header), first);
   Clear();
 }
 

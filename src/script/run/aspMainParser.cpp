@@ -262,7 +262,7 @@ void aspMainParser::objResponse_FlushBuffer(std::string rspData, const std::stri
     rspData.insert(0, parts_.heads.flushed(request_->parser.SessionID(), rspHeaderData));
   }
   flushedResponse_ = true;  // stays so when the page fails later
-  request_->events.vbsParser_Dispatch(socketIndex_, std::move(rspData), false);
+  if (!request_->events.vbsParser_Dispatch(socketIndex_, std::move(rspData), false)) endPage();
 }
 
 void aspMainParser::objServer_DebugOutput(const std::string& dbgData) {

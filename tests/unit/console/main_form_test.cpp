@@ -202,6 +202,13 @@ TEST_F(MainForm, DispatchWaitsForASlowClientButNotForEver) {
   EXPECT_EQ(socket.drained.first, 8u << 20);
   EXPECT_EQ(socket.drained.second.withoutProgress, std::chrono::seconds{30});
   EXPECT_EQ(socket.drained.second.inAll, std::chrono::seconds{60});
+  EXPECT_EQ(socket.drained.second.whileOthersWait, std::chrono::seconds{3});
+  EXPECT_FALSE(socket.drained.second.othersWait());
+  connect()->waiting = true;
+  EXPECT_TRUE(socket.drained.second.othersWait());
+  socket.stalls = true;
+  EXPECT_FALSE(window.vbsParser_Dispatch(0, "x", false));
+  EXPECT_TRUE(window.vbsParser_Dispatch(0, "x", false)) << "nobody is kept waiting any more";
 }
 
 TEST_F(MainForm, DispatchRunsNoOtherEvents) {

@@ -61,7 +61,7 @@ class FakePages final : public ScriptPages {
 class NoPageEvents final : public PageEvents {
  public:
   void vbsParser_DebugOutput(const std::string&) override {}
-  void vbsParser_Dispatch(std::int32_t, std::string, bool) override {}
+  bool vbsParser_Dispatch(std::int32_t, std::string, bool) override { return true; }
 };
 
 /// Clients that are all there until a test says otherwise, and have their turns at once.

@@ -289,6 +289,23 @@ TEST_F(Tcp, DrainGivesUpOnAClientThatTakesNothing) {
   EXPECT_EQ(server.socket(0).state(), SocketState::Closed);
 }
 
+TEST_F(Tcp, DrainGivesUpSoonerWhenOthersWait) {
+  TestClient client = connected(4096);
+  TestClient other = connected();
+  EXPECT_FALSE(server.socket(1).isWaiting());
+  EXPECT_FALSE(server.listener->hasWaiting());
+  server.socket(0).send("", pattern(20'000'000));
+  int asked = 0;
+  const DrainPatience patience{milliseconds(60'000), milliseconds(60'000), milliseconds(20), [&] {
+                                 if (++asked == 2) other.send("question");
+                                 return server.socket(1).isWaiting();
+                               }};
+  EXPECT_FALSE(server.socket(0).drainTo(1000, patience));
+  EXPECT_EQ(asked, 2);
+  TestClient third(port());
+  EXPECT_TRUE(server.listener->hasWaiting());
+}
+
 TEST_F(Tcp, DrainGivesUpOnAClientThatTakesTooLittle) {
   TestClient client = connected(4096);
   server.socket(0).send("", pattern(20'000'000));

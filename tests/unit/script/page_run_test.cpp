@@ -38,9 +38,10 @@ class PageRun : public ::testing::Test,
   }
 
   void vbsParser_DebugOutput(const std::string& dbgData) override { debugged.push_back(dbgData); }
-  void vbsParser_Dispatch(std::int32_t SocketIndex, std::string Data,
+  bool vbsParser_Dispatch(std::int32_t SocketIndex, std::string Data,
                           bool CloseOpenSocket) override {
     dispatched.emplace_back(SocketIndex, std::move(Data), CloseOpenSocket);
+    return clientTakes;
   }
 
   RunningScripts& scripts() {
@@ -96,6 +97,7 @@ class PageRun : public ::testing::Test,
   EchoTexts texts;
   CookieJar jar;
   clsHTTPParser parser{encoder, jar};
+  bool clientTakes = true;
   std::vector<std::string> debugged;
   std::vector<std::tuple<int, std::string, bool>> dispatched;
 
@@ -251,6 +253,15 @@ TEST_F(PageRun, EndsWhereItsCallersTrapErrors) {
       "\r\nOn Error Resume Next\r\nLeave\r\nXWrite \"never\"\r\nServer.DebugOut \"never\" %>";
   EXPECT_EQ(output("<% Sub Leave\r\nXWrite \"a\"\r\nResponse.End\r\nEnd Sub" + rest), "a");
   EXPECT_EQ(goalOf("<% Sub Leave\r\nResponse.Redirect \"/b.qvs\"\r\nEnd Sub" + rest), "/b.qvs");
+  EXPECT_TRUE(debugged.empty());
+}
+
+TEST_F(PageRun, EndsWhenItsClientTakesNothing) {
+  clientTakes = false;
+  const Outcome outcome = run("a<% Response.Flush: Server.DebugOut \"never\" %>b");
+  EXPECT_TRUE(outcome.flushedResponse);
+  EXPECT_EQ(outcome.output, "");
+  EXPECT_EQ(dispatched.size(), 1U);
   EXPECT_TRUE(debugged.empty());
 }
 
