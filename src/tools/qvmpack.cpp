@@ -6,6 +6,7 @@
 
 #include "tools/qvmpack_folder.h"
 #include "tools/qvmpack_module.h"
+#include "tools/qvmpack_pages.h"
 
 namespace quorvane {
 
@@ -16,7 +17,9 @@ using Arguments = std::vector<std::string>;
 constexpr std::string_view kHelp =
     "qvmpack - resource modules\n"
     "\n"
-    "  qvmpack pack FOLDER FILE.qvm    pack everything below a folder into a module\n"
+    "  qvmpack pack [--keep-includes] FOLDER FILE.qvm\n"
+    "                                  pack everything below a folder into a module; includes\n"
+    "                                  are put in their place in the pages unless they are kept\n"
     "  qvmpack list FILE.qvm           list what is in a module\n"
     "  qvmpack verify FILE.qvm         tell what the server would not serve of a module\n"
     "  qvmpack unpack FILE.qvm FOLDER  write a module's files below a folder, over those there\n"
@@ -53,7 +56,10 @@ class ModuleTool {
     if (arguments.empty()) return wrong("a command is missing");
     const std::string& command = arguments[0];
     const std::size_t given = arguments.size() - 1;
-    if (command == "pack" && given == 2) return pack(arguments[1], arguments[2]);
+    const bool keepsIncludes = given == 3 && arguments[1] == "--keep-includes";
+    if (command == "pack" && (given == 2 || keepsIncludes)) {
+      return pack(arguments[given - 1], arguments[given], keepsIncludes);
+    }
     if (command == "list" && given == 1) return list(arguments[1]);
     if (command == "verify" && given == 1) return verify(arguments[1]);
     if (command == "unpack" && given == 2) return unpack(arguments[1], arguments[2]);
@@ -63,11 +69,17 @@ class ModuleTool {
   }
 
  private:
-  ExitCode pack(const std::string& folder, const std::string& target) {
-    const FolderContents contents = readFolder(folder, target, files_);
+  ExitCode pack(const std::string& folder, const std::string& target, bool keepsIncludes) {
+    FolderContents contents = readFolder(folder, target, files_);
     if (!contents.readable) return failed("can't read the folder " + folder);
     for (const std::string& warning : contents.warnings) warn(warning);
     if (contents.files.empty()) return failed("there is nothing to pack in " + folder);
+    for (ModuleFile& file : contents.files) {
+      if (!keepsIncludes) {
+        if (const auto problem = expandPage(file, folder, files_)) warn(*problem + '.');
+      }
+      for (const std::string& need : needsBesideTheModule(file)) warn(need + '.');
+    }
     const auto bytes = writeModule(contents.files);
     if (!bytes) return failed("the folder is too large for one module");
     examine(*bytes, readModule(*bytes));

@@ -4,7 +4,7 @@ import pathlib
 import subprocess
 import unittest
 
-from serving import PATIENCE, Server, app_folder
+from serving import PATIENCE, Server, app_folder, wait_until
 
 
 class Links(unittest.TestCase):
@@ -51,3 +51,18 @@ class Links(unittest.TestCase):
             self.assertIn("Error #53", server.get("/execute.qvs").text)
             self.assertEqual(server.get("/own/a.txt").text, "own")
             self.assertEqual(server.get("/inner/A.txt").text, "own", "it stays inside")
+
+
+class Packing(unittest.TestCase):
+    def test_a_packed_page_has_its_includes(self):
+        with Server() as server:
+            site = server.folder / "site"
+            site.mkdir()
+            (site / "index.qvs").write_bytes(b"<!--#include file=\"head.inc\"-->\r\nrest")
+            (site / "head.inc").write_bytes(b"<% title = \"head\" %><%= title %> ")
+            subprocess.run([app_folder() / "qvmpack", "pack", site, server.root / "site.qvm"],
+                           check=True, capture_output=True, timeout=PATIENCE)
+            server.stop()
+            server.process = server.spawn()
+            wait_until(server.answers, "the server to listen")
+            self.assertEqual(server.get("/").text, "head rest")

@@ -78,6 +78,37 @@ TEST_F(ModuleToolTest, VariantsAreForTheirLanguage) {
   EXPECT_EQ(served("/sub/a.qvs", 1036), "francais");
 }
 
+TEST_F(ModuleToolTest, IncludesArePutInTheirPlace) {
+  add("sub/index.qvs", "<!--#include file=\"../Head.inc\"-->\r\nrest");
+  add("head.inc", "<!--#include file=\"part.inc\"-->\r\nhead ");
+  add("sub/part.inc", "part ");
+  EXPECT_EQ(pack(), ExitCode::Done) << err.str();
+  EXPECT_EQ(served("/sub/index.qvs"), "part head rest");
+  EXPECT_EQ(run({"pack", "--keep-includes", folder / "site", folder / "modules/a.qvm"}),
+            ExitCode::Done);
+  EXPECT_EQ(served("/sub/index.qvs"), "<!--#include file=\"../Head.inc\"-->\r\nrest");
+}
+
+TEST_F(ModuleToolTest, APageWhoseIncludesCanNotBeHadIsNamedAndStaysAsItIs) {
+  add("a.qvs", "<!--#include file=\"none.inc\"-->\r\na");
+  add("loop.qvs", "<!--#include file=\"loop.inc\"-->\r\n");
+  add("loop.inc", "x<!--#include file=\"loop.inc\"-->\r\n");
+  EXPECT_EQ(pack(), ExitCode::Finding);
+  EXPECT_THAT(err.str(), HasSubstr("a.qvs includes \"none.inc\", which is not there."));
+  EXPECT_THAT(err.str(), HasSubstr("loop.qvs has too many includes at \"loop.inc\"."));
+  EXPECT_EQ(served("/a.qvs"), "<!--#include file=\"none.inc\"-->\r\na");
+}
+
+TEST_F(ModuleToolTest, PagesThatNeedFilesBesideTheModuleAreNamed) {
+  add("run.qvs", "<% Server.Execute \"b.qvs\" %>");
+  add("sub/small.htm", "<img src=\"/a.png?RX=20&amp;ry=20\">");
+  add("plain.htm", "server.execute");
+  EXPECT_EQ(pack(), ExitCode::Finding);
+  EXPECT_THAT(err.str(), HasSubstr("run.qvs runs other pages"));
+  EXPECT_THAT(err.str(), HasSubstr("sub/small.htm resizes pictures"));
+  EXPECT_THAT(err.str(), Not(HasSubstr("plain.htm")));
+}
+
 TEST_F(ModuleToolTest, FoldersOfOneLetterAreFoundWhereTheyAre) {
   add("a/b.gif", "picture");
   EXPECT_EQ(pack(), ExitCode::Done) << err.str();
