@@ -16,7 +16,7 @@ std::unique_ptr<vbs::Enumerator> RequestCollection::enumerate() {
 
 std::size_t RequestCollection::bytes() const {
   std::size_t bytes = sizeof *this;
-  for (const std::string& name : names_) bytes += sizeof name + name.size();
+  for (const std::string& name : names_) bytes += sizeof(std::string) + name.size();
   return bytes;
 }
 

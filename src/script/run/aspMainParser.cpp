@@ -240,7 +240,7 @@ std::optional<vbs::ErrorReport> aspMainParser::runProgram(const std::string& pro
 
 void aspMainParser::fail(const vbs::ErrorReport& error) {
   const clsHTTPParser& parser = request_->parser;
-  const auto shown = [&](std::string text) {
+  const auto shown = [&](const std::string& text) {
     return services_.state.EncodeErrors ? parts_.encoder.afText2HTML(text) : text;
   };
   output_ = errorPage(error.number, shown(description(error)),
