@@ -3,6 +3,9 @@
 #include <string>
 
 #include "components/ado/stream.h"
+#include "components/ado/command.h"
+#include "components/ado/connection.h"
+#include "components/ado/recordset.h"
 #include "components/component.h"
 #include "components/dictionary.h"
 #include "components/file_system/file_system.h"
@@ -14,6 +17,10 @@ namespace quorvane {
 namespace {
 
 constexpr const Component* kComponents[] = {
+    &kAdoCommand,
+    &kAdoConnection,
+    &kAdoParameter,
+    &kAdoRecordset,
     &kDictionary,
     &kFileSystemObject,
     &kRegExp,

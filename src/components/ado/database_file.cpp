@@ -1,0 +1,85 @@
+#include "components/ado/database_file.h"
+
+#include <array>
+
+#include "components/ado/connection_text.h"
+#include "components/ado/failure.h"
+#include "components/ado/sqlite/database.h"
+#include "platform/process.h"
+#include "platform/services.h"
+#include "support/files.h"
+#include "support/paths.h"
+#include "support/text.h"
+
+namespace quorvane::ado {
+
+namespace {
+
+constexpr std::string_view kOdbcSource = "Microsoft OLE DB Provider for ODBC Drivers";
+
+std::string sourceOf(const ConnectionTarget& target) {
+  if (target.odbcForm) return std::string(kOdbcSource);
+  switch (target.engine) {
+    case Engine::Jet:
+      return "Microsoft JET Database Engine";
+    case Engine::Ace:
+      return "Microsoft Access Database Engine";
+    default:
+      return "SQLite";
+  }
+}
+
+/// A file of the engine itself says so behind its first four bytes.
+bool isJetFile(const Services& services, const std::string& path) {
+  const auto file = services.files.open(path);
+  if (!file) return false;
+  std::array<char, 20> head{};
+  file->read(0, head.data(), head.size());
+  const std::string_view text(head.data() + 4, head.size() - 4);
+  return text.starts_with("Standard Jet DB") || text.starts_with("Standard ACE DB");
+}
+
+[[noreturn]] void failOpening(const std::string& text, const SqliteOptions& options) {
+  throw DatabaseError{kUnspecified, options.errorPrefix + text, options.source, "HY000", 0};
+}
+
+[[noreturn]] void failWithoutDriver() {
+  throw DatabaseError{kUnspecified,
+                      "[Microsoft][ODBC Driver Manager] Data source name not found and no default "
+                      "driver specified",
+                      std::string(kOdbcSource), "IM002", 0};
+}
+
+}  // namespace
+
+std::string databasePath(const Services& services, const std::string& file) {
+  return paths::absolute(paths::native(file),
+                         paths::withSeparator(services.process.currentFolder()));
+}
+
+std::unique_ptr<Database> openDatabase(const Services& services, const std::string& text,
+                                       const std::string& provider, bool readOnly,
+                                       std::string& path) {
+  const ConnectionTarget target = connectionTarget(text, provider);
+  if (target.engine == Engine::Unknown) fail(kProviderNotFound, "Connection");
+  if (target.engine == Engine::Odbc) failWithoutDriver();
+  SqliteOptions options;
+  options.jet = target.engine != Engine::Sqlite;
+  options.create = !options.jet;
+  options.readOnly = readOnly;
+  options.source = sourceOf(target);
+  if (target.odbcForm && options.jet) options.errorPrefix = "[Microsoft][ODBC Microsoft Access Driver] ";
+  const bool inMemory = target.file == ":memory:" && !options.jet;
+  if (target.file.empty()) failOpening("Could not find file ''.", options);
+  path = inMemory ? target.file : databasePath(services, target.file);
+  options.path = path;
+  if (isJetFile(services, path)) {
+    failOpening("The file '" + path +
+                    "' is in the format of the Access database engine and has to be converted "
+                    "before it can be opened.",
+                options);
+  }
+  return openSqlite(services, std::move(options));
+}
+
+}  // namespace quorvane::ado

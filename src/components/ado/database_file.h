@@ -1,0 +1,23 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "components/ado/driver.h"
+
+namespace quorvane {
+struct Services;
+}
+
+namespace quorvane::ado {
+
+/// Opens what a connection text names; `provider` as in connectionTarget(). `path` becomes the
+/// file's. Throws DatabaseError, or the script error 3706 for a provider that is not known.
+std::unique_ptr<Database> openDatabase(const Services& services, const std::string& text,
+                                       const std::string& provider, bool readOnly,
+                                       std::string& path);
+
+/// The whole path of a database file that a script names.
+std::string databasePath(const Services& services, const std::string& file);
+
+}  // namespace quorvane::ado

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "components/ado/driver.h"
+#include "components/ado/error_numbers.h"
+#include "vbscript/values/error.h"
+
+namespace quorvane::ado {
+
+/// Throws the script error of a number with its documented text. `object` names whose: "Recordset".
+[[noreturn]] void fail(std::int32_t number, std::string_view object);
+
+/// A database's failure as scripts see it.
+vbs::ScriptError scriptError(const DatabaseError& error);
+
+}  // namespace quorvane::ado
