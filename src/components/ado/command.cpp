@@ -61,7 +61,7 @@ Value Parameter::callAppendChunk(Args args) {
 std::span<const vbs::Member<Parameters>> Parameters::members() {
   using Self = Parameters;
   static constexpr vbs::Member<Self> kMembers[] = {
-      {"item", 1, 1, &Self::getItem, &Self::putItem, true, false, &Self::getItemObject},
+      {"item", 1, 1, &Self::getItem, &Self::putItem, true},
       {"append", 1, 1, &Self::callAppend},
       {"count", 0, 0, &Self::getCount},
       {"delete", 1, 1, &Self::callDelete},
@@ -93,8 +93,7 @@ Value Parameters::callDelete(Args args) {
 std::span<const vbs::Member<CommandObject>> CommandObject::members() {
   using Self = CommandObject;
   static constexpr vbs::Member<Self> kMembers[] = {
-      {"parameters", 0, 1, &Self::getParameters, &Self::putParameter, true, false,
-       &Self::getParametersObject},
+      {"parameters", 0, 1, &Self::getParameters, &Self::putParameter, true},
       {"activeconnection", 0, 0, &Self::getActiveConnection, &Self::putActiveConnection},
       {"commandtext", 0, 0, &Self::getText, &Self::putText},
       {"commandtype", 0, 0, &Self::getType, &Self::putType},
@@ -153,10 +152,6 @@ Value CommandObject::callCreateParameter(Args args) {
 
 Value CommandObject::getParameters(Args args) {
   return args.empty() ? Value::object(parameters_.get()) : parameters_->getItem(args);
-}
-
-Value CommandObject::getParametersObject(Args args) {
-  return args.empty() ? Value::object(parameters_.get()) : parameters_->getItemObject(args);
 }
 
 void CommandObject::putParameter(Args args, CallKind kind) {

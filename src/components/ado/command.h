@@ -65,8 +65,7 @@ class Parameters final : public vbs::NativeObject<Parameters> {
   std::unique_ptr<vbs::Enumerator> enumerate() override { return items_.walk(); }
   static std::span<const vbs::Member<Parameters>> members();
 
-  vbs::Value getItem(vbs::Args args) { return item(args).value(); }
-  vbs::Value getItemObject(vbs::Args args) { return vbs::Value::object(&item(args)); }
+  vbs::Value getItem(vbs::Args args) { return vbs::Value::object(&item(args)); }
   void putItem(vbs::Args args, vbs::CallKind) { item(args).setValue(args[1]); }
 
  private:
@@ -97,7 +96,6 @@ class CommandObject final : public vbs::NativeObject<CommandObject> {
   vbs::Value callCreateParameter(vbs::Args args);
   vbs::Value callCancel(vbs::Args) { return {}; }
   vbs::Value getParameters(vbs::Args args);
-  vbs::Value getParametersObject(vbs::Args args);
   void putParameter(vbs::Args args, vbs::CallKind kind);
   vbs::Value getActiveConnection(vbs::Args);
   void putActiveConnection(vbs::Args args, vbs::CallKind);

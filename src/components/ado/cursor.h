@@ -23,8 +23,9 @@ class Cursor {
   /// Reads all rows, so that the place may go anywhere.
   void makeScrollable();
 
-  bool bof() const { return at_ < 0 || isEmpty(); }
-  bool eof() const { return isEmpty() || !exists(at_); }
+  /// A row that was deleted is a place like others until it is left.
+  bool bof() const { return at_ < 0 || (isEmpty() && !isDeleted(at_)); }
+  bool eof() const { return !exists(at_) || (isEmpty() && !isDeleted(at_)); }
   /// Null when there is no current row, or it is deleted.
   StoredRow* current() const;
   std::size_t currentIndex() const { return indexOf(at_); }  ///< in the store, with a current row

@@ -21,7 +21,7 @@ std::span<const vbs::Member<ErrorItem>> ErrorItem::members() {
 std::span<const vbs::Member<Errors>> Errors::members() {
   using Self = Errors;
   static constexpr vbs::Member<Self> kMembers[] = {
-      {"item", 1, 1, &Self::getItem, nullptr, true, false, &Self::getItem},
+      {"item", 1, 1, &Self::getItem, nullptr, true},
       {"count", 0, 0, &Self::getCount},
       {"clear", 0, 0, &Self::callClear},
       {"refresh", 0, 0, &Self::callRefresh},

@@ -49,6 +49,37 @@ std::span<const vbs::Member<Field>> Field::members() {
   return kMembers;
 }
 
+Field* Field::makeKept(std::size_t column) {
+  auto* field = new Field(nullptr, column);
+  field->kept_ = true;
+  field->references_ = 0;
+  field->idle_ = true;
+  return field;
+}
+
+vbs::Ref<Field> Field::use(Recordset& recordset) {
+  if (!idle_ && references() == 0) return {};
+  if (std::exchange(idle_, false)) recordset_ = vbs::Ref<Recordset>(&recordset);
+  return vbs::Ref<Field>(this);
+}
+
+void Field::giveUp() {
+  kept_ = false;
+  if (idle_) delete this;
+}
+
+/// Letting the recordset go may end it, and this with it.
+void Field::lastRelease() {
+  if (!kept_) {
+    delete this;
+    return;
+  }
+  idle_ = true;
+  chunk_ = 0;
+  appending_ = false;
+  const vbs::Ref<Recordset> last = std::move(recordset_);
+}
+
 const Column& Field::column() const {
   const auto& columns = recordset_->columns();
   if (column_ >= columns.size()) fail(kItemNotFound, "Field");
@@ -132,7 +163,7 @@ Value Field::callGetChunk(Args args) {
 std::span<const vbs::Member<Fields>> Fields::members() {
   using Self = Fields;
   static constexpr vbs::Member<Self> kMembers[] = {
-      {"item", 1, 1, &Self::getItem, &Self::putItem, true, false, &Self::getItemObject},
+      {"item", 1, 1, &Self::getItem, &Self::putItem, true},
       {"count", 0, 0, &Self::getCount},
       {"append", 2, 5, &Self::callAppend},
       {"delete", 1, 1, &Self::callDelete},
@@ -146,17 +177,13 @@ std::span<const vbs::Member<Fields>> Fields::members() {
 std::unique_ptr<vbs::Enumerator> Fields::enumerate() {
   std::vector<Value> fields;
   for (std::size_t i = 0; i < recordset_->columns().size(); ++i) {
-    fields.push_back(Value::adopt(new Field(recordset_.get(), i)));
+    fields.push_back(Value::object(recordset_->field(i).get()));
   }
   return std::make_unique<vbs::ValueWalk>(std::move(fields));
 }
 
 Value Fields::getItem(Args args) {
-  return recordset_->fieldValue(recordset_->columnOf(args[0]));
-}
-
-Value Fields::getItemObject(Args args) {
-  return Value::adopt(new Field(recordset_.get(), recordset_->columnOf(args[0])));
+  return Value::object(recordset_->field(recordset_->columnOf(args[0])).get());
 }
 
 void Fields::putItem(Args args, CallKind) {

@@ -11,6 +11,14 @@ class Field final : public vbs::NativeObject<Field> {
  public:
   Field(Recordset* recordset, std::size_t column) : recordset_(recordset), column_(column) {}
 
+  /// One that its recordset keeps for use again and again. While nobody refers to it, it does not
+  /// refer to the recordset either.
+  static Field* makeKept(std::size_t column);
+  /// The field, for a reference more; null while it is on its way out.
+  vbs::Ref<Field> use(Recordset& recordset);
+  /// The recordset keeps it no longer.
+  void giveUp();
+
   std::string_view typeName() const override { return "Field"; }
   static std::span<const vbs::Member<Field>> members();
 
@@ -30,10 +38,14 @@ class Field final : public vbs::NativeObject<Field> {
   vbs::Value callAppendChunk(vbs::Args args);
   vbs::Value callGetChunk(vbs::Args args);
 
+  void lastRelease() override;
+
   vbs::Ref<Recordset> recordset_;
   std::size_t column_;
-  std::size_t chunk_ = 0;        ///< what GetChunk has given
+  std::size_t chunk_ = 0;  ///< what GetChunk has given
   bool appending_ = false;
+  bool kept_ = false;
+  bool idle_ = false;  ///< kept, and without a reference
 };
 
 /// Fields of a recordset.
@@ -47,7 +59,6 @@ class Fields final : public vbs::NativeObject<Fields> {
 
  private:
   vbs::Value getItem(vbs::Args args);
-  vbs::Value getItemObject(vbs::Args args);
   void putItem(vbs::Args args, vbs::CallKind);
   vbs::Value getCount(vbs::Args);
   vbs::Value callAppend(vbs::Args args);

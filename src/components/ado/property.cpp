@@ -23,7 +23,7 @@ Value Property::getType(vbs::Args) {
 std::span<const vbs::Member<Properties>> Properties::members() {
   using Self = Properties;
   static constexpr vbs::Member<Self> kMembers[] = {
-      {"item", 1, 1, &Self::getItem, &Self::putItem, true, false, &Self::getItemObject},
+      {"item", 1, 1, &Self::getItem, &Self::putItem, true},
       {"count", 0, 0, &Self::getCount},
       {"refresh", 0, 0, &Self::callRefresh},
   };

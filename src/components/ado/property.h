@@ -43,8 +43,7 @@ class Properties final : public vbs::NativeObject<Properties> {
 
  private:
   Property& item(vbs::Args args);
-  vbs::Value getItem(vbs::Args args) { return item(args).value(); }
-  vbs::Value getItemObject(vbs::Args args) { return vbs::Value::object(&item(args)); }
+  vbs::Value getItem(vbs::Args args) { return vbs::Value::object(&item(args)); }
   void putItem(vbs::Args args, vbs::CallKind) { set(utf8Of(args[0]), args[1]); }
   vbs::Value getCount(vbs::Args) { return items_.count(); }
   vbs::Value callRefresh(vbs::Args) { return {}; }

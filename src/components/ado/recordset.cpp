@@ -16,11 +16,11 @@ using vbs::Value;
 std::span<const vbs::Member<Recordset>> Recordset::members() {
   using Self = Recordset;
   static constexpr vbs::Member<Self> kMembers[] = {
-      {"item", 1, 1, &Self::getField, &Self::putField, true, false, &Self::getFieldObject},
+      {"item", 1, 1, &Self::getField, &Self::putField, true},
       {"eof", 0, 0, &Self::getEof},
       {"movenext", 0, 0, &Self::callMoveNext},
-      {"fields", 0, 1, &Self::getFields, &Self::putField, false, false, &Self::getFieldsObject},
-      {"collect", 1, 1, &Self::getField, &Self::putField},
+      {"fields", 0, 1, &Self::getFields, &Self::putField},
+      {"collect", 1, 1, &Self::getCollect, &Self::putField},
       {"open", 0, 5, &Self::callOpen},
       {"close", 0, 0, &Self::callClose},
       {"bof", 0, 0, &Self::getBof},
@@ -72,6 +72,7 @@ std::span<const vbs::Member<Recordset>> Recordset::members() {
 Recordset::Recordset(const Services& services) : services_(services) {}
 
 Recordset::~Recordset() {
+  dropFields();
   if (connection_) connection_->detach(*this);
 }
 
@@ -129,6 +130,7 @@ std::size_t Recordset::columnOf(const Value& key) const {
 
 Value Recordset::fieldValue(std::size_t column) {
   Cursor& place = cursor();
+  if (column >= columns().size()) fail(kItemNotFound, "Field");
   if (editMode_ != kEditNone) {
     const auto edited = edits_.find(column);
     if (edited != edits_.end()) return edited->second;
@@ -147,6 +149,7 @@ Value Recordset::originalValue(std::size_t column) {
 
 void Recordset::setFieldValue(std::size_t column, const Value& value) {
   checkUpdatable();
+  if (column >= columns().size()) fail(kItemNotFound, "Field");
   if (editMode_ == kEditNone) {
     currentRow();
     editMode_ = kEditInProgress;
@@ -171,16 +174,31 @@ Value Recordset::getFields(Args args) {
   return args.empty() ? Value::adopt(new Fields(this)) : getField(args);
 }
 
-Value Recordset::getFieldsObject(Args args) {
-  return args.empty() ? Value::adopt(new Fields(this)) : getFieldObject(args);
+Value Recordset::getField(Args args) {
+  return Value::object(field(columnOf(args[0])).get());
 }
 
-Value Recordset::getField(Args args) {
+Value Recordset::getCollect(Args args) {
   return fieldValue(columnOf(args[0]));
 }
 
-Value Recordset::getFieldObject(Args args) {
-  return Value::adopt(new Field(this, columnOf(args[0])));
+/// Pages read fields by the thousand, so those that nobody holds wait here for the next to ask.
+vbs::Ref<Field> Recordset::field(std::size_t column) {
+  if (fields_.size() != columns().size()) {
+    dropFields();
+    fields_.resize(columns().size());
+  }
+  Field*& kept = fields_[column];
+  if (!kept) kept = Field::makeKept(column);
+  vbs::Ref<Field> found = kept->use(*this);
+  return found ? found : vbs::make<Field>(this, column);
+}
+
+void Recordset::dropFields() {
+  for (Field* kept : fields_) {
+    if (kept) kept->giveUp();
+  }
+  fields_.clear();
 }
 
 void Recordset::putField(Args args, CallKind) {

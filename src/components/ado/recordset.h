@@ -13,7 +13,7 @@
 
 namespace quorvane::ado {
 
-class Fields;
+class Field;
 
 enum CursorType : std::int32_t { kForwardOnly = 0, kKeyset = 1, kDynamic = 2, kStatic = 3 };
 enum LockType : std::int32_t { kReadOnly = 1, kPessimistic = 2, kOptimistic = 3, kBatch = 4 };
@@ -40,6 +40,7 @@ class Recordset final : public vbs::NativeObject<Recordset> {
   vbs::Value fieldValue(std::size_t column);
   vbs::Value originalValue(std::size_t column);
   void setFieldValue(std::size_t column, const vbs::Value& value);
+  vbs::Ref<Field> field(std::size_t column);
   void appendColumn(Column column);  ///< of a recordset that is not open
   void removeColumn(std::size_t column);
 
@@ -47,6 +48,7 @@ class Recordset final : public vbs::NativeObject<Recordset> {
   static std::span<const vbs::Member<Recordset>> members();
 
  private:
+  void dropFields();
   Cursor& cursor();  ///< error 3704
   StoredRow& currentRow();
   void close();
@@ -140,9 +142,8 @@ class Recordset final : public vbs::NativeObject<Recordset> {
 
   // recordset.cpp
   vbs::Value getFields(vbs::Args args);
-  vbs::Value getFieldsObject(vbs::Args args);
   vbs::Value getField(vbs::Args args);
-  vbs::Value getFieldObject(vbs::Args args);
+  vbs::Value getCollect(vbs::Args args);
   void putField(vbs::Args args, vbs::CallKind);
 
   const Services& services_;
@@ -167,7 +168,9 @@ class Recordset final : public vbs::NativeObject<Recordset> {
   std::int32_t maxRecords_ = 0;
   std::int32_t pageSize_ = 10;
 
-  /// The last name that a script has asked for, with its column: loops ask again and again.
+  std::vector<Field*> fields_;  ///< by column, owned; null until asked for
+
+  /// The last names that a script has asked for, with their columns: loops ask again and again.
   struct Asked {
     vbs::Value name;
     std::size_t column = 0;

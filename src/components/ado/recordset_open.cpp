@@ -19,6 +19,7 @@ void Recordset::adopt(std::shared_ptr<RowStore> store, bool forwardOnly) {
   if (maxRecords_ > 0) store->limitRows(static_cast<std::size_t>(maxRecords_));
   cursor_.emplace(std::move(store), forwardOnly);
   asked_.clear();
+  dropFields();
   filter_ = Value::longInt(0);
   filterText_.clear();
   sort_.clear();
