@@ -25,6 +25,8 @@ std::string_view textOf(AdoError error) {
              "operation requires a current record.";
     case AdoError::IllegalOperation:
       return "Operation is not allowed in this context.";
+    case AdoError::InTransaction:
+      return "Connection object cannot be explicitly closed while in a transaction.";
     case AdoError::FeatureNotAvailable:
       return "Current provider does not support the necessary interface, required by the requested "
              "operation.";
@@ -41,6 +43,8 @@ std::string_view textOf(AdoError error) {
       return "Operation is not allowed when the object is closed.";
     case AdoError::ObjectOpen:
       return "Operation is not allowed when the object is open.";
+    case AdoError::ProviderNotFound:
+      return "Provider cannot be found. It may not be properly installed.";
     case AdoError::InvalidConnection:
       return "The connection cannot be used to perform this operation. It is either closed or "
              "invalid in this context.";

@@ -13,6 +13,7 @@ enum class AdoError : std::int32_t {
   WritingFile = 3004,
   NoCurrentRecord = 3021,
   IllegalOperation = 3219,
+  InTransaction = 3246,
   FeatureNotAvailable = 3251,
   ItemNotFound = 3265,
   ObjectInCollection = 3367,
@@ -20,6 +21,7 @@ enum class AdoError : std::int32_t {
   DataConversion = 3421,
   ObjectClosed = 3704,
   ObjectOpen = 3705,
+  ProviderNotFound = 3706,
   InvalidConnection = 3709,
 };
 

@@ -1,21 +1,13 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 
-#include "vbscript/values/convert.h"
-#include "vbscript/values/object.h"
+#include "components/arguments.h"
 
-/// Arguments as members of many optional ones see them.
+/// Values of scripts as this family of objects takes and gives them: texts are UTF-8 inside.
 namespace quorvane::ado {
 
-inline bool isGiven(vbs::Args args, std::size_t place) {
-  return place < args.size() && !args[place].deref().isMissing();
-}
-
-inline std::int32_t longAt(vbs::Args args, std::size_t place, std::int32_t otherwise) {
-  return isGiven(args, place) ? vbs::toLong(args[place]) : otherwise;
-}
+using arguments::isGiven;
 
 inline std::string utf8Of(const vbs::Value& value) {
   return vbs::toString(value).utf8();

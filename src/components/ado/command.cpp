@@ -26,9 +26,9 @@ std::span<const vbs::Member<Parameter>> Parameter::members() {
 
 void Parameter::describe(Args args) {
   if (isGiven(args, 0)) name_ = utf8Of(args[0]);
-  type_ = longAt(args, 1, type_);
-  direction_ = longAt(args, 2, direction_);
-  size_ = longAt(args, 3, size_);
+  type_ = arguments::number(args, 1, type_);
+  direction_ = arguments::number(args, 2, direction_);
+  size_ = arguments::number(args, 3, size_);
   if (isGiven(args, 4)) setValue(args[4]);
 }
 
@@ -47,8 +47,8 @@ Value Parameter::bound() const {
 Value Parameter::callAppendChunk(Args args) {
   const Value piece = vbs::plainValue(args[0]);
   if (piece.isArray() && value_.isArray()) {
-    const std::string whole = std::string(value_.asArray()->bytes.raw()) +
-                              std::string(piece.asArray()->bytes.raw());
+    const std::string whole =
+        std::string(value_.asArray()->bytes.raw()) + std::string(piece.asArray()->bytes.raw());
     value_ = Value::array(vbs::ArrayRep::fromBytes(whole));
   } else if (piece.isString() && value_.isString()) {
     value_ = vbs::String::joined(value_.asString(), piece.asString());
@@ -72,20 +72,20 @@ std::span<const vbs::Member<Parameters>> Parameters::members() {
 
 Parameter& Parameters::item(Args args) {
   Parameter* parameter = items_.find(args[0]);
-  if (!parameter) fail(kItemNotFound, "Parameters");
+  if (!parameter) fail(AdoError::ItemNotFound, "Parameters");
   return *parameter;
 }
 
 Value Parameters::callAppend(Args args) {
   auto* parameter = objectOf<Parameter>(args[0]);
-  if (!parameter) fail(kWrongType, "Parameters");
+  if (!parameter) fail(AdoError::DataConversion, "Parameters");
   items_.all().emplace_back(parameter);
   return {};
 }
 
 Value Parameters::callDelete(Args args) {
   const std::size_t place = items_.placeOf(args[0]);
-  if (place == items_.size()) fail(kItemNotFound, "Parameters");
+  if (place == items_.size()) fail(AdoError::ItemNotFound, "Parameters");
   items_.all().erase(items_.all().begin() + static_cast<std::ptrdiff_t>(place));
   return {};
 }
@@ -111,7 +111,7 @@ std::span<const vbs::Member<CommandObject>> CommandObject::members() {
 }
 
 Command CommandObject::command(const Value& values, std::int32_t options) {
-  if (!connection_ || !connection_->isOpen()) fail(kConnectionClosed, "Command");
+  if (!connection_ || !connection_->isOpen()) fail(AdoError::InvalidConnection, "Command");
   Command command;
   command.text = commandTextOf(text_, options == kCmdUnspecified ? type_ : options);
   for (const auto& parameter : parameters_->items().all()) {
@@ -133,7 +133,7 @@ Command CommandObject::command(const Value& values, std::int32_t options) {
 }
 
 Value CommandObject::callExecute(Args args) {
-  const std::int32_t options = longAt(args, 2, kCmdUnspecified);
+  const std::int32_t options = arguments::number(args, 2, kCmdUnspecified);
   const bool noRecords = options != kCmdUnspecified && (options & kExecuteNoRecords) != 0;
   const std::int32_t type = options == kCmdUnspecified ? options : options & ~kExecuteNoRecords;
   const Command toRun =

@@ -14,20 +14,6 @@ using vbs::Args;
 using vbs::CallKind;
 using vbs::Value;
 
-namespace {
-
-constexpr std::int32_t kNoTransaction = -2147168242;
-
-[[noreturn]] void failTransaction() {
-  vbs::ScriptError error;
-  error.number = kNoTransaction;
-  error.description = "No transaction is active.";
-  error.source = "ADODB.Connection";
-  throw error;
-}
-
-}  // namespace
-
 std::span<const vbs::Member<Connection>> Connection::members() {
   using Self = Connection;
   static constexpr vbs::Member<Self> kMembers[] = {
@@ -67,12 +53,12 @@ void Connection::detach(const Recordset& recordset) {
 }
 
 Database& Connection::database() {
-  if (!database_) fail(kConnectionClosed, "Connection");
+  if (!database_) fail(AdoError::InvalidConnection, "Connection");
   return *database_;
 }
 
 void Connection::open(const std::string& text) {
-  if (isOpen()) fail(kObjectOpen, "Connection");
+  if (isOpen()) fail(AdoError::ObjectOpen, "Connection");
   if (!text.empty()) text_ = text;
   constexpr std::int32_t kModeRead = 1;
   std::string path;
@@ -111,15 +97,15 @@ Value Connection::callOpen(Args args) {
 }
 
 Value Connection::callClose(Args) {
-  if (!isOpen()) fail(kObjectClosed, "Connection");
-  if (transactions_ > 0) fail(kInTransaction, "Connection");
+  if (!isOpen()) fail(AdoError::ObjectClosed, "Connection");
+  if (transactions_ > 0) fail(AdoError::InTransaction, "Connection");
   close();
   return {};
 }
 
 Value Connection::callExecute(Args args) {
-  if (!isOpen()) fail(kConnectionClosed, "Connection");
-  const std::int32_t options = longAt(args, 2, kCmdUnspecified);
+  if (!isOpen()) fail(AdoError::InvalidConnection, "Connection");
+  const std::int32_t options = arguments::number(args, 2, kCmdUnspecified);
   const bool noRecords = options != kCmdUnspecified && (options & kExecuteNoRecords) != 0;
   Command command;
   command.text = commandTextOf(utf8Of(args[0]), options);
@@ -132,7 +118,7 @@ Value Connection::callExecute(Args args) {
 
 Value Connection::callBeginTrans(Args) {
   guarded([&](Database& database) {
-    if (transactions_ > 0) fail(kNotInContext, "Connection");
+    if (transactions_ > 0) fail(AdoError::IllegalOperation, "Connection");
     database.begin();
   });
   return Value::longInt(++transactions_);
@@ -140,7 +126,7 @@ Value Connection::callBeginTrans(Args) {
 
 Value Connection::callCommitTrans(Args) {
   guarded([&](Database& database) {
-    if (transactions_ == 0) failTransaction();
+    if (transactions_ == 0) fail(kNoTransaction, "Connection");
     database.commit();
   });
   --transactions_;
@@ -149,7 +135,7 @@ Value Connection::callCommitTrans(Args) {
 
 Value Connection::callRollbackTrans(Args) {
   guarded([&](Database& database) {
-    if (transactions_ == 0) failTransaction();
+    if (transactions_ == 0) fail(kNoTransaction, "Connection");
     database.rollback();
   });
   --transactions_;
@@ -162,8 +148,8 @@ Value Connection::callOpenSchema(Args args) {
     SchemaKind kind;
   };
   static constexpr Kind kKinds[] = {
-      {4, SchemaKind::Columns},      {12, SchemaKind::Indexes},     {20, SchemaKind::Tables},
-      {23, SchemaKind::Views},       {27, SchemaKind::ForeignKeys}, {28, SchemaKind::PrimaryKeys},
+      {4, SchemaKind::Columns}, {12, SchemaKind::Indexes},     {20, SchemaKind::Tables},
+      {23, SchemaKind::Views},  {27, SchemaKind::ForeignKeys}, {28, SchemaKind::PrimaryKeys},
   };
   const std::int32_t number = vbs::toLong(args[0]);
   for (const Kind& kind : kKinds) {
@@ -172,11 +158,11 @@ Value Connection::callOpenSchema(Args args) {
     Value restrictions = isGiven(args, 1) ? args[1].deref() : Value();
     return Value::object(schemaRecordset(services_, std::move(rows), restrictions).get());
   }
-  fail(kNotSupported, "Connection");
+  fail(AdoError::FeatureNotAvailable, "Connection");
 }
 
 void Connection::putConnectionString(Args args, CallKind) {
-  if (isOpen()) fail(kObjectOpen, "Connection");
+  if (isOpen()) fail(AdoError::ObjectOpen, "Connection");
   text_ = utf8Of(args[0]);
 }
 
@@ -185,29 +171,29 @@ Value Connection::getProvider(Args) {
 }
 
 void Connection::putProvider(Args args, CallKind) {
-  if (isOpen()) fail(kObjectOpen, "Connection");
+  if (isOpen()) fail(AdoError::ObjectOpen, "Connection");
   provider_ = utf8Of(args[0]);
 }
 
 void Connection::putCursorLocation(Args args, CallKind) {
   const std::int32_t location = vbs::toLong(args[0]);
-  if (location < 1 || location > kUseClient) fail(kWrongArgument, "Connection");
+  if (location < 1 || location > kUseClient) fail(AdoError::InvalidArgument, "Connection");
   cursorLocation_ = location;
 }
 
 void Connection::putCommandTimeout(Args args, CallKind) {
   const std::int32_t seconds = vbs::toLong(args[0]);
-  if (seconds < 0) fail(kWrongArgument, "Connection");
+  if (seconds < 0) fail(AdoError::InvalidArgument, "Connection");
   commandTimeout_ = seconds;
 }
 
 void Connection::putConnectionTimeout(Args args, CallKind) {
-  if (isOpen()) fail(kObjectOpen, "Connection");
+  if (isOpen()) fail(AdoError::ObjectOpen, "Connection");
   connectionTimeout_ = vbs::toLong(args[0]);
 }
 
 void Connection::putMode(Args args, CallKind) {
-  if (isOpen()) fail(kObjectOpen, "Connection");
+  if (isOpen()) fail(AdoError::ObjectOpen, "Connection");
   mode_ = vbs::toLong(args[0]);
 }
 
@@ -232,7 +218,7 @@ vbs::Ref<Connection> connectionOf(const Value& given, const Services& services) 
   if (auto* connection = objectOf<Connection>(plain)) return vbs::Ref<Connection>(connection);
   if (plain.isObject()) {
     if (!plain.asObject()) return {};
-    fail(kWrongArgument, "Recordset");
+    fail(AdoError::InvalidArgument, "Recordset");
   }
   auto connection = vbs::make<Connection>(services);
   connection->open(utf8Of(plain));
@@ -242,8 +228,8 @@ vbs::Ref<Connection> connectionOf(const Value& given, const Services& services) 
 std::string commandTextOf(const std::string& text, std::int32_t type) {
   const std::vector<Token> tokens = sqlTokens(text);
   const std::int32_t kind = type == kCmdUnspecified ? 0 : type & ~kExecuteNoRecords;
-  const bool oneName = tokens.size() == 2 && (tokens[0].kind == TokenKind::Word ||
-                                              tokens[0].kind == TokenKind::Name);
+  const bool oneName = tokens.size() == 2 &&
+                       (tokens[0].kind == TokenKind::Word || tokens[0].kind == TokenKind::Name);
   if (kind & kCmdStoredProc) return tokens[0].isSymbol("{") ? text : "EXEC " + text;
   if (kind & (kCmdTable | kCmdTableDirect)) {
     return "SELECT * FROM " + (oneName ? quotedName(tokens[0].text) : quotedName(text));

@@ -41,20 +41,26 @@ struct Known {
 };
 
 constexpr std::array kProviders = {
-    Known{"microsoft.jet.oledb", Engine::Jet}, Known{"microsoft.ace.oledb", Engine::Ace},
-    Known{"sqlite", Engine::Sqlite},           Known{"sqloledb", Engine::Odbc},
-    Known{"sqlncli", Engine::Odbc},            Known{"msoledbsql", Engine::Odbc},
-    Known{"msdaora", Engine::Odbc},            Known{"oraoledb", Engine::Odbc},
-    Known{"mysqlprov", Engine::Odbc},          Known{"pgoledb", Engine::Odbc},
+    Known{"microsoft.jet.oledb", Engine::Jet},
+    Known{"microsoft.ace.oledb", Engine::Ace},
+    Known{"sqlite", Engine::Sqlite},
+    Known{"sqloledb", Engine::Odbc},
+    Known{"sqlncli", Engine::Odbc},
+    Known{"msoledbsql", Engine::Odbc},
+    Known{"msdaora", Engine::Odbc},
+    Known{"oraoledb", Engine::Odbc},
+    Known{"mysqlprov", Engine::Odbc},
+    Known{"pgoledb", Engine::Odbc},
 };
 
 constexpr std::array kDrivers = {
-    Known{"microsoft access", Engine::Jet}, Known{"*.mdb", Engine::Jet},
+    Known{"microsoft access", Engine::Jet},
+    Known{"*.mdb", Engine::Jet},
     Known{"sqlite", Engine::Sqlite},
 };
 
-constexpr std::array<std::string_view, 8> kFileEndings = {
-    ".mdb", ".accdb", ".mde", ".db", ".db3", ".sqlite", ".sqlite3", ".asa"};
+constexpr std::array<std::string_view, 8> kFileEndings = {".mdb", ".accdb",  ".mde",     ".db",
+                                                          ".db3", ".sqlite", ".sqlite3", ".asa"};
 
 bool namesFile(std::string_view value) {
   const std::string lower = lowerCase(value);
@@ -99,7 +105,8 @@ ConnectionParts::ConnectionParts(std::string_view text) {
     at = equals + 1;
     while (at < text.size() && isBlank(text[at])) ++at;
     std::string value;
-    const bool hasMark = at < text.size() && (text[at] == '"' || text[at] == '\'' || text[at] == '{');
+    const bool hasMark =
+        at < text.size() && (text[at] == '"' || text[at] == '\'' || text[at] == '{');
     if (hasMark) value = marked(text, at);
     const std::size_t end = std::min(text.find(';', at), text.size());
     if (!hasMark) value = trimmed(text.substr(at, end - at));
@@ -139,8 +146,9 @@ ConnectionTarget connectionTarget(std::string_view text, std::string_view provid
   ConnectionTarget target;
   const std::string named = parts.find("provider").value_or(std::string(provider));
   const auto driver = parts.find("driver");
-  target.file = parts.findAny({"data source", "datasource", "dbq", "database", "dbname", "initial catalog"})
-                    .value_or("");
+  target.file =
+      parts.findAny({"data source", "datasource", "dbq", "database", "dbname", "initial catalog"})
+          .value_or("");
   if (parts.empty()) target.file = std::string(trimmed(text));  // the provider is said elsewhere
   if (driver) {
     target.engine = engineOf(kDrivers, *driver).value_or(Engine::Odbc);

@@ -29,18 +29,18 @@ class ConnectionParts {
 };
 
 enum class Engine : std::uint8_t {
-  Unknown,    ///< no provider of that name
-  Jet,        ///< an Access file: SQLite, with Jet's errors and types
-  Ace,        ///< the same under its later name
+  Unknown,  ///< no provider of that name
+  Jet,      ///< an Access file: SQLite, with Jet's errors and types
+  Ace,      ///< the same under its later name
   Sqlite,
-  Odbc,       ///< a data source name or another system's server
+  Odbc,  ///< a data source name or another system's server
 };
 
 /// What a connection text asks for.
 struct ConnectionTarget {
   Engine engine = Engine::Unknown;
-  std::string file;      ///< of Jet, Ace and Sqlite, as written
-  bool odbcForm = false; ///< Driver=..: errors come as those of the drivers do
+  std::string file;       ///< of Jet, Ace and Sqlite, as written
+  bool odbcForm = false;  ///< Driver=..: errors come as those of the drivers do
 };
 
 /// `provider` is the connection's Provider property, which stands where the text names none.

@@ -75,7 +75,7 @@ class CriteriaReader {
     take();
     return true;
   }
-  [[noreturn]] static void refuse() { fail(kWrongArgument, "Recordset"); }
+  [[noreturn]] static void refuse() { fail(AdoError::InvalidArgument, "Recordset"); }
 
   Test any() {
     constexpr int kDeepest = 50;
@@ -117,7 +117,7 @@ class CriteriaReader {
       refuse();
     }
     const std::size_t column = store_.columnOf(name.text);
-    if (column == store_.columns.size()) fail(kItemNotFound, "Recordset");
+    if (column == store_.columns.size()) fail(AdoError::ItemNotFound, "Recordset");
     const Comparison comparison = comparisonHere();
     const Value wanted = constant();
     return [column, comparison, wanted](const StoredRow& row) {
@@ -194,12 +194,12 @@ std::vector<SortKey> sortKeys(std::string_view text, const RowStore& store) {
   for (std::size_t at = 0; tokens[at].kind != TokenKind::End; ++at) {
     SortKey key;
     key.column = store.columnOf(tokens[at].text);
-    if (key.column == store.columns.size()) fail(kItemNotFound, "Recordset");
+    if (key.column == store.columns.size()) fail(AdoError::ItemNotFound, "Recordset");
     if (tokens[at + 1].isWord("DESC")) key.descending = true;
     if (tokens[at + 1].isWord("DESC") || tokens[at + 1].isWord("ASC")) ++at;
     keys.push_back(key);
     if (tokens[at + 1].kind == TokenKind::End) break;
-    if (!tokens[++at].isSymbol(",")) fail(kWrongArgument, "Recordset");
+    if (!tokens[++at].isSymbol(",")) fail(AdoError::InvalidArgument, "Recordset");
   }
   return keys;
 }

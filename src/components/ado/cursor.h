@@ -37,7 +37,7 @@ class Cursor {
 
   /// Rows that can be reached; all are read for it.
   std::size_t count() const;
-  std::size_t position() const;             ///< from 1
+  std::size_t position() const;               ///< from 1
   void moveToPosition(std::size_t position);  ///< behind the last when there are fewer
 
   bool moveToIndex(std::size_t index);  ///< false when the row is not in view

@@ -5,11 +5,9 @@
 #include "components/ado/connection_text.h"
 #include "components/ado/failure.h"
 #include "components/ado/sqlite/database.h"
-#include "platform/process.h"
+#include "components/script_files.h"
 #include "platform/services.h"
 #include "support/files.h"
-#include "support/paths.h"
-#include "support/text.h"
 
 namespace quorvane::ado {
 
@@ -53,27 +51,27 @@ bool isJetFile(const Services& services, const std::string& path) {
 }  // namespace
 
 std::string databasePath(const Services& services, const std::string& file) {
-  return paths::absolute(paths::native(file),
-                         paths::withSeparator(services.process.currentFolder()));
+  return ScriptFiles(services).allowedPath(vbs::String::fromUtf8(file).narrow());
 }
 
 std::unique_ptr<Database> openDatabase(const Services& services, const std::string& text,
                                        const std::string& provider, bool readOnly,
                                        std::string& path) {
   const ConnectionTarget target = connectionTarget(text, provider);
-  if (target.engine == Engine::Unknown) fail(kProviderNotFound, "Connection");
+  if (target.engine == Engine::Unknown) fail(AdoError::ProviderNotFound, "Connection");
   if (target.engine == Engine::Odbc) failWithoutDriver();
   SqliteOptions options;
   options.jet = target.engine != Engine::Sqlite;
   options.create = !options.jet;
   options.readOnly = readOnly;
   options.source = sourceOf(target);
-  if (target.odbcForm && options.jet) options.errorPrefix = "[Microsoft][ODBC Microsoft Access Driver] ";
-  const bool inMemory = target.file == ":memory:" && !options.jet;
+  if (target.odbcForm && options.jet)
+    options.errorPrefix = "[Microsoft][ODBC Microsoft Access Driver] ";
+  const bool inMemory = target.file == ":memory:";
   if (target.file.empty()) failOpening("Could not find file ''.", options);
   path = inMemory ? target.file : databasePath(services, target.file);
   options.path = path;
-  if (isJetFile(services, path)) {
+  if (!inMemory && isJetFile(services, path)) {
     failOpening("The file '" + path +
                     "' is in the format of the Access database engine and has to be converted "
                     "before it can be opened.",

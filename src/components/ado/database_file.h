@@ -17,7 +17,7 @@ std::unique_ptr<Database> openDatabase(const Services& services, const std::stri
                                        const std::string& provider, bool readOnly,
                                        std::string& path);
 
-/// The whole path of a database file that a script names.
+/// The whole path of a database file that a script names. Error 70 where scripts may not go.
 std::string databasePath(const Services& services, const std::string& file);
 
 }  // namespace quorvane::ado

@@ -4,7 +4,7 @@
 
 namespace quorvane::ado {
 
-/// Numbers that pages test for.
+/// Numbers of databases' failures, as pages test for them.
 enum ErrorNumber : std::int32_t {
   kUnspecified = -2147467259,
   kMultiStep = -2147217887,
@@ -16,20 +16,8 @@ enum ErrorNumber : std::int32_t {
   kIntegrity = -2147217873,
   kCannotScrollBack = -2147217884,
   kRowChanged = -2147217864,  ///< the row to change is not as it was, or gone
-
-  kWrongArgument = 3001,
-  kNoCurrentRecord = 3021,
-  kNotInContext = 3219,
-  kInTransaction = 3246,
-  kNotSupported = 3251,
-  kItemNotFound = 3265,
-  kAlreadyInCollection = 3367,
-  kWrongType = 3421,
-  kObjectClosed = 3704,
-  kObjectOpen = 3705,
-  kProviderNotFound = 3706,
-  kBadParameter = 3708,
-  kConnectionClosed = 3709,
+  kNoTransaction = -2147168242,
+  kNotUpdatable = 3251,
 };
 
 }  // namespace quorvane::ado

@@ -36,7 +36,7 @@ void Errors::set(const DatabaseError& error) {
 
 Value Errors::getItem(vbs::Args args) {
   ErrorItem* item = items_.find(args[0]);
-  if (!item) fail(kItemNotFound, "Errors");
+  if (!item) fail(AdoError::ItemNotFound, "Errors");
   return Value::object(item);
 }
 

@@ -82,7 +82,7 @@ void Field::lastRelease() {
 
 const Column& Field::column() const {
   const auto& columns = recordset_->columns();
-  if (column_ >= columns.size()) fail(kItemNotFound, "Field");
+  if (column_ >= columns.size()) fail(AdoError::ItemNotFound, "Field");
   return columns[column_];
 }
 
@@ -128,12 +128,11 @@ Value Field::callAppendChunk(Args args) {
   const Value held = appending_ ? recordset_->fieldValue(column_) : Value::null();
   appending_ = true;
   if (held.isArray() && piece.isArray()) {
-    const std::string whole = std::string(held.asArray()->bytes.raw()) +
-                              std::string(piece.asArray()->bytes.raw());
+    const std::string whole =
+        std::string(held.asArray()->bytes.raw()) + std::string(piece.asArray()->bytes.raw());
     recordset_->setFieldValue(column_, Value::array(vbs::ArrayRep::fromBytes(whole)));
   } else if (held.isString()) {
-    recordset_->setFieldValue(column_,
-                              vbs::String::joined(held.asString(), vbs::toString(piece)));
+    recordset_->setFieldValue(column_, vbs::String::joined(held.asString(), vbs::toString(piece)));
   } else {
     recordset_->setFieldValue(column_, piece);
   }
@@ -142,7 +141,7 @@ Value Field::callAppendChunk(Args args) {
 
 Value Field::callGetChunk(Args args) {
   const std::int32_t wanted = vbs::toLong(args[0]);
-  if (wanted < 0) fail(kWrongArgument, "Field");
+  if (wanted < 0) fail(AdoError::InvalidArgument, "Field");
   const Value value = recordset_->fieldValue(column_);
   const auto length = static_cast<std::size_t>(wanted);
   if (value.isNull()) return value;
@@ -199,7 +198,7 @@ Value Fields::callAppend(Args args) {
   Column column;
   column.name = utf8Of(args[0]);
   column.type = static_cast<DataType>(vbs::toLong(args[1]));
-  column.size = longAt(args, 2, 0);
+  column.size = arguments::number(args, 2, 0);
   if (column.size == 0) column.size = 255;
   recordset_->appendColumn(std::move(column));
   return {};

@@ -42,7 +42,7 @@ Value Properties::value(std::string_view name) const {
 
 Property& Properties::item(vbs::Args args) {
   Property* property = items_.find(args[0]);
-  if (!property) fail(kItemNotFound, "Properties");
+  if (!property) fail(AdoError::ItemNotFound, "Properties");
   return *property;
 }
 

@@ -84,13 +84,13 @@ void Recordset::connectionEnds() {
 }
 
 Cursor& Recordset::cursor() {
-  if (!cursor_) fail(kObjectClosed, "Recordset");
+  if (!cursor_) fail(AdoError::ObjectClosed, "Recordset");
   return *cursor_;
 }
 
 StoredRow& Recordset::currentRow() {
   StoredRow* row = cursor().current();
-  if (!row) fail(kNoCurrentRecord, "Recordset");
+  if (!row) fail(AdoError::NoCurrentRecord, "Recordset");
   return *row;
 }
 
@@ -120,7 +120,7 @@ std::size_t Recordset::columnOf(const Value& key) const {
     store.columns = columns_;
     column = store.columnOf(utf8Of(plain));
   }
-  if (column >= count) fail(kItemNotFound, "Recordset");
+  if (column >= count) fail(AdoError::ItemNotFound, "Recordset");
   constexpr std::size_t kRemembered = 32;
   if (cursor_ && plain.isString() && plain.stringRep() && asked_.size() < kRemembered) {
     asked_.push_back({plain, column});
@@ -130,14 +130,14 @@ std::size_t Recordset::columnOf(const Value& key) const {
 
 Value Recordset::fieldValue(std::size_t column) {
   Cursor& place = cursor();
-  if (column >= columns().size()) fail(kItemNotFound, "Field");
+  if (column >= columns().size()) fail(AdoError::ItemNotFound, "Field");
   if (editMode_ != kEditNone) {
     const auto edited = edits_.find(column);
     if (edited != edits_.end()) return edited->second;
     if (editMode_ == kEditAdd) return Value();
   }
   const StoredRow* row = place.current();
-  if (!row) fail(kNoCurrentRecord, "Field");
+  if (!row) fail(AdoError::NoCurrentRecord, "Field");
   return row->values[column];
 }
 
@@ -149,7 +149,7 @@ Value Recordset::originalValue(std::size_t column) {
 
 void Recordset::setFieldValue(std::size_t column, const Value& value) {
   checkUpdatable();
-  if (column >= columns().size()) fail(kItemNotFound, "Field");
+  if (column >= columns().size()) fail(AdoError::ItemNotFound, "Field");
   if (editMode_ == kEditNone) {
     currentRow();
     editMode_ = kEditInProgress;
@@ -158,15 +158,15 @@ void Recordset::setFieldValue(std::size_t column, const Value& value) {
 }
 
 void Recordset::appendColumn(Column column) {
-  if (cursor_ || connection_) fail(kNotInContext, "Fields");
+  if (cursor_ || connection_) fail(AdoError::IllegalOperation, "Fields");
   for (const Column& other : columns_) {
-    if (other.name == column.name) fail(kAlreadyInCollection, "Fields");
+    if (other.name == column.name) fail(AdoError::ObjectInCollection, "Fields");
   }
   columns_.push_back(std::move(column));
 }
 
 void Recordset::removeColumn(std::size_t column) {
-  if (cursor_) fail(kNotInContext, "Fields");
+  if (cursor_) fail(AdoError::IllegalOperation, "Fields");
   columns_.erase(columns_.begin() + static_cast<std::ptrdiff_t>(column));
 }
 
@@ -295,7 +295,7 @@ Value fittingValue(const Value& given, const Column& column) {
   } catch (const vbs::ScriptError& error) {
     constexpr std::int32_t kTypeMismatch = 13;
     constexpr std::int32_t kOverflow = 6;
-    if (error.number == kTypeMismatch) fail(kWrongType, "Recordset");
+    if (error.number == kTypeMismatch) fail(AdoError::DataConversion, "Recordset");
     if (error.number == kOverflow) fail(kMultiStep, "Recordset");
     throw;
   }

@@ -19,7 +19,7 @@ void Recordset::checkUpdatable() {
   const RowStore& store = cursor().store();
   const bool ofDatabase = !command_.text.empty();
   if (lockType_ == kReadOnly || (ofDatabase && store.keys.empty())) {
-    fail(kNotSupported, "Recordset");
+    fail(kNotUpdatable, "Recordset");
   }
 }
 
@@ -29,7 +29,7 @@ bool Recordset::sendsAtOnce() const {
 }
 
 vbs::Ref<Connection> Recordset::liveConnection() {
-  if (!connection_ || !connection_->isOpen()) fail(kConnectionClosed, "Recordset");
+  if (!connection_ || !connection_->isOpen()) fail(AdoError::InvalidConnection, "Recordset");
   return connection_;
 }
 
@@ -37,12 +37,12 @@ vbs::Ref<Connection> Recordset::liveConnection() {
 void Recordset::assign(Args args) {
   const Value& names = args[0].deref();
   if (!names.isArray()) {
-    if (!isGiven(args, 1)) fail(kWrongArgument, "Recordset");
+    if (!isGiven(args, 1)) fail(AdoError::InvalidArgument, "Recordset");
     return setFieldValue(columnOf(names), args[1]);
   }
   const Value values = isGiven(args, 1) ? args[1].deref() : Value();
   if (!values.isArray() || values.asArray()->count != names.asArray()->count) {
-    fail(kWrongArgument, "Recordset");
+    fail(AdoError::InvalidArgument, "Recordset");
   }
   for (std::size_t i = 0; i < names.asArray()->count; ++i) {
     setFieldValue(columnOf(names.asArray()->element(i)), values.asArray()->element(i));
@@ -98,7 +98,7 @@ void Recordset::update() {
 void Recordset::insertRow(StoredRow& row, const std::map<std::size_t, Value>& changes) {
   const auto connection = liveConnection();
   RowStore& store = cursor().store();
-  if (store.keys.empty()) fail(kNotSupported, "Recordset");
+  if (store.keys.empty()) fail(kNotUpdatable, "Recordset");
   std::string table = store.keys[0].table;
   if (!changes.empty()) {
     const std::string& named = store.columns[changes.begin()->first].table;
@@ -175,9 +175,8 @@ void Recordset::deleteRow(StoredRow& row) {
   RowStore& store = cursor().store();
   if (sendsAtOnce()) {
     const KeyPlace& key = store.keys[0];
-    const std::int64_t affected = liveConnection()->guarded([&](Database& database) {
-      return database.deleteRow(key.table, row.values[key.index]);
-    });
+    const std::int64_t affected = liveConnection()->guarded(
+        [&](Database& database) { return database.deleteRow(key.table, row.values[key.index]); });
     if (affected == 0) fail(kRowChanged, "Recordset");
   } else if (row.waiting != StoredRow::Change::New) {
     if (row.original.empty()) row.original = row.values;
@@ -192,7 +191,7 @@ Value Recordset::callDelete(Args args) {
     cancelUpdate();
     return {};
   }
-  const std::int32_t affected = longAt(args, 0, kAffectCurrent);
+  const std::int32_t affected = arguments::number(args, 0, kAffectCurrent);
   Cursor& place = cursor();
   if (affected == kAffectCurrent) {
     deleteRow(currentRow());
@@ -202,7 +201,7 @@ Value Recordset::callDelete(Args args) {
       if (row && !row->deleted) deleteRow(*row);
     }
   } else {
-    fail(kWrongArgument, "Recordset");
+    fail(AdoError::InvalidArgument, "Recordset");
   }
   edits_.clear();
   editMode_ = kEditNone;
@@ -218,9 +217,8 @@ Value Recordset::callUpdateBatch(Args) {
     if (row.waiting == StoredRow::Change::None) continue;
     if (row.waiting == StoredRow::Change::Deleted) {
       const KeyPlace& key = store.keys[0];
-      liveConnection()->guarded([&](Database& database) {
-        return database.deleteRow(key.table, row.values[key.index]);
-      });
+      liveConnection()->guarded(
+          [&](Database& database) { return database.deleteRow(key.table, row.values[key.index]); });
     } else if (!row.deleted) {
       const bool isNew = row.waiting == StoredRow::Change::New;
       std::map<std::size_t, Value> changes;

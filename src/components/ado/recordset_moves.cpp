@@ -21,7 +21,7 @@ Value bookmarkOf(std::size_t index) {
 /// The row in the store that a bookmark means.
 std::size_t indexOf(const Value& bookmark) {
   const double number = vbs::toDouble(bookmark);
-  if (!(number >= 1) || number > 4e9) fail(kWrongArgument, "Recordset");
+  if (!(number >= 1) || number > 4e9) fail(AdoError::InvalidArgument, "Recordset");
   return static_cast<std::size_t>(number) - 1;
 }
 
@@ -44,7 +44,7 @@ void Recordset::leaveRow() {
 Value Recordset::callMoveNext(Args) {
   leaveRow();
   Cursor& place = cursor();
-  if (place.eof()) fail(kNoCurrentRecord, "Recordset");
+  if (place.eof()) fail(AdoError::NoCurrentRecord, "Recordset");
   place.moveBy(1);
   return {};
 }
@@ -53,7 +53,7 @@ Value Recordset::callMovePrevious(Args) {
   leaveRow();
   Cursor& place = cursor();
   if (place.forwardOnly()) fail(kCannotScrollBack, "Recordset");
-  if (place.bof()) fail(kNoCurrentRecord, "Recordset");
+  if (place.bof()) fail(AdoError::NoCurrentRecord, "Recordset");
   place.moveBy(-1);
   return {};
 }
@@ -66,7 +66,7 @@ Value Recordset::callMoveFirst(Args) {
     readAgain();
   }
   Cursor& place = cursor();
-  if (place.bof() && place.eof()) fail(kNoCurrentRecord, "Recordset");
+  if (place.bof() && place.eof()) fail(AdoError::NoCurrentRecord, "Recordset");
   place.moveFirst();
   return {};
 }
@@ -75,7 +75,7 @@ Value Recordset::callMoveLast(Args) {
   leaveRow();
   Cursor& place = cursor();
   place.makeScrollable();
-  if (place.bof() && place.eof()) fail(kNoCurrentRecord, "Recordset");
+  if (place.bof() && place.eof()) fail(AdoError::NoCurrentRecord, "Recordset");
   place.moveLast();
   return {};
 }
@@ -84,7 +84,7 @@ void Recordset::startAt(const Value& start) {
   Cursor& place = cursor();
   const Value plain = vbs::plainValue(start);
   if (plain.is(vbs::Type::Double)) {
-    if (!place.moveToIndex(indexOf(plain))) fail(kWrongArgument, "Recordset");
+    if (!place.moveToIndex(indexOf(plain))) fail(AdoError::InvalidArgument, "Recordset");
     return;
   }
   const std::int32_t where = vbs::toLong(plain);
@@ -94,7 +94,7 @@ void Recordset::startAt(const Value& start) {
     place.makeScrollable();
     place.moveLast();
   } else if (where != kCurrent) {
-    fail(kWrongArgument, "Recordset");
+    fail(AdoError::InvalidArgument, "Recordset");
   }
 }
 
@@ -104,10 +104,10 @@ Value Recordset::callMove(Args args) {
   const std::int32_t count = vbs::toLong(args[0]);
   Cursor& place = cursor();
   if (isGiven(args, 1)) startAt(args[1]);
-  if (place.bof() && place.eof()) fail(kNoCurrentRecord, "Recordset");
+  if (place.bof() && place.eof()) fail(AdoError::NoCurrentRecord, "Recordset");
   if (count < 0 && place.forwardOnly()) fail(kCannotScrollBack, "Recordset");
   if ((count > 0 && place.eof()) || (count < 0 && place.bof())) {
-    fail(kNoCurrentRecord, "Recordset");
+    fail(AdoError::NoCurrentRecord, "Recordset");
   }
   place.moveBy(count);
   return {};
@@ -127,7 +127,7 @@ Value Recordset::getPageSize(Args) {
 
 void Recordset::putPageSize(Args args, CallKind) {
   const std::int32_t size = vbs::toLong(args[0]);
-  if (size < 1) fail(kWrongArgument, "Recordset");
+  if (size < 1) fail(AdoError::InvalidArgument, "Recordset");
   pageSize_ = size;
 }
 
@@ -149,10 +149,10 @@ Value Recordset::getAbsolutePage(Args) {
 void Recordset::putAbsolutePage(Args args, CallKind) {
   leaveRow();
   const std::int32_t page = vbs::toLong(args[0]);
-  if (page < 1) fail(kWrongArgument, "Recordset");
+  if (page < 1) fail(AdoError::InvalidArgument, "Recordset");
   Cursor& place = cursor();
   place.makeScrollable();
-  if (place.bof() && place.eof()) fail(kNoCurrentRecord, "Recordset");
+  if (place.bof() && place.eof()) fail(AdoError::NoCurrentRecord, "Recordset");
   place.moveToPosition(static_cast<std::size_t>(page - 1) * static_cast<std::size_t>(pageSize_) +
                        1);
 }
@@ -167,10 +167,10 @@ Value Recordset::getAbsolutePosition(Args) {
 void Recordset::putAbsolutePosition(Args args, CallKind) {
   leaveRow();
   const std::int32_t position = vbs::toLong(args[0]);
-  if (position < 1) fail(kWrongArgument, "Recordset");
+  if (position < 1) fail(AdoError::InvalidArgument, "Recordset");
   Cursor& place = cursor();
   place.makeScrollable();
-  if (place.bof() && place.eof()) fail(kNoCurrentRecord, "Recordset");
+  if (place.bof() && place.eof()) fail(AdoError::NoCurrentRecord, "Recordset");
   place.moveToPosition(static_cast<std::size_t>(position));
 }
 
@@ -185,7 +185,7 @@ void Recordset::putBookmark(Args args, CallKind) {
   leaveRow();
   Cursor& place = cursor();
   place.makeScrollable();
-  if (!place.moveToIndex(indexOf(args[0]))) fail(kWrongArgument, "Recordset");
+  if (!place.moveToIndex(indexOf(args[0]))) fail(AdoError::InvalidArgument, "Recordset");
 }
 
 /// criteria, rows to skip, direction, start
@@ -193,12 +193,12 @@ Value Recordset::callFind(Args args) {
   leaveRow();
   Cursor& place = cursor();
   const Criteria criteria(utf8Of(args[0]), place.store());
-  const std::int32_t skipped = longAt(args, 1, 0);
-  const bool backward = longAt(args, 2, 1) < 0;
+  const std::int32_t skipped = arguments::number(args, 1, 0);
+  const bool backward = arguments::number(args, 2, 1) < 0;
   if (backward) place.makeScrollable();
   if (isGiven(args, 3)) startAt(args[3]);
   if (place.bof() && place.eof()) return {};
-  if (!place.current() && !isGiven(args, 3)) fail(kNoCurrentRecord, "Recordset");
+  if (!place.current() && !isGiven(args, 3)) fail(AdoError::NoCurrentRecord, "Recordset");
   if (skipped > 0) place.moveBy(backward ? -skipped : skipped);
   for (;;) {
     const StoredRow* row = place.current();

@@ -51,14 +51,14 @@ void Recordset::openResults(vbs::Ref<Connection> connection, std::shared_ptr<Res
   command_ = std::move(command);
   results_ = std::move(results);
   if (results_->columns().empty()) return;
-  const bool streams = cursorLocation_ != kUseClient && cursorType_ == kForwardOnly &&
-                       lockType_ == kReadOnly;
+  const bool streams =
+      cursorLocation_ != kUseClient && cursorType_ == kForwardOnly && lockType_ == kReadOnly;
   if (cursorLocation_ == kUseClient) cursorType_ = kStatic;
   adopt(std::make_shared<RowStore>(results_), streams);
 }
 
 void Recordset::openFabricated() {
-  if (columns_.empty()) fail(kConnectionClosed, "Recordset");
+  if (columns_.empty()) fail(AdoError::InvalidConnection, "Recordset");
   auto store = std::make_shared<RowStore>();
   store->columns = columns_;
   if (lockType_ == kReadOnly) lockType_ = kOptimistic;
@@ -67,21 +67,21 @@ void Recordset::openFabricated() {
 
 /// Source, ActiveConnection, CursorType, LockType, Options
 Value Recordset::callOpen(Args args) {
-  if (isOpen()) fail(kObjectOpen, "Recordset");
+  if (isOpen()) fail(AdoError::ObjectOpen, "Recordset");
   if (isGiven(args, 1)) connection_ = connectionOf(args[1], services_);
-  cursorType_ = longAt(args, 2, cursorType_);
-  lockType_ = longAt(args, 3, lockType_);
+  cursorType_ = arguments::number(args, 2, cursorType_);
+  lockType_ = arguments::number(args, 3, lockType_);
   if (cursorType_ == -1) cursorType_ = kForwardOnly;
   if (lockType_ == -1) lockType_ = kReadOnly;
   if (cursorType_ < kForwardOnly || cursorType_ > kStatic || lockType_ < kReadOnly ||
       lockType_ > kBatch) {
-    fail(kWrongArgument, "Recordset");
+    fail(AdoError::InvalidArgument, "Recordset");
   }
   if (isGiven(args, 0)) {
     activeCommand_ = vbs::Ref<CommandObject>(objectOf<CommandObject>(args[0]));
     if (!activeCommand_) source_ = utf8Of(args[0]);
   }
-  const std::int32_t options = longAt(args, 4, kCmdUnspecified);
+  const std::int32_t options = arguments::number(args, 4, kCmdUnspecified);
   if (activeCommand_) {
     openCommand(activeCommand_, options);
     return {};
@@ -90,7 +90,7 @@ Value Recordset::callOpen(Args args) {
     openFabricated();
     return {};
   }
-  if (!connection_ || !connection_->isOpen()) fail(kConnectionClosed, "Recordset");
+  if (!connection_ || !connection_->isOpen()) fail(AdoError::InvalidConnection, "Recordset");
   command_ = {};
   command_.text = commandTextOf(source_, options);
   readAgain();
@@ -121,14 +121,14 @@ void Recordset::close() {
 }
 
 Value Recordset::callClose(Args) {
-  if (!isOpen()) fail(kObjectClosed, "Recordset");
-  if (editMode_ != kEditNone && sendsAtOnce()) fail(kNotInContext, "Recordset");
+  if (!isOpen()) fail(AdoError::ObjectClosed, "Recordset");
+  if (editMode_ != kEditNone && sendsAtOnce()) fail(AdoError::IllegalOperation, "Recordset");
   close();
   return {};
 }
 
 Value Recordset::callRequery(Args) {
-  if (!isOpen()) fail(kObjectClosed, "Recordset");
+  if (!isOpen()) fail(AdoError::ObjectClosed, "Recordset");
   liveConnection();
   close();
   readAgain();
@@ -186,7 +186,7 @@ Value Recordset::getSource(Args) {
 }
 
 void Recordset::putSource(Args args, CallKind) {
-  if (isOpen()) fail(kObjectOpen, "Recordset");
+  if (isOpen()) fail(AdoError::ObjectOpen, "Recordset");
   activeCommand_ = vbs::Ref<CommandObject>(objectOf<CommandObject>(args[0]));
   if (!activeCommand_) source_ = utf8Of(args[0]);
 }

@@ -11,9 +11,9 @@ Value Recordset::getCursorType(Args) {
 }
 
 void Recordset::putCursorType(Args args, CallKind) {
-  if (isOpen()) fail(kObjectOpen, "Recordset");
+  if (isOpen()) fail(AdoError::ObjectOpen, "Recordset");
   const std::int32_t type = vbs::toLong(args[0]);
-  if (type < kForwardOnly || type > kStatic) fail(kWrongArgument, "Recordset");
+  if (type < kForwardOnly || type > kStatic) fail(AdoError::InvalidArgument, "Recordset");
   cursorType_ = type;
 }
 
@@ -22,9 +22,9 @@ Value Recordset::getCursorLocation(Args) {
 }
 
 void Recordset::putCursorLocation(Args args, CallKind) {
-  if (isOpen()) fail(kObjectOpen, "Recordset");
+  if (isOpen()) fail(AdoError::ObjectOpen, "Recordset");
   const std::int32_t location = vbs::toLong(args[0]);
-  if (location < 1 || location > kUseClient) fail(kWrongArgument, "Recordset");
+  if (location < 1 || location > kUseClient) fail(AdoError::InvalidArgument, "Recordset");
   cursorLocation_ = location;
   locationChosen_ = true;
 }
@@ -34,9 +34,9 @@ Value Recordset::getLockType(Args) {
 }
 
 void Recordset::putLockType(Args args, CallKind) {
-  if (isOpen()) fail(kObjectOpen, "Recordset");
+  if (isOpen()) fail(AdoError::ObjectOpen, "Recordset");
   const std::int32_t type = vbs::toLong(args[0]);
-  if (type < kReadOnly || type > kBatch) fail(kWrongArgument, "Recordset");
+  if (type < kReadOnly || type > kBatch) fail(AdoError::InvalidArgument, "Recordset");
   lockType_ = type;
 }
 
@@ -69,7 +69,7 @@ Value Recordset::getCacheSize(Args) {
 
 void Recordset::putCacheSize(Args args, CallKind) {
   const std::int32_t size = vbs::toLong(args[0]);
-  if (size < 1) fail(kWrongArgument, "Recordset");
+  if (size < 1) fail(AdoError::InvalidArgument, "Recordset");
   cacheSize_ = size;
 }
 
@@ -78,9 +78,9 @@ Value Recordset::getMaxRecords(Args) {
 }
 
 void Recordset::putMaxRecords(Args args, CallKind) {
-  if (isOpen()) fail(kObjectOpen, "Recordset");
+  if (isOpen()) fail(AdoError::ObjectOpen, "Recordset");
   const std::int32_t most = vbs::toLong(args[0]);
-  if (most < 0) fail(kWrongArgument, "Recordset");
+  if (most < 0) fail(AdoError::InvalidArgument, "Recordset");
   maxRecords_ = most;
 }
 

@@ -33,10 +33,10 @@ std::vector<std::size_t> Recordset::columnsWanted(Args args, std::size_t place) 
 Value Recordset::callGetRows(Args args) {
   leaveRow();
   Cursor& place = cursor();
-  const std::int32_t rows = longAt(args, 0, kAllRows);
+  const std::int32_t rows = arguments::number(args, 0, kAllRows);
   if (isGiven(args, 1)) startAt(args[1]);
   const std::vector<std::size_t> wanted = columnsWanted(args, 2);
-  if (!place.current()) fail(kNoCurrentRecord, "Recordset");
+  if (!place.current()) fail(AdoError::NoCurrentRecord, "Recordset");
   std::vector<Value> values;
   std::int32_t count = 0;
   for (; rows == kAllRows || count < rows; ++count) {
@@ -58,11 +58,11 @@ Value Recordset::callGetString(Args args) {
   const auto textAt = [&](std::size_t i, const char* otherwise) {
     return isGiven(args, i) ? vbs::toString(args[i]) : vbs::String(otherwise);
   };
-  const std::int32_t rows = longAt(args, 1, kAllRows);
+  const std::int32_t rows = arguments::number(args, 1, kAllRows);
   const vbs::String betweenColumns = textAt(2, "\t");
   const vbs::String behindRows = textAt(3, "\r");
   const vbs::String forNull = textAt(4, "");
-  if (!place.current()) fail(kNoCurrentRecord, "Recordset");
+  if (!place.current()) fail(AdoError::NoCurrentRecord, "Recordset");
   vbs::String text;
   for (std::int32_t count = 0; rows == kAllRows || count < rows; ++count) {
     const StoredRow* row = place.current();

@@ -58,8 +58,9 @@ bool SqliteStatement::step() {
 
 std::string SqliteStatement::text(int column) const {
   const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
-  return text ? std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(statement_, column)))
-              : std::string();
+  return text
+             ? std::string(text, static_cast<std::size_t>(sqlite3_column_bytes(statement_, column)))
+             : std::string();
 }
 
 vbs::Value SqliteStatement::value(int column, DataType type) const {

@@ -18,7 +18,7 @@ namespace quorvane::ado {
 /// How a database file is opened.
 struct SqliteOptions {
   std::string path;
-  bool create = false;      ///< when it is missing
+  bool create = false;  ///< when it is missing
   bool readOnly = false;
   bool jet = true;          ///< Jet's texts and types; else the library's own
   std::string source;       ///< of errors

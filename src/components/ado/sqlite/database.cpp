@@ -17,14 +17,14 @@ namespace {
 
 DataType typeOfNumber(std::string_view name) {
   static constexpr std::pair<std::string_view, DataType> kTypes[] = {
-      {"bigint", DataType::BigInt},        {"byte", DataType::UnsignedTinyInt},
-      {"currency", DataType::Currency},    {"decimal", DataType::Numeric},
-      {"double", DataType::Double},        {"double precision", DataType::Double},
-      {"float", DataType::Double},         {"money", DataType::Currency},
-      {"numeric", DataType::Numeric},      {"number", DataType::Double},
-      {"real", DataType::Double},          {"short", DataType::SmallInt},
-      {"single", DataType::Single},        {"smallint", DataType::SmallInt},
-      {"smallmoney", DataType::Currency},  {"tinyint", DataType::UnsignedTinyInt},
+      {"bigint", DataType::BigInt},       {"byte", DataType::UnsignedTinyInt},
+      {"currency", DataType::Currency},   {"decimal", DataType::Numeric},
+      {"double", DataType::Double},       {"double precision", DataType::Double},
+      {"float", DataType::Double},        {"money", DataType::Currency},
+      {"numeric", DataType::Numeric},     {"number", DataType::Double},
+      {"real", DataType::Double},         {"short", DataType::SmallInt},
+      {"single", DataType::Single},       {"smallint", DataType::SmallInt},
+      {"smallmoney", DataType::Currency}, {"tinyint", DataType::UnsignedTinyInt},
   };
   for (const auto& [known, type] : kTypes) {
     if (known == name) return type;
@@ -206,9 +206,8 @@ class SqliteResults final : public Results {
     hasRow_ = statement_.step();
     if (query) describe(statement);
     if (statement.kind != SqlStatement::Kind::Query) {
-      affected_ = sqlite3_total_changes(core_->handle()) == before
-                      ? 0
-                      : sqlite3_changes(core_->handle());
+      affected_ =
+          sqlite3_total_changes(core_->handle()) == before ? 0 : sqlite3_changes(core_->handle());
     }
     if (!hasRow_) statement_.release();
   }
@@ -351,8 +350,8 @@ class SqliteDatabase final : public Database {
     for (const Column& column : columns) {
       list += (list.empty() ? "" : ", ") + quotedName(column.column);
     }
-    SqliteStatement statement(*core_, "SELECT " + list + " FROM " + quotedName(table) +
-                                          " WHERE rowid = ?1");
+    SqliteStatement statement(
+        *core_, "SELECT " + list + " FROM " + quotedName(table) + " WHERE rowid = ?1");
     Row row;
     if (!statement.bind(1, key).step()) return row;
     for (std::size_t i = 0; i < columns.size(); ++i) {
@@ -390,7 +389,8 @@ class SqliteDatabase final : public Database {
 
   /// A text for a date column in the form that dates are stored in.
   Value stored(const std::string& table, const std::string& column, const Value& value) {
-    if (!value.isString() || core_->schema().kindOf(table, column) != ColumnKind::Date) return value;
+    if (!value.isString() || core_->schema().kindOf(table, column) != ColumnKind::Date)
+      return value;
     const auto date = dateOfText(value.asString().utf8());
     return date ? Value::date(*date) : value;
   }

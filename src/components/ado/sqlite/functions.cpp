@@ -297,8 +297,7 @@ Value like(FunctionContext&, Arguments& args) {  // the pattern comes first
     const vbs::String mark = vbs::toString(args[2]);
     if (mark.length() == 1) escape = mark.at(0);
   }
-  return Value::longInt(
-      isLike(vbs::toString(args[1]), vbs::toString(args[0]), escape) ? 1 : 0);
+  return Value::longInt(isLike(vbs::toString(args[1]), vbs::toString(args[0]), escape) ? 1 : 0);
 }
 
 Value patIndex(FunctionContext&, Arguments& args) {
@@ -340,7 +339,8 @@ void callOwn(sqlite3_context* context, int count, sqlite3_value** given) {
     Arguments args;
     for (int i = 0; i < count; ++i) {
       args.push_back(valueOf(given[i]));
-      if (bound.function->nullGivesNull && args.back().isNull()) return sqlite3_result_null(context);
+      if (bound.function->nullGivesNull && args.back().isNull())
+        return sqlite3_result_null(context);
     }
     if (args.empty() && bound.function->arguments == -1 && bound.function->nullGivesNull) {
       vbs::throwError(vbs::ErrorCode::WrongArgumentCount);
@@ -402,7 +402,7 @@ struct Aggregate {
 };
 
 constexpr Aggregate kAggregates[] = {
-    {"q_first", keepRow<false>, keptRow},        {"q_last", keepRow<true>, keptRow},
+    {"q_first", keepRow<false>, keptRow},         {"q_last", keepRow<true>, keptRow},
     {"q_stdev", countNumber, spread<true, true>}, {"q_stdevp", countNumber, spread<false, true>},
     {"q_var", countNumber, spread<true, false>},  {"q_varp", countNumber, spread<false, false>},
 };

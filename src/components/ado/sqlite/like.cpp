@@ -50,8 +50,8 @@ bool readSet(std::u16string_view pattern, std::size_t& at, Mark& mark) {
 
 Marks marksOf(std::u16string_view pattern, char16_t escape) {
   Marks marks;
-  const bool stars = pattern.find_first_of(u"%_") == pattern.npos &&
-                     pattern.find(u'*') != pattern.npos;
+  const bool stars =
+      pattern.find_first_of(u"%_") == pattern.npos && pattern.find(u'*') != pattern.npos;
   for (std::size_t at = 0; at < pattern.size();) {
     Mark mark;
     const char16_t c = pattern[at++];
@@ -109,7 +109,8 @@ std::int32_t placeLike(const vbs::String& text, const vbs::String& pattern) {
   const Marks marks = marksOf(wanted, 0);
   const std::size_t last = anywhere ? whole.size() : 0;
   for (std::size_t at = 0; at <= last; ++at) {
-    if (matches(std::u16string_view(whole).substr(at), marks)) return static_cast<std::int32_t>(at) + 1;
+    if (matches(std::u16string_view(whole).substr(at), marks))
+      return static_cast<std::int32_t>(at) + 1;
   }
   return 0;
 }

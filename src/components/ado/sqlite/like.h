@@ -7,8 +7,8 @@
 namespace quorvane::ado {
 
 /// Whether a text is like a pattern: "%" any characters, "_" one, "[a-z]" one of a set, "[^a-z]" or
-/// "[!a-z]" one that is not; letter case does not matter. A pattern without "%" and "_" may have "*"
-/// and "?" for them. The character behind `escape` (0: none) stands for itself.
+/// "[!a-z]" one that is not; letter case does not matter. A pattern without "%" and "_" may have
+/// "*" and "?" for them. The character behind `escape` (0: none) stands for itself.
 bool isLike(const vbs::String& text, const vbs::String& pattern, char16_t escape = 0);
 
 /// The place, from 1, at which the part of the text begins that is like the pattern without its

@@ -21,9 +21,12 @@ constexpr std::array<const char*, 7> kDays = {"Sunday",   "Monday", "Tuesday", "
 using Names = std::pair<std::string_view, std::string_view>;
 
 constexpr std::array kDateFormats = {
-    Names{"general date", "m/d/yyyy h:nn:ss AM/PM"}, Names{"long date", "dddd, mmmm d, yyyy"},
-    Names{"medium date", "dd-mmm-yy"},               Names{"short date", "m/d/yyyy"},
-    Names{"long time", "h:nn:ss AM/PM"},             Names{"medium time", "hh:nn AM/PM"},
+    Names{"general date", "m/d/yyyy h:nn:ss AM/PM"},
+    Names{"long date", "dddd, mmmm d, yyyy"},
+    Names{"medium date", "dd-mmm-yy"},
+    Names{"short date", "m/d/yyyy"},
+    Names{"long time", "h:nn:ss AM/PM"},
+    Names{"medium time", "hh:nn AM/PM"},
     Names{"short time", "hh:nn"},
 };
 
@@ -201,17 +204,36 @@ std::string formattedNumber(double number, std::string_view written) {
 
 std::string dateInStyle(double days, int style) {
   static constexpr std::pair<int, const char*> kStyles[] = {
-      {1, "mm/dd/yy"},        {101, "mm\\/dd\\/yyyy"}, {2, "yy.mm.dd"},
-      {102, "yyyy.mm.dd"},    {3, "dd/mm/yy"},         {103, "dd/mm/yyyy"},
-      {4, "dd.mm.yy"},        {104, "dd.mm.yyyy"},     {5, "dd-mm-yy"},
-      {105, "dd-mm-yyyy"},    {6, "dd mmm yy"},        {106, "dd mmm yyyy"},
-      {7, "mmm dd, yy"},      {107, "mmm dd, yyyy"},   {8, "hh:nn:ss"},
-      {108, "hh:nn:ss"},      {10, "mm-dd-yy"},        {110, "mm-dd-yyyy"},
-      {11, "yy/mm/dd"},       {111, "yyyy/mm/dd"},     {12, "yymmdd"},
-      {112, "yyyymmdd"},      {20, "yyyy-mm-dd hh:nn:ss"},
-      {120, "yyyy-mm-dd hh:nn:ss"},                    {21, "yyyy-mm-dd hh:nn:ss.000"},
-      {121, "yyyy-mm-dd hh:nn:ss.000"},                {23, "yyyy-mm-dd"},
-      {24, "hh:nn:ss"},       {114, "hh:nn:ss:000"},   {126, "yyyy-mm-dd\\Thh:nn:ss"},
+      {1, "mm/dd/yy"},
+      {101, "mm\\/dd\\/yyyy"},
+      {2, "yy.mm.dd"},
+      {102, "yyyy.mm.dd"},
+      {3, "dd/mm/yy"},
+      {103, "dd/mm/yyyy"},
+      {4, "dd.mm.yy"},
+      {104, "dd.mm.yyyy"},
+      {5, "dd-mm-yy"},
+      {105, "dd-mm-yyyy"},
+      {6, "dd mmm yy"},
+      {106, "dd mmm yyyy"},
+      {7, "mmm dd, yy"},
+      {107, "mmm dd, yyyy"},
+      {8, "hh:nn:ss"},
+      {108, "hh:nn:ss"},
+      {10, "mm-dd-yy"},
+      {110, "mm-dd-yyyy"},
+      {11, "yy/mm/dd"},
+      {111, "yyyy/mm/dd"},
+      {12, "yymmdd"},
+      {112, "yyyymmdd"},
+      {20, "yyyy-mm-dd hh:nn:ss"},
+      {120, "yyyy-mm-dd hh:nn:ss"},
+      {21, "yyyy-mm-dd hh:nn:ss.000"},
+      {121, "yyyy-mm-dd hh:nn:ss.000"},
+      {23, "yyyy-mm-dd"},
+      {24, "hh:nn:ss"},
+      {114, "hh:nn:ss:000"},
+      {126, "yyyy-mm-dd\\Thh:nn:ss"},
       {127, "yyyy-mm-dd\\Thh:nn:ss"},
   };
   for (const auto& [number, pattern] : kStyles) {

@@ -79,8 +79,9 @@ void SqliteSchema::read() const {
 void SqliteSchema::readColumns(Table& table) const {
   const SqliteCore::Trusted trusted(core_);
   table.read = true;
-  SqliteStatement list(core_, "SELECT name, type, \"notnull\", pk, dflt_value FROM "
-                              "pragma_table_info(?1)");
+  SqliteStatement list(core_,
+                       "SELECT name, type, \"notnull\", pk, dflt_value FROM "
+                       "pragma_table_info(?1)");
   list.bind(1, table.name);
   while (list.step()) {
     ColumnInfo info;

@@ -95,7 +95,8 @@ void put(Sink& sink, const Value& given) {
     case Type::String:
       return sink.text(value.asString().utf8());
     case Type::Array:
-      if (value.asArray()->elementType == Type::Byte) return sink.blob(value.asArray()->bytes.raw());
+      if (value.asArray()->elementType == Type::Byte)
+        return sink.blob(value.asArray()->bytes.raw());
       vbs::throwError(vbs::ErrorCode::TypeMismatch);
     case Type::Error:
       if (value.isMissing()) return sink.null();
