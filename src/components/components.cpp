@@ -2,10 +2,11 @@
 
 #include <string>
 
-#include "components/ado/stream.h"
+#include "components/ado/catalog.h"
 #include "components/ado/command.h"
 #include "components/ado/connection.h"
 #include "components/ado/recordset.h"
+#include "components/ado/stream.h"
 #include "components/component.h"
 #include "components/dictionary.h"
 #include "components/file_system/file_system.h"
@@ -21,8 +22,13 @@ constexpr const Component* kComponents[] = {
     &kAdoConnection,
     &kAdoParameter,
     &kAdoRecordset,
+    &kAdoxCatalog,
+    &kAdoxColumn,
+    &kAdoxIndex,
+    &kAdoxTable,
     &kDictionary,
     &kFileSystemObject,
+    &kJetEngine,
     &kRegExp,
     &kStream,
 };

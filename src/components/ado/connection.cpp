@@ -73,13 +73,12 @@ void Connection::open(const std::string& text) {
 
 void Connection::describe(const std::string& path) {
   const ConnectionParts parts(text_);
-  if (const auto provider = parts.find("provider")) provider_ = *provider;
   defaultDatabase_ = path;
   properties_->set("Data Source", textValue(path));
   properties_->set("Data Source Name", textValue(path));
   properties_->set("DBMS Name", textValue(database_->systemName()));
   properties_->set("DBMS Version", textValue(database_->systemVersion()));
-  properties_->set("Provider Name", textValue(provider_.empty() ? "MSDASQL" : provider_));
+  properties_->set("Provider Name", textValue(provider()));
   properties_->set("Transaction DDL", Value::longInt(16));
   text_ = parts.empty() ? text_ : parts.withoutPassword();
 }
@@ -166,8 +165,9 @@ void Connection::putConnectionString(Args args, CallKind) {
   text_ = utf8Of(args[0]);
 }
 
-Value Connection::getProvider(Args) {
-  return textValue(provider_.empty() ? "MSDASQL" : provider_);
+std::string Connection::provider() const {
+  if (const auto named = ConnectionParts(text_).find("provider")) return *named;
+  return provider_.empty() ? "MSDASQL" : provider_;
 }
 
 void Connection::putProvider(Args args, CallKind) {

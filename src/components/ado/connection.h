@@ -72,7 +72,7 @@ class Connection final : public vbs::NativeObject<Connection> {
 
   vbs::Value getConnectionString(vbs::Args) { return textValue(text_); }
   void putConnectionString(vbs::Args args, vbs::CallKind);
-  vbs::Value getProvider(vbs::Args);
+  vbs::Value getProvider(vbs::Args) { return textValue(provider()); }
   void putProvider(vbs::Args args, vbs::CallKind);
   vbs::Value getCursorLocation(vbs::Args) { return vbs::Value::longInt(cursorLocation_); }
   void putCursorLocation(vbs::Args args, vbs::CallKind);
@@ -94,6 +94,7 @@ class Connection final : public vbs::NativeObject<Connection> {
   vbs::Value getProperties(vbs::Args) { return vbs::Value::object(properties_.get()); }
 
   void describe(const std::string& path);
+  std::string provider() const;
 
   const Services& services_;
   std::unique_ptr<Database> database_;

@@ -13,6 +13,8 @@ namespace quorvane::ado {
 
 namespace {
 
+constexpr std::string_view kInMemory = ":memory:";  ///< a database that is no file
+
 constexpr std::string_view kOdbcSource = "Microsoft OLE DB Provider for ODBC Drivers";
 
 std::string sourceOf(const ConnectionTarget& target) {
@@ -41,6 +43,11 @@ bool isJetFile(const Services& services, const std::string& path) {
   throw DatabaseError{kUnspecified, options.errorPrefix + text, options.source, "HY000", 0};
 }
 
+[[noreturn]] void failExisting(const SqliteOptions& options) {
+  throw DatabaseError{kDatabaseExists, options.errorPrefix + "Database already exists.",
+                      options.source, "HY000", 0};
+}
+
 [[noreturn]] void failWithoutDriver() {
   throw DatabaseError{kUnspecified,
                       "[Microsoft][ODBC Driver Manager] Data source name not found and no default "
@@ -54,30 +61,57 @@ std::string databasePath(const Services& services, const std::string& file) {
   return ScriptFiles(services).allowedPath(vbs::String::fromUtf8(file).narrow());
 }
 
-std::unique_ptr<Database> openDatabase(const Services& services, const std::string& text,
-                                       const std::string& provider, bool readOnly,
-                                       std::string& path) {
+namespace {
+
+/// What is to be opened, with the file's whole path. Throws as openDatabase() does.
+SqliteOptions optionsOf(const Services& services, const std::string& text,
+                        const std::string& provider) {
   const ConnectionTarget target = connectionTarget(text, provider);
   if (target.engine == Engine::Unknown) fail(AdoError::ProviderNotFound, "Connection");
   if (target.engine == Engine::Odbc) failWithoutDriver();
   SqliteOptions options;
   options.jet = target.engine != Engine::Sqlite;
   options.create = !options.jet;
-  options.readOnly = readOnly;
   options.source = sourceOf(target);
-  if (target.odbcForm && options.jet)
+  if (target.odbcForm && options.jet) {
     options.errorPrefix = "[Microsoft][ODBC Microsoft Access Driver] ";
-  const bool inMemory = target.file == ":memory:";
+  }
   if (target.file.empty()) failOpening("Could not find file ''.", options);
-  path = inMemory ? target.file : databasePath(services, target.file);
-  options.path = path;
-  if (!inMemory && isJetFile(services, path)) {
+  options.path = target.file == kInMemory ? target.file : databasePath(services, target.file);
+  return options;
+}
+
+}  // namespace
+
+std::unique_ptr<Database> openDatabase(const Services& services, const std::string& text,
+                                       const std::string& provider, bool readOnly,
+                                       std::string& path) {
+  SqliteOptions options = optionsOf(services, text, provider);
+  options.readOnly = readOnly;
+  path = options.path;
+  if (path != kInMemory && isJetFile(services, path)) {
     failOpening("The file '" + path +
                     "' is in the format of the Access database engine and has to be converted "
                     "before it can be opened.",
                 options);
   }
   return openSqlite(services, std::move(options));
+}
+
+void createDatabase(const Services& services, const std::string& text) {
+  SqliteOptions options = optionsOf(services, text, "");
+  if (services.files.stat(options.path)) failExisting(options);
+  options.create = true;
+  SqliteCore core(services, options);
+  core.run("PRAGMA user_version = 0");  // the file comes to be with the first writing
+}
+
+void compactDatabase(const Services& services, const std::string& from, const std::string& to) {
+  const SqliteOptions source = optionsOf(services, from, "");
+  const SqliteOptions target = optionsOf(services, to, "");
+  if (services.files.stat(target.path)) failExisting(target);
+  SqliteCore core(services, source);
+  core.copyTo(target.path);
 }
 
 }  // namespace quorvane::ado

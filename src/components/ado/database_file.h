@@ -17,6 +17,11 @@ std::unique_ptr<Database> openDatabase(const Services& services, const std::stri
                                        const std::string& provider, bool readOnly,
                                        std::string& path);
 
+/// Makes an empty database file; compactDatabase() one with the content of another. It must not be
+/// there yet. Throw as openDatabase() does.
+void createDatabase(const Services& services, const std::string& text);
+void compactDatabase(const Services& services, const std::string& from, const std::string& to);
+
 /// The whole path of a database file that a script names. Error 70 where scripts may not go.
 std::string databasePath(const Services& services, const std::string& file);
 

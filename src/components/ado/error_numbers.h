@@ -16,6 +16,7 @@ enum ErrorNumber : std::int32_t {
   kIntegrity = -2147217873,
   kCannotScrollBack = -2147217884,
   kRowChanged = -2147217864,  ///< the row to change is not as it was, or gone
+  kDatabaseExists = -2147217897,
   kNoTransaction = -2147168242,
   kNotUpdatable = 3251,
 };

@@ -253,6 +253,13 @@ void SqliteCore::run(const std::string& text) {
   }
 }
 
+void SqliteCore::copyTo(const std::string& path) {
+  const Trusted trusted(*this);
+  sqlite3_limit(handle_, SQLITE_LIMIT_ATTACHED, 1);
+  SqliteStatement(*this, "VACUUM INTO ?1").bind(1, path).step();
+  sqlite3_limit(handle_, SQLITE_LIMIT_ATTACHED, 0);
+}
+
 sqlite3_stmt* SqliteCore::prepare(const std::string& text) {
   for (auto idle = idle_.rbegin(); idle != idle_.rend(); ++idle) {
     if (idle->first != text) continue;

@@ -113,6 +113,7 @@ class SqliteCore {
   [[noreturn]] void refuse(std::int32_t number, std::string text) const;
   /// Runs SQL of the driver's own.
   void run(const std::string& text);
+  void copyTo(const std::string& path);  ///< into a new file, without the room that is free
   bool inTransaction() const { return sqlite3_get_autocommit(handle_) == 0; }
 
   std::shared_ptr<const Translation> translation(const std::string& text, bool rowKeys);
