@@ -25,7 +25,7 @@ class Cursor {
 
   /// A row that was deleted is a place like others until it is left.
   bool bof() const { return at_ < 0 || (isEmpty() && !isDeleted(at_)); }
-  bool eof() const { return !exists(at_) || (isEmpty() && !isDeleted(at_)); }
+  bool eof() const { return (at_ >= 0 && !exists(at_)) || (isEmpty() && !isDeleted(at_)); }
   /// Null when there is no current row, or it is deleted.
   StoredRow* current() const;
   std::size_t currentIndex() const { return indexOf(at_); }  ///< in the store, with a current row

@@ -75,8 +75,6 @@ void Field::lastRelease() {
     return;
   }
   idle_ = true;
-  chunk_ = 0;
-  appending_ = false;
   const vbs::Ref<Recordset> last = std::move(recordset_);
 }
 
@@ -122,8 +120,16 @@ Value Field::getProperties(Args) {
   return Value::object(properties.get());
 }
 
+/// What was given and taken in pieces is of one row.
+void Field::comeToRow() {
+  if (std::exchange(visit_, recordset_->visit()) == recordset_->visit()) return;
+  chunk_ = 0;
+  appending_ = false;
+}
+
 /// The first piece replaces what is there.
 Value Field::callAppendChunk(Args args) {
+  comeToRow();
   const Value piece = vbs::plainValue(args[0]);
   const Value held = appending_ ? recordset_->fieldValue(column_) : Value::null();
   appending_ = true;
@@ -142,6 +148,7 @@ Value Field::callAppendChunk(Args args) {
 Value Field::callGetChunk(Args args) {
   const std::int32_t wanted = vbs::toLong(args[0]);
   if (wanted < 0) fail(AdoError::InvalidArgument, "Field");
+  comeToRow();
   const Value value = recordset_->fieldValue(column_);
   const auto length = static_cast<std::size_t>(wanted);
   if (value.isNull()) return value;

@@ -42,8 +42,11 @@ class Field final : public vbs::NativeObject<Field> {
 
   vbs::Ref<Recordset> recordset_;
   std::size_t column_;
-  std::size_t chunk_ = 0;  ///< what GetChunk has given
+  void comeToRow();
+
+  std::size_t chunk_ = 0;  ///< what GetChunk has given of the row
   bool appending_ = false;
+  std::uint32_t visit_ = 0;  ///< of the recordset to a row, to which these two belong
   bool kept_ = false;
   bool idle_ = false;  ///< kept, and without a reference
 };

@@ -72,6 +72,7 @@ std::span<const vbs::Member<Recordset>> Recordset::members() {
 Recordset::Recordset(const Services& services) : services_(services) {}
 
 Recordset::~Recordset() {
+  finishResults();
   dropFields();
   if (connection_) connection_->detach(*this);
 }

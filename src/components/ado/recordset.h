@@ -41,6 +41,8 @@ class Recordset final : public vbs::NativeObject<Recordset> {
   vbs::Value originalValue(std::size_t column);
   void setFieldValue(std::size_t column, const vbs::Value& value);
   vbs::Ref<Field> field(std::size_t column);
+  /// Another number for each row that the recordset comes to.
+  std::uint32_t visit() const { return visit_; }
   void appendColumn(Column column);  ///< of a recordset that is not open
   void removeColumn(std::size_t column);
 
@@ -52,6 +54,7 @@ class Recordset final : public vbs::NativeObject<Recordset> {
   Cursor& cursor();  ///< error 3704
   StoredRow& currentRow();
   void close();
+  void finishResults() noexcept;
 
   // recordset_open.cpp
   vbs::Value callOpen(vbs::Args args);
@@ -167,6 +170,7 @@ class Recordset final : public vbs::NativeObject<Recordset> {
   std::int32_t cacheSize_ = 1;
   std::int32_t maxRecords_ = 0;
   std::int32_t pageSize_ = 10;
+  std::uint32_t visit_ = 1;
 
   std::vector<Field*> fields_;  ///< by column, owned; null until asked for
 

@@ -93,6 +93,7 @@ void Recordset::update() {
   }
   edits_.clear();
   editMode_ = kEditNone;
+  ++visit_;
 }
 
 void Recordset::insertRow(StoredRow& row, const std::map<std::size_t, Value>& changes) {

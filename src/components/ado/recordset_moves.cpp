@@ -38,6 +38,7 @@ Value Recordset::getBof(Args) {
 }
 
 void Recordset::leaveRow() {
+  ++visit_;
   if (editMode_ != kEditNone) update();
 }
 

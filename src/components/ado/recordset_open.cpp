@@ -112,12 +112,22 @@ void Recordset::readAgain() {
   openResults(connection_, std::move(results), command_);
 }
 
+/// The statements that nobody has asked the results of are run all the same.
+void Recordset::finishResults() noexcept {
+  const std::shared_ptr<Results> left = std::exchange(results_, nullptr);
+  try {
+    while (left && left->nextResult()) {
+    }
+  } catch (...) {  // nobody is left to tell
+  }
+}
+
 void Recordset::close() {
   cursor_.reset();
   edits_.clear();
   editMode_ = kEditNone;
   asked_.clear();
-  results_.reset();
+  finishResults();
 }
 
 Value Recordset::callClose(Args) {

@@ -33,8 +33,9 @@ SqlStatement queryStatement(SqlParser& p) {
   }
   Query found = query(p, {.rowKeys = p.options().rowKeys && tables.empty()});
   if (!found.intoTable.empty()) {
-    return bare(Kind::Definition,
-                "CREATE TABLE " + quotedName(found.intoTable) + " AS " + found.text);
+    SqlStatement copy = bare(Kind::SelectInto, tables + found.text);
+    copy.table = found.intoTable;
+    return copy;
   }
   SqlStatement statement = bare(Kind::Query, tables + found.text);
   statement.keys = std::move(found.keys);
@@ -42,13 +43,15 @@ SqlStatement queryStatement(SqlParser& p) {
   return statement;
 }
 
-/// SET NOCOUNT ON and its like say nothing to SQLite.
-void setStatement(SqlParser& p) {
+/// SET NOCOUNT ON and its like are not for SQLite.
+void setStatement(SqlParser& p, Translation& result) {
   if (p.peek().kind == TokenKind::Parameter) p.refuseHere();
-  p.name();
+  const bool counts = equalsNoCase(p.name(), "NOCOUNT");
   while (!p.atEnd() && !p.isSymbol(";")) {
-    const bool last = p.isWord("ON") || p.isWord("OFF");
+    const bool on = p.isWord("ON");
+    const bool last = on || p.isWord("OFF");
     p.take();
+    if (counts && on) result.rowCounts = false;
     if (last) return;
   }
 }
@@ -68,7 +71,8 @@ SqlStatement callStatement(SqlParser& p) {
   return bare(Kind::Query, "SELECT * FROM " + quotedName(name));
 }
 
-void statement(SqlParser& p, std::vector<SqlStatement>& list) {
+void statement(SqlParser& p, Translation& result) {
+  std::vector<SqlStatement>& list = result.statements;
   if (p.isWord("SELECT") || p.isWord("WITH") || p.isSymbol("(")) {
     list.push_back(queryStatement(p));
   } else if (p.acceptWord("INSERT")) {
@@ -95,7 +99,7 @@ void statement(SqlParser& p, std::vector<SqlStatement>& list) {
   } else if (p.acceptWord("ROLLBACK")) {
     list.push_back(transactionStatement(p, Kind::Rollback));
   } else if (p.acceptWord("SET")) {
-    setStatement(p);
+    setStatement(p, result);
   } else if (p.acceptWord("USE")) {
     p.name();
   } else if (p.acceptWord("EXEC") || p.acceptWord("EXECUTE")) {
@@ -130,7 +134,7 @@ Translation translateSql(std::string_view text, const SqlOptions& options) {
       if (options.oneStatement && !result.statements.empty()) {
         throw SqlRefused{"Characters found after end of SQL statement."};
       }
-      statement(p, result.statements);
+      statement(p, result);
       while (p.acceptSymbol(";") || p.acceptWord("GO")) {
       }
     }

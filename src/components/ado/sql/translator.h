@@ -42,6 +42,7 @@ struct SqlStatement {
     Query,
     Change,      ///< INSERT, UPDATE, DELETE: has rows affected
     Definition,  ///< changes the schema
+    SelectInto,  ///< the rows of the query `text` come to stand in a new `table`
     Begin,
     Commit,
     Rollback,
@@ -54,7 +55,7 @@ struct SqlStatement {
 
   Kind kind = Kind::Query;
   std::string text;          ///< SQL for the library; parameters are ?1, ?2, ...
-  std::string table;         ///< what an Alter.. or Constraint is about
+  std::string table;         ///< what a SelectInto, Alter.. or Constraint is about
   std::string column;        ///< the one that AlterColumn changes
   std::vector<RowKey> keys;  ///< hidden columns at the end, when they were asked for
   std::vector<ResultColumn> columns;
@@ -62,6 +63,7 @@ struct SqlStatement {
 
 struct Translation {
   std::vector<SqlStatement> statements;
+  bool rowCounts = true;                ///< SET NOCOUNT ON: changes give no results of their own
   std::vector<std::string> parameters;  ///< of ?1 and so on: "@name", or "?"
   std::string refusal;                  ///< why the text can't be run; empty when it can
 

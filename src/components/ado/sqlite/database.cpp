@@ -178,12 +178,30 @@ class SqliteResults final : public Results {
     keys_.clear();
     hasRow_ = false;
     affected_ = -1;
-    if (at_ == translation_->statements.size()) return false;
-    start(translation_->statements[at_++]);
+    const std::vector<SqlStatement>& statements = translation_->statements;
+    if (at_ == statements.size()) return false;
+    std::int64_t total = -1;
+    for (;;) {
+      const SqlStatement& statement = statements[at_++];
+      affected_ = -1;
+      start(statement);
+      if (affected_ >= 0) total = std::max<std::int64_t>(total, 0) + affected_;
+      if (!columns_.empty() || at_ == statements.size() || isResult(statement)) break;
+    }
+    affected_ = total;
     return true;
   }
 
  private:
+  /// Whether the rows changed are a result of their own: where rows of a query follow.
+  bool isResult(const SqlStatement& statement) const {
+    if (statement.kind != SqlStatement::Kind::Change || !translation_->rowCounts) return false;
+    for (std::size_t i = at_; i < translation_->statements.size(); ++i) {
+      if (translation_->statements[i].kind == SqlStatement::Kind::Query) return true;
+    }
+    return false;
+  }
+
   void start(const SqlStatement& statement) {
     switch (statement.kind) {
       case SqlStatement::Kind::Begin:
@@ -196,6 +214,8 @@ class SqliteResults final : public Results {
       case SqlStatement::Kind::AddConstraint:
       case SqlStatement::Kind::DropConstraint:
         return remakeTable(*core_, statement);
+      case SqlStatement::Kind::SelectInto:
+        return selectInto(statement);
       default:
         break;
     }
@@ -210,6 +230,27 @@ class SqliteResults final : public Results {
           sqlite3_total_changes(core_->handle()) == before ? 0 : sqlite3_changes(core_->handle());
     }
     if (!hasRow_) statement_.release();
+  }
+
+  /// The new table's columns are declared as those that the rows come from.
+  void selectInto(const SqlStatement& statement) {
+    std::string columns;
+    {
+      const SqliteStatement query(*core_, statement.text);
+      for (int i = 0; i < sqlite3_column_count(query.get()); ++i) {
+        const std::string declared = orEmpty(sqlite3_column_decltype(query.get(), i));
+        columns += (i > 0 ? ", " : "") + quotedName(orEmpty(sqlite3_column_name(query.get(), i))) +
+                   " " + declared;
+        if (kindOfDeclared(declared) == ColumnKind::Text) columns += " COLLATE NOCASE";
+      }
+    }
+    core_->run("CREATE TABLE " + quotedName(statement.table) + " (" + columns + ")");
+    statement_ = SqliteStatement(
+        *core_, "INSERT INTO " + quotedName(statement.table) + " " + statement.text);
+    bindParameters();
+    statement_.step();
+    affected_ = sqlite3_changes(core_->handle());
+    statement_.release();
   }
 
   void advance() {

@@ -26,6 +26,9 @@ std::string translated(std::string_view text, const SqlOptions& options = {}) {
       case SqlStatement::Kind::Rollback:
         line += "rollback";
         break;
+      case SqlStatement::Kind::SelectInto:
+        line += "select into " + statement.table + " / ";
+        break;
       case SqlStatement::Kind::AlterColumn:
         line += "alter column " + statement.table + " / " + statement.column + " / ";
         break;
@@ -119,7 +122,7 @@ TEST(Translator, SpellsEveryFormForTheLibrary) {
       Row{"UPDATE x SET n = 1 FROM mytable x JOIN other o ON o.id = x.id",
           "UPDATE mytable SET n = found.v0 FROM (SELECT x.rowid AS k, 1 AS v0 FROM mytable AS x "
           "JOIN other AS o ON o.id = x.id) AS found WHERE mytable.rowid = found.k"},
-      Row{"SELECT * INTO backup FROM t", "CREATE TABLE backup AS SELECT * FROM t"},
+      Row{"SELECT * INTO backup FROM t", "select into backup / SELECT * FROM t"},
       Row{"SELECT DISTINCTROW a FROM t", "SELECT a FROM t"},
       Row{"TRANSFORM SUM(a) SELECT b FROM t GROUP BY b PIVOT c",
           "refused: TRANSFORM is not supported."},
