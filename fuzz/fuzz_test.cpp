@@ -27,6 +27,7 @@ constexpr int kPages = 3'000;
 constexpr int kReads = 20'000;
 constexpr int kSettings = 2'000;
 constexpr int kStatements = 40'000;
+constexpr int kStatements = 20'000;
 
 const std::vector<std::string> kClients = {
     "GET / HTTP/1.1\r\nHost: here\r\nAccept-Encoding: gzip\r\n\r\n",
@@ -61,6 +62,7 @@ const std::vector<std::string> kStatementTexts = {
     "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=\"a;b.mdb\";Jet OLEDB:Database Password='x'",
 };
 const std::vector<std::string> kSqlWords = {
+constexpr std::string_view kSqlWords[] = {
     "SELECT ", " FROM ",   " WHERE ", " AND ",    "NOT ",      "(",      ")",      ",",
     "'",       "[",        "]",       "#",        "?",         "@p",     " AS ",   " IN (",
     " LIKE ",  " IS NULL", " JOIN ",  " ON ",     "DISTINCT ", "TOP 5 ", "UNION ", "*",

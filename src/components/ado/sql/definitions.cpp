@@ -36,7 +36,8 @@ std::string number(SqlParser& p) {
 /// "(n)" or "(n, m)" behind a type.
 std::string typeSize(SqlParser& p) {
   if (!p.acceptSymbol("(")) return {};
-  std::string size = p.peek().kind == TokenKind::Number ? p.take().text : lowerCase(p.name());
+  std::string size = "max";
+  if (!p.acceptWord("MAX")) size = number(p);
   if (p.acceptSymbol(",")) size += "," + number(p);
   p.expectSymbol(")");
   return size == "max" ? std::string() : "(" + size + ")";
@@ -61,9 +62,24 @@ long long seed(SqlParser& p) {
   return value;
 }
 
+/// Where a column may have no type: its end, or what stands behind a type.
+bool startsBehindType(const SqlParser& p) {
+  for (const char* word : {"NOT", "NULL", "DEFAULT", "PRIMARY", "UNIQUE", "CHECK", "REFERENCES",
+                           "CONSTRAINT", "COLLATE"}) {
+    if (p.isWord(word)) return true;
+  }
+  return p.isSymbol(",") || p.isSymbol(")") || p.atEnd();
+}
+
 /// A type's words: "VARCHAR(50)", "DOUBLE PRECISION".
 std::string typeWords(SqlParser& p) {
+  const bool reserved = p.peek().kind == TokenKind::Word && quotedName(p.peek().text)[0] == '"';
+  if (reserved) p.refuseHere();
   std::string type = upperCase(p.name());
+  const auto isPart = [](char c) {
+    return c == ' ' || c == '_' || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+  };
+  if (!std::all_of(type.begin(), type.end(), isPart)) p.refuseHere();
   static constexpr std::array<std::string_view, 6> kSecond = {"PRECISION", "VARYING", "BINARY",
                                                               "UNSIGNED",  "INTEGER", "TEXT"};
   type += typeSize(p);
@@ -165,7 +181,7 @@ std::string column(SqlParser& p, TableText* table) {
     p.take();
     first = seed(p);
   } else {
-    type = p.isSymbol(",") || p.isSymbol(")") || p.atEnd() ? "TEXT" : typeWords(p);
+    type = startsBehindType(p) ? std::string() : typeWords(p);
   }
   const ColumnKind kind = kindOfDeclared(type);
   std::string text;

@@ -213,6 +213,7 @@ Piece caseExpression(SqlParser& p) {
   if (simple) base = expression(p);
   if (simple) text += " " + base.text;
   ColumnKind kind = ColumnKind::Unknown;
+  if (!p.isWord("WHEN")) p.refuseHere();
   while (p.acceptWord("WHEN")) {
     Piece condition = expression(p);
     if (simple && base.kind == ColumnKind::Date) asDate(condition);
@@ -249,11 +250,6 @@ Piece nameOrCall(SqlParser& p) {
   std::vector<std::string> path{p.name()};
   while (p.isSymbol(".")) {
     while (p.acceptSymbol(".")) {
-    }
-    if (p.acceptSymbol("*")) {
-      Piece all = p.columnPiece({path.back(), "x"});
-      all.text = quotedName(path.back()) + ".*";
-      return all;
     }
     path.push_back(p.name());
   }
@@ -351,7 +347,6 @@ Piece primary(SqlParser& p) {
   if (p.acceptSymbol("(")) return parenthesized(p);
   if (p.acceptSymbol("{")) return escaped(p);
   if (p.acceptSymbol("$")) return primary(p);  // an amount of money
-  if (p.isSymbol("*")) return plain(p.take().text);
   p.refuseHere();
 }
 

@@ -314,6 +314,11 @@ Piece aggregate(SqlParser& p, const std::string& name) {
   Kind kind = Kind::Number;
   if (p.acceptWord("DISTINCT")) text += "DISTINCT ";
   p.acceptWord("ALL");
+  if (name == "count" && p.isSymbol("*") && p.isSymbol(")", 1)) {
+    p.take();
+    p.take();
+    return ofText(text + "*)", kind);
+  }
   const std::vector<Piece> args = arguments(p);
   if (args.empty()) expectCount(args, 1, 1);
   for (std::size_t i = 0; i < args.size(); ++i) text += (i > 0 ? ", " : "") + args[i].text;

@@ -1,3 +1,5 @@
+#include <sqlite3.h>
+
 #include <algorithm>
 #include <array>
 
@@ -10,21 +12,6 @@ namespace {
 
 constexpr int kDeepest = 100;
 
-/// Those that SQLite does not take for names as they are.
-constexpr std::array<std::string_view, 72> kReserved = {
-    "add",        "all",       "alter",       "and",        "as",        "autoincrement",
-    "between",    "case",      "check",       "collate",    "commit",    "constraint",
-    "create",     "cross",     "default",     "deferrable", "delete",    "distinct",
-    "drop",       "else",      "end",         "escape",     "except",    "exists",
-    "foreign",    "from",      "full",        "group",      "having",    "if",
-    "in",         "index",     "inner",       "insert",     "intersect", "into",
-    "is",         "isnull",    "join",        "left",       "limit",     "match",
-    "natural",    "not",       "nothing",     "notnull",    "null",      "offset",
-    "on",         "or",        "order",       "outer",      "over",      "primary",
-    "references", "returning", "right",       "select",     "set",       "table",
-    "then",       "to",        "transaction", "trigger",    "union",     "unique",
-    "update",     "using",     "values",      "when",       "where",     "with"};
-
 bool isPlainName(std::string_view name) {
   if (name.empty() || (name[0] >= '0' && name[0] <= '9')) return false;
   for (const char c : name) {
@@ -32,8 +19,7 @@ bool isPlainName(std::string_view name) {
                        (c >= '0' && c <= '9') || static_cast<unsigned char>(c) >= 0x80;
     if (!plain) return false;
   }
-  const std::string lower = lowerCase(name);
-  return std::find(kReserved.begin(), kReserved.end(), lower) == kReserved.end();
+  return sqlite3_keyword_check(name.data(), static_cast<int>(name.size())) == 0;
 }
 
 std::string doubled(std::string_view text, char mark) {

@@ -97,11 +97,28 @@ bool namesItem(const SqlParser& p) {
   return mayName && p.isSymbol("=", 1) && !p.isKnownName(p.peek().text);
 }
 
+/// "t.*" or "dbo.t.*": the table's name, or nothing where no such item stands.
+std::string allOf(SqlParser& p) {
+  std::size_t ahead = 0;
+  const auto isName = [&](std::size_t at) {
+    return p.peek(at).kind == TokenKind::Word || p.peek(at).kind == TokenKind::Name;
+  };
+  while (isName(ahead) && p.isSymbol(".", ahead + 1) && !p.isSymbol("*", ahead + 2)) ahead += 2;
+  if (!isName(ahead) || !p.isSymbol(".", ahead + 1) || !p.isSymbol("*", ahead + 2)) return {};
+  const std::string table = quotedName(p.peek(ahead).text);
+  for (std::size_t i = 0; i < ahead + 3; ++i) p.take();
+  return table;
+}
+
 std::string item(SqlParser& p, std::size_t place, const QueryOptions& options,
                  std::vector<ResultColumn>& columns) {
   if (p.acceptSymbol("*")) {
     columns.push_back({ColumnKind::Unknown, true});
     return "*";
+  }
+  if (const std::string table = allOf(p); !table.empty()) {
+    columns.push_back({ColumnKind::Unknown, true});
+    return table + ".*";
   }
   std::string name;
   if (namesItem(p)) {
@@ -109,9 +126,7 @@ std::string item(SqlParser& p, std::size_t place, const QueryOptions& options,
     p.take();
   }
   const Piece piece = expression(p);
-  const bool all = piece.text.ends_with(".*");
-  columns.push_back({piece.kind, all});
-  if (all) return piece.text;
+  columns.push_back({piece.kind, false});
   if (name.empty()) name = alias(p);
   if (name.empty() && !piece.column && !options.nested)
     name = "Expr" + std::to_string(1000 + place);
