@@ -193,6 +193,34 @@ class DateReader {
   std::int32_t seconds_ = 0;
 };
 
+/// Two digits at a place, or -1.
+int twoDigits(std::string_view text, std::size_t at) {
+  if (!isDigit(text[at]) || !isDigit(text[at + 1])) return -1;
+  return (text[at] - '0') * 10 + (text[at + 1] - '0');
+}
+
+/// What storedDate() writes, read in one go: results are full of it.
+std::optional<double> exactDate(std::string_view text) {
+  const bool hasTime = text.size() == 19;
+  if ((text.size() != 10 && !hasTime) || text[4] != '-' || text[7] != '-') return std::nullopt;
+  const int century = twoDigits(text, 0);
+  const int year = twoDigits(text, 2);
+  const int month = twoDigits(text, 5);
+  const int day = twoDigits(text, 8);
+  if (century < 1 || year < 0 || month < 1 || month > 12 || day < 1) return std::nullopt;
+  if (day > vbs::daysInMonth(century * 100 + year, month)) return std::nullopt;
+  const std::int32_t days = vbs::dayNumber(century * 100 + year, month, day);
+  if (!hasTime) return days;
+  if (text[10] != ' ' || text[13] != ':' || text[16] != ':') return std::nullopt;
+  const int hour = twoDigits(text, 11);
+  const int minute = twoDigits(text, 14);
+  const int second = twoDigits(text, 17);
+  if (hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59) {
+    return std::nullopt;
+  }
+  return vbs::combineDate(days, (hour * 60 + minute) * 60 + second);
+}
+
 }  // namespace
 
 std::optional<std::string> storedDate(double days) {
@@ -209,6 +237,7 @@ std::optional<std::string> storedDate(double days) {
 
 std::optional<double> dateOfText(std::string_view text) {
   if (text.size() < 4) return std::nullopt;
+  if (const auto days = exactDate(text)) return days;
   auto parts = partsOf(text);
   return parts ? DateReader(std::move(*parts)).read() : std::nullopt;
 }
