@@ -149,7 +149,7 @@ Value Field::callGetChunk(Args args) {
   const std::int32_t wanted = vbs::toLong(args[0]);
   if (wanted < 0) fail(AdoError::InvalidArgument, "Field");
   comeToRow();
-  const Value value = recordset_->fieldValue(column_);
+  Value value = recordset_->fieldValue(column_);
   const auto length = static_cast<std::size_t>(wanted);
   if (value.isNull()) return value;
   if (value.isArray()) {

@@ -10,7 +10,6 @@ namespace quorvane::ado {
 
 using vbs::Args;
 using vbs::CallKind;
-using vbs::Type;
 using vbs::Value;
 
 std::span<const vbs::Member<Recordset>> Recordset::members() {

@@ -388,7 +388,7 @@ Piece product(SqlParser& p) {
 
 /// The sum of numbers, of a date and days, or texts joined: what is not known here is found when
 /// the statement runs.
-Piece added(Piece left, const std::string& op, const Piece& right) {
+Piece added(const Piece& left, const std::string& op, const Piece& right) {
   const bool numbers = left.kind == ColumnKind::Number && right.kind == ColumnKind::Number;
   if (numbers) return binary(left.text + " " + op + " " + right.text, ColumnKind::Number);
   const bool texts = left.kind == ColumnKind::Text || right.kind == ColumnKind::Text;
@@ -403,7 +403,7 @@ Piece addition(SqlParser& p) {
   for (;;) {
     if (p.isSymbol("+") || p.isSymbol("-")) {
       const std::string op = p.take().text;
-      left = added(std::move(left), op, product(p));
+      left = added(left, op, product(p));
     } else if (p.acceptSymbol("||")) {
       left = binary(operand(left) + " || " + operand(product(p)), ColumnKind::Text);
     } else if (p.isSymbol("|") || p.isSymbol("<<") || p.isSymbol(">>")) {

@@ -105,7 +105,7 @@ std::string allOf(SqlParser& p) {
   };
   while (isName(ahead) && p.isSymbol(".", ahead + 1) && !p.isSymbol("*", ahead + 2)) ahead += 2;
   if (!isName(ahead) || !p.isSymbol(".", ahead + 1) || !p.isSymbol("*", ahead + 2)) return {};
-  const std::string table = quotedName(p.peek(ahead).text);
+  std::string table = quotedName(p.peek(ahead).text);
   for (std::size_t i = 0; i < ahead + 3; ++i) p.take();
   return table;
 }

@@ -91,7 +91,7 @@ class Cutter {
   }
 
   std::string take(std::size_t count) {
-    const std::string text(source_.substr(at_, count));
+    std::string text(source_.substr(at_, count));
     at_ += text.size();
     return text;
   }

@@ -157,7 +157,7 @@ void SqliteCore::fail() {
   throw errorOf(code, sqlite3_errmsg(handle_));
 }
 
-void SqliteCore::refuse(std::int32_t number, std::string text) const {
+void SqliteCore::refuse(std::int32_t number, const std::string& text) const {
   DatabaseError error;
   error.number = number;
   error.description = options_.errorPrefix + text;

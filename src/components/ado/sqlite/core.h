@@ -110,7 +110,7 @@ class SqliteCore {
 
   /// Throws what the last call has failed with.
   [[noreturn]] void fail();
-  [[noreturn]] void refuse(std::int32_t number, std::string text) const;
+  [[noreturn]] void refuse(std::int32_t number, const std::string& text) const;
   /// Runs SQL of the driver's own.
   void run(const std::string& text);
   void copyTo(const std::string& path);  ///< into a new file, without the room that is free

@@ -281,7 +281,7 @@ Value styled(FunctionContext&, Arguments& args) {
 }
 
 Value format(FunctionContext&, Arguments& args) {
-  const Value value = dateValue(args[0]);
+  Value value = dateValue(args[0]);
   if (args.size() < 2) return vbs::toString(value);
   const std::string pattern = vbs::toString(args[1]).utf8();
   if (value.is(vbs::Type::Date)) {
