@@ -4,6 +4,7 @@
 #include "reader_targets.h"
 #include "script_targets.h"
 #include "server_targets.h"
+#include "sql_targets.h"
 
 namespace quorvane {
 

@@ -157,6 +157,13 @@ constexpr std::string_view kControlWords[] = {
     "[>start]", "[>stop]", "[>restart]", "[>quit]", "[?state]", "[?uptime]", "[?version]", "\x1E",
     "[",        "]",       ">",          "?",       " ",        "\r\n",      "[>START]",   "\xFF"};
 
+constexpr std::string_view kSqlWords[] = {
+    "SELECT ", " FROM ",   " WHERE ", " AND ",    "NOT ",      "(",      ")",      ",",
+    "'",       "[",        "]",       "#",        "?",         "@p",     " AS ",   " IN (",
+    " LIKE ",  " IS NULL", " JOIN ",  " ON ",     "DISTINCT ", "TOP 5 ", "UNION ", "*",
+    ".",       "&",        "+",       "-",        "=",         "<>",     "\"",     ";",
+    "CASE ",   " END",     "NULL",    "DEFAULT ", "ORDER BY "};
+
 }  // namespace
 
 Words settingsWords() {
@@ -165,6 +172,10 @@ Words settingsWords() {
 
 Words byteWords() {
   return kByteWords;
+}
+
+Words sqlWords() {
+  return kSqlWords;
 }
 
 Words controlWords() {

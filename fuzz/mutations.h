@@ -16,6 +16,7 @@ Words scriptWords();
 Words requestWords();
 Words settingsWords();
 Words byteWords();
+Words sqlWords();
 Words controlWords();
 
 /// Makes new texts out of old ones by changes that keep most of a text whole, with words of their

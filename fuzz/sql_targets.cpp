@@ -2,24 +2,16 @@
 
 #include <sqlite3.h>
 
-#include <cstdlib>
-#include <iostream>
-
 #include "components/ado/connection_text.h"
 #include "components/ado/sql/stored_date.h"
 #include "components/ado/sql/translator.h"
 #include "components/ado/sqlite/functions.h"
+#include "require.h"
 #include "testing/fake_services.h"
 
 namespace quorvane {
 
 namespace {
-
-void require(bool condition, const char* what, std::string_view text) {
-  if (condition) return;
-  std::cerr << "does not hold: " << what << ", for\n" << text << '\n';
-  std::abort();
-}
 
 /// An empty database whose functions are those of scripts' connections.
 class Library {
