@@ -18,19 +18,9 @@ namespace quorvane {
 namespace {
 
 constexpr const Component* kComponents[] = {
-    &kAdoCommand,
-    &kAdoConnection,
-    &kAdoParameter,
-    &kAdoRecordset,
-    &kAdoxCatalog,
-    &kAdoxColumn,
-    &kAdoxIndex,
-    &kAdoxTable,
-    &kDictionary,
-    &kFileSystemObject,
-    &kJetEngine,
-    &kRegExp,
-    &kStream,
+    &kAdoCommand, &kAdoConnection, &kAdoParameter, &kAdoRecordset, &kAdoxCatalog,
+    &kAdoxColumn, &kAdoxIndex,     &kAdoxTable,    &kDictionary,   &kFileSystemObject,
+    &kJetEngine,  &kRegExp,        &kStream,
 };
 
 const Component* componentOf(std::string_view progId) {
