@@ -7,6 +7,7 @@
 #include "tools/qvmpack_folder.h"
 #include "tools/qvmpack_module.h"
 #include "tools/qvmpack_pages.h"
+#include "tools/qvmpack_trial.h"
 
 namespace quorvane {
 
@@ -21,7 +22,8 @@ constexpr std::string_view kHelp =
     "                                  pack everything below a folder into a module; includes\n"
     "                                  are put in their place in the pages unless they are kept\n"
     "  qvmpack list FILE.qvm           list what is in a module\n"
-    "  qvmpack verify FILE.qvm         tell what the server would not serve of a module\n"
+    "  qvmpack verify FILE.qvm         start a server on a module, ask for every entry, and tell\n"
+    "                                  what is not served; pages run\n"
     "  qvmpack unpack FILE.qvm FOLDER  write a module's files below a folder, over those there\n"
     "\n"
     "A file named like \"1031$index.qvs\" is index.qvs for the language with that locale\n"
@@ -106,6 +108,9 @@ class ModuleTool {
     if (!bytes) return failed("can't read " + path);
     const ModuleContents contents = readModule(*bytes);
     examine(*bytes, contents);
+    if (!warned_) {
+      for (const std::string& sentence : failedEntries(*bytes, contents, files_)) warn(sentence);
+    }
     if (!warned_) out_ << contents.files.size() << " files, all served\n";
     return result();
   }

@@ -138,6 +138,12 @@ FolderContents readFolder(const std::string& folder, const std::string& leftOut,
   return contents;
 }
 
+std::optional<ServedPath> servedAs(const ModuleFile& file) {
+  const auto parts = partsOf(file.name);
+  if (!parts) return std::nullopt;
+  return ServedPath{requestPath(file, parts->name), parts->language};
+}
+
 Sentences unservedFiles(std::string_view bytes, const ModuleContents& contents,
                         const Files& files) {
   Sentences sentences;

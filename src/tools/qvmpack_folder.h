@@ -24,6 +24,15 @@ struct FolderContents {
 FolderContents readFolder(const std::string& folder, const std::string& leftOut,
                           const Files& files);
 
+/// How a client asks for a module's file.
+struct ServedPath {
+  std::string path;       ///< begins with a separator
+  std::int32_t language;  ///< of the server that prefers the file; negative: whichever
+};
+
+/// Nothing when no request leads to the file.
+std::optional<ServedPath> servedAs(const ModuleFile& file);
+
 /// What of a module's files the server would not serve as they are, a sentence each. `bytes` are
 /// the whole module and `contents` what was read from it.
 std::vector<std::string> unservedFiles(std::string_view bytes, const ModuleContents& contents,

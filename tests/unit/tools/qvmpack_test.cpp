@@ -325,6 +325,35 @@ TEST_F(ModuleToolTest, HelpAndMistakes) {
   }
 }
 
+TEST_F(ModuleToolTest, VerifyAsksAServerForEveryEntry) {
+  add("index.qvs", "<% x = 6 %><%= x * 7 %>");
+  add("1031$index.qvs", "<%= \"deutsch\" %>");
+  add("img/logo.gif", "GIF89a");
+  ASSERT_EQ(pack(), ExitCode::Done) << err.str();
+  EXPECT_EQ(run({"verify", folder / "modules/a.qvm"}), ExitCode::Done) << err.str();
+  EXPECT_THAT(out.str(), HasSubstr("3 files, all served"));
+}
+
+TEST_F(ModuleToolTest, VerifyTellsWhatTheServerDoesNotAnswer) {
+  add("bad.qvs", "<% x = 1 / 0 %>");
+  add("1036$bad.qvs", "<% If %>");
+  add("lacking.qvs", "<!--#include file=\"none.inc\"-->\r\nrest");
+  add("notes.secret", "not for clients");
+  add("good.qvs", "<% Response.Flush %>well");
+  run({"pack", "--keep-includes", folder / "site", folder / "modules/a.qvm"});
+  EXPECT_EQ(run({"verify", folder / "modules/a.qvm"}), ExitCode::Finding);
+  EXPECT_THAT(err.str(), HasSubstr("/lacking.qvs lacks an include."));
+  EXPECT_THAT(err.str(), HasSubstr("/notes.secret is answered with HTTP/1.1 404"));
+  EXPECT_THAT(err.str(), Not(HasSubstr("good.qvs")));
+  std::string text = err.str();
+  int errorPages = 0;
+  for (auto at = text.find("/bad.qvs ends with an error page."); at != text.npos;
+       at = text.find("/bad.qvs ends with an error page.", at + 1)) {
+    ++errorPages;
+  }
+  EXPECT_EQ(errorPages, 2) << text;
+}
+
 }  // namespace
 
 }  // namespace quorvane
