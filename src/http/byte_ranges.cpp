@@ -1,5 +1,6 @@
 #include "http/byte_ranges.h"
 
+#include <algorithm>
 #include <charconv>
 #include <limits>
 #include <optional>
@@ -86,6 +87,7 @@ std::string newBoundary(Random& random) {
 
 std::vector<Range> parse(std::string_view set, std::uint64_t length) {
   std::vector<Range> ranges;
+  std::uint64_t bytes = 0;
   const auto signedLength = static_cast<std::int64_t>(length);
   for (const std::string_view text : split(set, ',')) {
     const auto piece = pieceOf(text, signedLength);
@@ -93,6 +95,8 @@ std::vector<Range> parse(std::string_view set, std::uint64_t length) {
     if (!liesInside(*piece, signedLength) || ranges.size() == kMostRanges) return {};
     ranges.push_back(
         {static_cast<std::uint64_t>(piece->first), static_cast<std::uint64_t>(piece->last)});
+    bytes += ranges.back().last - ranges.back().first + 1;
+    if (bytes > std::max(2 * length, kMostBytes)) return {};
   }
   return ranges;
 }

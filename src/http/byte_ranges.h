@@ -28,9 +28,13 @@ struct Range {
   friend bool operator==(const Range&, const Range&) = default;
 };
 
+/// Nor are sets whose ranges overlap for more bytes in all than this, or twice the file where that
+/// is more.
+inline constexpr std::uint64_t kMostBytes = std::uint64_t{64} << 20;
+
 /// The ranges of a set such as "0-99,-100,500-" (the text behind "bytes=", without blanks) in a
-/// file of `length` bytes. Empty when the set can't be satisfied: it names no range, too many, or
-/// one that does not lie in the file wholly, the wrong way round included.
+/// file of `length` bytes. Empty when the set can't be satisfied: it names no range, too many, too
+/// much, or one that does not lie in the file wholly, the wrong way round included.
 std::vector<Range> parse(std::string_view set, std::uint64_t length);
 
 struct Answer {

@@ -22,16 +22,18 @@ struct Assignment {
   std::string_view value;
 };
 
-/// Calls `take` for every such piece between separators, until it returns false.
+/// Calls `take` for every such piece between separators. Pieces of any kind are counted; what comes
+/// beyond the bound is not looked at.
 template <class Take>
 void forEachAssignment(std::string_view text, char separator, Take take) {
-  for (std::size_t start = 0; start <= text.size();) {
+  std::size_t start = 0;
+  for (std::size_t count = 0; count < clsHTTPParser::kMostVariables && start <= text.size();
+       ++count) {
     const std::size_t end = std::min(text.find(separator, start), text.size());
     const std::string_view piece = text.substr(start, end - start);
     const std::size_t equals = piece.find('=');
-    if (equals != kNowhere && equals > 0 &&
-        !take(Assignment{piece.substr(0, equals), piece.substr(equals + 1)})) {
-      return;
+    if (equals != kNowhere && equals > 0) {
+      take(Assignment{piece.substr(0, equals), piece.substr(equals + 1)});
     }
     start = end + 1;
   }
@@ -129,24 +131,23 @@ void clsHTTPParser::setDocumentQueryString(std::string text) {
   takeVariables(documentQueryString_, queryVariables_.emplace());
 }
 
-/// Puts the name and the decoded value of each variable into a collection, up to the bound.
-template <class Collection, class Put>
-void clsHTTPParser::decodeVariables(std::string_view text, Collection& into, Put put) const {
+/// Calls `put` with the name and the decoded value of each variable.
+template <class Put>
+void clsHTTPParser::decodeVariables(std::string_view text, Put put) const {
   forEachAssignment(text, '&', [&](const Assignment& variable) {
     auto value = encoder_.afDecodeURL(variable.value);
     if (value) put(variable.name, std::move(*value));
-    return into.size() < kMostVariables;
   });
 }
 
 void clsHTTPParser::takeVariables(std::string_view text, Variables& into) const {
-  decodeVariables(text, into, [&](std::string_view name, std::string value) {
+  decodeVariables(text, [&](std::string_view name, std::string value) {
     into.put(lowerCase(name), std::move(value));
   });
 }
 
 void clsHTTPParser::listVariables(std::string_view text, std::vector<Variable>& into) const {
-  decodeVariables(text, into, [&](std::string_view name, std::string value) {
+  decodeVariables(text, [&](std::string_view name, std::string value) {
     into.push_back({std::string(name), std::move(value)});
   });
 }
@@ -159,7 +160,6 @@ bool clsHTTPParser::takeConnection(std::string_view value) {
 bool clsHTTPParser::takeCookies(std::string_view value) {
   forEachAssignment(value, ';', [&](const Assignment& cookie) {
     takeCookie(trimBlanks(cookie.name), cookie.value);
-    return cookies_.size() < kMostVariables;
   });
   return true;
 }

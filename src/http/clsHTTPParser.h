@@ -23,8 +23,8 @@ class CookieJar;
 /// Strings returned by reference last until the next assignment of `HTTPData`.
 class clsHTTPParser {
  public:
-  /// Names and values beyond this many in one query, form or cookie line are ignored, so that a
-  /// large body of tiny variables can't take a multiple of its size.
+  /// Variables beyond this many in one query, form or cookie line are ignored, duplicates counted,
+  /// so that a large body of tiny ones takes neither a multiple of its size nor its time.
   static constexpr std::size_t kMostVariables = 65536;
 
   /// Where `RequestVar` looks.
@@ -107,8 +107,8 @@ class clsHTTPParser {
   void takeCookie(std::string_view name, std::string_view value);
   bool takeAcceptEncoding(std::string_view value);
   bool takeRange(std::string_view value);
-  template <class Collection, class Put>
-  void decodeVariables(std::string_view text, Collection& into, Put put) const;
+  template <class Put>
+  void decodeVariables(std::string_view text, Put put) const;
   void takeVariables(std::string_view text, Variables& into) const;
   void listVariables(std::string_view text, std::vector<Variable>& into) const;
 

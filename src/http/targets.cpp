@@ -47,10 +47,10 @@ std::optional<FoundFile> locate(const Files& files, const LocalTarget& target, b
     const auto info = files.stat(target.path);
     return info ? std::optional(FoundFile{target.path, *info}) : std::nullopt;
   }
-  const auto path = below(target.base, target.path);
+  auto path = below(target.base, target.path);
   if (!path) return std::nullopt;
   const auto present = followLinks ? files.stat(path->text()) : std::nullopt;
-  if (present) return FoundFile{path->text(), *present};
+  if (present) return FoundFile{std::move(*path).text(), *present};
   auto found = findBelow(files, *path, followLinks);
   const auto info = found ? files.stat(*found) : std::nullopt;
   if (!info) return std::nullopt;

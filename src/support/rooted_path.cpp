@@ -22,8 +22,9 @@ bool isPortName(std::string_view name) {
          std::string_view("0123456789\xB9\xB2\xB3").find(digit[0]) != std::string_view::npos;
 }
 
-/// A device is a device with any extension behind its name.
+/// A device is a device with any extension behind its name. Few names begin like one.
 bool isDevice(std::string_view part) {
+  if (std::string_view("aAcClLnNpP ").find(part.front()) == std::string_view::npos) return false;
   const std::string_view name = trimBlanks(part.substr(0, part.find('.')));
   const auto equals = [&](std::string_view device) { return equalsNoCase(name, device); };
   return std::any_of(kDevices.begin(), kDevices.end(), equals) || isPortName(name);
@@ -32,19 +33,23 @@ bool isDevice(std::string_view part) {
 /// Parts of dots and blanks only: some systems drop what stands at the end of a name and arrive at
 /// "..".
 bool leadsUpwards(std::string_view part) {
-  return part.size() >= 2 && part.find_first_not_of(". ") == std::string_view::npos &&
+  return (part.front() == '.' || part.front() == ' ') && part.size() >= 2 &&
+         part.find_first_not_of(". ") == std::string_view::npos &&
          part.find('.') != std::string_view::npos;
 }
 
-bool isControl(char c) {
-  return static_cast<unsigned char>(c) < 32;
+/// A control character, or a colon: a drive, or a stream of a file.
+bool isNowherePlain(char c) {
+  return static_cast<unsigned char>(c) < 32 || c == ':';
 }
 
 /// Takes the next part that says something off the front of `rest`; false at the end.
 bool takePart(std::string_view& rest, std::string_view& part) {
   do {
     while (!rest.empty() && paths::isSeparator(rest.front())) rest.remove_prefix(1);
-    part = rest.substr(0, rest.find_first_of(paths::kSeparators));
+    part = rest.substr(
+        0, static_cast<std::size_t>(std::find_if(rest.begin(), rest.end(), paths::isSeparator) -
+                                    rest.begin()));
     rest.remove_prefix(part.size());
   } while (part == ".");
   return !part.empty();
@@ -70,29 +75,37 @@ std::string normal(std::string_view path) {
 
 }  // namespace
 
-RootedPath::RootedPath(std::string_view root)
-    : text_(paths::withSeparator(std::string(root))), rootLength_(text_.size()) {}
+RootedPath::RootedPath(std::string_view root, std::size_t more) {
+  text_.reserve(root.size() + 1 + more);
+  text_ += root;
+  if (root.empty() || !paths::isSeparator(root.back())) text_ += paths::kSeparator;
+  rootLength_ = text_.size();
+}
+
+void RootedPath::append(std::string_view part) {
+  if (text_.size() > rootLength_) text_ += paths::kSeparator;
+  text_ += part;
+}
 
 std::optional<RootedPath> RootedPath::literal(std::string_view root, std::string_view path) {
   constexpr std::string_view kRefused(":\0", 2);
   if (path.find_first_of(kRefused) != std::string_view::npos) return std::nullopt;
-  RootedPath result(root);
-  result.text_.reserve(result.text_.size() + path.size());
+  RootedPath result(root, path.size());
   for (std::string_view part; takePart(path, part);) {
     if (part == "..") return std::nullopt;
-    if (!result.relative().empty()) result.text_ += paths::kSeparator;
-    result.text_ += part;
+    result.append(part);
   }
   return result;
 }
 
 std::optional<RootedPath> RootedPath::portable(std::string_view root, std::string_view path) {
-  if (std::any_of(path.begin(), path.end(), isControl)) return std::nullopt;
-  std::string_view rest = path;
-  for (std::string_view part; takePart(rest, part);) {
+  if (std::any_of(path.begin(), path.end(), isNowherePlain)) return std::nullopt;
+  RootedPath result(root, path.size());
+  for (std::string_view part; takePart(path, part);) {
     if (leadsUpwards(part) || isDevice(part)) return std::nullopt;
+    result.append(part);
   }
-  return literal(root, path);
+  return result;
 }
 
 std::optional<RootedPath> RootedPath::resolved(std::string_view root, std::string_view folder,

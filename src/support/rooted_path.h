@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace quorvane {
 
@@ -31,7 +32,8 @@ class RootedPath {
                                             std::string_view path);
 
   /// The whole path: the root, a separator, the rest. Separators below the root are the system's.
-  const std::string& text() const { return text_; }
+  const std::string& text() const& { return text_; }
+  std::string text() && { return std::move(text_); }
 
   /// The root with a separator at its end.
   std::string_view root() const { return std::string_view(text_).substr(0, rootLength_); }
@@ -40,10 +42,11 @@ class RootedPath {
   std::string_view relative() const { return std::string_view(text_).substr(rootLength_); }
 
  private:
-  explicit RootedPath(std::string_view root);
+  RootedPath(std::string_view root, std::size_t more);  ///< with room for so many more characters
+  void append(std::string_view part);
 
   std::string text_;
-  std::size_t rootLength_;
+  std::size_t rootLength_ = 0;
 };
 
 }  // namespace quorvane

@@ -1,5 +1,7 @@
 """Answers that a client's or a page's text tries to break up."""
 
+import time
+
 from serving import ServerTest
 
 
@@ -39,3 +41,24 @@ class HeaderLines(ServerTest):
     def test_everything_else_of_a_value_stays(self):
         self.assertIn("X-A: a\tb\x7f\xe4\x1f;=", self.lines(
             "Response.AddHeader \"X-A\", \"a\" & Chr(9) & \"b\" & Chr(127) & Chr(228) & Chr(31) & \";=\""))
+
+
+class LargeAsks(ServerTest):
+    PAGES = {"big.txt": b"x" * (3 << 20), "form.qvs": "<%= Request.Form(\"a\") & Request.Form(\"z\") %>"}
+
+    def test_a_set_of_ranges_asks_for_no_multiple_of_a_file(self):
+        for count, status in ((21, "HTTP/1.1 206 Partial Content"), (22, "HTTP/1.1 400 Bad Request")):
+            ranges = ",".join(["0-"] * count)
+            with self.server.connect() as client:
+                client.send("GET /big.txt HTTP/1.1\r\nRange: bytes=%s\r\n\r\n" % ranges)
+                self.assertEqual(client.receive(with_body=False).status, status)
+
+    def test_a_form_of_tiny_fields_takes_little_time(self):
+        plain = self.seconds_for(b"a=1&b=" + b"x" * (48 << 20))
+        for field in (b"b=2&", b"&&&&"):
+            self.assertLess(self.seconds_for(b"a=1&" + field * (12 << 20) + b"z=3"), plain + 0.4)
+
+    def seconds_for(self, body):
+        begun = time.monotonic()
+        self.assertEqual(self.server.post("/form.qvs", body.decode()).text, "1")
+        return time.monotonic() - begun

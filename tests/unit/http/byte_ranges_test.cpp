@@ -63,6 +63,17 @@ TEST(ByteRanges, TheNumberOfRangesIsBounded) {
   EXPECT_TRUE(parse(set + ",0-0", 1000).empty());
 }
 
+TEST(ByteRanges, TheBytesOfASetAreBounded) {
+  const std::uint64_t large = byte_ranges::kMostBytes;
+  EXPECT_EQ(parse("0-,0-", large).size(), 2U);
+  EXPECT_TRUE(parse("0-,0-,0-0", large).empty());
+  const std::uint64_t small = byte_ranges::kMostBytes / 100;
+  std::string set = "0-";
+  for (int i = 1; i < 100; ++i) set += ",0-";
+  EXPECT_EQ(parse(set, small).size(), 100U);
+  EXPECT_TRUE(parse(set + ",0-", small).empty());
+}
+
 TEST(ByteRanges, OffsetsHave64Bits) {
   constexpr std::uint64_t kLength = 6000000000;
   const auto file = std::make_shared<SparseFile>(kLength);

@@ -271,6 +271,17 @@ TEST_F(ParserTest, TheNumberOfVariablesIsBounded) {
   EXPECT_EQ(form("v" + std::to_string(clsHTTPParser::kMostVariables)), "");
 }
 
+TEST_F(ParserTest, DuplicatesAndEmptyPiecesCount) {
+  for (const char* piece : {"a=2&", "&"}) {
+    std::string text = "POST /x HTTP/1.1\r\n\r\na=1&";
+    for (std::size_t i = 1; i < clsHTTPParser::kMostVariables; ++i) text += piece;
+    parser.setHTTPData(text + "late=1");
+    EXPECT_NE(form("a"), "");
+    EXPECT_EQ(form("late"), "");
+    EXPECT_LE(parser.variables(clsHTTPParser::FormOnly).size(), clsHTTPParser::kMostVariables);
+  }
+}
+
 TEST_F(ParserTest, SurvivesRandomBytes) {
   const std::string_view pieces[] = {"GET ",        "POST ",
                                      "/",           "?a=%",
