@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "no_socket_events.h"
 #include "platform/fake/fake_clock.h"
 #include "platform/fake/fake_event_loop.h"
 
@@ -10,13 +11,6 @@ namespace quorvane {
 namespace {
 
 using Turn = Clients::Turn;
-
-class NoEvents : public TcpSocketEvents {
-  void dataArrival(int, std::string_view) override {}
-  void sendComplete(int) override {}
-  void peerClosed(int) override {}
-  void socketError(int) override {}
-};
 
 class AnswerTurnsTest : public testing::Test {
  protected:
@@ -38,7 +32,7 @@ class AnswerTurnsTest : public testing::Test {
 
   FakeClock clock;
   FakeEventLoop loop;
-  NoEvents events;
+  NoSocketEvents events;
   Slots slots{loop, events};
   std::vector<int> ran;
   std::vector<int> answered;

@@ -2,18 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include "no_socket_events.h"
 #include "platform/fake/fake_event_loop.h"
 
 namespace quorvane {
 
 namespace {
-
-class NoEvents : public TcpSocketEvents {
-  void dataArrival(int, std::string_view) override {}
-  void sendComplete(int) override {}
-  void peerClosed(int) override {}
-  void socketError(int) override {}
-};
 
 class SlotWatchTest : public testing::Test {
  protected:
@@ -44,7 +38,7 @@ class SlotWatchTest : public testing::Test {
 
   ServerState state;
   FakeEventLoop loop;
-  NoEvents events;
+  NoSocketEvents events;
   Slots slots{loop, events};
   SlotWatch watch{state, loop, slots};
 };

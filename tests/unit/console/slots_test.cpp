@@ -2,18 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include "no_socket_events.h"
 #include "platform/fake/fake_event_loop.h"
 
 namespace quorvane {
 
 namespace {
-
-class NoEvents : public TcpSocketEvents {
-  void dataArrival(int, std::string_view) override {}
-  void sendComplete(int) override {}
-  void peerClosed(int) override {}
-  void socketError(int) override {}
-};
 
 class SlotsTest : public testing::Test {
  protected:
@@ -26,7 +20,7 @@ class SlotsTest : public testing::Test {
   }
 
   FakeEventLoop loop;
-  NoEvents events;
+  NoSocketEvents events;
   Slots slots{loop, events};
 };
 

@@ -13,7 +13,7 @@ TEST(Targets, LocatesFilesWithoutRegardToCase) {
   files.put("/root/Docs/Page.htm", "x");
   files.put("/rootless.htm", "x");
   const auto locate = [&](std::string_view path) {
-    const auto found = targets::locate(files, LocalTarget::inside("/root", path));
+    const auto found = targets::locate(files, LocalTarget::inside("/root", path), true);
     return found ? found->path : "nothing";
   };
   EXPECT_EQ(locate("/Docs/Page.htm"), "/root/Docs/Page.htm");
@@ -24,7 +24,7 @@ TEST(Targets, LocatesFilesWithoutRegardToCase) {
   EXPECT_EQ(locate(""), "nothing");
   EXPECT_EQ(locate("/Docs//./Page.htm"), "/root/Docs/Page.htm");
   EXPECT_EQ(locate("/../rootless.htm"), "nothing");
-  EXPECT_EQ(targets::locate(files, LocalTarget::inside("", "rootless.htm")), std::nullopt);
+  EXPECT_EQ(targets::locate(files, LocalTarget::inside("", "rootless.htm"), true), std::nullopt);
 }
 
 TEST(Targets, CompleteLocalPathsMayLieAnywhere) {
@@ -32,7 +32,7 @@ TEST(Targets, CompleteLocalPathsMayLieAnywhere) {
   files.put("/root/Page.htm", "x");
   files.put("/other/file.zip", "x");
   const auto locate = [&](std::string_view path) {
-    const auto found = targets::locate(files, LocalTarget::anywhere("/root", path));
+    const auto found = targets::locate(files, LocalTarget::anywhere("/root", path), true);
     return found ? found->path : "nothing";
   };
   EXPECT_EQ(locate("/other/file.zip"), "/other/file.zip");
@@ -47,7 +47,7 @@ TEST(Targets, CompleteLocalPathsMayBeHeldToTheDocumentRoot) {
   files.put("/root/sub/Page.htm", "x");
   files.put("/other/file.zip", "x");
   const auto locate = [&](std::string_view path) {
-    const auto found = targets::locate(files, LocalTarget::onlyInside("/root", path));
+    const auto found = targets::locate(files, LocalTarget::onlyInside("/root", path), true);
     return found ? found->path : "nothing";
   };
   EXPECT_EQ(locate("/root/sub/page.HTM"), "/root/sub/Page.htm");
@@ -65,7 +65,8 @@ TEST(Targets, NoNameOfAClientReachesADevice) {
   files.put("/root/a.htm:stream", "x");
   files.put("/root/.../a.htm", "x");
   for (const char* path : {"/aux.htm", "/AUX.htm", "/a.htm:stream", "/.../a.htm"}) {
-    EXPECT_EQ(targets::locate(files, LocalTarget::inside("/root", path)), std::nullopt) << path;
+    EXPECT_EQ(targets::locate(files, LocalTarget::inside("/root", path), true), std::nullopt)
+        << path;
   }
 }
 
