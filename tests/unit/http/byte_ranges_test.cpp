@@ -93,9 +93,9 @@ TEST(ByteRanges, SeveralRangesOfAHugeFileAreOnlySlices) {
   constexpr std::uint64_t kLength = std::uint64_t{1} << 50;
   const auto file = std::make_shared<SparseFile>(kLength);
   CountingRandom random;
-  const auto answer = byte_ranges::answer(file, parse("0-,0-,0-", kLength), "a/b", random);
-  EXPECT_GT(bodyLength(answer.body), 3 * kLength);
-  EXPECT_LT(bodyLength(answer.body), 3 * kLength + 1000);
+  const auto answer = byte_ranges::answer(file, parse("0-,0-", kLength), "a/b", random);
+  EXPECT_GT(bodyLength(answer.body), 2 * kLength);
+  EXPECT_LT(bodyLength(answer.body), 2 * kLength + 1000);
 }
 
 }  // namespace quorvane
