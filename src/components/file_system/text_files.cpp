@@ -17,7 +17,7 @@ using vbs::Value;
 
 namespace {
 
-constexpr std::size_t kBlock = 64 * 1024;
+constexpr std::size_t kBlock = 64 << 10;
 constexpr std::string_view kMark = "\xFF\xFE";  ///< in front of Unicode texts
 
 class ReadingChannel final : public TextStream::Channel {

@@ -57,6 +57,7 @@ class Converter {
   Converter(const Converter&) = delete;
   Converter& operator=(const Converter&) = delete;
 
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): that is how failure is told
   bool isOpen() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
 
   /// Takes from `in` and puts into `out` until one of them is used up, or what comes next in `in`
