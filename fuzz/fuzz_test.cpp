@@ -12,6 +12,7 @@
 #include "script_targets.h"
 #include "server_targets.h"
 #include "sql_targets.h"
+#include "xml_targets.h"
 
 namespace quorvane {
 
@@ -142,6 +143,10 @@ TEST(Fuzz, ControlChannel) {
 
 TEST(Fuzz, SqlTranslator) {
   readChanged("sql", sqlWords(), fuzzSql);
+}
+
+TEST(Fuzz, DocumentsAndExpressions) {
+  readChanged("xml", xmlWords(), fuzzXml);
 }
 
 TEST(Fuzz, WhatOnceWentWrong) {

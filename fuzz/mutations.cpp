@@ -163,6 +163,60 @@ constexpr std::string_view kSqlWords[] = {
     " LIKE ",  " IS NULL", " JOIN ",  " ON ",     "DISTINCT ", "TOP 5 ", "UNION ", "*",
     ".",       "&",        "+",       "-",        "=",         "<>",     "\"",     ";",
     "CASE ",   " END",     "NULL",    "DEFAULT ", "ORDER BY "};
+constexpr std::string_view kXmlWords[] = {"<a>",
+                                          "</a>",
+                                          "<b/>",
+                                          "<p:c xmlns:p='u'>",
+                                          "</p:c>",
+                                          " x='1'",
+                                          " xml:space='preserve'",
+                                          "<![CDATA[",
+                                          "]]>",
+                                          "<!--",
+                                          "-->",
+                                          "<?pi ",
+                                          "?>",
+                                          "<?xml version='1.0'?>",
+                                          "<!DOCTYPE a [<!ENTITY e 'text'>]>",
+                                          "&e;",
+                                          "&amp;",
+                                          "&#65;",
+                                          "&#x20AC;",
+                                          " ",
+                                          "\n",
+                                          "\"",
+                                          "'",
+                                          ">",
+                                          "<",
+                                          "&",
+                                          "//a",
+                                          "[0]",
+                                          "[-1]",
+                                          "[end()]",
+                                          "index()",
+                                          "$eq$",
+                                          "$and$",
+                                          "$not$ ",
+                                          "&&",
+                                          "||",
+                                          "!value()",
+                                          "@x",
+                                          "nodeName()",
+                                          "text()",
+                                          "..",
+                                          ".",
+                                          "*",
+                                          "|",
+                                          "(",
+                                          ")",
+                                          "[",
+                                          "]",
+                                          "ancestor(a)",
+                                          "p:c",
+                                          "::",
+                                          "count(",
+                                          "position()",
+                                          "last()"};
 
 }  // namespace
 
@@ -188,6 +242,10 @@ Words scriptWords() {
 
 Words requestWords() {
   return kRequestWords;
+}
+
+Words xmlWords() {
+  return kXmlWords;
 }
 
 /// Up to forty bytes of a text.

@@ -18,6 +18,7 @@ Words settingsWords();
 Words byteWords();
 Words sqlWords();
 Words controlWords();
+Words xmlWords();  ///< and of expressions that select nodes
 
 /// Makes new texts out of old ones by changes that keep most of a text whole, with words of their
 /// language put in. The same seed gives the same texts on every machine.

@@ -10,7 +10,9 @@
 #include "components/component.h"
 #include "components/dictionary.h"
 #include "components/file_system/file_system.h"
+#include "components/http_request.h"
 #include "components/regexp.h"
+#include "components/xml_document.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -18,9 +20,11 @@ namespace quorvane {
 namespace {
 
 constexpr const Component* kComponents[] = {
-    &kAdoCommand, &kAdoConnection, &kAdoParameter, &kAdoRecordset, &kAdoxCatalog,
-    &kAdoxColumn, &kAdoxIndex,     &kAdoxTable,    &kDictionary,   &kFileSystemObject,
-    &kJetEngine,  &kRegExp,        &kStream,
+    &kAdoCommand,     &kAdoConnection, &kAdoParameter, &kAdoRecordset,  &kAdoxCatalog,
+    &kAdoxColumn,     &kAdoxIndex,     &kAdoxTable,    &kDictionary,    &kFileSystemObject,
+    &kJetEngine,      &kRegExp,        &kStream,       &kServerXmlHttp, &kServerXmlHttp6,
+    &kWinHttpRequest, &kXmlDocument,   &kXmlDocument4, &kXmlDocument6,  &kXmlHttp,
+    &kXmlHttp6,       &kXslTemplate,
 };
 
 const Component* componentOf(std::string_view progId) {

@@ -58,6 +58,7 @@ class NoStatusLines final : public StatusLines {
 struct ToolServices {
   ToolServices(int argc, char** argv) : process(makeProcess(argc, argv)) {
     state.ScriptFolders = "*";
+    state.ServerPort = 0;  // no server of this process that a script could ask by mistake
   }
 
   ServerState state;

@@ -243,4 +243,14 @@ std::int16_t varType(const Value& value) {
   return static_cast<std::int16_t>(kArray + static_cast<int>(bytes ? Type::Byte : Type::Array));
 }
 
+std::string toBytes(const ArrayRep& array) {
+  if (array.elementType == Type::Byte) return std::string(array.bytes.raw());
+  std::string bytes;
+  bytes.reserve(array.count);
+  for (std::size_t i = 0; i < array.count; ++i) {
+    bytes += static_cast<char>(toByte(array.element(i)));
+  }
+  return bytes;
+}
+
 }  // namespace quorvane::vbs

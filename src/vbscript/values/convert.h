@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <string>
 
 #include "vbscript/values/value.h"
 
@@ -20,6 +21,9 @@ double toDate(const Value& value);            ///< days since 30 December 1899
 bool toBoolean(const Value& value);
 String toString(const Value& value);
 Object* toObject(const Value& value);  ///< not counted; 424 when it is no object, 91 for Nothing
+
+/// The bytes of an array: of bytes, or of values that each are one.
+std::string toBytes(const ArrayRep& array);
 
 /// The value with references followed and an object replaced by its default value, again and
 /// again, up to a bound.

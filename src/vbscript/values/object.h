@@ -210,10 +210,14 @@ inline void countTexts(Args args) {
 }
 
 /// An object whose members stand in a table: `static std::span<const Member<Self>> members()`.
-/// A wrong number of arguments is error 450, a member used in a way it has not is error 438.
-template <class Self>
-class NativeObject : public Object {
+/// A wrong number of arguments is error 450, a member used in a way it has not is error 438. Kinds
+/// of objects that have members in common put the functions of these into a `Base`, derived from
+/// Object.
+template <class Self, class Base = Object>
+class NativeObject : public Base {
  public:
+  using Base::Base;
+
   const void* shape() const override { return Self::members().data(); }
 
   MemberId findMember(std::string_view lowerName) override {

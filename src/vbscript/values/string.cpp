@@ -164,9 +164,17 @@ String String::fromWideBytes(std::string_view bytes) {
   return result;
 }
 
+namespace {
+
+bool isAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(),
+                     [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+}  // namespace
+
 String String::fromUtf8(std::string_view text) {
-  const auto isAscii = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
-  if (std::all_of(text.begin(), text.end(), isAscii)) return String(text);
+  if (isAscii(text)) return String(text);
   std::u16string units;
   units.reserve(text.size());
   for (std::size_t i = 0; i < text.size();) {
@@ -290,6 +298,7 @@ std::u16string String::wide() const {
 }
 
 std::string String::utf8() const {
+  if (isAnsi() && isAscii(raw())) return std::string(raw());
   std::string result;
   result.reserve(length());
   const auto put = [&result](char32_t bits) { result.push_back(static_cast<char>(bits)); };

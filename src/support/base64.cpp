@@ -1,4 +1,4 @@
-#include "script/objects/base64.h"
+#include "support/base64.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string_view>
+
+namespace quorvane {
+
+/// Reads what stands behind the first line as an XML document and selects nodes of it by the first
+/// line, in both languages. What is read and written can be read again.
+void fuzzXml(std::string_view bytes);
+
+}  // namespace quorvane
