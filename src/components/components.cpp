@@ -12,6 +12,10 @@
 #include "components/file_system/file_system.h"
 #include "components/http_request.h"
 #include "components/regexp.h"
+#include "components/system/array_list.h"
+#include "components/system/hashes.h"
+#include "components/system/utf8_encoding.h"
+#include "components/type_library.h"
 #include "components/xml_document.h"
 #include "support/text.h"
 
@@ -19,13 +23,46 @@ namespace quorvane {
 
 namespace {
 
+// A row each.
+// clang-format off
 constexpr const Component* kComponents[] = {
-    &kAdoCommand,     &kAdoConnection, &kAdoParameter, &kAdoRecordset,  &kAdoxCatalog,
-    &kAdoxColumn,     &kAdoxIndex,     &kAdoxTable,    &kDictionary,    &kFileSystemObject,
-    &kJetEngine,      &kRegExp,        &kStream,       &kServerXmlHttp, &kServerXmlHttp6,
-    &kWinHttpRequest, &kXmlDocument,   &kXmlDocument4, &kXmlDocument6,  &kXmlHttp,
-    &kXmlHttp6,       &kXslTemplate,
+    &kAdoCommand,
+    &kAdoConnection,
+    &kAdoParameter,
+    &kAdoRecordset,
+    &kAdoxCatalog,
+    &kAdoxColumn,
+    &kAdoxIndex,
+    &kAdoxTable,
+    &kArrayList,
+    &kDictionary,
+    &kFileSystemObject,
+    &kHmacMd5,
+    &kHmacSha1,
+    &kHmacSha256,
+    &kHmacSha384,
+    &kHmacSha512,
+    &kJetEngine,
+    &kMd5,
+    &kRegExp,
+    &kServerXmlHttp,
+    &kServerXmlHttp6,
+    &kSha1,
+    &kSha256,
+    &kSha384,
+    &kSha512,
+    &kStream,
+    &kTypeLibrary,
+    &kUtf8Encoding,
+    &kWinHttpRequest,
+    &kXmlDocument,
+    &kXmlDocument4,
+    &kXmlDocument6,
+    &kXmlHttp,
+    &kXmlHttp6,
+    &kXslTemplate,
 };
+// clang-format on
 
 const Component* componentOf(std::string_view progId) {
   for (const Component* component : kComponents) {
