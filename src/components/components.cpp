@@ -12,6 +12,12 @@
 #include "components/file_system/file_system.h"
 #include "components/http_request.h"
 #include "components/regexp.h"
+#include "components/shell/network.h"
+#include "components/shell/shell.h"
+#include "components/site/ad_rotator.h"
+#include "components/site/browser_type.h"
+#include "components/site/content_rotator.h"
+#include "components/site/counters.h"
 #include "components/system/array_list.h"
 #include "components/system/hashes.h"
 #include "components/system/utf8_encoding.h"
@@ -26,6 +32,7 @@ namespace {
 // A row each.
 // clang-format off
 constexpr const Component* kComponents[] = {
+    &kAdRotator,
     &kAdoCommand,
     &kAdoConnection,
     &kAdoParameter,
@@ -35,6 +42,9 @@ constexpr const Component* kComponents[] = {
     &kAdoxIndex,
     &kAdoxTable,
     &kArrayList,
+    &kBrowserType,
+    &kContentRotator,
+    &kCounters,
     &kDictionary,
     &kFileSystemObject,
     &kHmacMd5,
@@ -44,6 +54,7 @@ constexpr const Component* kComponents[] = {
     &kHmacSha512,
     &kJetEngine,
     &kMd5,
+    &kNetwork,
     &kRegExp,
     &kServerXmlHttp,
     &kServerXmlHttp6,
@@ -51,6 +62,7 @@ constexpr const Component* kComponents[] = {
     &kSha256,
     &kSha384,
     &kSha512,
+    &kShell,
     &kStream,
     &kTypeLibrary,
     &kUtf8Encoding,

@@ -1,7 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <vector>
+
+#include "platform/child_process.h"
 
 namespace quorvane {
 
@@ -30,6 +34,14 @@ class Process {
   virtual std::string systemFolder(SystemFolder which) const = 0;  ///< no separator at its end
   virtual bool userIsAdmin() const = 0;
   virtual HostVersion hostVersion() const = 0;
+  virtual std::string computerName() const = 0;
+  virtual std::string userName() const = 0;
+  virtual std::vector<std::string> environment() const = 0;  ///< "NAME=value" each
+
+  /// Null when the program can't be started.
+  virtual std::unique_ptr<ChildProcess> start(const ChildCommand& command) = 0;
+  /// Starts a program that nobody waits for; it may outlive this process.
+  virtual bool startDetached(const ChildCommand& command) = 0;
 
   /// Whether the system has asked this program to end. EventLoop tells it too, but as an event,
   /// which has to wait for the one in progress; this is for what takes long within one.

@@ -6,7 +6,9 @@ class Clock;
 class Files;
 class ImageLibrary;
 class Process;
+class PageContext;
 class Random;
+class SettingsStorage;
 class StatusLines;
 struct ServerState;
 
@@ -19,8 +21,10 @@ struct Services {
   const Clock& clock;
   const Files& files;
   Random& random;
-  Process& process;                ///< its current folder follows Server.MapPath
-  ImageLibrary* images = nullptr;  ///< null: pictures are served unresized
+  Process& process;                           ///< its current folder follows Server.MapPath
+  ImageLibrary* images = nullptr;             ///< null: pictures are served unresized
+  const SettingsStorage* settings = nullptr;  ///< null: scripts can't read any
+  PageContext* page = nullptr;                ///< null where scripts are no pages
 };
 
 }  // namespace quorvane

@@ -63,7 +63,8 @@ int run(int argc, char** argv) {
   const auto images = makeImageLibrary(*files);
   FormModel form;
   StatusLists status(state, *clock, form);
-  const Services services{state, status, *clock, *files, *random, *process, images.get()};
+  const Services services{state,   status,   *clock,       *files,
+                          *random, *process, images.get(), storage.get()};
   mainForm window({services, *loop, form, status, settings, localeIdOf(userLanguageName())});
   const auto terminal = makeTerminal(*loop);
   status.onComplaint = printComplaint;

@@ -83,8 +83,9 @@ std::string_view takeSeconds(ServerState& state, const std::string& text) {
   return number || text.empty() ? "" : "it is no number of seconds and the default counts";
 }
 
-std::string_view takeScriptFolders(ServerState& state, const std::string& text) {
-  state.ScriptFolders = text;
+template <std::string ServerState::*member>
+std::string_view takeText(ServerState& state, const std::string& text) {
+  state.*member = text;
   return "";
 }
 
@@ -110,7 +111,10 @@ constexpr std::array kRules{
     SettingRule{"BodySeconds", "", takeSeconds<&ServerState::BodySeconds>},
     SettingRule{"IdleSeconds", "", takeSeconds<&ServerState::IdleSeconds>},
     SettingRule{"SendSeconds", "", takeSeconds<&ServerState::SendSeconds>},
-    SettingRule{"ScriptFolders", "", takeScriptFolders},
+    SettingRule{"ScriptFolders", "", takeText<&ServerState::ScriptFolders>},
+    SettingRule{"AllowShell", "", takeFlag<&ServerState::AllowShell>},
+    SettingRule{"MailServer", "", takeText<&ServerState::MailServer>},
+    SettingRule{"MailFolder", "", takeText<&ServerState::MailFolder>},
 };
 
 }  // namespace

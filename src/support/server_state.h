@@ -51,6 +51,9 @@ struct ServerState {
   /// Folders below which scripts may read and write, a semicolon between two. Empty: the base
   /// folder and the system's temporary folder. "*": everywhere.
   std::string ScriptFolders;
+  bool AllowShell = false;  ///< scripts may start programs
+  std::string MailServer;   ///< "host" or "host:port" for pages that name none
+  std::string MailFolder;   ///< takes mail as files; empty: mail is sent
 
   // Seconds after which a connection is closed; 0 for never.
   std::uint32_t HeadSeconds = 30;   ///< without a whole head

@@ -2,6 +2,7 @@
 
 #include <set>
 #include <string>
+#include <vector>
 
 #include "platform/process.h"
 
@@ -30,12 +31,19 @@ class FakeProcess final : public Process {
     return version;
   }
 
+  std::string computerName() const override { return "HERE"; }
+  std::string userName() const override { return "somebody"; }
+  std::vector<std::string> environment() const override { return variables; }
+  std::unique_ptr<ChildProcess> start(const ChildCommand&) override { return nullptr; }
+  bool startDetached(const ChildCommand&) override { return false; }
+
   std::string line;
   std::string folder = "/program";
   std::string current = "/";
   std::set<std::string> folders;
   bool admin = true;
   bool askedToEnd = false;
+  std::vector<std::string> variables{"HOME=/home/somebody", "EMPTY="};
   HostVersion version{2, 6, 1, 42, ""};
   mutable int versionQueries = 0;
 };

@@ -1,5 +1,6 @@
 #include "platform/process.h"
 
+#include <pwd.h>
 #include <sys/utsname.h>
 #include <unistd.h>
 
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include "platform/asio/loop_calls.h"
+#include "platform/linux/child_process.h"
 #include "platform/system.h"
 
 namespace quorvane {
@@ -59,6 +61,29 @@ class LinuxProcess final : public Process {
       std::sscanf(names.release, "%u.%u.%u", &version.major, &version.minor, &version.build);
     }
     return version;
+  }
+
+  std::string computerName() const override {
+    utsname names{};
+    return ::uname(&names) == 0 ? names.nodename : "";
+  }
+
+  std::string userName() const override {
+    const passwd* user = ::getpwuid(::geteuid());
+    return user ? user->pw_name : "";
+  }
+
+  std::vector<std::string> environment() const override {
+    std::vector<std::string> all;
+    for (char** variable = environ; variable && *variable; ++variable) all.emplace_back(*variable);
+    return all;
+  }
+
+  std::unique_ptr<ChildProcess> start(const ChildCommand& command) override {
+    return startChild(command);
+  }
+  bool startDetached(const ChildCommand& command) override {
+    return quorvane::startDetached(command);
   }
 
  private:

@@ -192,6 +192,26 @@ bool aspMainParser::Run() {
   return true;
 }
 
+std::string aspMainParser::header(std::string_view name) const {
+  if (!published_) return {};
+  for (const RequestHead::Header& line : request_->parser.head().headers()) {
+    if (equalsNoCase(line.name, name)) return std::string(line.value);
+  }
+  return {};
+}
+
+std::string_view aspMainParser::body() const {
+  return published_ ? request_->parser.body() : std::string_view();
+}
+
+std::string aspMainParser::folder() const {
+  return running_.empty() ? std::string() : running_.back().folder;
+}
+
+void aspMainParser::write(std::string_view bytes) {
+  if (published_) published_->response->XWrite(vbs::Value(bytes));
+}
+
 /// Marks a page as running.
 class aspMainParser::Running {
  public:

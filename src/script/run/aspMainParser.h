@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "components/page_context.h"
 #include "http/script_pages.h"
 #include "script/objects/aspServerObj.h"
 #include "script/objects/page_parts.h"
@@ -19,7 +20,7 @@ namespace quorvane {
 class aspResponseObj;
 
 /// Translates and runs pages, one at a time. The server's window knows it as `vbsParser`.
-class aspMainParser final : private aspServerObj::Page {
+class aspMainParser final : public PageContext, private aspServerObj::Page {
  public:
   /// A page's run time and memory are bounded by `limits`; what it writes counts as well.
   /// The services and the parts outlive the parser.
@@ -61,6 +62,11 @@ class aspMainParser final : private aspServerObj::Page {
   /// True only when the file holds exactly `data` afterwards.
   bool strWriteFile(const std::string& path, std::string_view data) const;
   bool fileExists(const std::string& path) const;
+
+  std::string header(std::string_view name) const override;
+  std::string_view body() const override;
+  std::string folder() const override;
+  void write(std::string_view bytes) override;
 
  private:
   struct Published;

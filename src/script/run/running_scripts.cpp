@@ -5,12 +5,14 @@
 namespace quorvane {
 
 RunningScripts::RunningScripts(const Services& services, const Parts& parts, vbs::Limits limits)
-    : heads_(services.state, services.clock),
+    : services_(services),
+      heads_(services.state, services.clock),
       authKeys_(services.clock, services.random),
       sessions_(services.clock, services.random, services.log),
-      application_(vbs::make<ApplicationComponent>(services, parts.aliases)),
+      application_(vbs::make<ApplicationComponent>(services_, parts.aliases)),
       parts_{heads_, parts.encoder, authKeys_, *application_},
-      vbsParser_(services, parts_, limits) {
+      vbsParser_(services_, parts_, limits) {
+  services_.page = &vbsParser_;
   application_->setLanguage(&parts.texts);
 }
 

@@ -3,6 +3,7 @@
 #include "components/application.h"
 #include "http/response_heads.h"
 #include "http/script_pages.h"
+#include "platform/services.h"
 #include "script/run/aspMainParser.h"
 #include "script/sessions/auth_keys.h"
 #include "script/sessions/session_store.h"
@@ -33,6 +34,7 @@ class RunningScripts final : public ScriptPages {
   ApplicationComponent& application() { return *application_; }
 
  private:
+  Services services_;  ///< with the running page
   ResponseHeads heads_;
   AuthKeys authKeys_;
   SessionStore sessions_;

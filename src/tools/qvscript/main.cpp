@@ -59,6 +59,7 @@ struct ToolServices {
   ToolServices(int argc, char** argv) : process(makeProcess(argc, argv)) {
     state.ScriptFolders = "*";
     state.ServerPort = 0;  // no server of this process that a script could ask by mistake
+    state.AllowShell = true;
   }
 
   ServerState state;
@@ -67,7 +68,8 @@ struct ToolServices {
   std::unique_ptr<Files> files = makeFiles();
   std::unique_ptr<Random> random = makeRandom();
   std::unique_ptr<Process> process;
-  Services all{state, log, *clock, *files, *random, *process};
+  std::unique_ptr<SettingsStorage> settings = makeSettingsStorage(*files, settingsRoot());
+  Services all{state, log, *clock, *files, *random, *process, nullptr, settings.get()};
 };
 
 int run(const CommandLine& command, const std::string& source, const std::string& program,

@@ -18,6 +18,7 @@ class ComponentHost final : private FakeServices<>, public ScriptHost {
     files.addFolder("/temporary");
     files.put("/elsewhere/secret.txt", "secret");
     state.MainPath = "/data/";
+    state.ScriptsFolder = "/data";
     process.current = "/data";
   }
 
