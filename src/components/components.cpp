@@ -11,6 +11,10 @@
 #include "components/dictionary.h"
 #include "components/file_system/file_system.h"
 #include "components/http_request.h"
+#include "components/mail/cdo_message.h"
+#include "components/mail/cdonts.h"
+#include "components/mail/jmail.h"
+#include "components/mail/mail_senders.h"
 #include "components/regexp.h"
 #include "components/shell/network.h"
 #include "components/shell/shell.h"
@@ -43,6 +47,8 @@ constexpr const Component* kComponents[] = {
     &kAdoxTable,
     &kArrayList,
     &kBrowserType,
+    &kCdoConfiguration,
+    &kCdoMessage,
     &kContentRotator,
     &kCounters,
     &kDictionary,
@@ -52,9 +58,14 @@ constexpr const Component* kComponents[] = {
     &kHmacSha256,
     &kHmacSha384,
     &kHmacSha512,
+    &kJMailMessage,
+    &kJMailSmtp,
     &kJetEngine,
+    &kMailSender,
+    &kMailer,
     &kMd5,
     &kNetwork,
+    &kNewMail,
     &kRegExp,
     &kServerXmlHttp,
     &kServerXmlHttp6,

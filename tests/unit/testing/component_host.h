@@ -19,6 +19,7 @@ class ComponentHost final : private FakeServices<>, public ScriptHost {
     files.put("/elsewhere/secret.txt", "secret");
     state.MainPath = "/data/";
     state.ScriptsFolder = "/data";
+    state.MailFolder = "/data/mail";
     process.current = "/data";
   }
 
