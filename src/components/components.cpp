@@ -26,6 +26,7 @@
 #include "components/system/hashes.h"
 #include "components/system/utf8_encoding.h"
 #include "components/type_library.h"
+#include "components/uploads/upload_objects.h"
 #include "components/xml_document.h"
 #include "support/text.h"
 
@@ -53,6 +54,7 @@ constexpr const Component* kComponents[] = {
     &kCounters,
     &kDictionary,
     &kFileSystemObject,
+    &kFileUp,
     &kHmacMd5,
     &kHmacSha1,
     &kHmacSha256,
@@ -74,8 +76,10 @@ constexpr const Component* kComponents[] = {
     &kSha384,
     &kSha512,
     &kShell,
+    &kSmartUpload,
     &kStream,
     &kTypeLibrary,
+    &kUpload,
     &kUtf8Encoding,
     &kWinHttpRequest,
     &kXmlDocument,
