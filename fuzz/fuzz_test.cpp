@@ -137,6 +137,10 @@ TEST(Fuzz, TheSmallPicturesAreSound) {
   }
 }
 
+TEST(Fuzz, FormReader) {
+  readChanged("forms", requestWords(), fuzzForm);
+}
+
 TEST(Fuzz, ControlChannel) {
   readChanged("control", controlWords(), fuzzControl);
 }

@@ -4,6 +4,7 @@
 #include <array>
 #include <string>
 
+#include "components/uploads/multipart_parser.h"
 #include "console/control_channel.h"
 #include "http/request_collector.h"
 #include "http/request_head.h"
@@ -175,6 +176,58 @@ class IdleServer final : public ServerControl {
 };
 
 }  // namespace
+
+namespace {
+
+/// Writes down the parts of a form, and looks whether they come in their order.
+class PartRecorder final : public uploads::PartReceiver {
+ public:
+  explicit PartRecorder(std::string_view input) : input_(input) {}
+
+  void beginPart(uploads::PartHead head) override {
+    require(!isOpen_, "a part ends before the next begins", input_);
+    isOpen_ = true;
+    text += head.name + '|' + head.fileName + '|' + head.contentType + (head.isFile ? "f:" : ":");
+  }
+  void partBytes(std::string_view bytes) override {
+    require(isOpen_ && !bytes.empty(), "bytes belong to a part", input_);
+    text += bytes;
+  }
+  void endPart() override {
+    require(isOpen_, "a part has begun before it ends", input_);
+    isOpen_ = false;
+    text += '\0';
+  }
+
+  std::string text;
+
+ private:
+  std::string_view input_;
+  bool isOpen_ = false;
+};
+
+}  // namespace
+
+void fuzzForm(std::string_view bytes) {
+  const std::size_t lineEnd = bytes.find('\n');
+  const std::string boundary = uploads::MultipartParser::boundaryOf(bytes.substr(0, lineEnd));
+  if (boundary.empty() || lineEnd == bytes.npos) return;
+  const std::string_view body = bytes.substr(lineEnd + 1);
+  PartRecorder whole(bytes);
+  uploads::MultipartParser atOnce(boundary, whole);
+  atOnce.take(body);
+  require(whole.text.size() <= 3 * body.size() + 8, "parts are made of the body", bytes);
+  for (const std::size_t length : {1, 7, 64}) {
+    PartRecorder pieces(bytes);
+    uploads::MultipartParser parser(boundary, pieces);
+    for (std::size_t at = 0; at < body.size(); at += length) parser.take(body.substr(at, length));
+    require(parser.isComplete() == atOnce.isComplete(), "pieces end where the whole does", bytes);
+    require(parser.isMalformed() == atOnce.isMalformed(), "pieces fail where the whole does",
+            bytes);
+    if (parser.isMalformed()) continue;
+    require(pieces.text == whole.text, "pieces make the same parts", bytes);
+  }
+}
 
 void fuzzControl(std::string_view bytes) {
   constexpr std::array<std::string_view, 7> kCommands = {

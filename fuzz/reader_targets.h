@@ -20,6 +20,9 @@ void fuzzModule(std::string_view bytes);
 /// A picture file, as a bitmap and as a GIF.
 void fuzzPicture(std::string_view bytes);
 
+/// The body of a form with files, its boundary in the first line, whole and in pieces.
+void fuzzForm(std::string_view bytes);
+
 /// Datagrams of the control channel, `\x1E` between them.
 void fuzzControl(std::string_view bytes);
 
