@@ -8,9 +8,7 @@
 
 namespace quorvane {
 
-using mail::Mail;
 using vbs::Args;
-using vbs::CallKind;
 using vbs::Value;
 
 namespace {

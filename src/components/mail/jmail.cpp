@@ -11,7 +11,6 @@ namespace quorvane {
 
 using mail::Mail;
 using vbs::Args;
-using vbs::CallKind;
 using vbs::Member;
 using vbs::Value;
 

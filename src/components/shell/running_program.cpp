@@ -50,7 +50,7 @@ class OutputChannel final : public TextStream::Channel {
  private:
   /// False at the end.
   bool fill() {
-    constexpr std::size_t kBlock = 64 * 1024;
+    constexpr std::size_t kBlock = std::size_t{64} * 1024;
     block_.erase(0, at_);
     at_ = 0;
     const std::size_t kept = block_.size();

@@ -83,6 +83,7 @@ class SpecialFolders final : public vbs::NativeObject<SpecialFolders> {
 
   std::unique_ptr<vbs::Enumerator> enumerate() override {
     std::vector<Value> list;
+    list.reserve(kFolders.size());
     for (const Row& row : kFolders) list.push_back(text(pathOf(row)));
     return std::make_unique<vbs::ValueWalk>(std::move(list));
   }

@@ -342,7 +342,7 @@ Value ArrayList::lastIndexOf(Args args) {
 
 /// The place of an equal element, or the complement of the place where one would stand.
 Value ArrayList::binarySearch(Args args) {
-  const Value sought = args[0].deref();
+  const Value& sought = args[0].deref();
   const auto found = std::lower_bound(
       values_.begin(), values_.end(), sought,
       [](const Value& element, const Value& wanted) { return compare(element, wanted) < 0; });

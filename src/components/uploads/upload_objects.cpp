@@ -17,7 +17,6 @@ namespace quorvane {
 
 using uploads::FileObject;
 using uploads::NamedItems;
-using uploads::UploadedFile;
 using uploads::UploadedForm;
 using vbs::Args;
 using vbs::CallKind;

@@ -18,11 +18,11 @@ namespace quorvane::uploads {
 
 namespace {
 
-constexpr std::size_t kBlock = 64 * 1024;
+constexpr std::size_t kBlock = std::size_t{64} * 1024;
 
 /// Nothing that a client writes may lead out of a folder, or to what is no file on any system.
 std::string plainName(const std::string& clientPath, const Services& services) {
-  const std::string name(paths::fileNameOf(clientPath));
+  std::string name(paths::fileNameOf(clientPath));
   const auto checked = RootedPath::portable("/", name);
   if (checked && !name.empty() && checked->relative() == name) return name;
   return "upload-" + hexDigits(services.random.guid());
