@@ -169,7 +169,9 @@ std::string urlOf(const Route& route, const std::string& host) {
   const bool whole = route.tls == Route::Tls::Whole;
   const bool hasPort = host.find(':', host.rfind(']') + 1) != host.npos;
   std::string url = (whole ? "smtps://" : "smtp://") + host;
-  if (!hasPort) url += ':' + std::to_string(route.port > 0 && route.port < 65536 ? route.port : whole ? 465 : 25);
+  const int usual = whole ? 465 : 25;
+  const bool isPort = route.port > 0 && route.port <= UINT16_MAX;
+  if (!hasPort) url += ':' + std::to_string(isPort ? route.port : usual);
   return url;
 }
 

@@ -319,7 +319,7 @@ Value ArrayList::getRange(Args args) {
 }
 
 std::int32_t ArrayList::find(const Value& wanted, Range range) const {
-  const Value sought = wanted.deref();
+  const Value& sought = wanted.deref();
   vbs::countWork(range.count * sizeof(Value));
   for (std::size_t i = range.start; i < range.start + range.count; ++i) {
     if (same(values_[i], sought)) return static_cast<std::int32_t>(i);
