@@ -1,6 +1,7 @@
 #include "components/components.h"
 
 #include <string>
+#include <unordered_map>
 
 #include "components/ado/catalog.h"
 #include "components/ado/command.h"
@@ -91,13 +92,20 @@ constexpr const Component* kComponents[] = {
 };
 // clang-format on
 
-const Component* componentOf(std::string_view progId) {
+using Names = std::unordered_map<std::string_view, const Component*>;
+
+Names allNames() {
+  Names names;
   for (const Component* component : kComponents) {
-    for (const std::string_view name : split(component->progIds, ' ')) {
-      if (equalsNoCase(name, progId)) return component;
-    }
+    for (const std::string_view name : split(component->progIds, ' ')) names[name] = component;
   }
-  return nullptr;
+  return names;
+}
+
+const Component* componentOf(std::string_view lowerName) {
+  static const Names names = allNames();
+  const auto found = names.find(lowerName);
+  return found == names.end() ? nullptr : found->second;
 }
 
 std::string_view withoutVersion(std::string_view progId) {
@@ -111,8 +119,9 @@ std::string_view withoutVersion(std::string_view progId) {
 }  // namespace
 
 vbs::Value createComponent(std::string_view progId, const Services& services) {
-  const Component* component = componentOf(progId);
-  if (!component) component = componentOf(withoutVersion(progId));
+  const std::string lowerName = lowerCase(progId);
+  const Component* component = componentOf(lowerName);
+  if (!component) component = componentOf(withoutVersion(lowerName));
   if (!component) vbs::throwError(vbs::ErrorCode::CannotCreateObject, progId);
   return component->create(services);
 }
