@@ -29,8 +29,8 @@ class Engine {
   /// name as well, after those of objects added before. All objects come before the first run.
   void addObject(std::string_view name, Object& object, bool globalMembers);
 
-  /// Compiles and runs `source` (bytes of Windows-1252) in the global scope. Nothing on success.
-  /// The limits of time and memory start anew with each call.
+  /// Compiles and runs `source` (bytes of Windows-1252, or of UTF-8 behind the UTF-8 mark) in the
+  /// global scope. Nothing on success. The limits of time and memory start anew with each call.
   std::optional<ErrorReport> run(std::string_view source);
 
   /// Moves the end of the run in progress, which Limits::time set at its start. For objects of the

@@ -3,6 +3,7 @@
 #include "vbscript/machine/machine.h"
 #include "vbscript/machine/operations.h"
 #include "vbscript/machine/script_object.h"
+#include "vbscript/syntax/lexer.h"
 #include "vbscript/syntax/name_table.h"
 #include "vbscript/values/convert.h"
 
@@ -37,7 +38,9 @@ void bindOuterVariables(const Routine& main, Value* parameters, Frame& outer) {
 Value Machine::runText(const Value& text, bool isExpression, bool global) {
   Frame& outer = *stack_.top();
   const bool inRoutine = !global && !outer.routine->isGlobalScope;
-  const std::string source = text.asString().narrow();
+  const String& characters = text.asString();
+  const std::string source = characters.isAnsi() ? std::string(characters.ansi())
+                                                 : std::string(kUtf8Mark).append(characters.utf8());
   const auto program = texts_.text(source, isExpression, inRoutine ? outer.routine : nullptr);
   const Routine& main = program->main();
   const Frame* halt = enterHalt();

@@ -53,7 +53,6 @@ bool isValueKeyword(Keyword keyword) {
 
 Lexer::Lexer(std::string_view source, NameTable& names)
     : at_(source.data()), end_(at_ + source.size()), lineStart_(at_), names_(names) {
-  constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
   if (source.starts_with(kUtf8Mark)) at_ += kUtf8Mark.size();
 }
 

@@ -50,8 +50,12 @@ struct Token {
   const NameTable::Entry* name = nullptr;  ///< of a Word
 };
 
-/// Splits a script (bytes of Windows-1252) into tokens, one at a call. Comments, blanks and
-/// continued line ends vanish here. Throws CompileError. After the end it returns End for ever.
+/// In front of a script: the bytes of its strings are UTF-8.
+inline constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+
+/// Splits a script (bytes of Windows-1252, or of UTF-8 behind the mark) into tokens,
+/// one at a call. Comments, blanks and continued line ends vanish here. Throws CompileError. After
+/// the end it returns End for ever.
 class Lexer {
  public:
   /// Both outlive the lexer and its tokens.

@@ -282,14 +282,17 @@ Value Parser::literalValue() const {
 }
 
 Value Parser::stringValue() const {
-  if (!token_.doubledQuotes) return Value(token_.text);
+  const auto valueOf = [&](std::string_view bytes) {
+    return isUtf8_ ? Value(String::fromUtf8(bytes)) : Value(bytes);
+  };
+  if (!token_.doubledQuotes) return valueOf(token_.text);
   std::string text;
   text.reserve(token_.text.size());
   for (std::size_t i = 0; i < token_.text.size(); ++i) {
     text += token_.text[i];
     if (token_.text[i] == '"') ++i;
   }
-  return Value(std::string_view(text));
+  return valueOf(text);
 }
 
 /// Date literals are written the American way whatever locale is active.

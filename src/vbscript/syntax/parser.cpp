@@ -16,7 +16,8 @@ void DeclaredNames::add(Level level, std::uint32_t id, Kind kind) {
   marks_[at] = {serials_[level], kind};
 }
 
-Parser::Parser(std::string_view source, NameTable& names) : lexer_(source, names) {
+Parser::Parser(std::string_view source, NameTable& names)
+    : lexer_(source, names), isUtf8_(source.starts_with(kUtf8Mark)) {
   lexer_.next(token_);
   lookAhead();
 }

@@ -16,7 +16,8 @@ struct CompileError {
   SourcePosition position;
 };
 
-/// Parses a whole script (bytes of Windows-1252). Throws CompileError at the first fault.
+/// Parses a whole script (bytes of Windows-1252, or of UTF-8 behind the mark). Throws CompileError
+/// at the first fault.
 /// Nesting is bounded: too deep a script is error 1001 (out of memory). `source` must outlive the
 /// tree.
 std::unique_ptr<Script> parseScript(std::string_view source);

@@ -179,6 +179,7 @@ class Parser {
   };
 
   Lexer lexer_;
+  const bool isUtf8_;         ///< the bytes of strings are
   Script* script_ = nullptr;  ///< null while one expression is parsed
   Token token_;
   Token ahead_;

@@ -194,3 +194,8 @@ Failed                         '> 13
 ExecuteGlobal "Dim r"
 ExecuteGlobal "Dim r"
 Failed                         '> no error
+
+'=== a text of any characters
+Execute "t = ""a" & ChrW(20013) & """""" & ChrW(&hD83D) & ChrW(&hDE00) & """"
+Echo Len(t), AscW(Mid(t, 2, 1)), Mid(t, 3, 1)     '> 5 20013 "
+Echo AscW(Eval("""" & ChrW(1078) & """"))         '> 1078

@@ -1,0 +1,53 @@
+#include "script/customary/code_page.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvane::customary {
+
+namespace {
+
+using vbs::String;
+
+TEST(CodePage, Known) {
+  for (const int codePage : {437,   850,   852,   866,   874,   932,   936,   949,   950,   1250,
+                             1251,  1252,  1253,  1254,  1255,  1256,  1257,  1258,  20127, 20866,
+                             20932, 21866, 28591, 28592, 28593, 28594, 28595, 28596, 28597, 28598,
+                             28599, 28603, 28605, 50220, 51932, 51936, 51949, 54936, 65001}) {
+    EXPECT_TRUE(isCodePage(codePage)) << codePage;
+  }
+  for (const int codePage : {-1, 0, 1, 1249, 1259, 65000, 65002}) {
+    EXPECT_FALSE(isCodePage(codePage)) << codePage;
+  }
+}
+
+TEST(CodePage, BothWays) {
+  const struct {
+    int codePage;
+    std::string bytes;
+    std::u16string text;
+  } rows[] = {
+      {1252, "\x80\x81\xFF", u"\u20AC\u0081\u00FF"},
+      {65001, "\xE4\xB8\xAD!", u"\u4E2D!"},
+      {936, "\xD6\xD0!", u"\u4E2D!"},
+      {950, "\xA4\xA4", u"\u4E2D"},
+      {932, "\x82\xA0", u"\u3042"},
+      {949, "\xB0\xA1", u"\uAC00"},
+      {1251, "\xC6", u"\u0416"},
+      {28605, "\xA4", u"\u20AC"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(decode(row.codePage, row.bytes).wide(), row.text) << row.codePage;
+    EXPECT_EQ(encode(row.codePage, String::fromWide(row.text)), row.bytes) << row.codePage;
+  }
+}
+
+TEST(CodePage, WhatHasNoPlace) {
+  EXPECT_EQ(encode(1252, String::fromWide(u"a\u4E2D")), "a?");
+  EXPECT_EQ(encode(1251, String::fromWide(u"a\u4E2D")), "a?");
+  EXPECT_EQ(decode(65001, "a\xFF").wide(), u"a\uFFFD");
+  EXPECT_EQ(encode(65001, String("\xE9")), "\xC3\xA9");
+}
+
+}  // namespace
+
+}  // namespace quorvane::customary
