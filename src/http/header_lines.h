@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -17,6 +18,12 @@ void writeOwn(std::string& text, std::string_view name, std::string_view value);
 
 /// Adds a line behind others.
 void add(std::string& lines, std::string_view name, std::string_view value);
+
+/// The text with CR, LF and NUL turned into blanks.
+std::string oneLine(std::string_view text);
+
+/// The lines but those of the headers named, in lower case.
+std::string without(std::string_view lines, std::span<const std::string_view> names);
 
 /// Whether the lines bring that header: whether its name, a colon and a blank stand anywhere in
 /// them, letter case aside. `name` is in lower case.

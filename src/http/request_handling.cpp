@@ -77,6 +77,8 @@ class RequestHandling::Answer {
   PageOutcome runPage();
   void follow(const RedirectedPage& page);
   Response pageResponse(FinishedPage page);
+  Response pageResponse(AnsweredPage page);
+  bool pack(std::string& body) const;
   std::optional<Response> fileResponse();
   Response moduleResponse();
   Response withHead(ResponseHeads::Ordinary head, Body body);
@@ -128,6 +130,7 @@ std::optional<Response> RequestHandling::Answer::run() {
     }
     PageOutcome outcome = runPage();
     if (auto* page = std::get_if<FinishedPage>(&outcome)) return pageResponse(std::move(*page));
+    if (auto* page = std::get_if<AnsweredPage>(&outcome)) return pageResponse(std::move(*page));
     if (auto* page = std::get_if<FlushedPage>(&outcome)) {
       logRequest();
       return Response{{}, std::move(page->rest), false};
@@ -195,15 +198,32 @@ Response RequestHandling::Answer::pageResponse(FinishedPage page) {
   logRequest();
   std::string& headers = page.header;
   if (headers.ends_with("\r\n")) headers.resize(headers.size() - 2);
-  if (parser_.AcceptGZipEncoding() && services_.state.EncodeDynamic &&
-      clsZipString::CompressString(page.body, clsZipString::kGzip)) {
-    header_lines::add(headers, "Content-encoding", "gzip");
-  }
+  if (pack(page.body)) header_lines::add(headers, "Content-encoding", "gzip");
   ResponseHeads::Ordinary head;
   head.extraHeaders = headers;
   head.contentType = handling_.types_->typeOf(localFile_);
   head.cacheControl = "private";
   return withHead(head, std::move(page.body));
+}
+
+Response RequestHandling::Answer::pageResponse(AnsweredPage page) {
+  logRequest();
+  if (ResponseHeads::isBodyless(page.status)) page.body.clear();
+  std::string& lines = page.headerLines;
+  if (!header_lines::bring(lines, "content-encoding") && pack(page.body)) {
+    header_lines::add(lines, "Content-Encoding", "gzip");
+  }
+  const bool keepAlive = parser_.KeepAlive();
+  Response response{
+      handling_.heads_->ofPage(page.status, lines, page.body.size(), keepAlive), {}, keepAlive};
+  if (!headOnly_) response.body = std::move(page.body);
+  return response;
+}
+
+/// A page's output, for clients that want it so.
+bool RequestHandling::Answer::pack(std::string& body) const {
+  return parser_.AcceptGZipEncoding() && services_.state.EncodeDynamic &&
+         clsZipString::CompressString(body, clsZipString::kGzip);
 }
 
 std::optional<Response> RequestHandling::Answer::fileResponse() {

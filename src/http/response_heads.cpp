@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <span>
 
 #include "http/header_lines.h"
 #include "http/serverMod.h"
@@ -12,6 +13,12 @@ namespace {
 
 constexpr std::size_t kUsualRoom = 384;  ///< bytes
 constexpr std::string_view kLineEnd = "\r\n";
+
+/// Lines by which a client finds an answer's end, and those that only the server can know. A page
+/// with others would make the client take the next answer for a piece of this one. Where no other
+/// follows a page may announce its length, which stands first here.
+constexpr std::array<std::string_view, 5> kFraming{"content-length", "transfer-encoding",
+                                                   "connection", "server", "date"};
 
 std::string_view textOf(Status status) {
   switch (status) {
@@ -32,10 +39,12 @@ std::string_view textOf(Status status) {
 /// Writes one head line by line. What it is given is the server's own or made by `header_lines`.
 class HeadWriter {
  public:
-  explicit HeadWriter(Status status, std::size_t room = kUsualRoom) {
+  explicit HeadWriter(Status status, std::size_t room = kUsualRoom)
+      : HeadWriter(textOf(status), room) {}
+  explicit HeadWriter(std::string_view status, std::size_t room = kUsualRoom) {
     text_.reserve(room);
     text_ += "HTTP/1.1 ";
-    whole(textOf(status));
+    whole(status);
   }
 
   void line(std::string_view name, std::string_view value) {
@@ -114,6 +123,30 @@ std::string ResponseHeads::flushed(std::int32_t sessionNumber, std::string_view 
   if (!header_lines::bring(extraHeaders, "content-type")) writer.line("Content-Type", "text/html");
   writer.whole(extraHeaders);
   return writer.finish();
+}
+
+std::string ResponseHeads::ofPage(std::string_view status, std::string_view pageLines,
+                                  std::uint64_t contentLength, bool keepAlive) {
+  HeadWriter writer(header_lines::oneLine(status), kUsualRoom + pageLines.size());
+  if (!isBodyless(status)) writer.length(contentLength);
+  writer.line("Server", serverName_);
+  writer.whole(header_lines::without(pageLines, kFraming));
+  writer.connection(keepAlive);
+  writer.line("Date", dates_.now());
+  return writer.finish();
+}
+
+std::string ResponseHeads::ofFlushedPage(std::string_view status, std::string_view pageLines) {
+  HeadWriter writer(header_lines::oneLine(status), kUsualRoom + pageLines.size());
+  writer.line("Server", serverName_);
+  writer.whole(header_lines::without(pageLines, std::span(kFraming).subspan(1)));
+  writer.connection(false);
+  writer.line("Date", dates_.now());
+  return writer.finish();
+}
+
+bool ResponseHeads::isBodyless(std::string_view status) {
+  return status.starts_with("204") || status.starts_with("304");
 }
 
 std::string ResponseHeads::goOn() {

@@ -41,6 +41,18 @@ class ResponseHeads {
   /// Of a page that flushes its first part; the end of the connection ends the body.
   std::string flushed(std::int32_t sessionNumber, std::string_view extraHeaders);
 
+  /// Of a page that answers with a status and lines of its own, without a length when the status
+  /// has no body. What it says itself of the connection and the length doesn't count.
+  std::string ofPage(std::string_view status, std::string_view pageLines,
+                     std::uint64_t contentLength, bool keepAlive);
+
+  /// The same of a page that sends its first part; the end of the connection ends the body, whose
+  /// length the page may announce.
+  std::string ofFlushedPage(std::string_view status, std::string_view pageLines);
+
+  /// Whether answers of that status end with their head.
+  static bool isBodyless(std::string_view status);
+
   /// The word to a client that waits before it sends a body.
   static std::string goOn();
 

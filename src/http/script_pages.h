@@ -50,16 +50,24 @@ struct RedirectedPage {
   bool mayLeaveRoot = false;
 };
 
+/// A page that said itself with what status and lines it goes out. Its session, if any, is its own
+/// affair: the server adds no line of a session or cookie.
+struct AnsweredPage {
+  std::string status;       ///< number and text: "302 Object moved"
+  std::string headerLines;  ///< of the page alone, its content type among them; separated by CR LF
+  std::string body;         ///< not sent with a status that has none
+};
+
 /// A page that sent the head and its first part while it ran.
 struct FlushedPage {
   std::string rest;
 };
 
-using PageOutcome = std::variant<FinishedPage, RedirectedPage, FlushedPage>;
+using PageOutcome = std::variant<FinishedPage, RedirectedPage, AnsweredPage, FlushedPage>;
 
 struct ScriptPageResult {
   PageOutcome outcome;
-  std::int32_t sessionNumber = 0;  ///< the session's number after the run
+  std::int32_t sessionNumber = 0;  ///< the session's number after the run; 0 of an answered page
 };
 
 /// How request handling reaches script pages without knowing the script engine. The

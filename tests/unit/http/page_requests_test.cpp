@@ -1,4 +1,5 @@
 #include "handling_fixture.h"
+#include "http/response_heads.h"
 #include "testing/module_builder.h"
 
 namespace quorvane {
@@ -22,6 +23,9 @@ class PageRequests : public HandlingFixture {
     pages.page = [=](const ScriptPageRequest&) {
       return ScriptPageResult{FinishedPage{headers, output}};
     };
+  }
+  void pageAnswers(const AnsweredPage& page) {
+    pages.page = [page](const ScriptPageRequest&) { return ScriptPageResult{page}; };
   }
   /// Page a.qvs leads elsewhere, every other one gives its own path.
   void firstPageLeadsTo(const std::string& target,
@@ -217,6 +221,78 @@ TEST_F(PageRequests, OutputIsCompressedForClientsThatAcceptIt) {
   EXPECT_EQ(body, "some output");
   // The next request says nothing of encodings and inherits the answer of the last one that did.
   EXPECT_NE(get("/a.qvs").find("Content-encoding: gzip"), std::string::npos);
+}
+
+TEST_F(PageRequests, APageMayAnswerWithAStatusAndLinesOfItsOwn) {
+  pageAnswers({"302 Object moved", "Location: /b.asp\r\nContent-Type: text/html", "moved"});
+  EXPECT_EQ(get("/a.qvs", "Cookie: QVS_SESSIONID=12\r\n"),
+            "HTTP/1.1 302 Object moved\r\n"
+            "Content-Length: 5\r\n"
+            "Server: Quorvane-Server/1.2.3\r\n"
+            "Location: /b.asp\r\n"
+            "Content-Type: text/html\r\n"
+            "Connection: Keep-Alive\r\n"
+            "Date: Mon, 09 Mar 2026 10:00:00 GMT\r\n"
+            "\r\n"
+            "moved");
+  EXPECT_EQ(logged(), (Lines{"10.0.0.9 > GET /a.qvs"}));
+  EXPECT_TRUE(answerTo("GET /a.qvs HTTP/1.1\r\n\r\n").keepAlive);
+  const Response closed = answerTo("GET /a.qvs HTTP/1.1\r\nConnection: close\r\n\r\n");
+  EXPECT_FALSE(closed.keepAlive);
+  EXPECT_NE(closed.head.find("\r\nConnection: Close\r\n"), std::string::npos);
+  const Response head = answerTo("HEAD /a.qvs HTTP/1.1\r\n\r\n");
+  EXPECT_NE(head.head.find("\r\nContent-Length: 5\r\n"), std::string::npos);
+  EXPECT_EQ(bytesOf(head.body), "");
+}
+
+TEST_F(PageRequests, AnAnsweringPageCantMakeItsClientMistakeTheEnd) {
+  pageAnswers({"200 OK\r\nX: 1",
+               "content-length: 99\r\nTransfer-Encoding : chunked\r\nConnection: x\r\n"
+               "SERVER: mine\r\nDate: never\r\nX-Date: kept\r\nA: b\nc",
+               "body"});
+  EXPECT_EQ(get("/a.qvs"),
+            "HTTP/1.1 200 OK  X: 1\r\n"
+            "Content-Length: 4\r\n"
+            "Server: Quorvane-Server/1.2.3\r\n"
+            "X-Date: kept\r\n"
+            "A: b c\r\n"
+            "Connection: Keep-Alive\r\n"
+            "Date: Mon, 09 Mar 2026 10:00:00 GMT\r\n"
+            "\r\n"
+            "body");
+  for (const char* status : {"204 No Content", "304 Not Modified"}) {
+    pageAnswers({status, "", "body"});
+    EXPECT_EQ(get("/a.qvs"), "HTTP/1.1 "s + status +
+                                 "\r\nServer: Quorvane-Server/1.2.3\r\n"
+                                 "Connection: Keep-Alive\r\n"
+                                 "Date: Mon, 09 Mar 2026 10:00:00 GMT\r\n\r\n");
+  }
+}
+
+TEST_F(PageRequests, AnAnsweringPageIsCompressedOnce) {
+  state.EncodeDynamic = true;
+  const std::string wish = "Accept-Encoding: gzip\r\n";
+  pageAnswers({"404 Gone away", "Content-Type: text/plain", "some output"});
+  const std::string text = get("/a.qvs", wish);
+  EXPECT_NE(text.find("Content-Type: text/plain\r\nContent-Encoding: gzip\r\n"), std::string::npos);
+  std::string body = text.substr(text.find("\r\n\r\n") + 4);
+  EXPECT_TRUE(clsZipString::UncompressString(body, clsZipString::kGzip));
+  EXPECT_EQ(body, "some output");
+  pageAnswers({"200 OK", "Content-Encoding: gzip", "packed by the page"});
+  EXPECT_TRUE(ends(get("/a.qvs", wish), "packed by the page"));
+  pageAnswers({"304 Not Modified", "", ""});
+  EXPECT_EQ(get("/a.qvs", wish).find("gzip"), std::string::npos);
+}
+
+TEST_F(PageRequests, AnAnsweringPageThatFlushesEndsWithItsConnection) {
+  ResponseHeads heads(state, clock);
+  EXPECT_EQ(heads.ofFlushedPage("500 Broken", "Content-Length: 9\r\nConnection: keep"),
+            "HTTP/1.1 500 Broken\r\n"
+            "Server: Quorvane-Server/1.2.3\r\n"
+            "Content-Length: 9\r\n"
+            "Connection: Close\r\n"
+            "Date: Mon, 09 Mar 2026 10:00:00 GMT\r\n"
+            "\r\n");
 }
 
 TEST_F(PageRequests, EmptyOutputAndUnwantedCompressionStayPlain) {
