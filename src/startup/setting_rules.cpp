@@ -83,6 +83,12 @@ std::string_view takeSeconds(ServerState& state, const std::string& text) {
   return number || text.empty() ? "" : "it is no number of seconds and the default counts";
 }
 
+std::string_view takeCustomary(ServerState& state, const std::string& text) {
+  const bool taken = text.size() == 1 && text[0] >= '0' && text[0] <= '2';
+  state.Customary = taken ? text[0] - '0' : 0;
+  return taken || text.empty() ? "" : "it is neither \"0\", \"1\" nor \"2\" and counts as \"0\"";
+}
+
 template <std::string ServerState::*member>
 std::string_view takeText(ServerState& state, const std::string& text) {
   state.*member = text;
@@ -115,6 +121,8 @@ constexpr std::array kRules{
     SettingRule{"AllowShell", "", takeFlag<&ServerState::AllowShell>},
     SettingRule{"MailServer", "", takeText<&ServerState::MailServer>},
     SettingRule{"MailFolder", "", takeText<&ServerState::MailFolder>},
+    SettingRule{"Customary", "", takeCustomary},
+    SettingRule{"NotFoundPage", "", takeText<&ServerState::NotFoundPage>},
 };
 
 }  // namespace

@@ -55,6 +55,10 @@ struct ServerState {
   std::string MailServer;   ///< "host" or "host:port" for pages that name none
   std::string MailFolder;   ///< takes mail as files; empty: mail is sent
 
+  // The customary dialect of pages.
+  std::int32_t Customary = 0;  ///< 1: for pages that begin with a directive; 2: for every page
+  std::string NotFoundPage;    ///< path of a URL; runs where a request finds nothing, under 2
+
   // Seconds after which a connection is closed; 0 for never.
   std::uint32_t HeadSeconds = 30;   ///< without a whole head
   std::uint32_t BodySeconds = 60;   ///< without progress of an announced body

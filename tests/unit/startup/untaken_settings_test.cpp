@@ -65,6 +65,16 @@ TEST(UntakenSettings, BoundsThatAreNone) {
              "counts as 0"}));
 }
 
+TEST(UntakenSettings, ThereAreThreeWaysToTakePages) {
+  EXPECT_EQ(untaken("Customary=2\nNotFoundPage=/404.asp\n"), Lines());
+  EXPECT_EQ(untaken("Customary=1\n"), Lines());
+  for (const char* text : {"3", "-1", " 2", "02", "2 ", "two"}) {
+    EXPECT_EQ(untaken("Customary=" + std::string(text) + "\n"),
+              Lines{"Settings line 1 not taken: Customary is \"" + std::string(text) +
+                    "\"; it is neither \"0\", \"1\" nor \"2\" and counts as \"0\""});
+  }
+}
+
 TEST(UntakenSettings, LinesThatAreNoSetting) {
   EXPECT_EQ(untaken("Prot=80\nPort 80\nPort=1\nPORT=2\n=x\n"),
             (Lines{"Settings line 1 not taken: there is no setting \"Prot\"",
