@@ -1,0 +1,21 @@
+#include "script/customary/page_program.h"
+
+#include <algorithm>
+
+namespace quorvane::customary {
+
+std::uint32_t LineMap::file(const std::string& path) {
+  const auto known = std::find(files_.begin(), files_.end(), path);
+  if (known == files_.end()) files_.push_back(path);
+  return static_cast<std::uint32_t>(std::find(files_.begin(), files_.end(), path) - files_.begin());
+}
+
+std::optional<Place> LineMap::place(std::uint32_t line, std::uint32_t column) const {
+  if (line == 0 || line > rows_.size()) return std::nullopt;
+  const Row& row = rows_[line - 1];
+  const std::int64_t shifted = std::int64_t{column} + row.shift;
+  return Place{files_[row.file], row.line,
+               column == 0 ? 0 : static_cast<std::uint32_t>(std::max<std::int64_t>(shifted, 1))};
+}
+
+}  // namespace quorvane::customary
