@@ -5,11 +5,13 @@
 #include <libxml/xmlmemory.h>
 #include <libxslt/xsltutils.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <mutex>
 #include <utility>
 
+#include "components/xml/block_pool.h"
 #include "components/xml/external_files.h"
 #include "platform/allocation.h"
 #include "vbscript/values/time_check.h"
@@ -24,26 +26,56 @@ thread_local unsigned allocations = 0;
 constexpr unsigned kBetweenLooks = 256;  ///< allocations
 constexpr std::size_t kMuch = std::size_t{1} << 20;
 
+#ifdef QUORVANE_FINDS_MEMORY_FAULTS
+constexpr bool kPools = false;  // or a block that is used after its end would go unseen
+#else
+constexpr bool kPools = true;
+#endif
+
+/// Threads that run scripts have a pool, which never ends: the library gives its last blocks back
+/// when all else has ended. Others, of libraries that use this one too, have none: they may give
+/// one another what they have taken.
+thread_local BlockPool* pool = nullptr;
+
+std::size_t bytesOf(void* memory) {
+  return BlockPool::isPooled(memory) ? BlockPool::bytesOf(memory) : allocatedBytes(memory);
+}
+
 /// Nothing can be thrown from here; what is over the limit is found by the next look.
 void* counted(void* memory) {
-  const std::size_t bytes = allocatedBytes(memory);
+  if (!memory) return nullptr;
+  const std::size_t bytes = bytesOf(memory);
   vbs::runContext.memory.used += static_cast<std::int64_t>(bytes);
   if (innermost && (++allocations % kBetweenLooks == 0 || bytes >= kMuch)) Watch::look();
   return memory;
 }
 
 void* allocate(std::size_t bytes) {
-  return counted(std::malloc(bytes));
+  const bool pooled = pool && bytes <= BlockPool::kLargest;
+  return counted(pooled ? pool->take(bytes) : std::malloc(bytes));
 }
 
 void release(void* memory) {
-  vbs::runContext.memory.release(allocatedBytes(memory));
-  std::free(memory);
+  if (!memory) return;
+  vbs::runContext.memory.release(bytesOf(memory));
+  if (BlockPool::isPooled(memory)) {
+    pool->giveBack(memory);
+  } else {
+    std::free(memory);
+  }
 }
 
 void* reallocate(void* memory, std::size_t bytes) {
-  const std::size_t before = allocatedBytes(memory);
-  void* moved = std::realloc(memory, bytes);
+  const std::size_t before = memory ? bytesOf(memory) : 0;
+  if (pool && (!memory || BlockPool::isPooled(memory))) {
+    void* const moved = allocate(bytes);
+    if (moved && memory) {
+      std::memcpy(moved, memory, std::min(before, bytes));
+      release(memory);
+    }
+    return moved;
+  }
+  void* const moved = std::realloc(memory, bytes);
   if (!moved) return nullptr;
   vbs::runContext.memory.release(before);
   return counted(moved);
@@ -67,6 +99,7 @@ void prepareLibrary() {
     xmlInitParser();
     ExternalFiles::install();
   });
+  if (kPools && !pool) pool = new BlockPool;
   // These two are kept for each thread.
   xmlSetGenericErrorFunc(nullptr, &ignore);
   xsltSetGenericErrorFunc(nullptr, &ignore);
