@@ -18,19 +18,11 @@ import subprocess
 import sys
 import tempfile
 import time
-import urllib.request
 
 HERE = pathlib.Path(__file__).resolve().parent
-REPOSITORY = HERE.parent.parent
-sys.path.insert(0, str(REPOSITORY / "tests"))
+sys.path.insert(0, str(HERE.parent))
 
-import serving  # noqa: E402
-
-ROUNDS = int(os.environ.get("BENCH_ROUNDS", "3"))
-SECONDS = os.environ.get("BENCH_SECONDS", "3")
-CONNECTIONS = "64"
-CORES = sorted(os.sched_getaffinity(0))
-SERVER_CORE, LOAD_CORE = str(CORES[0]), str(CORES[-1])
+import measuring  # noqa: E402
 
 SMALL_PAGE = """<html><body>
 <% For i = 1 To 10 %>
@@ -38,50 +30,6 @@ SMALL_PAGE = """<html><body>
 <% Next %>
 </body></html>
 """
-
-NGINX = """
-worker_processes 1;
-daemon off;
-pid {folder}/pid;
-error_log {folder}/error.log crit;
-events {{ worker_connections 1024; }}
-http {{
-  access_log off;
-  sendfile on;
-  tcp_nodelay on;
-  keepalive_requests 1000000000;
-  default_type text/plain;
-  open_file_cache max=100;
-  client_body_temp_path {folder}/body;
-  proxy_temp_path {folder}/proxy;
-  fastcgi_temp_path {folder}/fastcgi;
-  uwsgi_temp_path {folder}/uwsgi;
-  scgi_temp_path {folder}/scgi;
-  server {{
-    listen 127.0.0.1:{port};
-    root {root};
-    location = /prose.txt {{ gzip_static on; }}
-  }}
-}}
-"""
-
-
-class Nginx:
-    def __init__(self, root):
-        self.folder = tempfile.mkdtemp(prefix="quorvane-bench-")
-        self.port = serving.free_port()
-        config = pathlib.Path(self.folder) / "nginx.conf"
-        config.write_text(NGINX.format(folder=self.folder, port=self.port, root=root))
-        os.chmod(self.folder, 0o755)
-        self.process = subprocess.Popen(
-            ["taskset", "-c", SERVER_CORE, "nginx", "-p", self.folder, "-c", str(config)],
-            stderr=subprocess.DEVNULL)
-
-    def stop(self):
-        self.process.terminate()
-        self.process.wait(10)
-        shutil.rmtree(self.folder, ignore_errors=True)
-
 
 MIB = 1 << 20
 LARGE = 64 * MIB
@@ -106,25 +54,11 @@ LINES = [
 
 def rate(port, target, line):
     """Requests or MiB per second over one round."""
-    headers = [part for header in line.headers for part in ("-H", header)]
-    answer = subprocess.run(
-        ["taskset", "-c", LOAD_CORE, "wrk", "-t1", "-c" + CONNECTIONS, "-d" + SECONDS + "s",
-         *headers, "http://127.0.0.1:%d%s" % (port, target)],
-        capture_output=True, text=True, check=True).stdout
-    if "Non-2xx" in answer:
-        raise SystemExit("error answers for %s:\n%s" % (target, answer))
-    if line.unit == "MiB":
-        amount, prefix = re.search(r"Transfer/sec:\s*([\d.]+)([KMGT]?)B", answer).groups()
-        return float(amount) * 1024 ** (" KMGT".index(prefix or " ")) / MIB
-    return float(re.search(r"Requests/sec:\s*([\d.]+)", answer)[1])
-
-
-def answer_to(port, target, line):
-    """The body of one answer, to see that both servers send as much."""
-    headers = dict(header.split(": ") for header in line.headers)
-    request = urllib.request.Request("http://127.0.0.1:%d%s" % (port, target), headers=headers)
-    with urllib.request.urlopen(request) as answer:
-        return answer.read()
+    if line.unit == "requests":
+        return measuring.requests_per_second(port, target, line.headers)
+    answer = measuring.load(port, target, line.headers)
+    amount, prefix = re.search(r"Transfer/sec:\s*([\d.]+)([KMGT]?)B", answer).groups()
+    return float(amount) * 1024 ** (" KMGT".index(prefix or " ")) / MIB
 
 
 def prose():
@@ -164,14 +98,11 @@ def pages():
 def main():
     if len(sys.argv) > 1:
         os.environ["QUORVANE_APP"] = sys.argv[1]
-    missing = [name for name in ("wrk", "taskset") if not shutil.which(name)]
-    if missing:
-        raise SystemExit("not installed: " + ", ".join(missing))
-    server = serving.Server(pages(), {"LogServer": "0", "EncodeStatic": "1"},
-                            preexec=lambda: os.sched_setaffinity(0, {int(SERVER_CORE)}))
-    with server:
-        os.chmod(server.folder, 0o755)
-        nginx = Nginx(server.root) if shutil.which("nginx") else None
+    measuring.need("wrk", "taskset")
+    with measuring.our_server(pages(), {"EncodeStatic": "1"}) as server:
+        nginx = None
+        if shutil.which("nginx"):
+            nginx = measuring.Nginx(server.root, "location = /prose.txt { gzip_static on; }")
         try:
             measure(server, nginx)
         finally:
@@ -181,7 +112,7 @@ def main():
 
 def measure(server, nginx):
     if nginx:
-        serving.wait_until(lambda: reachable(nginx.port), "nginx")
+        measuring.wait_for(nginx.port, "/1k.txt", "nginx")
     lines = LINES
     if (server.root / "photo.jpg").exists():
         server.put("thumbnail.jpg", server.get("/photo.jpg?rx=200").body)
@@ -189,22 +120,22 @@ def measure(server, nginx):
         lines = [line for line in LINES if not line.target.startswith("/photo")]
         print("no browser to draw a photo: no lines of pictures")
     for line in lines:
-        body = answer_to(server.port, line.target, line)
+        body = measuring.answer_to(server.port, line.target, line.headers)
         if b"QVScript Error" in body:
             raise SystemExit("%s fails" % line.target)
         if nginx and line.reference:
-            theirs = answer_to(nginx.port, line.reference, line)
+            theirs = measuring.answer_to(nginx.port, line.reference, line.headers)
             if abs(len(body) - len(theirs)) > len(body) / 50:
                 raise SystemExit("%s: %d bytes beside %d" % (line.name, len(body), len(theirs)))
     best = {}
-    for _ in range(ROUNDS):
+    for _ in range(measuring.ROUNDS):
         for line in lines:
             ours = rate(server.port, line.target, line)
             best[line.name, 0] = max(best.get((line.name, 0), 0), ours)
             if nginx and line.reference:
                 theirs = rate(nginx.port, line.reference, line)
                 best[line.name, 1] = max(best.get((line.name, 1), 0), theirs)
-            time.sleep(0.2)
+            measuring.pause()
     print("%-20s %12s %12s %7s" % ("requests/s", "quorvane", "nginx", "ratio"))
     for line in lines:
         ours = best[line.name, 0]
@@ -222,7 +153,7 @@ def measure(server, nginx):
 def print_page_in_php(server, page_rate):
     """What the work of the page alone costs there: compiled once, no request around it."""
     php = subprocess.run(
-        ["taskset", "-c", SERVER_CORE, "php", "-n", "-d", "opcache.jit=off", HERE / "mixed.php"],
+        ["taskset", "-c", measuring.SERVER_CORE, "php", "-n", "-d", "opcache.jit=off", HERE / "mixed.php"],
         capture_output=True, text=True, check=True)
     ours, theirs = (len("".join(text.split()))
                     for text in (server.get("/mixed.qvs").text, php.stdout))
@@ -241,14 +172,6 @@ def print_rendering_time(server):
         times.append((time.perf_counter() - start) * 1000)
     print("photo of 12 megapixels to a thumbnail: %.0f ms at best, %.0f ms in the middle"
           % (min(times), sorted(times)[len(times) // 2]))
-
-
-def reachable(port):
-    try:
-        urllib.request.urlopen("http://127.0.0.1:%d/1k.txt" % port, timeout=1).close()
-        return True
-    except OSError:
-        return False
 
 
 main()
