@@ -41,6 +41,9 @@ class ApplicationComponent final : public vbs::NativeObject<ApplicationComponent
   /// Null, as at first: no texts. `texts` outlives the component or is replaced before.
   void setLanguage(const LanguageTexts* texts) { texts_ = texts; }
 
+  /// What pages share, for pages that know it by another name.
+  const vbs::Ref<SharedValues>& shared() const { return shared_; }
+
   std::string_view typeName() const override { return "QvS"; }
   static std::span<const vbs::Member<ApplicationComponent>> members();
   static constexpr std::size_t kGlobalMembers = 4;  ///< the first rows of members()

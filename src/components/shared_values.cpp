@@ -1,9 +1,12 @@
 #include "components/shared_values.h"
 
 #include <array>
+#include <cstdint>
+#include <iterator>
 #include <utility>
 #include <vector>
 
+#include "support/text.h"
 #include "vbscript/values/convert.h"
 #include "vbscript/values/value_walk.h"
 
@@ -11,26 +14,45 @@ namespace quorvane {
 
 namespace {
 
-std::string keyText(const vbs::Value& key) {
-  return vbs::toString(key).narrow();
-}
+/// What a key is found by: its bytes of Windows-1252, whose letter case the collection folds. For a
+/// text that has none, digits that no other text has.
+struct Key {
+  explicit Key(const vbs::Value& given) : name(vbs::toString(given)), text(name.narrow()) {
+    hasBytes = name.isAnsi() || vbs::String(std::string_view(text)) == name;
+    if (hasBytes) return;
+    const std::string lower = name.lower().utf8();
+    text = '\0' + hexDigits({reinterpret_cast<const std::uint8_t*>(lower.data()), lower.size()});
+  }
+
+  vbs::String name;
+  std::string text;
+  bool hasBytes = true;
+};
 
 }  // namespace
 
 vbs::Value SharedValues::item(const vbs::Value& key) const {
-  const Kept* held = values_.find(keyText(key));
+  const Kept* held = values_.find(Key(key).text);
   return held ? held->value : vbs::Value();
 }
 
 void SharedValues::setItem(const vbs::Value& key, const vbs::Value& value) {
-  std::string text = keyText(key);
+  Key wanted(key);
   vbs::Value old;  // ends last: its end may run code that asks for this very key
-  if (Kept* held = values_.find(text)) {
+  if (Kept* held = values_.find(wanted.text)) {
     old = std::exchange(held->value, value.deref());
   } else {
-    vbs::MemoryCharge charge(Values::bytesFor(text));
-    values_.add(std::move(text), {value.deref(), std::move(charge)});
+    vbs::MemoryCharge charge(Values::bytesFor(wanted.text));
+    if (wanted.hasBytes) wanted.name = {};
+    values_.add(std::move(wanted.text), {value.deref(), std::move(charge), std::move(wanted.name)});
   }
+}
+
+void SharedValues::remove(const vbs::Value& key) {
+  const Key wanted(key);
+  vbs::Value old;
+  if (Kept* held = values_.find(wanted.text)) old = std::exchange(held->value, vbs::Value());
+  values_.remove(wanted.text);
 }
 
 void SharedValues::clear() {
@@ -41,9 +63,17 @@ void SharedValues::visitReferences(vbs::ReferenceVisitor& visitor) {
   for (auto& entry : values_) visitor.value(entry.value.value);
 }
 
+vbs::Value SharedValues::nameOf(const Values::Entry& entry) {
+  return entry.value.name.empty() ? vbs::Value(std::string_view(entry.key)) : entry.value.name;
+}
+
+vbs::Value SharedValues::keyAt(std::size_t place) const {
+  return nameOf(*std::next(values_.begin(), static_cast<std::ptrdiff_t>(place)));
+}
+
 std::unique_ptr<vbs::Enumerator> SharedValues::enumerate() {
   std::vector<vbs::Value> keys;
-  for (const auto& entry : values_) keys.emplace_back(std::string_view(entry.key));
+  for (const auto& entry : values_) keys.push_back(nameOf(entry));
   return std::make_unique<vbs::ValueWalk>(std::move(keys));
 }
 
@@ -79,10 +109,7 @@ vbs::Value SharedValues::getCount(vbs::Args) {
 }
 
 vbs::Value SharedValues::callRemove(vbs::Args args) {
-  const std::string key = keyText(args[0]);
-  vbs::Value old;
-  if (Kept* held = values_.find(key)) old = std::exchange(held->value, vbs::Value());
-  values_.remove(key);
+  remove(args[0]);
   return {};
 }
 

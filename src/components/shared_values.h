@@ -22,8 +22,12 @@ class SharedValues final : public vbs::NativeObject<SharedValues> {
 
   vbs::Value item(const vbs::Value& key) const;  ///< Empty when nothing is stored
   void setItem(const vbs::Value& key, const vbs::Value& value);
+  void remove(const vbs::Value& key);
   void clear();
   bool empty() const { return values_.empty(); }
+  std::size_t count() const { return values_.size(); }
+  /// The key at a place, counted from 0, in its first spelling. The place must be there.
+  vbs::Value keyAt(std::size_t place) const;
 
   std::string_view typeName() const override { return typeName_; }
   std::unique_ptr<vbs::Enumerator> enumerate() override;  ///< the keys
@@ -42,8 +46,11 @@ class SharedValues final : public vbs::NativeObject<SharedValues> {
   struct Kept {
     vbs::Value value;
     vbs::MemoryCharge charge;
+    vbs::String name;  ///< of a key with characters beyond Windows-1252
   };
   using Values = KeyedCollection<Kept>;
+
+  static vbs::Value nameOf(const Values::Entry& entry);
 
   std::string_view typeName_;
   Values values_;

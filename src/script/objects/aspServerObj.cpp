@@ -24,9 +24,6 @@ using script_values::text;
 
 namespace {
 
-/// Seconds that a page may ask for. All clients wait while a page runs.
-constexpr std::int32_t kLongestTimeout = 60;
-
 /// Folders are mapped wherever they lie.
 constexpr std::string_view kEverywhere(&paths::kSeparator, 1);
 

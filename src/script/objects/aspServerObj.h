@@ -35,6 +35,9 @@ class aspServerObj final : public vbs::NativeObject<aspServerObj> {
     virtual void endPage() = 0;
   };
 
+  /// Seconds that a page may ask for. All clients wait while a page runs.
+  static constexpr std::int32_t kLongestTimeout = 60;
+
   /// All outlive the run.
   aspServerObj(const Services& services, const PageParts& parts, Page& page)
       : services_(services), parts_(parts), page_(&page) {}
