@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <span>
 
 #include "support/paths.h"
 #include "support/text.h"
@@ -210,11 +211,99 @@ constexpr Row kRows[] = {
     {".zip", "application/zip"},
 };
 
+/// Types that the fixed table is too old for; sorted by extension.
+constexpr Row kTodaysRows[] = {
+    {".3gp", "video/3gpp"},
+    {".7z", "application/x-7z-compressed"},
+    {".aac", "audio/aac"},
+    {".apng", "image/apng"},
+    {".appcache", "text/cache-manifest"},
+    {".atom", "application/atom+xml"},
+    {".avif", "image/avif"},
+    {".bz2", "application/x-bzip2"},
+    {".cab", "application/vnd.ms-cab-compressed"},
+    {".csv", "text/csv"},
+    {".cur", "image/x-icon"},
+    {".docm", "application/vnd.ms-word.document.macroEnabled.12"},
+    {".docx", "application/vnd.openxmlformats-officedocument.wordprocessingml.document"},
+    {".dotx", "application/vnd.openxmlformats-officedocument.wordprocessingml.template"},
+    {".dtd", "application/xml-dtd"},
+    {".eot", "application/vnd.ms-fontobject"},
+    {".epub", "application/epub+zip"},
+    {".flac", "audio/flac"},
+    {".flv", "video/x-flv"},
+    {".geojson", "application/geo+json"},
+    {".gpx", "application/gpx+xml"},
+    {".heic", "image/heic"},
+    {".ics", "text/calendar"},
+    {".jar", "application/java-archive"},
+    {".jp2", "image/jp2"},
+    {".json", "application/json"},
+    {".jsonld", "application/ld+json"},
+    {".jxl", "image/jxl"},
+    {".kml", "application/vnd.google-earth.kml+xml"},
+    {".kmz", "application/vnd.google-earth.kmz"},
+    {".m3u8", "application/vnd.apple.mpegurl"},
+    {".m4a", "audio/mp4"},
+    {".m4v", "video/mp4"},
+    {".map", "application/json"},
+    {".md", "text/markdown"},
+    {".mjs", "text/javascript"},
+    {".mkv", "video/x-matroska"},
+    {".mp4", "video/mp4"},
+    {".mpd", "application/dash+xml"},
+    {".odp", "application/vnd.oasis.opendocument.presentation"},
+    {".ods", "application/vnd.oasis.opendocument.spreadsheet"},
+    {".odt", "application/vnd.oasis.opendocument.text"},
+    {".oga", "audio/ogg"},
+    {".ogg", "audio/ogg"},
+    {".ogv", "video/ogg"},
+    {".opus", "audio/ogg"},
+    {".otf", "font/otf"},
+    {".potx", "application/vnd.openxmlformats-officedocument.presentationml.template"},
+    {".ppsx", "application/vnd.openxmlformats-officedocument.presentationml.slideshow"},
+    {".pptx", "application/vnd.openxmlformats-officedocument.presentationml.presentation"},
+    {".psd", "image/vnd.adobe.photoshop"},
+    {".rar", "application/vnd.rar"},
+    {".rdf", "application/rdf+xml"},
+    {".rss", "application/rss+xml"},
+    {".srt", "text/plain"},
+    {".svg", "image/svg+xml"},
+    {".swf", "application/x-shockwave-flash"},
+    {".ttc", "font/collection"},
+    {".ttf", "font/ttf"},
+    {".vsd", "application/vnd.visio"},
+    {".vtt", "text/vtt"},
+    {".wasm", "application/wasm"},
+    {".webm", "video/webm"},
+    {".webmanifest", "application/manifest+json"},
+    {".webp", "image/webp"},
+    {".wmv", "video/x-ms-wmv"},
+    {".woff", "font/woff"},
+    {".woff2", "font/woff2"},
+    {".xht", "application/xhtml+xml"},
+    {".xhtml", "application/xhtml+xml"},
+    {".xlsm", "application/vnd.ms-excel.sheet.macroEnabled.12"},
+    {".xlsx", "application/vnd.openxmlformats-officedocument.spreadsheetml.sheet"},
+    {".xltx", "application/vnd.openxmlformats-officedocument.spreadsheetml.template"},
+    {".xml", "text/xml"},
+    {".xsd", "text/xml"},
+    {".xsl", "text/xml"},
+    {".xslt", "application/xslt+xml"},
+    {".xz", "application/x-xz"},
+};
+
 constexpr bool before(const Row& a, const Row& b) {
   return a.extension < b.extension;
 }
 static_assert(std::is_sorted(std::begin(kRows), std::end(kRows), before));
 static_assert(std::size(kRows) == 190);
+static_assert(std::is_sorted(std::begin(kTodaysRows), std::end(kTodaysRows), before));
+
+const Row* rowOf(std::span<const Row> rows, const std::string& extension) {
+  const auto row = std::lower_bound(rows.begin(), rows.end(), Row{extension, {}}, before);
+  return row != rows.end() && row->extension == extension ? &*row : nullptr;
+}
 
 }  // namespace
 
@@ -223,8 +312,9 @@ std::string_view ContentTypes::typeOf(std::string_view path, std::string_view fa
   if (extension.empty()) return fallback;
   if (equalsNoCase(extension, memoExtension_)) return memoType_;
   std::string key = lowerCase(extension);
-  const Row* row = std::lower_bound(std::begin(kRows), std::end(kRows), Row{key, {}}, before);
-  if (row == std::end(kRows) || row->extension != key) return fallback;
+  const Row* row = rowOf(kRows, key);
+  if (!row && tables_ == Tables::Todays) row = rowOf(kTodaysRows, key);
+  if (!row) return fallback;
   memoExtension_ = std::move(key);
   memoType_ = row->type;
   return memoType_;

@@ -3,23 +3,18 @@
 #include <exception>
 #include <utility>
 
+#include "http/addresses.h"
 #include "http/clients.h"
 #include "http/clsHTTPParser.h"
-#include "http/content_types.h"
 #include "http/cookie_jar.h"
 #include "http/error_responses.h"
 #include "http/header_lines.h"
 #include "http/renderings.h"
 #include "http/response_heads.h"
 #include "http/script_pages.h"
-#include "http/serverMod.h"
 #include "http/static_files.h"
-#include "http/targets.h"
-#include "http/wanted.h"
 #include "platform/clock.h"
-#include "support/clsQVMod.h"
 #include "support/clsZipString.h"
-#include "support/paths.h"
 #include "support/server_state.h"
 #include "support/status_lines.h"
 #include "support/text.h"
@@ -37,14 +32,8 @@ constexpr std::size_t kMostLoggedBytes = std::size_t{64} * 1024;
 /// The parser keeps its text between requests for the next one's use, up to this size.
 constexpr std::size_t kMostIdleText = std::size_t{64} * 1024;
 
-std::string extensionName(std::string_view path) {
-  const std::string_view extension = paths::extensionOf(path);
-  return extension.empty() ? std::string() : upperCase(extension.substr(1));
-}
-
-bool isMedia(std::string_view extension) {
-  return extension == "MP3" || extension == "WMA" || extension == "WAV";
-}
+constexpr std::string_view kMovedPage =
+    "<html><head><title>Document moved</title></head><body><h1>Document moved</h1></body></html>";
 
 }  // namespace
 
@@ -59,7 +48,7 @@ class RequestHandling::Answer {
         index_(index),
         headOnly_(requestClass == RequestClass::Head),
         client_(std::move(client)),
-        wanted_(firstWanted()) {}
+        wanted_(handling.addresses_->asked(parser_)) {}
 
   /// Nothing when it comes later.
   std::optional<Response> run();
@@ -67,13 +56,10 @@ class RequestHandling::Answer {
   bool waits() const { return waits_; }
 
  private:
-  using Module = std::shared_ptr<const std::string>;
-
-  Wanted firstWanted() const;
   void want(Wanted wanted);
-  void nameFile();
-  bool isPlayed() const;
-  bool locate();
+  void locate();
+  bool standIn();
+  bool takesTurn();
   PageOutcome runPage();
   void follow(const RedirectedPage& page);
   Response pageResponse(FinishedPage page);
@@ -81,8 +67,10 @@ class RequestHandling::Answer {
   bool pack(std::string& body) const;
   std::optional<Response> fileResponse();
   Response moduleResponse();
+  Response moved();
   Response withHead(ResponseHeads::Ordinary head, Body body);
-  Response notFound(bool allowed);
+  Response notFound();
+  std::string missingLine() const;
   void logRequest();
 
   RequestHandling& handling_;
@@ -94,10 +82,11 @@ class RequestHandling::Answer {
   const std::string client_;  ///< a copy: the slot may have another client before a page ends
 
   Wanted wanted_;
-  std::string localFile_;  ///< the wanted file's text as asked for
-  std::string extension_;  ///< upper case, no dot
-  FoundFile found_;        ///< set unless the file comes from a module
-  Module module_;          ///< the content when it does
+  Place place_;              ///< of what is wanted
+  std::string localFile_;    ///< the wanted file's text as asked for
+  bool standsIn_ = false;    ///< a page has been asked for what is missing
+  std::string missingLine_;  ///< of the log, until that page runs
+  bool hasTurn_ = false;
   bool waits_ = false;
 };
 
@@ -114,20 +103,11 @@ struct RequestHandling::FileAnswer {
 
 std::optional<Response> RequestHandling::Answer::run() {
   for (int redirections = 0; redirections <= kMostRedirections; ++redirections) {
-    nameFile();
-    if (isPlayed()) {
-      want(wanted_.player());
-      nameFile();
-    }
-    if (!isAllowedExtension(localFile_)) return notFound(false);
-    if (!locate()) return notFound(true);
-    if (extension_ != "QVS") return module_ ? moduleResponse() : fileResponse();
-    if (redirections == 0) {
-      const Clients::Turn turn = parts_.clients.turnOf(index_);
-      waits_ = turn == Clients::Turn::Later;
-      if (waits_) return std::nullopt;
-      if (turn == Clients::Turn::Never) return Response{};
-    }
+    locate();
+    if (!place_.isThere() && !standIn()) return notFound();
+    if (place_.kind == Place::Kind::Moved) return moved();
+    if (place_.kind == Place::Kind::File) return place_.module ? moduleResponse() : fileResponse();
+    if (!takesTurn()) return waits_ ? std::nullopt : std::optional(Response{});
     PageOutcome outcome = runPage();
     if (auto* page = std::get_if<FinishedPage>(&outcome)) return pageResponse(std::move(*page));
     if (auto* page = std::get_if<AnsweredPage>(&outcome)) return pageResponse(std::move(*page));
@@ -137,29 +117,42 @@ std::optional<Response> RequestHandling::Answer::run() {
     }
     follow(std::get<RedirectedPage>(outcome));
   }
-  return notFound(true);
+  return notFound();
 }
 
-Wanted RequestHandling::Answer::firstWanted() const {
-  // Any folder at any depth stands for the default document of the document root.
-  if (parser_.DocumentTitle().empty()) {
-    parser_.setDocumentTitle(services_.state.DefaultDocument);
-    parser_.setDocumentPath("/");
-    parser_.setDocumentUrl("/" + services_.state.DefaultDocument);
-  }
-  return Wanted::by(parser_, services_.state, parts_.aliases, services_.clock);
+void RequestHandling::Answer::locate() {
+  place_ = handling_.addresses_->placeOf(wanted_, parser_);
+  localFile_ = wanted_.file.text();
+}
+
+/// Lets a page take over for what is not there: once, since it may name what is missing too.
+bool RequestHandling::Answer::standIn() {
+  if (std::exchange(standsIn_, true)) return false;
+  auto page = handling_.addresses_->standIn(wanted_, parser_);
+  if (!page) return false;
+  Place place = handling_.addresses_->placeOf(*page, parser_);
+  if (place.kind != Place::Kind::Page) return false;
+  missingLine_ = missingLine();
+  want(std::move(*page));
+  place_ = std::move(place);
+  localFile_ = wanted_.file.text();
+  if (wanted_.query) parser_.setDocumentQueryString(*wanted_.query);
+  return true;
+}
+
+/// Asks for it once, however many pages follow.
+bool RequestHandling::Answer::takesTurn() {
+  if (hasTurn_) return true;
+  const Clients::Turn turn = parts_.clients.turnOf(index_);
+  waits_ = turn == Clients::Turn::Later;
+  hasTurn_ = turn == Clients::Turn::Now;
+  return hasTurn_;
 }
 
 /// Pages find in the parser what is wanted of them.
 void RequestHandling::Answer::want(Wanted wanted) {
   wanted_ = std::move(wanted);
-  parser_.setDocumentTitle(wanted_.title);
-  parser_.setDocumentPath(wanted_.path);
-}
-
-void RequestHandling::Answer::nameFile() {
-  localFile_ = wanted_.file.text();
-  extension_ = extensionName(localFile_);
+  wanted_.tell(parser_);
 }
 
 void RequestHandling::Answer::follow(const RedirectedPage& page) {
@@ -168,26 +161,11 @@ void RequestHandling::Answer::follow(const RedirectedPage& page) {
   if (wanted_.query) parser_.setDocumentQueryString(*wanted_.query);
 }
 
-/// Sound files asked for with an "id" are played by a page.
-bool RequestHandling::Answer::isPlayed() const {
-  return isMedia(extension_) && !parser_.RequestVar("id", clsHTTPParser::ByMethod).empty();
-}
-
-bool RequestHandling::Answer::locate() {
-  module_ = nullptr;
-  if (wanted_.file.reach == LocalTarget::Reach::Nowhere) return false;
-  if (!services_.state.NoQvm && !parts_.modules.empty()) {
-    module_ = parts_.modules.sharedFile(wanted_.document());
-    if (module_) return true;
-  }
-  auto found = targets::locate(services_.files, wanted_.file, services_.state.FollowLinks);
-  if (found) found_ = std::move(*found);
-  return found.has_value();
-}
-
 PageOutcome RequestHandling::Answer::runPage() {
-  ScriptPageResult result = parts_.pages.run({module_ ? localFile_ : found_.path,
-                                              module_ ? std::string_view(*module_) : "", parser_,
+  if (!missingLine_.empty()) services_.log.LogLine(std::exchange(missingLine_, {}));
+  const auto& module = place_.module;
+  ScriptPageResult result = parts_.pages.run({module ? localFile_ : place_.file.path,
+                                              module ? std::string_view(*module) : "", parser_,
                                               parts_.cookies, parts_.events, index_});
   wanted_.session = result.sessionNumber;
   parser_.setSessionID(result.sessionNumber);
@@ -201,7 +179,7 @@ Response RequestHandling::Answer::pageResponse(FinishedPage page) {
   if (pack(page.body)) header_lines::add(headers, "Content-encoding", "gzip");
   ResponseHeads::Ordinary head;
   head.extraHeaders = headers;
-  head.contentType = handling_.types_->typeOf(localFile_);
+  head.contentType = handling_.addresses_->types().typeOf(localFile_);
   head.cacheControl = "private";
   return withHead(head, std::move(page.body));
 }
@@ -229,7 +207,7 @@ bool RequestHandling::Answer::pack(std::string& body) const {
 std::optional<Response> RequestHandling::Answer::fileResponse() {
   logRequest();
   FileAnswer file{
-      handling_.staticFiles_->requestFor(std::move(found_), parser_, wanted_.isPublic()),
+      handling_.staticFiles_->requestFor(std::move(place_.file), parser_, wanted_.isPublic()),
       wanted_.isAlias,
       headOnly_,
       parser_.KeepAlive(),
@@ -243,9 +221,9 @@ std::optional<Response> RequestHandling::Answer::fileResponse() {
 Response RequestHandling::Answer::moduleResponse() {
   logRequest();
   ResponseHeads::Ordinary head;
-  head.contentType = handling_.types_->typeOf(localFile_);
+  head.contentType = handling_.addresses_->types().typeOf(localFile_);
   head.cacheControl = wanted_.isAlias ? "no-cache" : "";
-  return withHead(head, module_);
+  return withHead(head, place_.module);
 }
 
 /// Completes the head by what every ordinary response carries.
@@ -260,10 +238,23 @@ Response RequestHandling::Answer::withHead(ResponseHeads::Ordinary head, Body bo
   return response;
 }
 
-Response RequestHandling::Answer::notFound(bool allowed) {
-  services_.log.LogLine(client_ + (allowed ? " > NOT FOUND: " : " > NOT ALLOWED: ") +
-                        handling_.shown(wanted_.document()));
-  return {error_responses::notFound(*handling_.heads_, paths::fileNameOf(localFile_)), {}, false};
+/// Sends the client to where the wanted folder is.
+Response RequestHandling::Answer::moved() {
+  AnsweredPage page{"301 Moved Permanently", "Content-Type: text/html", std::string(kMovedPage)};
+  header_lines::add(page.headerLines, "Location", place_.address);
+  return pageResponse(std::move(page));
+}
+
+Response RequestHandling::Answer::notFound() {
+  services_.log.LogLine(missingLine());
+  const std::string name = handling_.addresses_->missingName(localFile_, parser_);
+  return {error_responses::notFound(*handling_.heads_, name), {}, false};
+}
+
+std::string RequestHandling::Answer::missingLine() const {
+  const bool refused = place_.kind == Place::Kind::Refused;
+  return client_ + (refused ? " > NOT ALLOWED: " : " > NOT FOUND: ") +
+         handling_.shown(wanted_.document());
 }
 
 void RequestHandling::Answer::logRequest() {
@@ -279,7 +270,7 @@ Response RequestHandling::fileResponse(const FileAnswer& asked) {
   if (file.partial) head.status = Status::PartialContent;
   head.contentLength = bodyLength(file.body);
   head.extraHeaders = file.headers;
-  head.contentType = types_->typeOf(file.file.path);
+  head.contentType = addresses_->types().typeOf(file.file.path);
   head.lastModified = modified;
   head.keepAlive = asked.keepAlive;
   head.cacheControl = asked.isAlias ? "no-cache" : "";
@@ -315,8 +306,8 @@ RequestHandling::RequestHandling(const Services& services, const RequestHandling
     : services_(services),
       parts_(parts),
       heads_(std::make_unique<ResponseHeads>(services.state, services.clock)),
-      types_(std::make_unique<ContentTypes>()),
-      staticFiles_(std::make_unique<StaticFiles>(services, *types_)),
+      addresses_(makeAddresses({services, parts.modules, parts.aliases})),
+      staticFiles_(std::make_unique<StaticFiles>(services, addresses_->types())),
       renderings_(std::make_unique<Renderings>(parts.loop, services.images)) {}
 
 RequestHandling::~RequestHandling() = default;

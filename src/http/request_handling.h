@@ -13,10 +13,10 @@
 
 namespace quorvane {
 
+class Addresses;
 class clsHTTPParser;
 class Clients;
 class clsQVMod;
-class ContentTypes;
 class CookieJar;
 class EventLoop;
 class FileAliases;
@@ -72,7 +72,7 @@ class RequestHandling {
   const Services& services_;
   RequestHandlingParts parts_;
   std::unique_ptr<ResponseHeads> heads_;
-  std::unique_ptr<ContentTypes> types_;
+  std::unique_ptr<Addresses> addresses_;
   std::unique_ptr<StaticFiles> staticFiles_;
   std::unique_ptr<Renderings> renderings_;  ///< destroyed first: what they make goes to the others
 };

@@ -33,6 +33,11 @@ Wanted Wanted::by(const clsHTTPParser& request, const ServerState& state,
   return wanted;
 }
 
+void Wanted::tell(clsHTTPParser& request) const {
+  request.setDocumentTitle(title);
+  request.setDocumentPath(path);
+}
+
 Wanted Wanted::player() const {
   Wanted wanted = *this;
   wanted.title = kPlayerPage;

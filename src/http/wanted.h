@@ -26,6 +26,9 @@ struct Wanted {
 
   std::string document() const { return path + title; }
 
+  /// Pages find in the request what is wanted of them.
+  void tell(clsHTTPParser& request) const;
+
   /// Whether everybody who asks by this path gets this file. Copies are kept of no other.
   bool isPublic() const { return !isAlias && file.isInside(); }
 
