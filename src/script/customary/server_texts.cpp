@@ -49,6 +49,16 @@ bool isPlain(char16_t unit, bool isUtf8) {
   return (unit < 160 || isUtf8) && nameOf(unit).empty();
 }
 
+/// Most texts have nothing to encode, so this is quick for those that are held byte by byte.
+std::size_t firstSpecial(const vbs::String& text, bool isUtf8) {
+  if (!text.isAnsi()) return 0;
+  const std::string_view bytes = text.ansi();
+  const auto found = std::find_if(bytes.begin(), bytes.end(), [&](char c) {
+    return c < 0 ? !isUtf8 : !nameOf(static_cast<char16_t>(c)).empty();
+  });
+  return static_cast<std::size_t>(found - bytes.begin());
+}
+
 constexpr bool isUrlSafe(char c) {
   return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
@@ -66,13 +76,14 @@ bool isNoPath(std::string_view path) {
 
 vbs::String htmlEncoded(const vbs::String& text, std::int32_t codePage) {
   const bool isUtf8 = codePage == kUtf8;
-  vbs::String encoded;
-  std::size_t done = 0;
-  for (std::size_t at = 0; at < text.length(); ++at) {
-    const std::size_t start = at;
+  std::size_t at = firstSpecial(text, isUtf8);
+  if (at == text.length()) return text;
+  vbs::String encoded = text.substr(0, at);
+  std::size_t done = at;
+  for (; at < text.length(); ++at) {
     const char16_t unit = text.at(at);
     if (isPlain(unit, isUtf8)) continue;
-    encoded.append(text.substr(done, start - done));
+    if (done < at) encoded.append(text.substr(done, at - done));
     if (const std::string_view name = nameOf(unit); !name.empty()) {
       encoded.appendAnsi(name);
     } else {
@@ -80,8 +91,7 @@ vbs::String htmlEncoded(const vbs::String& text, std::int32_t codePage) {
     }
     done = at + 1;
   }
-  if (done == 0) return text;
-  encoded.append(text.substr(done, text.length()));
+  if (done < at) encoded.append(text.substr(done, at - done));
   return encoded;
 }
 

@@ -21,7 +21,6 @@ constexpr std::int32_t kLongestTimeout = 24 * 60;
 
 void SessionObject::detach() {
   page_ = nullptr;
-  session_.reset();
   begin_ = {};
 }
 

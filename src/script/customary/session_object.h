@@ -22,7 +22,7 @@ class SessionObject final : public vbs::NativeObject<SessionObject> {
   SessionObject(Page& page, std::shared_ptr<Session> session, Begin begin)
       : page_(&page), session_(std::move(session)), begin_(std::move(begin)) {}
 
-  void detach();
+  void detach();  ///< session() and isNew() tell the runner the same afterwards
 
   /// For pages that declare to have no session: every use is an error.
   void refuse() { refused_ = true; }

@@ -88,8 +88,8 @@ class SiteTest : public ::testing::Test, protected FakeServices<ScriptedRandom>,
         written->text += "error " + std::to_string(error->number);
       }
     }
-    if (session->isNew()) held = session->session()->id;
     site().close(*session);
+    if (session->isNew()) held = session->session()->id;
     server->detach();
     return written->text;
   }
