@@ -43,6 +43,21 @@ const std::vector<std::string> kClients = {
     "GET /filebin$1 HTTP/1.1\r\n\r\n\x1CGET /song.mp3?id=1 HTTP/1.1\r\n\r\n",
 };
 
+/// For a server with customary addresses.
+const std::vector<std::string> kVisitors = {
+    "GET /css HTTP/1.1\r\nHost: here\r\n\r\n\x1EGET /css/ HTTP/1.1\r\n\r\n",
+    "GET /cs%73/sit%65.css HTTP/1.1\r\nAccept-Encoding: gzip\r\n\r\n",
+    "GET /App_Data/list.txt HTTP/1.1\r\n\r\n\x1EGET /%2egit/list.txt HTTP/1.1\r\n\r\n",
+    "GET /css/..%2fapp%5Fdata%5clist.txt HTTP/1.1\r\n\r\n\x1EGET /css/bin/site.css "
+    "HTTP/1.1\r\n\r\n",
+    "GET /css/site.db-wal HTTP/1.1\r\n\r\n\x1EGET /css/site.db HTTP/1.1\r\n\r\n",
+    "GET /..%5c..%2f..%2Fsecret.txt HTTP/1.1\r\n\r\n\x1EGET /part.asa%00.css HTTP/1.1\r\n\r\n",
+    "GET /products/%C3%A9/%E9?a=1 HTTP/1.1\r\nHost: here:80\r\n\r\n",
+    "POST /none/at/all HTTP/1.1\r\nContent-Length: 3\r\n\r\n\x1E"
+    "a=1",
+    "GET /index.qvs?go=/app_data/list.txt HTTP/1.1\r\n\r\n\x1CHEAD / HTTP/1.1\r\n\r\n",
+};
+
 /// Those with the extension; all of them without one.
 std::vector<std::string> filesUnder(const fs::path& folder, std::string_view extension) {
   std::vector<fs::path> paths;
@@ -95,6 +110,12 @@ TEST(Fuzz, EngineRunsChangedScripts) {
 TEST(Fuzz, ServerTakesChangedRequests) {
   Mutations mutations(kClients, requestWords(), kSeed);
   for (int i = 0; i < kRequests; ++i) fuzzRequests(mutations.next());
+}
+
+TEST(Fuzz, ServerTakesChangedAddresses) {
+  for (const std::string& visitor : kVisitors) fuzzAddresses(visitor);
+  Mutations mutations(kVisitors, requestWords(), kSeed);
+  for (int i = 0; i < kRequests; ++i) fuzzAddresses(mutations.next());
 }
 
 TEST(Fuzz, ServerTakesChangedPages) {

@@ -16,7 +16,7 @@ namespace {
 
 constexpr char kPieceEnd = '\x1E';
 constexpr char kClientEnd = '\x1C';
-constexpr std::string_view kSecret = "what lies beside the document root";
+constexpr std::string_view kSecret = "what nobody may have";
 
 constexpr std::string_view kIndex =
     "<!-- #include file=\"part.inc\" -->\n"
@@ -40,9 +40,21 @@ std::string_view takePart(std::string_view& bytes, char end) {
   return part;
 }
 
+enum class Addressing { Own, Customary };
+
 class FuzzServer {
  public:
-  explicit FuzzServer(std::string_view input) : input_(input) {
+  explicit FuzzServer(std::string_view input, Addressing addressing = Addressing::Own)
+      : input_(input) {
+    if (addressing == Addressing::Customary) {
+      state_.Customary = 2;
+      state_.NotFoundPage = "/css/../none.asp";
+      files.put("/base/Server/Scripts/none.asp", "none: <%= 1 + 1 %>");
+      for (const char* name : {"App_Data/list.txt", ".git/list.txt", "css/Bin/site.css", "part.asa",
+                               "css/site.db", "css/site.db-wal"}) {
+        files.put("/base/Server/Scripts/" + std::string(name), std::string(kSecret));
+      }
+    }
     files.put("/base/Server/Scripts/index.qvs", std::string(kIndex));
     files.put("/base/Server/Scripts/part.inc", "<h1>Part</h1>");
     files.put("/base/Server/Scripts/css/site.css", std::string(3000, 'c'));
@@ -114,13 +126,25 @@ class FuzzServer {
 
 }  // namespace
 
-void fuzzRequests(std::string_view bytes) {
-  FuzzServer server(bytes);
+namespace {
+
+void fuzzServer(std::string_view bytes, Addressing addressing) {
+  FuzzServer server(bytes, addressing);
   for (std::string_view left = bytes; !left.empty();) {
     const std::string sent = server.serve(takePart(left, kClientEnd));
-    server.require(sent.find(kSecret) == std::string::npos, "no file from outside is sent");
+    server.require(sent.find(kSecret) == std::string::npos, "no file is sent that may not be");
   }
   server.check();
+}
+
+}  // namespace
+
+void fuzzRequests(std::string_view bytes) {
+  fuzzServer(bytes, Addressing::Own);
+}
+
+void fuzzAddresses(std::string_view bytes) {
+  fuzzServer(bytes, Addressing::Customary);
 }
 
 void fuzzPage(std::string_view page) {

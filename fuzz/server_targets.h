@@ -10,6 +10,10 @@ namespace quorvane {
 /// nobody afterwards.
 void fuzzRequests(std::string_view bytes);
 
+/// The same of a server with customary addresses, which keeps some files of its document root to
+/// itself.
+void fuzzAddresses(std::string_view bytes);
+
 /// A page of any bytes, asked for twice within one session, by a query and by a form.
 void fuzzPage(std::string_view page);
 
