@@ -2,6 +2,7 @@
 
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "components/ado/catalog.h"
 #include "components/ado/command.h"
@@ -97,7 +98,10 @@ using Names = std::unordered_map<std::string_view, const Component*>;
 Names allNames() {
   Names names;
   for (const Component* component : kComponents) {
-    for (const std::string_view name : split(component->progIds, ' ')) names[name] = component;
+    for (const std::string_view name : split(component->progIds, ' ')) {
+      VBS_ASSERT(!names.contains(name) && lowerCase(name) == name);
+      names[name] = component;
+    }
   }
   return names;
 }
@@ -117,6 +121,14 @@ std::string_view withoutVersion(std::string_view progId) {
 }
 
 }  // namespace
+
+std::vector<std::string_view> componentNames() {
+  std::vector<std::string_view> names;
+  for (const Component* component : kComponents) {
+    for (const std::string_view name : split(component->progIds, ' ')) names.push_back(name);
+  }
+  return names;
+}
 
 vbs::Value createComponent(std::string_view progId, const Services& services) {
   const std::string lowerName = lowerCase(progId);

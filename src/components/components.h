@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string_view>
+#include <vector>
 
 #include "vbscript/values/value.h"
 
@@ -12,5 +13,8 @@ struct Services;
 /// its end ("ADODB.Connection.2.8") is passed over unless it has an object of its own. Error 429
 /// for one that is not known. `services` outlive what is made.
 vbs::Value createComponent(std::string_view progId, const Services& services);
+
+/// All of them, in lower case.
+std::vector<std::string_view> componentNames();
 
 }  // namespace quorvane

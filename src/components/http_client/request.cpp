@@ -414,6 +414,12 @@ const void* XmlHttp::shape() const {
   return form_.isServer ? members().data() : members().data() + 1;
 }
 
+std::vector<vbs::MemberUse> XmlHttp::listMembers() const {
+  std::vector<vbs::MemberUse> list = NativeObject::listMembers();
+  if (!form_.isServer) list.resize(list.size() - kServerMembers);
+  return list;
+}
+
 void XmlHttp::visitReferences(vbs::ReferenceVisitor& visitor) {
   visitor.value(handler_);
   visitor.value(document_);

@@ -80,6 +80,7 @@ class XmlHttp : public vbs::NativeObject<XmlHttp, Request> {
   std::string_view typeName() const override;
   vbs::MemberId findMember(std::string_view lowerName) override;
   const void* shape() const override;
+  std::vector<vbs::MemberUse> listMembers() const override;
   void visitReferences(vbs::ReferenceVisitor& visitor) override;
 
  protected:

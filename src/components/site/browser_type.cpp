@@ -50,6 +50,14 @@ constexpr std::array kPlatforms{
     Platform{"Linux", "Linux"},
 };
 
+/// What it can tell; all else is "unknown".
+constexpr std::array<std::string_view, 21> kCapabilities{
+    "browser",     "version", "majorver", "minorver",        "parent",
+    "platform",    "crawler", "tables",   "cookies",         "frames",
+    "javascript",  "css",     "vbscript", "activexcontrols", "backgroundsounds",
+    "javaapplets", "cdf",     "beta",     "win16",           "aol",
+    "value"};
+
 constexpr std::array<std::string_view, 5> kCrawlerMarks{"bot", "crawl", "spider", "slurp", "curl/"};
 
 /// Members are what a file of capabilities might say, so every name is one.
@@ -61,6 +69,15 @@ class BrowserType final : public vbs::Object {
   vbs::MemberId findMember(std::string_view lowerName) override {
     names_.emplace_back(lowerName);
     return static_cast<vbs::MemberId>(names_.size());
+  }
+
+  std::vector<vbs::MemberUse> listMembers() const override {
+    std::vector<vbs::MemberUse> list;
+    for (const std::string_view name : kCapabilities) {
+      const std::uint8_t count = name == "value" ? 1 : 0;
+      list.push_back({name, count, count, true, false, false});
+    }
+    return list;
   }
 
   Value invoke(vbs::MemberId id, CallKind kind, Args args) override {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "vbscript/values/value.h"
 
@@ -41,6 +42,16 @@ class ReferenceVisitor {
 
  protected:
   ~ReferenceVisitor() = default;
+};
+
+/// What a member table says of one member.
+struct MemberUse {
+  std::string_view name;  ///< lower case
+  std::uint8_t minArgs;   ///< without the assigned value
+  std::uint8_t maxArgs;
+  bool reads;  ///< can be read or called
+  bool writes;
+  bool isDefault;
 };
 
 /// Stands in Object::scriptClass() of procedures.
@@ -110,6 +121,9 @@ class Object {
   /// Gives up what visitReferences() shows. Called on an object that only a circle holds, and on
   /// objects that outlive what made them.
   virtual void dropReferences();
+
+  /// The members of its table, by their ids from 1. None where an object has no table.
+  virtual std::vector<MemberUse> listMembers() const { return {}; }
 
   /// What the object is worth where a plain value is wanted: its default member without
   /// arguments. Error 438 when there is none.
@@ -241,6 +255,15 @@ class NativeObject : public Base {
   bool isAssignable(MemberId id) const override {
     const Member<Self>* member = row(id);
     return member && member->put;
+  }
+
+  std::vector<MemberUse> listMembers() const override {
+    std::vector<MemberUse> list;
+    for (const Member<Self>& row : Self::members()) {
+      list.push_back({row.name, row.minArgs, row.maxArgs, row.get != nullptr, row.put != nullptr,
+                      row.isDefault});
+    }
+    return list;
   }
 
   Value invoke(MemberId id, CallKind kind, Args args) override {

@@ -8,7 +8,7 @@ namespace quorvane {
 /// An outside of scripts with all components on services of a test's. It is 29 February 2024,
 /// 13:45:30; the time that a script takes is real. Scripts may use files below "/data", where the
 /// current folder is, and "/temporary"; there is "/elsewhere/secret.txt" too.
-class ComponentHost final : private FakeServices<>, public ScriptHost {
+class ComponentHost : private FakeServices<>, public ScriptHost {
  public:
   ComponentHost() : ScriptHost(services) {
     using namespace std::chrono;
