@@ -41,7 +41,7 @@ class OwnAddresses final : public Addresses {
       wanted = wanted.player();
       wanted.tell(request);
     }
-    const std::string path = wanted.file.text();
+    const std::string& path = wanted.file.path;
     Place place;
     if (!isAllowedExtension(path)) {
       place.kind = Place::Kind::Refused;
@@ -66,8 +66,7 @@ class OwnAddresses final : public Addresses {
  private:
   /// Sound files asked for with an "id" are played by a page.
   static bool isPlayed(const Wanted& wanted, const clsHTTPParser& request) {
-    return isSound(wanted.file.text()) &&
-           !request.RequestVar("id", clsHTTPParser::ByMethod).empty();
+    return isSound(wanted.file.path) && !request.RequestVar("id", clsHTTPParser::ByMethod).empty();
   }
 
   const FileSources sources_;
