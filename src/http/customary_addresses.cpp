@@ -53,9 +53,12 @@ bool isPrivateName(std::string_view part) {
 }
 
 bool leadsToPrivate(std::string_view path) {
-  const std::string plain = replaceAll(path, "\\", "/");
-  const auto parts = split(plain, '/');
-  return std::any_of(parts.begin(), parts.end(), isPrivateName);
+  for (std::size_t start = 0; start <= path.size();) {
+    const std::size_t end = std::min(path.find_first_of(paths::kSeparators, start), path.size());
+    if (isPrivateName(path.substr(start, end - start))) return true;
+    start = end + 1;
+  }
+  return false;
 }
 
 int hexadecimalDigit(char c) {
@@ -93,14 +96,28 @@ std::string percentEncoded(std::string_view path) {
   return encoded;
 }
 
-/// The way from the root on, a "/" before each part, with "." and ".." parts followed, upwards no
-/// further than to the root. Nothing when no file can have that name.
-std::optional<std::string> plainPath(std::string_view decoded) {
+/// Whether a path stands for itself, as most do.
+bool isPlain(std::string_view path) {
+  char before = 0;
+  for (const char c : path) {
+    if (c == '%' || c == '\\' || c == ':' || c == '\0') return false;
+    if (before == '/' && (c == '/' || c == '.')) return false;
+    before = c;
+  }
+  return path.starts_with('/');
+}
+
+/// The way from the root on that the path of an address leads, a "/" before each part: decoded,
+/// with "." and ".." parts followed, upwards no further than to the root. Nothing when no file can
+/// have that name.
+std::optional<std::string> wayOf(std::string_view address) {
+  if (isPlain(address)) return std::string(address);
+  const std::string decoded = percentDecoded(address);
   const auto rooted = RootedPath::resolved("/", "/", decoded);
   if (!rooted) return std::nullopt;
-  std::string path = '/' + replaceAll(rooted->relative(), "\\", "/");
-  if (path.size() > 1 && paths::isSeparator(decoded.back())) path += '/';
-  return path;
+  std::string way = '/' + replaceAll(rooted->relative(), "\\", "/");
+  if (way.size() > 1 && paths::isSeparator(decoded.back())) way += '/';
+  return way;
 }
 
 /// A name's other spelling: that of Windows-1252 for one of UTF-8 and the other way round, since
@@ -124,7 +141,7 @@ Wanted CustomaryAddresses::asked(clsHTTPParser& request) const {
   const Services& services = sources_.services;
   Wanted wanted = Wanted::by(request, services.state, sources_.aliases, services.clock);
   if (wanted.isAlias) return wanted;
-  if (const auto path = plainPath(percentDecoded(request.DocumentUrl()))) {
+  if (const auto path = wayOf(request.DocumentUrl())) {
     wanted = at(std::move(wanted), *path);
   } else {
     wanted.file.reach = LocalTarget::Reach::Nowhere;
@@ -134,17 +151,16 @@ Wanted CustomaryAddresses::asked(clsHTTPParser& request) const {
 }
 
 Place CustomaryAddresses::placeOf(Wanted& wanted, clsHTTPParser& request) {
-  Wanted found = wanted;
-  Place place = look(found, request);
-  const bool hasSpellings = !place.isThere() && !wanted.isAlias && wanted.file.isInside();
+  Place place = look(wanted, request);
+  const bool hasSpellings = !place.isThere() && wanted.isPublic();
   if (const auto other = hasSpellings ? otherSpelling(wanted.document()) : std::nullopt) {
-    found = at(wanted, *other);
-    if (Place elsewhere = look(found, request); elsewhere.isThere()) place = std::move(elsewhere);
+    Wanted spelled = at(wanted, *other);
+    if (Place found = look(spelled, request); found.isThere()) {
+      wanted = std::move(spelled);
+      place = std::move(found);
+    }
   }
-  if (place.isThere()) {
-    wanted = std::move(found);
-    wanted.tell(request);
-  }
+  if (place.isThere()) wanted.tell(request);
   return place;
 }
 
@@ -221,7 +237,7 @@ Wanted CustomaryAddresses::at(Wanted wanted, const std::string& path) const {
 
 std::optional<Wanted> CustomaryAddresses::standIn(const Wanted& missing,
                                                   const clsHTTPParser& request) const {
-  const auto path = plainPath(sources_.services.state.NotFoundPage);
+  const auto path = wayOf(sources_.services.state.NotFoundPage);
   if (!path || *path == "/") return std::nullopt;
   Wanted page = at(missing, *path);
   const std::string& host = request.HostAddr();
