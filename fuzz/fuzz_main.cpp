@@ -1,6 +1,7 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "jet_targets.h"
 #include "reader_targets.h"
 #include "script_targets.h"
 #include "server_targets.h"

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "jet_targets.h"
 #include "mutations.h"
 #include "platform/bmp_picture.h"
 #include "platform/gif_picture.h"
@@ -27,6 +28,7 @@ constexpr int kRequests = 5'000;
 constexpr int kPages = 3'000;
 constexpr int kReads = 20'000;
 constexpr int kSettings = 2'000;
+constexpr int kImports = 10'000;
 
 const std::vector<std::string> kClients = {
     "GET / HTTP/1.1\r\nHost: here\r\nAccept-Encoding: gzip\r\n\r\n",
@@ -168,6 +170,16 @@ TEST(Fuzz, ControlChannel) {
 
 TEST(Fuzz, SqlTranslator) {
   readChanged("sql", sqlWords(), fuzzSql);
+}
+
+TEST(Fuzz, TheSmallAccessFilesAreSound) {
+  for (const std::string& file : filesUnder(fs::path(CORPUS) / "jet", ".tables")) {
+    EXPECT_TRUE(jetImports(file));
+  }
+}
+
+TEST(Fuzz, ImportOfAccessFiles) {
+  readChanged("jet", byteWords(), fuzzJet, kImports);
 }
 
 TEST(Fuzz, DocumentsAndExpressions) {

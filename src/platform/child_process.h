@@ -13,6 +13,8 @@ namespace quorvane {
 struct ChildCommand {
   std::vector<std::string> words;  ///< the program's name and its arguments
   bool piped = false;  ///< its standard streams lead to the ChildProcess; else they lead nowhere
+  std::uint64_t mostMemory = 0;   ///< bytes that it may ask the system for; 0: no bound
+  std::uint32_t mostSeconds = 0;  ///< of a processor that it may take; 0: no bound
 };
 
 /// A program that was started and is waited for. Ends with this object, with all that it started

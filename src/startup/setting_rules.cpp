@@ -3,6 +3,7 @@
 #include <array>
 #include <optional>
 
+#include "platform/charset.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -75,6 +76,13 @@ std::string_view takeLogFileLimit(ServerState& state, const std::string& text) {
   return number || text.empty() ? "" : "it is no number of MiB and counts as 0";
 }
 
+std::string_view takeCodePage(ServerState& state, const std::string& text) {
+  const auto number = wholeNumber(text);
+  const bool isKnown = number && charset::isKnown("cp" + text);
+  state.JetCodePage = isKnown ? *number : 0;
+  return isKnown || text.empty() ? "" : "it is no code page and counts as if it were not there";
+}
+
 /// Counts as usual unless it is a whole number.
 template <std::uint32_t ServerState::*seconds>
 std::string_view takeSeconds(ServerState& state, const std::string& text) {
@@ -123,6 +131,7 @@ constexpr std::array kRules{
     SettingRule{"MailFolder", "", takeText<&ServerState::MailFolder>},
     SettingRule{"Customary", "", takeCustomary},
     SettingRule{"NotFoundPage", "", takeText<&ServerState::NotFoundPage>},
+    SettingRule{"JetCodePage", "", takeCodePage},
 };
 
 }  // namespace

@@ -51,9 +51,10 @@ struct ServerState {
   /// Folders below which scripts may read and write, a semicolon between two. Empty: the base
   /// folder and the system's temporary folder. "*": everywhere.
   std::string ScriptFolders;
-  bool AllowShell = false;  ///< scripts may start programs
-  std::string MailServer;   ///< "host" or "host:port" for pages that name none
-  std::string MailFolder;   ///< takes mail as files; empty: mail is sent
+  bool AllowShell = false;        ///< scripts may start programs
+  std::string MailServer;         ///< "host" or "host:port" for pages that name none
+  std::string MailFolder;         ///< takes mail as files; empty: mail is sent
+  std::uint32_t JetCodePage = 0;  ///< of texts in Jet 3 files; 0: as each says itself
 
   // The customary dialect of pages.
   std::int32_t Customary = 0;  ///< 1: for pages that begin with a directive; 2: for every page

@@ -26,6 +26,9 @@ constexpr std::string_view kHelp =
     "  qvsctl uptime     say for how long it has been running\n"
     "  qvsctl version    say which version it is\n"
     "  qvsctl check      say which lines of the settings don't count, and why; asks no server\n"
+    "  qvsctl import FILE  read an Access file into the SQLite file beside it, as its first use "
+    "by\n"
+    "                    a page would; asks no server\n"
     "\n"
     "  --host NAME       the server's machine, by default 127.0.0.1\n"
     "  --port NUMBER     the port of its control channel, by default 7008\n"
@@ -33,9 +36,9 @@ constexpr std::string_view kHelp =
     "\n"
     "Exit code: 0 done, or running; 1 stopped, or it did not start or stop as asked, or a line "
     "does\n"
-    "not count; 2 wrong arguments; 3 no answer.\n";
+    "not count, or a file is not imported; 2 wrong arguments; 3 no answer.\n";
 
-enum class Command { Start, Stop, Restart, Quit, State, Uptime, Version, Check };
+enum class Command { Start, Stop, Restart, Quit, State, Uptime, Version, Check, Import };
 
 struct Spelling {
   std::string_view name;
@@ -51,6 +54,7 @@ constexpr std::array kCommands{
     Spelling{"uptime", Command::Uptime, "[?uptime]"},
     Spelling{"version", Command::Version, "[?version]"},
     Spelling{"check", Command::Check, ""},
+    Spelling{"import", Command::Import, ""},
 };
 
 std::string_view datagramOf(Command command) {
@@ -61,6 +65,7 @@ std::string_view datagramOf(Command command) {
 
 struct Request {
   std::optional<Command> command;
+  std::string file;  ///< that is to be imported
   std::string host = "127.0.0.1";
   std::uint16_t port = 7008;
   std::chrono::milliseconds timeout{5000};
@@ -105,6 +110,10 @@ void setOption(const std::string& name, const std::string& value, Request& reque
 }
 
 void setCommand(const std::string& name, Request& request) {
+  if (request.command == Command::Import && request.file.empty()) {
+    request.file = name;
+    return;
+  }
   const auto* known = std::find_if(kCommands.begin(), kCommands.end(),
                                    [&](const Spelling& s) { return s.name == name; });
   if (known == kCommands.end()) {
@@ -135,15 +144,17 @@ Request parse(const Arguments& arguments) {
     }
   }
   if (request.mistake.empty() && !request.command) request.mistake = "a command is missing";
+  if (request.command == Command::Import && request.file.empty()) {
+    request.mistake = "import takes a file";
+  }
   return request;
 }
 
 /// One run of the tool.
 class ControlTool {
  public:
-  ControlTool(Request request, const AskServer& ask, const CheckSettings& check, std::ostream& out,
-              std::ostream& err)
-      : request_(std::move(request)), ask_(ask), check_(check), out_(out), err_(err) {}
+  ControlTool(Request request, const ControlToolParts& parts)
+      : request_(std::move(request)), parts_(parts), out_(parts.out), err_(parts.err) {}
 
   ExitCode run() {
     switch (*request_.command) {
@@ -163,6 +174,8 @@ class ControlTool {
         return tell(Command::Version);
       case Command::Check:
         return check();
+      case Command::Import:
+        return parts_.import(request_.file) ? ExitCode::Done : ExitCode::Finding;
     }
     return ExitCode::Failed;
   }
@@ -196,7 +209,7 @@ class ControlTool {
   }
 
   ExitCode check() {
-    const std::vector<std::string> untaken = check_();
+    const std::vector<std::string> untaken = parts_.check();
     for (const std::string& line : untaken) say(line);
     return untaken.empty() ? say("every line of the settings counts") : ExitCode::Finding;
   }
@@ -218,8 +231,8 @@ class ControlTool {
     const std::string_view datagram = datagramOf(command);
     const std::string start = std::string(datagram) + ':';
     const DatagramExchange exchange =
-        ask_(request_.host, request_.port, datagram, request_.timeout,
-             [&](std::string_view answer) { return answer.starts_with(start); });
+        parts_.ask(request_.host, request_.port, datagram, request_.timeout,
+                   [&](std::string_view answer) { return answer.starts_with(start); });
     if (exchange.outcome == Outcome::Answered) return exchange.answer.substr(start.size());
     err_ << "qvsctl: " << reason(exchange.outcome) << '\n';
     return std::nullopt;
@@ -249,26 +262,24 @@ class ControlTool {
   }
 
   Request request_;
-  const AskServer& ask_;
-  const CheckSettings& check_;
+  const ControlToolParts& parts_;
   std::ostream& out_;
   std::ostream& err_;
 };
 
 }  // namespace
 
-ExitCode runControlTool(const Arguments& arguments, const AskServer& ask,
-                        const CheckSettings& check, std::ostream& out, std::ostream& err) {
+ExitCode runControlTool(const Arguments& arguments, const ControlToolParts& parts) {
   Request request = parse(arguments);
   if (request.help) {
-    out << kHelp;
+    parts.out << kHelp;
     return ExitCode::Done;
   }
   if (!request.mistake.empty()) {
-    err << "qvsctl: " << request.mistake << "; \"qvsctl --help\" tells more\n";
+    parts.err << "qvsctl: " << request.mistake << "; \"qvsctl --help\" tells more\n";
     return ExitCode::Usage;
   }
-  return ControlTool(std::move(request), ask, check, out, err).run();
+  return ControlTool(std::move(request), parts).run();
 }
 
 }  // namespace quorvane

@@ -19,8 +19,19 @@ using AskServer = std::function<DatagramExchange(
 /// Tells what of the server's settings does not count, a line each: untakenSettings, or a stand-in.
 using CheckSettings = std::function<std::vector<std::string>()>;
 
+/// Imports an Access file and says how that goes; false when it failed.
+using ImportFile = std::function<bool(const std::string& path)>;
+
+/// What the tool has to do with the world.
+struct ControlToolParts {
+  const AskServer& ask;
+  const CheckSettings& check;
+  const ImportFile& import;
+  std::ostream& out;
+  std::ostream& err;
+};
+
 /// Controls and queries a running server. `arguments` are those after the program's name.
-ExitCode runControlTool(const std::vector<std::string>& arguments, const AskServer& ask,
-                        const CheckSettings& check, std::ostream& out, std::ostream& err);
+ExitCode runControlTool(const std::vector<std::string>& arguments, const ControlToolParts& parts);
 
 }  // namespace quorvane

@@ -4,6 +4,8 @@
 
 #include "components/ado/connection_text.h"
 #include "components/ado/failure.h"
+#include "components/ado/jet/file_head.h"
+#include "components/ado/jet/import.h"
 #include "components/ado/sqlite/database.h"
 #include "components/script_files.h"
 #include "platform/services.h"
@@ -29,18 +31,38 @@ std::string sourceOf(const ConnectionTarget& target) {
   }
 }
 
-/// A file of the engine itself says so behind its first four bytes.
-bool isJetFile(const Services& services, const std::string& path) {
+/// Of a file in the engine's own format; nothing for others.
+std::optional<jet::FileHead> jetHead(const Services& services, const std::string& path) {
   const auto file = services.files.open(path);
-  if (!file) return false;
-  std::array<char, 20> head{};
-  file->read(0, head.data(), head.size());
-  const std::string_view text(head.data() + 4, head.size() - 4);
-  return text.starts_with("Standard Jet DB") || text.starts_with("Standard ACE DB");
+  if (!file) return std::nullopt;
+  std::array<char, jet::FileHead::kBytes> bytes;
+  return jet::fileHead({bytes.data(), file->read(0, bytes.data(), bytes.size())});
 }
 
 [[noreturn]] void failOpening(const std::string& text, const SqliteOptions& options) {
   throw DatabaseError{kUnspecified, options.errorPrefix + text, options.source, "HY000", 0};
+}
+
+/// Nothing else of what the file says is told to whoever does not know its password.
+void checkPassword(const jet::FileHead& head, const std::string& text,
+                   const SqliteOptions& options) {
+  const std::string given =
+      ConnectionParts(text).findAny({"jet oledb:database password", "pwd"}).value_or("");
+  if (head.isEncrypted || given == head.password) return;
+  throw DatabaseError{kWrongPassword, options.errorPrefix + "Not a valid password.", options.source,
+                      "28000", 0};
+}
+
+/// What stands for a file in the engine's own format is opened instead of it.
+void useCopy(const Services& services, const std::string& text, SqliteOptions& options) {
+  const auto head = jetHead(services, options.path);
+  if (!head) return;
+  checkPassword(*head, text, options);
+  const std::string failure = jet::importIfNeeded(services, options.path);
+  if (!failure.empty()) {
+    failOpening("Unrecognized database format '" + options.path + "': " + failure + ".", options);
+  }
+  options.path = jet::copyPathOf(options.path);
 }
 
 [[noreturn]] void failExisting(const SqliteOptions& options) {
@@ -89,12 +111,7 @@ std::unique_ptr<Database> openDatabase(const Services& services, const std::stri
   SqliteOptions options = optionsOf(services, text, provider);
   options.readOnly = readOnly;
   path = options.path;
-  if (path != kInMemory && isJetFile(services, path)) {
-    failOpening("The file '" + path +
-                    "' is in the format of the Access database engine and has to be converted "
-                    "before it can be opened.",
-                options);
-  }
+  if (path != kInMemory) useCopy(services, text, options);
   return openSqlite(services, std::move(options));
 }
 
@@ -107,9 +124,10 @@ void createDatabase(const Services& services, const std::string& text) {
 }
 
 void compactDatabase(const Services& services, const std::string& from, const std::string& to) {
-  const SqliteOptions source = optionsOf(services, from, "");
+  SqliteOptions source = optionsOf(services, from, "");
   const SqliteOptions target = optionsOf(services, to, "");
   if (services.files.stat(target.path)) failExisting(target);
+  useCopy(services, from, source);
   SqliteCore core(services, source);
   core.copyTo(target.path);
 }

@@ -14,6 +14,7 @@ enum ErrorNumber : std::int32_t {
   kMismatch = -2147217913,
   kNoPermission = -2147217911,
   kIntegrity = -2147217873,
+  kWrongPassword = -2147217843,
   kCannotScrollBack = -2147217884,
   kRowChanged = -2147217864,  ///< the row to change is not as it was, or gone
   kDatabaseExists = -2147217897,

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <signal.h>
+#include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -70,8 +71,11 @@ struct Launch {
   std::array<int, 3> streams{-1, -1, -1};  ///< -1: the one that leads nowhere
   int nowhere = -1;
   int report = -1;  ///< takes the error that keeps the program from starting
+  rlim_t memory;
+  rlim_t seconds;
 
-  explicit Launch(const ChildCommand& command) {
+  explicit Launch(const ChildCommand& command)
+      : memory(command.mostMemory), seconds(command.mostSeconds) {
     for (const std::string& word : command.words) words.push_back(const_cast<char*>(word.c_str()));
     words.push_back(nullptr);
   }
@@ -87,8 +91,21 @@ void resetSignals() {
   }
 }
 
+void bound(int resource, rlim_t most) {
+  const rlimit limit{most, most};
+  ::setrlimit(static_cast<__rlimit_resource_t>(resource), &limit);
+}
+
+/// What a bounded program leaves when it fails is of no use to anybody.
+void setBounds(const Launch& launch) {
+  if (launch.memory != 0) bound(RLIMIT_AS, launch.memory);
+  if (launch.seconds != 0) bound(RLIMIT_CPU, launch.seconds);
+  if (launch.memory != 0 || launch.seconds != 0) bound(RLIMIT_CORE, 0);
+}
+
 [[noreturn]] void becomeProgram(const Launch& launch) {
   resetSignals();
+  setBounds(launch);
   for (int i = 0; i < 3; ++i) ::dup2(launch.streams[i] < 0 ? launch.nowhere : launch.streams[i], i);
   ::execvp(launch.words.front(), launch.words.data());
   const int error = errno;

@@ -56,15 +56,30 @@ class ControlToolTest : public testing::Test {
   ExitCode run(const std::vector<std::string>& arguments) {
     out.str("");
     err.str("");
-    return runControlTool(arguments, server.asker(), check, out, err);
+    return runControlTool(arguments, {server.asker(), check, import, out, err});
   }
 
   FakeServer server;
   std::vector<std::string> untaken;
   CheckSettings check = [this] { return untaken; };
+  std::vector<std::string> imported;
+  ImportFile import = [this](const std::string& path) {
+    imported.push_back(path);
+    return path != "bad.mdb";
+  };
   std::ostringstream out;
   std::ostringstream err;
 };
+
+TEST_F(ControlToolTest, ImportsAFile) {
+  EXPECT_EQ(run({"import", "state"}), ExitCode::Done);
+  EXPECT_EQ(run({"import", "bad.mdb"}), ExitCode::Finding);
+  EXPECT_THAT(imported, ElementsAre("state", "bad.mdb"));
+  EXPECT_EQ(run({"import"}), ExitCode::Usage);
+  EXPECT_EQ(run({"import", "a", "b"}), ExitCode::Usage);
+  EXPECT_EQ(run({"state", "a"}), ExitCode::Usage);
+  EXPECT_THAT(server.questions, ElementsAre());
+}
 
 TEST_F(ControlToolTest, StartsAndMakesSure) {
   EXPECT_EQ(run({"start"}), ExitCode::Done);

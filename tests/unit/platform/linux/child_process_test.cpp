@@ -57,6 +57,25 @@ TEST_F(ChildProcessTest, StreamsLeadToItAndItsStatusIsTold) {
   EXPECT_EQ(program->exitStatus(0), 3);
 }
 
+TEST_F(ChildProcessTest, MemoryIsBounded) {
+  constexpr std::uint64_t kMost = std::uint64_t{256} << 20;
+  const std::string takesMuch = "head -c 600000000 /dev/zero | tail -c 500000000 | wc -c";
+  const auto bounded = process->start({{"sh", "-c", takesMuch}, true, kMost});
+  ASSERT_TRUE(bounded);
+  EXPECT_EQ(everything(*bounded, Output::Standard), "0\n");
+  const auto rest = process->start({{"sh", "-c", "ulimit -v; ulimit -c"}, true, kMost});
+  ASSERT_TRUE(rest);
+  EXPECT_EQ(everything(*rest, Output::Standard), "262144\n0\n");
+}
+
+TEST_F(ChildProcessTest, TimeOfTheProcessorIsBounded) {
+  const auto program = process->start({{"sh", "-c", "while :; do :; done"}, false, 0, 1});
+  ASSERT_TRUE(program);
+  const auto status = program->exitStatus(2 * kPatience);
+  ASSERT_TRUE(status);
+  EXPECT_GT(*status, 128);
+}
+
 TEST_F(ChildProcessTest, TheWordsReachItAsTheyAre) {
   const auto program = process->start({{"printf", "%s|", "a b", "$HOME;'", ""}, true});
   ASSERT_TRUE(program);
