@@ -44,6 +44,34 @@ void appendText(std::string& out, const vbs::Value& value) {
   }
 }
 
+void eachBinaryPiece(const vbs::Value& value,
+                     const std::function<void(std::string_view bytes)>& take) {
+  constexpr std::size_t kPiece = std::size_t{64} << 10;
+  const vbs::Value data = value.deref();  // held: default values of its elements may take code
+  if (data.isArray() && data.asArray()->elementType == vbs::Type::Byte) {
+    return take(data.asArray()->bytes.raw());
+  }
+  std::string piece;
+  if (data.isArray()) {
+    const vbs::ArrayRep& array = *data.asArray();
+    for (std::size_t i = 0; i < array.count; ++i) {
+      piece += static_cast<char>(vbs::toByte(array.element(i)));
+    }
+    return take(piece);
+  }
+  const vbs::String text = vbs::toString(data);
+  if (!text.isAnsi()) return take(text.raw());
+  for (const char c : text.ansi()) {
+    const char16_t unit = vbs::ansiToUnit(static_cast<unsigned char>(c));
+    piece += static_cast<char>(unit & 0xFF);
+    piece += static_cast<char>(unit >> 8);
+    if (piece.size() < kPiece) continue;
+    take(piece);
+    piece.clear();
+  }
+  take(piece);
+}
+
 bool hasArgument(vbs::Args args, std::size_t index) {
   return index < args.size() && !args[index].deref().isMissing();
 }

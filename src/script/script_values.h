@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,11 @@ std::string text(const vbs::Value& value);
 
 /// Adds the text of `value` to `out`. Null adds nothing.
 void appendText(std::string& out, const vbs::Value& value);
+
+/// Gives out the bytes that a value is as binary data, piece by piece: of an array its elements, of
+/// a text two a character, the lower first.
+void eachBinaryPiece(const vbs::Value& value,
+                     const std::function<void(std::string_view bytes)>& take);
 
 /// The text of the argument at `index`; empty when it is left out.
 std::string textArgument(vbs::Args args, std::size_t index);

@@ -67,7 +67,7 @@ struct PageProgram {
     Place place;
   };
 
-  /// Writes the texts by `[text] n`, n counting from 0, and values by `[out] value`.
+  /// Writes the texts by `[%text] n`, n counting from 0, and values by `[%out] value`.
   std::string program;
   std::vector<Text> texts;
   LineMap lines;

@@ -29,8 +29,8 @@ constexpr std::size_t kDeepestInclude = 64;
 constexpr std::size_t kMostIncludes = 10'000;
 constexpr std::size_t kMostBytes = std::size_t{64} << 20;
 
-constexpr std::string_view kText = "[text] ";
-constexpr std::string_view kOut = "[out] ";
+constexpr std::string_view kText = "[%text] ";
+constexpr std::string_view kOut = "[%out] ";
 
 bool isAscii(std::string_view bytes) {
   return std::none_of(bytes.begin(), bytes.end(), [](char c) { return c < 0; });

@@ -26,9 +26,6 @@ constexpr const char* kDefaultType = "text/html";
 constexpr std::size_t kHeaderCopies = 4;
 constexpr std::size_t kLineMarks = 4;  ///< the colon, the blank behind it and the line break
 
-/// Bytes of a text that BinaryWrite puts together at a time.
-constexpr std::size_t kPiece = std::size_t{64} << 10;
-
 }  // namespace
 
 aspResponseObj::aspResponseObj(const clsWEncode& encoder, CookieJar& cookies, const Clock& clock,
@@ -234,37 +231,10 @@ vbs::Value aspResponseObj::callEnd(vbs::Args) {
   throw vbs::EndOfRun{};
 }
 
-void aspResponseObj::appendBytes(const vbs::ArrayRep& array) {
-  if (array.elementType == vbs::Type::Byte) return append(array.bytes.raw());
-  std::string bytes;
-  for (std::size_t i = 0; i < array.count; ++i) {
-    bytes += static_cast<char>(vbs::toByte(array.element(i)));
-  }
-  append(bytes);
-}
-
 vbs::Value aspResponseObj::callBinaryWrite(vbs::Args args) {
-  if (ended_) return {};
-  const vbs::Value data = args[0].deref();  // held: default values of its elements may take code
-  if (data.isArray()) {
-    appendBytes(*data.asArray());
-    return {};
+  if (!ended_) {
+    script_values::eachBinaryPiece(args[0], [this](std::string_view bytes) { append(bytes); });
   }
-  const vbs::String text = vbs::toString(data);
-  if (!text.isAnsi()) {
-    append(text.raw());
-    return {};
-  }
-  std::string piece;
-  for (const char c : text.ansi()) {
-    const char16_t unit = vbs::ansiToUnit(static_cast<unsigned char>(c));
-    piece += static_cast<char>(unit & 0xFF);
-    piece += static_cast<char>(unit >> 8);
-    if (piece.size() < kPiece) continue;
-    append(piece);
-    piece.clear();
-  }
-  append(piece);
   return {};
 }
 

@@ -60,7 +60,6 @@ class aspResponseObj final : public vbs::NativeObject<aspResponseObj> {
  private:
   bool acceptsHeaders() const { return !ended_ && !flushed_; }
   void append(std::string_view bytes);
-  void appendBytes(const vbs::ArrayRep& array);
   void redirect(RedirectedPage::Kind kind, std::string_view trg);
   void releaseCharge();
   void setExpires(const CalendarTime& when);

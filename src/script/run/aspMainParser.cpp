@@ -26,9 +26,6 @@ namespace {
 /// What the members usable without an object's name are published under: no script can spell it.
 constexpr std::string_view kNoName;
 
-/// Pages that run inside each other by Server.Execute.
-constexpr std::size_t kMostNestedPages = 8;
-
 /// The error's text. The one about a line that begins with "=" says how it came to that, because
 /// the page's source does not show it.
 std::string description(const vbs::ErrorReport& error) {
@@ -96,7 +93,7 @@ struct aspMainParser::Published {
 };
 
 aspMainParser::aspMainParser(const Services& services, const PageParts& parts, vbs::Limits limits)
-    : services_(services), parts_(parts), limits_(limits), host_(services) {}
+    : services_(services), parts_(parts), host_(services), run_(host_, programs_, limits) {}
 
 aspMainParser::~aspMainParser() = default;
 
@@ -176,8 +173,7 @@ bool aspMainParser::Run() {
 
   Published published(*this);
   published_ = &published;
-  timeLimit_ = limits_.time;
-  started_ = host_.steadyNow();
+  run_.start();
   const auto error = runProgram(program, pageFolder_);
   published_ = nullptr;
 
@@ -205,57 +201,24 @@ std::string_view aspMainParser::body() const {
 }
 
 std::string aspMainParser::folder() const {
-  return running_.empty() ? std::string() : running_.back().folder;
+  return run_.folder();
 }
 
 void aspMainParser::write(std::string_view bytes) {
   if (published_) published_->response->XWrite(vbs::Value(bytes));
 }
 
-/// Marks a page as running.
-class aspMainParser::Running {
- public:
-  Running(aspMainParser& page, const RunningPage& running) : page_(page) {
-    page_.running_.push_back(running);
-  }
-  Running(const Running&) = delete;
-  Running& operator=(const Running&) = delete;
-  ~Running() { page_.running_.pop_back(); }
-
- private:
-  aspMainParser& page_;
-};
-
-/// The limits of a program that starts now, within the time of the whole page.
-vbs::Limits aspMainParser::limitsFromNow() {
-  vbs::Limits limits = limits_;
-  const auto left = started_ + timeLimit_ - host_.steadyNow();
-  limits.time = std::chrono::duration_cast<std::chrono::milliseconds>(left);
-  return limits;
-}
-
 std::chrono::seconds aspMainParser::timeLimit() const {
-  return std::chrono::duration_cast<std::chrono::seconds>(timeLimit_);
+  return run_.timeLimit();
 }
 
 void aspMainParser::setTimeLimit(std::chrono::seconds limit) {
-  timeLimit_ = limit;
-  for (const RunningPage& page : running_) page.engine.setDeadline(started_ + limit);
+  run_.setTimeLimit(limit);
 }
 
 std::optional<vbs::ErrorReport> aspMainParser::runProgram(const std::string& program,
                                                           const std::string& folder) {
-  try {
-    vbs::Engine engine(host_, programs_, limitsFromNow());
-    const Running running(*this, {engine, folder});
-    published_->addTo(engine);
-    return engine.run(program);
-  } catch (const std::exception&) {
-    vbs::ErrorReport error;
-    error.number = static_cast<std::int32_t>(vbs::ErrorCode::InternalError);
-    error.description = vbs::errorText(error.number);
-    return error;
-  }
+  return run_.run(program, folder, [this](vbs::Engine& engine) { published_->addTo(engine); });
 }
 
 void aspMainParser::fail(const vbs::ErrorReport& error) {
@@ -298,14 +261,14 @@ std::optional<std::string> aspMainParser::pageFile(std::string_view target) cons
   const std::string& root = services_.state.ScriptsFolder;
   const bool fromRoot = !target.empty() && paths::isSeparator(target.front());
   if (!equalsNoCase(paths::extensionOf(target), ".qvs")) return std::nullopt;
-  const auto path = RootedPath::resolved(root, fromRoot ? root : running_.back().folder, target);
+  const auto path = RootedPath::resolved(root, fromRoot ? root : run_.folder(), target);
   return path ? findBelow(services_.files, *path, services_.state.FollowLinks) : std::nullopt;
 }
 
 void aspMainParser::execute(const std::string& target) {
   const auto file = pageFile(target);
   if (!file) vbs::throwError(vbs::ErrorCode::FileNotFound, target);
-  if (running_.size() > kMostNestedPages) vbs::throwError(vbs::ErrorCode::OutOfStackSpace);
+  if (run_.depth() > PageRun::kMostNested) vbs::throwError(vbs::ErrorCode::OutOfStackSpace);
   const std::string folder(paths::folderOf(*file));
   const auto error = runProgram(translate(strReadFile(*file), folder), folder);
   if (error && error->number == kEndOfPage) endPage();

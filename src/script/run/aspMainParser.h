@@ -5,13 +5,13 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "components/page_context.h"
 #include "http/script_pages.h"
 #include "script/objects/aspServerObj.h"
 #include "script/objects/page_parts.h"
 #include "script/run/page_host.h"
+#include "script/run/page_run.h"
 #include "script/sessions/aspSessionObj.h"
 #include "vbscript/engine.h"
 
@@ -70,10 +70,8 @@ class aspMainParser final : public PageContext, private aspServerObj::Page {
 
  private:
   struct Published;
-  class Running;
 
   PageOutcome takeOutcome();
-  vbs::Limits limitsFromNow();
   std::optional<vbs::ErrorReport> runProgram(const std::string& program, const std::string& folder);
   std::string translate(std::string source, const std::string& folder) const;
   std::optional<std::string> pageFile(std::string_view target) const;
@@ -89,9 +87,9 @@ class aspMainParser final : public PageContext, private aspServerObj::Page {
 
   const Services& services_;
   const PageParts& parts_;
-  vbs::Limits limits_;
   PageHost host_;
   vbs::ProgramCache programs_;
+  PageRun run_;
 
   std::string url_;
   std::string pageFolder_;
@@ -100,16 +98,7 @@ class aspMainParser final : public PageContext, private aspServerObj::Page {
   vbs::Ref<aspSessionObj> session_;
   std::int32_t socketIndex_ = -1;
 
-  /// A page that runs: the one asked for, or one inside it by Server.Execute.
-  struct RunningPage {
-    vbs::Engine& engine;
-    const std::string& folder;
-  };
-
-  Published* published_ = nullptr;         ///< the objects of the run in progress
-  std::vector<RunningPage> running_;       ///< each inside the one before
-  std::chrono::milliseconds timeLimit_{};  ///< of the run in progress
-  std::chrono::steady_clock::time_point started_;
+  Published* published_ = nullptr;  ///< the objects of the run in progress
   std::string output_;
   std::string responseHeader_;
   bool flushedResponse_ = false;

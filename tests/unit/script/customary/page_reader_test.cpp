@@ -34,8 +34,8 @@ std::string shown(const PageProgram& page) {
     const std::size_t end = page.program.find('\n', at);
     const std::string line = page.program.substr(at, end - at);
     at = end + 1;
-    if (line.starts_with("[text] ")) {
-      all += "{" + page.texts[std::stoul(line.substr(7))].bytes + "}";
+    if (line.starts_with("[%text] ")) {
+      all += "{" + page.texts[std::stoul(line.substr(8))].bytes + "}";
     } else {
       all += line + "|";
     }
@@ -52,7 +52,7 @@ TEST(PageReader, TextAndCode) {
   EXPECT_EQ(shown(""), "");
   EXPECT_EQ(shown("a\r\n\r\nb"), "{a\r\n\r\nb}");
   EXPECT_EQ(shown("<p><% x = 1 %>\n<b>"), "{<p>} x = 1 |{\n<b>}");
-  EXPECT_EQ(shown("<%= a %>,<%=b%>"), "[out]  a |{,}[out] b|");
+  EXPECT_EQ(shown("<%= a %>,<%=b%>"), "[%out]  a |{,}[%out] b|");
   EXPECT_EQ(shown("<%\n If a Then\n%>x<% End If %>"), "| If a Then||{x} End If |");
   EXPECT_EQ(shown("<% s = \"a%>b\" %>"), " s = \"a|{b\" %>}");
   EXPECT_EQ(shown("<% a %><% b %>"), " a | b |");
@@ -74,7 +74,7 @@ TEST(PageReader, Directives) {
   EXPECT_FALSE(page.usesSession);
   EXPECT_EQ(page.texts[0].bytes, "\r\n\xC3\xA9");
   EXPECT_EQ(page.texts[0].codePage, 65001);
-  EXPECT_EQ(page.program, "\xEF\xBB\xBF\n[text] 0\n s = \"\xC3\xA9\" \n");
+  EXPECT_EQ(page.program, "\xEF\xBB\xBF\n[%text] 0\n s = \"\xC3\xA9\" \n");
   EXPECT_EQ(shown("<%@ Language=JScript %>"), "! Pages in 'JScript' do not run here");
   EXPECT_EQ(shown("<%@CodePage=4711%>"), "! Code page 4711 is not known");
 }
@@ -135,7 +135,7 @@ TEST(PageReader, ScriptBlocks) {
   EXPECT_EQ(shown("<script language=jscript runat=server>x</script>"),
             "! Scripts in 'jscript' do not run here");
   EXPECT_EQ(shown("<script src=\"<%= a %>\" runat=server>"),
-            "{<script src=\"}[out]  a |{\" runat=server>}");
+            "{<script src=\"}[%out]  a |{\" runat=server>}");
 }
 
 TEST(PageReader, ObjectsAndTypeLibraries) {
