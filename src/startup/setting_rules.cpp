@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "platform/charset.h"
+#include "script/customary/code_page.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -97,6 +98,13 @@ std::string_view takeCustomary(ServerState& state, const std::string& text) {
   return taken || text.empty() ? "" : "it is neither \"0\", \"1\" nor \"2\" and counts as \"0\"";
 }
 
+std::string_view takePageCodePage(ServerState& state, const std::string& text) {
+  const auto number = numericLong(text);
+  const bool taken = number && customary::isCodePage(*number);
+  state.PageCodePage = taken ? *number : customary::kAnsi;
+  return taken || text.empty() ? "" : "no code page of that number is known; 1252 counts";
+}
+
 template <std::string ServerState::*member>
 std::string_view takeText(ServerState& state, const std::string& text) {
   state.*member = text;
@@ -130,6 +138,9 @@ constexpr std::array kRules{
     SettingRule{"MailServer", "", takeText<&ServerState::MailServer>},
     SettingRule{"MailFolder", "", takeText<&ServerState::MailFolder>},
     SettingRule{"Customary", "", takeCustomary},
+    SettingRule{"PageCodePage", "", takePageCodePage},
+    SettingRule{"ErrorDetail", "", takeFlag<&ServerState::ErrorDetail>},
+    SettingRule{"ErrorPage", "", takeText<&ServerState::ErrorPage>},
     SettingRule{"NotFoundPage", "", takeText<&ServerState::NotFoundPage>},
     SettingRule{"JetCodePage", "", takeCodePage},
 };

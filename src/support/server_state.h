@@ -58,7 +58,10 @@ struct ServerState {
 
   // The customary dialect of pages.
   std::int32_t Customary = 0;  ///< 1: for pages that begin with a directive; 2: for every page
-  std::string NotFoundPage;    ///< path of a URL; runs where a request finds nothing, under 2
+  std::int32_t PageCodePage = 1252;  ///< of customary pages that name none
+  bool ErrorDetail = false;          ///< clients see what a customary page failed with
+  std::string ErrorPage;     ///< path of a URL; answers in place of a customary page that failed
+  std::string NotFoundPage;  ///< path of a URL; runs where a request finds nothing, under 2
 
   // Seconds after which a connection is closed; 0 for never.
   std::uint32_t HeadSeconds = 30;   ///< without a whole head

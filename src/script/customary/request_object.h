@@ -8,6 +8,7 @@
 
 #include "script/customary/name_values.h"
 #include "script/customary/page.h"
+#include "script/customary/request_collections.h"
 #include "script/objects/header_variables.h"
 #include "vbscript/values/object.h"
 
@@ -17,8 +18,6 @@ struct ServerState;
 }  // namespace quorvane
 
 namespace quorvane::customary {
-
-class ValueCollection;
 
 /// What pages know as "Request". Made for one run; a page may keep it longer than that, so detach()
 /// cuts it off from the request: nothing is there any more then.

@@ -11,12 +11,14 @@ RunningScripts::RunningScripts(const Services& services, const Parts& parts, vbs
       sessions_(services.clock, services.random, services.log),
       application_(vbs::make<ApplicationComponent>(services_, parts.aliases)),
       parts_{heads_, parts.encoder, authKeys_, *application_},
-      vbsParser_(services_, parts_, limits) {
+      vbsParser_(services_, parts_, limits),
+      customary_(services_, parts_, application_->shared(), limits) {
   services_.page = &vbsParser_;
   application_->setLanguage(&parts.texts);
 }
 
 ScriptPageResult RunningScripts::run(const ScriptPageRequest& request) {
+  if (customary_.takes(request)) return {customary_.outcomeOf(request), 0};
   const std::int32_t asked = request.parser.SessionID();
   const vbs::Ref<aspSessionObj> session = sessions_.getOrCreate(asked);
   const std::int32_t held = session->SessionID();

@@ -4,6 +4,7 @@
 #include "http/response_heads.h"
 #include "http/script_pages.h"
 #include "platform/services.h"
+#include "script/customary/customary_pages.h"
 #include "script/run/aspMainParser.h"
 #include "script/sessions/auth_keys.h"
 #include "script/sessions/session_store.h"
@@ -41,6 +42,7 @@ class RunningScripts final : public ScriptPages {
   vbs::Ref<ApplicationComponent> application_;
   PageParts parts_;
   aspMainParser vbsParser_;
+  customary::CustomaryPages customary_;
 };
 
 }  // namespace quorvane

@@ -1,0 +1,285 @@
+#include "script/customary/customary_pages.h"
+
+#include <array>
+#include <utility>
+
+#include "http/clsHTTPParser.h"
+#include "http/header_lines.h"
+#include "http/response_heads.h"
+#include "script/customary/error_answer.h"
+#include "script/customary/request_object.h"
+#include "script/customary/server_object.h"
+#include "script/customary/type_library_names.h"
+#include "support/paths.h"
+#include "support/server_state.h"
+#include "support/text.h"
+#include "vbscript/syntax/lexer.h"
+
+namespace quorvane::customary {
+
+namespace {
+
+/// What names usable without an object are published under: no script can spell it.
+constexpr std::string_view kNoName;
+
+/// Enough of a page to see its directive.
+constexpr std::size_t kFirstBytes = 64;
+
+bool beginsWithDirective(std::string_view text) {
+  if (text.starts_with(vbs::kUtf8Mark)) text.remove_prefix(vbs::kUtf8Mark.size());
+  if (!text.starts_with("<%")) return false;
+  const std::size_t first = text.find_first_not_of(" \t\r\n", 2);
+  return first != text.npos && text[first] == '@';
+}
+
+}  // namespace
+
+/// The objects of one run.
+struct CustomaryPages::Objects {
+  explicit Objects(CustomaryPages& pages)
+      : response(
+            vbs::make<ResponseObject>(pages, pages, pages.services_.clock, pages.services_.log)),
+        request(vbs::make<RequestObject>(pages.services_.state, pages.request_->parser, pages)),
+        server(vbs::make<ServerObject>(pages.services_, pages)),
+        session(pages.site_.session(
+            pages, request->cookie(Site::kSessionCookie).value_or(std::string()))) {}
+  ~Objects() {
+    response->detach();
+    request->detach();
+    server->detach();
+    session->detach();
+  }
+  Objects(const Objects&) = delete;
+  Objects& operator=(const Objects&) = delete;
+
+  std::array<PublishedObject, 4> all() {
+    return {{{"Response", response.get()},
+             {"Request", request.get()},
+             {"Server", server.get()},
+             {"ObjectContext", context.get()}}};
+  }
+
+  vbs::Ref<ResponseObject> response;
+  vbs::Ref<RequestObject> request;
+  vbs::Ref<ServerObject> server;
+  vbs::Ref<SessionObject> session;
+  vbs::Ref<TransactionObject> context = vbs::make<TransactionObject>();
+  vbs::Ref<TypeLibraryNames> constants = vbs::make<TypeLibraryNames>();
+};
+
+CustomaryPages::CustomaryPages(const Services& services, const PageParts& parts,
+                               vbs::Ref<SharedValues> shared, vbs::Limits limits)
+    : services_(services),
+      parts_(parts),
+      host_(services_),
+      store_(services_),
+      site_(
+          services_, programs_, std::move(shared),
+          [this](const std::string& path, const std::string& text) {
+            return store_.scriptBlocks(path, text);
+          },
+          limits),
+      run_(host_, programs_, limits) {
+  services_.page = this;
+}
+
+CustomaryPages::~CustomaryPages() = default;
+
+bool CustomaryPages::takes(const ScriptPageRequest& request) const {
+  const std::int32_t chosen = services_.state.Customary;
+  if (chosen != 1) return chosen == 2;
+  if (!request.fileData.empty()) return beginsWithDirective(request.fileData);
+  const auto file = services_.files.open(request.url);
+  if (!file) return false;
+  std::array<char, kFirstBytes> bytes{};
+  return beginsWithDirective({bytes.data(), file->read(0, bytes.data(), bytes.size())});
+}
+
+PageOutcome CustomaryPages::outcomeOf(const ScriptPageRequest& request) {
+  request_ = &request;
+  lastError_ = {};
+  inner_.reset();
+  codePage_ = services_.state.PageCodePage;
+  site_.open();
+  run_.start();
+  const PageStore::Program page =
+      request.fileData.empty() ? store_.get(request.url) : store_.of(request.url, request.fileData);
+  Objects objects(*this);
+  objects_ = &objects;
+  if (page) prepare(*page, *objects.session);
+  runRequest(page);
+  site_.close(*objects.session);
+  PageOutcome outcome = answer();
+  objects_ = nullptr;
+  request_ = nullptr;
+  return outcome;
+}
+
+/// The code page and the locale that the page begins with: its own, else its session's.
+void CustomaryPages::prepare(const PageProgram& page, const SessionObject& session) {
+  const Session* kept = session.session().get();
+  if (page.codePage) {
+    codePage_ = *page.codePage;
+  } else if (kept && kept->codePage != 0) {
+    codePage_ = kept->codePage;
+  }
+  host_.setLocale(page.lcid.value_or(kept ? kept->locale : 0));
+}
+
+void CustomaryPages::runRequest(const PageStore::Program& page) {
+  if (!page)
+    return answerError(faultOf({"The page can't be read", {request_->url}}), request_->url);
+  if (page->usesSession) {
+    const auto seen = objects_->all();
+    site_.startSession(objects_->session, seen);
+  } else {
+    objects_->session->refuse();
+  }
+  if (objects_->response->isEnded()) return;
+  if (const auto error = runPage(page, request_->url)) answerError(*error, request_->url);
+}
+
+std::optional<PageError> CustomaryPages::runPage(const PageStore::Program& page,
+                                                 const std::string& path) {
+  if (page->fault) return faultOf(*page->fault);
+  const auto output = vbs::make<OutputNames>(*objects_->response, page->texts);
+  const std::string folder(paths::folderOf(path));
+  const auto report = run_.run(page->program, folder, [&](vbs::Engine& engine) {
+    for (const PublishedObject& object : objects_->all()) {
+      engine.addObject(object.name, *object.object, false);
+    }
+    engine.addObject(kNoName, *output, true);
+    site_.publish(engine, objects_->session);
+    site_.publish(engine, page->objects);
+    if (page->namesTypeLibrary || site_.namesTypeLibrary()) {
+      engine.addObject(kNoName, *objects_->constants, true);
+    }
+  });
+  if (!report) return std::nullopt;
+  if (inner_ && inner_->number == report->number) return std::exchange(inner_, std::nullopt);
+  return errorOf(*page, *report);
+}
+
+PageError CustomaryPages::errorOf(const PageProgram& page, const vbs::ErrorReport& report) const {
+  PageError error;
+  error.number = report.number;
+  error.category = vbs::String(report.source);
+  error.description = vbs::String(report.description);
+  if (const auto place = page.lines.place(report.line, report.column)) {
+    error.file = vbs::String(place->file);
+    error.line = static_cast<std::int32_t>(place->line);
+    if (place->column > 0) error.column = static_cast<std::int32_t>(place->column);
+    error.source = decode(codePage_, sourceLine(services_.files, *place));
+  }
+  return error;
+}
+
+PageError CustomaryPages::faultOf(const PageProgram::Fault& fault) const {
+  PageError error;
+  error.number = kPageFault;
+  error.category = vbs::String("Quorvane");
+  error.description = vbs::String(fault.text);
+  error.file = vbs::String(fault.place.file);
+  if (fault.place.line > 0) error.line = static_cast<std::int32_t>(fault.place.line);
+  if (fault.place.column > 0) error.column = static_cast<std::int32_t>(fault.place.column);
+  error.source = decode(codePage_, sourceLine(services_.files, fault.place));
+  return error;
+}
+
+void CustomaryPages::logError(const PageError& error) {
+  services_.log.LogLine("Page error: " + errorText(error, services_.state.ScriptsFolder));
+}
+
+/// What has been written goes, unless it is on its way already.
+void CustomaryPages::answerError(const PageError& error, const std::string& path) {
+  logError(error);
+  ResponseObject& response = *objects_->response;
+  if (!response.isSent()) {
+    response.clear();
+    response.setStatus("500 Internal Server Error");
+    if (runErrorPage(error, path)) return;
+    response.clear();
+  }
+  response.writeBytes(
+      errorHtml(error, services_.state.ErrorDetail ? &services_.state.ScriptsFolder : nullptr));
+}
+
+bool CustomaryPages::runErrorPage(const PageError& error, const std::string& path) {
+  const std::string& wanted = services_.state.ErrorPage;
+  if (wanted.empty() || objects_->response->isEnded()) return false;
+  const auto file = store_.find(services_.state.ScriptsFolder, wanted);
+  if (!file || *file == path) return false;
+  const PageStore::Program page = store_.get(*file);
+  if (!page) return false;
+  lastError_ = error;
+  const auto failed = runPage(page, *file);
+  if (failed) logError(*failed);
+  return !failed;
+}
+
+PageOutcome CustomaryPages::answer() {
+  ResponseObject& response = *objects_->response;
+  if (response.isSent()) return FlushedPage{response.takeBody()};
+  const SessionObject& session = *objects_->session;
+  if (session.isNew()) {
+    std::string line;
+    header_lines::write(
+        line, "Set-Cookie",
+        std::string(Site::kSessionCookie) + '=' + session.session()->id + "; path=/; HttpOnly");
+    response.addCookie(std::move(line));
+  }
+  std::string lines = response.headerLines();
+  return AnsweredPage{response.status(), std::move(lines), response.takeBody()};
+}
+
+void CustomaryPages::send(std::string data, bool first) {
+  if (request_->socketIndex < 0) return;
+  if (first) {
+    ResponseObject& response = *objects_->response;
+    data.insert(0, parts_.heads.ofFlushedPage(response.status(), response.headerLines()));
+  }
+  if (request_->events.vbsParser_Dispatch(request_->socketIndex, std::move(data), false)) return;
+  objects_->response->end();
+  throw vbs::EndOfRun{};
+}
+
+void CustomaryPages::execute(const std::string& target) {
+  if (run_.depth() > PageRun::kMostNested) vbs::throwError(vbs::ErrorCode::OutOfStackSpace);
+  const auto file = store_.find(run_.folder(), target);
+  const PageStore::Program page = file ? store_.get(*file) : nullptr;
+  if (!page) vbs::throwError(vbs::ErrorCode::FileNotFound, target);
+  inner_.reset();
+  if (auto error = runPage(page, *file)) {
+    vbs::ScriptError thrown;
+    thrown.number = error->number;
+    thrown.description = error->description.narrow();
+    thrown.source = error->category.narrow();
+    inner_ = std::move(error);
+    throw thrown;
+  }
+  if (objects_->response->isEnded()) throw vbs::EndOfRun{};
+}
+
+void CustomaryPages::transfer(const std::string& target) {
+  execute(target);
+  objects_->response->end();
+  throw vbs::EndOfRun{};
+}
+
+std::string CustomaryPages::header(std::string_view name) const {
+  if (!objects_) return {};
+  for (const RequestHead::Header& line : request_->parser.head().headers()) {
+    if (equalsNoCase(line.name, name)) return std::string(line.value);
+  }
+  return {};
+}
+
+std::string_view CustomaryPages::body() const {
+  return objects_ ? request_->parser.body() : std::string_view();
+}
+
+void CustomaryPages::write(std::string_view bytes) {
+  if (objects_) objects_->response->writeBytes(bytes);
+}
+
+}  // namespace quorvane::customary

@@ -1,0 +1,76 @@
+#include "script/customary/error_answer.h"
+
+#include <array>
+#include <cstdio>
+
+#include "support/clsWEncode.h"
+#include "support/visible_text.h"
+
+namespace quorvane::customary {
+
+namespace {
+
+constexpr std::size_t kMostSource = 1000;
+
+std::string hexNumber(std::int32_t number) {
+  // Numbers of the language are known by their form as codes of the system, too.
+  constexpr std::uint32_t kScriptFailure = 0x800A0000;
+  const auto code = number >= 0 ? kScriptFailure | static_cast<std::uint32_t>(number)
+                                : static_cast<std::uint32_t>(number);
+  std::array<char, 16> text{};
+  std::snprintf(text.data(), text.size(), "%08x", code);
+  return text.data();
+}
+
+std::string fileOf(const PageError& error, const std::string& root) {
+  std::string file = error.file.narrow();
+  if (!root.empty() && file.starts_with(root)) file.erase(0, root.size());
+  return file;
+}
+
+std::string placeOf(const PageError& error, const std::string& root) {
+  std::string place = fileOf(error, root);
+  if (error.line > 0) place += ", line " + std::to_string(error.line);
+  if (error.column > 0) place += ", column " + std::to_string(error.column);
+  return place;
+}
+
+}  // namespace
+
+std::string sourceLine(const Files& files, const Place& place) {
+  const auto text = place.line == 0 ? std::nullopt : files.readAll(place.file);
+  if (!text) return {};
+  std::size_t start = 0;
+  for (std::uint32_t i = 1; i < place.line; ++i) {
+    const std::size_t end = text->find_first_of("\r\n", start);
+    if (end == text->npos) return {};
+    start = end + (text->compare(end, 2, "\r\n") == 0 ? 2 : 1);
+  }
+  const std::size_t end = std::min(text->find_first_of("\r\n", start), text->size());
+  return text->substr(start, std::min(end - start, kMostSource));
+}
+
+std::string errorText(const PageError& error, const std::string& root) {
+  std::string text = error.category.narrow() + " '" + hexNumber(error.number) +
+                     "': " + error.description.narrow() + " (" + placeOf(error, root) + ")";
+  const std::string source = error.source.narrow();
+  if (!source.empty()) text += ": " + source;
+  return visible(text, 2 * kMostSource);
+}
+
+std::string errorHtml(const PageError& error, const std::string* root) {
+  std::string page =
+      "<html><head><title>Error</title></head><body>"
+      "<h1>An error occurred</h1>";
+  if (root) {
+    const clsWEncode encoder;
+    const auto shown = [&](const std::string& text) { return encoder.afText2HTML(text); };
+    page += "<p>" + shown(error.category.narrow()) + " '" + hexNumber(error.number) + "' (" +
+            std::to_string(error.number) + ")</p><p><b>" + shown(error.description.narrow()) +
+            "</b></p><p>" + shown(placeOf(error, *root)) + "</p>";
+    if (!error.source.empty()) page += "<pre>" + shown(error.source.narrow()) + "</pre>";
+  }
+  return page + "</body></html>";
+}
+
+}  // namespace quorvane::customary

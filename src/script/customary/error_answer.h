@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "script/customary/page.h"
+#include "script/customary/page_program.h"
+#include "support/files.h"
+
+namespace quorvane::customary {
+
+/// The number of what stops a page before it runs.
+inline constexpr std::int32_t kPageFault = -2147467259;
+
+/// The line that stands at a place, of its first thousand bytes; empty when it can't be read.
+std::string sourceLine(const Files& files, const Place& place);
+
+/// All of it in one line, files below `root` named from there on.
+std::string errorText(const PageError& error, const std::string& root);
+
+/// What a client gets of a page that failed: with all there is to tell, files named as above, or
+/// (null) that something went wrong and no more.
+std::string errorHtml(const PageError& error, const std::string* root);
+
+}  // namespace quorvane::customary
