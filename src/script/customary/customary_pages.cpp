@@ -108,8 +108,8 @@ PageOutcome CustomaryPages::outcomeOf(const ScriptPageRequest& request) {
   objects_ = &objects;
   if (page) prepare(*page, *objects.session);
   runRequest(page);
-  site_.close(*objects.session);
   PageOutcome outcome = answer();
+  site_.close(*objects.session);
   objects_ = nullptr;
   request_ = nullptr;
   return outcome;
@@ -217,26 +217,29 @@ bool CustomaryPages::runErrorPage(const PageError& error, const std::string& pat
   return !failed;
 }
 
+/// The page's own, and the cookie of a session that the browser does not know yet.
+std::string CustomaryPages::headerLines() {
+  const SessionObject& session = *objects_->session;
+  std::string lines = objects_->response->headerLines();
+  if (session.isNew()) {
+    header_lines::add(
+        lines, "Set-Cookie",
+        std::string(Site::kSessionCookie) + '=' + session.session()->id + "; path=/; HttpOnly");
+  }
+  return lines;
+}
+
 PageOutcome CustomaryPages::answer() {
   ResponseObject& response = *objects_->response;
   if (response.isSent()) return FlushedPage{response.takeBody()};
-  const SessionObject& session = *objects_->session;
-  if (session.isNew()) {
-    std::string line;
-    header_lines::write(
-        line, "Set-Cookie",
-        std::string(Site::kSessionCookie) + '=' + session.session()->id + "; path=/; HttpOnly");
-    response.addCookie(std::move(line));
-  }
-  std::string lines = response.headerLines();
+  std::string lines = headerLines();
   return AnsweredPage{response.status(), std::move(lines), response.takeBody()};
 }
 
 void CustomaryPages::send(std::string data, bool first) {
   if (request_->socketIndex < 0) return;
   if (first) {
-    ResponseObject& response = *objects_->response;
-    data.insert(0, parts_.heads.ofFlushedPage(response.status(), response.headerLines()));
+    data.insert(0, parts_.heads.ofFlushedPage(objects_->response->status(), headerLines()));
   }
   if (request_->events.vbsParser_Dispatch(request_->socketIndex, std::move(data), false)) return;
   objects_->response->end();

@@ -50,6 +50,7 @@ class CustomaryPages final : public PageContext, public Page, public ResponseObj
   std::optional<PageError> runPage(const PageStore::Program& page, const std::string& path);
   PageError errorOf(const PageProgram& page, const vbs::ErrorReport& report) const;
   PageError faultOf(const PageProgram::Fault& fault) const;
+  std::string headerLines();
   PageOutcome answer();
   void answerError(const PageError& error, const std::string& path);
   bool runErrorPage(const PageError& error, const std::string& path);

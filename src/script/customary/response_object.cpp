@@ -81,7 +81,6 @@ std::string ResponseObject::headerLines() const {
   };
   addWhole(addedLines_);
   for (const auto& cookie : cookies_.all()) addWhole(cookie->headerLine());
-  addWhole(ownCookie_);
   return lines;
 }
 

@@ -47,7 +47,6 @@ class ResponseObject final : public vbs::NativeObject<ResponseObject> {
   bool isEnded() const { return ended_; }  ///< nothing is written any more
   void end() { ended_ = true; }
   void clear() { takeBody(); }
-  void addCookie(std::string headerLine) { ownCookie_ = std::move(headerLine); }
 
   void writeBytes(std::string_view bytes);
 
@@ -108,7 +107,6 @@ class ResponseObject final : public vbs::NativeObject<ResponseObject> {
   std::string charset_;
   std::string cacheControl_ = "private";
   std::string addedLines_;
-  std::string ownCookie_;
   vbs::MemoryCharge headCharge_{0};  ///< of the page's texts in the head
   SetCookies cookies_;
   ResponseCookie::Owner cookiesOwner_ = std::make_shared<SetCookies*>(&cookies_);

@@ -157,7 +157,7 @@ TEST(PageReader, LinesLeadBack) {
   ASSERT_EQ(page.lines.size(), 9U);
   EXPECT_EQ(page.lines.place(4, 1)->file, "/a.inc");
   EXPECT_EQ(page.lines.place(4, 1)->line, 2U);
-  const auto z = page.lines.place(8, 8);
+  const auto z = page.lines.place(8, 9);
   ASSERT_TRUE(z);
   EXPECT_EQ(z->file, "/p.asp");
   EXPECT_EQ(z->line, 3U);
