@@ -13,9 +13,9 @@ using vbs::Value;
 
 namespace {
 
-class NewMail final : public mail::Draft, public vbs::NativeObject<NewMail> {
+class NewMail final : public vbs::NativeObject<NewMail, mail::Draft> {
  public:
-  using Draft::Draft;
+  using NativeObject::NativeObject;
   std::string_view typeName() const override { return "INewMail"; }
 
   static std::span<const vbs::Member<NewMail>> members() {

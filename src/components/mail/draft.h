@@ -28,7 +28,7 @@ Attachment& attachFile(Mail& mail, const ScriptFiles& files, const vbs::Value& p
 
 /// What mail objects of one text and one sender have in common: their members are rows of this
 /// class's functions under the names that each has for them.
-class Draft {
+class Draft : public vbs::Object {
  public:
   explicit Draft(const Services& services) : services_(services), files_(services) {}
 

@@ -49,9 +49,9 @@ class JMailDraft : public mail::Draft {
   std::int32_t errorNumber_ = 0;
 };
 
-class JMailMessage final : public JMailDraft, public vbs::NativeObject<JMailMessage> {
+class JMailMessage final : public vbs::NativeObject<JMailMessage, JMailDraft> {
  public:
-  using JMailDraft::JMailDraft;
+  using NativeObject::NativeObject;
   std::string_view typeName() const override { return "IMessage"; }
 
   static std::span<const Member<JMailMessage>> members() {
@@ -108,9 +108,9 @@ class JMailMessage final : public JMailDraft, public vbs::NativeObject<JMailMess
   std::string password_;
 };
 
-class JMailSmtp final : public JMailDraft, public vbs::NativeObject<JMailSmtp> {
+class JMailSmtp final : public vbs::NativeObject<JMailSmtp, JMailDraft> {
  public:
-  using JMailDraft::JMailDraft;
+  using NativeObject::NativeObject;
   std::string_view typeName() const override { return "ISMTPMail"; }
 
   static std::span<const Member<JMailSmtp>> members() {

@@ -16,9 +16,9 @@ using vbs::Value;
 
 namespace {
 
-class MailSender final : public mail::Draft, public vbs::NativeObject<MailSender> {
+class MailSender final : public vbs::NativeObject<MailSender, mail::Draft> {
  public:
-  using Draft::Draft;
+  using NativeObject::NativeObject;
   std::string_view typeName() const override { return "IMailSender"; }
 
   static std::span<const Member<MailSender>> members() {
@@ -102,9 +102,9 @@ class MailSender final : public mail::Draft, public vbs::NativeObject<MailSender
 };
 
 /// Tells of failures by the result of SendMail and by Response.
-class Mailer final : public mail::Draft, public vbs::NativeObject<Mailer> {
+class Mailer final : public vbs::NativeObject<Mailer, mail::Draft> {
  public:
-  using Draft::Draft;
+  using NativeObject::NativeObject;
   std::string_view typeName() const override { return "IMailer"; }
 
   static std::span<const Member<Mailer>> members() {

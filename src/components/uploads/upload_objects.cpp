@@ -48,7 +48,7 @@ class FormItem final : public vbs::NativeObject<FormItem> {
 };
 
 /// What the three have in common: the form, read when it is first asked for.
-class UploadBase {
+class UploadBase : public vbs::Object {
  public:
   explicit UploadBase(const Services& services) : services_(services) {}
 
@@ -123,9 +123,9 @@ class UploadBase {
   std::vector<vbs::Ref<FileObject>> files_;
 };
 
-class Upload final : public UploadBase, public vbs::NativeObject<Upload> {
+class Upload final : public vbs::NativeObject<Upload, UploadBase> {
  public:
-  using UploadBase::UploadBase;
+  using NativeObject::NativeObject;
   std::string_view typeName() const override { return "IUploadManager"; }
 
   static std::span<const Member<Upload>> members() {
@@ -216,9 +216,9 @@ class Upload final : public UploadBase, public vbs::NativeObject<Upload> {
 };
 
 /// Works on all fields, and by itself on the form's first file.
-class FileUp final : public UploadBase, public vbs::NativeObject<FileUp> {
+class FileUp final : public vbs::NativeObject<FileUp, UploadBase> {
  public:
-  using UploadBase::UploadBase;
+  using NativeObject::NativeObject;
   std::string_view typeName() const override { return "IFileUp"; }
 
   static std::span<const Member<FileUp>> members() {
@@ -302,9 +302,9 @@ class FileUp final : public UploadBase, public vbs::NativeObject<FileUp> {
   std::int32_t most_ = -1;  ///< bytes of a file; negative: no bound
 };
 
-class SmartUpload final : public UploadBase, public vbs::NativeObject<SmartUpload> {
+class SmartUpload final : public vbs::NativeObject<SmartUpload, UploadBase> {
  public:
-  using UploadBase::UploadBase;
+  using NativeObject::NativeObject;
   std::string_view typeName() const override { return "ISmartUpload"; }
 
   static std::span<const Member<SmartUpload>> members() {
