@@ -58,7 +58,7 @@ void* allocate(std::size_t bytes) {
 void release(void* memory) {
   if (!memory) return;
   vbs::runContext.memory.release(bytesOf(memory));
-  if (BlockPool::isPooled(memory)) {
+  if (pool && BlockPool::isPooled(memory)) {
     pool->giveBack(memory);
   } else {
     std::free(memory);
