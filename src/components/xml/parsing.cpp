@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <utility>
 
 #include "components/xml/external_files.h"
 #include "components/xml/fault_texts.h"
@@ -37,6 +38,30 @@ class Reading {
       of(data).look();
       xmlSAX2StartElementNs(data, name, prefix, address, spaces, space, attributes, defaults,
                             attribute);
+      of(data).made(of(data).context->node);
+    };
+    events.endElementNs = [](void* data, const xmlChar* name, const xmlChar* prefix,
+                             const xmlChar* address) {
+      of(data).ending();
+      xmlSAX2EndElementNs(data, name, prefix, address);
+    };
+    events.characters = [](void* data, const xmlChar* text, int bytes) {
+      if (!of(data).drops({reinterpret_cast<const char*>(text), static_cast<std::size_t>(bytes)})) {
+        xmlSAX2Characters(data, text, bytes);
+      }
+    };
+    events.ignorableWhitespace = events.characters;
+    events.comment = [](void* data, const xmlChar* text) {
+      xmlSAX2Comment(data, text);
+      of(data).madeBelow();
+    };
+    events.processingInstruction = [](void* data, const xmlChar* target, const xmlChar* text) {
+      xmlSAX2ProcessingInstruction(data, target, text);
+      of(data).madeBelow();
+    };
+    events.cdataBlock = [](void* data, const xmlChar* text, int bytes) {
+      xmlSAX2CDataBlock(data, text, bytes);
+      of(data).madeBelow();
     };
     events.internalSubset = [](void* data, const xmlChar* name, const xmlChar* external,
                                const xmlChar* system) {
@@ -58,6 +83,30 @@ class Reading {
     constexpr unsigned kBetweenLooks = 64;
     if (++elements_ % kBetweenLooks == 0) Watch::look();
     if (watch_.stopped()) xmlStopParser(context);
+  }
+
+  /// White space between two pieces of markup, as most documents have it, never becomes a node;
+  /// where that is not easily told, or the library would join what stands around it, SpaceCleaning
+  /// takes it away.
+  bool drops(std::string_view text) {
+    const xmlNode* const parent = context->node;
+    const bool preserves = context->space && *context->space == 1;
+    if (options_.preservesSpace || preserves || context->myDoc->intSubset || !parent ||
+        *context->input->cur != '<' || (parent->last && isText(parent->last)) || !isSpace(text)) {
+      return false;
+    }
+    droppedSpace_ = true;
+    return true;
+  }
+  void made(xmlNode* node) {
+    if (std::exchange(droppedSpace_, false) && node) markSpaceBefore(node);
+  }
+  void madeBelow() {
+    if (context->node) made(context->node->last);
+  }
+  void ending() {
+    xmlNode* const node = context->node;
+    if (std::exchange(droppedSpace_, false) && node && node->last) markSpaceAtEnd(node);
   }
 
   void typeDeclared() {
@@ -107,6 +156,7 @@ class Reading {
   const ParseOptions& options_;
   ParseFault fault_;
   unsigned elements_ = 0;
+  bool droppedSpace_ = false;  ///< just before what comes now
   Watch watch_{[] {}};
 };
 

@@ -75,6 +75,8 @@ struct MemberCache {
   const ClassMember* member = nullptr;
   const void* shape = nullptr;
   MemberId id = kNoMember;  ///< for objects with `shape`
+  const void* olderShape = nullptr;
+  MemberId olderId = kNoMember;  ///< for objects with `olderShape`, which came before those
 };
 
 /// Names what an instruction uses, for error texts. Names are indexes in Program::names, or none.

@@ -1,5 +1,7 @@
 #include "vbscript/machine/operations.h"
 
+#include <utility>
+
 #include "vbscript/machine/script_object.h"
 #include "vbscript/values/operators.h"
 
@@ -26,9 +28,11 @@ const Name& nameIn(CallStack& stack, const MemberCache& cache) {
 MemberId findMember(CallStack& stack, Object& object, MemberCache& cache, const Instruction* pc) {
   const void* shape = object.shape();
   if (shape && shape == cache.shape) return cache.id;
+  if (shape && shape == cache.olderShape) return cache.olderId;
   const MemberId id = object.findMember(nameIn(stack, cache).lower);
   if (id == kNoMember) throwMember(stack, ErrorCode::NoPropertyOrMethod, cache, pc);
-  cache.shape = shape;
+  cache.olderShape = std::exchange(cache.shape, shape);
+  cache.olderId = cache.id;
   cache.id = id;
   return id;
 }

@@ -224,3 +224,16 @@ Echo doc.loadXML(Replace(Space(300), " ", "<a>") & Replace(Space(300), " ", "</a
 Echo doc.loadXML(Replace(Space(250), " ", "<a>") & Replace(Space(250), " ", "</a>"))
 '> False True
 '> True
+
+'=== white space between markup goes, within texts it stays
+Dim d, n: Set d = CreateObject("MSXML2.DOMDocument.6.0")
+Sub Children(text)
+  Dim s
+  d.loadXML text
+  For Each n In d.documentElement.childNodes: s = s & n.nodeName & "[" & n.nodeValue & "]": Next
+  Echo s
+End Sub
+Children "<a> <b/> <!-- n --> <?p i?> <b> </b> </a>"        '> b[]#comment[ n ]p[i]b[]
+Children "<a> x <b/> &amp; <b/> &#32;<b/></a>"               '> #text[ x ]b[]#text[ & ]b[]b[]
+Children "<a><![CDATA[k]]> <![CDATA[l]]></a>"                '> #cdata-section[k]#cdata-section[l]
+Children "<a xml:space=""preserve""> <b/> </a>"              '> #text[ ]b[]#text[ ]
