@@ -6,8 +6,8 @@
 APP := build/app
 JOBS ?= $(shell nproc)
 
-.PHONY: build serve test unit blackbox faults soak browser terminal service bench lint format clean \
-  build-deps test-deps
+.PHONY: build serve test unit blackbox faults databases soak browser terminal service bench lint \
+  format clean build-deps test-deps
 
 build: build-deps
 	@cmake --preset release >/dev/null
@@ -16,7 +16,7 @@ build: build-deps
 serve: build
 	@tools/serve $(APP)
 
-test: unit blackbox faults browser terminal service
+test: unit blackbox faults databases browser terminal service
 
 # The tests that are programs, and the black-box tests once, under AddressSanitizer and
 # UndefinedBehaviorSanitizer.
@@ -32,6 +32,10 @@ blackbox: build test-deps
 # What goes wrong: attacks, starved machines, mistakes of operators.
 faults: build test-deps
 	@python3 tests/faults $(APP)
+
+# Databases of other systems; the tests start their servers.
+databases: build test-deps
+	@python3 tests/databases $(APP)
 
 # A server under everything at once; takes its time, so it is no part of the tests.
 SOAK_SECONDS ?= 600

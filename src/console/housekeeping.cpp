@@ -45,6 +45,7 @@ void Housekeeping::expire() {
   if (!parts_.objects) return;
   parts_.objects->scripts().sessions().expire();
   parts_.objects->scripts().authKeys().expire();
+  parts_.objects->scripts().databases().expire();
   parts_.objects->aliases().removeExpired(parts_.services.clock.now());
 }
 

@@ -2,6 +2,10 @@
 
 namespace quorvane {
 
+namespace ado {
+class DatabasePool;
+}
+
 class Clock;
 class Files;
 class ImageLibrary;
@@ -25,6 +29,7 @@ struct Services {
   ImageLibrary* images = nullptr;             ///< null: pictures are served unresized
   const SettingsStorage* settings = nullptr;  ///< null: scripts can't read any
   PageContext* page = nullptr;                ///< null where scripts are no pages
+  ado::DatabasePool* databases = nullptr;     ///< null: connections are opened as pages say
 };
 
 }  // namespace quorvane

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "components/ado/redirects.h"
 #include "startup/mainMod.h"
 #include "startup/setting_rules.h"
 #include "support/text.h"
@@ -51,6 +52,12 @@ std::vector<std::string> untakenSettings(const SettingsStorage& storage) {
     const std::string reason = reasonAgainst(line, lines);
     if (reason.empty()) continue;
     untaken.push_back("Settings line " + std::to_string(line.number) + " not taken: " + reason);
+  }
+  for (const StoredLine& line : storage.lines(RegistryRoot::LocalMachine, ado::Redirects::kKey)) {
+    const std::string reason = ado::Redirects::fault(line);
+    if (reason.empty()) continue;
+    untaken.push_back("Settings line " + std::to_string(line.number) +
+                      " of Databases not taken: " + reason);
   }
   return untaken;
 }

@@ -113,15 +113,14 @@ std::span<const vbs::Member<CommandObject>> CommandObject::members() {
 Command CommandObject::command(const Value& values, std::int32_t options) {
   if (!connection_ || !connection_->isOpen()) fail(AdoError::InvalidConnection, "Command");
   Command command;
-  command.text = commandTextOf(text_, options == kCmdUnspecified ? type_ : options);
+  command.timeout = timeout_;
   for (const auto& parameter : parameters_->items().all()) {
     if (parameter->direction() == kReturn || parameter->direction() == kOutput) continue;
     command.parameters.push_back(parameter->bound());
     command.parameterNames.push_back(parameter->name());
   }
   const Value& given = values.deref();
-  if (!given.isArray()) return command;
-  for (std::size_t i = 0; i < given.asArray()->count; ++i) {
+  for (std::size_t i = 0; given.isArray() && i < given.asArray()->count; ++i) {
     const Value value = vbs::plainValue(given.asArray()->element(i));
     if (i < command.parameters.size()) {
       if (!value.isEmpty()) command.parameters[i] = value;
@@ -129,6 +128,8 @@ Command CommandObject::command(const Value& values, std::int32_t options) {
       command.parameters.push_back(value);
     }
   }
+  command.text = connection_->commandText(text_, options == kCmdUnspecified ? type_ : options,
+                                          command.parameters.size());
   return command;
 }
 

@@ -6,7 +6,6 @@
 #include "components/ado/database_file.h"
 #include "components/ado/recordset.h"
 #include "components/ado/sql/tokens.h"
-#include "components/ado/sql/translator.h"
 
 namespace quorvane::ado {
 
@@ -45,7 +44,7 @@ std::span<const vbs::Member<Connection>> Connection::members() {
 Connection::Connection(const Services& services) : services_(services) {}
 
 Connection::~Connection() {
-  for (Recordset* recordset : recordsets_) recordset->connectionEnds();
+  close();
 }
 
 void Connection::detach(const Recordset& recordset) {
@@ -53,22 +52,23 @@ void Connection::detach(const Recordset& recordset) {
 }
 
 Database& Connection::database() {
-  if (!database_) fail(AdoError::InvalidConnection, "Connection");
-  return *database_;
+  if (!open_.database) fail(AdoError::InvalidConnection, "Connection");
+  return *open_.database;
 }
 
-void Connection::open(const std::string& text) {
+void Connection::open(const std::string& text, const OdbcLogin& login) {
   if (isOpen()) fail(AdoError::ObjectOpen, "Connection");
   if (!text.empty()) text_ = text;
   constexpr std::int32_t kModeRead = 1;
-  std::string path;
   try {
-    database_ = openDatabase(services_, text_, provider_, mode_ == kModeRead, path);
+    open_ =
+        openDatabase(services_, {text_, provider_, login, mode_ == kModeRead, connectionTimeout_});
+    open_.database->limitCommands(commandTimeout_);
   } catch (const DatabaseError& error) {
     errors_->set(error);
     throw scriptError(error);
   }
-  describe(path);
+  describe(open_.path);
 }
 
 void Connection::describe(const std::string& path) {
@@ -76,8 +76,8 @@ void Connection::describe(const std::string& path) {
   defaultDatabase_ = path;
   properties_->set("Data Source", textValue(path));
   properties_->set("Data Source Name", textValue(path));
-  properties_->set("DBMS Name", textValue(database_->systemName()));
-  properties_->set("DBMS Version", textValue(database_->systemVersion()));
+  properties_->set("DBMS Name", textValue(open_.database->systemName()));
+  properties_->set("DBMS Version", textValue(open_.database->systemVersion()));
   properties_->set("Provider Name", textValue(provider()));
   properties_->set("Transaction DDL", Value::longInt(16));
   text_ = parts.empty() ? text_ : parts.withoutPassword();
@@ -86,12 +86,13 @@ void Connection::describe(const std::string& path) {
 void Connection::close() {
   const std::vector<Recordset*> open = std::exchange(recordsets_, {});
   for (Recordset* recordset : open) recordset->connectionEnds();
-  database_.reset();
+  closeDatabase(services_, std::exchange(open_, {}));
   transactions_ = 0;
 }
 
 Value Connection::callOpen(Args args) {
-  open(isGiven(args, 0) ? utf8Of(args[0]) : std::string());
+  const auto text = [&](std::size_t i) { return isGiven(args, i) ? utf8Of(args[i]) : ""; };
+  open(text(0), {text(1), text(2)});
   return {};
 }
 
@@ -107,7 +108,7 @@ Value Connection::callExecute(Args args) {
   const std::int32_t options = arguments::number(args, 2, kCmdUnspecified);
   const bool noRecords = options != kCmdUnspecified && (options & kExecuteNoRecords) != 0;
   Command command;
-  command.text = commandTextOf(utf8Of(args[0]), options);
+  command.text = commandText(utf8Of(args[0]), options);
   std::int64_t affected = 0;
   const vbs::Ref<Recordset> recordset =
       executeCommand(vbs::Ref<Connection>(this), command, noRecords, affected);
@@ -147,8 +148,9 @@ Value Connection::callOpenSchema(Args args) {
     SchemaKind kind;
   };
   static constexpr Kind kKinds[] = {
-      {4, SchemaKind::Columns}, {12, SchemaKind::Indexes},     {20, SchemaKind::Tables},
-      {23, SchemaKind::Views},  {27, SchemaKind::ForeignKeys}, {28, SchemaKind::PrimaryKeys},
+      {4, SchemaKind::Columns},      {12, SchemaKind::Indexes}, {16, SchemaKind::Procedures},
+      {20, SchemaKind::Tables},      {23, SchemaKind::Views},   {27, SchemaKind::ForeignKeys},
+      {28, SchemaKind::PrimaryKeys},
   };
   const std::int32_t number = vbs::toLong(args[0]);
   for (const Kind& kind : kKinds) {
@@ -185,6 +187,7 @@ void Connection::putCommandTimeout(Args args, CallKind) {
   const std::int32_t seconds = vbs::toLong(args[0]);
   if (seconds < 0) fail(AdoError::InvalidArgument, "Connection");
   commandTimeout_ = seconds;
+  if (open_.database) open_.database->limitCommands(seconds);
 }
 
 void Connection::putConnectionTimeout(Args args, CallKind) {
@@ -225,17 +228,18 @@ vbs::Ref<Connection> connectionOf(const Value& given, const Services& services) 
   return connection;
 }
 
-std::string commandTextOf(const std::string& text, std::int32_t type) {
+std::string Connection::commandText(const std::string& text, std::int32_t type,
+                                    std::size_t parameters) {
   const std::vector<Token> tokens = sqlTokens(text);
   const std::int32_t kind = type == kCmdUnspecified ? 0 : type & ~kExecuteNoRecords;
   const bool oneName = tokens.size() == 2 &&
                        (tokens[0].kind == TokenKind::Word || tokens[0].kind == TokenKind::Name);
-  if (kind & kCmdStoredProc) return tokens[0].isSymbol("{") ? text : "EXEC " + text;
-  if (kind & (kCmdTable | kCmdTableDirect)) {
-    return "SELECT * FROM " + (oneName ? quotedName(tokens[0].text) : quotedName(text));
+  if (kind & kCmdStoredProc) {
+    return tokens[0].isSymbol("{") ? text : database().textOfProcedure(text, parameters);
   }
+  if (kind & (kCmdTable | kCmdTableDirect)) return database().textOfTable(text);
   if ((kind & kCmdText) != 0 || !oneName) return text;
-  return "SELECT * FROM " + quotedName(tokens[0].text);
+  return database().textOfTable(text);
 }
 
 }  // namespace quorvane::ado

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "components/ado/driver.h"
+#include "components/ado/database_file.h"
 #include "components/ado/errors.h"
 #include "components/ado/property.h"
 #include "components/component.h"
@@ -34,10 +34,14 @@ class Connection final : public vbs::NativeObject<Connection> {
   ~Connection() override;
 
   const Services& services() const { return services_; }
-  bool isOpen() const { return database_ != nullptr; }
-  void open(const std::string& text);  ///< throws as Open does
+  bool isOpen() const { return open_.database != nullptr; }
+  /// Throws as Open does.
+  void open(const std::string& text, const OdbcLogin& login = {});
   void close();
   std::int32_t cursorLocation() const { return cursorLocation_; }
+
+  /// The text of a command of this type: a table's name becomes a query for its rows.
+  std::string commandText(const std::string& text, std::int32_t type, std::size_t parameters = 0);
 
   /// The database. Error 3709 while the connection is closed.
   Database& database();
@@ -97,7 +101,7 @@ class Connection final : public vbs::NativeObject<Connection> {
   std::string provider() const;
 
   const Services& services_;
-  std::unique_ptr<Database> database_;
+  OpenDatabase open_;  ///< without a database: closed
   std::string text_;
   std::string provider_;
   vbs::Ref<Errors> errors_ = vbs::make<Errors>();
@@ -115,9 +119,6 @@ class Connection final : public vbs::NativeObject<Connection> {
 
 /// What an ActiveConnection is given: a Connection, or a text for a new one. Null for Nothing.
 vbs::Ref<Connection> connectionOf(const vbs::Value& given, const Services& services);
-
-/// The text of a command of this type: a table's name becomes a query for its rows.
-std::string commandTextOf(const std::string& text, std::int32_t type);
 
 }  // namespace quorvane::ado
 

@@ -20,6 +20,8 @@ class ConnectionParts {
   /// The first of them that is there.
   std::optional<std::string> findAny(std::initializer_list<std::string_view> names) const;
   bool empty() const { return parts_.empty(); }
+  /// In their order.
+  const std::vector<std::pair<std::string, std::string>>& all() const { return parts_; }
   /// The text without any of the customary spellings of a password.
   std::string withoutPassword() const;
 

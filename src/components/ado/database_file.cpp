@@ -3,9 +3,12 @@
 #include <array>
 
 #include "components/ado/connection_text.h"
+#include "components/ado/database_pool.h"
 #include "components/ado/failure.h"
 #include "components/ado/jet/file_head.h"
 #include "components/ado/jet/import.h"
+#include "components/ado/odbc/database.h"
+#include "components/ado/odbc/values.h"
 #include "components/ado/sqlite/database.h"
 #include "components/script_files.h"
 #include "platform/services.h"
@@ -16,8 +19,6 @@ namespace quorvane::ado {
 namespace {
 
 constexpr std::string_view kInMemory = ":memory:";  ///< a database that is no file
-
-constexpr std::string_view kOdbcSource = "Microsoft OLE DB Provider for ODBC Drivers";
 
 std::string sourceOf(const ConnectionTarget& target) {
   if (target.odbcForm) return std::string(kOdbcSource);
@@ -70,13 +71,6 @@ void useCopy(const Services& services, const std::string& text, SqliteOptions& o
                       options.source, "HY000", 0};
 }
 
-[[noreturn]] void failWithoutDriver() {
-  throw DatabaseError{kUnspecified,
-                      "[Microsoft][ODBC Driver Manager] Data source name not found and no default "
-                      "driver specified",
-                      std::string(kOdbcSource), "IM002", 0};
-}
-
 }  // namespace
 
 std::string databasePath(const Services& services, const std::string& file) {
@@ -85,12 +79,11 @@ std::string databasePath(const Services& services, const std::string& file) {
 
 namespace {
 
-/// What is to be opened, with the file's whole path. Throws as openDatabase() does.
-SqliteOptions optionsOf(const Services& services, const std::string& text,
-                        const std::string& provider) {
-  const ConnectionTarget target = connectionTarget(text, provider);
-  if (target.engine == Engine::Unknown) fail(AdoError::ProviderNotFound, "Connection");
-  if (target.engine == Engine::Odbc) failWithoutDriver();
+/// A file to be opened, with its whole path. Throws as openDatabase() does.
+SqliteOptions optionsOf(const Services& services, const ConnectionTarget& target) {
+  if (target.engine == Engine::Unknown || target.engine == Engine::Odbc) {
+    fail(AdoError::ProviderNotFound, "Connection");
+  }
   SqliteOptions options;
   options.jet = target.engine != Engine::Sqlite;
   options.create = !options.jet;
@@ -103,20 +96,71 @@ SqliteOptions optionsOf(const Services& services, const std::string& text,
   return options;
 }
 
+/// A connection that was opened in this way and rests, if there is one.
+OpenDatabase fromPool(const Services& services, std::string way) {
+  OpenDatabase open;
+  open.way = std::move(way);
+  if (services.databases) open.database = services.databases->take(open.way);
+  return open;
+}
+
+OpenDatabase openServer(const Services& services, const DatabaseRequest& request) {
+  try {
+    std::vector<std::string> drivers;
+    for (const std::u16string& name : odbcDrivers()) drivers.push_back(utf8Of(name));
+    const std::string text = odbcText(request.text, request.provider, request.login, drivers);
+    OpenDatabase open = fromPool(services, "server " + text);
+    if (!open.database) open.database = openOdbc(makeOdbcSession(), text, request.connectSeconds);
+    return open;
+  } catch (const OdbcFailure& failure) {
+    throwFailure(failure);
+  }
+}
+
+std::string wayOf(const SqliteOptions& options) {
+  const std::string kind = std::string(options.jet ? "j" : "-") + (options.readOnly ? "r" : "-");
+  return "file " + kind + options.source + options.errorPrefix + options.path;
+}
+
+/// What rests is of a file that is as it was, so that there is no need to look into it again.
+OpenDatabase openFile(const Services& services, const std::string& text, SqliteOptions options) {
+  const std::string path = options.path;
+  OpenDatabase open = fromPool(services, wayOf(options));
+  if (!open.database && path != kInMemory) {
+    useCopy(services, text, options);
+    if (options.path != path) open = fromPool(services, wayOf(options));
+  }
+  if (!open.database) open.database = openSqlite(services, std::move(options));
+  if (path == kInMemory) open.way.clear();
+  open.path = path;
+  return open;
+}
+
+OpenDatabase openAsWritten(const Services& services, const DatabaseRequest& request) {
+  const ConnectionTarget target = connectionTarget(request.text, request.provider);
+  if (target.engine == Engine::Odbc) return openServer(services, request);
+  SqliteOptions options = optionsOf(services, target);
+  options.readOnly = request.readOnly;
+  return openFile(services, request.text, std::move(options));
+}
+
 }  // namespace
 
-std::unique_ptr<Database> openDatabase(const Services& services, const std::string& text,
-                                       const std::string& provider, bool readOnly,
-                                       std::string& path) {
-  SqliteOptions options = optionsOf(services, text, provider);
-  options.readOnly = readOnly;
-  path = options.path;
-  if (path != kInMemory) useCopy(services, text, options);
-  return openSqlite(services, std::move(options));
+OpenDatabase openDatabase(const Services& services, const DatabaseRequest& request) {
+  if (const std::string* other =
+          services.databases ? services.databases->redirects().find(request.text) : nullptr) {
+    return openAsWritten(services, {*other, "", {}, request.readOnly, request.connectSeconds});
+  }
+  return openAsWritten(services, request);
+}
+
+void closeDatabase(const Services& services, OpenDatabase open) {
+  if (!open.database || open.way.empty() || !services.databases) return;
+  services.databases->keep(std::move(open.way), std::move(open.database));
 }
 
 void createDatabase(const Services& services, const std::string& text) {
-  SqliteOptions options = optionsOf(services, text, "");
+  SqliteOptions options = optionsOf(services, connectionTarget(text, ""));
   if (services.files.stat(options.path)) failExisting(options);
   options.create = true;
   SqliteCore core(services, options);
@@ -124,8 +168,8 @@ void createDatabase(const Services& services, const std::string& text) {
 }
 
 void compactDatabase(const Services& services, const std::string& from, const std::string& to) {
-  SqliteOptions source = optionsOf(services, from, "");
-  const SqliteOptions target = optionsOf(services, to, "");
+  SqliteOptions source = optionsOf(services, connectionTarget(from, ""));
+  const SqliteOptions target = optionsOf(services, connectionTarget(to, ""));
   if (services.files.stat(target.path)) failExisting(target);
   useCopy(services, from, source);
   SqliteCore core(services, source);

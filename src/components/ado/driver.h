@@ -52,6 +52,7 @@ struct DatabaseError {
   std::string source;
   std::string sqlState;
   std::int32_t native = 0;
+  std::vector<DatabaseError> further = {};  ///< what else was reported with it
 };
 
 struct Column {
@@ -96,9 +97,18 @@ struct Command {
   std::vector<vbs::Value> parameters;       ///< in their order
   std::vector<std::string> parameterNames;  ///< of those that have one; may be shorter
   bool updatable = false;                   ///< rows shall have keys
+  std::int32_t timeout = -1;  ///< seconds, 0 for ever; below: as limitCommands() has it
 };
 
-enum class SchemaKind : std::uint8_t { Tables, Columns, Indexes, PrimaryKeys, ForeignKeys, Views };
+enum class SchemaKind : std::uint8_t {
+  Tables,
+  Columns,
+  Indexes,
+  PrimaryKeys,
+  ForeignKeys,
+  Views,
+  Procedures
+};
 
 struct SchemaRows {
   std::vector<Column> columns;
@@ -127,6 +137,20 @@ class Database {
   virtual SchemaRows schema(SchemaKind kind) = 0;
   virtual std::string systemName() const = 0;
   virtual std::string systemVersion() const = 0;
+
+  /// Seconds that a command may take, 0 for ever. The script's own time holds in any case, and is
+  /// all that holds where nobody else is waited for.
+  virtual void limitCommands(std::int32_t /*seconds*/) {}
+
+  /// Makes the connection as it was when it was new, for another script's use. False when that
+  /// can't be had: it is still in use, or keeps what a script has set. Neither throws.
+  virtual bool rest() noexcept = 0;
+  /// Whether a connection that rests can be used: its file or server is still the same.
+  virtual bool wake() noexcept = 0;
+
+  /// SQL for all rows of a table, and for a procedure with so many parameters.
+  virtual std::string textOfTable(const std::string& name) const = 0;
+  virtual std::string textOfProcedure(const std::string& name, std::size_t parameters) const = 0;
 };
 
 }  // namespace quorvane::ado

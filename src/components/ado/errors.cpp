@@ -32,6 +32,9 @@ std::span<const vbs::Member<Errors>> Errors::members() {
 void Errors::set(const DatabaseError& error) {
   items_.all().clear();
   items_.all().push_back(vbs::make<ErrorItem>(error));
+  for (const DatabaseError& other : error.further) {
+    items_.all().push_back(vbs::make<ErrorItem>(other));
+  }
 }
 
 Value Errors::getItem(vbs::Args args) {

@@ -1,7 +1,6 @@
 #include <utility>
 
 #include "components/ado/recordset.h"
-#include "components/ado/sql/translator.h"
 #include "support/text.h"
 
 namespace quorvane::ado {
@@ -92,7 +91,7 @@ Value Recordset::callOpen(Args args) {
   }
   if (!connection_ || !connection_->isOpen()) fail(AdoError::InvalidConnection, "Recordset");
   command_ = {};
-  command_.text = commandTextOf(source_, options);
+  command_.text = connection_->commandText(source_, options);
   readAgain();
   return {};
 }

@@ -5,7 +5,8 @@
 namespace quorvane {
 
 RunningScripts::RunningScripts(const Services& services, const Parts& parts, vbs::Limits limits)
-    : services_(services),
+    : databases_(services.clock, services.settings),
+      services_(services),
       heads_(services.state, services.clock),
       authKeys_(services.clock, services.random),
       sessions_(services.clock, services.random, services.log),
@@ -14,6 +15,7 @@ RunningScripts::RunningScripts(const Services& services, const Parts& parts, vbs
       vbsParser_(services_, parts_, limits),
       customary_(services_, parts_, application_->shared(), limits) {
   services_.page = &vbsParser_;
+  services_.databases = &databases_;
   application_->setLanguage(&parts.texts);
 }
 

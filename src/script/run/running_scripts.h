@@ -1,5 +1,6 @@
 #pragma once
 
+#include "components/ado/database_pool.h"
 #include "components/application.h"
 #include "http/response_heads.h"
 #include "http/script_pages.h"
@@ -14,7 +15,8 @@ namespace quorvane {
 class FileAliases;
 
 /// The script pages of one running server with what they keep between requests: sessions,
-/// authorisation keys, shared values. All of it is gone when the server stops.
+/// authorisation keys, shared values, connections to databases. All of it is gone when the server
+/// stops.
 class RunningScripts final : public ScriptPages {
  public:
   struct Parts {
@@ -31,11 +33,13 @@ class RunningScripts final : public ScriptPages {
   ScriptPageResult run(const ScriptPageRequest& request) override;
 
   SessionStore& sessions() { return sessions_; }
+  ado::DatabasePool& databases() { return databases_; }
   AuthKeys& authKeys() { return authKeys_; }
   ApplicationComponent& application() { return *application_; }
 
  private:
-  Services services_;  ///< with the running page
+  ado::DatabasePool databases_;
+  Services services_;  ///< with the running page and the databases
   ResponseHeads heads_;
   AuthKeys authKeys_;
   SessionStore sessions_;

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "components/ado/database_pool.h"
 #include "components/script_host.h"
 #include "platform/system.h"
 #include "qvscript/check.h"
@@ -69,7 +70,9 @@ struct ToolServices {
   std::unique_ptr<Random> random = makeRandom();
   std::unique_ptr<Process> process;
   std::unique_ptr<SettingsStorage> settings = makeSettingsStorage(*files, settingsRoot());
-  Services all{state, log, *clock, *files, *random, *process, nullptr, settings.get()};
+  ado::DatabasePool databases{*clock, settings.get()};
+  Services all{state,    log,     *clock,         *files,  *random,
+               *process, nullptr, settings.get(), nullptr, &databases};
 };
 
 int run(const CommandLine& command, const std::string& source, const std::string& program,

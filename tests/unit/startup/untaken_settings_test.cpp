@@ -46,6 +46,19 @@ TEST(UntakenSettings, TextsThatSomethingElseCountsFor) {
           "\"1\" and counts as \"0\""}));
 }
 
+TEST(UntakenSettings, RedirectedDatabases) {
+  MemoryFiles files;
+  files.put("/s/HKEY_LOCAL_MACHINE/Software/Ardenfell/Quorvane/Server/Databases.ini",
+            "1=*shop* -> DSN=shop\nx=*a* -> b\n2=a\n3= -> a\nalone\n");
+  EXPECT_EQ(untakenSettings(TextSettings(files, "/s")),
+            (Lines{"Settings line 2 of Databases not taken: it is no number, \"=\" and "
+                   "\"pattern -> text\"",
+                   "Settings line 3 of Databases not taken: it is no \"pattern -> text\"",
+                   "Settings line 4 of Databases not taken: it is no \"pattern -> text\"",
+                   "Settings line 5 of Databases not taken: it is no number, \"=\" and "
+                   "\"pattern -> text\""}));
+}
+
 TEST(UntakenSettings, PortsAndTries) {
   EXPECT_EQ(untaken("ControlPort=9000\nRetryPort=1\n"), Lines());
   EXPECT_EQ(untaken("ControlPort=65535\nRetryPort=yes\n"),

@@ -4,6 +4,7 @@
 
 #include "components/ado/error_numbers.h"
 #include "components/ado/sqlite/values.h"
+#include "platform/services.h"
 #include "support/text.h"
 #include "vbscript/values/error.h"
 #include "vbscript/values/memory_meter.h"
@@ -103,12 +104,40 @@ void SqliteCore::setUp() {
   sqlite3_busy_handler(handle_, &SqliteCore::waitWhileBusy, this);
   sqlite3_progress_handler(handle_, kStepsBetweenChecks, &SqliteCore::checkProgress, this);
   registerFunctions(handle_, functions_);
+  limitValues();
+  run("SELECT count(*) FROM sqlite_master");  // tells whether the file is a database at all
+}
+
+/// No value may be larger than what the script has room for.
+void SqliteCore::limitValues() {
   const auto& memory = vbs::runContext.memory;
   constexpr std::int64_t kLeast = 1 << 20;
   constexpr std::int64_t kMost = 1'000'000'000;
   const std::int64_t left = memory.limit == INT64_MAX ? kMost : memory.limit - memory.used;
   sqlite3_limit(handle_, SQLITE_LIMIT_LENGTH, static_cast<int>(std::clamp(left, kLeast, kMost)));
-  run("SELECT count(*) FROM sqlite_master");  // tells whether the file is a database at all
+}
+
+/// What scripts may set of a connection are temporary tables and the like, and the last number.
+bool SqliteCore::rest() noexcept {
+  try {
+    if (inTransaction()) run("ROLLBACK");
+    for (auto* s = sqlite3_next_stmt(handle_, nullptr); s; s = sqlite3_next_stmt(handle_, s)) {
+      if (sqlite3_stmt_busy(s)) return false;
+    }
+    SqliteStatement temporary(*this, "SELECT count(*) FROM sqlite_temp_master");
+    if (!temporary.step() || temporary.number(0) > 0) return false;
+    sqlite3_set_last_insert_rowid(handle_, 0);
+    resting_ = functions_.services.files.stat(options_.path);
+    return resting_.has_value();
+  } catch (...) {  // whatever it is, the connection is not as it was
+    return false;
+  }
+}
+
+bool SqliteCore::wake() noexcept {
+  if (functions_.services.files.stat(options_.path) != resting_) return false;
+  limitValues();
+  return true;
 }
 
 template <class Check>

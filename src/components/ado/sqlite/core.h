@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -12,6 +13,7 @@
 #include "components/ado/driver.h"
 #include "components/ado/sql/translator.h"
 #include "components/ado/sqlite/functions.h"
+#include "support/files.h"
 
 namespace quorvane::ado {
 
@@ -114,6 +116,9 @@ class SqliteCore {
   /// Runs SQL of the driver's own.
   void run(const std::string& text);
   void copyTo(const std::string& path);  ///< into a new file, without the room that is free
+  /// As Database has them.
+  bool rest() noexcept;
+  bool wake() noexcept;
   bool inTransaction() const { return sqlite3_get_autocommit(handle_) == 0; }
 
   std::shared_ptr<const Translation> translation(const std::string& text, bool rowKeys);
@@ -135,6 +140,7 @@ class SqliteCore {
 
   void open();
   void setUp();
+  void limitValues();
   sqlite3_stmt* prepare(const std::string& text);
   void keep(const std::string& text, sqlite3_stmt* statement);
   DatabaseError errorOf(int code, const std::string& message) const;
@@ -153,6 +159,7 @@ class SqliteCore {
   std::vector<std::pair<std::string, sqlite3_stmt*>> idle_;  ///< the last used last
   std::map<std::string, std::shared_ptr<const Translation>> translations_;
   int trusted_ = 0;
+  std::optional<FileInfo> resting_;  ///< the file, as it was when the connection came to rest
 };
 
 }  // namespace quorvane::ado

@@ -5,6 +5,7 @@
 #include "components/ado/error_numbers.h"
 #include "components/ado/sql/declared_type.h"
 #include "components/ado/sql/stored_date.h"
+#include "components/ado/sql/tokens.h"
 #include "components/ado/sqlite/values.h"
 #include "support/text.h"
 #include "vbscript/values/convert.h"
@@ -409,7 +410,18 @@ class SqliteDatabase final : public Database {
     core_->schema().refresh();
     return schemaRows(*core_, kind);
   }
+  bool rest() noexcept override { return core_.use_count() == 1 && core_->rest(); }
+  bool wake() noexcept override { return core_->wake(); }
   std::string systemName() const override { return core_->options().jet ? "MS Jet" : "SQLite"; }
+  std::string textOfTable(const std::string& name) const override {
+    const std::vector<Token> tokens = sqlTokens(name);
+    const bool oneName = tokens.size() == 2 &&
+                         (tokens[0].kind == TokenKind::Word || tokens[0].kind == TokenKind::Name);
+    return "SELECT * FROM " + quotedName(oneName ? tokens[0].text : name);
+  }
+  std::string textOfProcedure(const std::string& name, std::size_t) const override {
+    return "EXEC " + name;
+  }
   std::string systemVersion() const override {
     return core_->options().jet ? "04.00.0000" : sqlite3_libversion();
   }

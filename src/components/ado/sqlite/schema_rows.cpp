@@ -1,3 +1,4 @@
+#include "components/ado/schema_columns.h"
 #include "components/ado/sqlite/database.h"
 #include "support/text.h"
 
@@ -7,40 +8,12 @@ using vbs::Value;
 
 namespace {
 
-using Field = std::pair<const char*, DataType>;
-
-SchemaRows withColumns(std::initializer_list<Field> fields) {
-  SchemaRows result;
-  for (const auto& [name, type] : fields) {
-    Column column;
-    column.name = name;
-    column.type = type;
-    column.size = type == DataType::VarWChar ? 255 : 4;
-    result.columns.push_back(std::move(column));
-  }
-  return result;
-}
-
 Value text(const std::string& utf8) {
   return Value(vbs::String::fromUtf8(utf8));
 }
 
-/// Adds a row of Nulls and gives it.
-Row& addRow(SchemaRows& rows) {
-  rows.rows.emplace_back(rows.columns.size(), Value::null());
-  return rows.rows.back();
-}
-
 SchemaRows tables(SqliteCore& core) {
-  SchemaRows result = withColumns({{"TABLE_CATALOG", DataType::VarWChar},
-                                   {"TABLE_SCHEMA", DataType::VarWChar},
-                                   {"TABLE_NAME", DataType::VarWChar},
-                                   {"TABLE_TYPE", DataType::VarWChar},
-                                   {"TABLE_GUID", DataType::Guid},
-                                   {"DESCRIPTION", DataType::LongVarWChar},
-                                   {"TABLE_PROPID", DataType::Integer},
-                                   {"DATE_CREATED", DataType::Date},
-                                   {"DATE_MODIFIED", DataType::Date}});
+  SchemaRows result = emptySchema(SchemaKind::Tables);
   for (const SqliteSchema::Table* table : core.schema().tables()) {
     Row& row = addRow(result);
     row[2] = text(table->name);
@@ -50,20 +23,7 @@ SchemaRows tables(SqliteCore& core) {
 }
 
 SchemaRows columns(SqliteCore& core) {
-  SchemaRows result = withColumns({{"TABLE_CATALOG", DataType::VarWChar},
-                                   {"TABLE_SCHEMA", DataType::VarWChar},
-                                   {"TABLE_NAME", DataType::VarWChar},
-                                   {"COLUMN_NAME", DataType::VarWChar},
-                                   {"ORDINAL_POSITION", DataType::Integer},
-                                   {"COLUMN_HASDEFAULT", DataType::Boolean},
-                                   {"COLUMN_DEFAULT", DataType::VarWChar},
-                                   {"COLUMN_FLAGS", DataType::Integer},
-                                   {"IS_NULLABLE", DataType::Boolean},
-                                   {"DATA_TYPE", DataType::Integer},
-                                   {"CHARACTER_MAXIMUM_LENGTH", DataType::Integer},
-                                   {"NUMERIC_PRECISION", DataType::Integer},
-                                   {"NUMERIC_SCALE", DataType::Integer},
-                                   {"DESCRIPTION", DataType::VarWChar}});
+  SchemaRows result = emptySchema(SchemaKind::Columns);
   for (const SqliteSchema::Table* table : core.schema().tables()) {
     std::int32_t place = 0;
     for (const SqliteSchema::ColumnInfo& info : table->columns) {
@@ -75,10 +35,9 @@ SchemaRows columns(SqliteCore& core) {
       row[4] = Value::longInt(++place);
       row[5] = Value::boolean(!info.defaultValue.empty());
       if (!info.defaultValue.empty()) row[6] = text(info.defaultValue);
-      constexpr std::int32_t kAutonumber = 90;
-      constexpr std::int32_t kOrdinary = 106;
-      row[7] = Value::longInt(info.key > 0 && equalsNoCase(info.declared, "integer") ? kAutonumber
-                                                                                     : kOrdinary);
+      row[7] =
+          Value::longInt(info.key > 0 && equalsNoCase(info.declared, "integer") ? kAutonumberFlags
+                                                                                : kOrdinaryFlags);
       row[8] = Value::boolean(!info.notNull && info.key == 0);
       row[9] = Value::longInt(static_cast<std::int32_t>(column.type));
       const bool isText = column.type == DataType::VarWChar || column.type == DataType::WChar ||
@@ -92,15 +51,7 @@ SchemaRows columns(SqliteCore& core) {
 }
 
 SchemaRows indexes(SqliteCore& core) {
-  SchemaRows result = withColumns({{"TABLE_CATALOG", DataType::VarWChar},
-                                   {"TABLE_SCHEMA", DataType::VarWChar},
-                                   {"TABLE_NAME", DataType::VarWChar},
-                                   {"INDEX_NAME", DataType::VarWChar},
-                                   {"PRIMARY_KEY", DataType::Boolean},
-                                   {"UNIQUE", DataType::Boolean},
-                                   {"CLUSTERED", DataType::Boolean},
-                                   {"ORDINAL_POSITION", DataType::Integer},
-                                   {"COLUMN_NAME", DataType::VarWChar}});
+  SchemaRows result = emptySchema(SchemaKind::Indexes);
   const auto add = [&](const std::string& table, const std::string& index, bool primary,
                        bool unique, std::int32_t place, const std::string& column) {
     Row& row = addRow(result);
@@ -132,12 +83,7 @@ SchemaRows indexes(SqliteCore& core) {
 }
 
 SchemaRows primaryKeys(SqliteCore& core) {
-  SchemaRows result = withColumns({{"TABLE_CATALOG", DataType::VarWChar},
-                                   {"TABLE_SCHEMA", DataType::VarWChar},
-                                   {"TABLE_NAME", DataType::VarWChar},
-                                   {"COLUMN_NAME", DataType::VarWChar},
-                                   {"ORDINAL", DataType::Integer},
-                                   {"PK_NAME", DataType::VarWChar}});
+  SchemaRows result = emptySchema(SchemaKind::PrimaryKeys);
   for (const SqliteSchema::Table* table : core.schema().tables()) {
     for (const SqliteSchema::ColumnInfo& info : table->columns) {
       if (info.key == 0) continue;
@@ -152,14 +98,7 @@ SchemaRows primaryKeys(SqliteCore& core) {
 }
 
 SchemaRows foreignKeys(SqliteCore& core) {
-  SchemaRows result = withColumns({{"PK_TABLE_NAME", DataType::VarWChar},
-                                   {"PK_COLUMN_NAME", DataType::VarWChar},
-                                   {"FK_TABLE_NAME", DataType::VarWChar},
-                                   {"FK_COLUMN_NAME", DataType::VarWChar},
-                                   {"ORDINAL", DataType::Integer},
-                                   {"UPDATE_RULE", DataType::VarWChar},
-                                   {"DELETE_RULE", DataType::VarWChar},
-                                   {"FK_NAME", DataType::VarWChar}});
+  SchemaRows result = emptySchema(SchemaKind::ForeignKeys);
   for (const SqliteSchema::Table* table : core.schema().tables()) {
     if (table->view) continue;
     const SqliteCore::Trusted trusted(core);
@@ -183,10 +122,7 @@ SchemaRows foreignKeys(SqliteCore& core) {
 }
 
 SchemaRows views(SqliteCore& core) {
-  SchemaRows result = withColumns({{"TABLE_CATALOG", DataType::VarWChar},
-                                   {"TABLE_SCHEMA", DataType::VarWChar},
-                                   {"TABLE_NAME", DataType::VarWChar},
-                                   {"VIEW_DEFINITION", DataType::LongVarWChar}});
+  SchemaRows result = emptySchema(SchemaKind::Views);
   SqliteStatement list(core, "SELECT name, sql FROM sqlite_master WHERE type = 'view' ORDER BY 1");
   while (list.step()) {
     Row& row = addRow(result);
@@ -210,6 +146,8 @@ SchemaRows schemaRows(SqliteCore& core, SchemaKind kind) {
       return primaryKeys(core);
     case SchemaKind::ForeignKeys:
       return foreignKeys(core);
+    case SchemaKind::Procedures:
+      return emptySchema(kind);
     default:
       return views(core);
   }

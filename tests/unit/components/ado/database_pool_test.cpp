@@ -1,0 +1,211 @@
+#include "components/ado/database_pool.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+
+#include "ado/fake_odbc.h"
+#include "components/ado/database_file.h"
+#include "components/ado/odbc/database.h"
+#include "platform/fake/fake_clock.h"
+#include "platform/fake/fake_process.h"
+#include "platform/fake/fake_random.h"
+#include "platform/fake/memory_files.h"
+#include "platform/services.h"
+#include "platform/system.h"
+#include "platform/text_settings.h"
+#include "support/server_state.h"
+#include "testing/recorded_lines.h"
+#include "vbscript/values/convert.h"
+
+namespace quorvane::ado {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct PoolOfFiles : testing::Test {
+  PoolOfFiles() {
+    fs::remove_all(folder);
+    fs::create_directories(folder);
+    state.ScriptFolders = "*";
+    process.current = folder.string();
+  }
+  ~PoolOfFiles() override { fs::remove_all(folder); }
+
+  OpenDatabase open(const std::string& file = "a.db") {
+    return openDatabase(services, {"Driver=SQLite3;Database=" + (folder / file).string(), "", {}});
+  }
+  void close(OpenDatabase open) { closeDatabase(services, std::move(open)); }
+
+  static void run(const OpenDatabase& open, const std::string& text) {
+    Command command;
+    command.text = text;
+    const auto results = open.database->execute(command);
+    while (results->nextResult()) {
+    }
+  }
+  static std::string first(const OpenDatabase& open, const std::string& text) {
+    Command command;
+    command.text = text;
+    const auto results = open.database->execute(command);
+    Row row;
+    return results->next(row) ? vbs::toString(row[0]).narrow() : "none";
+  }
+
+  const fs::path folder = fs::temp_directory_path() / "database_pool_test";
+  ServerState state;
+  RecordedLines log;
+  FakeClock clock;
+  std::unique_ptr<Files> files = makeFiles();
+  CountingRandom random;
+  FakeProcess process;
+  DatabasePool pool{clock, nullptr};
+  Services services{state, log, clock, *files, random, process, nullptr, nullptr, nullptr, &pool};
+};
+
+TEST_F(PoolOfFiles, AConnectionIsUsedAgain) {
+  OpenDatabase one = open();
+  run(one, "CREATE TABLE t (id INTEGER PRIMARY KEY, v TEXT)");
+  const Database* const same = one.database.get();
+  close(std::move(one));
+  EXPECT_EQ(pool.size(), 1U);
+  const OpenDatabase again = open();
+  EXPECT_EQ(again.database.get(), same);
+  EXPECT_EQ(pool.size(), 0U);
+  EXPECT_NE(open().database.get(), same);
+}
+
+TEST_F(PoolOfFiles, ItIsAsANewOne) {
+  OpenDatabase one = open();
+  run(one, "CREATE TABLE t (id INTEGER PRIMARY KEY, v TEXT)");
+  one.database->begin();
+  run(one, "INSERT INTO t (v) VALUES ('x')");
+  close(std::move(one));
+  EXPECT_EQ(pool.size(), 1U);
+  OpenDatabase again = open();
+  EXPECT_EQ(first(again, "SELECT count(*) FROM t"), "0");
+  EXPECT_EQ(first(again, "SELECT @@IDENTITY"), "0");
+  run(again, "CREATE TEMP TABLE mine (a INTEGER)");
+  close(std::move(again));
+  EXPECT_EQ(pool.size(), 0U) << "its temporary table would be there for the next";
+}
+
+TEST_F(PoolOfFiles, WhatIsStillReadIsNotKept) {
+  OpenDatabase one = open();
+  run(one, "CREATE TABLE t (v TEXT)");
+  run(one, "INSERT INTO t VALUES ('x'), ('y')");
+  Command command;
+  command.text = "SELECT v FROM t";
+  const auto results = one.database->execute(command);
+  close(std::move(one));
+  EXPECT_EQ(pool.size(), 0U);
+  Row row;
+  EXPECT_TRUE(results->next(row));
+}
+
+TEST_F(PoolOfFiles, AFileThatIsGoneOrAnotherIsNotServed) {
+  OpenDatabase one = open();
+  run(one, "CREATE TABLE t (v TEXT)");
+  const Database* const same = one.database.get();
+  close(std::move(one));
+  OpenDatabase other = open("b.db");
+  run(other, "CREATE TABLE u (v TEXT)");
+  close(std::move(other));
+  fs::rename(folder / "b.db", folder / "a.db");
+  OpenDatabase again = open();
+  EXPECT_NE(again.database.get(), same);
+  EXPECT_EQ(first(again, "SELECT count(*) FROM u"), "0");
+  close(std::move(again));
+
+  fs::remove(folder / "a.db");
+  const OpenDatabase fresh = open();
+  EXPECT_THROW(first(fresh, "SELECT * FROM u"), DatabaseError);
+}
+
+TEST_F(PoolOfFiles, ConnectionsAreFewAndDoNotGrowOld) {
+  for (int i = 0; i < 20; ++i) {
+    OpenDatabase one = open(std::to_string(i) + ".db");
+    run(one, "CREATE TABLE t (v TEXT)");
+    close(std::move(one));
+  }
+  EXPECT_EQ(pool.size(), DatabasePool::kMost);
+  clock.step = DatabasePool::kLongest;
+  pool.expire();
+  EXPECT_EQ(pool.size(), 0U);
+}
+
+TEST_F(PoolOfFiles, OneInMemoryIsNobodyElses) {
+  OpenDatabase one = openDatabase(services, {"Driver=SQLite3;Database=:memory:", "", {}});
+  run(one, "CREATE TABLE t (v TEXT)");
+  close(std::move(one));
+  EXPECT_EQ(pool.size(), 0U);
+}
+
+TEST_F(PoolOfFiles, TextsThatStandForOthers) {
+  MemoryFiles memory;
+  memory.put("/s/HKEY_LOCAL_MACHINE/Software/Ardenfell/Quorvane/Server/Databases.ini",
+             "10=*shop* -> nothing\n2=*Catalog=SHOP;* -> Driver=SQLite3;Database=" +
+                 (folder / "shop.db").string() + "\n");
+  DatabasePool redirecting(clock, std::make_unique<TextSettings>(memory, "/s").get());
+  services.databases = &redirecting;
+  const OpenDatabase moved = openDatabase(
+      services,
+      {" Provider=SQLOLEDB;Data Source=x;Initial Catalog=shop;User ID=sa ", "", {"a", "b"}});
+  EXPECT_EQ(moved.path, (folder / "shop.db").string());
+  EXPECT_EQ(moved.database->systemName(), "SQLite");
+}
+
+struct PoolOfServers : testing::Test {
+  FakeDriver driver;
+  FakeClock clock;
+  DatabasePool pool{clock, nullptr};
+
+  /// Whether the pool gives the connection again after these statements.
+  bool isKept(std::u16string system, std::initializer_list<const char*> texts) {
+    driver.nature.system = std::move(system);
+    auto database = openOdbc(std::make_shared<FakeSession>(driver), "DSN=x;", 1);
+    const Database* const same = database.get();
+    for (const char* text : texts) {
+      Command command;
+      command.text = text;
+      database->execute(command);
+    }
+    pool.keep("way", std::move(database));
+    return pool.take("way").get() == same;
+  }
+};
+
+TEST_F(PoolOfServers, KeepsWhatCanBeMadeAsNew) {
+  EXPECT_TRUE(isKept(u"PostgreSQL", {"SET x = 1", "CREATE TEMP TABLE t (a int)"}));
+  EXPECT_EQ(driver.sent[driver.sent.size() - 2], u"DISCARD ALL");
+  EXPECT_EQ(driver.sent.back(), u"SELECT 1");
+  EXPECT_TRUE(isKept(u"MariaDB", {"SELECT 1", "DELETE FROM t"}));
+  EXPECT_FALSE(isKept(u"MariaDB", {"SELECT 1", "SET @x = 1", "SELECT 1"}));
+  EXPECT_FALSE(isKept(u"Microsoft SQL Server", {"SELECT 1"}));
+}
+
+TEST_F(PoolOfServers, RollsBack) {
+  driver.nature.system = u"MariaDB";
+  auto database = openOdbc(std::make_shared<FakeSession>(driver), "DSN=x;", 1);
+  database->begin();
+  pool.keep("way", std::move(database));
+  EXPECT_EQ(driver.ended, std::vector<bool>{false});
+  EXPECT_EQ(pool.size(), 1U);
+}
+
+TEST_F(PoolOfServers, AServerThatHasGoneIsNotServed) {
+  driver.nature.system = u"MariaDB";
+  pool.keep("way", openOdbc(std::make_shared<FakeSession>(driver), "DSN=x;", 1));
+  FakeAnswer gone;
+  gone.failure = {{u"08S01", 1, u"gone"}};
+  driver.answers = {gone};
+  EXPECT_EQ(pool.take("way"), nullptr);
+  EXPECT_EQ(pool.size(), 0U);
+}
+
+}  // namespace
+
+}  // namespace quorvane::ado
