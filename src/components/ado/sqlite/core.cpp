@@ -117,15 +117,13 @@ void SqliteCore::limitValues() {
   sqlite3_limit(handle_, SQLITE_LIMIT_LENGTH, static_cast<int>(std::clamp(left, kLeast, kMost)));
 }
 
-/// What scripts may set of a connection are temporary tables and the like, and the last number.
+/// Scripts can't make temporary tables or set anything of a connection.
 bool SqliteCore::rest() noexcept {
   try {
     if (inTransaction()) run("ROLLBACK");
     for (auto* s = sqlite3_next_stmt(handle_, nullptr); s; s = sqlite3_next_stmt(handle_, s)) {
       if (sqlite3_stmt_busy(s)) return false;
     }
-    SqliteStatement temporary(*this, "SELECT count(*) FROM sqlite_temp_master");
-    if (!temporary.step() || temporary.number(0) > 0) return false;
     sqlite3_set_last_insert_rowid(handle_, 0);
     resting_ = functions_.services.files.stat(options_.path);
     return resting_.has_value();
