@@ -185,11 +185,40 @@ class QvScript(unittest.TestCase):
                          b'3\tresponse.xwrite "<b>" & chr(34)\n'
                          b"4\tresponse.xwrite  x \n")
 
+    def test_check_of_a_site(self):
+        self.file('<% x = Session("a") %>', "plain.qvs")
+        whole = self.tool("--check-site", self.folder.name)
+        self.assertIn(b"/plain.qvs\t0: ok\t2: ok\n", whole.stdout)
+        self.assertIn(b"Customary can stay 0.\n", whole.stdout)
+        self.assertEqual(whole.returncode, 0)
+
+        self.file("Sub F\nEnd Sub %>", "bad.inc")
+        self.file('<%@ Language=VBScript %>\n<!-- x --><!--#include virtual="/good.inc"-->\n'
+                  '<% Session("n") = 1 : Response.Redirect "a.asp" %>', "default.asp")
+        self.file("caf\xc3\xa9".encode("latin-1").decode("latin-1"), "good.inc")
+        self.file('<% Set o = Server.CreateObject("No.Such.Thing.2")\n'
+                  'Set d = CreateObject("Scripting.Dictionary") %>\n<%\nIf x Then\n%>', "parts.asp")
+        report = self.tool("--check-site", self.folder.name)
+        lines = report.stdout.decode("latin-1").splitlines()
+        row = next(line for line in lines if line.startswith("/default.asp"))
+        for words in (".asp files are pages", "Response.Redirect answers the browser",
+                      "default documents in folders", "typed values in the session",
+                      "includes behind comments", "2: ok"):
+            self.assertIn(words, row)
+        row = next(line for line in lines if line.startswith("/parts.asp"))
+        self.assertIn("2: fails: Expected 'End' (/parts.asp, line 5)", row)
+        self.assertIn("  1\tNo.Such.Thing.2", lines)
+        self.assertIn("  2\t.asp files are pages", lines)
+        self.assertIn("3 pages; 1 fail under 0, 1 under 2", lines)
+        self.assertIn("Customary 2 fits.", lines)
+        self.assertEqual(report.returncode, 1)
+        self.assertEqual(self.tool("--check-site", self.folder.name + "/none").returncode, 2)
+
     def test_help(self):
         result = self.tool("--help")
         self.assertEqual(result.returncode, 0)
         for word in (b"usage: qvscript", b"--check", b"--dump-tokens", b"--dump-tree",
-                     b"--dump-bytecode", b"--dump-page", b"--time-limit"):
+                     b"--dump-bytecode", b"--dump-page", b"--check-site", b"--time-limit"):
             self.assertIn(word, result.stdout)
 
     def test_faults_of_the_command_line(self):

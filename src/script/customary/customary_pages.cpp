@@ -13,7 +13,6 @@
 #include "support/paths.h"
 #include "support/server_state.h"
 #include "support/text.h"
-#include "vbscript/syntax/lexer.h"
 
 namespace quorvane::customary {
 
@@ -24,13 +23,6 @@ constexpr std::string_view kNoName;
 
 /// Enough of a page to see its directive.
 constexpr std::size_t kFirstBytes = 64;
-
-bool beginsWithDirective(std::string_view text) {
-  if (text.starts_with(vbs::kUtf8Mark)) text.remove_prefix(vbs::kUtf8Mark.size());
-  if (!text.starts_with("<%")) return false;
-  const std::size_t first = text.find_first_not_of(" \t\r\n", 2);
-  return first != text.npos && text[first] == '@';
-}
 
 }  // namespace
 

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "components/page_context.h"
+#include "http/clsHTTPParser.h"
 #include "http/script_pages.h"
 #include "script/customary/page.h"
 #include "script/customary/page_store.h"
@@ -64,6 +65,7 @@ class CustomaryPages final : public PageContext, public Page, public ResponseObj
   [[noreturn]] void transfer(const std::string& target) override;
   PageError lastError() const override { return lastError_; }
   void send(std::string data, bool first) override;
+  bool wantsBody() const override { return request_->parser.method() != "HEAD"; }
 
   Services services_;  ///< with this page as the one that runs
   const PageParts& parts_;

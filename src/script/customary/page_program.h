@@ -28,7 +28,8 @@ class LineMap {
     rows_.push_back({file, line, shift});
   }
 
-  /// Nothing for a line that the program does not have. Lines and columns count from 1.
+  /// What lies behind the program's end stands at its last line. Nothing for line 0; lines and
+  /// columns count from 1.
   std::optional<Place> place(std::uint32_t line, std::uint32_t column) const;
 
   const std::vector<std::string>& files() const { return files_; }  ///< the page first

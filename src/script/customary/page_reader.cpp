@@ -436,6 +436,13 @@ void Reader::fail(const File& file, std::string text) {
 
 }  // namespace
 
+bool beginsWithDirective(std::string_view text) {
+  if (text.starts_with(kUtf8Mark)) text.remove_prefix(kUtf8Mark.size());
+  if (!text.starts_with("<%")) return false;
+  const std::size_t first = text.find_first_not_of(kBlanks, 2);
+  return first != text.npos && text[first] == '@';
+}
+
 PageProgram readPage(const std::string& path, std::string_view text, std::int32_t codePage,
                      const IncludeReader& include) {
   return Reader(codePage, include, true).read(path, text);

@@ -43,4 +43,7 @@ PageProgram readPage(const std::string& path, std::string_view text, std::int32_
 PageProgram readScriptBlocks(const std::string& path, std::string_view text, std::int32_t codePage,
                              const IncludeReader& include);
 
+/// Whether a directive is the first of a page.
+bool beginsWithDirective(std::string_view text);
+
 }  // namespace quorvane::customary

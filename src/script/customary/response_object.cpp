@@ -30,9 +30,10 @@ constexpr std::size_t kHeaderCopies = 4;
 /// Of a text that a page wants in the log.
 constexpr std::size_t kMostLogged = 2048;
 
-/// Three digits and a reason.
+/// Three digits, of no answer that another follows, and a reason.
 bool isStatus(std::string_view text) {
-  return text.size() >= 3 && text.substr(0, 3).find_first_not_of("0123456789") == text.npos &&
+  return text.size() >= 3 && text[0] > '1' &&
+         text.substr(0, 3).find_first_not_of("0123456789") == text.npos &&
          (text.size() == 3 || text[3] == ' ');
 }
 
@@ -111,6 +112,7 @@ void ResponseObject::write(const vbs::Value& value) {
 }
 
 void ResponseObject::flush() {
+  if (!client_->wantsBody()) return;
   const bool first = !std::exchange(sent_, true);
   client_->send(takeBody(), first);
 }

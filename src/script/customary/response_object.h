@@ -28,6 +28,8 @@ class ResponseObject final : public vbs::NativeObject<ResponseObject> {
   class Client {
    public:
     virtual void send(std::string data, bool first) = 0;
+    /// Whether the client wants a body at all; who does not gets the head at the end.
+    virtual bool wantsBody() const = 0;
 
    protected:
     ~Client() = default;

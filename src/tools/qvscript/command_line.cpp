@@ -14,7 +14,8 @@ struct Option {
 constexpr Option kOptions[] = {
     {"--check", Task::Check},        {"--dump-tokens", Task::DumpTokens},
     {"--dump-tree", Task::DumpTree}, {"--dump-bytecode", Task::DumpBytecode},
-    {"--dump-page", Task::DumpPage}, {"--help", Task::Help},
+    {"--dump-page", Task::DumpPage}, {"--check-site", Task::CheckSite},
+    {"--help", Task::Help},
 };
 constexpr std::string_view kTimeLimit = "--time-limit=";
 
@@ -44,6 +45,7 @@ bool applyOption(std::string_view word, CommandLine& command) {
 const std::string_view kHelpText =
     "usage: qvscript [options] file.vbs [arguments]\n"
     "       qvscript --check files\n"
+    "       qvscript --check-site folder\n"
     "\n"
     "Runs a VBScript file. The script reads its arguments in WScript.Arguments and\n"
     "writes with WScript.Echo and WScript.StdOut.\n"
@@ -51,6 +53,8 @@ const std::string_view kHelpText =
     "options, before the file:\n"
     "  --check             only compile scripts, and pages (.qvs) as the server does, and\n"
     "                      report the first fault of each\n"
+    "  --check-site        look at every page below a document root: what would fail or\n"
+    "                      differ in each dialect, and which setting fits\n"
     "  --dump-tokens       show the tokens of the script\n"
     "  --dump-tree         show how the script is understood\n"
     "  --dump-bytecode     show what the script is compiled to\n"

@@ -9,7 +9,7 @@
 
 namespace quorvane::qvscript {
 
-enum class Task { Run, Check, DumpTokens, DumpTree, DumpBytecode, DumpPage, Help };
+enum class Task { Run, Check, DumpTokens, DumpTree, DumpBytecode, DumpPage, CheckSite, Help };
 
 struct CommandLine {
   Task task = Task::Run;

@@ -9,6 +9,7 @@
 #include "qvscript/check.h"
 #include "qvscript/command_line.h"
 #include "qvscript/page_program.h"
+#include "qvscript/site_check.h"
 #include "qvscript/source_file.h"
 #include "qvscript/wscript_object.h"
 #include "support/server_state.h"
@@ -47,6 +48,14 @@ int check(const CommandLine& command) {
   }
   if (result.unread > 0) return kUsageError;
   return result.faulty > 0 ? kScriptError : kSuccess;
+}
+
+int checkSite(const std::string& folder, const Services& services) {
+  const auto info = services.files.stat(absolutePath(folder));
+  if (!info || !info->isFolder) return complain("there is no folder " + folder);
+  const qvscript::SiteReport report = qvscript::checkSite(folder, services);
+  print(stdout, report.text);
+  return report.hasFailures ? kScriptError : kSuccess;
 }
 
 /// There is no server here whose status lines anybody would read.
@@ -105,6 +114,7 @@ int perform(const CommandLine& command, const std::string& program, const Servic
     return kSuccess;
   }
   if (command.task == Task::Check) return check(command);
+  if (command.task == Task::CheckSite) return checkSite(command.file, services);
   SourceFile source = qvscript::readSource(command.file);
   if (!source.complaint.empty()) return complain(source.complaint);
   switch (command.task) {

@@ -162,7 +162,8 @@ TEST(PageReader, LinesLeadBack) {
   EXPECT_EQ(z->file, "/p.asp");
   EXPECT_EQ(z->line, 3U);
   EXPECT_EQ(z->column, 7U);
-  EXPECT_FALSE(page.lines.place(10, 1));
+  EXPECT_EQ(page.lines.place(10, 5)->line, 3U);
+  EXPECT_EQ(page.lines.place(10, 5)->column, 0U);
   EXPECT_FALSE(page.lines.place(0, 1));
 }
 
