@@ -17,6 +17,7 @@
 #include "components/mail/cdonts.h"
 #include "components/mail/jmail.h"
 #include "components/mail/mail_senders.h"
+#include "components/pictures/jpeg.h"
 #include "components/regexp.h"
 #include "components/shell/network.h"
 #include "components/shell/shell.h"
@@ -65,6 +66,7 @@ constexpr const Component* kComponents[] = {
     &kJMailMessage,
     &kJMailSmtp,
     &kJetEngine,
+    &kJpeg,
     &kMailSender,
     &kMailer,
     &kMd5,

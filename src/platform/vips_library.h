@@ -1,0 +1,67 @@
+#pragma once
+
+#include <vips/vips.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/bmp_picture.h"
+
+/// What those parts of the platform share that work with libvips.
+namespace quorvane::vips {
+
+/// Browsers and formats alike go little further on one side.
+inline constexpr int kMostSide = 16384;
+/// Pixels of a picture that has to be in memory as a whole.
+inline constexpr std::int64_t kMostPixelsAtOnce = std::int64_t{32} << 20;
+
+struct Unref {
+  void operator()(VipsImage* image) const { g_object_unref(image); }
+};
+using Picture = std::unique_ptr<VipsImage, Unref>;
+
+struct Size {
+  int width = 0;
+  int height = 0;
+
+  std::int64_t pixels() const { return std::int64_t{width} * height; }
+};
+
+enum class Format { Jpeg, Gif, Png, Bmp };
+
+/// Prepares the library, once. Whether it can be used.
+bool isReady();
+
+/// Told by the content.
+std::optional<Format> formatOf(std::string_view bytes);
+
+/// Reads the header; the pixels follow once, in order, when they are asked for. A jpg is decoded
+/// at a `shrink`th (1, 2, 4 or 8) of its size. `bytes` must outlive the picture.
+Picture openPicture(Format format, std::string_view bytes, int shrink);
+
+/// How far a jpg is shrunk while it is decoded to become a picture of another size.
+int shrinkOnLoad(Size source, Size target);
+
+/// The size as it is shown, that is after turning a sideways photo.
+Size shownSize(VipsImage* image);
+
+/// Whether its sides and the pixels that come to be in memory stay within bounds.
+bool isReadable(VipsImage* image, Format format);
+
+/// Made upright, and of exactly that size.
+Picture resized(VipsImage* source, Size target);
+
+/// `source` must outlive the result.
+Picture pictureOf(const RgbPicture& source);
+
+/// Nothing when `picture` is null.
+Picture inSpace(const Picture& picture, VipsInterpretation space);
+
+/// The pixels of a picture of three bytes each.
+std::optional<std::string> pixelsOf(const Picture& picture);
+
+}  // namespace quorvane::vips
