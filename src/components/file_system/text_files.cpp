@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "components/file_system/path_text.h"
 #include "components/text_stream.h"
@@ -26,8 +27,8 @@ class ReadingChannel final : public TextStream::Channel {
       : file_(std::move(file)), place_(start) {}
 
   std::string_view ahead(std::size_t least) override {
-    if (block_.size() - at_ < least) fill();
-    return std::string_view(block_).substr(at_);
+    if (end_ - at_ < least) fill();
+    return {block_.get() + at_, end_ - at_};
   }
   void skip(std::size_t count) override { at_ += count; }
   void write(std::string_view) override {}
@@ -35,20 +36,21 @@ class ReadingChannel final : public TextStream::Channel {
   bool closes() const override { return true; }
 
  private:
+  /// What is left of the block goes to its front; it is less than a character.
   void fill() {
-    block_.erase(0, at_);
-    at_ = 0;
-    const std::size_t kept = block_.size();
-    block_.resize(kept + kBlock);
-    const std::size_t count = file_->read(place_, block_.data() + kept, kBlock);
-    block_.resize(kept + count);
+    if (!block_) block_ = std::make_unique_for_overwrite<char[]>(kBlock);
+    std::copy(block_.get() + at_, block_.get() + end_, block_.get());
+    end_ -= std::exchange(at_, 0);
+    const std::size_t count = file_->read(place_, block_.get() + end_, kBlock - end_);
+    end_ += count;
     place_ += count;
   }
 
   std::shared_ptr<const OpenFile> file_;
   std::uint64_t place_;  ///< of the file, behind the block
-  std::string block_;
+  std::unique_ptr<char[]> block_;
   std::size_t at_ = 0;
+  std::size_t end_ = 0;
 };
 
 /// Holds back a block at most, until the stream is closed or its last reference gone.
