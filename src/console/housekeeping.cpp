@@ -43,7 +43,7 @@ void Housekeeping::tick() {
 
 void Housekeeping::expire() {
   if (!parts_.objects) return;
-  parts_.objects->scripts().sessions().expire();
+  parts_.objects->scripts().expireSessions();
   parts_.objects->scripts().authKeys().expire();
   parts_.objects->scripts().databases().expire();
   parts_.objects->aliases().removeExpired(parts_.services.clock.now());

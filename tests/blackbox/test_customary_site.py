@@ -1,6 +1,7 @@
 """Session, Application, Server and global.asa of the customary dialect, from outside."""
 
 import re
+import time
 
 from serving import Server, ServerTest, wait_until
 
@@ -184,6 +185,25 @@ class CustomaryGlobal(ServerTest):
             self.assertEqual(browser.get("/count.asp"), "1 /count.asp 0 True")
             server.put("global.asa", GLOBAL.replace("visitors\") = 0", "visitors\") = 50"))
             wait_until(lambda: browser.get("/count.asp") == "50 /count.asp 0 True", "the new text")
+
+    def test_what_the_start_of_a_session_chooses(self):
+        pages = {"global.asa": "<script language=vbscript runat=server>\nSub Session_OnStart\n"
+                               "Session.LCID = 1031 : Session(\"path\") = Server.MapPath(\"data\")\n"
+                               "Response.Write \"(\"\nEnd Sub\n</script>",
+                 "deep/p.asp": "<%= 1.5 %> <%= Session(\"path\") %>",
+                 "gone.asp": "never"}
+        with Server(pages, self.SETTINGS) as server:
+            browser = Browser(server)
+            path = str(server.root / "data")
+            self.assertEqual(browser.get("/deep/p.asp"), "(1,5 " + path)
+            self.assertEqual(browser.get("/deep/p.asp"), "1,5 " + path)
+            server.put("global.asa", pages["global.asa"].replace("Response.Write \"(\"",
+                                                                 "Response.Redirect \"deep/p.asp\""))
+            time.sleep(1.1)
+            response = server.get("/gone.asp")
+            self.assertTrue(response.status.startswith("HTTP/1.1 302 "), response.status)
+            self.assertEqual(response.header("Location"), "deep/p.asp")
+            self.assertNotIn(b"never", response.body)
 
     def test_it_can_not_be_had(self):
         self.assertEqual(self.server.get("/global.asa").status, "HTTP/1.1 404 No Found")

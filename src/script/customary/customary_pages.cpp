@@ -91,6 +91,7 @@ PageOutcome CustomaryPages::outcomeOf(const ScriptPageRequest& request) {
   request_ = &request;
   lastError_ = {};
   inner_.reset();
+  mayUseSession_ = false;
   codePage_ = services_.state.PageCodePage;
   site_.open();
   run_.start();
@@ -124,6 +125,7 @@ void CustomaryPages::runRequest(const PageStore::Program& page) {
   if (page->usesSession) {
     const auto seen = objects_->all();
     site_.startSession(objects_->session, seen);
+    prepare(*page, *objects_->session);  // Session_OnStart may have chosen others
   } else {
     objects_->session->refuse();
   }
@@ -134,6 +136,7 @@ void CustomaryPages::runRequest(const PageStore::Program& page) {
 std::optional<PageError> CustomaryPages::runPage(const PageStore::Program& page,
                                                  const std::string& path) {
   if (page->fault) return faultOf(*page->fault);
+  mayUseSession_ |= page->mentionsSession;
   const auto output = vbs::make<OutputNames>(*objects_->response, page->texts);
   const std::string folder(paths::folderOf(path));
   const auto report = run_.run(page->program, folder, [&](vbs::Engine& engine) {
@@ -143,9 +146,7 @@ std::optional<PageError> CustomaryPages::runPage(const PageStore::Program& page,
     engine.addObject(kNoName, *output, true);
     site_.publish(engine, objects_->session);
     site_.publish(engine, page->objects);
-    if (page->namesTypeLibrary || site_.namesTypeLibrary()) {
-      engine.addObject(kNoName, *objects_->constants, true);
-    }
+    if (page->namesTypeLibrary) engine.addObject(kNoName, *objects_->constants, true);
   });
   if (!report) return std::nullopt;
   if (inner_ && inner_->number == report->number) return std::exchange(inner_, std::nullopt);
@@ -231,6 +232,9 @@ PageOutcome CustomaryPages::answer() {
 void CustomaryPages::send(std::string data, bool first) {
   if (request_->socketIndex < 0) return;
   if (first) {
+    // Later there is no way to tell the browser.
+    SessionObject& session = *objects_->session;
+    if (mayUseSession_ && !session.isRefused()) session.begin();
     data.insert(0, parts_.heads.ofFlushedPage(objects_->response->status(), headerLines()));
   }
   if (request_->events.vbsParser_Dispatch(request_->socketIndex, std::move(data), false)) return;
@@ -267,6 +271,11 @@ std::string CustomaryPages::header(std::string_view name) const {
     if (equalsNoCase(line.name, name)) return std::string(line.value);
   }
   return {};
+}
+
+/// Before the page and after it, procedures of global.asa run, which stands in the root.
+std::string CustomaryPages::folder() const {
+  return run_.depth() > 0 ? run_.folder() : paths::withSeparator(services_.state.ScriptsFolder);
 }
 
 std::string_view CustomaryPages::body() const {

@@ -40,7 +40,7 @@ class CustomaryPages final : public PageContext, public Page, public ResponseObj
 
   std::string header(std::string_view name) const override;
   std::string_view body() const override;
-  std::string folder() const override { return run_.folder(); }
+  std::string folder() const override;
   void write(std::string_view bytes) override;
 
  private:
@@ -77,6 +77,7 @@ class CustomaryPages final : public PageContext, public Page, public ResponseObj
 
   const ScriptPageRequest* request_ = nullptr;
   Objects* objects_ = nullptr;  ///< of the run in progress
+  bool mayUseSession_ = false;  ///< what has run so far, and what is still to run of it
   std::int32_t codePage_ = kAnsi;
   PageError lastError_;
   std::optional<PageError> inner_;  ///< of the innermost page, on its way out

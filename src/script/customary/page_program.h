@@ -78,6 +78,8 @@ struct PageProgram {
   std::optional<std::int32_t> lcid;
   bool usesSession = true;
 
+  bool mentionsSession = false;  ///< as far as its code shows
+
   std::vector<StaticObject> objects;
   bool namesTypeLibrary = false;  ///< the constants of type libraries are known then
   std::optional<Fault> fault;

@@ -4,6 +4,7 @@
 
 #include "support/paths.h"
 #include "support/server_state.h"
+#include "support/text.h"
 
 namespace quorvane::customary {
 
@@ -36,11 +37,13 @@ std::optional<IncludedFile> PageStore::include(const std::string& from, const st
 }
 
 PageStore::Program PageStore::of(const std::string& path, std::string_view text) const {
-  return std::make_shared<const PageProgram>(
+  auto page = std::make_shared<PageProgram>(
       readPage(path, text, services_.state.PageCodePage,
                [this](const std::string& from, const std::string& name, bool isVirtual) {
                  return include(from, name, isVirtual);
                }));
+  page->mentionsSession = findNoCase(page->program, "session") != std::string::npos;
+  return page;
 }
 
 PageProgram PageStore::scriptBlocks(const std::string& path, std::string_view text) const {

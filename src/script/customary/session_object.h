@@ -26,6 +26,7 @@ class SessionObject final : public vbs::NativeObject<SessionObject> {
 
   /// For pages that declare to have no session: every use is an error.
   void refuse() { refused_ = true; }
+  bool isRefused() const { return refused_; }
 
   /// The session, begun when there was none.
   Session& begin();

@@ -1,8 +1,6 @@
 #include "script/customary/site.h"
 
-#include <array>
 #include <utility>
-#include <vector>
 
 #include "script/customary/code_page.h"
 #include "script/customary/server_object.h"
@@ -68,6 +66,7 @@ Site::Site(const Services& services, vbs::ProgramCache& programs,
       events_(services, programs, std::move(translate), limits),
       sessions_(services.clock, services.random, services.log),
       application_(vbs::make<ApplicationObject>(std::move(application), applicationObjects())),
+      applicationNames_(vbs::make<StaticNames>(application_->objects())),
       sessionObjects_(sets_.keep({})) {}
 
 Site::~Site() {
@@ -105,6 +104,7 @@ void Site::takeUp(const std::string& text) {
   events_.setText(file_, text);
   application_->objects()->dropReferences();
   application_->setObjects(applicationObjects());
+  applicationNames_ = vbs::make<StaticNames>(application_->objects());
   sessionObjects_ = sets_.keep(withScope(events_.program().objects, StaticObject::Scope::Session));
   runApplication(SiteEvents::Event::ApplicationStart);
 }
@@ -115,13 +115,21 @@ vbs::Ref<StaticObjects> Site::applicationObjects() {
       sets_.keep(withScope(events_.program().objects, StaticObject::Scope::Application)));
 }
 
+/// What every script of the site sees.
+std::vector<PublishedObject> Site::shared() const {
+  std::vector<PublishedObject> objects{{"Application", application_.get()}};
+  if (!application_->objects()->declared()->empty()) {
+    objects.push_back({kNoName, applicationNames_.get(), true});
+  }
+  if (events_.program().namesTypeLibrary) objects.push_back({kNoName, constants_.get(), true});
+  return objects;
+}
+
 void Site::runApplication(SiteEvents::Event event) {
   EventPage page(services_, limits_);
   const auto server = vbs::make<ServerObject>(services_, page);
-  const auto names = vbs::make<StaticNames>(application_->objects());
-  const std::array<PublishedObject, 3> objects{{{"Application", application_.get()},
-                                                {"Server", server.get()},
-                                                {kNoName, names.get(), true}}};
+  std::vector<PublishedObject> objects = shared();
+  objects.push_back({"Server", server.get()});
   events_.run(event, objects);
   server->detach();
 }
@@ -143,31 +151,25 @@ void Site::startSession(const vbs::Ref<SessionObject>& session,
     return;
   }
   session->begin();
-  std::vector<PublishedObject> all(objects.begin(), objects.end());
-  const auto applicationNames = vbs::make<StaticNames>(application_->objects());
-  const auto sessionNames = vbs::make<StaticNames>(session->begin().objects);
-  all.insert(all.end(), {{"Application", application_.get()},
-                         {"Session", session.get()},
-                         {kNoName, applicationNames.get(), true},
-                         {kNoName, sessionNames.get(), true}});
+  const auto names = vbs::make<StaticNames>(session->begin().objects);
+  std::vector<PublishedObject> all = shared();
+  all.insert(all.end(), objects.begin(), objects.end());
+  all.push_back({"Session", session.get()});
+  all.push_back({kNoName, names.get(), true});
   events_.run(Event::SessionStart, all);
 }
 
 void Site::publish(vbs::Engine& engine, const vbs::Ref<SessionObject>& session) {
-  engine.addObject("Application", *application_, false);
+  for (const PublishedObject& one : shared()) {
+    engine.addObject(one.name, *one.object, one.globalMembers);
+  }
   engine.addObject("Session", *session, false);
-  const auto add = [&](const vbs::Ref<StaticNames>& names) {
-    engine.addObject(kNoName, *names, true);
-  };
-  if (!application_->objects()->declared()->empty()) {
-    add(vbs::make<StaticNames>(application_->objects()));
-  }
-  const auto& declared =
-      session->session() ? session->session()->objects->declared() : sessionObjects_;
-  if (!declared->empty()) {
-    add(vbs::make<StaticNames>(
-        declared, [session]() -> StaticObjects& { return *session->begin().objects; }));
-  }
+  const auto& kept = session->session();
+  const auto& declared = kept ? kept->objects->declared() : sessionObjects_;
+  if (declared->empty()) return;
+  const auto names = vbs::make<StaticNames>(
+      declared, [session]() -> StaticObjects& { return *session->begin().objects; });
+  engine.addObject(kNoName, *names, true);
 }
 
 void Site::publish(vbs::Engine& engine, Declarations ofPage) {
@@ -206,13 +208,11 @@ void Site::end(const std::shared_ptr<Session>& session) {
   EventPage page(services_, limits_);
   const auto server = vbs::make<ServerObject>(services_, page);
   const auto object = vbs::make<SessionObject>(page, session, [&] { return session; });
-  const auto applicationNames = vbs::make<StaticNames>(application_->objects());
-  const auto sessionNames = vbs::make<StaticNames>(session->objects);
-  const std::array<PublishedObject, 5> objects{{{"Application", application_.get()},
-                                                {"Session", object.get()},
-                                                {"Server", server.get()},
-                                                {kNoName, applicationNames.get(), true},
-                                                {kNoName, sessionNames.get(), true}}};
+  const auto names = vbs::make<StaticNames>(session->objects);
+  std::vector<PublishedObject> objects = shared();
+  objects.insert(
+      objects.end(),
+      {{"Session", object.get()}, {"Server", server.get()}, {kNoName, names.get(), true}});
   events_.run(SiteEvents::Event::SessionEnd, objects);
   object->detach();
   server->detach();

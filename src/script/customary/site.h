@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "components/shared_values.h"
 #include "platform/services.h"
@@ -15,6 +16,7 @@
 #include "script/customary/session_table.h"
 #include "script/customary/site_events.h"
 #include "script/customary/static_objects.h"
+#include "script/customary/type_library_names.h"
 #include "support/files.h"
 #include "vbscript/engine.h"
 
@@ -26,7 +28,7 @@ namespace quorvane::customary {
 ///     site.open();
 ///     auto session = site.session(page, cookieValue);  // the cookie's name is kSessionCookie
 ///     site.startSession(*session, objects);            // unless the page declares to have none
-///     site.publish(engine, *session);                  // Application, Session, static objects
+///     site.publish(engine, session);                   // Application, Session, static objects
 ///     ... run the page; Set-Cookie goes out when session->isNew() ...
 ///     site.close(*session);
 ///
@@ -69,8 +71,6 @@ class Site {
 
   void sweep();  ///< sessions that are out of date end
 
-  /// Whether all pages know the constants of type libraries.
-  bool namesTypeLibrary() const { return events_.program().namesTypeLibrary; }
   std::size_t sessionCount() const { return sessions_.size(); }
 
  private:
@@ -79,6 +79,7 @@ class Site {
   std::optional<std::string> findText();
   void takeUp(const std::string& text);
   std::shared_ptr<Session> begin();
+  std::vector<PublishedObject> shared() const;
   vbs::Ref<StaticObjects> applicationObjects();
   void runEnds();
   void end(const std::shared_ptr<Session>& session);
@@ -91,6 +92,8 @@ class Site {
   DeclarationSets sets_;
   SessionTable sessions_;
   vbs::Ref<ApplicationObject> application_;
+  vbs::Ref<StaticNames> applicationNames_;
+  vbs::Ref<TypeLibraryNames> constants_ = vbs::make<TypeLibraryNames>();
   std::shared_ptr<const Declarations> sessionObjects_;
   std::string file_;              ///< global.asa, as the file system spells it; empty: not there
   std::optional<FileInfo> seen_;  ///< when its text was taken

@@ -32,4 +32,9 @@ ScriptPageResult RunningScripts::run(const ScriptPageRequest& request) {
   return result;
 }
 
+void RunningScripts::expireSessions() {
+  sessions_.expire();
+  customary_.site().sweep();
+}
+
 }  // namespace quorvane

@@ -32,6 +32,9 @@ class RunningScripts final : public ScriptPages {
 
   ScriptPageResult run(const ScriptPageRequest& request) override;
 
+  /// Sessions that are out of date end.
+  void expireSessions();
+
   SessionStore& sessions() { return sessions_; }
   ado::DatabasePool& databases() { return databases_; }
   AuthKeys& authKeys() { return authKeys_; }

@@ -105,6 +105,18 @@ class PageRun : public ::testing::Test,
   std::optional<RunningScripts> scripts_;
 };
 
+TEST_F(PageRun, EndsSessionsOfBothDialects) {
+  run("x");
+  state.Customary = 2;
+  files.put("/srv/p.qvs", "<% Session(\"x\") = 1 %>");
+  scripts().run({"/srv/p.qvs", {}, parser, jar, *this, 3});
+  log.lines.clear();
+  clock.advance(std::chrono::minutes{21});
+  scripts().expireSessions();
+  EXPECT_EQ(log.lines.size(), 2u) << "a line each";
+  EXPECT_EQ(scripts().sessions().size(), 0u);
+}
+
 TEST_F(PageRun, EndsAtTheTimeThatThePageChooses) {
   const std::string loop = "For i = 1 To 50000: Next";  // some 25 looks at the clock
   clock.step = std::chrono::milliseconds{100};

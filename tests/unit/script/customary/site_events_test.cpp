@@ -91,6 +91,12 @@ TEST_F(SiteEventsTest, ShowPagesNothingButTheirObjects) {
   EXPECT_EQ(script_values::text(shared->item(vbs::Value("left"))), "11");
 }
 
+TEST_F(SiteEventsTest, KnowTheConstantsOfTypeLibrariesAsAllPagesDo) {
+  putGlobal("Sub Application_OnStart : Application(\"c\") = adOpenStatic : End Sub",
+            "<!-- METADATA TYPE=\"typelib\" UUID=\"00000205-0000-0010-8000-00AA006D2EA4\" -->");
+  EXPECT_EQ(visit("Response.Write Application(\"c\") & adOpenStatic"), "33");
+}
+
 TEST_F(SiteEventsTest, TellTheLogAloneWhatGoesWrong) {
   putGlobal("Sub Application_OnStart\n x = 1 / 0\nEnd Sub\nSub Session_OnStart : No : End Sub");
   EXPECT_EQ(visit("Response.Write 1"), "1");
