@@ -29,13 +29,17 @@ constexpr std::size_t kFirstBytes = 64;
 /// The objects of one run.
 struct CustomaryPages::Objects {
   explicit Objects(CustomaryPages& pages)
-      : response(
+      : owner(pages),
+        response(
             vbs::make<ResponseObject>(pages, pages, pages.services_.clock, pages.services_.log)),
         request(vbs::make<RequestObject>(pages.services_.state, pages.request_->parser, pages)),
         server(vbs::make<ServerObject>(pages.services_, pages)),
         session(pages.site_.session(
-            pages, request->cookie(Site::kSessionCookie).value_or(std::string()))) {}
+            pages, request->cookie(Site::kSessionCookie).value_or(std::string()))) {
+    owner.objects_ = this;
+  }
   ~Objects() {
+    owner.objects_ = nullptr;
     response->detach();
     request->detach();
     server->detach();
@@ -51,6 +55,7 @@ struct CustomaryPages::Objects {
              {"ObjectContext", context.get()}}};
   }
 
+  CustomaryPages& owner;
   vbs::Ref<ResponseObject> response;
   vbs::Ref<RequestObject> request;
   vbs::Ref<ServerObject> server;
@@ -98,13 +103,10 @@ PageOutcome CustomaryPages::outcomeOf(const ScriptPageRequest& request) {
   const PageStore::Program page =
       request.fileData.empty() ? store_.get(request.url) : store_.of(request.url, request.fileData);
   Objects objects(*this);
-  objects_ = &objects;
   if (page) prepare(*page, *objects.session);
   runRequest(page);
   PageOutcome outcome = answer();
   site_.close(*objects.session);
-  objects_ = nullptr;
-  request_ = nullptr;
   return outcome;
 }
 

@@ -3,7 +3,8 @@
 #include <array>
 #include <cstdio>
 
-#include "support/clsWEncode.h"
+#include "script/customary/code_page.h"
+#include "script/customary/server_texts.h"
 #include "support/visible_text.h"
 
 namespace quorvane::customary {
@@ -63,12 +64,12 @@ std::string errorHtml(const PageError& error, const std::string* root) {
       "<html><head><title>Error</title></head><body>"
       "<h1>An error occurred</h1>";
   if (root) {
-    const clsWEncode encoder;
-    const auto shown = [&](const std::string& text) { return encoder.afText2HTML(text); };
-    page += "<p>" + shown(error.category.narrow()) + " '" + hexNumber(error.number) + "' (" +
-            std::to_string(error.number) + ")</p><p><b>" + shown(error.description.narrow()) +
-            "</b></p><p>" + shown(placeOf(error, *root)) + "</p>";
-    if (!error.source.empty()) page += "<pre>" + shown(error.source.narrow()) + "</pre>";
+    // Whatever the code page is, ASCII is in it.
+    const auto shown = [](const vbs::String& text) { return htmlEncoded(text, kAnsi).narrow(); };
+    page += "<p>" + shown(error.category) + " '" + hexNumber(error.number) + "' (" +
+            std::to_string(error.number) + ")</p><p><b>" + shown(error.description) +
+            "</b></p><p>" + shown(vbs::String(placeOf(error, *root))) + "</p>";
+    if (!error.source.empty()) page += "<pre>" + shown(error.source) + "</pre>";
   }
   return page + "</body></html>";
 }

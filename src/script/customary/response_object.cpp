@@ -10,8 +10,8 @@
 #include "script/customary/code_page.h"
 #include "script/customary/failure.h"
 #include "script/customary/http_text.h"
+#include "script/customary/server_texts.h"
 #include "script/script_values.h"
-#include "support/clsWEncode.h"
 #include "support/status_lines.h"
 #include "support/text.h"
 #include "support/visible_text.h"
@@ -38,7 +38,7 @@ bool isStatus(std::string_view text) {
 }
 
 std::string linkTo(const std::string& location) {
-  const std::string shown = clsWEncode().afText2HTML(location);
+  const std::string shown = htmlEncoded(vbs::String(location), kAnsi).narrow();
   return "<html><head><title>Object moved</title></head><body>This page is at <a href=\"" + shown +
          "\">" + shown + "</a>.</body></html>";
 }
