@@ -105,12 +105,16 @@ OpenDatabase fromPool(const Services& services, std::string way) {
 }
 
 OpenDatabase openServer(const Services& services, const DatabaseRequest& request) {
+  // Parted by a character that no text for a driver has.
+  const OdbcLogin& login = request.login;
+  OpenDatabase open = fromPool(services, "server " + request.provider + '\0' + login.user + '\0' +
+                                             login.password + '\0' + request.text);
+  if (open.database) return open;
   try {
     std::vector<std::string> drivers;
     for (const std::u16string& name : odbcDrivers()) drivers.push_back(utf8Of(name));
-    const std::string text = odbcText(request.text, request.provider, request.login, drivers);
-    OpenDatabase open = fromPool(services, "server " + text);
-    if (!open.database) open.database = openOdbc(makeOdbcSession(), text, request.connectSeconds);
+    const std::string text = odbcText(request.text, request.provider, login, drivers);
+    open.database = openOdbc(makeOdbcSession(), text, request.connectSeconds);
     return open;
   } catch (const OdbcFailure& failure) {
     throwFailure(failure);

@@ -58,6 +58,8 @@ std::span<const vbs::Member<Recordset>> Recordset::members() {
       {"nextrecordset", 0, 1, &Self::callNextRecordset},
       {"requery", 0, 1, &Self::callRequery},
       {"supports", 1, 1, &Self::callSupports},
+      {"save", 0, 2, &Self::callSave},
+      {"comparebookmarks", 2, 2, &Self::callCompareBookmarks},
       {"cancel", 0, 0, &Self::callCancel},
       {"cachesize", 0, 0, &Self::getCacheSize, &Self::putCacheSize},
       {"maxrecords", 0, 0, &Self::getMaxRecords, &Self::putMaxRecords},

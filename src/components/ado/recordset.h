@@ -73,6 +73,10 @@ class Recordset final : public vbs::NativeObject<Recordset> {
   void readAgain();
   void adopt(std::shared_ptr<RowStore> store, bool forwardOnly);
 
+  // recordset_persist.cpp
+  vbs::Value callSave(vbs::Args args);
+  void openSaved(const vbs::Value& source);
+
   // recordset_properties.cpp
   vbs::Value getCursorType(vbs::Args);
   void putCursorType(vbs::Args args, vbs::CallKind);
@@ -110,6 +114,7 @@ class Recordset final : public vbs::NativeObject<Recordset> {
   void putAbsolutePosition(vbs::Args args, vbs::CallKind);
   vbs::Value getBookmark(vbs::Args);
   void putBookmark(vbs::Args args, vbs::CallKind);
+  vbs::Value callCompareBookmarks(vbs::Args args);
   vbs::Value callFind(vbs::Args args);
   vbs::Value getFilter(vbs::Args);
   void putFilter(vbs::Args args, vbs::CallKind);
@@ -157,6 +162,7 @@ class Recordset final : public vbs::NativeObject<Recordset> {
   Command command_;                   ///< what Requery asks again
   vbs::Ref<CommandObject> activeCommand_;
   std::string source_;
+  std::string savedPath_;  ///< of the file that it was opened from or saved to
   std::string filterText_;
   vbs::Value filter_ = vbs::Value::longInt(0);
   std::string sort_;
@@ -181,6 +187,9 @@ class Recordset final : public vbs::NativeObject<Recordset> {
   };
   mutable std::vector<Asked> asked_;
 };
+
+/// Whether what stands in a connection's place says that rows come from where they were saved.
+bool namesSavedRows(const vbs::Value& connection);
 
 /// Runs a command. The recordset is closed when there are no rows; null with `noRecords`.
 vbs::Ref<Recordset> executeCommand(const vbs::Ref<Connection>& connection, const Command& command,

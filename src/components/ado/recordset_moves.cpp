@@ -182,6 +182,15 @@ Value Recordset::getBookmark(Args) {
   return bookmarkOf(place.currentIndex());
 }
 
+/// The order in which two rows stand in the store, which no sorting changes.
+Value Recordset::callCompareBookmarks(Args args) {
+  enum Order : std::int32_t { kLess = 0, kEqual = 1, kGreater = 2 };
+  cursor();
+  const std::size_t first = indexOf(vbs::plainValue(args[0]));
+  const std::size_t second = indexOf(vbs::plainValue(args[1]));
+  return Value::longInt(first < second ? kLess : first == second ? kEqual : kGreater);
+}
+
 void Recordset::putBookmark(Args args, CallKind) {
   leaveRow();
   Cursor& place = cursor();

@@ -1,6 +1,9 @@
 #include <utility>
 
 #include "components/ado/recordset.h"
+#include "components/script_files.h"
+#include "platform/services.h"
+#include "support/files.h"
 #include "support/text.h"
 
 namespace quorvane::ado {
@@ -64,10 +67,29 @@ void Recordset::openFabricated() {
   openRows(std::move(store));
 }
 
+namespace {
+
+/// SQL names no file; a path is looked for only where scripts may go.
+bool isSavedFile(const Services& services, const std::string& source) {
+  if (source.find('\n') != source.npos || source.empty()) return false;
+  if (startsWithNoCase(source, "select ")) return false;
+  try {
+    const ScriptFiles files(services);
+    const auto info = files.files().stat(files.allowedPath(textValue(source)));
+    return info && !info->isFolder;
+  } catch (const vbs::ScriptError&) {  // nothing that the script may know of
+    return false;
+  }
+}
+
+}  // namespace
+
 /// Source, ActiveConnection, CursorType, LockType, Options
 Value Recordset::callOpen(Args args) {
   if (isOpen()) fail(AdoError::ObjectOpen, "Recordset");
-  if (isGiven(args, 1)) connection_ = connectionOf(args[1], services_);
+  const std::int32_t options = arguments::number(args, 4, kCmdUnspecified);
+  const bool saved = options == kCmdFile || (isGiven(args, 1) && namesSavedRows(args[1]));
+  if (isGiven(args, 1) && !saved) connection_ = connectionOf(args[1], services_);
   cursorType_ = arguments::number(args, 2, cursorType_);
   lockType_ = arguments::number(args, 3, lockType_);
   if (cursorType_ == -1) cursorType_ = kForwardOnly;
@@ -78,15 +100,23 @@ Value Recordset::callOpen(Args args) {
   }
   if (isGiven(args, 0)) {
     activeCommand_ = vbs::Ref<CommandObject>(objectOf<CommandObject>(args[0]));
+    const bool isObject = args[0].deref().isObject();
+    if (!activeCommand_ && (isObject || saved)) {
+      openSaved(args[0].deref());
+      return {};
+    }
     if (!activeCommand_) source_ = utf8Of(args[0]);
   }
-  const std::int32_t options = arguments::number(args, 4, kCmdUnspecified);
   if (activeCommand_) {
     openCommand(activeCommand_, options);
     return {};
   }
   if (!connection_ && source_.empty()) {
     openFabricated();
+    return {};
+  }
+  if (!connection_ && (saved || isSavedFile(services_, source_))) {
+    openSaved(textValue(source_));
     return {};
   }
   if (!connection_ || !connection_->isOpen()) fail(AdoError::InvalidConnection, "Recordset");

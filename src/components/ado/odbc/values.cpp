@@ -5,10 +5,10 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
 
 #include "components/ado/error_numbers.h"
+#include "components/ado/exact_text.h"
 #include "support/text.h"
 #include "vbscript/values/convert.h"
 #include "vbscript/values/serial_date.h"
@@ -131,7 +131,7 @@ std::int32_t precisionOf(DataType type, const OdbcColumn& column) {
 }
 
 /// The digits, sign and point of a number that a server may have put its currency to.
-std::string numberText(std::u16string_view text) {
+std::string plainNumber(std::u16string_view text) {
   std::string plain;
   for (const char16_t c : text) {
     if ((c >= u'0' && c <= u'9') || c == u'.' || c == u'-' || c == u'e' || c == u'E' || c == u'+') {
@@ -139,25 +139,6 @@ std::string numberText(std::u16string_view text) {
     }
   }
   return plain;
-}
-
-double numberOf(std::u16string_view text) {
-  const std::string plain = numberText(text);
-  double number = 0;
-  std::from_chars(plain.data(), plain.data() + plain.size(), number);
-  return number;
-}
-
-/// Exact, which a way over Double is not.
-Value currencyOf(std::u16string_view text) {
-  std::string plain = numberText(text);
-  const std::size_t point = plain.find('.');
-  std::string behind = point == plain.npos ? "" : plain.substr(point + 1);
-  behind.resize(4, '0');
-  plain = plain.substr(0, point) + behind;
-  std::int64_t tenThousandths = 0;
-  std::from_chars(plain.data(), plain.data() + plain.size(), tenThousandths);
-  return Value::currency(tenThousandths);
 }
 
 Value dateOf(const OdbcMoment& moment) {
@@ -198,9 +179,9 @@ Value textAs(std::u16string_view text, DataType type) {
     case DataType::Boolean:
       return Value::boolean(!text.empty() && text != u"0" && text[0] != u'f' && text[0] != u'F');
     case DataType::Currency:
-      return currencyOf(text);
+      return Value::currency(currencyOfText(plainNumber(text)));
     case DataType::Numeric:
-      return Value::number(numberOf(text));
+      return Value::number(numberOfText(plainNumber(text)));
     case DataType::Guid:
       return text.starts_with(u"{")
                  ? Value(vbs::String::fromWide(text))
@@ -232,12 +213,7 @@ OdbcCell momentOf(double date) {
 }
 
 OdbcCell decimalOf(std::int64_t tenThousandths) {
-  std::string digits = std::to_string(tenThousandths);
-  const std::size_t sign = tenThousandths < 0 ? 1 : 0;
-  constexpr std::size_t kScale = 4;
-  if (digits.size() - sign <= kScale) digits.insert(sign, kScale + 1 - (digits.size() - sign), '0');
-  digits.insert(digits.size() - kScale, 1, '.');
-  return OdbcDecimal{digits, 19, kScale};
+  return OdbcDecimal{currencyText(tenThousandths), 19, 4};
 }
 
 /// States by their beginnings, the longer first.

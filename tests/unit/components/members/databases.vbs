@@ -51,6 +51,9 @@ rs.Cancel
 rs.Resync
 Echo rs.ActiveCommand Is Nothing               '> True
 Echo rs.Fields.Count, rs.Fields("name").UnderlyingValue, rs.Fields("name").Attributes >= 0, rs.Fields(0).Properties.Count >= 0   '> 3 one True True
+Set s = CreateObject("ADODB.Stream")
+rs.Save s, 1
+Echo InStr(s.ReadText, "<xml"), rs.CompareBookmarks(rs.Bookmark, rs.Bookmark)   '> 1 1
 rs.Fields.Refresh: rs.Fields.Update: rs.Fields.CancelUpdate
 rs.Close
 Set f = CreateObject("ADODB.Recordset")
