@@ -130,8 +130,9 @@ void Field::comeToRow() {
 /// The first piece replaces what is there.
 Value Field::callAppendChunk(Args args) {
   comeToRow();
-  const Value piece = vbs::plainValue(args[0]);
   const Value held = appending_ ? recordset_->fieldValue(column_) : Value::null();
+  const Value piece = held.isArray() ? fittingValue(args[0], recordset_->columns()[column_])
+                                     : vbs::plainValue(args[0]);
   appending_ = true;
   if (held.isArray() && piece.isArray()) {
     const std::string whole =

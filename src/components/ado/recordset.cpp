@@ -265,6 +265,12 @@ Value fittingNumber(const Value& value, const Column& column) {
   }
 }
 
+/// A text gives its bytes, two a character: so pages make an array of a byte string.
+Value fittingBytes(const Value& value) {
+  if (!value.isString()) return value;
+  return Value::array(vbs::ArrayRep::fromBytes(value.asString().toWide().raw()));
+}
+
 }  // namespace
 
 Value fittingValue(const Value& given, const Column& column) {
@@ -291,6 +297,10 @@ Value fittingValue(const Value& given, const Column& column) {
       case DataType::Decimal:
       case DataType::Numeric:
         return fittingNumber(value, column);
+      case DataType::Binary:
+      case DataType::VarBinary:
+      case DataType::LongVarBinary:
+        return fittingBytes(value);
       default:
         return value;
     }

@@ -123,7 +123,7 @@ void CustomaryPages::prepare(const PageProgram& page, const SessionObject& sessi
 
 void CustomaryPages::runRequest(const PageStore::Program& page) {
   if (!page)
-    return answerError(faultOf({"The page can't be read", {request_->url}}), request_->url);
+    return answerError(faultOf({"The page can't be read", {request_->url}}, kAnsi), request_->url);
   if (page->usesSession) {
     const auto seen = objects_->all();
     site_.startSession(objects_->session, seen);
@@ -137,7 +137,7 @@ void CustomaryPages::runRequest(const PageStore::Program& page) {
 
 std::optional<PageError> CustomaryPages::runPage(const PageStore::Program& page,
                                                  const std::string& path) {
-  if (page->fault) return faultOf(*page->fault);
+  if (page->fault) return faultOf(*page->fault, codePageOf(*page));
   mayUseSession_ |= page->mentionsSession;
   const auto output = vbs::make<OutputNames>(*objects_->response, page->texts);
   const std::string folder(paths::folderOf(path));
@@ -155,6 +155,11 @@ std::optional<PageError> CustomaryPages::runPage(const PageStore::Program& page,
   return errorOf(*page, *report);
 }
 
+/// Of the page's files; what goes out may be in another one.
+std::int32_t CustomaryPages::codePageOf(const PageProgram& page) const {
+  return page.codePage.value_or(services_.state.PageCodePage);
+}
+
 PageError CustomaryPages::errorOf(const PageProgram& page, const vbs::ErrorReport& report) const {
   PageError error;
   error.number = report.number;
@@ -164,12 +169,12 @@ PageError CustomaryPages::errorOf(const PageProgram& page, const vbs::ErrorRepor
     error.file = vbs::String(place->file);
     error.line = static_cast<std::int32_t>(place->line);
     if (place->column > 0) error.column = static_cast<std::int32_t>(place->column);
-    error.source = decode(codePage_, sourceLine(services_.files, *place));
+    error.source = sourceLine(services_.files, *place, codePageOf(page));
   }
   return error;
 }
 
-PageError CustomaryPages::faultOf(const PageProgram::Fault& fault) const {
+PageError CustomaryPages::faultOf(const PageProgram::Fault& fault, std::int32_t codePage) const {
   PageError error;
   error.number = kPageFault;
   error.category = vbs::String("Quorvane");
@@ -177,7 +182,7 @@ PageError CustomaryPages::faultOf(const PageProgram::Fault& fault) const {
   error.file = vbs::String(fault.place.file);
   if (fault.place.line > 0) error.line = static_cast<std::int32_t>(fault.place.line);
   if (fault.place.column > 0) error.column = static_cast<std::int32_t>(fault.place.column);
-  error.source = decode(codePage_, sourceLine(services_.files, fault.place));
+  error.source = sourceLine(services_.files, fault.place, codePage);
   return error;
 }
 

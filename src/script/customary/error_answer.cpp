@@ -6,6 +6,7 @@
 #include "script/customary/code_page.h"
 #include "script/customary/server_texts.h"
 #include "support/visible_text.h"
+#include "vbscript/syntax/lexer.h"
 
 namespace quorvane::customary {
 
@@ -38,17 +39,19 @@ std::string placeOf(const PageError& error, const std::string& root) {
 
 }  // namespace
 
-std::string sourceLine(const Files& files, const Place& place) {
+vbs::String sourceLine(const Files& files, const Place& place, std::int32_t codePage) {
   const auto text = place.line == 0 ? std::nullopt : files.readAll(place.file);
   if (!text) return {};
-  std::size_t start = 0;
+  const bool isMarked = text->starts_with(vbs::kUtf8Mark);
+  std::size_t start = isMarked ? vbs::kUtf8Mark.size() : 0;
   for (std::uint32_t i = 1; i < place.line; ++i) {
     const std::size_t end = text->find_first_of("\r\n", start);
     if (end == text->npos) return {};
     start = end + (text->compare(end, 2, "\r\n") == 0 ? 2 : 1);
   }
   const std::size_t end = std::min(text->find_first_of("\r\n", start), text->size());
-  return text->substr(start, std::min(end - start, kMostSource));
+  return decode(isMarked ? kUtf8 : codePage,
+                std::string_view(*text).substr(start, std::min(end - start, kMostSource)));
 }
 
 std::string errorText(const PageError& error, const std::string& root) {

@@ -12,8 +12,9 @@ namespace quorvane::customary {
 /// The number of what stops a page before it runs.
 inline constexpr std::int32_t kPageFault = -2147467259;
 
-/// The line that stands at a place, of its first thousand bytes; empty when it can't be read.
-std::string sourceLine(const Files& files, const Place& place);
+/// The line that stands at a place, of its first thousand bytes, in a file of this code page or of
+/// the one that its mark tells; empty when it can't be read.
+vbs::String sourceLine(const Files& files, const Place& place, std::int32_t codePage);
 
 /// All of it in one line, files below `root` named from there on.
 std::string errorText(const PageError& error, const std::string& root);

@@ -212,6 +212,20 @@ Set f = rs("body")
 Echo f.GetChunk(4) & "|" & f.GetChunk(10) & "|" & IsNull(f.GetChunk(1)), f.ActualSize
 '> one |two|True 14
 
+'=== a byte string becomes an array of bytes
+Set rs = CreateObject("ADODB.Recordset")
+rs.Fields.Append "bytes", 205, 10
+rs.Open
+rs.AddNew
+rs("bytes").AppendChunk ChrB(65) & ChrB(0) & ChrB(200)
+rs("bytes").AppendChunk ChrB(7)
+rs.Update
+bytes = rs("bytes").GetChunk(3)
+Echo TypeName(bytes), LenB(bytes), AscB(MidB(bytes, 3, 1)), rs("bytes").ActualSize  '> Byte() 3 200 4
+Echo AscB(rs("bytes").GetChunk(9)), IsNull(rs("bytes").GetChunk(1))  '> 7 True
+rs("bytes") = "AB"
+Echo LenB(rs("bytes").Value), AscB(MidB(rs("bytes").Value, 3, 1))  '> 4 66
+
 '=== a connection as text, a disconnected recordset
 Set rs = CreateObject("ADODB.Recordset")
 rs.Open "SELECT * FROM news ORDER BY id", Db, 3, 4
