@@ -47,7 +47,8 @@ void appendText(std::string& out, const vbs::Value& value) {
 void eachBinaryPiece(const vbs::Value& value,
                      const std::function<void(std::string_view bytes)>& take) {
   constexpr std::size_t kPiece = std::size_t{64} << 10;
-  const vbs::Value data = value.deref();  // held: default values of its elements may take code
+  // Held: default values of its elements may take code.
+  const vbs::Value data(value.deref());  // NOLINT(performance-unnecessary-copy-initialization)
   if (data.isArray() && data.asArray()->elementType == vbs::Type::Byte) {
     return take(data.asArray()->bytes.raw());
   }

@@ -81,7 +81,8 @@ void Check::walk(const std::string& folder, std::size_t depth) {
   std::vector<std::string> names = services_.files.list(folder);
   std::sort(names.begin(), names.end());
   for (const std::string& name : names) {
-    const std::string path = folder + paths::kSeparator + name;
+    std::string path = folder;
+    path.append(1, paths::kSeparator).append(name);
     const auto info = services_.files.stat(path);
     if (!info) continue;
     if (info->isFolder) {
@@ -123,7 +124,7 @@ std::string Check::ownFault(const std::string& path, const std::string& text,
                             const customary::PageProgram& page, Causes& causes) {
   const std::string folder(paths::folderOf(path));
   std::size_t included = 0;
-  const std::string whole = expandIncludes(text, [&](const std::string& name) {
+  std::string whole = expandIncludes(text, [&](const std::string& name) {
     ++included;
     return readInclude(services_.files, root_, folder, name, true);
   });
