@@ -17,12 +17,16 @@ namespace {
 /// What a key is found by: its bytes of Windows-1252, whose letter case the collection folds. For a
 /// text that has none, digits that no other text has.
 struct Key {
-  explicit Key(const vbs::Value& given) : name(vbs::toString(given)), text(name.narrow()) {
+  explicit Key(const vbs::Value& given) : name(vbs::toString(given)) {
+    vbs::runContext.memory.require(name.length() * (name.isAnsi() ? 1 : kDigitsEach));
+    text = name.narrow();
     hasBytes = name.isAnsi() || vbs::String(std::string_view(text)) == name;
     if (hasBytes) return;
     const std::string lower = name.lower().utf8();
     text = '\0' + hexDigits({reinterpret_cast<const std::uint8_t*>(lower.data()), lower.size()});
   }
+
+  static constexpr std::size_t kDigitsEach = 9;  ///< bytes of UTF-8, and their digits
 
   vbs::String name;
   std::string text;

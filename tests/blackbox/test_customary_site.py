@@ -204,6 +204,12 @@ class CustomaryGlobal(ServerTest):
             self.assertTrue(response.status.startswith("HTTP/1.1 302 "), response.status)
             self.assertEqual(response.header("Location"), "deep/p.asp")
             self.assertNotIn(b"never", response.body)
+            server.put("global.asa", "<script language=vbscript runat=server>\n"
+                                     "Sub Session_OnStart\nServer.Execute \"deep/q.asp\"\n"
+                                     "Server.Transfer \"/deep/q.asp\"\nEnd Sub\n</script>")
+            server.put("deep/q.asp", "[<%= Server.MapPath(\".\") %>]")
+            time.sleep(1.1)
+            self.assertEqual(server.get("/gone.asp").text, 2 * ("[%s]" % (server.root / "deep")))
 
     def test_it_can_not_be_had(self):
         self.assertEqual(self.server.get("/global.asa").status, "HTTP/1.1 404 No Found")

@@ -251,7 +251,7 @@ void CustomaryPages::send(std::string data, bool first) {
 
 void CustomaryPages::execute(const std::string& target) {
   if (run_.depth() > PageRun::kMostNested) vbs::throwError(vbs::ErrorCode::OutOfStackSpace);
-  const auto file = store_.find(run_.folder(), target);
+  const auto file = store_.find(folder(), target);
   const PageStore::Program page = file ? store_.get(*file) : nullptr;
   if (!page) vbs::throwError(vbs::ErrorCode::FileNotFound, target);
   inner_.reset();

@@ -138,7 +138,8 @@ std::optional<std::string> mappedPath(const Services& services, std::string_view
 }
 
 std::string nameBytes(const vbs::String& name, std::int32_t codePage) {
-  return name.isAnsi() && codePage != kUtf8 ? std::string(name.ansi()) : name.utf8();
+  const vbs::String start = name.substr(0, kLongestPath + 1);
+  return start.isAnsi() && codePage != kUtf8 ? std::string(start.ansi()) : start.utf8();
 }
 
 }  // namespace quorvane::customary

@@ -27,7 +27,7 @@ std::optional<std::string> mappedPath(const Services& services, std::string_view
                                       std::string_view path);
 
 /// The bytes of a file's name as a page wrote it: UTF-8, as the system has them, or where the page
-/// is no UTF-8 and has nothing but bytes, these.
+/// is no UTF-8 and has nothing but bytes, these. Cut off where no path is that long.
 std::string nameBytes(const vbs::String& name, std::int32_t codePage);
 
 }  // namespace quorvane::customary

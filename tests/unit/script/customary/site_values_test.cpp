@@ -238,6 +238,7 @@ TEST_F(SiteValues, CountAgainstTheMemoryOfThePageThatBringsThem) {
   limits.memoryBytes = 1 << 20;
   EXPECT_EQ(visit("For i = 1 To 10000000 : Session(\"k\" & i) = i : Next"), "error 7");
   EXPECT_EQ(visit("For i = 1 To 10000000 : Application(\"k\" & i) = i : Next"), "error 7");
+  EXPECT_EQ(visit("k = String(300000, ChrW(1078)) : Session(k) = 1"), "error 7") << "a key";
   EXPECT_EQ(visit("Do : Set c = Session.Contents : Set c.Item(\"x\" & n) = c : n = n + 1 : Loop"),
             "error 7");
 }
