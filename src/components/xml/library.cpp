@@ -5,15 +5,14 @@
 #include <libxml/xmlmemory.h>
 #include <libxslt/xsltutils.h>
 
-#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <mutex>
 #include <utility>
 
-#include "components/xml/block_pool.h"
 #include "components/xml/external_files.h"
 #include "platform/allocation.h"
+#include "vbscript/values/block_pool.h"
 #include "vbscript/values/time_check.h"
 
 namespace quorvane::xml {
@@ -26,19 +25,8 @@ thread_local unsigned allocations = 0;
 constexpr unsigned kBetweenLooks = 256;  ///< allocations
 constexpr std::size_t kMuch = std::size_t{1} << 20;
 
-#ifdef QUORVANE_FINDS_MEMORY_FAULTS
-constexpr bool kPools = false;  // or a block that is used after its end would go unseen
-#else
-constexpr bool kPools = true;
-#endif
-
-/// Threads that run scripts have a pool, which never ends: the library gives its last blocks back
-/// when all else has ended. Others, of libraries that use this one too, have none: they may give
-/// one another what they have taken.
-thread_local BlockPool* pool = nullptr;
-
 std::size_t bytesOf(void* memory) {
-  return BlockPool::isPooled(memory) ? BlockPool::bytesOf(memory) : allocatedBytes(memory);
+  return vbs::isPooled(memory) ? vbs::BlockPool::bytesOf(memory) : allocatedBytes(memory);
 }
 
 /// Nothing can be thrown from here; what is over the limit is found by the next look.
@@ -50,32 +38,22 @@ void* counted(void* memory) {
   return memory;
 }
 
+/// Threads without a pool, of libraries that use this one too, may give one another what they have
+/// taken, so they get none here.
 void* allocate(std::size_t bytes) {
-  const bool pooled = pool && bytes <= BlockPool::kLargest;
-  return counted(pooled ? pool->take(bytes) : std::malloc(bytes));
+  return counted(vbs::threadPool ? vbs::allocateBlock(bytes) : std::malloc(bytes));
 }
 
 void release(void* memory) {
   if (!memory) return;
   vbs::runContext.memory.release(bytesOf(memory));
-  if (pool && BlockPool::isPooled(memory)) {
-    pool->giveBack(memory);
-  } else {
-    std::free(memory);
-  }
+  vbs::releaseBlock(memory);
 }
 
 void* reallocate(void* memory, std::size_t bytes) {
-  const std::size_t before = memory ? bytesOf(memory) : 0;
-  if (pool && (!memory || BlockPool::isPooled(memory))) {
-    void* const moved = allocate(bytes);
-    if (moved && memory) {
-      std::memcpy(moved, memory, std::min(before, bytes));
-      release(memory);
-    }
-    return moved;
-  }
-  void* const moved = std::realloc(memory, bytes);
+  if (!memory) return allocate(bytes);
+  const std::size_t before = bytesOf(memory);
+  void* const moved = vbs::resizeBlock(memory, before, bytes);
   if (!moved) return nullptr;
   vbs::runContext.memory.release(before);
   return counted(moved);
@@ -99,7 +77,7 @@ void prepareLibrary() {
     xmlInitParser();
     ExternalFiles::install();
   });
-  if (kPools && !pool) pool = new BlockPool;
+  vbs::makeThreadPool();
   // These two are kept for each thread.
   xmlSetGenericErrorFunc(nullptr, &ignore);
   xsltSetGenericErrorFunc(nullptr, &ignore);

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 
 #include "vbscript/values/assert.h"
+#include "vbscript/values/block_pool.h"
 #include "vbscript/values/error.h"
 #include "vbscript/values/text_case.h"
 
@@ -34,7 +34,7 @@ StringRep* allocate(Encoding encoding, std::size_t bytes) {
   if (bytes > kMaxBytes) throwError(ErrorCode::OutOfStringSpace);
   const std::size_t capacity = roundedCapacity(bytes);
   runContext.memory.charge(charge(capacity));
-  auto* rep = static_cast<StringRep*>(std::malloc(charge(capacity)));
+  auto* rep = static_cast<StringRep*>(allocateBlock(charge(capacity)));
   if (!rep) {
     runContext.memory.release(charge(capacity));
     throwError(ErrorCode::OutOfMemory);
@@ -58,7 +58,7 @@ void grow(StringRep*& rep, std::size_t bytes) {
     capacity = exact;
   }
   runContext.memory.charge(capacity - old);
-  auto* grown = static_cast<StringRep*>(std::realloc(rep, charge(capacity)));
+  auto* grown = static_cast<StringRep*>(resizeBlock(rep, charge(old), charge(capacity)));
   if (!grown) {
     runContext.memory.release(capacity - old);
     throwError(ErrorCode::OutOfMemory);
@@ -209,7 +209,7 @@ String String::fromUtf8(std::string_view text) {
 void String::destroy(StringRep* rep) {
   VBS_ASSERT(rep->references == 0);
   runContext.memory.release(charge(rep->capacity));
-  std::free(rep);
+  releaseBlock(rep);
 }
 
 char16_t String::at(std::size_t index) const {

@@ -1,11 +1,13 @@
-#include "components/xml/block_pool.h"
+#include "vbscript/values/block_pool.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 #include <utility>
 
-namespace quorvane::xml {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -113,4 +115,19 @@ void BlockPool::unlink(Page* page) {
   page->listed = false;
 }
 
-}  // namespace quorvane::xml
+void makeThreadPool() {
+#ifndef QUORVANE_FINDS_MEMORY_FAULTS
+  if (!threadPool) threadPool = new BlockPool;
+#endif
+}
+
+void* resizeBlock(void* block, std::size_t before, std::size_t bytes) {
+  if (!isPooled(block)) return std::realloc(block, bytes);
+  void* const moved = allocateBlock(bytes);
+  if (!moved) return nullptr;
+  std::memcpy(moved, block, std::min(before, bytes));
+  releaseBlock(block);
+  return moved;
+}
+
+}  // namespace quorvane::vbs

@@ -1,4 +1,4 @@
-#include "components/xml/block_pool.h"
+#include "vbscript/values/block_pool.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <random>
 #include <vector>
 
-namespace quorvane::xml {
+namespace quorvane::vbs {
 
 namespace {
 
@@ -69,4 +69,4 @@ TEST(BlockPool, BlocksOfTheSystemAreTold) {
 
 }  // namespace
 
-}  // namespace quorvane::xml
+}  // namespace quorvane::vbs
