@@ -365,14 +365,27 @@ def put_definition(file, page, content):
             at = following
 
 
-def usage_map(file, pages):
-    size = 128 if file.old else 64
-    first = min(pages) if pages else 0
+def marked(pages, first, size):
     bits = bytearray(size)
     for page in pages:
-        assert page - first < size * 8, "the table has too many pages for its map"
-        bits[(page - first) // 8] |= 1 << ((page - first) % 8)
-    return b"\0" + struct.pack("<I", first) + bytes(bits)
+        if first <= page < first + size * 8:
+            bits[(page - first) // 8] |= 1 << ((page - first) % 8)
+    return bytes(bits)
+
+
+def usage_map(file, pages):
+    """Where it has no room for all pages, other pages hold it."""
+    size = 128 if file.old else 64
+    first = min(pages) if pages else 0
+    if not pages or max(pages) - first < size * 8:
+        return b"\0" + struct.pack("<I", first) + marked(pages, first, size)
+    room = file.page_size - 4
+    places = []
+    for begin in range(0, max(pages) + 1, room * 8):
+        places.append(file.new_page())
+        file.pages[places[-1]][0:2] = b"\x05\x01"
+        file.pages[places[-1]][4:] = marked(pages, begin, room)
+    return (b"\1" + b"".join(struct.pack("<I", place) for place in places)).ljust(size + 5, b"\0")
 
 
 def put_table(file, table, page, maps):

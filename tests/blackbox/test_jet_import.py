@@ -191,6 +191,16 @@ class Content(JetTest):
                       result.stdout)
         self.assertEqual(self.rows("SELECT * FROM t"), [(1, "a"), (2, "A")])
 
+    def test_a_table_of_many_pages(self):
+        columns = [Column("id", jet_file.LONG, auto=True), Column("text", jet_file.TEXT, 255)]
+        for version in [jet_file.JET3, jet_file.JET4]:
+            count = 14000
+            self.file.write_bytes(jet_file.make(
+                [Table("t", columns, [[i, "%0200d" % i] for i in range(1, count + 1)])], version))
+            self.assertEqual(self.by_hand(self.file).returncode, 0)
+            self.assertEqual(self.rows("SELECT COUNT(*), SUM(id), MAX(text) FROM t"),
+                             [(count, count * (count + 1) // 2, "%0200d" % count)])
+
     def test_linked_tables_are_told(self):
         linked = Table("elsewhere", [Column("a", jet_file.LONG)], [], kind=6)
         self.file.write_bytes(jet_file.make([shop(), linked]))

@@ -78,6 +78,15 @@ TEST(UntakenSettings, BoundsThatAreNone) {
              "counts as 0"}));
 }
 
+TEST(UntakenSettings, CodePages) {
+  EXPECT_EQ(untaken("JetCodePage=1251\n"), Lines());
+  for (const std::string text : {"x", "1", "-1252", "utf-8"}) {
+    EXPECT_EQ(untaken("JetCodePage=" + text + "\n"),
+              Lines{"Settings line 1 not taken: JetCodePage is \"" + text +
+                    "\"; it is no code page and counts as if it were not there"});
+  }
+}
+
 TEST(UntakenSettings, ThereAreThreeWaysToTakePages) {
   EXPECT_EQ(untaken("Customary=2\nNotFoundPage=/404.asp\n"), Lines());
   EXPECT_EQ(untaken("Customary=1\n"), Lines());
