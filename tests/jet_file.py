@@ -92,6 +92,13 @@ def days_of(moment):
     return days if days == whole else (whole - 1) - (days - (whole - 1))
 
 
+@dataclasses.dataclass
+class Query:
+    """Saved under a name; rows of (attribute, flag, expression, name, other name)."""
+    name: str
+    rows: list
+
+
 class File:
     def __init__(self, version, charset, password, created):
         self.version = version
@@ -430,7 +437,19 @@ def relations_table(relations):
     return Table("MSysRelationships", columns, rows)
 
 
-def make(tables, version=JET4, charset="cp1252", password="", relations=(),
+def queries_table(queries, first_id):
+    columns = [Column("Attribute", BYTE), Column("Expression", MEMO), Column("Flag", SHORT),
+               Column("LvExtra", LONG), Column("Name1", TEXT, 255), Column("Name2", TEXT, 255),
+               Column("ObjectId", LONG), Column("Order", BINARY, 255)]
+    rows = []
+    for number, query in enumerate(queries):
+        for order, (attribute, flag, expression, name, other) in enumerate(query.rows):
+            rows.append([attribute, expression, flag, None, name, other, first_id + number,
+                         struct.pack(">I", order)])
+    return Table("MSysQueries", columns, rows)
+
+
+def make(tables, version=JET4, charset="cp1252", password="", relations=(), queries=(),
          created=datetime.datetime(2003, 5, 17, 8, 30)):
     file = File(version, charset, password, created)
     catalog = Table("MSysObjects", [
@@ -438,12 +457,16 @@ def make(tables, version=JET4, charset="cp1252", password="", relations=(),
         Column("Type", SHORT), Column("DateCreate", DATE), Column("Flags", LONG),
         Column("LvProp", OLE)], [])
     catalog_page = file.new_page()
-    tables = [*tables, *([relations_table(relations)] if relations else [])]
+    first_id = 0x1000
+    tables = [*tables, *([relations_table(relations)] if relations else []),
+              *([queries_table(queries, first_id)] if queries else [])]
     places = [file.new_page() for _ in tables]
     for table, page in zip([catalog, *tables], [catalog_page, *places]):
         flags = -0x80000000 if table.name.startswith("MSys") else 0
         catalog.rows.append([page, 0x0F000001, table.name, table.kind, created, flags,
                              properties(file, table.columns)])
+    for number, query in enumerate(queries):
+        catalog.rows.append([first_id + number, 0x0F000001, query.name, 5, created, 0, None])
     for table, page in zip([catalog, *tables], [catalog_page, *places]):
         put_table(file, table, page, file.data_page(struct.pack("<I", page)))
     return file.content()

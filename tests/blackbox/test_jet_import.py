@@ -15,7 +15,7 @@ import time
 import unittest
 
 import jet_file
-from jet_file import Column, Index, Relation, Table
+from jet_file import Column, Index, Query, Relation, Table
 from serving import PATIENCE, Server, app_folder
 
 MOMENT = datetime.datetime(2024, 1, 31, 13, 45, 30)
@@ -200,6 +200,42 @@ class Content(JetTest):
             self.assertEqual(self.by_hand(self.file).returncode, 0)
             self.assertEqual(self.rows("SELECT COUNT(*), SUM(id), MAX(text) FROM t"),
                              [(count, count * (count + 1) // 2, "%0200d" % count)])
+
+    def test_saved_queries(self):
+        kind, select = (0, None, None, None, None), (1, 1, None, None, None)
+        end = (255, None, None, None, None)
+        queries = [
+            Query("latest", [kind, select, (3, 16, None, "2", None), (5, None, None, "news", None),
+                             (6, 0, "news.id", None, None), (6, 0, "[title] & '!'", "heading", None),
+                             (8, None, "news.short Is Not Null", None, None),
+                             (11, None, "news.id", "D", None), end]),
+            Query("of latest", [kind, select, (3, 1, None, None, None),
+                                (5, None, None, "latest", "l"), (8, None, "l.id > 3", None, None)]),
+            Query("spoken of", [kind, select, (3, 2, None, None, None),
+                                (5, None, None, "comments", "c"), (5, None, None, "news", None),
+                                (6, 0, "news.title", None, None), (6, 0, "Count(c.id)", "n", None),
+                                (7, 3, "c.news = news.id", "c", "news"),
+                                (9, None, "news.title", None, None),
+                                (10, None, "Count(c.id) > 0", None, None)]),
+            Query("asks", [kind, select, (2, 4, None, "which", None), (5, None, None, "news", None)]),
+            Query("deletes", [kind, (1, 5, None, None, None), (5, None, None, "news", None)]),
+            Query("of nothing", [kind, select, (5, None, None, "asks", None)]),
+            Query("calls", [kind, select, (5, None, None, "news", None),
+                            (6, 0, "MyFunction([title])", "x", None)])]
+        for version in [jet_file.JET3, jet_file.JET4]:
+            self.file.write_bytes(jet_file.make([all_types(False), comments()], version,
+                                                queries=queries))
+            by_tool = subprocess.check_output(["mdb-queries", self.file, "latest"], text=True)
+            self.assertIn("SELECT TOP 2 news.id,[title] & '!' FROM [news]", by_tool)
+            said = self.by_hand(self.file).stdout
+            for name in ["asks", "deletes", "of nothing", "calls"]:
+                self.assertIn(": the query %s is left out\n" % name, said)
+            self.assertEqual(self.script(
+                "Set c = db(\"\")\n"
+                "WScript.Echo c.Execute(\"latest\").GetString(, , \",\", \";\")\n"
+                "WScript.Echo c.Execute(\"SELECT * FROM [of latest]\").GetString(, , \",\", \";\")\n"
+                "WScript.Echo c.Execute(\"[spoken of]\").GetString(, , \",\", \";\")\n"),
+                "8,y!;7,x!;\n8,y!;7,x!;\nHello w\xf6rld,1;x,1;\n")
 
     def test_linked_tables_are_told(self):
         linked = Table("elsewhere", [Column("a", jet_file.LONG)], [], kind=6)

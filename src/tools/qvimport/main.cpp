@@ -133,7 +133,7 @@ class Reader {
       describe(at<MdbCatalogEntry>(file_->catalog, i));
     for (const bool system : {true, false}) {  // relations are part of what tables are
       for (std::size_t i = 0; i < tables_.size(); ++i) {
-        if (isRelations(*tables_[i]->entry) == system) writeRows(i);
+        if (isSystems(*tables_[i]->entry) == system) writeRows(i);
       }
     }
     out_.record(Record::End);
@@ -146,7 +146,12 @@ class Reader {
     if (entry->object_type == MDB_LINKED_TABLE) {
       out_.note(std::string("the table ") + entry->object_name + " is linked to another file");
     }
-    if (!mdb_is_user_table(entry) && !isRelations(*entry)) return;
+    if (entry->object_type == MDB_QUERY && entry->object_name[0] != '~') {
+      out_.record(Record::Query);
+      out_.text(entry->object_name);
+      out_.number(entry->table_pg, 4);
+    }
+    if (!mdb_is_user_table(entry) && !isSystems(*entry)) return;
     Table table(mdb_read_table(entry));
     if (!table || !mdb_read_columns(table.get())) {
       out_.note(std::string("the table ") + entry->object_name + " can't be read");
@@ -156,15 +161,17 @@ class Reader {
     out_.record(Record::Table);
     out_.text(entry->object_name);
     out_.number(lastNumber(entry), 4);
-    out_.number(isRelations(*entry) ? 1 : 0, 1);
+    out_.number(isSystems(*entry) ? 1 : 0, 1);
     for (unsigned i = 0; i < table->num_cols; ++i) describe(*at<MdbColumn>(table->columns, i));
     for (unsigned i = 0; i < table->num_idxs; ++i)
       describe(*at<MdbIndex>(table->indices, i), *table);
     tables_.push_back(std::move(table));
   }
 
-  static bool isRelations(const MdbCatalogEntry& entry) {
-    return std::strcmp(entry.object_name, ado::jet::kRelationsTable) == 0;
+  static bool isSystems(const MdbCatalogEntry& entry) {
+    return entry.object_type == MDB_TABLE &&
+           (std::strcmp(entry.object_name, ado::jet::kRelationsTable) == 0 ||
+            std::strcmp(entry.object_name, ado::jet::kQueriesTable) == 0);
   }
 
   /// It stands in the head of the table's first page, and the library passes over it.

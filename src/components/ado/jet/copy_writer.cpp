@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "components/ado/jet/column_values.h"
+#include "components/ado/jet/saved_queries.h"
 #include "components/ado/sql/translator.h"
 #include "platform/charset.h"
 #include "support/status_lines.h"
@@ -222,7 +223,9 @@ void CopyWriter::beginRows(std::size_t number) {
 }
 
 void CopyWriter::row(const JetRow& row) {
-  if (current_->isSystem) return addRelation(row);
+  if (current_->isSystem) {
+    return current_->name == kRelationsTable ? addRelation(row) : addQueryPart(row);
+  }
   if (!state_->made) return;
   sqlite3_reset(insertion_.get());
   for (std::size_t i = 0; i < row.size(); ++i) {
@@ -241,31 +244,57 @@ void CopyWriter::row(const JetRow& row) {
   }
 }
 
+Value CopyWriter::systemValue(const JetRow& row, const char* name) const {
+  const JetColumn* column = columnOf(*current_, name);
+  if (!column) return {};
+  const auto& bytes = row[static_cast<std::size_t>(column - current_->columns.data())];
+  return bytes ? valueOfBytes(*column, *bytes, charset_) : Value();
+}
+
+std::string CopyWriter::systemText(const JetRow& row, const char* name) const {
+  const Value value = systemValue(row, name);
+  return value.isString() ? value.asString().utf8() : std::string();
+}
+
+std::uint32_t CopyWriter::systemNumber(const JetRow& row, const char* name) const {
+  const Value value = systemValue(row, name);
+  switch (value.type()) {
+    case vbs::Type::Byte:
+    case vbs::Type::Integer:
+    case vbs::Type::Long:
+      return static_cast<std::uint32_t>(value.asInt());
+    default:
+      return 0;
+  }
+}
+
 void CopyWriter::addRelation(const JetRow& row) {
-  const auto value = [&](const char* name) {
-    const JetColumn* column = columnOf(*current_, name);
-    if (!column) return Value();
-    const auto& bytes = row[static_cast<std::size_t>(column - current_->columns.data())];
-    return bytes ? valueOfBytes(*column, *bytes, charset_) : Value();
-  };
-  const auto text = [&](const char* name) {
-    const Value found = value(name);
-    return found.isString() ? found.asString().utf8() : std::string();
-  };
-  const std::string name = text("szRelationship");
+  const std::string name = systemText(row, "szRelationship");
   auto relation = std::find_if(relations_.begin(), relations_.end(),
                                [&](const Relation& r) { return r.name == name; });
   if (relation == relations_.end()) {
-    const Value flags = value("grbit");
-    relations_.push_back(
-        {name,
-         text("szObject"),
-         text("szReferencedObject"),
-         flags.type() == vbs::Type::Long ? static_cast<std::uint32_t>(flags.asInt()) : 0,
-         {}});
+    relations_.push_back({name,
+                          systemText(row, "szObject"),
+                          systemText(row, "szReferencedObject"),
+                          systemNumber(row, "grbit"),
+                          {}});
     relation = relations_.end() - 1;
   }
-  relation->columns.emplace_back(text("szColumn"), text("szReferencedColumn"));
+  relation->columns.emplace_back(systemText(row, "szColumn"),
+                                 systemText(row, "szReferencedColumn"));
+}
+
+void CopyWriter::addQueryPart(const JetRow& row) {
+  const std::uint32_t id = systemNumber(row, "ObjectId");
+  const auto query = std::find_if(file_.queries.begin(), file_.queries.end(),
+                                  [&](const SavedQuery& one) { return one.id == id; });
+  if (query == file_.queries.end()) return;
+  QueryPart part{static_cast<int>(systemNumber(row, "Attribute")),
+                 static_cast<int>(systemNumber(row, "Flag")), systemText(row, "Expression"),
+                 systemText(row, "Name1"), systemText(row, "Name2")};
+  queryBytes_.change(queryBytes_.bytes() + sizeof part + part.expression.size() + part.name.size() +
+                     part.other.size());
+  query->parts.push_back(std::move(part));
 }
 
 void CopyWriter::endRows() {
@@ -325,6 +354,37 @@ void CopyWriter::makeIndexes(const JetTable& table) {
   }
 }
 
+/// Those that can't be, because of what they call or ask for, are left out, and then those that
+/// stand on them.
+void CopyWriter::makeViews() {
+  std::vector<std::string> views;
+  for (const SavedQuery& query : file_.queries) {
+    const auto text = selectText(query);
+    const bool isFree = text && names_.insert(lowerCase(query.name)).second;
+    if (isFree && tryDefining("CREATE VIEW " + bracketed(query.name) + " AS " + *text)) {
+      views.push_back(query.name);
+    } else {
+      note("the query " + query.name + " is left out");
+    }
+  }
+  const auto isUsable = [&](const std::string& view) {
+    try {
+      const SqliteStatement all(core_, "SELECT * FROM " + quotedName(replaceAll(view, "]", ")")));
+      return true;
+    } catch (const DatabaseError&) {
+      return false;
+    }
+  };
+  for (bool goesOn = true; goesOn;) {
+    goesOn = std::erase_if(views, [&](const std::string& view) {
+               if (isUsable(view)) return false;
+               core_.run("DROP VIEW " + quotedName(replaceAll(view, "]", ")")));
+               note("the query " + view + " is left out");
+               return true;
+             }) > 0;
+  }
+}
+
 CopySize CopyWriter::finish(std::uint32_t stamp) {
   endRows();
   makeTables();
@@ -335,6 +395,7 @@ CopySize CopyWriter::finish(std::uint32_t stamp) {
     ++size.tables;
     size.rows += states_[i].rows;
   }
+  makeViews();
   core_.run("PRAGMA application_id = " + std::to_string(kMark));
   core_.run("PRAGMA user_version = " + std::to_string(static_cast<std::int32_t>(stamp)));
   core_.run("COMMIT");

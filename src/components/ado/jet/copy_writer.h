@@ -7,6 +7,7 @@
 
 #include "components/ado/jet/stream_reader.h"
 #include "components/ado/sqlite/core.h"
+#include "vbscript/values/memory_meter.h"
 
 namespace quorvane {
 class StatusLines;
@@ -69,13 +70,18 @@ class CopyWriter final : public JetSink {
   std::string keyText(const JetTable& table) const;
   std::string relationTexts(const JetTable& table) const;
   std::string defaultText(const JetColumn& column, const std::string& type);
+  vbs::Value systemValue(const JetRow& row, const char* name) const;
+  std::string systemText(const JetRow& row, const char* name) const;
+  std::uint32_t systemNumber(const JetRow& row, const char* name) const;
   void addRelation(const JetRow& row);
+  void addQueryPart(const JetRow& row);
   bool isKept(const Relation& relation) const;
   const JetTable* tableOf(std::string_view name) const;
   void endRows();
   bool makeIndex(const JetTable& table, const std::string& name, const std::string& columns,
                  bool unique);
   void makeIndexes(const JetTable& table);
+  void makeViews();
   std::string freeName(const std::string& wanted, const std::string& table);
 
   SqliteCore& core_;
@@ -85,6 +91,7 @@ class CopyWriter final : public JetSink {
   std::string charset_;
   std::vector<State> states_;
   std::vector<Relation> relations_;
+  vbs::MemoryCharge queryBytes_;
   std::set<std::string> names_;  ///< of tables and indexes, in lower case
   const JetTable* current_ = nullptr;
   State* state_ = nullptr;

@@ -6,8 +6,9 @@
 /// ones hang or crash the library that does it. Each record is a letter and its fields. Numbers
 /// have their lowest byte first, texts are UTF-8 behind their length in four bytes.
 ///
-/// All tables come first, each with its columns and indexes behind it, then the rows of each. Only
-/// a stream that ends with End is whole.
+/// All tables come first, each with its columns and indexes behind it, and the names of saved
+/// queries; then the rows of each table, those of the system's first. Only a stream that ends with
+/// End is whole.
 namespace quorvane::ado::jet {
 
 enum class Record : char {
@@ -15,10 +16,11 @@ enum class Record : char {
   Table = 'T',   ///< name, the last number of its autonumber column (4), 1 if it is a system's (1)
   Column = 'C',  ///< name, type (1), bytes (4), digits (1), places (1), marks (1), default value
   Index =
-      'I',     ///< name, marks (1), count of columns (1); for each its number from 0 (2), marks (1)
-  Rows = 'B',  ///< the number of the table from 0 (4)
-  Row = 'R',   ///< each column's bytes as the file holds them behind their length (4)
-  Note = 'N',  ///< a text for the operator
+      'I',  ///< name, marks (1), count of columns (1); for each its number from 0 (2), marks (1)
+  Query = 'Q',  ///< name, the number that its pieces have (4)
+  Rows = 'B',   ///< the number of the table from 0 (4)
+  Row = 'R',    ///< each column's bytes as the file holds them behind their length (4)
+  Note = 'N',   ///< a text for the operator
   End = 'E',
 };
 
@@ -53,6 +55,8 @@ enum class ColumnType : std::uint8_t {
   Large = 19,    ///< eight bytes
 };
 
+/// Tables of the system that are told as well.
 inline constexpr const char* kRelationsTable = "MSysRelationships";
+inline constexpr const char* kQueriesTable = "MSysQueries";
 
 }  // namespace quorvane::ado::jet

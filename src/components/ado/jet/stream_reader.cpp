@@ -11,6 +11,7 @@ namespace quorvane::ado::jet {
 namespace {
 
 constexpr std::size_t kMostTables = 4096;  ///< twice what fits in a file
+constexpr std::size_t kMostQueries = 2048;
 constexpr std::size_t kMostColumns = 256;
 constexpr std::size_t kMostIndexes = 256;
 constexpr std::uint32_t kLongestText = 64 * 1024;
@@ -34,6 +35,9 @@ class StreamReader {
           break;
         case Record::Index:
           readIndex();
+          break;
+        case Record::Query:
+          readQuery();
           break;
         case Record::Rows:
           beginRows();
@@ -139,6 +143,14 @@ class StreamReader {
     }
     if (index.parts.empty() || table().indexes.size() == kMostIndexes) failDamaged();
     table().indexes.push_back(std::move(index));
+  }
+
+  void readQuery() {
+    if (told_ || file_.queries.size() == kMostQueries) failDamaged();
+    SavedQuery query;
+    query.name = text(kLongestText);
+    query.id = number<std::uint32_t>();
+    file_.queries.push_back(std::move(query));
   }
 
   void tell() {

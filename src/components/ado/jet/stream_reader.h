@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "components/ado/jet/saved_queries.h"
 #include "components/ado/jet/stream_format.h"
 
 /// Reads what qvimport writes. That program may have gone wrong on a damaged file in any way, so
@@ -53,6 +54,7 @@ struct JetFile {
   bool isOld = false;
   std::uint16_t codePage = 0;
   std::vector<JetTable> tables;
+  std::vector<SavedQuery> queries;  ///< their pieces stand in a table of the system's
 };
 
 /// A row's values as the file holds them.
