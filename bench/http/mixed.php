@@ -208,6 +208,11 @@ try { $i = wholeNumber("no number"); } catch (TypeError $error) {
 }
 
 date_default_timezone_set("UTC");
+if (PHP_SAPI !== "cli") {  // one run for a request
+    session_start();
+    page($_SESSION, $_SERVER, $_GET);
+    exit;
+}
 $server = ["REMOTE_ADDR" => "127.0.0.1", "SERVER_ADDR" => "127.0.0.1", "QUERY_STRING" => ""];
 $best = INF;
 for ($round = 0; $round < 20; $round++) {
