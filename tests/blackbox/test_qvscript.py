@@ -185,6 +185,13 @@ class QvScript(unittest.TestCase):
                          b'3\tresponse.xwrite "<b>" & chr(34)\n'
                          b"4\tresponse.xwrite  x \n")
 
+    def test_what_a_customary_page_becomes(self):
+        self.file("<% x = 1\n%>", "Head.inc")
+        path = self.file('<!--#include file="HEAD.inc"-->\n<b><%= x %>', "page.asp")
+        self.assertEqual(self.tool("--dump-page", path).stdout,
+                         b"Head.inc:1\t x = 1\nHead.inc:2\t\npage.asp:1\t[%text] 0\n"
+                         b"page.asp:2\t[%out]  x \n")
+
     def test_check_of_a_site(self):
         self.file('<% x = Session("a") %>', "plain.qvs")
         whole = self.tool("--check-site", self.folder.name)

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "platform/system.h"
+#include "script/customary/page_reader.h"
 #include "script/translation/include_expansion.h"
 #include "script/translation/page_translator.h"
 #include "support/files.h"
@@ -29,7 +30,51 @@ std::string pageProgram(const std::string& path, std::string source) {
   }));
 }
 
+namespace {
+
+/// As the server with `Customary` set makes it; where its root is can't be told here, so it is the
+/// page's folder.
+customary::PageProgram customaryProgram(const std::string& path, std::string_view source) {
+  const std::unique_ptr<Files> files = makeFiles();
+  const std::string root(paths::folderOf(path));
+  const auto include = [&](const std::string& from, const std::string& name,
+                           bool isVirtual) -> std::optional<customary::IncludedFile> {
+    const auto wanted = RootedPath::resolved(
+        root, isVirtual ? std::string_view(root) : paths::folderOf(from), name);
+    auto found = wanted ? files->find(*wanted) : std::nullopt;
+    auto text = found ? files->readAll(*found) : std::nullopt;
+    if (!text) return std::nullopt;
+    return customary::IncludedFile{std::move(*found), std::move(*text)};
+  };
+  return customary::readPage(path, source, customary::kAnsi, include);
+}
+
+/// Every line stands behind the file and the line that it comes from.
+std::string customaryListing(const std::string& path, std::string_view source) {
+  const customary::PageProgram page = customaryProgram(path, source);
+  if (page.fault) {
+    return page.fault->place.file + ":" + std::to_string(page.fault->place.line) + "\t" +
+           page.fault->text + "\n";
+  }
+  std::string listing;
+  std::string_view program = page.program;
+  for (std::uint32_t line = 1; !program.empty(); ++line) {
+    const std::size_t end = std::min(program.find('\n'), program.size());
+    const auto place = page.lines.place(line, 0);
+    if (line > 1 && place) {  // the first holds nothing but, perhaps, the mark of UTF-8
+      listing.append(paths::fileNameOf(place->file)).append(1, ':');
+      listing.append(std::to_string(place->line)).append("\t");
+      listing.append(program.substr(0, end)).append("\n");
+    }
+    program.remove_prefix(std::min(end + 1, program.size()));
+  }
+  return listing;
+}
+
+}  // namespace
+
 std::string pageListing(const std::string& path, std::string source) {
+  if (equalsNoCase(paths::extensionOf(path), ".asp")) return customaryListing(path, source);
   constexpr std::string_view kLineEnd = "\r\n";
   const std::string program = pageProgram(path, std::move(source));
   std::string listing;
