@@ -186,6 +186,10 @@ TEST(Fuzz, DocumentsAndExpressions) {
   readChanged("xml", xmlWords(), fuzzXml);
 }
 
+TEST(Fuzz, SavedRows) {
+  readChanged("rowsets", xmlWords(), fuzzRowset);
+}
+
 TEST(Fuzz, WhatOnceWentWrong) {
   const std::vector<std::string> scripts = filesUnder(CRASHES, ".vbs");
   ASSERT_FALSE(scripts.empty());

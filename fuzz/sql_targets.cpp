@@ -3,6 +3,8 @@
 #include <sqlite3.h>
 
 #include "components/ado/connection_text.h"
+#include "components/ado/odbc/statements.h"
+#include "components/ado/odbc/target.h"
 #include "components/ado/sql/stored_date.h"
 #include "components/ado/sql/translator.h"
 #include "components/ado/sqlite/functions.h"
@@ -42,6 +44,25 @@ class Library {
   sqlite3* connection_ = nullptr;
 };
 
+/// Whatever a page says, drivers are installed ones and no file is named.
+void checkOdbcText(std::string_view text) {
+  static const std::vector<std::string> kInstalled = {"FreeTDS", "MariaDB Unicode"};
+  try {
+    const ado::ConnectionParts parts(ado::odbcText(text, "", {}, kInstalled));
+    const auto driver = parts.find("driver");
+    require(!driver || *driver == kInstalled[0] || *driver == kInstalled[1], "a known driver",
+            text);
+    require(driver || parts.find("dsn"), "a driver or a source", text);
+    require(!parts.find("filedsn") && !parts.find("tracefile"), "no file", text);
+  } catch (const ado::OdbcFailure& failure) {
+    require(failure.records.front().state == u"IM002", "no driver", text);
+  }
+  ado::OdbcNature nature;
+  nature.system = u"MariaDB";
+  const ado::OdbcDialect dialect(nature);
+  dialect.leavesNoTraces(dialect.spelled(std::string(text)));
+}
+
 }  // namespace
 
 void fuzzSql(std::string_view text) {
@@ -59,6 +80,7 @@ void fuzzSql(std::string_view text) {
   require(ado::ConnectionParts(text).withoutPassword().find("password") == std::string::npos ||
               text.find("password") != text.npos,
           "passwords are left out", text);
+  checkOdbcText(text);
   if (const auto date = ado::storedDate(text)) {
     require(ado::storedDate(*date) == date, "a stored date stays as it is", text);
   }

@@ -8,4 +8,8 @@ namespace quorvane {
 /// line, in both languages. What is read and written can be read again.
 void fuzzXml(std::string_view bytes);
 
+/// Opens a recordset from what is an XML document. What can be opened can be saved, and is the same
+/// when it is opened again.
+void fuzzRowset(std::string_view bytes);
+
 }  // namespace quorvane

@@ -38,8 +38,11 @@ class DatabaseServer:
         self.data = self.folder / "data"
         self.log = open(self.folder / "log", "w+b")
         self.set_up()
-        self.process = subprocess.Popen(self.command(), **self.as_user(), start_new_session=True)
+        self.start()
         atexit.register(self.stop)
+
+    def start(self):
+        self.process = subprocess.Popen(self.command(), **self.as_user(), start_new_session=True)
 
     def make_folder(self, name):
         build = pathlib.Path(os.environ.get("QUORVANE_DATABASES", REPOSITORY / "build/databases"))
@@ -72,12 +75,13 @@ class DatabaseServer:
         self.log.flush()
         raise AssertionError(text + ":\n" + (self.folder / "log").read_text(errors="replace"))
 
+    def answers(self):
+        if self.process.poll() is not None:
+            self.complain("a database server has ended")
+        return self.quietly(*self.ping()).returncode == 0
+
     def wait_until_ready(self):
-        def answers():
-            if self.process.poll() is not None:
-                self.complain("a database server has ended")
-            return self.quietly(*self.ping()).returncode == 0
-        wait_until(answers, type(self).__name__, START_PATIENCE)
+        wait_until(self.answers, type(self).__name__, START_PATIENCE)
         self.prepare()
 
     def prepare(self):
@@ -99,15 +103,25 @@ class DatabaseServer:
             except ProcessLookupError:
                 pass
 
+    def restart(self):
+        self.end()
+        self.start()
+        wait_until(self.answers, type(self).__name__, START_PATIENCE)
+
+    def end(self):
+        if self.process.poll() is not None:
+            return
+        self.thaw()
+        self.process.send_signal(self.end_signal)
+        try:
+            self.process.wait(serving.PATIENCE)
+        except subprocess.TimeoutExpired:
+            self.process.kill()
+            self.process.wait()
+
     def stop(self):
-        if self.process.poll() is None:
-            self.thaw()
-            self.process.send_signal(self.end_signal)
-            try:
-                self.process.wait(serving.PATIENCE)
-            except subprocess.TimeoutExpired:
-                self.process.kill()
-                self.process.wait()
+        atexit.unregister(self.stop)
+        self.end()
         self.log.close()
         shutil.rmtree(self.folder, ignore_errors=True)
 

@@ -133,10 +133,15 @@ bool isPlainName(std::string_view name) {
 /// What the columns are called in XML: their own names, where those are some and differ.
 std::vector<std::string> attributeNames(const std::vector<Column>& columns) {
   std::vector<std::string> names;
+  const auto isTaken = [&](const std::string& name) {
+    return std::find(names.begin(), names.end(), name) != names.end();
+  };
   for (const Column& column : columns) {
-    const bool taken = std::find(names.begin(), names.end(), column.name) != names.end();
-    const bool good = isPlainName(column.name) && !taken;
-    names.push_back(good ? column.name : "c" + std::to_string(names.size()));
+    std::string name = column.name;
+    for (std::size_t i = names.size(); !isPlainName(name) || isTaken(name); i += columns.size()) {
+      name = "c" + std::to_string(i);
+    }
+    names.push_back(std::move(name));
   }
   return names;
 }
@@ -382,6 +387,7 @@ class Reader {
     names_.push_back(attributeOf(element, "", "name"));
     column.name = attributeOf(element, kRowsetSpace, "name");
     if (column.name.empty()) column.name = names_.back();
+    if (column.name.empty()) column.name = "c" + std::to_string(names_.size() - 1);
     column.type = typeNamed(attributeOf(typed, kTypeSpace, "type"),
                             attributeOf(typed, kRowsetSpace, "dbtype"), says(typed, "long"),
                             says(typed, "fixedlength"));

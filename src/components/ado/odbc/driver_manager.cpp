@@ -401,7 +401,8 @@ class ManagedSession final : public OdbcSession {
   }
   ~ManagedSession() override {
     if (!connected_) return;
-    SQLEndTran(SQL_HANDLE_DBC, connection_->get(), SQL_ROLLBACK);
+    // Drivers wait for the answer, which a server that stands still does not give.
+    if (begun_) SQLEndTran(SQL_HANDLE_DBC, connection_->get(), SQL_ROLLBACK);
     SQLDisconnect(connection_->get());
   }
   ManagedSession(const ManagedSession&) = delete;
@@ -434,11 +435,15 @@ class ManagedSession final : public OdbcSession {
     return std::make_unique<ManagedStatement>(connection_->get(), running_, database_);
   }
 
-  void begin() override { set(SQL_ATTR_AUTOCOMMIT, SQL_AUTOCOMMIT_OFF); }
+  void begin() override {
+    set(SQL_ATTR_AUTOCOMMIT, SQL_AUTOCOMMIT_OFF);
+    begun_ = true;
+  }
   void end(bool commit) override {
     connection_->check(
         SQLEndTran(SQL_HANDLE_DBC, connection_->get(), commit ? SQL_COMMIT : SQL_ROLLBACK));
     set(SQL_ATTR_AUTOCOMMIT, SQL_AUTOCOMMIT_ON);
+    begun_ = false;
   }
 
   void cancel() noexcept override {
@@ -468,6 +473,7 @@ class ManagedSession final : public OdbcSession {
   Running running_;
   std::u16string database_;
   bool connected_ = false;
+  bool begun_ = false;
 };
 
 }  // namespace

@@ -63,8 +63,12 @@ std::string marked(const std::string& value) {
   return plain ? value : "{" + replaceAll(value, "}", "}}") + "}";
 }
 
-/// Parts that load code or name files.
+/// Parts that load code or name files, and names that somebody might read otherwise.
 bool isRefused(const std::string& name) {
+  const auto isUsual = [](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == ' ' || c == '_' || c == '-';
+  };
+  if (!std::all_of(name.begin(), name.end(), isUsual)) return true;
   static constexpr std::array<std::string_view, 9> kRefused = {
       "filedsn",        "savefile",        "trace",      "tracefile", "tracedll",
       "translationdll", "translationname", "plugin_dir", "plugindir"};
