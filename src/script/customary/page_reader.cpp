@@ -24,6 +24,8 @@ constexpr std::string_view kScript = "script";
 constexpr std::string_view kObject = "object";
 constexpr std::string_view kCommentEnd = "-->";
 constexpr std::string_view kCodeEnd = "%>";
+/// What pages write for it in a text, where it must end nothing.
+constexpr std::string_view kCodeEndInText = "%\\>";
 
 constexpr std::size_t kDeepestInclude = 64;
 constexpr std::size_t kMostIncludes = 10'000;
@@ -421,6 +423,9 @@ void Reader::addCode(const File& file, const Cursor& from, std::string_view code
 }
 
 void Reader::addBytes(const File& file, std::string_view bytes) {
+  if (bytes.find(kCodeEndInText) != bytes.npos) {
+    return addBytes(file, replaceAll(bytes, kCodeEndInText, kCodeEnd));
+  }
   if (isAscii(bytes)) {
     page_.program += bytes;
   } else {

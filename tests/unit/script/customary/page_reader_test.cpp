@@ -55,6 +55,7 @@ TEST(PageReader, TextAndCode) {
   EXPECT_EQ(shown("<%= a %>,<%=b%>"), "[%out]  a |{,}[%out] b|");
   EXPECT_EQ(shown("<%\n If a Then\n%>x<% End If %>"), "| If a Then||{x} End If |");
   EXPECT_EQ(shown("<% s = \"a%>b\" %>"), " s = \"a|{b\" %>}");
+  EXPECT_EQ(shown("100%\\><% s = \"100%\\> %\\>\" %>"), "{100%\\>} s = \"100%> %>\" |");
   EXPECT_EQ(shown("<% a %><% b %>"), " a | b |");
   EXPECT_EQ(shown("a < b <!-- c --> <script>x</script>"), "{a < b <!-- c --> <script>x</script>}");
   EXPECT_EQ(shown("x<% y"), "! What begins here has no end");
