@@ -210,6 +210,19 @@ Set other = Nothing
 WScript.Echo c.Execute("SELECT count(*) FROM guests")(0)
 """, "0\n2\n2\n")
 
+    def test_a_failure_undoes_its_own_statement_alone(self):
+        self.check("""
+c.BeginTrans
+c.Execute "INSERT INTO guests (name) VALUES ('a')"
+On Error Resume Next
+c.Execute "INSERT INTO guests (name) VALUES (NULL)"
+Failed
+On Error Goto 0
+c.Execute "INSERT INTO guests (name) VALUES ('b')"
+c.CommitTrans
+WScript.Echo c.Execute("SELECT count(*) FROM guests")(0)
+""", "-2147217873\n2\n")
+
     def test_errors_have_the_customary_numbers(self):
         self.check("""
 c.Execute "INSERT INTO guests (id, name) VALUES (1, 'a')"

@@ -211,7 +211,10 @@ std::string odbcText(std::string_view given, const std::string& otherwise, const
   }
   if (!login.user.empty()) text.set("UID", login.user);
   if (!login.password.empty()) text.set("PWD", login.password);
-  if (text.find("Driver")) {
+  if (const std::string* driver = text.find("Driver")) {
+    // PostgreSQL's driver would undo a transaction of which one statement fails, and say nothing.
+    const bool undoesAll = findNoCase(*driver, "postgres") != driver->npos;
+    if (undoesAll && !text.find("Protocol")) text.set("Protocol", "7.4-2");
     std::string port;
     if (std::string* server = text.find("Server")) splitServer(*server, port);
     if (!port.empty()) text.set("Port", port);
