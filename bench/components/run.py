@@ -137,7 +137,7 @@ def main():
             print("nginx or php8.2-fpm is not installed: nothing to compare with")
             measure(server, None)
             return
-        php = PhpServer(server.folder, int(os.environ.get("BENCH_PHP_CHILDREN", "1")))
+        php = PhpServer(server.folder, int(os.environ.get("BENCH_PHP_CHILDREN", "4")))
         nginx = measuring.Nginx(
             server.root, FASTCGI.format(root=server.root),
             "  upstream php { server unix:%s; keepalive 16; }" % php.socket)

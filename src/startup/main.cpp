@@ -4,6 +4,7 @@
 #include "console/line_printer.h"
 #include "console/mainForm.h"
 #include "console/terminal_console.h"
+#include "platform/allocation.h"
 #include "platform/image_library.h"
 #include "platform/standard_streams.h"
 #include "platform/system.h"
@@ -36,6 +37,7 @@ TerminalWindowServer serverOf(mainForm& window) {
 }
 
 int run(int argc, char** argv) {
+  keepFreeMemory();
   const auto process = makeProcess(argc, argv);
   ServerState state;
   state.AppVersion = kAppVersion;
