@@ -173,11 +173,16 @@ rs.AddNew Array("a", "b", "v"), Array(1, "x", 10)
 rs.AddNew Array("a", "b", "v"), Array(1, "y", 20)
 rs("v") = 21
 rs.Update
+rs("b") = "z"
+rs.Update
+rs("a") = 2
+rs("v") = 22
+rs.Update
 rs.MoveFirst
 rs.Delete
 WScript.Echo c.Execute("SELECT v FROM pairs")(0), c.Execute("SELECT count(*) FROM pairs")(0)
 c.Execute "DROP TABLE pairs"
-""", "21 1\n")
+""", "22 1\n")
 
     def test_a_batch_waits(self):
         self.check("""

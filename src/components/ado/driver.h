@@ -125,6 +125,9 @@ class Database {
   virtual vbs::Value insertRow(const std::string& table, const FieldValues& values) = 0;
   virtual std::int64_t updateRow(const std::string& table, const vbs::Value& key,
                                  const FieldValues& values) = 0;
+  /// The key of a row whose key was this before updateRow() gave it the values.
+  virtual vbs::Value keyAfter(const std::string& table, const vbs::Value& key,
+                              const FieldValues& values) = 0;
   virtual std::int64_t deleteRow(const std::string& table, const vbs::Value& key) = 0;
   /// The values of these columns; nothing when the row is gone.
   virtual Row readRow(const std::string& table, const vbs::Value& key,

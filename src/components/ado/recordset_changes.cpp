@@ -154,6 +154,9 @@ void Recordset::send(StoredRow& row, const std::map<std::size_t, Value>& changes
       return database.updateRow(key.table, row.values[key.index], values);
     });
     if (affected == 0) fail(kRowChanged, "Recordset");
+    row.values[key.index] = connection->guarded([&](Database& database) {
+      return database.keyAfter(key.table, row.values[key.index], values);
+    });
     readBack(row, key.table);
   }
   row.original.clear();

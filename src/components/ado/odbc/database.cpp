@@ -200,6 +200,19 @@ class OdbcDatabase final : public Database {
     return find(table, key, keysOf(table)).rows.empty() ? 0 : 1;
   }
 
+  Value keyAfter(const std::string& table, const Value& key, const FieldValues& values) override {
+    const std::vector<std::string>& names = keysOf(table);
+    std::vector<Value> parts;
+    parts.reserve(names.size());
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      parts.push_back(names.size() == 1 ? key : key.asArray()->element(i));
+      for (const auto& [column, value] : values) {
+        if (equalsNoCase(column, names[i])) parts.back() = value;
+      }
+    }
+    return keyValue(std::move(parts));
+  }
+
   std::int64_t deleteRow(const std::string& table, const Value& key) override {
     std::vector<OdbcCell> cells;
     appendKey(cells, key);

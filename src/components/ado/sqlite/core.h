@@ -73,6 +73,9 @@ class SqliteSchema final : public SqlSchema {
     bool view = false;
     bool read = false;
     std::vector<ColumnInfo> columns;
+
+    /// The column that names the rows, or null.
+    const ColumnInfo* numberKey() const;
   };
 
   bool hasTable(std::string_view table) const override;

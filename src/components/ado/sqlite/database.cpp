@@ -382,6 +382,15 @@ class SqliteDatabase final : public Database {
                   table, values, key);
   }
 
+  /// A key of one whole number is the row's own.
+  Value keyAfter(const std::string& table, const Value& key, const FieldValues& values) override {
+    const SqliteSchema::Table* info = core_->schema().table(table);
+    for (const auto& [column, value] : values) {
+      if (info && info->numberKey() && equalsNoCase(info->numberKey()->name, column)) return value;
+    }
+    return key;
+  }
+
   std::int64_t deleteRow(const std::string& table, const Value& key) override {
     return change("DELETE FROM " + quotedName(table) + " WHERE rowid = ?1", table, {}, key);
   }

@@ -11,6 +11,16 @@ bool SqliteSchema::hasTable(std::string_view name) const {
   return tables_.find(lowerCase(name)) != tables_.end();
 }
 
+const SqliteSchema::ColumnInfo* SqliteSchema::Table::numberKey() const {
+  const ColumnInfo* found = nullptr;
+  for (const ColumnInfo& column : columns) {
+    if (column.key == 0) continue;
+    if (found || !equalsNoCase(column.declared, "integer")) return nullptr;
+    found = &column;
+  }
+  return found;
+}
+
 const SqliteSchema::Table* SqliteSchema::table(std::string_view name) const {
   read();
   const auto found = tables_.find(lowerCase(name));

@@ -31,6 +31,15 @@ Echo rs("title")  '> Changed
 rs.Update Array("title", "hits"), Array("Both", 9)
 Echo Db.Execute("SELECT title & hits FROM news WHERE id = 2")(0)  '> Both9
 
+'=== a row whose key is changed is changed again
+Set rs = CreateObject("ADODB.Recordset")
+rs.Open "SELECT id, title FROM news WHERE id = 2", Db, 1, 3
+rs("id") = 77
+rs.Update
+rs("title") = "Moved"
+rs.Update
+Echo rs("id"), Db.Execute("SELECT title FROM news WHERE id = 77")(0)  '> 77 Moved
+
 '=== leaving a row makes its change
 Set rs = CreateObject("ADODB.Recordset")
 rs.Open "SELECT * FROM news ORDER BY id", Db, 1, 3
