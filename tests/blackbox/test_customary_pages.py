@@ -416,6 +416,9 @@ class CharacterSets(ServerTest):
         "russian.asp": "<%@ CodePage = \"1251\" %>\u0427<%= UCase(\"\u0430\u0439\") & \"\u8336\" %>"
                        .encode("cp1251", "replace"),
         "unknown.asp": b"<%@ CodePage=4711 %>x",
+        "hebrew.asp": "<%@ CodePage=1255 %>\u05ea\u05d4<%= \"\u05e9\u05dc\" & Len(\"\u05e9\u05dc\") %>"
+                      .encode("cp1255"),
+        "sites.asp": "<%@ CodePage=0 %><%= Len(\"\u8336\") & Response.CodePage %>".encode("gbk"),
         "latin.asp": b"<%@CodePage=1252%>\x80<%= AscW(\"\x80\") %>",
         "session.asp": b"<% If Request(\"cp\") <> \"\" Then Session.CodePage = Request(\"cp\")\n"
                        b"Response.Write ChrW(1095) & Response.CodePage %>",
@@ -445,6 +448,8 @@ class CharacterSets(ServerTest):
         self.assertEqual(self.body("/switch.asp", "utf-8"), "\u8336\u9986")
         self.assertEqual(self.body("/russian.asp", "cp1251"), "\u0427\u0410\u0419?")
         self.assertEqual(self.server.get("/latin.asp").body, b"\x808364")
+        self.assertEqual(self.body("/hebrew.asp", "cp1255"), "\u05ea\u05d4\u05e9\u05dc2")
+        self.assertEqual(self.body("/sites.asp", "gbk"), "1936")
         self.assertIn("Code page 4711 is not known", self.server.get("/unknown.asp").text)
 
     def test_the_session_chooses(self):

@@ -71,6 +71,12 @@ class Converter {
     return fits;
   }
 
+  /// What has been held back goes out: letters that an accent might have followed, the way back to
+  /// a set's plain state. False when it finds no room.
+  bool finish(char*& out, std::size_t& room) {
+    return ::iconv(handle_, nullptr, nullptr, &out, &room) != static_cast<std::size_t>(-1);
+  }
+
  private:
   iconv_t handle_;
 };
@@ -98,8 +104,10 @@ Decoded decode(std::string_view name, std::string_view bytes, std::size_t most) 
     room -= 2;
     left.remove_prefix(1);
   }
-  result.text.resize(result.text.size() - room / 2);
   result.bytes = bytes.size() - left.size();
+  // Sets that hold letters back have a byte for each.
+  if (!converter.finish(out, room) && result.bytes > 0) --result.bytes;
+  result.text.resize(result.text.size() - room / 2);
   return result;
 }
 
@@ -120,7 +128,10 @@ std::string encode(std::string_view name, std::u16string_view text) {
     const bool isPair = high >= 0xD8 && high < 0xDC && left.size() >= 4;
     left.remove_prefix(std::min<std::size_t>(left.size(), isPair ? 4 : 2));
   }
-  return result;
+  char* out = block.data();
+  std::size_t room = block.size();
+  converter.finish(out, room);
+  return result.append(block.data(), block.size() - room);
 }
 
 }  // namespace quorvane::charset

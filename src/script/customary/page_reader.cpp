@@ -232,6 +232,7 @@ class Reader {
 PageProgram Reader::read(const std::string& path, std::string_view text) {
   const auto directive = isPage_ ? directiveOf(text) : std::nullopt;
   if (directive) page_.codePage = numberOf(directive->find("codepage"));
+  if (page_.codePage == 0) page_.codePage.reset();  // the site's own
   if (!page_.codePage && text.starts_with(kUtf8Mark)) page_.codePage = kUtf8;
   if (page_.codePage && isCodePage(*page_.codePage)) codePage_ = *page_.codePage;
   page_.lines.add(page_.lines.file(path), 1, 0);
@@ -324,7 +325,9 @@ void Reader::takeDirective(const File& file, const Attributes& directive) {
   const std::string session = directive.find("enablesessionstate").value_or("");
   if (equalsNoCase(session, "false")) page_.usesSession = false;
   if (page_.codePage && !isCodePage(*page_.codePage)) {
-    fail(file, "Code page " + std::to_string(*page_.codePage) + " is not known");
+    const std::int32_t unknown = *page_.codePage;
+    page_.codePage.reset();  // for the page that shows the fault
+    fail(file, "Code page " + std::to_string(unknown) + " is not known");
   }
 }
 

@@ -41,6 +41,13 @@ TEST(CodePage, BothWays) {
   }
 }
 
+TEST(CodePage, NoLetterIsHeldBack) {
+  EXPECT_EQ(decode(1255, "\xFA\xE4").wide(), u"\u05EA\u05D4");
+  EXPECT_EQ(decode(1258, "a\xF5").wide(), u"a\u01A1");
+  EXPECT_EQ(decode(1258, "e\xEC!").wide(), u"\u00E9!");
+  EXPECT_EQ(encode(1255, String::fromWide(u"\u05EA\u05D4")), "\xFA\xE4");
+}
+
 TEST(CodePage, WhatHasNoPlace) {
   EXPECT_EQ(encode(1252, String::fromWide(u"a\u4E2D")), "a?");
   EXPECT_EQ(encode(1251, String::fromWide(u"a\u4E2D")), "a?");

@@ -66,6 +66,16 @@ TEST(PageReader, NothingButCaseFollowsSelect) {
             " Select Case a | Case 1 |{ } End Select |");
 }
 
+TEST(PageReader, CodePagesThatAreNone) {
+  const PageProgram unknown = read("<%@ CodePage=4711 %>");
+  ASSERT_TRUE(unknown.fault);
+  EXPECT_EQ(unknown.fault->text, "Code page 4711 is not known");
+  EXPECT_FALSE(unknown.codePage);
+  const PageProgram own = read("<%@ CodePage=0 %>");
+  EXPECT_FALSE(own.fault);
+  EXPECT_FALSE(own.codePage);
+}
+
 TEST(PageReader, Directives) {
   const PageProgram page = read(
       "<%@ Language=VBScript CodePage=\"65001\" LCID = 1031 EnableSessionState=False%>\r\n\xC3\xA9"
