@@ -329,6 +329,17 @@ class Copies(JetTest):
         (self.folder / "x.txt").write_text("text")
         self.assertIn("failed, it is no Access file", self.by_hand(self.folder / "x.txt").stdout)
 
+    def test_a_place_for_the_copy(self):
+        """A name that is too long with what comes to stand behind it has none."""
+        self.file = self.folder / ("x" * 240 + ".mdb")
+        self.make("one")
+        said = self.by_hand(self.file)
+        self.assertEqual(said.returncode, 1)
+        self.assertIn(": failed, no copy can be made beside it", said.stdout)
+        self.file = self.folder / "a\x1b[7mb.mdb"
+        self.make("one")
+        self.assertIn("/a\\x1b[7mb.mdb: begins", self.by_hand(self.file).stdout)
+
     def test_compacting(self):
         self.make("one")
         self.script("Set j = CreateObject(\"JRO.JetEngine\")\n"

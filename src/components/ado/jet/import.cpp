@@ -4,6 +4,7 @@
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <memory>
 
 #include "components/ado/jet/copy_writer.h"
 #include "components/ado/jet/file_head.h"
@@ -15,6 +16,7 @@
 #include "support/paths.h"
 #include "support/server_state.h"
 #include "support/status_lines.h"
+#include "support/visible_text.h"
 #include "vbscript/values/time_check.h"
 
 namespace quorvane::ado::jet {
@@ -134,7 +136,7 @@ class Import {
   void say(const std::string& text) { services_.log.LogLine(title() + text); }
 
  private:
-  std::string title() const { return "Import of " + path_ + ": "; }
+  std::string title() const { return "Import of " + visible(path_) + ": "; }
 
   void checkFile() {
     const auto file = services_.files.open(path_);
@@ -161,13 +163,23 @@ class Import {
            static_cast<std::uint32_t>(info_->size / kMegabyte) * kSecondsPerMegabyte;
   }
 
-  CopySize read() {
+  std::unique_ptr<SqliteCore> newCopy() const {
     SqliteOptions options;
     options.path = target_;
     options.create = true;
-    SqliteCore core(services_, options);
+    try {
+      auto core = std::make_unique<SqliteCore>(services_, options);
+      core->run("PRAGMA application_id = 1");  // the file comes to be with the first writing
+      return core;
+    } catch (const DatabaseError&) {
+      throw ImportFailed{"no copy can be made beside it"};
+    }
+  }
+
+  CopySize read() {
+    const auto core = newCopy();
     CopyWriter writer(
-        core, services_.log,
+        *core, services_.log,
         {title(), services_.state.JetCodePage, std::max(kLeastBytes, info_->size * kMostGrowth)});
     const auto program = services_.process.start(command());
     if (!program) throw ImportFailed{"the program qvimport can't be started"};
