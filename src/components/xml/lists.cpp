@@ -15,7 +15,7 @@ namespace {
 
 /// Walks by number, as the list is at each step.
 template <class List>
-class ListWalk final : public vbs::Enumerator {
+class ListWalk final : public vbs::Enumerator, public vbs::InBlocks {
  public:
   explicit ListWalk(List& list) : list_(&list) {}
   bool next(Value& item) override {

@@ -8,7 +8,7 @@
 namespace quorvane::xml {
 
 /// A list of nodes as scripts walk it: by number, by For Each, by nextNode.
-class NodeList : public vbs::NativeObject<NodeList> {
+class NodeList : public vbs::NativeObject<NodeList>, public vbs::InBlocks {
  public:
   static std::span<const vbs::Member<NodeList>> members();
   std::string_view typeName() const override { return "IXMLDOMNodeList"; }

@@ -8,6 +8,7 @@
 
 #include "components/member_tables.h"
 #include "components/xml/tree.h"
+#include "vbscript/values/block_pool.h"
 #include "vbscript/values/object.h"
 
 namespace quorvane::xml {
@@ -16,7 +17,7 @@ class Document;
 
 /// What a script holds of a node: one object a node for as long as anything holds it. It keeps the
 /// whole tree in memory.
-class Node : public vbs::Object {
+class Node : public vbs::Object, public vbs::InBlocks {
  public:
   /// `node` null: the whole tree.
   Node(Document* document, std::shared_ptr<Tree> tree, xmlNode* node);

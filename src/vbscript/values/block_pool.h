@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdlib>
+#include <new>
 
 namespace quorvane::vbs {
 
@@ -68,5 +69,14 @@ inline void releaseBlock(void* block) {
 }
 /// What realloc does, for a block of `before` bytes.
 void* resizeBlock(void* block, std::size_t before, std::size_t bytes);
+
+/// Base of objects that come in great numbers.
+struct InBlocks {
+  static void* operator new(std::size_t bytes) {
+    if (void* const block = allocateBlock(bytes)) return block;
+    throw std::bad_alloc();
+  }
+  static void operator delete(void* block) { releaseBlock(block); }
+};
 
 }  // namespace quorvane::vbs
