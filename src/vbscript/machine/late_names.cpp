@@ -66,12 +66,11 @@ bool Machine::lateCall(const Instruction* pc, Value* base) {
   const std::size_t count = pc->c;
   if (const Value* variable = lateVariable(name, own, base)) {
     const Value holder = *variable;
-    if (!holder.isObject() && pc->a == kNoRegister) throwError(ErrorCode::TypeMismatch, name.text);
-    if (count == 0 && holder.isArray()) throwError(ErrorCode::SubscriptOutOfRange, name.text);
+    const bool isElement = holder.isArray() && pc->a != kNoRegister;
+    if (!holder.isObject() && !isElement) throwError(ErrorCode::TypeMismatch, name.text);
+    if (count == 0 && isElement) throwError(ErrorCode::SubscriptOutOfRange, name.text);
     Value direct = holder;
-    Value result = count == 0 && !holder.isObject()
-                       ? holder
-                       : operation::elementValue(stack_, direct, {arguments, count}, pc);
+    Value result = operation::elementValue(stack_, direct, {arguments, count}, pc);
     operation::finishCall(stack_, pc, base, std::move(result), arguments, count);
     return false;
   }

@@ -69,6 +69,18 @@ x = -"abc"                     '! 13 Type mismatch: '[string: "abc"]'
 If "abc" Then x = 1            '! 13 Type mismatch: '[string: "abc"]'
 Missing 1                      '! 13 Type mismatch: 'Missing'
 
+'=== what is no procedure, in a procedure
+Uses
+Sub Uses
+  x = missing(1)               '! 13 Type mismatch: 'missing'
+End Sub
+
+'=== the same with nothing in parentheses
+Uses
+Sub Uses
+  x = missing()                '! 13 Type mismatch: 'missing'
+End Sub
+
 '=== arguments
 Class C
   Public Function F(a): End Function
