@@ -91,8 +91,9 @@ class Reading {
   bool drops(std::string_view text) {
     const xmlNode* const parent = context->node;
     const bool preserves = context->space && *context->space == 1;
-    if (options_.preservesSpace || preserves || context->myDoc->intSubset || !parent ||
-        *context->input->cur != '<' || (parent->last && isText(parent->last)) || !isSpace(text)) {
+    if (options_.preservesSpace || preserves || !parent || !context->myDoc ||
+        context->myDoc->intSubset || *context->input->cur != '<' ||
+        (parent->last && isText(parent->last)) || !isSpace(text)) {
       return false;
     }
     droppedSpace_ = true;
