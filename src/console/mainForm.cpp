@@ -253,6 +253,14 @@ bool mainForm::vbsParser_Dispatch(std::int32_t SocketIndex, std::string Data,
                          [this] { return othersWait(); }});
 }
 
+bool mainForm::isConnected(std::int32_t index) const {
+  return wsTalker.exists(index) && turns_.isThere(turns_.inSlot(index));
+}
+
+std::string mainForm::localAddress(std::int32_t index) const {
+  return wsTalker.exists(index) ? wsTalker.socket(index).localHostIP() : std::string();
+}
+
 /// Whether somebody has come who is not looked at while a page waits for its client.
 bool mainForm::othersWait() const {
   if (!turns_.empty() || wsHost->hasWaiting()) return true;

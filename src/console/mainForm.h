@@ -73,6 +73,8 @@ class mainForm final : public ServerControl,
   void vbsParser_DebugOutput(const std::string& dbgData) override;
   bool vbsParser_Dispatch(std::int32_t SocketIndex, std::string Data,
                           bool CloseOpenSocket) override;
+  bool isConnected(std::int32_t index) const override;
+  std::string localAddress(std::int32_t index) const override;
 
   // What the service manager asks for.
   void serviceStarted();

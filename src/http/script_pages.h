@@ -19,6 +19,10 @@ class PageEvents {
   /// false. False when the client takes nothing of what it gets while others wait: the page ends.
   virtual bool vbsParser_Dispatch(std::int32_t SocketIndex, std::string Data,
                                   bool CloseOpenSocket) = 0;
+  /// Whether the slot's client still waits for its answer. Asking costs a system call.
+  virtual bool isConnected(std::int32_t) const { return true; }
+  /// This machine's address that the slot's client has come to; empty when it is not known.
+  virtual std::string localAddress(std::int32_t) const { return {}; }
 };
 
 /// One run of a script page. References and views live as long as the run.

@@ -139,6 +139,9 @@ class TcpSocket {
   virtual const std::string& remoteHostIP() const = 0;
   virtual std::uint16_t remotePort() const = 0;
 
+  /// This machine's address that the client has come to, as text; empty without a connection.
+  virtual std::string localHostIP() const = 0;
+
   /// "X": close once the pending send completes; empty: keep open. Free for the owner's use.
   std::string tag;
 };

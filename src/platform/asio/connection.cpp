@@ -280,6 +280,12 @@ void Connection::finish() {
   core_.leaving.erase(self);
 }
 
+std::string Connection::localHostIP() const {
+  std::error_code error;
+  const auto here = socket_.local_endpoint(error);
+  return error ? std::string() : here.address().to_string();
+}
+
 AcceptedRequest::AcceptedRequest(StreamSocket from) : socket(std::move(from)) {
   asio::error_code error;
   const auto peer = socket.remote_endpoint(error);
@@ -351,6 +357,9 @@ class LoopTcpSocket final : public TcpSocket {
 
   const std::string& remoteHostIP() const override { return remoteHostIP_; }
   std::uint16_t remotePort() const override { return remotePort_; }
+  std::string localHostIP() const override {
+    return connection_ ? connection_->localHostIP() : std::string();
+  }
 
  private:
   LoopCore& core_;

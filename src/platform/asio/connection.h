@@ -29,6 +29,7 @@ class Connection final : public std::enable_shared_from_this<Connection> {
   void resume();
   bool isWaiting();
   bool isReset() { return quorvane::isReset(socket_); }
+  std::string localHostIP() const;
   void send(std::string head, Body body);
   bool drainTo(std::uint64_t bytes, const DrainPatience& patience);
 

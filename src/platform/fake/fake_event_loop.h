@@ -105,6 +105,7 @@ class FakeSocket final : public TcpSocket {
   }
   const std::string& remoteHostIP() const override { return ip_; }
   std::uint16_t remotePort() const override { return port_; }
+  std::string localHostIP() const override { return "127.0.0.1"; }
 
   // What the client and the network do.
   inline void arrive(std::string_view data);

@@ -60,6 +60,10 @@ class CustomaryPages final : public PageContext, public Page, public ResponseObj
 
   std::int32_t codePage() const override { return codePage_; }
   void setCodePage(std::int32_t codePage) override { codePage_ = codePage; }
+  bool isConnected() const override { return request_->events.isConnected(request_->socketIndex); }
+  std::string localAddress() const override {
+    return request_->events.localAddress(request_->socketIndex);
+  }
   std::chrono::seconds timeLimit() const override { return run_.timeLimit(); }
   void setTimeLimit(std::chrono::seconds limit) override { run_.setTimeLimit(limit); }
   void execute(const std::string& target) override;

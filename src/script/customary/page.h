@@ -31,6 +31,11 @@ class Page {
   virtual std::int32_t codePage() const = 0;
   virtual void setCodePage(std::int32_t codePage) = 0;
 
+  /// Whether the client still waits for the answer.
+  virtual bool isConnected() const = 0;
+  /// This machine's address that the client has come to; empty when it is not known.
+  virtual std::string localAddress() const = 0;
+
   /// How long the page may run, from its start on.
   virtual std::chrono::seconds timeLimit() const = 0;
   virtual void setTimeLimit(std::chrono::seconds limit) = 0;

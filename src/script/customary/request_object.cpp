@@ -16,6 +16,9 @@ namespace quorvane::customary {
 
 namespace {
 
+/// What the default dialect's pages have no variable for.
+constexpr std::string_view kLocalAddress = "LOCAL_ADDR";
+
 constexpr std::string_view kFormType = "application/x-www-form-urlencoded";
 
 std::string headerValue(const clsHTTPParser& request, std::string_view name) {
@@ -143,11 +146,17 @@ vbs::Value RequestObject::getCookiesObject(vbs::Args args) {
   return script_values::objectValue(vbs::make<CookieValue>(text, page_->codePage()));
 }
 
+vbs::String RequestObject::serverVariableText(std::string_view name) {
+  if (!headers_) headers_.emplace(request().head());
+  const std::string text = equalsNoCase(name, kLocalAddress)
+                               ? page_->localAddress()
+                               : serverVariable(name, request(), *headers_, state_);
+  return decode(page_->codePage(), text);
+}
+
 vbs::Value RequestObject::getServerVariables(vbs::Args args) {
   if (!arguments::isGiven(args, 0)) return vbs::Value(std::string_view());
-  if (!headers_) headers_.emplace(request().head());
-  return vbs::Value(decode(page_->codePage(), serverVariable(vbs::toString(args[0]).narrow(),
-                                                             request(), *headers_, state_)));
+  return vbs::Value(serverVariableText(vbs::toString(args[0]).narrow()));
 }
 
 vbs::Value RequestObject::getServerVariablesObject(vbs::Args args) {
@@ -158,8 +167,9 @@ vbs::Value RequestObject::getServerVariablesObject(vbs::Args args) {
   if (!headers_) headers_.emplace(request().head());
   auto all = std::make_shared<NameValues>();
   for (const std::string& name : serverVariableNames(*headers_)) {
-    all->add(name, decode(page_->codePage(), serverVariable(name, request(), *headers_, state_)));
+    all->add(name, serverVariableText(name));
   }
+  all->add(std::string(kLocalAddress), serverVariableText(kLocalAddress));
   return script_values::objectValue(vbs::make<ValueCollection>(all, vbs::Value()));
 }
 

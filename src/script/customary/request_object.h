@@ -43,6 +43,7 @@ class RequestObject final : public vbs::NativeObject<RequestObject> {
   ValueCollection& query();
   ValueCollection& form();
   const NameValues& cookies();
+  vbs::String serverVariableText(std::string_view name);
 
   vbs::Value getQueryString(vbs::Args args);
   vbs::Value getQueryStringObject(vbs::Args args);

@@ -312,7 +312,7 @@ void ResponseObject::putExpiresAbsolute(vbs::Args args, vbs::CallKind) {
 }
 
 vbs::Value ResponseObject::getIsClientConnected(vbs::Args) {
-  return vbs::Value::boolean(true);
+  return vbs::Value::boolean(page_ && page_->isConnected());
 }
 
 vbs::Value ResponseObject::getLcid(vbs::Args) {

@@ -44,6 +44,8 @@ class Site::EventPage final : public Page {
   std::string folder() const override { return services_.state.ScriptsFolder; }
   std::int32_t codePage() const override { return kUtf8; }
   void setCodePage(std::int32_t) override {}
+  bool isConnected() const override { return true; }
+  std::string localAddress() const override { return {}; }
   std::chrono::seconds timeLimit() const override { return limit_; }
   void setTimeLimit(std::chrono::seconds) override {}
   void execute(const std::string& target) override { refuse(target); }

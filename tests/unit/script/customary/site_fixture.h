@@ -98,6 +98,8 @@ class SiteTest : public ::testing::Test, protected FakeServices<ScriptedRandom>,
   std::string folder() const override { return pageFolder; }
   std::int32_t codePage() const override { return page; }
   void setCodePage(std::int32_t number) override { page = number; }
+  bool isConnected() const override { return true; }
+  std::string localAddress() const override { return "127.0.0.1"; }
   std::chrono::seconds timeLimit() const override { return limit; }
   void setTimeLimit(std::chrono::seconds wanted) override { limit = wanted; }
   void execute(const std::string& target) override { executed.push_back(target); }
