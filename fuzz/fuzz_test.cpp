@@ -125,6 +125,14 @@ TEST(Fuzz, ServerTakesChangedPages) {
   for (int i = 0; i < kPages; ++i) fuzzPage(mutations.next());
 }
 
+TEST(Fuzz, ServerTakesChangedCustomaryPages) {
+  const std::vector<std::string> pages = filesUnder(MOVED_SITE, ".asp");
+  ASSERT_FALSE(pages.empty());
+  for (const std::string& page : pages) fuzzCustomaryPage(page);
+  Mutations mutations(pages, scriptWords(), kSeed);
+  for (int i = 0; i < kPages; ++i) fuzzCustomaryPage(mutations.next());
+}
+
 /// Runs a reader on the small files kept for it, as they are and changed.
 void readChanged(const char* corpus, Words words, void (*target)(std::string_view),
                  int times = kReads) {

@@ -147,14 +147,29 @@ void fuzzAddresses(std::string_view bytes) {
   fuzzServer(bytes, Addressing::Customary);
 }
 
+namespace {
+
+void servePage(FuzzServer& server, std::string_view name, std::string_view page) {
+  server.files.put("/base/Server/Scripts/" + std::string(name), std::string(page));
+  const std::string target =
+      "/" + std::string(name) + "?a=1&b=%41+b&a=2 HTTP/1.1\r\nHost: here\r\n";
+  server.serve("GET " + target + "Cookie: c=d; e=f=g\r\n\r\n" + kPieceEnd + "POST " + target +
+               "Content-Type: application/x-www-form-urlencoded\r\n"
+               "Content-Length: 17\r\n\r\na=1&text=x%0D%0Ay");
+  server.check();
+}
+
+}  // namespace
+
 void fuzzPage(std::string_view page) {
   FuzzServer server(page);
-  server.files.put("/base/Server/Scripts/page.qvs", std::string(page));
-  server.serve(
-      "GET /page.qvs?a=1&b=%41+b&a=2 HTTP/1.1\r\nHost: here\r\nCookie: c=d; e=f=g\r\n\r\n"
-      "\x1E"
-      "POST /page.qvs HTTP/1.1\r\nHost: here\r\nContent-Length: 17\r\n\r\na=1&text=x%0D%0Ay");
-  server.check();
+  servePage(server, "page.qvs", page);
+}
+
+void fuzzCustomaryPage(std::string_view page) {
+  FuzzServer server(page, Addressing::Customary);
+  server.files.put("/base/Server/Scripts/global.asa", std::string(page));
+  servePage(server, "page.asp", page);
 }
 
 }  // namespace quorvane

@@ -17,4 +17,7 @@ void fuzzAddresses(std::string_view bytes);
 /// A page of any bytes, asked for twice within one session, by a query and by a form.
 void fuzzPage(std::string_view page);
 
+/// The same of a page in the customary dialect, on a site whose global.asa is the page as well.
+void fuzzCustomaryPage(std::string_view page);
+
 }  // namespace quorvane
