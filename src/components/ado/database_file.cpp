@@ -1,7 +1,5 @@
 #include "components/ado/database_file.h"
 
-#include <array>
-
 #include "components/ado/connection_text.h"
 #include "components/ado/database_pool.h"
 #include "components/ado/failure.h"
@@ -33,11 +31,8 @@ std::string sourceOf(const ConnectionTarget& target) {
 }
 
 /// Of a file in the engine's own format; nothing for others.
-std::optional<jet::FileHead> jetHead(const Services& services, const std::string& path) {
-  const auto file = services.files.open(path);
-  if (!file) return std::nullopt;
-  std::array<char, jet::FileHead::kBytes> bytes;
-  return jet::fileHead({bytes.data(), file->read(0, bytes.data(), bytes.size())});
+std::optional<jet::FileHead> jetHead(const std::string& path) {
+  return jet::fileHead(headOfDatabaseFile(path, jet::FileHead::kBytes));
 }
 
 [[noreturn]] void failOpening(const std::string& text, const SqliteOptions& options) {
@@ -56,7 +51,7 @@ void checkPassword(const jet::FileHead& head, const std::string& text,
 
 /// What stands for a file in the engine's own format is opened instead of it.
 void useCopy(const Services& services, const std::string& text, SqliteOptions& options) {
-  const auto head = jetHead(services, options.path);
+  const auto head = jetHead(options.path);
   if (!head) return;
   checkPassword(*head, text, options);
   const std::string failure = jet::importIfNeeded(services, options.path);

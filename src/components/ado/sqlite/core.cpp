@@ -16,7 +16,8 @@ namespace {
 constexpr std::size_t kIdleStatements = 32;
 constexpr std::size_t kTranslations = 128;
 constexpr int kStepsBetweenChecks = 10'000;
-constexpr int kLongestWait = 30'000;  ///< milliseconds for a database that others hold
+constexpr int kLongestWait = 30'000;    ///< milliseconds for a database that others hold
+constexpr int kJournalBytes = 1 << 20;  ///< that stay behind a larger transaction
 
 /// What stands behind `start` in a message, or nothing.
 std::string behind(const std::string& message, std::string_view start) {
@@ -24,6 +25,24 @@ std::string behind(const std::string& message, std::string_view start) {
 }
 
 }  // namespace
+
+bool readDatabaseFile(sqlite3* connection, std::int64_t start, char* bytes, int count) {
+  sqlite3_file* file = nullptr;
+  sqlite3_file_control(connection, nullptr, SQLITE_FCNTL_FILE_POINTER, &file);
+  return file && file->pMethods && file->pMethods->xRead(file, bytes, count, start) == SQLITE_OK;
+}
+
+std::string headOfDatabaseFile(const std::string& path, int count) {
+  sqlite3* connection = nullptr;
+  std::string head(static_cast<std::size_t>(count), '\0');
+  // To open a pipe only for reading would wait for somebody who writes.
+  const bool read =
+      sqlite3_open_v2(path.c_str(), &connection, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX,
+                      nullptr) == SQLITE_OK &&
+      readDatabaseFile(connection, 0, head.data(), count);
+  sqlite3_close_v2(connection);
+  return read ? head : std::string();
+}
 
 SqliteStatement::SqliteStatement(SqliteCore& core, const std::string& text)
     : core_(&core), statement_(core.prepare(text)), key_(text) {}
@@ -81,6 +100,7 @@ SqliteCore::SqliteCore(const Services& services, SqliteOptions options)
 
 SqliteCore::~SqliteCore() {
   for (const auto& [text, statement] : idle_) sqlite3_finalize(statement);
+  removeJournal();
   sqlite3_close_v2(handle_);
 }
 
@@ -106,6 +126,44 @@ void SqliteCore::setUp() {
   registerFunctions(handle_, functions_);
   limitValues();
   run("SELECT count(*) FROM sqlite_master");  // tells whether the file is a database at all
+  keepJournal();
+}
+
+/// A journal that stays between transactions, with its head blanked, spares each of them making and
+/// removing a file. What is written when, and so what a crash leaves, is the same. Files that have
+/// a log instead keep it.
+void SqliteCore::keepJournal() {
+  if (sqlite3_db_readonly(handle_, "main") != 0) return;
+  const Trusted trusted(*this);
+  {
+    SqliteStatement mode(*this, "PRAGMA journal_mode");
+    if (!mode.step() || mode.text(0) != "delete") return;
+  }
+  run("PRAGMA journal_mode = PERSIST");
+  run("PRAGMA journal_size_limit = " + std::to_string(kJournalBytes));
+  keepsJournal_ = true;
+}
+
+/// The journal of a file that another has come in the place of may be that one's, and full. One
+/// beside no file is nobody's.
+void SqliteCore::removeJournal() noexcept {
+  if (!keepsJournal_) return;
+  try {
+    const Files& files = functions_.services.files;
+    const std::string journal = options_.path + "-journal";
+    if (!files.stat(journal)) return;
+    int moved = 0;
+    sqlite3_file_control(handle_, "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+    if (moved == 0) {
+      const Trusted trusted(*this);
+      sqlite3_busy_handler(handle_, nullptr, nullptr);  // whoever else writes will have one as well
+      if (inTransaction()) sqlite3_exec(handle_, "ROLLBACK", nullptr, nullptr, nullptr);
+      sqlite3_exec(handle_, "PRAGMA journal_mode = DELETE", nullptr, nullptr, nullptr);
+    } else if (!files.stat(options_.path)) {
+      files.remove(journal);
+    }
+  } catch (...) {  // then it stays
+  }
 }
 
 /// No value may be larger than what the script has room for.

@@ -90,6 +90,8 @@ class SqliteSchema final : public SqlSchema {
   bool refresh();
 
  private:
+  std::int64_t versionNow() const;
+  std::optional<std::int64_t> versionInFile() const;
   const ColumnInfo* columnInfo(std::string_view table, std::string_view column) const;
   void read() const;
   void readColumns(Table& table) const;
@@ -99,6 +101,14 @@ class SqliteSchema final : public SqlSchema {
   mutable bool read_ = false;
   std::int64_t version_ = -1;
 };
+
+/// Bytes of a connection's database file, from its beginning or further on. False when there are
+/// not so many, or no file. A file that is opened and closed by other means than the library's own
+/// is free of all locks that connections of this process have on it.
+bool readDatabaseFile(sqlite3* connection, std::int64_t start, char* bytes, int count);
+
+/// The first bytes of a file that may be a database; empty when there are not so many.
+std::string headOfDatabaseFile(const std::string& path, int count);
 
 /// A connection of the library with all that lives as long as its last statement.
 class SqliteCore {
@@ -144,6 +154,8 @@ class SqliteCore {
   void open();
   void setUp();
   void limitValues();
+  void keepJournal();
+  void removeJournal() noexcept;
   sqlite3_stmt* prepare(const std::string& text);
   void keep(const std::string& text, sqlite3_stmt* statement);
   DatabaseError errorOf(int code, const std::string& message) const;
@@ -162,6 +174,7 @@ class SqliteCore {
   std::vector<std::pair<std::string, sqlite3_stmt*>> idle_;  ///< the last used last
   std::map<std::string, std::shared_ptr<const Translation>> translations_;
   int trusted_ = 0;
+  bool keepsJournal_ = false;
   std::optional<FileInfo> resting_;  ///< the file, as it was when the connection came to rest
 };
 

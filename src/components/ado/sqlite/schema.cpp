@@ -1,4 +1,7 @@
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <optional>
 
 #include "components/ado/sql/declared_type.h"
 #include "components/ado/sqlite/core.h"
@@ -111,14 +114,39 @@ void SqliteSchema::readColumns(Table& table) const {
 }
 
 bool SqliteSchema::refresh() {
-  const SqliteCore::Trusted trusted(core_);
-  SqliteStatement version(core_, "PRAGMA schema_version");
-  const std::int64_t now = version.step() ? version.number(0) : 0;
+  const std::int64_t now = versionNow();
   if (now == version_) return false;
   version_ = now;
   read_ = false;
   tables_.clear();
   return true;
+}
+
+/// To ask the library takes a transaction of its own, unless there is one already; and what a
+/// transaction has read first keeps it from waiting for another that writes.
+std::int64_t SqliteSchema::versionNow() const {
+  if (sqlite3_txn_state(core_.handle(), "main") == SQLITE_TXN_NONE) {
+    if (const auto version = versionInFile()) return *version;
+  }
+  const SqliteCore::Trusted trusted(core_);
+  SqliteStatement version(core_, "PRAGMA schema_version");
+  return version.step() ? version.number(0) : 0;
+}
+
+/// Nothing when a log beside the file may hold a later one.
+std::optional<std::int64_t> SqliteSchema::versionInFile() const {
+  constexpr int kStart = 18;  // of the versions of the format, 1 without a log
+  constexpr std::size_t kVersion = 40 - kStart;
+  std::array<char, kVersion + 4> head;
+  if (!readDatabaseFile(core_.handle(), kStart, head.data(), static_cast<int>(head.size())) ||
+      head[0] != 1 || head[1] != 1) {
+    return std::nullopt;
+  }
+  std::uint32_t version = 0;
+  for (std::size_t i = kVersion; i < head.size(); ++i) {
+    version = version << 8 | static_cast<std::uint8_t>(head[i]);
+  }
+  return static_cast<std::int32_t>(version);
 }
 
 }  // namespace quorvane::ado

@@ -3,12 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
 #include "ado/fake_odbc.h"
 #include "components/ado/database_file.h"
 #include "components/ado/odbc/database.h"
+#include "components/ado/sqlite/core.h"
 #include "platform/fake/fake_clock.h"
 #include "platform/fake/fake_process.h"
 #include "platform/fake/fake_random.h"
@@ -53,6 +55,24 @@ struct PoolOfFiles : testing::Test {
     const auto results = open.database->execute(command);
     Row row;
     return results->next(row) ? vbs::toString(row[0]).narrow() : "none";
+  }
+
+  static bool isDate(const OpenDatabase& open, const std::string& text) {
+    Command command;
+    command.text = text;
+    const auto results = open.database->execute(command);
+    return results->columns().at(0).type == DataType::DbTimeStamp;
+  }
+  static std::string head(const fs::path& file, std::size_t count) {
+    std::string bytes(count, '?');
+    std::ifstream(file, std::ios::binary).read(bytes.data(), static_cast<std::streamsize>(count));
+    return bytes;
+  }
+  /// By a program of its own: a file that this one opens and closes is free of its locks.
+  static bool isLockedForOthers(const std::string& file) {
+    const std::string program =
+        "import sqlite3; sqlite3.connect('" + file + "', timeout=0).execute('BEGIN IMMEDIATE')";
+    return std::system(("python3 -c \"" + program + "\" 2>/dev/null").c_str()) != 0;
   }
 
   const fs::path folder = fs::temp_directory_path() / "database_pool_test";
@@ -122,6 +142,106 @@ TEST_F(PoolOfFiles, AFileThatIsGoneOrAnotherIsNotServed) {
   fs::remove(folder / "a.db");
   const OpenDatabase fresh = open();
   EXPECT_THROW(first(fresh, "SELECT * FROM u"), DatabaseError);
+}
+
+TEST_F(PoolOfFiles, TheJournalGoesWithTheConnection) {
+  OpenDatabase one = open();
+  EXPECT_FALSE(fs::exists(folder / "a.db-journal"));
+  run(one, "CREATE TABLE t (v TEXT)");
+  run(one, "INSERT INTO t VALUES ('x')");
+  EXPECT_EQ(head(folder / "a.db-journal", 8), std::string(8, '\0')) << "nothing to be brought back";
+  close(std::move(one));
+  EXPECT_TRUE(fs::exists(folder / "a.db-journal"));
+  OpenDatabase again = open();
+  again.database->begin();
+  run(again, "INSERT INTO t VALUES ('y')");
+  again = {};
+  EXPECT_FALSE(fs::exists(folder / "a.db-journal"));
+  EXPECT_EQ(first(open(), "SELECT count(*) FROM t"), "1");
+}
+
+TEST_F(PoolOfFiles, ALargeTransactionLeavesNoLargeJournal) {
+  OpenDatabase one = open();
+  run(one, "CREATE TABLE t (v TEXT)");
+  run(one, "INSERT INTO t VALUES (zeroblob(4000000))");
+  run(one, "UPDATE t SET v = 'x'");
+  EXPECT_LE(fs::file_size(folder / "a.db-journal"), 1U << 20);
+  EXPECT_GT(fs::file_size(folder / "a.db-journal"), 0U);
+}
+
+TEST_F(PoolOfFiles, NoJournalStaysBesideAFileThatIsGone) {
+  OpenDatabase one = open();
+  run(one, "CREATE TABLE t (v TEXT)");
+  fs::remove(folder / "a.db");
+  one = {};
+  EXPECT_TRUE(fs::is_empty(folder));
+}
+
+TEST_F(PoolOfFiles, TheJournalOfAnotherFileStays) {
+  OpenDatabase one = open();
+  run(one, "CREATE TABLE t (v TEXT)");
+  OpenDatabase other = open("b.db");
+  run(other, "CREATE TABLE u (v TEXT)");
+  other = {};
+  fs::rename(folder / "b.db", folder / "a.db");
+  one = {};
+  EXPECT_TRUE(fs::exists(folder / "a.db-journal"));
+}
+
+TEST_F(PoolOfFiles, AFileWithALogKeepsIt) {
+  {
+    SqliteOptions options;
+    options.path = (folder / "a.db").string();
+    options.create = true;
+    SqliteCore core(services, options);
+    core.run("PRAGMA journal_mode = WAL");
+  }
+  OpenDatabase one = open();
+  OpenDatabase other = open();
+  run(one, "CREATE TABLE t (v TEXT)");
+  EXPECT_EQ(first(other, "SELECT count(*) FROM t"), "0");
+  run(one, "DROP TABLE t");
+  run(one, "CREATE TABLE t (v DATETIME)");
+  run(one, "INSERT INTO t VALUES ('2026-03-01 00:00:00')");
+  EXPECT_TRUE(isDate(other, "SELECT v FROM t"));
+  EXPECT_TRUE(fs::exists(folder / "a.db-wal"));
+  EXPECT_FALSE(fs::exists(folder / "a.db-journal"));
+  one = {};
+  other = {};
+  EXPECT_EQ(head(folder / "a.db", 20).substr(18), "\2\2");
+}
+
+TEST_F(PoolOfFiles, WhatOthersChangeOfTablesIsKnownAtOnce) {
+  OpenDatabase one = open();
+  OpenDatabase other = open();
+  for (const bool inTransaction : {false, true}) {
+    run(one, "CREATE TABLE t (v TEXT)");
+    run(one, "INSERT INTO t VALUES ('2026-03-01 00:00:00')");
+    EXPECT_FALSE(isDate(other, "SELECT v FROM t"));
+    if (inTransaction) one.database->begin();
+    run(one, "DROP TABLE t");
+    run(one, "CREATE TABLE t (v DATETIME)");
+    run(one, "INSERT INTO t VALUES ('2026-03-01 00:00:00')");
+    EXPECT_TRUE(isDate(one, "SELECT v FROM t"));
+    EXPECT_EQ(isDate(other, "SELECT v FROM t"), !inTransaction);
+    if (inTransaction) one.database->commit();
+    EXPECT_TRUE(isDate(other, "SELECT v FROM t"));
+    run(one, "DROP TABLE t");
+  }
+}
+
+TEST_F(PoolOfFiles, AnotherOpeningLeavesTheLocksOfAFile) {
+  const std::string text = "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=";
+  const std::string file = (folder / "a.mdb").string();
+  createDatabase(services, text + file);
+  const OpenDatabase one = openDatabase(services, {text + file, "", {}});
+  run(one, "CREATE TABLE t (v TEXT(9))");
+  ASSERT_FALSE(isLockedForOthers(file));
+  one.database->begin();
+  run(one, "INSERT INTO t VALUES ('x')");
+  ASSERT_TRUE(isLockedForOthers(file));
+  openDatabase(services, {text + file, "", {}});
+  EXPECT_TRUE(isLockedForOthers(file));
 }
 
 TEST_F(PoolOfFiles, ConnectionsAreFewAndDoNotGrowOld) {
