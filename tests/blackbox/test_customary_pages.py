@@ -285,8 +285,8 @@ ERRORS = {
     "parts/circle.inc": "\n<!--#include virtual=\"/Circle.asp\"-->",
     "raise.asp": "<%\nErr.Raise vbObjectError + 7, \"Shop\", \"<i>none</i>\"\n%>",
     "calls.asp": "written<% Server.Execute \"/syntax.asp\" %>",
-    "other.asp": "<%@ Language=\"JScript\" %>\n<% var x = 1; %>",
-    "block.asp": "text\n<script language=\"JScript\" runat=\"server\">var x = 1;</script>",
+    "other.asp": "<%@ Language=\"PerlScript\" %>\n<% var x = 1; %>",
+    "block.asp": "text\n<script language=\"PerlScript\" runat=\"server\">var x = 1;</script>",
     "open.asp": "one\n<% x = 1\n",
     "late.asp": "<% Response.Write \"early\" : Response.Flush : x = 1 / 0 %>",
     "name.asp": "<% Option Explicit %>\n<%= unheard %>",
@@ -339,9 +339,9 @@ class ErrorsInDetail(ServerTest):
         self.assertNotIn("written", page)
 
     def test_other_languages_say_so(self):
-        self.assertIn("Pages in 'JScript' do not run here", self.failure("/other.asp"))
+        self.assertIn("Pages in 'PerlScript' do not run here", self.failure("/other.asp"))
         page = self.failure("/block.asp")
-        self.assertIn("Scripts in 'JScript' do not run here", page)
+        self.assertIn("Scripts in 'PerlScript' do not run here", page)
         self.assertIn("/block.asp, line 2", page)
 
     def test_a_block_without_an_end(self):

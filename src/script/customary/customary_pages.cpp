@@ -7,6 +7,7 @@
 #include "http/header_lines.h"
 #include "http/response_heads.h"
 #include "script/customary/error_answer.h"
+#include "script/customary/page_script.h"
 #include "script/customary/request_object.h"
 #include "script/customary/server_object.h"
 #include "script/customary/type_library_names.h"
@@ -141,18 +142,28 @@ std::optional<PageError> CustomaryPages::runPage(const PageStore::Program& page,
   mayUseSession_ |= page->mentionsSession;
   const auto output = vbs::make<OutputNames>(*objects_->response, page->texts);
   const std::string folder(paths::folderOf(path));
+  vbs::Ref<PageScript> script;
+  if (!page->script.empty()) script = vbs::make<PageScript>(*page, *output);
   const auto report = run_.run(page->program, folder, [&](vbs::Engine& engine) {
-    for (const PublishedObject& object : objects_->all()) {
-      engine.addObject(object.name, *object.object, false);
-    }
-    engine.addObject(kNoName, *output, true);
-    site_.publish(engine, objects_->session);
-    site_.publish(engine, page->objects);
-    if (page->namesTypeLibrary) engine.addObject(kNoName, *objects_->constants, true);
+    const auto add = [&](std::string_view name, vbs::Object& object, bool globalMembers) {
+      engine.addObject(name, object, globalMembers);
+      if (script) script->addObject(name, object, globalMembers);
+    };
+    for (const PublishedObject& object : objects_->all()) add(object.name, *object.object, false);
+    add(kNoName, *output, true);
+    site_.publish(add, objects_->session);
+    site_.publish(add, page->objects);
+    if (page->namesTypeLibrary) add(kNoName, *objects_->constants, true);
+    if (!script) return;
+    script->findNames();
+    engine.addObject(kNoName, *script, true);
   });
   if (!report) return std::nullopt;
   if (inner_ && inner_->number == report->number) return std::exchange(inner_, std::nullopt);
-  return errorOf(*page, *report);
+  const std::uint32_t line = script ? script->lineOf(*report) : 0;
+  return errorOf(*page, *report,
+                 line > 0 ? page->scriptLines.place(line, 0)
+                          : page->lines.place(report->line, report->column));
 }
 
 /// Of the page's files; what goes out may be in another one.
@@ -160,12 +171,13 @@ std::int32_t CustomaryPages::codePageOf(const PageProgram& page) const {
   return page.codePage.value_or(services_.state.PageCodePage);
 }
 
-PageError CustomaryPages::errorOf(const PageProgram& page, const vbs::ErrorReport& report) const {
+PageError CustomaryPages::errorOf(const PageProgram& page, const vbs::ErrorReport& report,
+                                  const std::optional<Place>& place) const {
   PageError error;
   error.number = report.number;
   error.category = vbs::String(report.source);
   error.description = vbs::String(report.description);
-  if (const auto place = page.lines.place(report.line, report.column)) {
+  if (place) {
     error.file = vbs::String(place->file);
     error.line = static_cast<std::int32_t>(place->line);
     if (place->column > 0) error.column = static_cast<std::int32_t>(place->column);

@@ -73,6 +73,12 @@ struct PageProgram {
   std::vector<Text> texts;
   LineMap lines;
 
+  /// The page's JScript, if it has any, and its lines; see joinScript().
+  std::string script;
+  LineMap scriptLines;
+  std::vector<std::string> scriptNames;  ///< that the program may use
+  std::vector<std::string> scriptUses;   ///< that come from elsewhere
+
   // From the directive.
   std::optional<std::int32_t> codePage;
   std::optional<std::int32_t> lcid;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/charset.h"
+#include "script/customary/shared_names.h"
 #include "script/customary/tag.h"
 #include "support/text.h"
 #include "vbscript/syntax/lexer.h"
@@ -46,6 +47,11 @@ std::optional<std::int32_t> numberOf(const std::optional<std::string>& text) {
 
 bool isVbScript(std::string_view language) {
   return equalsNoCase(language, "vbscript") || equalsNoCase(language, "vbs");
+}
+
+bool isJScript(std::string_view language) {
+  return equalsNoCase(language, "jscript") || startsWithNoCase(language, "javascript") ||
+         equalsNoCase(language, "text/javascript") || equalsNoCase(language, "ecmascript");
 }
 
 /// A place in a file's text, with the line that it is in.
@@ -201,6 +207,7 @@ class Reader {
     Cursor cursor;
   };
   struct Stop {};
+  enum class Language { VbScript, JScript };
 
   void readFile(const std::string& path, std::string_view text, bool isCode);
   void readText(File& file);
@@ -215,7 +222,11 @@ class Reader {
   void addText(const File& file, const Cursor& from, std::string_view bytes);
   void addCode(const File& file, const Cursor& from, std::string_view code,
                std::string_view prefix = {});
+  void addLines(const File& file, const Cursor& from, std::string_view code,
+                std::string_view prefix);
   void addBytes(const File& file, std::string_view bytes);
+  void addScript(const File& file, const Cursor& from, std::string_view code, bool isValue);
+  std::optional<Language> languageOf(std::string_view name) const;
   [[noreturn]] void fail(const File& file, std::string text);
 
   std::int32_t codePage_;
@@ -227,6 +238,8 @@ class Reader {
   std::size_t bytes_ = 0;
   bool isAscii_ = true;
   bool afterSelect_ = false;
+  Language pageLanguage_ = Language::VbScript;
+  Language language_ = Language::VbScript;  ///< of the code that is being read
 };
 
 PageProgram Reader::read(const std::string& path, std::string_view text) {
@@ -235,12 +248,16 @@ PageProgram Reader::read(const std::string& path, std::string_view text) {
   if (page_.codePage == 0) page_.codePage.reset();  // the site's own
   if (!page_.codePage && text.starts_with(kUtf8Mark)) page_.codePage = kUtf8;
   if (page_.codePage && isCodePage(*page_.codePage)) codePage_ = *page_.codePage;
+  const std::string named = directive ? directive->find("language").value_or("") : "";
+  pageLanguage_ = language_ = languageOf(named).value_or(Language::VbScript);
   page_.lines.add(page_.lines.file(path), 1, 0);
   page_.program = "\n";  // behind the mark, if one comes there
   try {
     readFile(path, text, false);
+    if (!page_.script.empty()) joinScript(page_, pageLanguage_ == Language::JScript);
   } catch (const Stop&) {
     page_.program.clear();
+    page_.script.clear();
   }
   if (!isAscii_) page_.program.insert(0, kUtf8Mark);
   return std::move(page_);
@@ -259,6 +276,7 @@ void Reader::readFile(const std::string& path, std::string_view text, bool isCod
     text = converted;
     codePage = kUtf8;
   }
+  page_.scriptLines.file(path);  // so that a file has one number
   File file{page_.lines.file(path), path, codePage, Cursor(text)};
   open_.push_back(path);
   if (isCode) {
@@ -308,7 +326,11 @@ void Reader::take(File& file, const Markup& markup) {
       takeDirective(file, markup.attributes);
       break;
     case Markup::Kind::Value:
-      addCode(file, inside, content, kOut);
+      if (language_ == Language::JScript) {
+        addScript(file, inside, content, true);
+      } else {
+        addCode(file, inside, content, kOut);
+      }
       break;
     case Markup::Kind::Code:
       addCode(file, inside, content);
@@ -320,7 +342,7 @@ void Reader::take(File& file, const Markup& markup) {
 
 void Reader::takeDirective(const File& file, const Attributes& directive) {
   const std::string language = directive.find("language").value_or("vbscript");
-  if (!isVbScript(language)) fail(file, "Pages in '" + language + "' do not run here");
+  if (!languageOf(language)) fail(file, "Pages in '" + language + "' do not run here");
   if (const auto lcid = numberOf(directive.find("lcid"))) page_.lcid = lcid;
   const std::string session = directive.find("enablesessionstate").value_or("");
   if (equalsNoCase(session, "false")) page_.usesSession = false;
@@ -332,14 +354,26 @@ void Reader::takeDirective(const File& file, const Attributes& directive) {
 }
 
 void Reader::takeScript(File& file, const Markup& script) {
-  const std::string language = script.attributes.find("language").value_or("vbscript");
-  if (!isVbScript(language)) fail(file, "Scripts in '" + language + "' do not run here");
+  const auto named = script.attributes.find("language");
+  const auto language =
+      named ? languageOf(*named) : languageOf(script.attributes.find("type").value_or(""));
+  if (named && !language) fail(file, "Scripts in '" + *named + "' do not run here");
+  language_ = language.value_or(pageLanguage_);
   if (const auto source = script.attributes.find("src")) {
-    return include(file, *source, source->starts_with('/'), true);
+    include(file, *source, source->starts_with('/'), true);
+  } else {
+    File inside = file;
+    inside.cursor.skip(script.inside);
+    readCode(inside, script.insideLength);
   }
-  File inside = file;
-  inside.cursor.skip(script.inside);
-  readCode(inside, script.insideLength);
+  language_ = pageLanguage_;
+}
+
+/// Procedures of events are in VBScript.
+std::optional<Reader::Language> Reader::languageOf(std::string_view name) const {
+  if (isVbScript(name)) return Language::VbScript;
+  if (isPage_ && isJScript(name)) return Language::JScript;
+  return std::nullopt;
 }
 
 void Reader::takeObject(const Attributes& tag) {
@@ -401,13 +435,43 @@ void Reader::addText(const File& file, const Cursor& from, std::string_view byte
   const bool separates = afterSelect_ && bytes.find_first_not_of(kBlanks) == bytes.npos;
   afterSelect_ = false;
   if (separates) return;
-  page_.lines.add(file.number, from.line(), 0);
-  page_.program.append(kText).append(std::to_string(page_.texts.size())).append(1, '\n');
+  const std::string number = std::to_string(page_.texts.size());
+  if (language_ == Language::JScript) {
+    page_.scriptLines.add(file.number, from.line(), 0);
+    page_.script.append("qv$text(" + number + ");\n");
+  } else {
+    page_.lines.add(file.number, from.line(), 0);
+    page_.program.append(kText).append(number).append(1, '\n');
+  }
   page_.texts.push_back({std::string(bytes), file.codePage});
 }
 
 void Reader::addCode(const File& file, const Cursor& from, std::string_view code,
                      std::string_view prefix) {
+  if (language_ == Language::JScript) {
+    addScript(file, from, code, false);
+  } else {
+    addLines(file, from, code, prefix);
+  }
+}
+
+void Reader::addScript(const File& file, const Cursor& from, std::string_view code, bool isValue) {
+  if (isValue) {
+    code = trimBlanks(code);
+    while (code.ends_with(';')) code.remove_suffix(1);
+    page_.script += "qv$out(";
+  }
+  std::string text = encode(kUtf8, decode(file.codePage, code));
+  text =
+      replaceAll(replaceAll(replaceAll(text, kCodeEndInText, kCodeEnd), "\r\n", "\n"), "\r", "\n");
+  text += isValue ? "\n);\n" : "\n";
+  const auto lines = static_cast<std::uint32_t>(std::count(text.begin(), text.end(), '\n'));
+  for (std::uint32_t i = 0; i < lines; ++i) page_.scriptLines.add(file.number, from.line() + i, 0);
+  page_.script += text;
+}
+
+void Reader::addLines(const File& file, const Cursor& from, std::string_view code,
+                      std::string_view prefix) {
   afterSelect_ = false;
   std::uint32_t line = from.line();
   std::int32_t shift =

@@ -13,7 +13,8 @@ namespace {
 constexpr std::size_t kMostBytes = std::size_t{32} << 20;  ///< of all programs and texts kept
 
 std::size_t bytesOf(const PageProgram& page) {
-  std::size_t bytes = sizeof page + page.program.size() + page.lines.size() * 16;
+  std::size_t bytes = sizeof page + page.program.size() + page.lines.size() * 16 +
+                      page.script.size() + page.scriptLines.size() * 16;
   for (const PageProgram::Text& text : page.texts) bytes += sizeof text + text.bytes.size();
   return bytes;
 }
@@ -42,7 +43,10 @@ PageStore::Program PageStore::of(const std::string& path, std::string_view text)
                [this](const std::string& from, const std::string& name, bool isVirtual) {
                  return include(from, name, isVirtual);
                }));
-  page->mentionsSession = findNoCase(page->program, "session") != std::string::npos;
+  const auto mentions = [](const std::string& code) {
+    return findNoCase(code, "session") != std::string::npos;
+  };
+  page->mentionsSession = mentions(page->program) || mentions(page->script);
   return page;
 }
 

@@ -161,24 +161,24 @@ void Site::startSession(const vbs::Ref<SessionObject>& session,
   events_.run(Event::SessionStart, all);
 }
 
-void Site::publish(vbs::Engine& engine, const vbs::Ref<SessionObject>& session) {
+void Site::publish(const Add& add, const vbs::Ref<SessionObject>& session) {
   for (const PublishedObject& one : shared()) {
-    engine.addObject(one.name, *one.object, one.globalMembers);
+    add(one.name, *one.object, one.globalMembers);
   }
-  engine.addObject("Session", *session, false);
+  add("Session", *session, false);
   const auto& kept = session->session();
   const auto& declared = kept ? kept->objects->declared() : sessionObjects_;
   if (declared->empty()) return;
   const auto names = vbs::make<StaticNames>(
       declared, [session]() -> StaticObjects& { return *session->begin().objects; });
-  engine.addObject(kNoName, *names, true);
+  add(kNoName, *names, true);
 }
 
-void Site::publish(vbs::Engine& engine, Declarations ofPage) {
+void Site::publish(const Add& add, Declarations ofPage) {
   if (ofPage.empty()) return;
   const auto objects = vbs::make<StaticObjects>(services_, sets_.keep(std::move(ofPage)));
   const auto names = vbs::make<StaticNames>(objects);
-  engine.addObject(kNoName, *names, true);
+  add(kNoName, *names, true);
 }
 
 void Site::close(SessionObject& session) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -28,7 +29,7 @@ namespace quorvane::customary {
 ///     site.open();
 ///     auto session = site.session(page, cookieValue);  // the cookie's name is kSessionCookie
 ///     site.startSession(*session, objects);            // unless the page declares to have none
-///     site.publish(engine, session);                   // Application, Session, static objects
+///     site.publish(add, session);                      // Application, Session, static objects
 ///     ... run the page; Set-Cookie goes out when session->isNew() ...
 ///     site.close(*session);
 ///
@@ -62,9 +63,12 @@ class Site {
   void startSession(const vbs::Ref<SessionObject>& session,
                     std::span<const PublishedObject> objects);
 
-  void publish(vbs::Engine& engine, const vbs::Ref<SessionObject>& session);
+  /// As vbs::Engine::addObject().
+  using Add = std::function<void(std::string_view name, vbs::Object& object, bool globalMembers)>;
+
+  void publish(const Add& add, const vbs::Ref<SessionObject>& session);
   /// The same for what a page's own text declares. Made for one run.
-  void publish(vbs::Engine& engine, Declarations ofPage);
+  void publish(const Add& add, Declarations ofPage);
 
   /// The page has run. Session_OnEnd runs for sessions that have ended by it.
   void close(SessionObject& session);

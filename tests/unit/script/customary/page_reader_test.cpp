@@ -86,7 +86,7 @@ TEST(PageReader, Directives) {
   EXPECT_EQ(page.texts[0].bytes, "\r\n\xC3\xA9");
   EXPECT_EQ(page.texts[0].codePage, 65001);
   EXPECT_EQ(page.program, "\xEF\xBB\xBF\n[%text] 0\n s = \"\xC3\xA9\" \n");
-  EXPECT_EQ(shown("<%@ Language=JScript %>"), "! Pages in 'JScript' do not run here");
+  EXPECT_EQ(shown("<%@ Language=PerlScript %>"), "! Pages in 'PerlScript' do not run here");
   EXPECT_EQ(shown("<%@CodePage=4711%>"), "! Code page 4711 is not known");
 }
 
@@ -143,8 +143,8 @@ TEST(PageReader, ScriptBlocks) {
   EXPECT_EQ(
       shown("<script runat=server>x = 1\n<!--#include file=\"g.inc\"-->\ny = 2</script>", files),
       "x = 1||Sub G|End Sub||y = 2|");
-  EXPECT_EQ(shown("<script language=jscript runat=server>x</script>"),
-            "! Scripts in 'jscript' do not run here");
+  EXPECT_EQ(shown("<script language=perlscript runat=server>x</script>"),
+            "! Scripts in 'perlscript' do not run here");
   EXPECT_EQ(shown("<script src=\"<%= a %>\" runat=server>"),
             "{<script src=\"}[%out]  a |{\" runat=server>}");
 }

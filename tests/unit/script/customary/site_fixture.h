@@ -81,9 +81,12 @@ class SiteTest : public ::testing::Test, protected FakeServices<ScriptedRandom>,
     {
       ScriptHost host(services);
       vbs::Engine engine(host, programs_, limits);
-      for (const PublishedObject& one : objects) engine.addObject(one.name, *one.object, false);
-      site().publish(engine, session);
-      site().publish(engine, std::move(ofPage));
+      const auto add = [&](std::string_view name, vbs::Object& object, bool globalMembers) {
+        engine.addObject(name, object, globalMembers);
+      };
+      for (const PublishedObject& one : objects) add(one.name, *one.object, false);
+      site().publish(add, session);
+      site().publish(add, std::move(ofPage));
       if (const auto error = engine.run(code)) {
         written->text += "error " + std::to_string(error->number);
       }

@@ -1,0 +1,706 @@
+#include "jscript/world.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <new>
+
+#include "jscript/prelude.h"
+#include "jscript/script_object.h"
+#include "support/text.h"
+
+namespace quorvane::jscript {
+
+namespace {
+
+using World = ScriptEngine::World;
+
+// Names of properties that no script can spell.
+constexpr const char* kHost = DUK_HIDDEN_SYMBOL("host");
+constexpr const char* kMember = DUK_HIDDEN_SYMBOL("member");
+constexpr const char* kObject = DUK_HIDDEN_SYMBOL("object");
+constexpr const char* kSource = DUK_HIDDEN_SYMBOL("source");
+
+// Of the heap's stash.
+constexpr const char* kTraps = "traps";
+constexpr const char* kKept = "kept";
+constexpr const char* kPlain = "qv$plain";
+constexpr const char* kDate = "qv$date";
+
+/// In front of the number of a call's arguments; no name of a member begins with it.
+constexpr char kKeyMark = '\x01';
+
+constexpr const char* kPage = "page";
+constexpr std::string_view kErrorSource = "JScript runtime error";
+constexpr std::string_view kSyntaxSource = "JScript compilation error";
+constexpr std::int32_t kThrown = 5022;  ///< something that is no error was thrown
+constexpr std::int32_t kFacility = static_cast<std::int32_t>(0x800A0000);
+
+constexpr duk_idx_t kStack = 64;
+constexpr std::size_t kHead = 16;  ///< in front of each block, its size
+constexpr std::uint32_t kBetweenLooks = 1024;
+constexpr std::size_t kLargeBlock = std::size_t{64} << 10;
+
+std::string_view textAt(duk_context* context, duk_idx_t index) {
+  duk_size_t size = 0;
+  const char* text = duk_get_lstring(context, index, &size);
+  return {text ? text : "", size};
+}
+
+/// UTF-16 units as the heap holds them, each for itself.
+std::string encoded(std::u16string_view units) {
+  std::string bytes;
+  for (const char16_t unit : units) {
+    if (unit < 0x80) {
+      bytes += static_cast<char>(unit);
+    } else if (unit < 0x800) {
+      bytes += static_cast<char>(0xC0 | (unit >> 6));
+      bytes += static_cast<char>(0x80 | (unit & 0x3F));
+    } else {
+      bytes += static_cast<char>(0xE0 | (unit >> 12));
+      bytes += static_cast<char>(0x80 | ((unit >> 6) & 0x3F));
+      bytes += static_cast<char>(0x80 | (unit & 0x3F));
+    }
+  }
+  return bytes;
+}
+
+std::u16string decoded(std::string_view bytes) {
+  std::u16string units;
+  for (std::size_t at = 0; at < bytes.size();) {
+    const auto lead = static_cast<unsigned char>(bytes[at++]);
+    const int more = lead < 0xC0 ? 0 : lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
+    std::uint32_t code = more == 0 ? lead : lead & (0x3Fu >> more);
+    for (int i = 0; i < more && at < bytes.size(); ++i) {
+      code = (code << 6) | (static_cast<unsigned char>(bytes[at++]) & 0x3Fu);
+    }
+    if (code >= 0x10000) {
+      units += static_cast<char16_t>(0xD7C0 + (code >> 10));
+      code = 0xDC00 + (code & 0x3FF);
+    }
+    units += static_cast<char16_t>(code);
+  }
+  return units;
+}
+
+std::uint32_t keyOf(const std::string& name) {
+  return static_cast<std::uint32_t>(std::strtoul(name.c_str() + 1, nullptr, 10));
+}
+
+bool isAscii(std::string_view bytes) {
+  for (const char c : bytes) {
+    if (c < 0) return false;
+  }
+  return true;
+}
+
+duk_ret_t endHost(duk_context* context) {
+  duk_get_prop_string(context, 0, kHost);
+  auto* host = static_cast<vbs::Value*>(duk_get_pointer(context, -1));
+  duk_push_pointer(context, nullptr);
+  duk_put_prop_string(context, 0, kHost);
+  delete host;
+  return 0;
+}
+
+vbs::Object& objectOf(const vbs::Value& host) {
+  if (!host.isObject() || !host.asObject()) vbs::throwError(vbs::ErrorCode::NoPropertyOrMethod);
+  return *host.asObject();
+}
+
+}  // namespace
+
+/// How objects of the host behave; functions of the heap, called by it.
+struct World::Traps {
+  static std::vector<vbs::Value> argsFrom(duk_context* context, duk_idx_t first) {
+    std::vector<vbs::Value> args;
+    for (duk_idx_t i = first; i < duk_get_top(context); ++i) {
+      args.push_back(of(context).valueAt(context, i));
+    }
+    return args;
+  }
+
+  static vbs::Value invoke(const vbs::Value& host, vbs::MemberId id, vbs::CallKind kind,
+                           std::vector<vbs::Value> args) {
+    const vbs::Value held = host;  // the call may end who holds it
+    vbs::Object& object = objectOf(held);
+    if (kind == vbs::CallKind::Get) id = object.objectMember(id);
+    return object.invoke(id, kind, args);
+  }
+
+  /// As scripts assign: an object as such where the member takes one, else by what it is worth.
+  static void assign(const vbs::Value& host, vbs::MemberId id, std::vector<vbs::Value> args) {
+    const vbs::Value value = args.back();
+    if (value.isObject() && value.asObject()) {
+      try {
+        invoke(host, id, vbs::CallKind::Set, args);
+        return;
+      } catch (const vbs::ScriptError&) {
+        args.back() = value.asObject()->defaultValue();
+      }
+    }
+    invoke(host, id, vbs::CallKind::Let, std::move(args));
+  }
+
+  static vbs::MemberId find(const vbs::Value& host, std::string_view name) {
+    return objectOf(host).findMember(lowerCase(name));
+  }
+  static vbs::MemberId require(const vbs::Value& host, std::string_view name) {
+    if (name.empty()) return vbs::kDefaultMember;
+    const vbs::MemberId id = find(host, name);
+    if (id == vbs::kNoMember) vbs::throwError(vbs::ErrorCode::NoPropertyOrMethod, name);
+    return id;
+  }
+
+  /// To a member with arguments, else to what it gives: `rows.Fields("a") = 1`.
+  static void assign(const vbs::Value& host, Key key, const vbs::Value& value) {
+    const vbs::MemberId id = require(host, key.member);
+    std::vector<vbs::Value> args = key.args;
+    args.push_back(value);
+    try {
+      assign(host, id, std::move(args));
+    } catch (const vbs::ScriptError& error) {
+      if (error.number != static_cast<std::int32_t>(vbs::ErrorCode::NoPropertyOrMethod)) throw;
+      assign(invoke(host, id, vbs::CallKind::Get, std::move(key.args)), vbs::kDefaultMember,
+             {value});
+    }
+  }
+
+  /// Pushes a function that uses the member `id` of the object at `index`.
+  static void pushMember(duk_context* context, duk_c_function function, duk_idx_t index,
+                         vbs::MemberId id) {
+    index = duk_require_normalize_index(context, index);
+    duk_push_c_function(context, function, DUK_VARARGS);
+    duk_dup(context, index);
+    duk_put_prop_string(context, -2, kObject);
+    duk_push_int(context, id);
+    duk_put_prop_string(context, -2, kMember);
+  }
+
+  static duk_ret_t callMember(duk_context* context) {
+    return native(context, [&] {
+      World& world = of(context);
+      std::vector<vbs::Value> args = argsFrom(context, 0);
+      duk_push_current_function(context);
+      duk_get_prop_string(context, -1, kObject);
+      duk_get_prop_string(context, -2, kMember);
+      const vbs::Value host = *world.hostAt(context, -2);
+      const auto id = static_cast<vbs::MemberId>(duk_get_int(context, -1));
+      world.push(context, invoke(host, id, vbs::CallKind::Get, std::move(args)));
+      return 1;
+    });
+  }
+
+  static duk_ret_t plainOf(duk_context* context) {
+    return native(context, [&] {
+      World& world = of(context);
+      duk_push_current_function(context);
+      duk_get_prop_string(context, -1, kObject);
+      const vbs::Value host = *world.hostAt(context, -1);
+      world.push(context, objectOf(host).defaultValue());
+      return 1;
+    });
+  }
+
+  static duk_ret_t get(duk_context* context) {
+    return native(context, [&] {
+      World& world = of(context);
+      if (duk_is_symbol(context, 1)) return 0;
+      const std::string name(duk_to_string(context, 1));
+      const bool isCall = std::exchange(world.called_, {}) == name;
+      const vbs::Value host = *world.hostAt(context, 0);
+      if (name.starts_with(kKeyMark)) {
+        const auto found = world.keys_.find(keyOf(name));
+        if (found == world.keys_.end()) return 0;
+        const Key key = found->second;
+        world.push(context, invoke(host, require(host, key.member), vbs::CallKind::Get, key.args));
+        return 1;
+      }
+      const bool isObject = host.isObject();
+      const vbs::MemberId id = isObject ? find(host, name) : vbs::kNoMember;
+      if (id == vbs::kNoMember) {
+        if (isObject && (name == "valueOf" || name == "toString")) {
+          pushMember(context, &Traps::plainOf, 0, 0);
+          return 1;
+        }
+        if (!isObject || name == "toJSON" || name == "constructor") return 0;
+        vbs::throwError(vbs::ErrorCode::NoPropertyOrMethod, name);
+      }
+      if (isCall) {
+        pushMember(context, &Traps::callMember, 0, id);
+      } else {
+        world.push(context, invoke(host, id, vbs::CallKind::Get, {}));
+      }
+      return 1;
+    });
+  }
+
+  static duk_ret_t set(duk_context* context) {
+    return native(context, [&] {
+      World& world = of(context);
+      const std::string name(duk_to_string(context, 1));
+      const vbs::Value host = *world.hostAt(context, 0);
+      const vbs::Value value = world.valueAt(context, 2);
+      if (name.starts_with(kKeyMark)) {
+        auto kept = world.keys_.extract(keyOf(name));
+        if (kept) assign(host, std::move(kept.mapped()), value);
+      } else {
+        assign(host, require(host, name), {value});
+      }
+      duk_push_true(context);
+      return 1;
+    });
+  }
+
+  static duk_ret_t apply(duk_context* context) {
+    return native(context, [&] {
+      World& world = of(context);
+      std::vector<vbs::Value> args;
+      const auto count = static_cast<duk_uarridx_t>(duk_get_length(context, 2));
+      for (duk_uarridx_t i = 0; i < count; ++i) {
+        duk_get_prop_index(context, 2, i);
+        args.push_back(world.valueAt(context, -1));
+        duk_pop(context);
+      }
+      const vbs::Value host = *world.hostAt(context, 0);
+      world.push(context, invoke(host, vbs::kDefaultMember, vbs::CallKind::Get, std::move(args)));
+      return 1;
+    });
+  }
+
+  static duk_ret_t getGlobal(duk_context* context) {
+    duk_set_top(context, 0);
+    return callMember(context);
+  }
+
+  /// See ScriptText.
+  static duk_ret_t markCall(duk_context* context) {
+    return native(context, [&] {
+      of(context).called_ = textAt(context, 0);
+      duk_set_top(context, 1);
+      return 1;
+    });
+  }
+
+  static duk_ret_t keepArgs(duk_context* context) {
+    return native(context, [&] {
+      World& world = of(context);
+      const std::uint32_t key = ++world.lastKey_;
+      world.keys_.emplace(key, Key{std::string(textAt(context, 0)), argsFrom(context, 1)});
+      const std::string name = kKeyMark + std::to_string(key);
+      duk_push_lstring(context, name.data(), name.size());
+      return 1;
+    });
+  }
+
+  static duk_ret_t items(duk_context* context) {
+    return native(context, [&] {
+      World& world = of(context);
+      vbs::Value* const found = world.hostAt(context, 0);
+      if (!found) {
+        duk_set_top(context, 1);
+        return 1;
+      }
+      const vbs::Value host = *found;
+      duk_uarridx_t at = 0;
+      const duk_idx_t list = duk_push_array(context);
+      const auto add = [&](const vbs::Value& item) {
+        world.push(context, item);
+        duk_put_prop_index(context, list, at++);
+      };
+      if (host.isArray()) {
+        for (std::size_t i = 0; i < host.asArray()->count; ++i) add(host.asArray()->element(i));
+        return 1;
+      }
+      const auto all = objectOf(host).enumerate();
+      for (vbs::Value item; all->next(item);) {
+        vbs::checkTime();
+        add(item);
+      }
+      return 1;
+    });
+  }
+
+  static duk_ret_t extents(duk_context* context) {
+    return native(context, [&] {
+      const vbs::Value* const host = of(context).hostAt(context, 0);
+      if (!host || !host->isArray()) vbs::throwError(vbs::ErrorCode::TypeMismatch);
+      const duk_idx_t list = duk_push_array(context);
+      duk_uarridx_t at = 0;
+      for (const std::int32_t extent : host->asArray()->extents()) {
+        duk_push_int(context, extent);
+        duk_put_prop_index(context, list, at++);
+      }
+      return 1;
+    });
+  }
+
+  static duk_ret_t nothing(duk_context*) { return 0; }
+};
+
+World::World() {
+  heap_ = duk_create_heap(
+      [](void* world, duk_size_t size) {
+        return static_cast<World*>(world)->allocate(nullptr, size);
+      },
+      [](void* world, void* old, duk_size_t size) {
+        return static_cast<World*>(world)->allocate(old, size);
+      },
+      [](void* world, void* old) { static_cast<World*>(world)->allocate(old, 0); }, this, nullptr);
+  if (!heap_) vbs::throwError(vbs::ErrorCode::OutOfMemory);
+  guarded([](duk_context* context) {
+    duk_push_heap_stash(context);
+    duk_push_object(context);
+    duk_put_prop_string(context, -2, kKept);
+    static constexpr duk_function_list_entry kTrapList[] = {{"get", &Traps::get, 3},
+                                                            {"set", &Traps::set, 4},
+                                                            {"apply", &Traps::apply, 3},
+                                                            {nullptr, nullptr, 0}};
+    duk_push_object(context);
+    duk_put_function_list(context, -1, kTrapList);
+    duk_put_prop_string(context, -2, kTraps);
+    duk_pop(context);
+    static constexpr duk_function_list_entry kGlobals[] = {
+        {"qv$call", &Traps::markCall, 1},
+        {"qv$key", &Traps::keepArgs, DUK_VARARGS},
+        {"qv$items", &Traps::items, 1},
+        {"qv$extents", &Traps::extents, 1},
+        {nullptr, nullptr, 0}};
+    duk_push_global_object(context);
+    duk_put_function_list(context, -1, kGlobals);
+    duk_pop(context);
+  });
+  run(kPrelude, "prelude");
+  guarded([](duk_context* context) {
+    duk_push_heap_stash(context);
+    for (const char* name : {kPlain, kDate}) {
+      duk_get_global_string(context, name);
+      duk_put_prop_string(context, -2, name);
+    }
+    duk_pop(context);
+  });
+}
+
+World::~World() {
+  end();
+}
+
+void World::end() {
+  keys_.clear();
+  published.clear();
+  duk_context* const heap = std::exchange(heap_, nullptr);
+  if (heap) duk_destroy_heap(heap);
+}
+
+World& World::of(duk_context* context) {
+  duk_memory_functions functions;
+  duk_get_memory_functions(context, &functions);
+  return *static_cast<World*>(functions.udata);
+}
+
+/// Values of scripts and what the heap holds count together. The heap can't bear a throw here: it
+/// is told that there is no memory, and looks itself whether it is to end.
+void* World::allocate(void* old, std::size_t size) noexcept {
+  auto* const block = old ? static_cast<char*>(old) - kHead : nullptr;
+  const std::size_t before = block ? *reinterpret_cast<std::size_t*>(block) : 0;
+  vbs::MemoryMeter& meter = vbs::runContext.memory;
+  if (size == 0) {
+    std::free(block);
+    meter.release(before);
+    return nullptr;
+  }
+  if (++allocations_ >= kBetweenLooks || size >= kLargeBlock) {
+    allocations_ = 0;
+    if (mustEnd()) return nullptr;
+  }
+  const auto more = static_cast<std::int64_t>(size) - static_cast<std::int64_t>(before);
+  if (more > 0 && meter.used > meter.limit - more) return nullptr;
+  auto* const made = static_cast<char*>(std::realloc(block, kHead + size));
+  if (!made) return nullptr;
+  meter.used += more;
+  *reinterpret_cast<std::size_t*>(made) = size;
+  return made + kHead;
+}
+
+bool World::mustEnd() noexcept {
+  if (ending_) return true;
+  try {
+    vbs::checkTime();
+  } catch (...) {
+    ending_ = std::current_exception();
+  }
+  return ending_ != nullptr;
+}
+
+void World::keepEnding(duk_context* context) {
+  ending_ = std::current_exception();
+  duk_push_null(context);
+}
+
+void World::guardedCall(duk_safe_call_function function, void* data) {
+  if (!heap_) vbs::throwError(vbs::ErrorCode::ObjectNotSet);
+  if (ending_) std::rethrow_exception(ending_);
+  if (!duk_check_stack(heap_, kStack)) vbs::throwError(vbs::ErrorCode::OutOfStackSpace);
+  const duk_int_t failed = duk_safe_call(heap_, function, data, 0, 1);
+  if (failed == DUK_EXEC_SUCCESS) return duk_pop(heap_);
+  throwFailure();
+}
+
+void World::pushError(duk_context* context, const vbs::ScriptError& error) {
+  const std::string text = vbs::String(vbs::fullDescription(error)).utf8();
+  const bool isSmall = error.number > 0 && error.number <= 0xFFFF;
+  duk_push_error_object_raw(context, DUK_ERR_ERROR, nullptr, 0, "%s", text.c_str());
+  duk_push_int(context, isSmall ? kFacility | error.number : error.number);
+  duk_put_prop_string(context, -2, "number");
+  if (error.source.empty()) return;
+  const std::string source = vbs::String(error.source).utf8();
+  duk_push_lstring(context, source.data(), source.size());
+  duk_put_prop_string(context, -2, kSource);
+}
+
+/// What the thrown value at `index` is to the world outside.
+vbs::ScriptError World::errorAt(duk_context* context, duk_idx_t index) {
+  vbs::ScriptError error;
+  error.number = kThrown;
+  error.source = kErrorSource;
+  failedLine = 0;
+  const auto narrowAt = [&](duk_idx_t at) {
+    return vbs::String::fromWide(decoded(textAt(context, at))).narrow();
+  };
+  if (!duk_is_error(context, index)) {
+    duk_safe_to_string(context, index);
+    error.description = "Exception thrown and not caught: " + narrowAt(index);
+    return error;
+  }
+  duk_get_prop_string(context, index, "message");
+  error.description = narrowAt(-1);
+  duk_get_prop_string(context, index, "fileName");
+  const bool isOfPage = textAt(context, -1) == kPage;
+  duk_get_prop_string(context, index, "lineNumber");
+  if (isOfPage) failedLine = duk_get_uint(context, -1);
+  duk_get_prop_string(context, index, "number");
+  error.number = duk_get_int(context, -1);
+  if ((error.number & ~0xFFFF) == kFacility) error.number &= 0xFFFF;
+  duk_get_prop_string(context, index, kSource);
+  if (duk_is_string(context, -1)) error.source = narrowAt(-1);
+  if (duk_get_error_code(context, index) == DUK_ERR_SYNTAX_ERROR) error.source = kSyntaxSource;
+  const bool isMemory = error.description == "alloc failed";
+  const bool isStack =
+      error.description.ends_with("stack limit") || error.description.ends_with("recursion limit");
+  if (isMemory || isStack) {
+    const auto code = isMemory ? vbs::ErrorCode::OutOfMemory : vbs::ErrorCode::OutOfStackSpace;
+    error.number = static_cast<std::int32_t>(code);
+    error.description = vbs::errorText(error.number);
+  }
+  return error;
+}
+
+/// Ends the use of the heap that has failed: what was thrown is at the top.
+void World::throwFailure() {
+  if (ending_) {
+    duk_pop(heap_);
+    std::rethrow_exception(ending_);
+  }
+  vbs::ScriptError error;
+  error.number = kThrown;
+  error.description = "Exception thrown and not caught";
+  error.source = kErrorSource;
+  duk_safe_call(
+      heap_,
+      [](duk_context* context, void* made) -> duk_ret_t {
+        *static_cast<vbs::ScriptError*>(made) =
+            of(context).errorAt(context, duk_get_top_index(context));
+        return 0;
+      },
+      &error, 1, 1);
+  duk_pop(heap_);
+  if (ending_) std::rethrow_exception(ending_);
+  throw error;
+}
+
+void World::pushText(duk_context* context, const vbs::String& text) {
+  if (text.isAnsi() && isAscii(text.ansi())) {
+    duk_push_lstring(context, text.ansi().data(), text.ansi().size());
+    return;
+  }
+  const vbs::MemoryCharge charge(text.length() * 5);
+  const std::string bytes = encoded(text.wide());
+  duk_push_lstring(context, bytes.data(), bytes.size());
+}
+
+void World::push(duk_context* context, const vbs::Value& given) {
+  const vbs::Value& value = given.deref();
+  duk_require_stack(context, kStack);
+  switch (value.type()) {
+    case vbs::Type::Null:
+      return duk_push_null(context);
+    case vbs::Type::Boolean:
+      return duk_push_boolean(context, value.asBoolean());
+    case vbs::Type::Byte:
+    case vbs::Type::Integer:
+    case vbs::Type::Long:
+      return duk_push_int(context, value.asInt());
+    case vbs::Type::Single:
+    case vbs::Type::Double:
+      return duk_push_number(context, value.asDouble());
+    case vbs::Type::Currency:
+      return duk_push_number(context, static_cast<double>(value.asCurrency()) / 10'000);
+    case vbs::Type::String:
+      return pushText(context, value.asString());
+    case vbs::Type::Date:
+      duk_push_heap_stash(context);
+      duk_get_prop_string(context, -1, kDate);
+      duk_remove(context, -2);
+      duk_push_number(context, value.asDouble());
+      return duk_call(context, 1);
+    case vbs::Type::Array:
+      return pushHost(context, value);
+    case vbs::Type::Object: {
+      if (!value.asObject()) return duk_push_null(context);
+      const auto* own = dynamic_cast<const ScriptObject*>(value.asObject());
+      return own && own->world() == this ? pushKept(context, own->key()) : pushHost(context, value);
+    }
+    default:
+      return duk_push_undefined(context);
+  }
+}
+
+void World::pushHost(duk_context* context, const vbs::Value& value) {
+  duk_push_c_function(context, &Traps::nothing, DUK_VARARGS);
+  duk_push_c_function(context, &endHost, 1);
+  duk_set_finalizer(context, -2);
+  auto held = std::make_unique<vbs::Value>(value);
+  duk_push_pointer(context, held.get());
+  duk_put_prop_string(context, -2, kHost);
+  held.release();
+  duk_push_heap_stash(context);
+  duk_get_prop_string(context, -1, kTraps);
+  duk_remove(context, -2);
+  duk_push_proxy(context, 0);
+}
+
+/// What of the host stands there; null for what is the script's own.
+vbs::Value* World::hostAt(duk_context* context, duk_idx_t index) {
+  if (!duk_is_object(context, index)) return nullptr;
+  duk_get_prop_string(context, index, kHost);
+  auto* host = static_cast<vbs::Value*>(duk_get_pointer(context, -1));
+  duk_pop(context);
+  return host;
+}
+
+vbs::Value World::valueAt(duk_context* context, duk_idx_t index) {
+  switch (duk_get_type(context, index)) {
+    case DUK_TYPE_NULL:
+      return vbs::Value::null();
+    case DUK_TYPE_BOOLEAN:
+      return vbs::Value::boolean(duk_get_boolean(context, index));
+    case DUK_TYPE_NUMBER: {
+      const double number = duk_get_number(context, index);
+      const bool isWhole =
+          number >= INT32_MIN && number <= INT32_MAX && std::trunc(number) == number;
+      return isWhole ? vbs::Value::longInt(static_cast<std::int32_t>(number))
+                     : vbs::Value::number(number);
+    }
+    case DUK_TYPE_STRING: {
+      if (duk_is_symbol(context, index)) vbs::throwError(vbs::ErrorCode::TypeMismatch);
+      const std::string_view text = textAt(context, index);
+      if (isAscii(text)) return vbs::Value(text);
+      const vbs::MemoryCharge charge(text.size() * 2);
+      return vbs::Value(vbs::String::fromWide(decoded(text)));
+    }
+    case DUK_TYPE_OBJECT:
+    case DUK_TYPE_LIGHTFUNC:
+      if (const vbs::Value* host = hostAt(context, index)) return *host;
+      return plainAt(context, index);
+    default:
+      return {};
+  }
+}
+
+/// An object of the script's own: dates and the like by what they are worth.
+vbs::Value World::plainAt(duk_context* context, duk_idx_t index) {
+  duk_require_stack(context, kStack);
+  index = duk_require_normalize_index(context, index);
+  duk_push_heap_stash(context);
+  duk_get_prop_string(context, -1, kPlain);
+  duk_dup(context, index);
+  duk_call(context, 1);
+  vbs::Value value;
+  if (!duk_is_object(context, -1)) {
+    value = valueAt(context, -1);
+  } else if (!duk_strict_equals(context, -1, index)) {
+    duk_get_prop_string(context, -1, "days");
+    value = vbs::Value::date(duk_get_number(context, -1));
+    duk_pop(context);
+  } else {
+    const std::uint32_t key = ++lastKept_;
+    duk_get_prop_string(context, -2, kKept);
+    duk_dup(context, index);
+    duk_put_prop_index(context, -2, key);
+    duk_pop(context);
+    value = vbs::Value::adopt(new ScriptObject(shared_from_this(), key));
+  }
+  duk_pop_2(context);
+  return value;
+}
+
+void World::pushKept(duk_context* context, std::uint32_t key) {
+  duk_push_heap_stash(context);
+  duk_get_prop_string(context, -1, kKept);
+  duk_get_prop_index(context, -1, key);
+  duk_remove(context, -2);
+  duk_remove(context, -2);
+}
+
+void World::forget(std::uint32_t key) noexcept {
+  if (!heap_ || !duk_check_stack(heap_, kStack)) return;
+  duk_safe_call(
+      heap_,
+      [](duk_context* context, void* given) -> duk_ret_t {
+        duk_push_heap_stash(context);
+        duk_get_prop_string(context, -1, kKept);
+        duk_del_prop_index(context, -1, *static_cast<std::uint32_t*>(given));
+        return 0;
+      },
+      &key, 0, 1);
+  duk_pop(heap_);
+}
+
+void World::call(duk_context* context, vbs::Args args) {
+  duk_require_stack(context, static_cast<duk_idx_t>(args.size()) + kStack);
+  for (const vbs::Value& arg : args) push(context, arg);
+  duk_call_method(context, static_cast<duk_idx_t>(args.size()));
+}
+
+vbs::MemberId World::idOf(std::string_view name) {
+  const auto [found, isNew] =
+      ids_.try_emplace(std::string(name), static_cast<vbs::MemberId>(names_.size()) + 1);
+  if (isNew) names_.emplace_back(name);
+  return found->second;
+}
+
+void World::run(std::string_view code, const char* file) {
+  guarded([&](duk_context* context) {
+    duk_push_string(context, file);
+    duk_compile_lstring_filename(context, 0, code.data(), code.size());
+    duk_push_global_object(context);
+    duk_call_method(context, 0);
+    duk_pop(context);
+  });
+}
+
+void World::defineGetter(duk_context* context, const std::string& name, vbs::Object& object,
+                         vbs::MemberId id) {
+  duk_push_global_object(context);
+  duk_push_lstring(context, name.data(), name.size());
+  push(context, vbs::Value::object(&object));
+  Traps::pushMember(context, &Traps::getGlobal, -1, id);
+  duk_remove(context, -2);
+  duk_def_prop(context, -3, DUK_DEFPROP_HAVE_GETTER | DUK_DEFPROP_SET_CONFIGURABLE);
+  duk_pop(context);
+}
+
+}  // namespace quorvane::jscript
+
+extern "C" int quorvaneTimeIsOver(void* world) {
+  return static_cast<quorvane::jscript::ScriptEngine::World*>(world)->mustEnd() ? 1 : 0;
+}

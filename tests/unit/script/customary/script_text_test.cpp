@@ -1,0 +1,50 @@
+#include "jscript/script_text.h"
+
+#include <gtest/gtest.h>
+
+namespace quorvane::jscript {
+
+namespace {
+
+using Names = std::vector<std::string>;
+
+std::string ready(std::string_view source) {
+  return madeReady(source).code;
+}
+
+TEST(ScriptText, AssignmentsToCalls) {
+  EXPECT_EQ(ready("Session(\"a\") = 1;"), "Session[qv$key(\"\", \"a\")] = 1;");
+  EXPECT_EQ(ready("rows.Fields(f(1)) += 2"), "rows[qv$key(\"Fields\", f(1))] += 2");
+  EXPECT_EQ(ready("Response.Cookies(\"a\")(\"b\") = c(d)"),
+            "Response[qv$call(\"Cookies\")](\"a\")[qv$key(\"\", \"b\")] = c(d)");
+  EXPECT_EQ(ready("Application('n')++"), "Application[qv$key(\"\", 'n')]++");
+  EXPECT_EQ(ready("a() = 1"), "a[qv$key(\"\")] = 1");
+  EXPECT_EQ(ready("if (a)\n++b; while (c) ++d; f(1) == 2; x = (y) / 2"),
+            "if (a)\n++b; while (c) ++d; f(1) == 2; x = (y) / 2");
+}
+
+TEST(ScriptText, CallsOfMembers) {
+  EXPECT_EQ(ready("a.B(1).C + d.e\n.f()"), "a[qv$call(\"B\")](1).C + d.e\n[qv$call(\"f\")]()");
+  EXPECT_EQ(ready("s.charAt(1)"), "s.charAt(1)");
+}
+
+TEST(ScriptText, NothingInTextsAndComments) {
+  for (const char* same :
+       {"'a(1) = 2'", "\"\\\" a.b() \"", "// a.b() = 1\n/* c.d() */", "/a.b()=/g", "<!-- a.b()",
+        "x = /[/]a.b()/", "1.5", "'open", "/* open", "((", "))", ""}) {
+    EXPECT_EQ(ready(same), same);
+  }
+}
+
+TEST(ScriptText, Names) {
+  const ScriptText text = madeReady(
+      "var a = f(1, 2), b; function g(p) { var c; free1(p, c); }\n"
+      "for (var i = 0; i < 1; i++) { var d; }\n"
+      "h = function (q) { function inner() {} };\ntry { } catch (e) { e.member(free2); }");
+  EXPECT_EQ(text.declared, (Names{"a", "b", "g", "i", "d"}));
+  EXPECT_EQ(text.free, (Names{"f", "free1", "h", "free2"}));
+}
+
+}  // namespace
+
+}  // namespace quorvane::jscript
