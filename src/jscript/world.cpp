@@ -119,10 +119,10 @@ struct World::Traps {
     return args;
   }
 
+  /// `host` is the caller's own: the call may end who holds it.
   static vbs::Value invoke(const vbs::Value& host, vbs::MemberId id, vbs::CallKind kind,
                            std::vector<vbs::Value> args) {
-    const vbs::Value held = host;  // the call may end who holds it
-    vbs::Object& object = objectOf(held);
+    vbs::Object& object = objectOf(host);
     if (kind == vbs::CallKind::Get) id = object.objectMember(id);
     return object.invoke(id, kind, args);
   }
@@ -571,7 +571,7 @@ void World::pushHost(duk_context* context, const vbs::Value& value) {
   auto held = std::make_unique<vbs::Value>(value);
   duk_push_pointer(context, held.get());
   duk_put_prop_string(context, -2, kHost);
-  held.release();
+  static_cast<void>(held.release());  // the finalizer's
   duk_push_heap_stash(context);
   duk_get_prop_string(context, -1, kTraps);
   duk_remove(context, -2);

@@ -77,12 +77,15 @@ class Glue {
     for (const std::string& name : used) {
       const std::string lower = lowerCase(name);
       if (names_.procedures.contains(lower)) {
-        head += "[%procedure] \"" + name + "\", GetRef(\"" + name + "\"): ";
+        head.append("[%procedure] \"").append(name).append("\", GetRef(\"").append(name);
       } else if (isVariable(lower)) {
-        head += "[%variable] \"" + name + "\", GetRef(\"%get " + name + "\"), GetRef(\"%put " +
-                name + "\"): ";
+        head.append("[%variable] \"").append(name).append("\", GetRef(\"%get ").append(name);
+        head.append("\"), GetRef(\"%put ").append(name);
         addAccess(name, names_.constants.contains(lower));
+      } else {
+        continue;
       }
+      head.append("\"): ");
     }
     return head;
   }
