@@ -31,6 +31,7 @@ quorvane_changed_copy(duk_config.h
   "#undef DUK_USE_CPP_EXCEPTIONS\n" "#define DUK_USE_CPP_EXCEPTIONS\n")
 set(look "if (quorvaneTimeIsOver(thr->heap->heap_udata)) DUK_ERROR_RANGE(thr, \"time is over\");")
 quorvane_changed_copy(duktape.c
+  "i < DUK_HEAP_ALLOC_FAIL_MARKANDSWEEP_LIMIT" "i < 2"
   "DUK_HTHREAD_INTCTR_DEFAULT (256L * 1024L)" "DUK_HTHREAD_INTCTR_DEFAULT 256L"
   "DUK_RE_EXECUTE_STEPS_LIMIT 1000000000L" "DUK_RE_EXECUTE_STEPS_LIMIT 50000000L"
   "steps_limit = DUK_RE_EXECUTE_STEPS_LIMIT;" "steps_limit = DUK_RE_EXECUTE_STEPS_LIMIT; ${look}"
@@ -44,4 +45,4 @@ configure_file(${DUKTAPE_SOURCE}/duktape.h ${duktape_dir}/duktape.h COPYONLY)
 set_source_files_properties(${duktape_dir}/duktape.c PROPERTIES LANGUAGE CXX)
 add_library(duktape STATIC ${duktape_dir}/duktape.c)
 target_include_directories(duktape SYSTEM PUBLIC ${duktape_dir})
-target_compile_options(duktape PRIVATE -w -fno-sanitize=all)
+target_compile_options(duktape PRIVATE -w -O2 -fno-sanitize=all)
