@@ -122,7 +122,18 @@ std::string_view withoutVersion(std::string_view progId) {
   }
 }
 
+/// Null when there is none.
+const Component* findComponent(std::string_view progId) {
+  const std::string lowerName = lowerCase(progId);
+  const Component* component = componentOf(lowerName);
+  return component ? component : componentOf(withoutVersion(lowerName));
+}
+
 }  // namespace
+
+bool isComponent(std::string_view progId) {
+  return findComponent(progId) != nullptr;
+}
 
 std::vector<std::string_view> componentNames() {
   std::vector<std::string_view> names;
@@ -133,9 +144,7 @@ std::vector<std::string_view> componentNames() {
 }
 
 vbs::Value createComponent(std::string_view progId, const Services& services) {
-  const std::string lowerName = lowerCase(progId);
-  const Component* component = componentOf(lowerName);
-  if (!component) component = componentOf(withoutVersion(lowerName));
+  const Component* component = findComponent(progId);
   if (!component) vbs::throwError(vbs::ErrorCode::CannotCreateObject, progId);
   return component->create(services);
 }

@@ -14,6 +14,9 @@ struct Services;
 /// for one that is not known. `services` outlive what is made.
 vbs::Value createComponent(std::string_view progId, const Services& services);
 
+/// Whether there is such an object.
+bool isComponent(std::string_view progId);
+
 /// All of them, in lower case.
 std::vector<std::string_view> componentNames();
 

@@ -85,8 +85,8 @@ void RequestHead::readRequestLine() {
   version_ = {second + 1, end - second - 1};
 }
 
-std::vector<RequestHead::Header> RequestHead::headers() const {
-  std::vector<Header> all;
+template <class Visit>
+void RequestHead::forEachHeader(Visit visit) const {
   std::string_view rest = std::string_view(text_).substr(0, text_.find(kBlankLine));
   while (!rest.empty()) {
     const std::size_t end = std::min(rest.find(kLineEnd), rest.size());
@@ -96,9 +96,27 @@ std::vector<RequestHead::Header> RequestHead::headers() const {
     const std::size_t colon = line.find(':');
     if (colon == kNowhere) continue;
     const std::size_t value = std::min(line.find_first_not_of(' ', colon + 1), line.size());
-    all.push_back({trimBlanks(line.substr(0, colon)), line.substr(value)});
+    if (!visit(Header{trimBlanks(line.substr(0, colon)), line.substr(value)})) return;
   }
+}
+
+std::vector<RequestHead::Header> RequestHead::headers() const {
+  std::vector<Header> all;
+  forEachHeader([&](const Header& line) {
+    all.push_back(line);
+    return true;
+  });
   return all;
+}
+
+std::string_view RequestHead::header(std::string_view name) const {
+  std::string_view value;
+  forEachHeader([&](const Header& line) {
+    const bool isIt = equalsNoCase(line.name, name);
+    if (isIt) value = line.value;
+    return !isIt;
+  });
+  return value;
 }
 
 }  // namespace quorvane

@@ -78,6 +78,9 @@ class RequestHead {
   /// The lines of the head that have a colon; the request line too, if it has one.
   std::vector<Header> headers() const;
 
+  /// The value of the first of them with this name, letter case aside; empty when there is none.
+  std::string_view header(std::string_view name) const;
+
   /// The loose grammar: calls `visit` with every line but the first, in the head or not.
   template <class Visit>
   void forEachLooseLine(Visit visit) const {
@@ -98,6 +101,10 @@ class RequestHead {
     std::size_t start = 0;
     std::size_t length = 0;
   };
+
+  /// Calls `visit` with each of headers() until it gives false.
+  template <class Visit>
+  void forEachHeader(Visit visit) const;
 
   void read(std::size_t bodyStart);
   void readRequestLine();

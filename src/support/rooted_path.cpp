@@ -116,4 +116,10 @@ std::optional<RootedPath> RootedPath::resolved(std::string_view root, std::strin
   return literal(root, std::string_view(whole).substr(top.size()));
 }
 
+std::optional<RootedPath> RootedPath::ofPage(std::string_view root, std::string_view folder,
+                                             std::string_view path) {
+  const bool fromRoot = !path.empty() && paths::isSeparator(path.front());
+  return resolved(root, fromRoot ? root : folder, path);
+}
+
 }  // namespace quorvane

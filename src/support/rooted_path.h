@@ -31,6 +31,11 @@ class RootedPath {
   static std::optional<RootedPath> resolved(std::string_view root, std::string_view folder,
                                             std::string_view path);
 
+  /// A path as a page in `folder` writes it: with a separator in front it is seen from the root,
+  /// else from the folder.
+  static std::optional<RootedPath> ofPage(std::string_view root, std::string_view folder,
+                                          std::string_view path);
+
   /// The whole path: the root, a separator, the rest. Separators below the root are the system's.
   const std::string& text() const& { return text_; }
   std::string text() && { return std::move(text_); }

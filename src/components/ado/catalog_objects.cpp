@@ -63,11 +63,33 @@ std::string typeText(DataType type, std::int32_t size, std::int32_t precision, s
   }
 }
 
-[[noreturn]] void failItem(std::string_view object) {
-  throwAdo(AdoError::ItemNotFound, "ADOX." + std::string(object));
+}  // namespace
+
+template <class Item>
+std::size_t CatalogItems<Item>::placeOf(const Value& key) const {
+  const std::size_t place = items_.placeOf(key);
+  if (place == items_.size()) {
+    throwAdo(AdoError::ItemNotFound, "ADOX." + std::string(typeName()));
+  }
+  return place;
 }
 
-}  // namespace
+template <class Item>
+Value CatalogItems<Item>::getItem(Args args) {
+  return Value::object(items_.all()[placeOf(args[0])].get());
+}
+
+template <class Item>
+void CatalogItems<Item>::add(vbs::Ref<Item> item, const std::string& statement) {
+  if (connection_) run(connection_, statement);
+  items_.all().push_back(std::move(item));
+}
+
+template <class Item>
+void CatalogItems<Item>::removeAt(std::size_t place, const std::string& statement) {
+  if (connection_) run(connection_, statement);
+  items_.all().erase(items_.all().begin() + static_cast<std::ptrdiff_t>(place));
+}
 
 std::span<const vbs::Member<CatalogColumn>> CatalogColumn::members() {
   using Self = CatalogColumn;
@@ -116,17 +138,6 @@ std::span<const vbs::Member<CatalogColumns>> CatalogColumns::members() {
   return kMembers;
 }
 
-void CatalogColumns::bind(vbs::Ref<Connection> connection, std::string table) {
-  connection_ = std::move(connection);
-  table_ = std::move(table);
-}
-
-Value CatalogColumns::getItem(Args args) {
-  CatalogColumn* column = items_.find(args[0]);
-  if (!column) failItem("Columns");
-  return Value::object(column);
-}
-
 /// A Column, or name, type and size.
 Value CatalogColumns::callAppend(Args args) {
   vbs::Ref<CatalogColumn> column(objectOf<CatalogColumn>(args[0]));
@@ -137,21 +148,15 @@ Value CatalogColumns::callAppend(Args args) {
                          arguments::number(args, 1, static_cast<std::int32_t>(DataType::VarWChar))),
                      arguments::number(args, 2, 0));
   }
-  if (connection_) {
-    run(connection_, "ALTER TABLE " + bracketed(table_) + " ADD COLUMN " + column->definition());
-  }
-  items_.all().push_back(std::move(column));
+  const std::string definition = column->definition();
+  add(std::move(column), "ALTER TABLE " + bracketed(table_) + " ADD COLUMN " + definition);
   return {};
 }
 
 Value CatalogColumns::callDelete(Args args) {
-  const std::size_t place = items_.placeOf(args[0]);
-  if (place == items_.size()) failItem("Columns");
-  if (connection_) {
-    run(connection_, "ALTER TABLE " + bracketed(table_) + " DROP COLUMN " +
-                         bracketed(items_.all()[place]->name()));
-  }
-  items_.all().erase(items_.all().begin() + static_cast<std::ptrdiff_t>(place));
+  const std::size_t place = placeOf(args[0]);
+  removeAt(place, "ALTER TABLE " + bracketed(table_) + " DROP COLUMN " +
+                      bracketed(items_.all()[place]->name()));
   return {};
 }
 
@@ -192,17 +197,6 @@ std::span<const vbs::Member<CatalogIndexes>> CatalogIndexes::members() {
   return kMembers;
 }
 
-void CatalogIndexes::bind(vbs::Ref<Connection> connection, std::string table) {
-  connection_ = std::move(connection);
-  table_ = std::move(table);
-}
-
-Value CatalogIndexes::getItem(Args args) {
-  CatalogIndex* index = items_.find(args[0]);
-  if (!index) failItem("Indexes");
-  return Value::object(index);
-}
-
 /// An Index, or a name and the columns: one name or an array.
 Value CatalogIndexes::callAppend(Args args) {
   vbs::Ref<CatalogIndex> index(objectOf<CatalogIndex>(args[0]));
@@ -219,19 +213,15 @@ Value CatalogIndexes::callAppend(Args args) {
       index->columns().items().all().push_back(std::move(column));
     }
   }
-  if (connection_) run(connection_, index->definition(table_));
-  items_.all().push_back(std::move(index));
+  const std::string definition = index->definition(table_);
+  add(std::move(index), definition);
   return {};
 }
 
 Value CatalogIndexes::callDelete(Args args) {
-  const std::size_t place = items_.placeOf(args[0]);
-  if (place == items_.size()) failItem("Indexes");
-  if (connection_) {
-    run(connection_,
-        "DROP INDEX " + bracketed(items_.all()[place]->name()) + " ON " + bracketed(table_));
-  }
-  items_.all().erase(items_.all().begin() + static_cast<std::ptrdiff_t>(place));
+  const std::size_t place = placeOf(args[0]);
+  removeAt(place,
+           "DROP INDEX " + bracketed(items_.all()[place]->name()) + " ON " + bracketed(table_));
   return {};
 }
 
@@ -345,12 +335,6 @@ void CatalogTables::read() {
   for (const auto& table : items_.all()) table->bind(connection_);
 }
 
-Value CatalogTables::getItem(Args args) {
-  CatalogTable* table = items_.find(args[0]);
-  if (!table) failItem("Tables");
-  return Value::object(table);
-}
-
 Value CatalogTables::callAppend(Args args) {
   auto* table = objectOf<CatalogTable>(args[0]);
   if (!table) throwAdo(AdoError::InvalidArgument, "ADOX.Tables");
@@ -360,10 +344,8 @@ Value CatalogTables::callAppend(Args args) {
 }
 
 Value CatalogTables::callDelete(Args args) {
-  const std::size_t place = items_.placeOf(args[0]);
-  if (place == items_.size()) failItem("Tables");
-  run(connection_, "DROP TABLE " + bracketed(items_.all()[place]->name()));
-  items_.all().erase(items_.all().begin() + static_cast<std::ptrdiff_t>(place));
+  const std::size_t place = placeOf(args[0]);
+  removeAt(place, "DROP TABLE " + bracketed(items_.all()[place]->name()));
   return {};
 }
 

@@ -50,27 +50,41 @@ class CatalogColumn final : public vbs::NativeObject<CatalogColumn> {
 
 class CatalogTable;
 
-/// The columns of a table or of an index.
-class CatalogColumns final : public vbs::NativeObject<CatalogColumns> {
+/// What the collections of tables, columns and indexes have in common.
+template <class Item>
+class CatalogItems : public vbs::Object {
  public:
-  Items<CatalogColumn>& items() { return items_; }
-  /// Columns that come and go from now on are those of a table of the database.
-  void bind(vbs::Ref<Connection> connection, std::string table);
-
-  std::string_view typeName() const override { return "Columns"; }
+  Items<Item>& items() { return items_; }
+  /// Items that come and go from now on are those of the database, of a table if one is named.
+  void bind(vbs::Ref<Connection> connection, std::string table) {
+    connection_ = std::move(connection);
+    table_ = std::move(table);
+  }
   std::unique_ptr<vbs::Enumerator> enumerate() override { return items_.walk(); }
+
+ protected:
+  vbs::Value getItem(vbs::Args args);
+  vbs::Value getCount(vbs::Args) { return items_.count(); }
+  vbs::Value callRefresh(vbs::Args) { return {}; }
+  /// In the database and here.
+  void add(vbs::Ref<Item> item, const std::string& statement);
+  std::size_t placeOf(const vbs::Value& key) const;  ///< an error when there is none
+  void removeAt(std::size_t place, const std::string& statement);
+
+  Items<Item> items_;
+  vbs::Ref<Connection> connection_;  ///< null: of no database yet
+  std::string table_;
+};
+
+/// The columns of a table or of an index.
+class CatalogColumns final : public vbs::NativeObject<CatalogColumns, CatalogItems<CatalogColumn>> {
+ public:
+  std::string_view typeName() const override { return "Columns"; }
   static std::span<const vbs::Member<CatalogColumns>> members();
 
  private:
-  vbs::Value getItem(vbs::Args args);
-  vbs::Value getCount(vbs::Args) { return items_.count(); }
   vbs::Value callAppend(vbs::Args args);
   vbs::Value callDelete(vbs::Args args);
-  vbs::Value callRefresh(vbs::Args) { return {}; }
-
-  Items<CatalogColumn> items_;
-  vbs::Ref<Connection> connection_;
-  std::string table_;
 };
 
 /// ADOX.Index.
@@ -103,25 +117,14 @@ class CatalogIndex final : public vbs::NativeObject<CatalogIndex> {
   vbs::Ref<CatalogColumns> columns_ = vbs::make<CatalogColumns>();
 };
 
-class CatalogIndexes final : public vbs::NativeObject<CatalogIndexes> {
+class CatalogIndexes final : public vbs::NativeObject<CatalogIndexes, CatalogItems<CatalogIndex>> {
  public:
-  Items<CatalogIndex>& items() { return items_; }
-  void bind(vbs::Ref<Connection> connection, std::string table);
-
   std::string_view typeName() const override { return "Indexes"; }
-  std::unique_ptr<vbs::Enumerator> enumerate() override { return items_.walk(); }
   static std::span<const vbs::Member<CatalogIndexes>> members();
 
  private:
-  vbs::Value getItem(vbs::Args args);
-  vbs::Value getCount(vbs::Args) { return items_.count(); }
   vbs::Value callAppend(vbs::Args args);
   vbs::Value callDelete(vbs::Args args);
-  vbs::Value callRefresh(vbs::Args) { return {}; }
-
-  Items<CatalogIndex> items_;
-  vbs::Ref<Connection> connection_;
-  std::string table_;
 };
 
 /// ADOX.Table.
@@ -155,26 +158,21 @@ class CatalogTable final : public vbs::NativeObject<CatalogTable> {
   vbs::Ref<Connection> connection_;
 };
 
-class CatalogTables final : public vbs::NativeObject<CatalogTables> {
+class CatalogTables final : public vbs::NativeObject<CatalogTables, CatalogItems<CatalogTable>> {
  public:
-  explicit CatalogTables(vbs::Ref<Connection> connection) : connection_(std::move(connection)) {
+  explicit CatalogTables(vbs::Ref<Connection> connection) {
+    bind(std::move(connection), {});
     read();
   }
 
   std::string_view typeName() const override { return "Tables"; }
-  std::unique_ptr<vbs::Enumerator> enumerate() override { return items_.walk(); }
   static std::span<const vbs::Member<CatalogTables>> members();
 
  private:
   void read();
-  vbs::Value getItem(vbs::Args args);
-  vbs::Value getCount(vbs::Args) { return items_.count(); }
   vbs::Value callAppend(vbs::Args args);
   vbs::Value callDelete(vbs::Args args);
   vbs::Value callRefresh(vbs::Args);
-
-  Items<CatalogTable> items_;
-  vbs::Ref<Connection> connection_;
 };
 
 /// ADOX.Catalog.

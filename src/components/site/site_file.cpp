@@ -12,9 +12,8 @@ namespace quorvane {
 
 std::string sitePath(const Services& services, std::string_view path) {
   const std::string& root = services.state.ScriptsFolder;
-  const bool fromRoot = !path.empty() && paths::isSeparator(path.front());
   const std::string page = services.page ? services.page->folder() : std::string();
-  const auto rooted = RootedPath::resolved(root, fromRoot || page.empty() ? root : page, path);
+  const auto rooted = RootedPath::ofPage(root, page.empty() ? root : page, path);
   if (!rooted) vbs::throwError(vbs::ErrorCode::PermissionDenied);
   return ScriptFiles(services).allowedPath(rooted->text());
 }

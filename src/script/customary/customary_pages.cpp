@@ -7,6 +7,7 @@
 #include "http/header_lines.h"
 #include "http/response_heads.h"
 #include "script/customary/error_answer.h"
+#include "script/customary/failure.h"
 #include "script/customary/page_script.h"
 #include "script/customary/request_object.h"
 #include "script/customary/server_object.h"
@@ -62,7 +63,6 @@ struct CustomaryPages::Objects {
   vbs::Ref<ServerObject> server;
   vbs::Ref<SessionObject> session;
   vbs::Ref<TransactionObject> context = vbs::make<TransactionObject>();
-  vbs::Ref<TypeLibraryNames> constants = vbs::make<TypeLibraryNames>();
 };
 
 CustomaryPages::CustomaryPages(const Services& services, const PageParts& parts,
@@ -142,6 +142,8 @@ std::optional<PageError> CustomaryPages::runPage(const PageStore::Program& page,
   mayUseSession_ |= page->mentionsSession;
   const auto output = vbs::make<OutputNames>(*objects_->response, page->texts);
   const std::string folder(paths::folderOf(path));
+  vbs::Ref<TypeLibraryNames> constants;
+  if (page->namesTypeLibrary) constants = vbs::make<TypeLibraryNames>();
   vbs::Ref<PageScript> script;
   if (!page->script.empty()) script = vbs::make<PageScript>(*page, *output);
   const auto report = run_.run(page->program, folder, [&](vbs::Engine& engine) {
@@ -153,7 +155,7 @@ std::optional<PageError> CustomaryPages::runPage(const PageStore::Program& page,
     add(kNoName, *output, true);
     site_.publish(add, objects_->session);
     site_.publish(add, page->objects);
-    if (page->namesTypeLibrary) add(kNoName, *objects_->constants, true);
+    if (constants) add(kNoName, *constants, true);
     if (!script) return;
     script->findNames();
     engine.addObject(kNoName, *script, true);
@@ -188,7 +190,7 @@ PageError CustomaryPages::errorOf(const PageProgram& page, const vbs::ErrorRepor
 
 PageError CustomaryPages::faultOf(const PageProgram::Fault& fault, std::int32_t codePage) const {
   PageError error;
-  error.number = kPageFault;
+  error.number = kObjectFailed;
   error.category = vbs::String("Quorvane");
   error.description = vbs::String(fault.text);
   error.file = vbs::String(fault.place.file);
@@ -285,11 +287,7 @@ void CustomaryPages::transfer(const std::string& target) {
 }
 
 std::string CustomaryPages::header(std::string_view name) const {
-  if (!objects_) return {};
-  for (const RequestHead::Header& line : request_->parser.head().headers()) {
-    if (equalsNoCase(line.name, name)) return std::string(line.value);
-  }
-  return {};
+  return objects_ ? std::string(request_->parser.head().header(name)) : std::string();
 }
 
 /// Before the page and after it, procedures of global.asa run, which stands in the root.

@@ -9,9 +9,6 @@
 
 namespace quorvane::customary {
 
-/// The number of what stops a page before it runs.
-inline constexpr std::int32_t kPageFault = -2147467259;
-
 /// The line that stands at a place, of its first thousand bytes, in a file of this code page or of
 /// the one that its mark tells; empty when it can't be read.
 vbs::String sourceLine(const Files& files, const Place& place, std::int32_t codePage);

@@ -22,9 +22,7 @@ std::size_t bytesOf(const PageProgram& page) {
 }  // namespace
 
 std::optional<std::string> PageStore::find(std::string_view folder, std::string_view target) const {
-  const std::string& root = services_.state.ScriptsFolder;
-  const bool fromRoot = !target.empty() && paths::isSeparator(target.front());
-  const auto path = RootedPath::resolved(root, fromRoot ? root : folder, target);
+  const auto path = RootedPath::ofPage(services_.state.ScriptsFolder, folder, target);
   return path ? findBelow(services_.files, *path, services_.state.FollowLinks) : std::nullopt;
 }
 

@@ -21,18 +21,10 @@ constexpr std::string_view kLocalAddress = "LOCAL_ADDR";
 
 constexpr std::string_view kFormType = "application/x-www-form-urlencoded";
 
-std::string headerValue(const clsHTTPParser& request, std::string_view name) {
-  for (const RequestHead::Header& line : request.head().headers()) {
-    if (equalsNoCase(line.name, name)) return std::string(line.value);
-  }
-  return {};
-}
-
 /// Only their names decoded: what a value means is known when it is asked for.
 NameValues cookiesOf(const clsHTTPParser& request, std::int32_t codePage) {
   NameValues cookies;
-  const std::string line = headerValue(request, "cookie");
-  std::string_view text = line;
+  std::string_view text = request.head().header("cookie");
   while (!text.empty()) {
     const std::size_t end = std::min(text.find(';'), text.size());
     const std::string_view pair = trimBlanks(text.substr(0, end));
@@ -89,7 +81,7 @@ ValueCollection& RequestObject::form() {
   if (body_ == Body::AsBytes) fail("The form can't be read after BinaryRead");
   body_ = Body::AsForm;
   if (!form_) {
-    const bool isForm = startsWithNoCase(headerValue(request(), "content-type"), kFormType);
+    const bool isForm = startsWithNoCase(request().head().header("content-type"), kFormType);
     form_ = collectionOf(isForm ? request().body() : std::string_view(), page_->codePage());
   }
   return *form_;
@@ -123,7 +115,7 @@ vbs::Value RequestObject::getFormObject(vbs::Args args) {
 }
 
 vbs::Value RequestObject::getCookies(vbs::Args args) {
-  if (!arguments::isGiven(args, 0)) return vbs::Value(headerValue(request(), "cookie").c_str());
+  if (!arguments::isGiven(args, 0)) return vbs::Value(request().head().header("cookie"));
   const auto* values = cookies().find(vbs::toString(args[0]).narrow());
   if (!values) return vbs::Value(std::string_view());
   return vbs::Value(decodeUrl(values->front().narrow(), page_->codePage()));

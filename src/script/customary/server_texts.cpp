@@ -121,8 +121,7 @@ std::optional<std::string> mappedPath(const Services& services, std::string_view
                                       std::string_view path) {
   const std::string& root = services.state.ScriptsFolder;
   if (isNoPath(path)) return std::nullopt;
-  const bool fromRoot = !path.empty() && paths::isSeparator(path.front());
-  const auto wanted = RootedPath::resolved(root, fromRoot ? root : folder, path);
+  const auto wanted = RootedPath::ofPage(root, folder, path);
   if (!wanted) return std::nullopt;
   if (wanted->relative().empty()) return root;
   const bool isOpen = !path.empty() && paths::isSeparator(path.back());

@@ -189,11 +189,7 @@ bool aspMainParser::Run() {
 }
 
 std::string aspMainParser::header(std::string_view name) const {
-  if (!published_) return {};
-  for (const RequestHead::Header& line : request_->parser.head().headers()) {
-    if (equalsNoCase(line.name, name)) return std::string(line.value);
-  }
-  return {};
+  return published_ ? std::string(request_->parser.head().header(name)) : std::string();
 }
 
 std::string_view aspMainParser::body() const {
@@ -258,10 +254,8 @@ void aspMainParser::endPage() {
 }
 
 std::optional<std::string> aspMainParser::pageFile(std::string_view target) const {
-  const std::string& root = services_.state.ScriptsFolder;
-  const bool fromRoot = !target.empty() && paths::isSeparator(target.front());
   if (!equalsNoCase(paths::extensionOf(target), ".qvs")) return std::nullopt;
-  const auto path = RootedPath::resolved(root, fromRoot ? root : run_.folder(), target);
+  const auto path = RootedPath::ofPage(services_.state.ScriptsFolder, run_.folder(), target);
   return path ? findBelow(services_.files, *path, services_.state.FollowLinks) : std::nullopt;
 }
 

@@ -36,17 +36,6 @@ constexpr MemberCause kMembers[] = {
     {"request", "clientcertificate", "Request.ClientCertificate"},
 };
 
-struct TextCause {
-  std::string_view mark;
-  std::string_view words;
-};
-
-/// Marks in a page's text, in lower case.
-constexpr TextCause kMarks[] = {
-    {"codepage", "code pages"},
-    {"metadata", "constants of type libraries"},
-};
-
 std::vector<Token> tokensOf(std::string_view program, vbs::NameTable& names) {
   std::vector<Token> tokens;
   try {
@@ -80,23 +69,9 @@ bool keepsTypedValue(std::span<const Token> tokens, std::size_t at) {
           isWord(value, "true") || isWord(value, "false") || isWord(value, "array"));
 }
 
-void addComponent(const Token& name, Causes& causes) {
-  const auto known = componentNames();
-  std::string progId = lowerCase(name.text);
-  const auto isKnown = [&] { return std::find(known.begin(), known.end(), progId) != known.end(); };
-  while (!isKnown()) {
-    const std::size_t end = progId.find_last_not_of("0123456789");
-    if (end == progId.npos || end + 1 == progId.size() || progId[end] != '.') {
-      causes.components.insert(std::string(name.text));
-      return;
-    }
-    progId.resize(end);
-  }
-}
-
 }  // namespace
 
-Causes causesIn(std::string_view text, const customary::PageProgram& page) {
+Causes causesIn(const customary::PageProgram& page) {
   Causes causes;
   vbs::NameTable names;
   const std::vector<Token> tokens = tokensOf(page.program, names);
@@ -114,13 +89,12 @@ Causes causesIn(std::string_view text, const customary::PageProgram& page) {
     const bool creates = isWord(tokens[i], "createobject") && i + 2 < tokens.size();
     const std::size_t argument = i + 1 + (creates && tokens[i + 1].kind == TokenKind::LeftParen);
     if (creates && tokens[argument].kind == TokenKind::String) {
-      addComponent(tokens[argument], causes);
+      const std::string_view progId = tokens[argument].text;
+      if (!isComponent(progId)) causes.components.insert(std::string(progId));
     }
   }
-  const std::string lower = lowerCase(text);
-  for (const TextCause& cause : kMarks) {
-    if (lower.find(cause.mark) != lower.npos) causes.differences.insert(std::string(cause.words));
-  }
+  if (page.codePage) causes.differences.insert("code pages");
+  if (page.namesTypeLibrary) causes.differences.insert("constants of type libraries");
   if (!page.objects.empty()) causes.differences.insert("static objects");
   return causes;
 }

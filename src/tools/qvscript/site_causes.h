@@ -14,8 +14,8 @@ struct Causes {
   std::set<std::string> components;   ///< program identifiers that are not there
 };
 
-/// Of a page's text and of the program that the customary dialect makes of it.
-Causes causesIn(std::string_view text, const customary::PageProgram& page);
+/// Of the program that the customary dialect makes of a page.
+Causes causesIn(const customary::PageProgram& page);
 
 /// Whether a file whose page names no code page holds letters, and in which way.
 enum class Letters { Ascii, Utf8, Other };

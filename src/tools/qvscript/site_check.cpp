@@ -147,7 +147,7 @@ std::string Check::ownFault(const std::string& path, const std::string& text,
 PageReport Check::look(const std::string& path, const std::string& text) {
   const auto page = store_.of(path, text);
   PageReport report;
-  report.causes = causesIn(text, *page);
+  report.causes = causesIn(*page);
   report.own = ownFault(path, text, *page, report.causes);
   report.customary = customaryFault(*page);
   report.beginsWithDirective = customary::beginsWithDirective(text);

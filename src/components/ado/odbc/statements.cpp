@@ -138,7 +138,7 @@ bool OdbcDialect::leavesNoTraces(const std::string& text) const {
     if (std::exchange(first, false) && std::none_of(kPlain.begin(), kPlain.end(), isThis)) {
       return false;
     }
-    // Variables of the session, and locks.
+    // What a connection keeps: variables, and locks.
     if (token.kind == TokenKind::Parameter && token.text != "?") return false;
     if (token.isWord("GET_LOCK") || token.isWord("LOCK")) return false;
   }

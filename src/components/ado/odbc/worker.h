@@ -28,9 +28,9 @@ class OdbcWorker {
 
   bool lost() const { return lost_; }
 
-  /// What `work` gives or throws, done on the thread with the session. It must own all that it
-  /// uses, but no value of a script. Throws what the script's time limit throws, and the failure
-  /// HYT00 after `limit`, if that is not zero.
+  /// What `work` gives or throws, done on the thread that has the connection. It must own all
+  /// that it uses, but no value of a script. Throws what the script's time limit throws, and the
+  /// failure HYT00 after `limit`, if that is not zero.
   template <class Work>
   auto call(Work work, std::chrono::milliseconds limit) {
     using Result = std::invoke_result_t<Work, OdbcSession&>;
