@@ -143,6 +143,7 @@ constexpr std::array kRules{
     SettingRule{"ErrorPage", "", takeText<&ServerState::ErrorPage>},
     SettingRule{"NotFoundPage", "", takeText<&ServerState::NotFoundPage>},
     SettingRule{"JetCodePage", "", takeCodePage},
+    SettingRule{"StandardHTTP", "", takeFlag<&ServerState::StandardHTTP>},
 };
 
 }  // namespace

@@ -63,6 +63,8 @@ struct ServerState {
   std::string ErrorPage;     ///< path of a URL; answers in place of a customary page that failed
   std::string NotFoundPage;  ///< path of a URL; runs where a request finds nothing, under 2
 
+  bool StandardHTTP = false;  ///< keep to RFC 9110 and 9112 where the server's own ways differ
+
   // Seconds after which a connection is closed; 0 for never.
   std::uint32_t HeadSeconds = 30;   ///< without a whole head
   std::uint32_t BodySeconds = 60;   ///< without progress of an announced body
