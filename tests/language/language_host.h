@@ -1,7 +1,9 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 
+#include "vbscript/values/host.h"
 #include "vbscript/values/object.h"
 
 namespace quorvane {
@@ -25,5 +27,9 @@ class TestOutput : public vbs::NativeObject<TestOutput> {
 /// Run before each case: `Failed` writes the number of the trapped error, or "no error", and
 /// clears it; `FailedText` adds the description.
 extern const std::string_view kPrelude;
+
+/// What a case may take. A busy machine and sanitizers make a run many times as long, and no case
+/// is about how long it may be.
+inline constexpr vbs::Limits kCaseLimits{.time = std::chrono::minutes{3}};
 
 }  // namespace quorvane

@@ -56,7 +56,7 @@ void runCase(const LanguageCase& test) {
   static vbs::ProgramCache cache;
   const auto output = vbs::make<TestOutput>();
   {
-    vbs::Engine engine(host, cache);
+    vbs::Engine engine(host, cache, kCaseLimits);
     engine.addObject("Test", *output, true);
     ASSERT_FALSE(engine.run(kPrelude));
     for (const LanguageCase::Part& part : test.parts) checkError(part, engine.run(part.source));

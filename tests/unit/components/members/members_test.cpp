@@ -43,7 +43,7 @@ void runCase(const LanguageCase& test, vbs::Host& host, const std::string& befor
   vbs::ProgramCache cache;
   const auto output = vbs::make<TestOutput>();
   {
-    vbs::Engine engine(host, cache);
+    vbs::Engine engine(host, cache, kCaseLimits);
     engine.addObject("Test", *output, true);
     ASSERT_FALSE(engine.run(kPrelude));
     ASSERT_FALSE(engine.run(before));
