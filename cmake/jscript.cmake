@@ -1,6 +1,7 @@
 # The library of the JScript engine, made from the source that Debian's duktape-dev ships: the one
 # built there has no time check, and its errors pass by the destructors of C++. What it does in one
-# piece, without looking at the time, is kept short: walks of an array, matches of a pattern.
+# piece, without looking at the time, is kept short: walks of an array, matches of a pattern. Objects
+# of the host can be called, and are objects to typeof all the same.
 find_path(DUKTAPE_SOURCE duktape.c PATHS /usr/share/duktape /usr/local/share/duktape
           NO_DEFAULT_PATH REQUIRED)
 set(duktape_dir ${PROJECT_BINARY_DIR}/duktape)
@@ -31,6 +32,8 @@ quorvane_changed_copy(duk_config.h
   "#undef DUK_USE_CPP_EXCEPTIONS\n" "#define DUK_USE_CPP_EXCEPTIONS\n")
 set(look "if (quorvaneTimeIsOver(thr->heap->heap_udata)) DUK_ERROR_RANGE(thr, \"time is over\");")
 quorvane_changed_copy(duktape.c
+  "IS_CALLABLE(obj)) {\n\t\t\tstridx = DUK_STRIDX_LC_FUNCTION;"
+  "IS_CALLABLE(obj) && !DUK_HOBJECT_IS_PROXY(obj)) {\n\t\t\tstridx = DUK_STRIDX_LC_FUNCTION;"
   "i < DUK_HEAP_ALLOC_FAIL_MARKANDSWEEP_LIMIT" "i < 2"
   "DUK_HTHREAD_INTCTR_DEFAULT (256L * 1024L)" "DUK_HTHREAD_INTCTR_DEFAULT 256L"
   "DUK_RE_EXECUTE_STEPS_LIMIT 1000000000L" "DUK_RE_EXECUTE_STEPS_LIMIT 50000000L"

@@ -8,6 +8,9 @@ namespace quorvane::jscript {
 
 namespace {
 
+/// An unspecified error of an object of the system.
+constexpr std::int32_t kNotKept = -2147467259;
+
 bool isKnown(duk_context* context, const std::string& name) {
   duk_push_global_object(context);
   const bool known = duk_has_prop_lstring(context, -1, name.data(), name.size()) != 0;
@@ -72,8 +75,12 @@ void ScriptEngine::addVariable(std::string_view name, const vbs::Value& get,
   });
 }
 
+void ScriptEngine::compile(std::string_view code) {
+  world_->guarded([&](duk_context* context) { World::compile(context, code, kPage); });
+}
+
 void ScriptEngine::run(std::string_view code) {
-  world_->run(code, "page");
+  world_->run(code, kPage);
 }
 
 vbs::Value ScriptEngine::use(std::string_view name, vbs::CallKind kind, vbs::Args args) {
@@ -88,6 +95,29 @@ vbs::Value ScriptEngine::use(std::string_view name, vbs::CallKind kind, vbs::Arg
 
 std::uint32_t ScriptEngine::failedLine() const {
   return world_->failedLine;
+}
+
+void requireKeepable(const vbs::Value& value) {
+  if (value.isArray()) {
+    const vbs::ArrayRep& array = *value.asArray();
+    for (std::size_t i = 0; i < array.count; ++i) requireKeepable(array.element(i).deref());
+  }
+  if (!value.isObject() || !dynamic_cast<const ScriptObject*>(value.asObject())) return;
+  NotKept error;
+  error.number = kNotKept;
+  error.description = "An object or array of JScript ends with its page and can't be kept";
+  error.source = "JScript runtime error";
+  throw error;
+}
+
+std::optional<CompileFault> findFault(std::string_view code) {
+  ScriptEngine engine;
+  try {
+    engine.compile(code);
+    return std::nullopt;
+  } catch (const vbs::ScriptError& error) {
+    return CompileFault{error, engine.failedLine()};
+  }
 }
 
 }  // namespace quorvane::jscript

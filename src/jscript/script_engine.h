@@ -2,10 +2,12 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "vbscript/values/error.h"
 #include "vbscript/values/object.h"
 
 namespace quorvane::jscript {
@@ -36,6 +38,8 @@ class ScriptEngine {
   /// The same for a variable: what reads it, and what writes it with one argument.
   void addVariable(std::string_view name, const vbs::Value& get, const vbs::Value& put);
 
+  /// Throws what run() would throw for a text that is none; nothing of it runs.
+  void compile(std::string_view code);
   /// Runs a text that madeReady() has seen.
   void run(std::string_view code);
 
@@ -50,5 +54,18 @@ class ScriptEngine {
  private:
   std::shared_ptr<World> world_;
 };
+
+/// Thrown for what is to be kept and ends with its page.
+struct NotKept : vbs::ScriptError {};
+/// Throws it for an object of a script, and for an array that holds one.
+void requireKeepable(const vbs::Value& value);
+
+/// Why a text does not compile, and at which of its lines (0: not known).
+struct CompileFault {
+  vbs::ScriptError error;
+  std::uint32_t line = 0;
+};
+/// Nothing where it does.
+std::optional<CompileFault> findFault(std::string_view code);
 
 }  // namespace quorvane::jscript

@@ -1,5 +1,6 @@
 #include "jscript/world.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <new>
@@ -29,9 +30,9 @@ constexpr const char* kDate = "qv$date";
 /// In front of the number of a call's arguments; no name of a member begins with it.
 constexpr char kKeyMark = '\x01';
 
-constexpr const char* kPage = "page";
 constexpr std::string_view kErrorSource = "JScript runtime error";
 constexpr std::string_view kSyntaxSource = "JScript compilation error";
+constexpr std::string_view kLineInMessage = " (line ";
 constexpr std::int32_t kThrown = 5022;  ///< something that is no error was thrown
 constexpr std::int32_t kFacility = static_cast<std::int32_t>(0x800A0000);
 
@@ -134,6 +135,8 @@ struct World::Traps {
       try {
         invoke(host, id, vbs::CallKind::Set, args);
         return;
+      } catch (const NotKept&) {
+        throw;
       } catch (const vbs::ScriptError&) {
         args.back() = value.asObject()->defaultValue();
       }
@@ -482,7 +485,12 @@ vbs::ScriptError World::errorAt(duk_context* context, duk_idx_t index) {
   if ((error.number & ~0xFFFF) == kFacility) error.number &= 0xFFFF;
   duk_get_prop_string(context, index, kSource);
   if (duk_is_string(context, -1)) error.source = narrowAt(-1);
-  if (duk_get_error_code(context, index) == DUK_ERR_SYNTAX_ERROR) error.source = kSyntaxSource;
+  if (duk_get_error_code(context, index) == DUK_ERR_SYNTAX_ERROR) {
+    error.source = kSyntaxSource;
+    // The line there is one of the text, which no file has.
+    error.description.resize(
+        std::min(error.description.rfind(kLineInMessage), error.description.size()));
+  }
   const bool isMemory = error.description == "alloc failed";
   const bool isStack =
       error.description.ends_with("stack limit") || error.description.ends_with("recursion limit");
@@ -678,10 +686,14 @@ vbs::MemberId World::idOf(std::string_view name) {
   return found->second;
 }
 
+void World::compile(duk_context* context, std::string_view code, const char* file) {
+  duk_push_string(context, file);
+  duk_compile_lstring_filename(context, 0, code.data(), code.size());
+}
+
 void World::run(std::string_view code, const char* file) {
   guarded([&](duk_context* context) {
-    duk_push_string(context, file);
-    duk_compile_lstring_filename(context, 0, code.data(), code.size());
+    compile(context, code, file);
     duk_push_global_object(context);
     duk_call_method(context, 0);
     duk_pop(context);

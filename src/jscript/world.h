@@ -17,6 +17,9 @@
 
 namespace quorvane::jscript {
 
+/// The file of a page's text, where errors name one.
+inline constexpr const char* kPage = "page";
+
 /// The heap of a ScriptEngine, and what leads values in and out of it. Every use of the heap from
 /// outside goes through guarded(); the functions that take a context are for use in there.
 class ScriptEngine::World : public std::enable_shared_from_this<World> {
@@ -61,6 +64,8 @@ class ScriptEngine::World : public std::enable_shared_from_this<World> {
     return names_[static_cast<std::size_t>(id) - 1];
   }
 
+  /// Pushes a text as a function.
+  static void compile(duk_context* context, std::string_view code, const char* file);
   void run(std::string_view code, const char* file);
   void defineGetter(duk_context* context, const std::string& name, vbs::Object& object,
                     vbs::MemberId id);

@@ -2,7 +2,7 @@
 
 import time
 
-from serving import ServerTest
+from serving import Server, ServerTest
 
 OK = "HTTP/1.1 200 OK"
 FAILED = "HTTP/1.1 500 Internal Server Error"
@@ -119,9 +119,19 @@ PAGES = {
     "nested.asp": HELPERS.replace("function broken", "function ping(n) { return pong(n + 1); }\n"
                                   "function broken")
                   + '<% Function pong(n) : pong = ping(n) : End Function\nx = ping(1) %>',
-    "kept.asp": vb('Set Session("o") = person("Ann")\nResponse.Write Session("o").Name'),
-    "kept2.asp": '<% On Error Resume Next\nResponse.Write Session("o").Name\n'
-                 'Response.Write TypeName(Session("o")) & (Err.Number <> 0) %>',
+    "kept.asp": vb('On Error Resume Next\nSet Session("o") = person("Ann")\n'
+                   'Response.Write Err.Number & TypeName(Session("o"))\nErr.Clear\n'
+                   'Session("o") = Array(1, person("Ann"))\nResponse.Write Err.Number'),
+    "kept_js.asp": js('try { Application("a") = [1]; } catch (e) { Response.Write(e.number); }\n'
+                      'Session("d") = new Date(2024, 1, 3); Session("t") = "" + [1, 2];\n'
+                      'Session("s") = Server.CreateObject("Scripting.Dictionary");\n'
+                      'Session("s")("k") = 7; Response.Write("|" + Session("d").getDate() + '
+                      'Session("t") + Session("s")("k"));\nSession("o") = { a: 1 };'),
+    "types.asp": js('var all = [Response, Request, Server, Session, Application, '
+                    'Request.QueryString, Session.Contents, new ActiveXObject("Scripting.Dictionary"), '
+                    'function () {}, {}, [], /a/, Math, Date];\n'
+                    'for (var i = 0; i < all.length; i++) Response.Write((typeof all[i]).charAt(0));\n'
+                    'Response.Write(typeof Session("none") + typeof Session.Timeout + typeof none);'),
     "included.asp": '<script language="jscript" runat="server" src="lib.js"></script>\n'
                     '<%= fromLibrary() %>',
     "lib.js": "// a library\nfunction fromLibrary() { return lib.deep.name; }\n"
@@ -172,10 +182,9 @@ class Blocks(JScriptTest):
     def test_a_file_of_script(self):
         self.shows("/included.asp", "lib")
 
-    def test_an_object_ends_with_its_page(self):
-        cookie = self.server.get("/kept.asp").header("Set-Cookie").split(";")[0]
-        response = self.server.get("/kept2.asp", headers={"Cookie": cookie})
-        self.assertIn("True", response.text)
+    def test_what_ends_with_its_page_is_not_kept(self):
+        self.shows("/kept.asp", "-2147467259Empty-2147467259")
+        self.failure("/kept_js.asp", "ends with its page", "/kept_js.asp, line 7", "(-2147467259)")
 
 
 class Pages(JScriptTest):
@@ -192,6 +201,9 @@ class Pages(JScriptTest):
         cookies = [line for line in response.lines if line.startswith("Set-Cookie")]
         self.assertIn("Set-Cookie: c=d=e; path=/", cookies)
         self.assertIn("Set-Cookie: f=g; path=/", cookies)
+
+    def test_types(self):
+        self.shows("/types.asp", "oooooooo" "fooo" "of" "undefinednumberundefined")
 
     def test_components(self):
         self.shows("/recordset.asp", "1:t1;2:t2;3:t3;1,t1,2,t2,3,t3")
@@ -218,6 +230,41 @@ class Errors(JScriptTest):
 
     def test_other_languages_say_so(self):
         self.failure("/perl.asp", "Scripts in 'PerlScript' do not run here")
+
+
+class Events(JScriptTest):
+    GLOBAL = """<object runat="server" scope="application" id="Shared" progid="Scripting.Dictionary">
+</object>
+<script language="jscript" runat="server">
+function Application_OnStart() {
+  Shared.Add("visits", 0);
+  Application("started") = typeof Shared + Server.MapPath("/").length;
+}
+function Session_OnStart() {
+  Count(1);
+  Response.Cookies("seen") = "yes";
+  if (Request.QueryString("fail").Count > 0) nothing();
+}
+</script>
+<script language="vbscript" runat="server">
+Sub Count(n)
+  Shared("visits") = Shared("visits") + n
+  Session("number") = Shared("visits")
+End Sub
+</script>
+"""
+
+    def test_they_may_be_functions(self):
+        page = '<%= Session("number") & Left(Application("started"), 6) & Shared("visits") %>'
+        pages = {"global.asa": self.GLOBAL, "p.asp": page}
+        with Server(settings=self.SETTINGS, pages=pages) as server:
+            first = server.get("/p.asp")
+            self.assertEqual(first.text, "1object1")
+            self.assertIn("Set-Cookie: seen=yes; path=/", first.lines)
+            self.assertEqual(server.get("/p.asp?fail=1").text, "2object2")
+            server.stop()
+            self.assertRegex(server.log_text(),
+                             "global.asa, Session_OnStart: error 5009, .*global.asa, line 11")
 
 
 class Limits(JScriptTest):

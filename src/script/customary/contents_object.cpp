@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "jscript/script_engine.h"
 #include "script/script_values.h"
 #include "vbscript/values/convert.h"
 
@@ -9,7 +10,9 @@ namespace quorvane::customary {
 
 vbs::Value keptValue(const vbs::Value& assigned, vbs::CallKind kind) {
   const vbs::Value& value = assigned.deref();
-  return value.isObject() && kind != vbs::CallKind::Set ? vbs::plainValue(value) : value;
+  if (value.isObject() && kind != vbs::CallKind::Set) return vbs::plainValue(value);
+  jscript::requireKeepable(value);
+  return value;
 }
 
 std::span<const vbs::Member<ContentsObject>> ContentsObject::members() {

@@ -8,7 +8,7 @@
 namespace quorvane::customary {
 
 /// The value that an assignment leaves to be kept: what `Set` names itself, otherwise what an
-/// object is worth. Arrays are copies of their own.
+/// object is worth. Arrays are copies of their own. Throws for what ends with its page.
 vbs::Value keptValue(const vbs::Value& assigned, vbs::CallKind kind);
 
 /// A member that is a collection, used with a key or without.

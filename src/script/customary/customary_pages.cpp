@@ -144,8 +144,7 @@ std::optional<PageError> CustomaryPages::runPage(const PageStore::Program& page,
   const std::string folder(paths::folderOf(path));
   vbs::Ref<TypeLibraryNames> constants;
   if (page->namesTypeLibrary) constants = vbs::make<TypeLibraryNames>();
-  vbs::Ref<PageScript> script;
-  if (!page->script.empty()) script = vbs::make<PageScript>(*page, *output);
+  const auto script = scriptOf(*page, output.get());
   const auto report = run_.run(page->program, folder, [&](vbs::Engine& engine) {
     const auto add = [&](std::string_view name, vbs::Object& object, bool globalMembers) {
       engine.addObject(name, object, globalMembers);
@@ -156,16 +155,11 @@ std::optional<PageError> CustomaryPages::runPage(const PageStore::Program& page,
     site_.publish(add, objects_->session);
     site_.publish(add, page->objects);
     if (constants) add(kNoName, *constants, true);
-    if (!script) return;
-    script->findNames();
-    engine.addObject(kNoName, *script, true);
+    if (script) script->join(engine);
   });
   if (!report) return std::nullopt;
   if (inner_ && inner_->number == report->number) return std::exchange(inner_, std::nullopt);
-  const std::uint32_t line = script ? script->lineOf(*report) : 0;
-  return errorOf(*page, *report,
-                 line > 0 ? page->scriptLines.place(line, 0)
-                          : page->lines.place(report->line, report->column));
+  return errorOf(*page, *report, placeOf(*report, *page, script.get()));
 }
 
 /// Of the page's files; what goes out may be in another one.

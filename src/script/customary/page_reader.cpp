@@ -54,6 +54,14 @@ bool isJScript(std::string_view language) {
          equalsNoCase(language, "text/javascript") || equalsNoCase(language, "ecmascript");
 }
 
+enum class Language { VbScript, JScript };
+
+std::optional<Language> languageOf(std::string_view name) {
+  if (isVbScript(name)) return Language::VbScript;
+  if (isJScript(name)) return Language::JScript;
+  return std::nullopt;
+}
+
 /// A place in a file's text, with the line that it is in.
 class Cursor {
  public:
@@ -207,7 +215,6 @@ class Reader {
     Cursor cursor;
   };
   struct Stop {};
-  enum class Language { VbScript, JScript };
 
   void readFile(const std::string& path, std::string_view text, bool isCode);
   void readText(File& file);
@@ -226,7 +233,6 @@ class Reader {
                 std::string_view prefix);
   void addBytes(const File& file, std::string_view bytes);
   void addScript(const File& file, const Cursor& from, std::string_view code, bool isValue);
-  std::optional<Language> languageOf(std::string_view name) const;
   [[noreturn]] void fail(const File& file, std::string text);
 
   std::int32_t codePage_;
@@ -243,7 +249,7 @@ class Reader {
 };
 
 PageProgram Reader::read(const std::string& path, std::string_view text) {
-  const auto directive = isPage_ ? directiveOf(text) : std::nullopt;
+  const auto directive = directiveOf(text);
   if (directive) page_.codePage = numberOf(directive->find("codepage"));
   if (page_.codePage == 0) page_.codePage.reset();  // the site's own
   if (!page_.codePage && text.starts_with(kUtf8Mark)) page_.codePage = kUtf8;
@@ -367,13 +373,6 @@ void Reader::takeScript(File& file, const Markup& script) {
     readCode(inside, script.insideLength);
   }
   language_ = pageLanguage_;
-}
-
-/// Procedures of events are in VBScript.
-std::optional<Reader::Language> Reader::languageOf(std::string_view name) const {
-  if (isVbScript(name)) return Language::VbScript;
-  if (isPage_ && isJScript(name)) return Language::JScript;
-  return std::nullopt;
 }
 
 void Reader::takeObject(const Attributes& tag) {

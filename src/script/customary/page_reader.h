@@ -39,7 +39,8 @@ using IncludeReader = std::function<std::optional<IncludedFile>(
 PageProgram readPage(const std::string& path, std::string_view text, std::int32_t codePage,
                      const IncludeReader& include);
 
-/// The same of a file whose text outside of script blocks means nothing.
+/// The same of a file whose text outside of script blocks means nothing; a directive names their
+/// code page and language.
 PageProgram readScriptBlocks(const std::string& path, std::string_view text, std::int32_t codePage,
                              const IncludeReader& include);
 

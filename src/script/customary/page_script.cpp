@@ -33,6 +33,11 @@ class MemberCall final : public vbs::Object {
 
 }  // namespace
 
+void PageScript::join(vbs::Engine& engine) {
+  engine_.findNames(page_.scriptUses);
+  engine.addObject({}, *this, true);
+}
+
 const void* PageScript::shape() const {
   return kOwn.data();  // of programs that are the same, the names are
 }
@@ -76,7 +81,8 @@ vbs::Value PageScript::use(vbs::MemberId id, vbs::CallKind kind, vbs::Args args)
 
 void PageScript::run() {
   for (const auto& [name, member] : {std::pair{"qv$text", "%text"}, {"qv$out", "%out"}}) {
-    const auto call = vbs::make<MemberCall>(output_, member);
+    if (!output_) break;
+    const auto call = vbs::make<MemberCall>(*output_, member);
     engine_.addProcedure(name, vbs::Value::object(call.get()));
   }
   engine_.run(page_.script);
@@ -86,6 +92,17 @@ std::uint32_t PageScript::lineOf(const vbs::ErrorReport& report) const {
   const bool isSame =
       report.number == failure_.number && report.description == failure_.description;
   return isSame ? failedLine_ : 0;
+}
+
+vbs::Ref<PageScript> scriptOf(const PageProgram& page, OutputNames* output) {
+  if (page.script.empty()) return {};
+  return vbs::make<PageScript>(page, output);
+}
+
+std::optional<Place> placeOf(const vbs::ErrorReport& report, const PageProgram& page,
+                             const PageScript* script) {
+  const std::uint32_t line = script ? script->lineOf(report) : 0;
+  return line > 0 ? page.scriptLines.place(line, 0) : page.lines.place(report.line, report.column);
 }
 
 }  // namespace quorvane::customary

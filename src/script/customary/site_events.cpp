@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "components/script_host.h"
+#include "script/customary/page_script.h"
 #include "support/status_lines.h"
 #include "support/text.h"
 #include "vbscript/syntax/parser.h"
@@ -64,10 +65,15 @@ void SiteEvents::setText(const std::string& path, const std::string& text) {
   program_ = translate_(path, text);
   if (program_.fault) return tell(kNotRead, program_.fault->text, program_.fault->place);
   try {
-    const auto script = vbs::parseScript(program_.program);
-    for (const vbs::Procedure& one : script->procedures) procedures_.emplace(one.name.lower);
+    const auto program = vbs::parseScript(program_.program);
+    if (const auto fault = jscript::findFault(program_.script)) {
+      return tell(kNotRead, fault->error.number, fault->error.description,
+                  program_.scriptLines.place(fault->line, 0));
+    }
+    for (const vbs::Procedure& one : program->procedures) procedures_.emplace(one.name.lower);
+    for (const std::string& name : program_.scriptNames) procedures_.emplace(lowerCase(name));
   } catch (const vbs::CompileError& fault) {
-    tell(kNotRead, vbs::compileErrorReport(fault, program_.program));
+    tell(kNotRead, vbs::compileErrorReport(fault, program_.program), nullptr);
   }
 }
 
@@ -82,21 +88,29 @@ void SiteEvents::run(Event event, std::span<const PublishedObject> objects) {
     vbs::Limits limits = limits_;
     if (isEnd(event)) limits.time = std::min(limits.time, kLongestEnd);
     EventHost host(services_, isEnd(event));
+    const auto script = scriptOf(program_, nullptr);
     vbs::Engine engine(host, programs_, limits);
     for (const PublishedObject& one : objects) {
       engine.addObject(one.name, *one.object, one.globalMembers);
+      if (script) script->addObject(one.name, *one.object, one.globalMembers);
     }
+    if (script) script->join(engine);
     const auto error = engine.run(program_.program + "\r\n" + std::string(nameOf(event)));
-    if (error) tell(nameOf(event), *error);
+    if (error) tell(nameOf(event), *error, script.get());
   } catch (const std::exception& error) {
-    tell(nameOf(event), reportOf(error.what()));
+    tell(nameOf(event), reportOf(error.what()), nullptr);
   }
   isRunning_ = false;
 }
 
-void SiteEvents::tell(std::string_view what, const vbs::ErrorReport& error) {
-  tell(what, "error " + std::to_string(error.number) + ", " + error.description,
-       program_.lines.place(error.line, error.column));
+void SiteEvents::tell(std::string_view what, const vbs::ErrorReport& error,
+                      const PageScript* script) {
+  tell(what, error.number, error.description, placeOf(error, program_, script));
+}
+
+void SiteEvents::tell(std::string_view what, std::int32_t number, const std::string& description,
+                      const std::optional<Place>& place) {
+  tell(what, "error " + std::to_string(number) + ", " + description, place);
 }
 
 void SiteEvents::tell(std::string_view what, std::string_view why,

@@ -15,6 +15,8 @@
 
 namespace quorvane::customary {
 
+class PageScript;
+
 /// An object that a script is to see.
 struct PublishedObject {
   std::string_view name;
@@ -45,7 +47,9 @@ class SiteEvents {
   void run(Event event, std::span<const PublishedObject> objects);
 
  private:
-  void tell(std::string_view what, const vbs::ErrorReport& error);
+  void tell(std::string_view what, const vbs::ErrorReport& error, const PageScript* script);
+  void tell(std::string_view what, std::int32_t number, const std::string& description,
+            const std::optional<Place>& place);
   void tell(std::string_view what, std::string_view why, const std::optional<Place>& place);
 
   const Services& services_;
@@ -53,7 +57,7 @@ class SiteEvents {
   Translate translate_;
   vbs::Limits limits_;
   PageProgram program_;
-  std::set<std::string, std::less<>> procedures_;  ///< in lower case
+  std::set<std::string, std::less<>> procedures_;  ///< of both languages, in lower case
   bool isRunning_ = false;
 };
 

@@ -121,6 +121,56 @@ TEST_F(SiteEventsTest, EndAtTheLimitsOfARun) {
   EXPECT_TRUE(isLogged("Session_OnEnd: error 113"));
 }
 
+TEST_F(SiteEventsTest, MayBeInJScript) {
+  putGlobal(
+      "Dim greeting : greeting = \"hello\"\n"
+      "Function Note(what) : Application(\"trail\") = Application(\"trail\") & what & \" \"\n"
+      "End Function\nSub Session_OnEnd : Note mark(2) : End Sub",
+      "<object runat=server scope=application id=Shared progid=Scripting.Dictionary></object>"
+      "<script language=JScript runat=server>\n"
+      "var starts = 0;\n"
+      "function mark(n) { return 'bye' + n + starts; }\n"
+      "function Application_OnStart() { starts++; Shared('n') = 4; Note('start' + starts); }\n"
+      "function Session_OnStart() { Session('since') = Shared('n') + 1; Note(greeting); }\n"
+      "</script>");
+  EXPECT_EQ(visit("Response.Write Session(\"since\") & Shared(\"n\")"), "54");
+  visit("Session.Abandon");
+  EXPECT_EQ(trail(), "start1 hello bye20 ");
+}
+
+TEST_F(SiteEventsTest, OfBlocksWithoutALanguageAreInThatOfTheDirective) {
+  files.put("/srv/global.asa",
+            "<%@ Language=\"JScript\" %>\n<script runat=server>\n"
+            "function Application_OnStart() { Application('x') = [1, 2].length; }\n</script>");
+  EXPECT_EQ(visit("Response.Write Application(\"x\")"), "2");
+}
+
+TEST_F(SiteEventsTest, TellTheLogWhereJScriptGoesWrong) {
+  const auto put = [&](const std::string& code) {
+    putGlobal("Sub Session_OnEnd : End Sub",
+              "<script language=JScript runat=server>\n" + code + "\n</script>\n");
+    EXPECT_EQ(visit("Response.Write 1"), "1");
+  };
+  put("function Application_OnStart() {\n\n  none.x = 1;\n}");
+  EXPECT_TRUE(isLogged("Application_OnStart: error 5009, ")) << ::testing::PrintToString(log.lines);
+  EXPECT_TRUE(isLogged("(/srv/Global.asa, line 4)"));
+  put("function Application_OnStart() {\n  Application('a') = ;\n}");
+  EXPECT_TRUE(isLogged("global.asa, not read: error 1002, "))
+      << ::testing::PrintToString(log.lines);
+  EXPECT_TRUE(isLogged("(/srv/Global.asa, line 3)"));
+}
+
+TEST_F(SiteEventsTest, InJScriptEndAtTheLimitsOfARun) {
+  clock.step = 100ms;
+  putGlobal("",
+            "<script language=JScript runat=server>"
+            "function Application_OnStart() { for (;;) { try { while (true) {} } catch (e) {} } }"
+            "function Session_OnEnd() { while (true) {} }</script>");
+  EXPECT_EQ(visit("Session.Abandon : Response.Write 1"), "1");
+  EXPECT_TRUE(isLogged("Application_OnStart: error 113")) << ::testing::PrintToString(log.lines);
+  EXPECT_TRUE(isLogged("Session_OnEnd: error 113"));
+}
+
 TEST_F(SiteEventsTest, DoNotKeepClientsWaitingForManyEnds) {
   putGlobal(
       "Sub Session_OnEnd\n For i = 1 To 50000 : Next\n"
