@@ -314,4 +314,20 @@ ScriptText madeReady(std::string_view source) {
   return Maker(source).make();
 }
 
+std::vector<std::string> createdComponents(std::string_view code) {
+  const std::vector<Token> tokens = Scanner(code).all();
+  std::vector<std::string> names;
+  const auto texts = [&](std::size_t i, const auto&... expected) {
+    return i + sizeof...(expected) < tokens.size() && ((tokens[i++].text == expected) && ...);
+  };
+  for (std::size_t i = 0; i < tokens.size(); ++i) {
+    const bool isNew = texts(i, "ActiveXObject", "(");
+    if (!isNew && !texts(i, "\"CreateObject\"", ")", "]", "(")) continue;
+    const Token& name = tokens[i + (isNew ? 2 : 4)];
+    const bool isText = name.text.size() > 2 && (name.text[0] == '"' || name.text[0] == '\'');
+    if (isText) names.emplace_back(name.text.substr(1, name.text.size() - 2));
+  }
+  return names;
+}
+
 }  // namespace quorvane::jscript

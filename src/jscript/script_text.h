@@ -23,4 +23,7 @@ struct ScriptText {
 /// `source` is UTF-8. Whatever it is, there is a text: faults are left to the compiler.
 ScriptText madeReady(std::string_view source);
 
+/// The components that a text made ready creates by names written out.
+std::vector<std::string> createdComponents(std::string_view code);
+
 }  // namespace quorvane::jscript

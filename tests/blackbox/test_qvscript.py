@@ -221,6 +221,37 @@ class QvScript(unittest.TestCase):
         self.assertEqual(report.returncode, 1)
         self.assertEqual(self.tool("--check-site", self.folder.name + "/none").returncode, 2)
 
+    def test_check_site_looks_into_jscript(self):
+        self.file('<%@ Language="JScript" %>\n<ul>\n<% var a = new ActiveXObject("No.Such.One");\n'
+                  'Server.CreateObject("Scripting.Dictionary") %>\n<%= a; %>', "good.asp")
+        self.file('x\n<script language="jscript" runat="server">\nfunction f() {\n  var = 1;\n}\n'
+                  '</script>\n<% f %>', "bad.asp")
+        self.file("function g() {\n  return 'open;\n}\n", "lib.js")
+        self.file('<script language="jscript" runat="server" src="lib.js"></script>', "lib.asp")
+        self.file('<script language="jscript" runat="server">\nfunction Application_OnStart() {\n'
+                  '  Server.CreateObject("No.Such.Two");\n}\n</script>', "global.asa")
+        report = self.tool("--check-site", self.folder.name)
+        lines = report.stdout.decode("latin-1").splitlines()
+        for name, end in (("/good.asp", "2: ok"), ("/global.asa", "2: ok"),
+                          ("/bad.asp", "(/bad.asp, line 4)"), ("/lib.asp", "(/lib.js, line 2)")):
+            row = next(line for line in lines if line.startswith(name))
+            self.assertTrue(row.endswith(end), row)
+        for name in ("One", "Two"):
+            self.assertIn("  1\tNo.Such." + name, lines)
+        self.assertIn("  3\tJScript", lines)
+        self.assertIn("  1\tglobal.asa", lines)
+        self.assertEqual(report.returncode, 1)
+        self.file('<script language="jscript" runat="server">var = 1</script>', "global.asa")
+        self.assertRegex(self.tool("--check-site", self.folder.name).stdout,
+                         rb"/global.asa\t0: differs: global.asa\t2: fails: .*\(/global.asa, line 1\)")
+
+    def test_dump_page_shows_jscript(self):
+        path = self.file('<script language="jscript" runat="server">\nfunction f() { return 1; }\n'
+                         '</script>\n<%= f() %>', "page.asp")
+        listing = self.tool("--dump-page", path).stdout
+        self.assertIn(b"page.asp:4\t[%out]  f() ", listing)
+        self.assertIn(b"page.asp:2\tfunction f() { return 1; }\n", listing)
+
     def test_help(self):
         result = self.tool("--help")
         self.assertEqual(result.returncode, 0)

@@ -49,19 +49,13 @@ customary::PageProgram customaryProgram(const std::string& path, std::string_vie
   return customary::readPage(path, source, customary::kAnsi, include);
 }
 
-/// Every line stands behind the file and the line that it comes from.
-std::string customaryListing(const std::string& path, std::string_view source) {
-  const customary::PageProgram page = customaryProgram(path, source);
-  if (page.fault) {
-    return page.fault->place.file + ":" + std::to_string(page.fault->place.line) + "\t" +
-           page.fault->text + "\n";
-  }
+/// Every line, from `first` on, behind the file and the line that it comes from.
+std::string listed(std::string_view program, const customary::LineMap& lines, std::uint32_t first) {
   std::string listing;
-  std::string_view program = page.program;
   for (std::uint32_t line = 1; !program.empty(); ++line) {
     const std::size_t end = std::min(program.find('\n'), program.size());
-    const auto place = page.lines.place(line, 0);
-    if (line > 1 && place) {  // the first holds nothing but, perhaps, the mark of UTF-8
+    const auto place = lines.place(line, 0);
+    if (line >= first && place) {
       listing.append(paths::fileNameOf(place->file)).append(1, ':');
       listing.append(std::to_string(place->line)).append("\t");
       listing.append(program.substr(0, end)).append("\n");
@@ -69,6 +63,18 @@ std::string customaryListing(const std::string& path, std::string_view source) {
     program.remove_prefix(std::min(end + 1, program.size()));
   }
   return listing;
+}
+
+/// The program, and behind it the page's JScript.
+std::string customaryListing(const std::string& path, std::string_view source) {
+  const customary::PageProgram page = customaryProgram(path, source);
+  if (page.fault) {
+    return page.fault->place.file + ":" + std::to_string(page.fault->place.line) + "\t" +
+           page.fault->text + "\n";
+  }
+  // The first line holds nothing but, perhaps, the mark of UTF-8.
+  std::string listing = listed(page.program, page.lines, 2);
+  return listing.append(listed(page.script, page.scriptLines, 1));
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "components/components.h"
+#include "jscript/script_text.h"
 #include "support/text.h"
 #include "vbscript/syntax/lexer.h"
 #include "vbscript/syntax/parser.h"
@@ -93,6 +94,10 @@ Causes causesIn(const customary::PageProgram& page) {
       if (!isComponent(progId)) causes.components.insert(std::string(progId));
     }
   }
+  for (std::string& name : jscript::createdComponents(page.script)) {
+    if (!isComponent(name)) causes.components.insert(std::move(name));
+  }
+  if (!page.script.empty()) causes.differences.insert("JScript");
   if (page.codePage) causes.differences.insert("code pages");
   if (page.namesTypeLibrary) causes.differences.insert("constants of type libraries");
   if (!page.objects.empty()) causes.differences.insert("static objects");

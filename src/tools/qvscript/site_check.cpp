@@ -4,6 +4,7 @@
 #include <map>
 #include <vector>
 
+#include "jscript/script_engine.h"
 #include "qvscript/page_program.h"
 #include "qvscript/site_causes.h"
 #include "qvscript/source_file.h"
@@ -21,6 +22,7 @@ namespace quorvane::qvscript {
 namespace {
 
 const std::string kPageFiles = ".asp files are pages";
+const std::string kGlobal = "global.asa";
 const std::string kDefaults = "default documents in folders";
 
 constexpr std::size_t kDeepest = 64;  ///< folders inside each other
@@ -49,6 +51,8 @@ class Check {
  private:
   void walk(const std::string& folder, std::size_t depth);
   PageReport look(const std::string& path, const std::string& text);
+  PageReport lookAtGlobal(const std::string& path, const std::string& text);
+  void count(const Causes& causes);
   std::string ownFault(const std::string& path, const std::string& text,
                        const customary::PageProgram& page, Causes& causes);
   std::string customaryFault(const customary::PageProgram& page) const;
@@ -89,10 +93,10 @@ void Check::walk(const std::string& folder, std::size_t depth) {
       if (depth < kDeepest) walk(path, depth + 1);
       continue;
     }
-    if (equalsNoCase(name, "global.asa")) ++differences_["global.asa"];
-    if (!isPageFile(path)) continue;
+    const bool isGlobal = equalsNoCase(name, kGlobal);
+    if (!isGlobal && !isPageFile(path)) continue;
     const auto text = services_.files.readAll(path);
-    if (text) pages_.emplace(named(path), look(path, *text));
+    if (text) pages_.emplace(named(path), isGlobal ? lookAtGlobal(path, *text) : look(path, *text));
   }
 }
 
@@ -114,10 +118,16 @@ std::string Check::customaryFault(const customary::PageProgram& page) const {
   if (page.fault) {
     return faultText(page.fault->text, named(page.fault->place.file), page.fault->place.line);
   }
-  const auto error = compileFault(page.program);
-  if (!error) return {};
-  const auto place = page.lines.place(error->line, error->column);
-  return faultText(error->description, place ? named(place->file) : "", place ? place->line : 0);
+  const auto faultAt = [&](const std::string& why, const std::optional<customary::Place>& place) {
+    return faultText(why, place ? named(place->file) : "", place ? place->line : 0);
+  };
+  if (const auto error = compileFault(page.program)) {
+    return faultAt(error->description, page.lines.place(error->line, error->column));
+  }
+  if (const auto fault = jscript::findFault(page.script)) {
+    return faultAt(fault->error.description, page.scriptLines.place(fault->line, 0));
+  }
+  return {};
 }
 
 std::string Check::ownFault(const std::string& path, const std::string& text,
@@ -151,10 +161,25 @@ PageReport Check::look(const std::string& path, const std::string& text) {
   report.own = ownFault(path, text, *page, report.causes);
   report.customary = customaryFault(*page);
   report.beginsWithDirective = customary::beginsWithDirective(text);
-  for (const std::string& words : report.causes.differences) ++differences_[words];
-  for (const std::string& name : report.causes.components) ++components_[name];
+  count(report.causes);
   if (!page->codePage) ++letters_[lettersOf(text)];
   return report;
+}
+
+PageReport Check::lookAtGlobal(const std::string& path, const std::string& text) {
+  const customary::PageProgram program = store_.scriptBlocks(path, text);
+  PageReport report;
+  report.causes.components = causesIn(program).components;
+  report.causes.differences.insert(kGlobal);
+  report.customary = customaryFault(program);
+  report.beginsWithDirective = true;  // those pages that do see it
+  count(report.causes);
+  return report;
+}
+
+void Check::count(const Causes& causes) {
+  for (const std::string& words : causes.differences) ++differences_[words];
+  for (const std::string& name : causes.components) ++components_[name];
 }
 
 std::string_view Check::setting(bool runsOwn, bool runsCustomary) const {

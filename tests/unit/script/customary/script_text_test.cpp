@@ -36,6 +36,17 @@ TEST(ScriptText, NothingInTextsAndComments) {
   }
 }
 
+TEST(ScriptText, Components) {
+  const auto created = [](std::string_view source) {
+    return createdComponents(madeReady(source).code);
+  };
+  EXPECT_EQ(created("a = new ActiveXObject(\"A.B\"); b = Server.CreateObject('C.D').x(1);"),
+            (Names{"A.B", "C.D"}));
+  EXPECT_EQ(created("ActiveXObject(name) // ActiveXObject(\"E.F\")\n'CreateObject(\"G.H\")'; new "
+                    "ActiveXObject("),
+            Names());
+}
+
 TEST(ScriptText, Names) {
   const ScriptText text = madeReady(
       "var a = f(1, 2), b; function g(p) { var c; free1(p, c); }\n"
