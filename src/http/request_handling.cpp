@@ -9,12 +9,10 @@
 #include "http/cookie_jar.h"
 #include "http/error_responses.h"
 #include "http/header_lines.h"
-#include "http/renderings.h"
 #include "http/response_heads.h"
 #include "http/script_pages.h"
-#include "http/static_files.h"
+#include "http/side_work.h"
 #include "platform/clock.h"
-#include "support/clsZipString.h"
 #include "support/server_state.h"
 #include "support/status_lines.h"
 #include "support/text.h"
@@ -64,9 +62,7 @@ class RequestHandling::Answer {
   void follow(const RedirectedPage& page);
   Response pageResponse(FinishedPage page);
   Response pageResponse(AnsweredPage page);
-  bool pack(std::string& body) const;
   std::optional<Response> fileResponse();
-  Response moduleResponse();
   Response moved();
   Response withHead(ResponseHeads::Ordinary head, Body body);
   Response notFound();
@@ -90,23 +86,12 @@ class RequestHandling::Answer {
   bool waits_ = false;
 };
 
-/// What a file's answer needs of its request. It stands apart from the parser, which may serve
-/// others before the answer is made.
-struct RequestHandling::FileAnswer {
-  StaticFiles::Request request;
-  bool isAlias = false;
-  bool headOnly = false;
-  bool keepAlive = false;
-  std::int32_t session = 0;
-  std::string cookieLines;
-};
-
 std::optional<Response> RequestHandling::Answer::run() {
   for (int redirections = 0; redirections <= kMostRedirections; ++redirections) {
     locate();
     if (!place_.isThere() && !standIn()) return notFound();
     if (place_.kind == Place::Kind::Moved) return moved();
-    if (place_.kind == Place::Kind::File) return place_.module ? moduleResponse() : fileResponse();
+    if (place_.kind == Place::Kind::File) return fileResponse();
     if (!takesTurn()) return waits_ ? std::nullopt : std::optional(Response{});
     PageOutcome outcome = runPage();
     if (auto* page = std::get_if<FinishedPage>(&outcome)) return pageResponse(std::move(*page));
@@ -176,7 +161,8 @@ Response RequestHandling::Answer::pageResponse(FinishedPage page) {
   logRequest();
   std::string& headers = page.header;
   if (headers.ends_with("\r\n")) headers.resize(headers.size() - 2);
-  if (pack(page.body)) header_lines::add(headers, "Content-encoding", "gzip");
+  const auto coding = handling_.representations_->pack(parser_, headers, page.body);
+  if (!coding.empty()) header_lines::add(headers, "Content-encoding", coding);
   ResponseHeads::Ordinary head;
   head.extraHeaders = headers;
   head.contentType = handling_.addresses_->types().typeOf(localFile_);
@@ -188,8 +174,9 @@ Response RequestHandling::Answer::pageResponse(AnsweredPage page) {
   logRequest();
   if (ResponseHeads::isBodyless(page.status)) page.body.clear();
   std::string& lines = page.headerLines;
-  if (!header_lines::bring(lines, "content-encoding") && pack(page.body)) {
-    header_lines::add(lines, "Content-Encoding", "gzip");
+  if (!header_lines::bring(lines, "content-encoding")) {
+    const auto coding = handling_.representations_->pack(parser_, lines, page.body);
+    if (!coding.empty()) header_lines::add(lines, "Content-Encoding", coding);
   }
   const bool keepAlive = parser_.KeepAlive();
   Response response{
@@ -198,32 +185,21 @@ Response RequestHandling::Answer::pageResponse(AnsweredPage page) {
   return response;
 }
 
-/// A page's output, for clients that want it so.
-bool RequestHandling::Answer::pack(std::string& body) const {
-  return parser_.AcceptGZipEncoding() && services_.state.EncodeDynamic &&
-         clsZipString::CompressString(body, clsZipString::kGzip);
-}
-
 std::optional<Response> RequestHandling::Answer::fileResponse() {
   logRequest();
-  FileAnswer file{
-      handling_.staticFiles_->requestFor(std::move(place_.file), parser_, wanted_.isPublic()),
-      wanted_.isAlias,
-      headOnly_,
-      parser_.KeepAlive(),
-      wanted_.session,
-      parts_.cookies.changedHeaderLines(handling_.heads_->dates())};
-  if (!handling_.staticFiles_->lacksPicture(file.request)) return handling_.fileResponse(file);
-  handling_.render(std::move(file), index_, client_);
+  Representations& representations = *handling_.representations_;
+  FoundFile file = place_.module ? FoundFile{localFile_, {}} : std::move(place_.file);
+  auto request = representations.requestFor(std::move(file), parser_, wanted_.isPublic());
+  request.module = std::move(place_.module);
+  request.isAlias = wanted_.isAlias;
+  request.headOnly = headOnly_;
+  request.keepAlive = parser_.KeepAlive();
+  request.session = wanted_.session;
+  request.cookieLines = parts_.cookies.changedHeaderLines(handling_.heads_->dates());
+  auto making = representations.lacking(request);
+  if (!making) return representations.answer(request);
+  handling_.prepare(std::move(request), std::move(making), index_, client_);
   return std::nullopt;
-}
-
-Response RequestHandling::Answer::moduleResponse() {
-  logRequest();
-  ResponseHeads::Ordinary head;
-  head.contentType = handling_.addresses_->types().typeOf(localFile_);
-  head.cacheControl = wanted_.isAlias ? "no-cache" : "";
-  return withHead(head, place_.module);
 }
 
 /// Completes the head by what every ordinary response carries.
@@ -262,44 +238,25 @@ void RequestHandling::Answer::logRequest() {
                         handling_.shown(wanted_.document()));
 }
 
-Response RequestHandling::fileResponse(const FileAnswer& asked) {
-  StaticFiles::Answer file = staticFiles_->answer(asked.request);
-  if (file.unsatisfiable) return badRequest();
-  const std::string modified = heads_->dates().ofFile(file.file.info.modified);
-  ResponseHeads::Ordinary head;
-  if (file.partial) head.status = Status::PartialContent;
-  head.contentLength = bodyLength(file.body);
-  head.extraHeaders = file.headers;
-  head.contentType = addresses_->types().typeOf(file.file.path);
-  head.lastModified = modified;
-  head.keepAlive = asked.keepAlive;
-  head.cacheControl = asked.isAlias ? "no-cache" : "";
-  head.sessionNumber = asked.session;
-  head.cookieLines = asked.cookieLines;
-  Response response{heads_->ordinary(head), {}, head.keepAlive};
-  if (!asked.headOnly) response.body = std::move(file.body);
-  return response;
-}
-
-/// Has the lacking picture rendered and answers then.
-void RequestHandling::render(FileAnswer file, int index, const std::string& address) {
+/// Has what is lacking made and answers then.
+void RequestHandling::prepare(Representations::Request request, std::function<void()> making,
+                              int index, const std::string& address) {
   const Client client = parts_.clients.inSlot(index);
   parts_.clients.answerLater(index);
-  const auto asked = std::make_shared<const FileAnswer>(std::move(file));
-  const ResizedImages::Wish& wish = *asked->request.picture;
+  const auto asked = std::make_shared<const Representations::Request>(std::move(request));
   const auto isNeeded = [this, asked, client] {  // another may have asked for the same meanwhile
-    return parts_.clients.isThere(client) && staticFiles_->lacksPicture(asked->request);
+    return parts_.clients.isThere(client) && representations_->lacking(*asked);
   };
-  const auto done = [this, asked, client](bool) {
+  const auto done = [this, asked, client] {
     Response response;
     try {
-      if (parts_.clients.isThere(client)) response = fileResponse(*asked);
+      if (parts_.clients.isThere(client)) response = representations_->answer(*asked);
     } catch (const std::exception& error) {
       services_.log.LogLine(std::string("Request failed: ") + error.what());
     }
     parts_.clients.answer(client, std::move(response));
   };
-  renderings_->add(address, {wish.source.path, wish.target, wish.rendering, isNeeded, done});
+  sideWork_->add(address, {std::move(making), isNeeded, done});
 }
 
 RequestHandling::RequestHandling(const Services& services, const RequestHandlingParts& parts)
@@ -307,8 +264,8 @@ RequestHandling::RequestHandling(const Services& services, const RequestHandling
       parts_(parts),
       heads_(std::make_unique<ResponseHeads>(services.state, services.clock)),
       addresses_(makeAddresses({services, parts.modules, parts.aliases})),
-      staticFiles_(std::make_unique<StaticFiles>(services, addresses_->types())),
-      renderings_(std::make_unique<Renderings>(parts.loop, services.images)) {}
+      representations_(makeRepresentations({services, addresses_->types(), *heads_})),
+      sideWork_(std::make_unique<SideWork>(parts.loop)) {}
 
 RequestHandling::~RequestHandling() = default;
 

@@ -2,11 +2,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "http/representations.h"
 #include "http/request_collector.h"
 #include "http/response.h"
 #include "platform/services.h"
@@ -21,10 +23,9 @@ class CookieJar;
 class EventLoop;
 class FileAliases;
 class PageEvents;
-class Renderings;
 class ResponseHeads;
 class ScriptPages;
-class StaticFiles;
+class SideWork;
 
 /// What request handling works with besides the server's services. Everything is owned by the
 /// caller and outlives it.
@@ -60,10 +61,9 @@ class RequestHandling {
 
  private:
   class Answer;
-  struct FileAnswer;
 
-  Response fileResponse(const FileAnswer& asked);
-  void render(FileAnswer file, int index, const std::string& address);
+  void prepare(Representations::Request request, std::function<void()> making, int index,
+               const std::string& address);
   std::string shown(std::string_view text) const;
   void logRefused(const std::string& client);
   void logHeaders(std::string_view request);
@@ -73,8 +73,8 @@ class RequestHandling {
   RequestHandlingParts parts_;
   std::unique_ptr<ResponseHeads> heads_;
   std::unique_ptr<Addresses> addresses_;
-  std::unique_ptr<StaticFiles> staticFiles_;
-  std::unique_ptr<Renderings> renderings_;  ///< destroyed first: what they make goes to the others
+  std::unique_ptr<Representations> representations_;
+  std::unique_ptr<SideWork> sideWork_;  ///< destroyed first: what is made goes to the others
 };
 
 }  // namespace quorvane

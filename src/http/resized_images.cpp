@@ -7,6 +7,7 @@
 #include "platform/random.h"
 #include "support/files.h"
 #include "support/paths.h"
+#include "support/server_state.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -35,8 +36,7 @@ std::optional<ImageRendering> wantedRendering(const clsHTTPParser& parser) {
 }  // namespace
 
 std::optional<ResizedImages::Wish> ResizedImages::wishFor(const FoundFile& source, bool isPublic,
-                                                          const clsHTTPParser& parser,
-                                                          const std::string& cacheFolder) {
+                                                          const clsHTTPParser& parser) {
   if (source.info.isFolder) return std::nullopt;
   const auto wanted = wantedRendering(parser);
   if (!wanted) return std::nullopt;
@@ -44,18 +44,25 @@ std::optional<ResizedImages::Wish> ResizedImages::wishFor(const FoundFile& sourc
   const bool temporary = !isPublic || queryVariable(parser, "nc") == "1";
   const std::string name =
       temporary ? temporaryName(fileName) : PictureCopies::nameOf(*wanted, fileName);
-  return Wish{source, *wanted, paths::join(cacheFolder, name), temporary};
+  return Wish{source, *wanted, paths::join(services_.state.CacheFolder, name), temporary};
+}
+
+std::function<void()> ResizedImages::lacking(const Wish& wish) {
+  if (!services_.images || present(wish)) return nullptr;
+  return [library = services_.images, wish] {
+    library->render(wish.source.path, wish.target, wish.rendering);
+  };
 }
 
 std::optional<ResizedImages::Copy> ResizedImages::present(const Wish& wish) {
-  const auto copy = files_.stat(wish.target);
+  const auto copy = services_.files.stat(wish.target);
   if (!copy || wish.source.info.modified > copy->modified) return std::nullopt;
   if (!wish.temporary) copies_.used(wish.target, copy->size);
   return Copy{{wish.target, *copy}, wish.temporary};
 }
 
 std::string ResizedImages::temporaryName(const std::string& fileName) {
-  return "^N" + hexDigits(random_.guid()) + fileName;
+  return "^N" + hexDigits(services_.random.guid()) + fileName;
 }
 
 }  // namespace quorvane

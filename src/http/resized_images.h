@@ -1,17 +1,17 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
 #include "http/targets.h"
 #include "platform/image_library.h"
+#include "platform/services.h"
 
 namespace quorvane {
 
 class clsHTTPParser;
-class Files;
 class PictureCopies;
-class Random;
 
 /// Resized pictures, asked for by query variables: "rx" and "ry" the size, "ar" 0 to give up the
 /// aspect ratio, "gr" 1 for grey, "nc" 1 to render afresh and keep nothing. Copies stay in the
@@ -20,8 +20,8 @@ class ResizedImages {
  public:
   static constexpr int kMostPixels = 16384;  ///< on a side; more is served unresized
 
-  ResizedImages(const Files& files, Random& random, PictureCopies& copies)
-      : files_(files), random_(random), copies_(copies) {}
+  ResizedImages(const Services& services, PictureCopies& copies)
+      : services_(services), copies_(copies) {}
 
   struct Copy {
     FoundFile file;
@@ -38,8 +38,11 @@ class ResizedImages {
 
   /// What a request asks for; nothing when it wants the source as it is. Only a public file's copy
   /// is kept: under its name anybody gets it.
-  std::optional<Wish> wishFor(const FoundFile& source, bool isPublic, const clsHTTPParser& parser,
-                              const std::string& cacheFolder);
+  std::optional<Wish> wishFor(const FoundFile& source, bool isPublic, const clsHTTPParser& parser);
+
+  /// Makes the copy when there is none, of a server that has an image library; else empty. It may
+  /// be called beside the loop.
+  std::function<void()> lacking(const Wish& wish);
 
   /// The copy when there is one that is not older than its source.
   std::optional<Copy> present(const Wish& wish);
@@ -47,8 +50,7 @@ class ResizedImages {
  private:
   std::string temporaryName(const std::string& fileName);
 
-  const Files& files_;
-  Random& random_;
+  const Services& services_;
   PictureCopies& copies_;
 };
 
