@@ -212,9 +212,12 @@ std::string odbcText(std::string_view given, const std::string& otherwise, const
   if (!login.user.empty()) text.set("UID", login.user);
   if (!login.password.empty()) text.set("PWD", login.password);
   if (const std::string* driver = text.find("Driver")) {
-    // PostgreSQL's driver would undo a transaction of which one statement fails, and say nothing.
-    const bool undoesAll = findNoCase(*driver, "postgres") != driver->npos;
-    if (undoesAll && !text.find("Protocol")) text.set("Protocol", "7.4-2");
+    if (findNoCase(*driver, "postgres") != driver->npos) {
+      // Else the driver undoes a transaction of which one statement fails, and says nothing.
+      if (!text.find("Protocol")) text.set("Protocol", "7.4-2");
+      // As packages set it up, it writes what each connection does to a file in /tmp.
+      if (!text.find("CommLog")) text.set("CommLog", "0");
+    }
     std::string port;
     if (std::string* server = text.find("Server")) splitServer(*server, port);
     if (!port.empty()) text.set("Port", port);

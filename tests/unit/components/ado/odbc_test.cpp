@@ -41,7 +41,7 @@ TEST(OdbcText, IsTheDriverManagersForm) {
       {"DRIVER={MySQL ODBC 3.51 Driver}; SERVER=h; DATABASE=d; USER=u; PASSWORD=p; OPTION=3;",
        "Driver={MariaDB Unicode};Server=h;Database=d;UID=u;PWD=p;option=3;"},
       {"Driver={PostgreSQL ODBC Driver(UNICODE)};Server=h;Port=5433;Uid=u;Pwd=p",
-       "Driver={PostgreSQL Unicode};Server=h;port=5433;UID=u;PWD=p;Protocol=7.4-2;"},
+       "Driver={PostgreSQL Unicode};Server=h;port=5433;UID=u;PWD=p;Protocol=7.4-2;CommLog=0;"},
       {"Provider=MSDASQL;Extended Properties=\"Driver={MySQL};Server=h\"",
        "Driver={MariaDB Unicode};Server=h;"},
       {"Driver=FreeTDS;Server=h;PWD={a}}b};TraceFile=/tmp/x;Plugin_Dir=/tmp",
