@@ -237,6 +237,7 @@ void clsHTTPParser::Reset() {
   documentUrl_.clear();
   documentQueryString_.clear();
   documentPath_.clear();
+  pathInfo_.clear();
   hostAddr_.clear();
   rangeRequest_.clear();
   validRequest_ = false;

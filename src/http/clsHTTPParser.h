@@ -60,6 +60,9 @@ class clsHTTPParser {
   void setDocumentTitle(std::string title) { documentTitle_ = std::move(title); }
   const std::string& DocumentUrl() const { return documentUrl_; }
   void setDocumentUrl(std::string url) { documentUrl_ = std::move(url); }
+  /// What stands behind a page's name, from its "/" on.
+  const std::string& pathInfo() const { return pathInfo_; }
+  void setPathInfo(std::string info) { pathInfo_ = std::move(info); }
   const std::string& DocumentPath() const { return documentPath_; }
   void setDocumentPath(std::string path) { documentPath_ = std::move(path); }
   std::int32_t formMethod() const { return formMethod_; }  ///< 0 not POST, 1 POST
@@ -123,6 +126,7 @@ class clsHTTPParser {
   std::string documentTitle_;
   std::string documentUrl_;
   std::string documentPath_;
+  std::string pathInfo_;
   std::optional<Variables> queryVariables_;
   std::optional<Variables> formVariables_;
   std::int32_t sessionID_ = 0;

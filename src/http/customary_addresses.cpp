@@ -160,7 +160,24 @@ Place CustomaryAddresses::placeOf(Wanted& wanted, clsHTTPParser& request) {
       place = std::move(found);
     }
   }
+  if (!place.isThere() && wanted.isPublic()) place = pageBefore(wanted, std::move(place), request);
   if (place.isThere()) wanted.tell(request);
+  return place;
+}
+
+/// A page whose name the path has in its middle may become what is wanted, else it is `place`.
+Place CustomaryAddresses::pageBefore(Wanted& wanted, Place place, const clsHTTPParser& request) {
+  const std::string path = wanted.document();
+  for (std::size_t end = path.find('/', 1); end != path.npos; end = path.find('/', end + 1)) {
+    const std::string name = path.substr(0, end);
+    if (kindOf(name) != Place::Kind::Page) continue;
+    Wanted page = at(wanted, name);
+    Place found = look(page, request);
+    if (found.kind != Place::Kind::Page) continue;
+    wanted = std::move(page);
+    wanted.info = path.substr(end);
+    return found;
+  }
   return place;
 }
 
@@ -231,6 +248,7 @@ Wanted CustomaryAddresses::at(Wanted wanted, const std::string& path) const {
   wanted.path = paths::folderOf(path);
   wanted.title = paths::fileNameOf(path);
   wanted.file = LocalTarget::inside(sources_.services.state.ScriptsFolder, path);
+  wanted.info.clear();
   wanted.isAlias = false;
   return wanted;
 }

@@ -6,7 +6,8 @@ namespace quorvane {
 
 /// Addresses in the way of sites with customary pages: names are percent-decoded, every folder has
 /// default documents of its own and its "/" behind it, files of all known types are served but for
-/// those that sites keep for themselves, and a page may speak for what is not found.
+/// those that sites keep for themselves, a page's name may have more path behind it, and a page may
+/// speak for what is not found.
 class CustomaryAddresses final : public Addresses {
  public:
   explicit CustomaryAddresses(const FileSources& sources)
@@ -21,6 +22,7 @@ class CustomaryAddresses final : public Addresses {
 
  private:
   Place look(Wanted& wanted, const clsHTTPParser& request);
+  Place pageBefore(Wanted& wanted, Place place, const clsHTTPParser& request);
   Place defaultDocument(Wanted& wanted);
   bool isModuleFolder(const Wanted& wanted);
   Place::Kind kindOf(const std::string& name);

@@ -36,6 +36,7 @@ Wanted Wanted::by(const clsHTTPParser& request, const ServerState& state,
 void Wanted::tell(clsHTTPParser& request) const {
   request.setDocumentTitle(title);
   request.setDocumentPath(path);
+  request.setPathInfo(info);
 }
 
 Wanted Wanted::player() const {
@@ -53,6 +54,7 @@ Wanted Wanted::redirected(const RedirectedPage& page, const std::string& documen
 
   Wanted wanted = *this;
   wanted.query.reset();
+  wanted.info.clear();
   if (question != std::string::npos) wanted.query = page.target.substr(question + 1);
   wanted.title = paths::fileNameOf(goal);
   wanted.path = paths::folderOf(goal);

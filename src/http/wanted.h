@@ -20,6 +20,7 @@ struct Wanted {
   std::string path;   ///< of the URL, up to its last "/"
   std::string title;  ///< what follows
   LocalTarget file;
+  std::string info;                  ///< what the path has behind the page's name, from its "/" on
   bool isAlias = false;              ///< the file was asked for by a key, not by its name
   std::optional<std::string> query;  ///< in place of the variables that came with the request
   std::int32_t session = 0;

@@ -46,6 +46,20 @@ class CustomaryAddresses(ServerTest):
         self.assertEqual(self.status("/empty/"), NOT_FOUND)
         self.assertEqual(self.status("/none/"), NOT_FOUND)
 
+    def test_path_behind_a_page(self):
+        names = ("PATH_INFO", "PATH_TRANSLATED", "SCRIPT_NAME", "URL", "HTTP_URL", "QUERY_STRING",
+                 "UNENCODED_URL", "HTTP_METHOD", "HTTP_VERSION")
+        page = "".join(f"<%= Request.ServerVariables(\"{name}\") %>;" for name in names)
+        root = self.server.root
+        self.server.put("shop/vars.asp", page + "<%= Server.MapPath(\"x\") %>")
+        for rest, decoded in (("/17/red%20shoes", "/17/red shoes"), ("", "")):
+            target = "/shop/vars.asp" + rest
+            self.assertEqual(self.server.get(target + "?x=1").text.split(";"), [
+                f"/shop/vars.asp{decoded}", f"{root}/shop/vars.asp{decoded}", "/shop/vars.asp",
+                "/shop/vars.asp", target + "?x=1", "x=1", target + "?x=1", "GET", "HTTP/1.1",
+                str(root / "shop/x")])
+        self.assertEqual(self.status("/picture.svg/more"), NOT_FOUND)
+
     def test_folders_have_their_slash(self):
         for target, location in (("/shop", "/shop/"), ("/shop?a=1&b=/", "/shop/?a=1&b=/"),
                                  ("/a%20b", "/a%20b/"), ("//shop", "/shop/"),

@@ -17,7 +17,24 @@ namespace quorvane::customary {
 namespace {
 
 /// What the default dialect's pages have no variable for.
-constexpr std::string_view kLocalAddress = "LOCAL_ADDR";
+struct OwnVariable {
+  std::string_view name;
+  std::string (*value)(const clsHTTPParser& request, const Page& page);
+};
+
+/// The address as the client wrote it.
+std::string addressOf(const clsHTTPParser& request, const Page&) {
+  return std::string(request.head().target());
+}
+
+constexpr OwnVariable kOwnVariables[] = {
+    {"HTTP_METHOD", [](const clsHTTPParser& r, const Page&) { return std::string(r.method()); }},
+    {"HTTP_URL", addressOf},
+    {"HTTP_VERSION",
+     [](const clsHTTPParser& r, const Page&) { return std::string(r.head().version()); }},
+    {"LOCAL_ADDR", [](const clsHTTPParser&, const Page& page) { return page.localAddress(); }},
+    {"UNENCODED_URL", addressOf},
+};
 
 constexpr std::string_view kFormType = "application/x-www-form-urlencoded";
 
@@ -140,10 +157,12 @@ vbs::Value RequestObject::getCookiesObject(vbs::Args args) {
 
 vbs::String RequestObject::serverVariableText(std::string_view name) {
   if (!headers_) headers_.emplace(request().head());
-  const std::string text = equalsNoCase(name, kLocalAddress)
-                               ? page_->localAddress()
-                               : serverVariable(name, request(), *headers_, state_);
-  return decode(page_->codePage(), text);
+  const auto own =
+      std::find_if(std::begin(kOwnVariables), std::end(kOwnVariables),
+                   [&](const OwnVariable& variable) { return equalsNoCase(variable.name, name); });
+  return decode(page_->codePage(), own != std::end(kOwnVariables)
+                                       ? own->value(request(), *page_)
+                                       : serverVariable(name, request(), *headers_, state_));
 }
 
 vbs::Value RequestObject::getServerVariables(vbs::Args args) {
@@ -161,7 +180,9 @@ vbs::Value RequestObject::getServerVariablesObject(vbs::Args args) {
   for (const std::string& name : serverVariableNames(*headers_)) {
     all->add(name, serverVariableText(name));
   }
-  all->add(std::string(kLocalAddress), serverVariableText(kLocalAddress));
+  for (const OwnVariable& variable : kOwnVariables) {
+    all->add(std::string(variable.name), serverVariableText(variable.name));
+  }
   return script_values::objectValue(vbs::make<ValueCollection>(all, vbs::Value()));
 }
 

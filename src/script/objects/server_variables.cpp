@@ -32,6 +32,10 @@ std::string scriptName(const Source& source) {
   return source.request.DocumentPath() + source.request.DocumentTitle();
 }
 
+std::string pathInfo(const Source& source) {
+  return scriptName(source) + source.request.pathInfo();
+}
+
 std::string serverHost(const Source& source) {
   const std::string& host = source.request.HostAddr();
   return host.substr(0, host.find(':'));
@@ -70,9 +74,9 @@ constexpr Variable kVariables[] = {
     {"CONTENT_TYPE", [](const Source& s) { return header(s, "content-type"); }},
     {"GATEWAY_INTERFACE", [](const Source&) { return std::string("CGI/1.1"); }},
     {"HTTPS", [](const Source&) { return std::string("off"); }},
-    {"PATH_INFO", scriptName},
+    {"PATH_INFO", pathInfo},
     {"PATH_TRANSLATED",
-     [](const Source& s) { return paths::native(s.state.ScriptsFolder + scriptName(s)); }},
+     [](const Source& s) { return paths::native(s.state.ScriptsFolder + pathInfo(s)); }},
     {"QUERY_STRING", [](const Source& s) { return s.request.DocumentQueryString(); }},
     {"REMOTE_ADDR", [](const Source& s) { return s.request.RemoteIP(); }},
     {"REMOTE_HOST", [](const Source& s) { return s.request.RemoteIP(); }},

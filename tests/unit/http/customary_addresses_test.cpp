@@ -55,6 +55,27 @@ TEST_F(CustomaryRequests, BothKindsOfPagesRun) {
   EXPECT_EQ(lineOf(get("/one.asp"), "Content-Type"), "text/html");
 }
 
+TEST_F(CustomaryRequests, APageMayHaveMorePathBehindItsName) {
+  put({"shop/item.asp", "old.asp/page.asp", "old.asp/kept.inc", "App_Data/in.asp"});
+  pages.page = [](const ScriptPageRequest& request) {
+    const clsHTTPParser& seen = request.parser;
+    return ScriptPageResult{FinishedPage{"", request.url + "|" + seen.DocumentPath() +
+                                                 seen.DocumentTitle() + "|" + seen.pathInfo() +
+                                                 "|" + seen.DocumentQueryString()}};
+  };
+  EXPECT_EQ(bodyOf("/shop/item.asp/17/red%20shoes.html?x=1"),
+            "/srv/Scripts/shop/item.asp|/shop/item.asp|/17/red shoes.html|x=1");
+  EXPECT_EQ(bodyOf("/shop/Item.ASP/"), "/srv/Scripts/shop/item.asp|/shop/Item.ASP|/|");
+  EXPECT_EQ(bodyOf("/shop/item.asp/x.asp"), "/srv/Scripts/shop/item.asp|/shop/item.asp|/x.asp|");
+  EXPECT_EQ(bodyOf("/old.asp/page.asp/a"), "/srv/Scripts/old.asp/page.asp|/old.asp/page.asp|/a|");
+  EXPECT_EQ(bodyOf("/shop/item.asp"), "/srv/Scripts/shop/item.asp|/shop/item.asp||");
+  for (const char* target :
+       {"/a.txt/more", "/shop/none.asp/a", "/old.asp/kept.inc", "/old.asp/none", "/shop/x/item.asp",
+        "/App_Data/in.asp/a", "/shop/item.asp/../../x"}) {
+    EXPECT_TRUE(isMissing(target)) << target;
+  }
+}
+
 TEST_F(CustomaryRequests, EveryFolderHasDefaultDocumentsOfItsOwn) {
   EXPECT_EQ(bodyOf("/?a=1"), "/srv/Scripts/index.asp|/|index.asp|a=1");
   EXPECT_EQ(bodyOf("/docs/"), "/srv/Scripts/docs/default.asp|/docs/|default.asp|");
@@ -217,7 +238,7 @@ TEST_F(CustomaryRequests, FilesOfAllKnownTypesAreServed) {
   }
   put({"a.unknown", "name", "a.", "a.php", "x.qvm", "page.asp.bak", "page.asp~"});
   for (const char* name : {"/a.unknown", "/name", "/a.", "/a.php", "/x.qvm", "/page.asp.bak",
-                           "/page.asp~", "/index.asp.", "/index.asp%20", "/index.asp/"}) {
+                           "/page.asp~", "/index.asp.", "/index.asp%20"}) {
     EXPECT_TRUE(isMissing(name)) << name;
   }
 }
