@@ -418,6 +418,8 @@ class CharacterSets(ServerTest):
         "unknown.asp": b"<%@ CodePage=4711 %>x",
         "hebrew.asp": "<%@ CodePage=1255 %>\u05ea\u05d4<%= \"\u05e9\u05dc\" & Len(\"\u05e9\u05dc\") %>"
                       .encode("cp1255"),
+        "jis.asp": ("<%@ CodePage=50220 %>\u30bf\u30be<%= \"\u30be\u4e00\" & Len(\"\u30be\u4e00\") "
+                    "& Request.Form(\"n\") & Len(Request.Form(\"n\")) %>\n\u4e0a").encode("iso-2022-jp"),
         "sites.asp": "<%@ CodePage=0 %><%= Len(\"\u8336\") & Response.CodePage %>".encode("gbk"),
         "latin.asp": b"<%@CodePage=1252%>\x80<%= AscW(\"\x80\") %>",
         "session.asp": b"<% If Request(\"cp\") <> \"\" Then Session.CodePage = Request(\"cp\")\n"
@@ -436,6 +438,11 @@ class CharacterSets(ServerTest):
         visitor = Visitor(self.server)
         response = visitor.post("/form.asp?q=%B9%DD", {"n": "\u8336\u9986"}, "gbk")
         self.assertEqual(response.body.decode("gbk"), "2\u8336\u9986\u9986")
+
+    def test_escapes_choose_the_letters(self):
+        response = Visitor(self.server).post("/jis.asp", {"n": "\u8336\u3042 %"}, "iso-2022-jp")
+        self.assertEqual(response.body.decode("iso-2022-jp"),
+                         "\u30bf\u30be\u30be\u4e002\u8336\u3042 %4\n\u4e0a")
 
     def test_marks(self):
         self.assertEqual(self.body("/mark.asp", "utf-8"), "\u8336\u20ac\u3042")

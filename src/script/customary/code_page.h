@@ -16,6 +16,10 @@ inline constexpr std::int32_t kUtf8 = 65001;
 /// Whether there is a character set of this number.
 bool isCodePage(std::int32_t codePage);
 
+/// Whether bytes of its texts mean letters by what stands before them, plain ones too: no part of
+/// such a text can be told from another before it is read.
+bool isStateful(std::int32_t codePage);
+
 /// What is no character becomes U+FFFD; with Windows-1252 every byte is a character.
 vbs::String decode(std::int32_t codePage, std::string_view bytes);
 

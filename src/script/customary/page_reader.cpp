@@ -270,7 +270,7 @@ PageProgram Reader::read(const std::string& path, std::string_view text) {
 }
 
 void Reader::readFile(const std::string& path, std::string_view text, bool isCode) {
-  std::string converted;
+  std::optional<std::string> converted;
   std::int32_t codePage = codePage_;
   if (text.starts_with(kUtf8Mark)) {
     text.remove_prefix(kUtf8Mark.size());
@@ -279,7 +279,11 @@ void Reader::readFile(const std::string& path, std::string_view text, bool isCod
     const std::string_view units = text.substr(kUtf16Mark.size());
     const auto decoded = charset::decode("unicode", units, units.size());
     converted = encode(kUtf8, vbs::String::fromWide(decoded.text));
-    text = converted;
+  } else if (isStateful(codePage)) {
+    converted = encode(kUtf8, decode(codePage, text));
+  }
+  if (converted) {
+    text = *converted;
     codePage = kUtf8;
   }
   page_.scriptLines.file(path);  // so that a file has one number

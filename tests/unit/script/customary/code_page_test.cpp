@@ -9,10 +9,11 @@ namespace {
 using vbs::String;
 
 TEST(CodePage, Known) {
-  for (const int codePage : {437,   850,   852,   866,   874,   932,   936,   949,   950,   1250,
-                             1251,  1252,  1253,  1254,  1255,  1256,  1257,  1258,  20127, 20866,
-                             20932, 21866, 28591, 28592, 28593, 28594, 28595, 28596, 28597, 28598,
-                             28599, 28603, 28605, 50220, 51932, 51936, 51949, 54936, 65001}) {
+  for (const int codePage :
+       {437,   850,   852,   866,   874,   932,   936,   949,   950,   1250,
+        1251,  1252,  1253,  1254,  1255,  1256,  1257,  1258,  20127, 20866,
+        20932, 21866, 28591, 28592, 28593, 28594, 28595, 28596, 28597, 28598,
+        28599, 28603, 28605, 50220, 50221, 51932, 51936, 51949, 54936, 65001}) {
     EXPECT_TRUE(isCodePage(codePage)) << codePage;
   }
   for (const int codePage : {-1, 0, 1, 1249, 1259, 65000, 65002}) {
@@ -34,11 +35,22 @@ TEST(CodePage, BothWays) {
       {949, "\xB0\xA1", u"\uAC00"},
       {1251, "\xC6", u"\u0416"},
       {28605, "\xA4", u"\u20AC"},
+      {50220, "a\x1B$B$\"%>\x1B(B!", u"a\u3042\u30BE!"},
+      {50221, "\x1B$B0l\x1B(B", u"\u4E00"},
+      {50220, "plain", u"plain"},
   };
   for (const auto& row : rows) {
     EXPECT_EQ(decode(row.codePage, row.bytes).wide(), row.text) << row.codePage;
     EXPECT_EQ(encode(row.codePage, String::fromWide(row.text)), row.bytes) << row.codePage;
   }
+}
+
+TEST(CodePage, BrokenEscapesEndNothing) {
+  for (const char* bytes : {"\x1B", "\x1B$", "\x1B$B", "\x1B$B$", "\x1B$Bzz\x1B(B", "\x1B(Zx"}) {
+    const std::u16string text = decode(50220, bytes).wide();
+    EXPECT_LE(text.size(), std::string_view(bytes).size()) << bytes;
+  }
+  EXPECT_EQ(decode(50220, "\x1B$B$").wide(), u"\uFFFD");
 }
 
 TEST(CodePage, NoLetterIsHeldBack) {
