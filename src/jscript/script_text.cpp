@@ -177,6 +177,7 @@ class Maker {
     ScriptText text;
     findNames(text);
     findKeys();
+    findWiths();
     text.code = rewritten();
     return text;
   }
@@ -270,6 +271,30 @@ class Maker {
     }
   }
 
+  /// Marks the names that are called in the bodies of `with`, and the ends of those calls.
+  void findWiths() {
+    std::vector<std::size_t> closing(tokens_.size());
+    for (std::size_t i = 0; i < tokens_.size(); ++i) {
+      if (is(i, ")") || is(i, "}")) closing[tokens_[i].match] = i;
+    }
+    isWithCall_.resize(tokens_.size());
+    std::size_t end = 0;  // of the outermost body
+    for (std::size_t i = 0; i + 1 < tokens_.size(); ++i) {
+      if (isKeyword(i, "with") && is(i + 1, "(") && closing[i + 1] > 0) {
+        const std::size_t first = closing[i + 1] + 1;
+        end = std::max(end, is(first, "{") ? closing[first] : statementEnd(first));
+      }
+      const std::size_t close = i < end && isName(i) && is(i + 1, "(") ? closing[i + 1] : 0;
+      const bool isMade = i > 0 && (isKeyword(i - 1, "new") || isKeyword(i - 1, "function"));
+      if (close > 0 && !isMade && !isKey_[i + 1]) isWithCall_[i] = isWithCall_[close] = true;
+    }
+  }
+
+  std::size_t statementEnd(std::size_t i) const {
+    while (tokens_[i].kind != Kind::End && !is(i, ";") && !is(i, "}")) ++i;
+    return i;
+  }
+
   /// What begins the key that stands for the call with the bracket `open`.
   std::string keyHead(std::size_t open) const {
     const std::string name(isMember(open - 1) ? tokens_[open - 1].text : std::string_view());
@@ -279,6 +304,11 @@ class Maker {
   bool isMemberCall(std::size_t i) const {
     return tokens_[i].kind == Kind::Word && isMember(i) && is(i + 1, "(") && !isKey_[i + 1] &&
            !isOneOf(tokens_[i].text, kOwnMembers);
+  }
+
+  static std::string withCall(std::string_view name) {
+    std::string call = "(qv$call(\"";
+    return call.append(name).append("\")&&").append(name);
   }
 
   std::string rewritten() const {
@@ -295,6 +325,8 @@ class Maker {
       } else if (is(i, ".") && tokens_[i + 1].kind == Kind::Word && isKey_[i + 2]) {
         replace(tokens_[i], "");
         replace(tokens_[i + 1], "");
+      } else if (isWithCall_[i]) {
+        replace(tokens_[i], is(i, ")") ? "))" : withCall(tokens_[i].text));
       } else if (isKey_[i]) {
         replace(tokens_[i], is(i, "(") ? keyHead(i) : ")]");
       }
@@ -305,6 +337,7 @@ class Maker {
   std::string_view source_;
   std::vector<Token> tokens_;
   std::vector<bool> isKey_;
+  std::vector<bool> isWithCall_;
   std::set<std::string> declared_;
 };
 

@@ -11,8 +11,9 @@ namespace quorvane::jscript {
 ///     Session("a") = 1        ->  Session[qv$key("", "a")] = 1
 ///     list.Item(2) = 1        ->  list[qv$key("Item", 2)] = 1
 ///     list.Item(2)            ->  list[qv$call("Item")](2)
+///     with (list) Item(2)     ->  with (list) (qv$call("Item")&&Item(2))
 ///
-/// The first two are no assignments to the language that runs it; by the third an object of the
+/// The first two are no assignments to the language that runs it; by the others an object of the
 /// host learns whether a member is read or called.
 struct ScriptText {
   std::string code;                   ///< UTF-8

@@ -94,6 +94,13 @@ bool isAscii(std::string_view bytes) {
   return true;
 }
 
+/// Whether a member's name is a place in a collection: `nodes[0]`.
+bool isPlace(std::string_view name) {
+  constexpr std::size_t kMostDigits = 9;
+  return !name.empty() && name.size() <= kMostDigits &&
+         name.find_first_not_of("0123456789") == name.npos;
+}
+
 duk_ret_t endHost(duk_context* context) {
   duk_get_prop_string(context, 0, kHost);
   auto* host = static_cast<vbs::Value*>(duk_get_pointer(context, -1));
@@ -221,6 +228,11 @@ struct World::Traps {
       const bool isObject = host.isObject();
       const vbs::MemberId id = isObject ? find(host, name) : vbs::kNoMember;
       if (id == vbs::kNoMember) {
+        if (isObject && isPlace(name)) {
+          const auto place = vbs::Value::longInt(std::stoi(name));
+          world.push(context, invoke(host, vbs::kDefaultMember, vbs::CallKind::Get, {place}));
+          return 1;
+        }
         if (isObject && (name == "valueOf" || name == "toString")) {
           pushMember(context, &Traps::plainOf, 0, 0);
           return 1;
@@ -233,6 +245,18 @@ struct World::Traps {
       } else {
         world.push(context, invoke(host, id, vbs::CallKind::Get, {}));
       }
+      return 1;
+    });
+  }
+
+  /// For `with`, which asks each name of its body.
+  static duk_ret_t has(duk_context* context) {
+    return native(context, [&] {
+      const bool isName = !duk_is_symbol(context, 1);
+      const vbs::Value host = *of(context).hostAt(context, 0);
+      const bool isThere =
+          isName && host.isObject() && find(host, duk_to_string(context, 1)) != vbs::kNoMember;
+      duk_push_boolean(context, isThere);
       return 1;
     });
   }
@@ -356,6 +380,7 @@ World::World() {
     duk_put_prop_string(context, -2, kKept);
     static constexpr duk_function_list_entry kTrapList[] = {{"get", &Traps::get, 3},
                                                             {"set", &Traps::set, 4},
+                                                            {"has", &Traps::has, 2},
                                                             {"apply", &Traps::apply, 3},
                                                             {nullptr, nullptr, 0}};
     duk_push_object(context);

@@ -96,6 +96,18 @@ PAGES = {
         'c.MoveFirst();\n'
         'while (!c.EOF) { Response.Write(c("n") + ":" + c.Fields("t").Value + ";"); c.MoveNext(); }\n'
         'c.MoveFirst(); Response.Write(new VBArray(c.GetRows()).toArray().join());'),
+    "places.asp": js(
+        'var doc = new ActiveXObject("MSXML2.DOMDocument");\n'
+        'doc.loadXML("<r><a n=\'1\'/><a n=\'2\'/></r>");\nvar all = doc.selectNodes("//a");\n'
+        'for (var i = 0; i < all.length; i++) Response.Write(all[i].getAttribute("n"));\n'
+        'try { Server[0]; } catch (e) { Response.Write(e.number & 0xFFFF); }'),
+    "with.asp": js(
+        'var n = 1;\nwith (Response) { Write("a" + n); Status = "201 Made"; ContentType = "text/x"; }\n'
+        'with (new Date(2024, 1, 3)) n = getFullYear();\nwith (Math) n += max(1, floor(PI));\n'
+        'var o = { x: 5, get: function () { return this.x; } };\nwith (o) { x++; n += get(); }\n'
+        'var d = new ActiveXObject("Scripting.Dictionary");\n'
+        'with (d) { Add("k", 2); Response.Write(Item("k") + Count); CompareMode; }\n'
+        'Response.Write("|" + n + d("k") + ("Count" in d) + ("none" in d));'),
     "other_way.asp": '<script language="vbscript" runat="server">\nDim shared : shared = "s"\n'
                      'Function Twice(x) : Twice = x & x : End Function\n</script>\n'
                      + js('Response.Write(Twice("ab") + shared); shared = "t"; '
@@ -206,6 +218,10 @@ class Pages(JScriptTest):
         self.shows("/types.asp", "oooooooo" "fooo" "of" "undefinednumberundefined")
 
     def test_components(self):
+        self.shows("/places.asp", "12438")
+        response = self.server.get("/with.asp")
+        self.assertEqual(response.text.strip(), "a13|20332truefalse")
+        self.assertEqual(response.status, "HTTP/1.1 201 Made")
         self.shows("/recordset.asp", "1:t1;2:t2;3:t3;1,t1,2,t2,3,t3")
 
     def test_nothing_catches_the_end(self):

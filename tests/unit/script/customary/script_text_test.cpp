@@ -28,6 +28,18 @@ TEST(ScriptText, CallsOfMembers) {
   EXPECT_EQ(ready("s.charAt(1)"), "s.charAt(1)");
 }
 
+TEST(ScriptText, CallsInTheBodyOfWith) {
+  EXPECT_EQ(ready("with (a.b()) { c(d(1), e); f.g(); new H(2); i = j }\nk()"),
+            "with (a[qv$call(\"b\")]()) { (qv$call(\"c\")&&c((qv$call(\"d\")&&d(1)), e)); "
+            "f[qv$call(\"g\")](); new H(2); i = j }\nk()");
+  EXPECT_EQ(ready("with (a) b(1); c(2)"), "with (a) (qv$call(\"b\")&&b(1)); c(2)");
+  EXPECT_EQ(ready("with (a) { b(1) = 2 }"), "with (a) { b[qv$key(\"\", 1)] = 2 }");
+  for (const char* same :
+       {"with (a", "with (a)", "with (a) {", "with", "with (a) b(", "with (a) )"}) {
+    EXPECT_EQ(ready(same), same);
+  }
+}
+
 TEST(ScriptText, NothingInTextsAndComments) {
   for (const char* same :
        {"'a(1) = 2'", "\"\\\" a.b() \"", "// a.b() = 1\n/* c.d() */", "/a.b()=/g", "<!-- a.b()",
