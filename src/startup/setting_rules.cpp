@@ -126,6 +126,7 @@ constexpr std::array kRules{
     SettingRule{"RetryPort", "", takeFlag<&ServerState::RetryPort>},
     SettingRule{"LogTextLimit", "", takeLogTextLimit},
     SettingRule{"EncodeErrors", "", takeFlag<&ServerState::EncodeErrors>},
+    SettingRule{"LogPageErrors", "", takeFlag<&ServerState::LogPageErrors>},
     SettingRule{"FollowLinks", "", takeUsualFlag<&ServerState::FollowLinks>},
     SettingRule{"LogFileLimit", "", takeLogFileLimit},
     SettingRule{"DrainSeconds", "", takeSeconds<&ServerState::DrainSeconds>},

@@ -46,6 +46,7 @@ struct ServerState {
   std::uint32_t LogTextLimit = 2048;  ///< bytes of a client's text in a status line; 0: no bound
   std::uint32_t DrainSeconds = 0;     ///< for transfers under way when the program is to end
   bool EncodeErrors = false;          ///< HTML-encode what the script error page shows
+  bool LogPageErrors = false;         ///< what the script error page shows, and where it stands
   bool FollowLinks = true;            ///< also where symbolic links leave the document root
   std::uint32_t LogFileLimit = 0;     ///< MiB after which a new log file begins; 0: no bound
   /// Folders below which scripts may read and write, a semicolon between two. Empty: the base

@@ -37,11 +37,11 @@ std::optional<std::string> expandPage(ModuleFile& file, const std::string& root,
   bool isMissing = false;
   bool hasIncludes = false;
   const auto read = [&](const std::string& name) {
-    auto text = readInclude(files, root, folder, name, true);
+    auto found = readInclude(files, root, folder, name, true);
     last = name;
-    isMissing = !text;
+    isMissing = !found;
     hasIncludes = true;
-    return text;
+    return found;
   };
   std::string expanded = expandIncludes(file.content, read);
   if (!hasIncludes) return std::nullopt;

@@ -139,13 +139,13 @@ class QvScript(unittest.TestCase):
     def test_check_of_many_files(self):
         good = self.file("x = 1", "good.vbs")
         bad = self.file("x = 1\nIf x", "bad.vbs")
-        self.file("<% If x %>", "part.inc")
+        part = self.file("<% If x %>", "part.inc")
         page = self.file('<!--#include file="part.inc"-->\n<%= 1 %>', "PAGE.QVS")
         whole = self.file("<% x = 1 %>text", "whole.qvs")
         result = self.tool("--check", good, bad, page, whole)
         self.assertEqual(result.stdout, b"2 of 4 files have no fault\n")
         self.assertEqual(result.stderr.decode(), bad + "(2, 5) Microsoft VBScript compilation error:"
-                         " Expected 'Then'\n" + page + "(0, 7) Microsoft VBScript compilation error:"
+                         " Expected 'Then'\n" + part + "(1, 9) Microsoft VBScript compilation error:"
                          " Expected 'Then'\n")
         self.assertEqual(result.returncode, 1)
         result = self.tool("--check", good, whole)
@@ -180,10 +180,10 @@ class QvScript(unittest.TestCase):
         self.file("<% x = 1\n%>\n", "Head.inc")
         path = self.file('<!--#include file="HEAD.inc"-->\n<b>"<%= x %>', "page.qvs")
         self.assertEqual(self.tool("--dump-page", path).stdout,
-                         b"0\t x = 1\n1\t\n"
-                         b'2\tresponse.xwrite "" & vbCrLf\n'
-                         b'3\tresponse.xwrite "<b>" & chr(34)\n'
-                         b"4\tresponse.xwrite  x \n")
+                         b"0\tHead.inc:1\t x = 1\n1\tHead.inc:2\t\n"
+                         b'2\tHead.inc:2\tresponse.xwrite "" & vbCrLf\n'
+                         b'3\tpage.qvs:2\tresponse.xwrite "<b>" & chr(34)\n'
+                         b"4\tpage.qvs:2\tresponse.xwrite  x \n")
 
     def test_what_a_customary_page_becomes(self):
         self.file("<% x = 1\n%>", "Head.inc")

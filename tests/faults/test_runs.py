@@ -87,3 +87,38 @@ class Errors(unittest.TestCase):
             page = server.get(self.TARGET).text
             self.assertIn("<font color='#990000'>&lt;script&gt;&amp;</font>", page)
             self.assertIn("<i>/page.qvs, line 0</i>", page)
+
+    FAILING = {
+        "page.qvs": '<p>\n<!--#include file="Parts/Head.inc"-->\n<% Divide 2 %>',
+        "parts/head.inc": "<%\nSub Divide(x)\n  Response.Write 1: y = x / 0\nEnd Sub\n%>\n",
+        "outer.qvs": '<p>\n<% Server.Execute "/inner.qvs" %>',
+        "inner.qvs": "<b>\n\n\n<i><%= 1 \\ 0 %>",
+        "syntax.qvs": "one\ntwo\n<%\nIf Then\n%>",
+        "fine.qvs": "<% Response.Write 1 : Response.End %>",
+    }
+    PLACES = (
+        ("/page.qvs", 4, "Microsoft VBScript runtime error '800a000b': Division by zero "
+                         "(/parts/head.inc, line 3, column 21):   Response.Write 1: y = x / 0"),
+        ("/outer.qvs", 2, "Microsoft VBScript runtime error '800a000b': Division by zero "
+                          "(/inner.qvs, line 4, column 6): <i><%= 1 \\ 0 %>"),
+        ("/syntax.qvs", 4, "Microsoft VBScript compilation error '800a03ea': Syntax error "
+                           "(/syntax.qvs, line 4, column 4): If Then"),
+    )
+
+    def test_the_log_has_the_place_in_the_file_when_the_setting_says_so(self):
+        with Server(self.FAILING, {"LogPageErrors": "1"}) as server:
+            for target, line, _ in self.PLACES:
+                self.assertIn(f"<i>{target}, line {line}</i>", server.get(target).text)
+            server.get("/fine.qvs")
+            server.stop()
+            logged = [line.partition("Page error: ")[2] for line in server.log_text().splitlines()
+                      if "Page error" in line]
+        self.assertEqual(logged, [text for _, _, text in self.PLACES])
+
+    def test_else_the_log_has_nothing_and_the_page_is_the_same(self):
+        with Server(self.FAILING) as server, \
+                Server(self.FAILING, {"LogPageErrors": "1"}) as other:
+            for target, _, _ in self.PLACES:
+                self.assertEqual(server.get(target).body, other.get(target).body)
+            server.stop()
+            self.assertNotIn("error", server.log_text())

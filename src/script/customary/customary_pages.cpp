@@ -159,27 +159,13 @@ std::optional<PageError> CustomaryPages::runPage(const PageStore::Program& page,
   });
   if (!report) return std::nullopt;
   if (inner_ && inner_->number == report->number) return std::exchange(inner_, std::nullopt);
-  return errorOf(*page, *report, placeOf(*report, *page, script.get()));
+  return pageError(*report, placeOf(*report, *page, script.get()), services_.files,
+                   codePageOf(*page));
 }
 
 /// Of the page's files; what goes out may be in another one.
 std::int32_t CustomaryPages::codePageOf(const PageProgram& page) const {
   return page.codePage.value_or(services_.state.PageCodePage);
-}
-
-PageError CustomaryPages::errorOf(const PageProgram& page, const vbs::ErrorReport& report,
-                                  const std::optional<Place>& place) const {
-  PageError error;
-  error.number = report.number;
-  error.category = vbs::String(report.source);
-  error.description = vbs::String(report.description);
-  if (place) {
-    error.file = vbs::String(place->file);
-    error.line = static_cast<std::int32_t>(place->line);
-    if (place->column > 0) error.column = static_cast<std::int32_t>(place->column);
-    error.source = sourceLine(services_.files, *place, codePageOf(page));
-  }
-  return error;
 }
 
 PageError CustomaryPages::faultOf(const PageProgram::Fault& fault, std::int32_t codePage) const {
@@ -194,13 +180,9 @@ PageError CustomaryPages::faultOf(const PageProgram::Fault& fault, std::int32_t 
   return error;
 }
 
-void CustomaryPages::logError(const PageError& error) {
-  services_.log.LogLine("Page error: " + errorText(error, services_.state.ScriptsFolder));
-}
-
 /// What has been written goes, unless it is on its way already.
 void CustomaryPages::answerError(const PageError& error, const std::string& path) {
-  logError(error);
+  logError(services_, error);
   ResponseObject& response = *objects_->response;
   if (!response.isSent()) {
     response.clear();
@@ -221,7 +203,7 @@ bool CustomaryPages::runErrorPage(const PageError& error, const std::string& pat
   if (!page) return false;
   lastError_ = error;
   const auto failed = runPage(page, *file);
-  if (failed) logError(*failed);
+  if (failed) logError(services_, *failed);
   return !failed;
 }
 

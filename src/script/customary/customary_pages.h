@@ -49,15 +49,12 @@ class CustomaryPages final : public PageContext, public Page, public ResponseObj
   void prepare(const PageProgram& page, const SessionObject& session);
   void runRequest(const PageStore::Program& page);
   std::optional<PageError> runPage(const PageStore::Program& page, const std::string& path);
-  PageError errorOf(const PageProgram& page, const vbs::ErrorReport& report,
-                    const std::optional<Place>& place) const;
   PageError faultOf(const PageProgram::Fault& fault, std::int32_t codePage) const;
   std::int32_t codePageOf(const PageProgram& page) const;
   std::string headerLines();
   PageOutcome answer();
   void answerError(const PageError& error, const std::string& path);
   bool runErrorPage(const PageError& error, const std::string& path);
-  void logError(const PageError& error);
 
   std::int32_t codePage() const override { return codePage_; }
   void setCodePage(std::int32_t codePage) override { codePage_ = codePage; }

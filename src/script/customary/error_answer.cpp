@@ -5,6 +5,8 @@
 
 #include "script/customary/code_page.h"
 #include "script/customary/server_texts.h"
+#include "support/server_state.h"
+#include "support/status_lines.h"
 #include "support/visible_text.h"
 #include "vbscript/syntax/lexer.h"
 
@@ -54,12 +56,31 @@ vbs::String sourceLine(const Files& files, const Place& place, std::int32_t code
                 std::string_view(*text).substr(start, std::min(end - start, kMostSource)));
 }
 
+PageError pageError(const vbs::ErrorReport& report, const std::optional<Place>& place,
+                    const Files& files, std::int32_t codePage) {
+  PageError error;
+  error.number = report.number;
+  error.category = vbs::String(report.source);
+  error.description = vbs::String(report.description);
+  if (place) {
+    error.file = vbs::String(place->file);
+    error.line = static_cast<std::int32_t>(place->line);
+    if (place->column > 0) error.column = static_cast<std::int32_t>(place->column);
+    error.source = sourceLine(files, *place, codePage);
+  }
+  return error;
+}
+
 std::string errorText(const PageError& error, const std::string& root) {
   std::string text = error.category.narrow() + " '" + hexNumber(error.number) +
                      "': " + error.description.narrow() + " (" + placeOf(error, root) + ")";
   const std::string source = error.source.narrow();
   if (!source.empty()) text += ": " + source;
   return visible(text, 2 * kMostSource);
+}
+
+void logError(const Services& services, const PageError& error) {
+  services.log.LogLine("Page error: " + errorText(error, services.state.ScriptsFolder));
 }
 
 std::string errorHtml(const PageError& error, const std::string* root) {

@@ -6,45 +6,11 @@
 #include <vector>
 
 #include "script/customary/code_page.h"
+#include "script/translation/line_map.h"
 
 namespace quorvane::customary {
 
-/// Where something stands in the files of a page.
-struct Place {
-  std::string file;  ///< local path
-  std::uint32_t line = 0;
-  std::uint32_t column = 0;  ///< 0: not known
-};
-
-/// Leads from the lines of a program back to those of the files that it was made of.
-class LineMap {
- public:
-  /// The number of the file, which is added when it is new.
-  std::uint32_t file(const std::string& path);
-
-  /// The program's next line stands for this line of that file; a column of the program is one of
-  /// the file when `shift` is added.
-  void add(std::uint32_t file, std::uint32_t line, std::int32_t shift) {
-    rows_.push_back({file, line, shift});
-  }
-
-  /// What lies behind the program's end stands at its last line. Nothing for line 0; lines and
-  /// columns count from 1.
-  std::optional<Place> place(std::uint32_t line, std::uint32_t column) const;
-
-  const std::vector<std::string>& files() const { return files_; }  ///< the page first
-  std::size_t size() const { return rows_.size(); }                 ///< lines
-
- private:
-  struct Row {
-    std::uint32_t file;
-    std::uint32_t line;
-    std::int32_t shift;
-  };
-
-  std::vector<std::string> files_;
-  std::vector<Row> rows_;
-};
+using Place = LineMap::Place;
 
 /// An object that a page or a site declares by a tag; made when it is first used.
 struct StaticObject {

@@ -7,14 +7,9 @@
 #include <string_view>
 
 #include "script/customary/page_program.h"
+#include "script/translation/include_expansion.h"
 
 namespace quorvane::customary {
-
-/// A file as pages include it.
-struct IncludedFile {
-  std::string path;  ///< as the file system spells it
-  std::string text;
-};
 
 /// The file that an include of `from`, a local path, names; `isVirtual`: from the document root on.
 /// Nothing when there is no such file.

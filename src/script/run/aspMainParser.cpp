@@ -6,12 +6,13 @@
 #include "http/clsHTTPParser.h"
 #include "http/response_heads.h"
 #include "platform/process.h"
+#include "script/customary/error_answer.h"
 #include "script/objects/aspRequestObj.h"
 #include "script/objects/aspResponseObj.h"
 #include "script/objects/global_members.h"
 #include "script/objects/redirect_marks.h"
 #include "script/run/error_page.h"
-#include "script/translation/include_expansion.h"
+#include "script/translation/mapped_page.h"
 #include "script/translation/page_translator.h"
 #include "support/clsWEncode.h"
 #include "support/files.h"
@@ -136,6 +137,7 @@ void aspMainParser::Reset() {
   flushedResponse_ = false;
   redirectedTo_ = false;
   socketIndex_ = -1;
+  failure_.reset();
   request_ = nullptr;
   session_ = {};
 }
@@ -168,8 +170,7 @@ bool aspMainParser::fileExists(const std::string& path) const {
 bool aspMainParser::Run() {
   if (!session_) session_ = vbs::make<aspSessionObj>(services_.clock);
   host_.setLocale(session_->LCID());
-  const std::string program =
-      translate(fileData_.empty() ? strReadFile(url_) : std::move(fileData_), pageFolder_);
+  const std::string program = translate(source(), pageFolder_);
 
   Published published(*this);
   published_ = &published;
@@ -178,6 +179,8 @@ bool aspMainParser::Run() {
   published_ = nullptr;
 
   if (error && error->number != kEndOfPage) {
+    noteFailure(url_, pageFolder_, *error);
+    if (failure_) customary::logError(services_, *failure_);
     fail(*error);
     return false;
   }
@@ -217,6 +220,17 @@ std::optional<vbs::ErrorReport> aspMainParser::runProgram(const std::string& pro
   return run_.run(program, folder, [this](vbs::Engine& engine) { published_->addTo(engine); });
 }
 
+/// The page is translated once more: one that does not fail shall not pay for the map.
+void aspMainParser::noteFailure(const std::string& path, const std::string& folder,
+                                const vbs::ErrorReport& error) {
+  if (!services_.state.LogPageErrors) return;
+  if (failure_ && failure_->number == error.number) return;  // of a page inside this one
+  const LineMap lines =
+      mapPage({path, path == url_ ? source() : strReadFile(path)}, includesOf(folder)).lines;
+  failure_ = customary::pageError(error, lines.place(error.line, error.column), services_.files,
+                                  customary::kAnsi);
+}
+
 void aspMainParser::fail(const vbs::ErrorReport& error) {
   const clsHTTPParser& parser = request_->parser;
   const auto shown = [&](const std::string& text) {
@@ -227,11 +241,19 @@ void aspMainParser::fail(const vbs::ErrorReport& error) {
                       std::int64_t{error.line} - 1);
 }
 
-std::string aspMainParser::translate(std::string source, const std::string& folder) const {
-  return translatePage(expandIncludes(std::move(source), [&](const std::string& name) {
+std::string aspMainParser::source() const {
+  return fileData_.empty() ? strReadFile(url_) : fileData_;
+}
+
+IncludeReader aspMainParser::includesOf(const std::string& folder) const {
+  return [this, &folder](const std::string& name) {
     return readInclude(services_.files, services_.state.ScriptsFolder, folder, name,
                        services_.state.FollowLinks);
-  }));
+  };
+}
+
+std::string aspMainParser::translate(std::string source, const std::string& folder) const {
+  return translatePage(expandIncludes(std::move(source), includesOf(folder)));
 }
 
 void aspMainParser::objResponse_FlushBuffer(std::string rspData, const std::string& rspHeaderData,
@@ -264,9 +286,12 @@ void aspMainParser::execute(const std::string& target) {
   if (!file) vbs::throwError(vbs::ErrorCode::FileNotFound, target);
   if (run_.depth() > PageRun::kMostNested) vbs::throwError(vbs::ErrorCode::OutOfStackSpace);
   const std::string folder(paths::folderOf(*file));
+  failure_.reset();
   const auto error = runProgram(translate(strReadFile(*file), folder), folder);
-  if (error && error->number == kEndOfPage) endPage();
-  if (error) throw vbs::ScriptError{error->number, error->description, error->source, {}, 0};
+  if (!error) return;
+  if (error->number == kEndOfPage) endPage();
+  noteFailure(*file, folder, *error);
+  throw vbs::ScriptError{error->number, error->description, error->source, {}, 0};
 }
 
 }  // namespace quorvane

@@ -8,11 +8,13 @@
 
 #include "components/page_context.h"
 #include "http/script_pages.h"
+#include "script/customary/page.h"
 #include "script/objects/aspServerObj.h"
 #include "script/objects/page_parts.h"
 #include "script/run/page_host.h"
 #include "script/run/page_run.h"
 #include "script/sessions/aspSessionObj.h"
+#include "script/translation/include_expansion.h"
 #include "vbscript/engine.h"
 
 namespace quorvane {
@@ -73,7 +75,11 @@ class aspMainParser final : public PageContext, private aspServerObj::Page {
 
   PageOutcome takeOutcome();
   std::optional<vbs::ErrorReport> runProgram(const std::string& program, const std::string& folder);
+  std::string source() const;
   std::string translate(std::string source, const std::string& folder) const;
+  IncludeReader includesOf(const std::string& folder) const;  ///< as long as `folder` lives
+  void noteFailure(const std::string& path, const std::string& folder,
+                   const vbs::ErrorReport& error);
   std::optional<std::string> pageFile(std::string_view target) const;
   void fail(const vbs::ErrorReport& error);
 
@@ -102,6 +108,7 @@ class aspMainParser final : public PageContext, private aspServerObj::Page {
   std::string output_;
   std::string responseHeader_;
   bool flushedResponse_ = false;
+  std::optional<customary::PageError> failure_;  ///< of the innermost page, for the log
   bool redirectedTo_ = false;  ///< the page itself named the local file that its output leads to
 };
 

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <utility>
 
+#include "script/translation/text_origins.h"
 #include "support/files.h"
 #include "support/text.h"
 
@@ -107,7 +108,7 @@ std::size_t nextLine(std::string_view text, std::size_t from) {
 
 }  // namespace
 
-std::string expandIncludes(std::string source, const IncludeReader& read) {
+std::string expandIncludes(std::string source, const IncludeReader& read, TextOrigins* origins) {
   if (findComment(source) == std::string::npos) return source;
 
   PendingText pending(std::move(source));
@@ -129,29 +130,35 @@ std::string expandIncludes(std::string source, const IncludeReader& read) {
     const bool lastLine = next == std::string_view::npos;
     const std::size_t following = lastLine ? 1 : next;
 
-    auto included = read(*name);
+    const auto included = read(*name);
     if (!included) return "Include file not found '" + *name + "'";
-    if (!budget.take(included->size() + (lastLine ? rest.size() : following))) {
+    if (!budget.take(included->text.size() + (lastLine ? rest.size() : following))) {
       return "Too many include files at '" + *name + "'";
     }
 
     // The end of what stands before may form a new "<!--" with the included text.
     const std::size_t kept = std::min(open, kOpen.size() - 1);
     done.append(text.substr(0, open - kept));
-    const std::string added = std::string(text.substr(open - kept, kept)).append(*included);
+    const std::string added = std::string(text.substr(open - kept, kept)).append(included->text);
+    if (origins) {
+      origins->pass(open - kept);
+      origins->replace(kept, kOpen.size() + following, *included);
+    }
     pending.consume(open + kOpen.size() + following);
     pending.prepend(added);
   }
   return done.append(pending.view());
 }
 
-std::optional<std::string> readInclude(const Files& files, std::string_view root,
-                                       std::string_view folder, std::string_view name,
-                                       bool followLinks) {
+std::optional<IncludedFile> readInclude(const Files& files, std::string_view root,
+                                        std::string_view folder, std::string_view name,
+                                        bool followLinks) {
   auto path = RootedPath::resolved(root, folder, name);
   if (!path) path = RootedPath::resolved(folder, folder, name);
-  const auto found = path ? findBelow(files, *path, followLinks) : std::nullopt;
-  return found ? std::optional(files.readAll(*found).value_or("")) : std::nullopt;
+  auto found = path ? findBelow(files, *path, followLinks) : std::nullopt;
+  if (!found) return std::nullopt;
+  std::string text = files.readAll(*found).value_or("");
+  return IncludedFile{std::move(*found), std::move(text)};
 }
 
 }  // namespace quorvane

@@ -78,8 +78,10 @@ std::size_t emptyParentheses(std::string_view text) {
 }
 
 /// Copies one line of code to `out` with its calls rewritten. Every call to rewrite has its one
-/// "." between two words, so the points are all that needs to be looked at.
-void appendRewritten(std::string_view line, std::string& out) {
+/// "." between two words, so the points are all that needs to be looked at. `goesOn` is called with
+/// what is left of the line behind each.
+template <class GoesOn>
+void appendRewritten(std::string_view line, std::string& out, const GoesOn& goesOn) {
   const std::size_t begin = out.size();
   bool redirects = false;
   std::size_t copied = 0;
@@ -99,6 +101,7 @@ void appendRewritten(std::string_view line, std::string& out) {
       out.append(call.replacement);
       copied = dot + 1 + call.member.size();
       if (call.replacement == kEndScript) copied += emptyParentheses(line.substr(copied));
+      goesOn(line.substr(copied));
       break;
     }
   }
@@ -129,13 +132,17 @@ struct Line {
   bool has(Mark mark) const { return (marks & mark) != 0; }
 };
 
-/// How many line ends stand one after another from `at` on; moves behind them.
-std::size_t takeLineEnds(std::string_view page, std::size_t& at) {
-  std::size_t count = 0;
-  for (; at < page.size() && (kMarks[static_cast<std::uint8_t>(page[at])] & kLineEnd); ++count) {
+bool isLineEnd(std::string_view page, std::size_t at) {
+  return at < page.size() && (kMarks[static_cast<std::uint8_t>(page[at])] & kLineEnd);
+}
+
+/// Moves behind the line ends that stand one after another from `at` on. Every second of them is
+/// left out; between the others are empty lines.
+void takeLineEnds(std::string_view page, std::size_t& at, std::vector<Line>& lines) {
+  for (bool isSecond = false; isLineEnd(page, at); isSecond = !isSecond) {
     at += page.substr(at, kCrLf.size()) == kCrLf ? 2 : 1;
+    if (isSecond && isLineEnd(page, at)) lines.push_back({page.substr(at, 0)});
   }
-  return count;
 }
 
 /// The lines of a page, of which every second line end in a row is left out.
@@ -152,8 +159,7 @@ std::vector<Line> splitLines(std::string_view page) {
     }
     lines.push_back({page.substr(start, at - start), marks});
     if (at == page.size()) return lines;
-    const std::size_t ends = takeLineEnds(page, at);
-    lines.resize(lines.size() + (ends - 1) / 2);
+    takeLineEnds(page, at, lines);
   }
 }
 
@@ -173,7 +179,10 @@ void joinLines(std::vector<Line>& lines, std::string_view tail, std::string_view
 /// Writes the program piece by piece: text and code in turn, whichever delimiter stands between.
 class Program {
  public:
-  explicit Program(std::size_t room) { text_.reserve(room); }
+  Program(std::string_view page, std::vector<PageTrace>* traces)
+      : page_(page.data()), traces_(traces) {
+    text_.reserve(page.size() * 2);
+  }
 
   void addLine(const Line& line, bool isLast) {
     std::string_view rest = line.text;
@@ -213,6 +222,7 @@ class Program {
 
   /// Adds `text`, a part of `line`.
   void add(std::string_view text, const Line& line, bool endsPiece) {
+    trace(text);
     if (isCode_) return addCode(text, line);
     if (line.has(kQuote)) {
       text_.append(kWrite);
@@ -221,6 +231,7 @@ class Program {
       text_.append(kWriteText).append(text).append(1, '"');
     }
     text_.append(endsPiece ? kCrLf : std::string_view(" & vbCrLf\r\n"));
+    traceFrom(text_.size() - kCrLf.size(), text);  // none of its columns is one of the page
   }
 
   void addCode(std::string_view text, const Line& line) {
@@ -228,30 +239,40 @@ class Program {
     if (start != std::string::npos && text[start] == '=') {
       text_.append(kWrite);
       text.remove_prefix(start + 1);
+      trace(text);
     } else if (start != std::string::npos && text[start] == '@') {
       text_.append(1, '\'');  // "@ Language=VBScript" asks for what every page gets: a comment
+      trace(text);
     }
     if (line.has(kPoint)) {
-      appendRewritten(text, text_);
+      appendRewritten(text, text_, [this](std::string_view rest) { trace(rest); });
     } else {
       text_.append(text);
     }
     text_.append(kCrLf);
   }
 
+  /// What follows stands for `text`, a part of the page.
+  void trace(std::string_view text) { traceFrom(text_.size(), text); }
+  void traceFrom(std::size_t at, std::string_view text) {
+    if (traces_) traces_->push_back({at, static_cast<std::size_t>(text.data() - page_)});
+  }
+
   std::string text_;
+  const char* page_;
+  std::vector<PageTrace>* traces_;
   bool isCode_ = false;
   bool isPieceEmpty_ = true;  ///< nothing of the piece stands on an earlier line
 };
 
 }  // namespace
 
-std::string translatePage(std::string_view page) {
+std::string translatePage(std::string_view page, std::vector<PageTrace>* traces) {
   std::vector<Line> lines = splitLines(page);
   joinLines(lines, "%>", "<%");
   joinLines(lines, "<%", "%>");
 
-  Program program(page.size() * 2);
+  Program program(page, traces);
   for (std::size_t i = 0; i < lines.size(); ++i) program.addLine(lines[i], i + 1 == lines.size());
   return program.take();
 }

@@ -1,9 +1,18 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quorvane {
+
+/// From byte `program` of a program on, its text stands for the page's from byte `page` on, as far
+/// as both reach until the next one.
+struct PageTrace {
+  std::size_t program;
+  std::size_t page;
+};
 
 /// Turns the text of a page, its includes expanded, into one script program: literal text becomes
 /// calls that write it to the response, and a few statements are rewritten to the server's own
@@ -12,6 +21,9 @@ namespace quorvane {
 ///
 /// The members behind the rewritten names: `xwrite` and `xcreateobject` exist, `xclear` does not,
 /// so that a page calling `Response.Clear` by its full name stops with an error. Pages know it.
-std::string translatePage(std::string_view page);
+///
+/// `traces`, if any, grow with the program: one at every line's beginning, and where a line goes on
+/// behind what the translation put in.
+std::string translatePage(std::string_view page, std::vector<PageTrace>* traces = nullptr);
 
 }  // namespace quorvane

@@ -38,13 +38,20 @@ class Progress {
 
 /// What is wrong with a file's text, or nothing.
 std::string faultOf(const std::string& file, std::string text) {
-  const bool page = isPage(file);
-  if (page) text = pageProgram(absolutePath(file), std::move(text));
+  const std::string path = absolutePath(file);
+  MappedPage page;
+  if (isPage(file)) {
+    page = pageProgram(path, std::move(text));
+    text = std::move(page.program);
+  }
   vbs::ProgramCache cache(0);
   vbs::ErrorReport error;
   if (cache.get(text, error)) return {};
-  if (page) --error.line;  // counted as the server's error pages count
-  return describe(file, error);
+  const auto place = page.lines.place(error.line, error.column);
+  if (!place) return describe(file, error);
+  error.line = place->line;
+  error.column = place->column;
+  return describe(place->file == path ? file : place->file, error);
 }
 
 }  // namespace

@@ -7,8 +7,6 @@
 
 #include "platform/system.h"
 #include "script/customary/page_reader.h"
-#include "script/translation/include_expansion.h"
-#include "script/translation/page_translator.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/text.h"
@@ -19,15 +17,15 @@ bool isPage(const std::string& path) {
   return equalsNoCase(paths::extensionOf(path), ".qvs");
 }
 
-std::string pageProgram(const std::string& path, std::string source) {
+MappedPage pageProgram(const std::string& path, std::string source) {
   namespace fs = std::filesystem;
   const std::unique_ptr<Files> files = makeFiles();
   // Where the document root is can't be told here, so a page may include from anywhere.
   const std::string root = fs::path(path).root_path().string();
   const std::string folder = fs::path(path).parent_path().string();
-  return translatePage(expandIncludes(std::move(source), [&](const std::string& name) {
+  return mapPage({path, std::move(source)}, [&](const std::string& name) {
     return readInclude(*files, root, folder, name, true);
-  }));
+  });
 }
 
 namespace {
@@ -38,31 +36,33 @@ customary::PageProgram customaryProgram(const std::string& path, std::string_vie
   const std::unique_ptr<Files> files = makeFiles();
   const std::string root(paths::folderOf(path));
   const auto include = [&](const std::string& from, const std::string& name,
-                           bool isVirtual) -> std::optional<customary::IncludedFile> {
+                           bool isVirtual) -> std::optional<IncludedFile> {
     const auto wanted = RootedPath::resolved(
         root, isVirtual ? std::string_view(root) : paths::folderOf(from), name);
     auto found = wanted ? files->find(*wanted) : std::nullopt;
     auto text = found ? files->readAll(*found) : std::nullopt;
     if (!text) return std::nullopt;
-    return customary::IncludedFile{std::move(*found), std::move(*text)};
+    return IncludedFile{std::move(*found), std::move(*text)};
   };
   return customary::readPage(path, source, customary::kAnsi, include);
 }
 
-/// Every line, from `first` on, behind the file and the line that it comes from.
-std::string listed(std::string_view program, const customary::LineMap& lines, std::uint32_t first) {
-  std::string listing;
+/// Calls `show` for every line that comes from somewhere, with its number.
+template <class Show>
+void forEachLine(std::string_view program, std::string_view lineEnd, const LineMap& lines,
+                 const Show& show) {
   for (std::uint32_t line = 1; !program.empty(); ++line) {
-    const std::size_t end = std::min(program.find('\n'), program.size());
-    const auto place = lines.place(line, 0);
-    if (line >= first && place) {
-      listing.append(paths::fileNameOf(place->file)).append(1, ':');
-      listing.append(std::to_string(place->line)).append("\t");
-      listing.append(program.substr(0, end)).append("\n");
+    const std::size_t end = std::min(program.find(lineEnd), program.size());
+    if (const auto place = lines.place(line, 0)) {
+      show(line, std::string(paths::fileNameOf(place->file))
+                     .append(1, ':')
+                     .append(std::to_string(place->line))
+                     .append(1, '\t')
+                     .append(program.substr(0, end))
+                     .append(1, '\n'));
     }
-    program.remove_prefix(std::min(end + 1, program.size()));
+    program.remove_prefix(std::min(end + lineEnd.size(), program.size()));
   }
-  return listing;
 }
 
 /// The program, and behind it the page's JScript.
@@ -72,25 +72,24 @@ std::string customaryListing(const std::string& path, std::string_view source) {
     return page.fault->place.file + ":" + std::to_string(page.fault->place.line) + "\t" +
            page.fault->text + "\n";
   }
-  // The first line holds nothing but, perhaps, the mark of UTF-8.
-  std::string listing = listed(page.program, page.lines, 2);
-  return listing.append(listed(page.script, page.scriptLines, 1));
+  std::string listing;
+  forEachLine(page.program, "\n", page.lines, [&](std::uint32_t line, const std::string& shown) {
+    if (line > 1) listing.append(shown);  // the first is empty or the mark of UTF-8
+  });
+  forEachLine(page.script, "\n", page.scriptLines,
+              [&](std::uint32_t, const std::string& shown) { listing.append(shown); });
+  return listing;
 }
 
 }  // namespace
 
 std::string pageListing(const std::string& path, std::string source) {
   if (equalsNoCase(paths::extensionOf(path), ".asp")) return customaryListing(path, source);
-  constexpr std::string_view kLineEnd = "\r\n";
-  const std::string program = pageProgram(path, std::move(source));
+  const MappedPage page = pageProgram(path, std::move(source));
   std::string listing;
-  std::size_t number = 0;
-  for (std::size_t at = 0; at < program.size(); ++number) {
-    const std::size_t end = program.find(kLineEnd, at);
-    listing.append(std::to_string(number)).append("\t");
-    listing.append(program, at, end - at).append("\n");
-    at = end == std::string::npos ? end : end + kLineEnd.size();
-  }
+  forEachLine(page.program, "\r\n", page.lines, [&](std::uint32_t line, const std::string& shown) {
+    listing.append(std::to_string(line - 1)).append(1, '\t').append(shown);
+  });
   return listing;
 }
 

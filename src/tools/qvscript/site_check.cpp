@@ -9,8 +9,7 @@
 #include "qvscript/site_causes.h"
 #include "qvscript/source_file.h"
 #include "script/customary/page_store.h"
-#include "script/translation/include_expansion.h"
-#include "script/translation/page_translator.h"
+#include "script/translation/mapped_page.h"
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/server_state.h"
@@ -55,6 +54,8 @@ class Check {
   void count(const Causes& causes);
   std::string ownFault(const std::string& path, const std::string& text,
                        const customary::PageProgram& page, Causes& causes);
+  std::string compileFault(const std::string& program, const LineMap& lines) const;
+  std::string faultAt(const std::string& why, const std::optional<LineMap::Place>& at) const;
   std::string customaryFault(const customary::PageProgram& page) const;
   std::string named(const std::string& path) const { return path.substr(root_.size()); }
   std::string_view setting(bool runsOwn, bool runsCustomary) const;
@@ -106,41 +107,44 @@ std::string faultText(std::string_view description, std::string_view file, std::
   return text;
 }
 
-/// Whether the program compiles, or why not. Lines are for the caller to read.
-std::optional<vbs::ErrorReport> compileFault(const std::string& program) {
-  vbs::ProgramCache cache(0);
-  vbs::ErrorReport error;
-  if (cache.get(program, error)) return std::nullopt;
-  return error;
-}
-
 std::string Check::customaryFault(const customary::PageProgram& page) const {
   if (page.fault) {
     return faultText(page.fault->text, named(page.fault->place.file), page.fault->place.line);
   }
-  const auto faultAt = [&](const std::string& why, const std::optional<customary::Place>& place) {
-    return faultText(why, place ? named(place->file) : "", place ? place->line : 0);
-  };
-  if (const auto error = compileFault(page.program)) {
-    return faultAt(error->description, page.lines.place(error->line, error->column));
+  std::string fault = compileFault(page.program, page.lines);
+  if (!fault.empty()) return fault;
+  if (const auto found = jscript::findFault(page.script)) {
+    fault = faultAt(found->error.description, page.scriptLines.place(found->line, 0));
   }
-  if (const auto fault = jscript::findFault(page.script)) {
-    return faultAt(fault->error.description, page.scriptLines.place(fault->line, 0));
-  }
-  return {};
+  return fault;
+}
+
+std::string Check::faultAt(const std::string& why, const std::optional<LineMap::Place>& at) const {
+  return faultText(why, at ? named(at->file) : "", at ? at->line : 0);
+}
+
+/// Why the program does not compile, or nothing.
+std::string Check::compileFault(const std::string& program, const LineMap& lines) const {
+  vbs::ProgramCache cache(0);
+  vbs::ErrorReport error;
+  if (cache.get(program, error)) return {};
+  return faultAt(error.description, lines.place(error.line, error.column));
 }
 
 std::string Check::ownFault(const std::string& path, const std::string& text,
                             const customary::PageProgram& page, Causes& causes) {
   const std::string folder(paths::folderOf(path));
   std::size_t included = 0;
-  std::string whole = expandIncludes(text, [&](const std::string& name) {
+  std::string missing;
+  const MappedPage mapped = mapPage({path, text}, [&](const std::string& name) {
     ++included;
-    return readInclude(services_.files, root_, folder, name, true);
+    auto file = readInclude(services_.files, root_, folder, name, true);
+    if (!file) missing = name;
+    return file;
   });
-  if (whole.starts_with("Include file not found '") && !text.starts_with("Include file")) {
+  if (!missing.empty()) {
     causes.differences.insert("includes relative to the including file, or virtual");
-    return whole;
+    return "Include file not found '" + missing + "'";
   }
   if (included + 1 < page.lines.files().size()) {
     causes.differences.insert("includes behind comments, beside text, or virtual");
@@ -149,9 +153,7 @@ std::string Check::ownFault(const std::string& path, const std::string& text,
     causes.differences.insert(kPageFiles);
   }
   if (isDefaultDocument(path)) causes.differences.insert(kDefaults);
-  const auto error = compileFault(translatePage(whole));
-  if (!error) return {};
-  return faultText(error->description, named(path), error->line - 1);
+  return compileFault(mapped.program, mapped.lines);
 }
 
 PageReport Check::look(const std::string& path, const std::string& text) {

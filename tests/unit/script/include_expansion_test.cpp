@@ -13,10 +13,10 @@ class IncludeExpansion : public ::testing::Test {
  protected:
   std::string expand(std::string source) {
     return expandIncludes(std::move(source),
-                          [this](const std::string& name) -> std::optional<std::string> {
+                          [this](const std::string& name) -> std::optional<IncludedFile> {
                             const auto it = files.find(name);
                             if (it == files.end()) return std::nullopt;
-                            return it->second;
+                            return IncludedFile{name, it->second};
                           });
   }
 

@@ -117,6 +117,14 @@ TEST_F(PageRun, EndsSessionsOfBothDialects) {
   EXPECT_EQ(scripts().sessions().size(), 0u);
 }
 
+TEST_F(PageRun, LogsWhereAPageOfAModuleFailed) {
+  state.LogPageErrors = true;
+  runFile("/srv/of/module.qvs", "GET /of/module.qvs HTTP/1.1", 3, "a\nb<% y = 1 \\ 0 %>");
+  EXPECT_EQ(log.lines.back(),
+            "Page error: Microsoft VBScript runtime error '800a000b': Division by zero "
+            "(/of/module.qvs, line 2, column 5)");
+}
+
 TEST_F(PageRun, EndsAtTheTimeThatThePageChooses) {
   const std::string loop = "For i = 1 To 50000: Next";  // some 25 looks at the clock
   clock.step = std::chrono::milliseconds{100};
