@@ -80,7 +80,7 @@ void ScriptEngine::compile(std::string_view code) {
 }
 
 void ScriptEngine::run(std::string_view code) {
-  world_->run(code, kPage);
+  world_->run(code);
 }
 
 vbs::Value ScriptEngine::use(std::string_view name, vbs::CallKind kind, vbs::Args args) {

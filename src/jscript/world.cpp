@@ -1,8 +1,10 @@
 #include "jscript/world.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 
 #include "jscript/prelude.h"
@@ -94,11 +96,39 @@ bool isAscii(std::string_view bytes) {
   return true;
 }
 
+/// The innermost of a page's lines among the calls that were open; 0: none.
+std::uint32_t pageLineIn(std::string_view stack) {
+  constexpr std::string_view kCall = "\n    at ";
+  constexpr std::string_view kLine = "(page:";
+  const std::size_t calls = std::min(stack.find(kCall), stack.size());
+  const std::size_t found = stack.find(kLine, calls);
+  std::uint32_t line = 0;
+  if (found == stack.npos) return line;
+  std::from_chars(stack.data() + found + kLine.size(), stack.data() + stack.size(), line);
+  return line;
+}
+
 /// Whether a member's name is a place in a collection: `nodes[0]`.
 bool isPlace(std::string_view name) {
   constexpr std::size_t kMostDigits = 9;
   return !name.empty() && name.size() <= kMostDigits &&
          name.find_first_not_of("0123456789") == name.npos;
+}
+
+/// Compiled once: most pages use little of it.
+void pushPrelude(duk_context* context) {
+  thread_local std::string compiled;
+  if (compiled.empty()) {
+    World::compile(context, kPrelude, "prelude");
+    duk_dump_function(context);
+    duk_size_t size = 0;
+    const auto* bytes = static_cast<const char*>(duk_get_buffer(context, -1, &size));
+    compiled.assign(bytes, size);
+    duk_pop(context);
+  }
+  void* bytes = duk_push_fixed_buffer(context, compiled.size());
+  std::memcpy(bytes, compiled.data(), compiled.size());
+  duk_load_function(context);
 }
 
 duk_ret_t endHost(duk_context* context) {
@@ -397,7 +427,12 @@ World::World() {
     duk_put_function_list(context, -1, kGlobals);
     duk_pop(context);
   });
-  run(kPrelude, "prelude");
+  guarded([](duk_context* context) {
+    pushPrelude(context);
+    duk_push_global_object(context);
+    duk_call_method(context, 0);
+    duk_pop(context);
+  });
   guarded([](duk_context* context) {
     duk_push_heap_stash(context);
     for (const char* name : {kPlain, kDate}) {
@@ -504,7 +539,12 @@ vbs::ScriptError World::errorAt(duk_context* context, duk_idx_t index) {
   duk_get_prop_string(context, index, "fileName");
   const bool isOfPage = textAt(context, -1) == kPage;
   duk_get_prop_string(context, index, "lineNumber");
-  if (isOfPage) failedLine = duk_get_uint(context, -1);
+  if (isOfPage) {
+    failedLine = duk_get_uint(context, -1);
+  } else {
+    duk_get_prop_string(context, index, "stack");
+    failedLine = pageLineIn(textAt(context, -1));
+  }
   duk_get_prop_string(context, index, "number");
   error.number = duk_get_int(context, -1);
   if ((error.number & ~0xFFFF) == kFacility) error.number &= 0xFFFF;
@@ -716,9 +756,9 @@ void World::compile(duk_context* context, std::string_view code, const char* fil
   duk_compile_lstring_filename(context, 0, code.data(), code.size());
 }
 
-void World::run(std::string_view code, const char* file) {
+void World::run(std::string_view code) {
   guarded([&](duk_context* context) {
-    compile(context, code, file);
+    compile(context, code, kPage);
     duk_push_global_object(context);
     duk_call_method(context, 0);
     duk_pop(context);

@@ -66,7 +66,7 @@ class ScriptEngine::World : public std::enable_shared_from_this<World> {
 
   /// Pushes a text as a function.
   static void compile(duk_context* context, std::string_view code, const char* file);
-  void run(std::string_view code, const char* file);
+  void run(std::string_view code);
   void defineGetter(duk_context* context, const std::string& name, vbs::Object& object,
                     vbs::MemberId id);
 

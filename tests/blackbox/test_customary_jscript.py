@@ -108,6 +108,27 @@ PAGES = {
         'var d = new ActiveXObject("Scripting.Dictionary");\n'
         'with (d) { Add("k", 2); Response.Write(Item("k") + Count); CompareMode; }\n'
         'Response.Write("|" + n + d("k") + ("Count" in d) + ("none" in d));'),
+    "days.asp": js(
+        'var d = new Date(2004, 0, 5, 13, 5, 9), zone = d.toTimeString().substr(9);\n'
+        'Response.Write([("" + d).replace(zone, "Z"), d.toLocaleString(), '
+        'new Date(Date.UTC(2004, 0, 5, 13, 5, 9)).toGMTString(), d.toDateString(), typeof Date()]'
+        '.join(";"));\n'
+        'var same = new Date(2004, 0, 5, 10, 20, 30).getTime(), utc = Date.UTC(2004, 0, 5, 10, 20, 30);\n'
+        'Response.Write("|" + [Date.parse("January 5, 2004 10:20:30") - same, '
+        'new Date("1/5/2004 10:20:30 am") - same, new Date("2004/01/05 10:20:30") - same, '
+        'new Date("5 Jan 2004 10:20:30") - same, new Date("" + new Date(same)) - same, '
+        'new Date("Mon, 05 Jan 2004 11:20:30 GMT+0100") - utc, new Date("1-5-04 3:04 PM").getHours(), '
+        'new Date("Jan 5, 2004 5:20:30 EST (New York)") - utc, new Date(d) - d, '
+        'new Date(2004, 1).getDate()]);\n'
+        'Response.Write("|" + [new Date("no day"), Date.parse("13/40"), Date.parse(""), '
+        'new Date(undefined).getTime()]);\n'
+        'Response.Write("|" + (d instanceof Date) + (d.constructor === Date));\n'
+        'if (/(\\w+)@(\\w+)/.test("to a@b now")) Response.Write("|" + RegExp.$1 + RegExp.$2 + '
+        'RegExp.$3 + RegExp.lastMatch + RegExp.leftContext + RegExp.rightContext);\n'
+        '"xyz".match(/y(.)/); Response.Write(RegExp.$1 + "aXbX".match(/X/g).length);\n'
+        'try { throw new Error(1001, "mine"); } catch (e) { Response.Write("|" + e.number + '
+        'e.description + e.message + (e instanceof Error) + Error("a").message); }\n'
+        'throw new Error(1002, "own");'),
     "other_way.asp": '<script language="vbscript" runat="server">\nDim shared : shared = "s"\n'
                      'Function Twice(x) : Twice = x & x : End Function\n</script>\n'
                      + js('Response.Write(Twice("ab") + shared); shared = "t"; '
@@ -223,6 +244,13 @@ class Pages(JScriptTest):
         self.assertEqual(response.text.strip(), "a13|20332truefalse")
         self.assertEqual(response.status, "HTTP/1.1 201 Made")
         self.shows("/recordset.asp", "1:t1;2:t2;3:t3;1,t1,2,t2,3,t3")
+
+    def test_values_as_pages_know_them(self):
+        self.failure("/days.asp", "own", "(1002)", "/days.asp, line 12")
+        self.server.put("days2.asp", PAGES["days.asp"].replace('throw new Error(1002, "own");', ""))
+        self.shows("/days2.asp", "Mon Jan 5 13:05:09 Z 2004;Monday, January 05, 2004 1:05:09 PM;"
+                   "Mon, 5 Jan 2004 13:05:09 UTC;Mon Jan 5 2004;string|0,0,0,0,0,0,15,0,0,1|"
+                   "NaN,NaN,NaN,NaN|truetrue|aba@bto  nowz2|1001mineminetruea")
 
     def test_nothing_catches_the_end(self):
         self.shows("/end.asp", "a")
