@@ -273,25 +273,27 @@ class Maker {
 
   /// Marks the names that are called in the bodies of `with`, and the ends of those calls.
   void findWiths() {
-    std::vector<std::size_t> closing(tokens_.size());
+    closing_.resize(tokens_.size());
     for (std::size_t i = 0; i < tokens_.size(); ++i) {
-      if (is(i, ")") || is(i, "}")) closing[tokens_[i].match] = i;
+      if (is(i, ")") || is(i, "}")) closing_[tokens_[i].match] = i;
     }
     isWithCall_.resize(tokens_.size());
     std::size_t end = 0;  // of the outermost body
     for (std::size_t i = 0; i + 1 < tokens_.size(); ++i) {
-      if (isKeyword(i, "with") && is(i + 1, "(") && closing[i + 1] > 0) {
-        const std::size_t first = closing[i + 1] + 1;
-        end = std::max(end, is(first, "{") ? closing[first] : statementEnd(first));
+      if (i >= end && isKeyword(i, "with") && is(i + 1, "(") && closing_[i + 1] > 0) {
+        end = statementEnd(closing_[i + 1] + 1);
       }
-      const std::size_t close = i < end && isName(i) && is(i + 1, "(") ? closing[i + 1] : 0;
+      const std::size_t close = i < end && isName(i) && is(i + 1, "(") ? closing_[i + 1] : 0;
       const bool isMade = i > 0 && (isKeyword(i - 1, "new") || isKeyword(i - 1, "function"));
       if (close > 0 && !isMade && !isKey_[i + 1]) isWithCall_[i] = isWithCall_[close] = true;
     }
   }
 
   std::size_t statementEnd(std::size_t i) const {
-    while (tokens_[i].kind != Kind::End && !is(i, ";") && !is(i, "}")) ++i;
+    for (; tokens_[i].kind != Kind::End && !is(i, ";") && !is(i, "}"); ++i) {
+      if (is(i, "{") && closing_[i] > i) return closing_[i];
+      if (is(i, "(") && closing_[i] > i) i = closing_[i];
+    }
     return i;
   }
 
@@ -337,6 +339,7 @@ class Maker {
   std::string_view source_;
   std::vector<Token> tokens_;
   std::vector<bool> isKey_;
+  std::vector<std::size_t> closing_;  ///< of an opening bracket: the token that closes it
   std::vector<bool> isWithCall_;
   std::set<std::string> declared_;
 };

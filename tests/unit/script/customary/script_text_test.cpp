@@ -33,6 +33,8 @@ TEST(ScriptText, CallsInTheBodyOfWith) {
             "with (a[qv$call(\"b\")]()) { (qv$call(\"c\")&&c((qv$call(\"d\")&&d(1)), e)); "
             "f[qv$call(\"g\")](); new H(2); i = j }\nk()");
   EXPECT_EQ(ready("with (a) b(1); c(2)"), "with (a) (qv$call(\"b\")&&b(1)); c(2)");
+  EXPECT_EQ(ready("with (a) for (;;) with (b) { c(1); d(2) } e(3)"),
+            "with (a) for (;;) with (b) { (qv$call(\"c\")&&c(1)); (qv$call(\"d\")&&d(2)) } e(3)");
   EXPECT_EQ(ready("with (a) { b(1) = 2 }"), "with (a) { b[qv$key(\"\", 1)] = 2 }");
   for (const char* same :
        {"with (a", "with (a)", "with (a) {", "with", "with (a) b(", "with (a) )"}) {
