@@ -36,7 +36,8 @@ mainForm::mainForm(mainFormParts parts)
       wsHost(parts_.loop.makeListener(*this)),
       housekeeping_({services_, parts_.loop, *this, *wsHost, wsTalker, status_, form_, objects_}),
       draining_(parts_.loop, *wsHost, wsTalker),
-      slotWatch_(services_.state, parts_.loop, wsTalker),
+      slotWatch_(services_.state, parts_.loop, wsTalker,
+                 [this](int index) { return closeSaying(index, Status::RequestTimeout); }),
       turns_(services_.clock, parts_.loop, wsTalker,
              {[this](int index) { dataArrival(index, {}); },
               [this](int index, Response response) { answer(index, std::move(response)); }}),
@@ -190,7 +191,20 @@ void mainForm::listenerError() {
 /// a request brings about, such as memory that runs out, stops here and costs this connection
 /// only. No other event is guarded.
 void mainForm::dataArrival(int index, std::string_view data) {
-  if (!objects_) return;
+  handleRequest(index, data);
+  while (canGoOn(index)) handleRequest(index, {});
+}
+
+/// Whether the next request of the slot is there and the answers before it are on their way.
+bool mainForm::canGoOn(int index) {
+  if (!objects_ || !wsTalker.exists(index) || !wsTalker.record(index).hasNext()) return false;
+  const TcpSocket& socket = wsTalker.socket(index);
+  return socket.state() == SocketState::Connected && socket.pendingBytes() == 0 &&
+         socket.tag != kCloseWhenSent && !wsTalker.isHeld(index);
+}
+
+void mainForm::handleRequest(int index, std::string_view data) {
+  if (!objects_ || wsTalker.socket(index).tag == kCloseWhenSent) return;
   try {
     auto response = objects_->handling().dataArrival(index, wsTalker.record(index), data,
                                                      wsTalker.socket(index).remoteHostIP());
@@ -201,15 +215,25 @@ void mainForm::dataArrival(int index, std::string_view data) {
     if (const auto heaviest = wsTalker.noteHeld(index)) turnAway(*heaviest);
   } catch (const std::exception& error) {
     status_.LogLine(std::string("Request failed: ") + error.what());
-    wsTalker.close(index);
+    if (!closeSaying(index, Status::InternalServerError)) wsTalker.close(index);
   }
   turns_.over();
+}
+
+/// Ends a connection with a word to its client. False, and nothing done, where the protocol has
+/// none.
+bool mainForm::closeSaying(int index, Status why) {
+  auto response = objects_ ? objects_->handling().givenUp(why) : std::nullopt;
+  if (!response) return false;
+  answer(index, std::move(*response));
+  wsTalker.close(index);
+  return true;
 }
 
 void mainForm::turnAway(int index) {
   status_.LogLine(wsTalker.socket(index).remoteHostIP() +
                   " > TURNED AWAY: too much waits of unfinished requests");
-  wsTalker.close(index);
+  if (!closeSaying(index, Status::ServiceUnavailable)) wsTalker.close(index);
 }
 
 void mainForm::answer(int index, Response response) {
@@ -226,6 +250,7 @@ void mainForm::answer(int index, Response response) {
 void mainForm::sendComplete(int index) {
   if (wsTalker.socket(index).tag == kCloseWhenSent) wsTalker.close(index);
   wsTalker.socket(index).tag.clear();
+  if (canGoOn(index)) dataArrival(index, {});
 }
 
 void mainForm::peerClosed(int index) {

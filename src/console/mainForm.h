@@ -15,6 +15,7 @@
 #include "console/slot_watch.h"
 #include "console/slots.h"
 #include "console/status_lists.h"
+#include "http/status.h"
 #include "platform/event_loop.h"
 #include "support/server_state.h"
 
@@ -96,7 +97,10 @@ class mainForm final : public ServerControl,
   void sendComplete(int index) override;
   void peerClosed(int index) override;
   void socketError(int index) override;
+  void handleRequest(int index, std::string_view data);
+  bool canGoOn(int index);
   void answer(int index, Response response);
+  bool closeSaying(int index, Status why);
   void turnAway(int index);
   bool othersWait() const;
 

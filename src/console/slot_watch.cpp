@@ -1,12 +1,15 @@
 #include "console/slot_watch.h"
 
 #include <chrono>
+#include <utility>
 
 namespace quorvane {
 
-SlotWatch::SlotWatch(const ServerState& state, EventLoop& loop, Slots& slots)
+SlotWatch::SlotWatch(const ServerState& state, EventLoop& loop, Slots& slots,
+                     CloseSaying closeSaying)
     : state_(state),
       slots_(slots),
+      closeSaying_(std::move(closeSaying)),
       timer_(loop.makeTimer(std::chrono::seconds(1), [this] { tick(); })) {}
 
 void SlotWatch::begin() {
@@ -24,9 +27,16 @@ void SlotWatch::tick() {
     const Sight sight = look(index);
     if (sight != seen.sight) seen = {sight, now_};
     const std::uint32_t limit = patience(sight.phase);
-    if (limit > 0 && now_ - seen.since >= limit) slots_.abort(index);
+    if (limit > 0 && now_ - seen.since >= limit) end(index);
   }
   if (!anybody) timer_->stop();
+}
+
+void SlotWatch::end(int index) {
+  const Phase phase = look(index).phase;
+  const bool hasBegun = !slots_.record(index).pendingText.empty();
+  const bool isLate = hasBegun && (phase == Phase::Head || phase == Phase::Body);
+  if (!isLate || !closeSaying_(index)) slots_.abort(index);
 }
 
 SlotWatch::Sight SlotWatch::look(int index) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -19,8 +20,12 @@ namespace quorvane {
 /// it counts are its own looks: the time that the server itself was busy is nobody's fault.
 class SlotWatch {
  public:
+  /// Ends the connection of a slot, whose client has begun a request and says no more of it, with a
+  /// word to the client. False when there is none; the connection is then aborted.
+  using CloseSaying = std::function<bool(int index)>;
+
   /// All outlive the watch.
-  SlotWatch(const ServerState& state, EventLoop& loop, Slots& slots);
+  SlotWatch(const ServerState& state, EventLoop& loop, Slots& slots, CloseSaying closeSaying);
 
   /// To be told when a connection has come.
   void begin();
@@ -54,10 +59,12 @@ class SlotWatch {
 
   Sight look(int index);
   bool isIdle(int index);
+  void end(int index);
   std::uint32_t patience(Phase phase) const;
 
   const ServerState& state_;
   Slots& slots_;
+  const CloseSaying closeSaying_;
   std::vector<Seen> seen_;  ///< by slot
   std::uint32_t now_ = 0;   ///< in looks
   std::unique_ptr<Timer> timer_;

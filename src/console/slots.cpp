@@ -61,7 +61,7 @@ void Slots::release(int index) {
 
 std::optional<int> Slots::noteHeld(int index) {
   Slot& slot = slots_[static_cast<std::size_t>(index)];
-  const std::uint64_t before = std::exchange(slot.held, slot.record.pendingText.size());
+  const std::uint64_t before = std::exchange(slot.held, slot.record.heldBytes());
   held_ += slot.held - before;
   if (held_ <= mostHeld_) return std::nullopt;
   const auto heaviest = std::max_element(

@@ -96,7 +96,12 @@ std::optional<Place> FileSources::onDisk(const Wanted& wanted) const {
 }
 
 std::unique_ptr<Addresses> makeAddresses(const FileSources& sources) {
-  if (sources.services.state.Customary == 2) return std::make_unique<CustomaryAddresses>(sources);
+  const ServerState& state = sources.services.state;
+  if (state.Customary == 2) {
+    using Spelling = CustomaryAddresses::Spelling;
+    const Spelling spelling = state.StandardHTTP ? Spelling::Decoded : Spelling::AsItCame;
+    return std::make_unique<CustomaryAddresses>(sources, spelling);
+  }
   return std::make_unique<OwnAddresses>(sources);
 }
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "http/cookie_jar.h"
+#include "http/standard/head.h"
 #include "support/clsWEncode.h"
 #include "support/text.h"
 
@@ -113,13 +114,50 @@ bool clsHTTPParser::takeRequestLine() {
     setDocumentQueryString(std::string(target.substr(question + 1)));
     target = target.substr(0, question);
   }
-  documentUrl_ = target;
+  takeTarget(target);
+  return true;
+}
+
+void clsHTTPParser::takeTarget(std::string_view path) {
+  documentUrl_ = path;
   std::replace(documentUrl_.begin(), documentUrl_.end(), '\\', '/');
   const std::size_t title = documentUrl_.rfind('/') + 1;  // 0 without a "/"
   documentTitle_ = documentUrl_.substr(title);
   documentPath_ = documentUrl_.substr(0, title);
   validRequest_ = true;
-  return true;
+}
+
+void clsHTTPParser::setRequest(const StandardHead& read, std::string_view text,
+                               std::size_t bodyStart) {
+  takeHead(read);
+  head_.assign(text, bodyStart);
+  takeForm();
+}
+
+void clsHTTPParser::adoptRequest(const StandardHead& read, std::string&& text,
+                                 std::size_t bodyStart) {
+  takeHead(read);  // its views are of the text
+  head_.adopt(std::move(text), bodyStart);
+  takeForm();
+}
+
+void clsHTTPParser::takeHead(const StandardHead& read) {
+  Reset();
+  acceptGZipEncoding_ = false;
+  hostAddr_ = lowerCase(read.host());
+  formMethod_ = read.method() == "POST" ? 1 : 0;
+  if (read.target().hasQuery) setDocumentQueryString(std::string(read.target().query));
+  takeTarget(read.target().path);
+  keepAlive_ = read.keepsAlive();
+  for (const auto& field : read.fields()) {
+    if (equalsNoCase(field.name, "cookie")) {
+      takeCookies(field.value);
+    } else if (equalsNoCase(field.name, "accept-encoding")) {
+      takeAcceptEncoding(field.value);
+    } else if (equalsNoCase(field.name, "range") && read.method() == "GET") {
+      takeRange(field.value);
+    }
+  }
 }
 
 void clsHTTPParser::takeForm() {

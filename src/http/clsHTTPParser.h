@@ -13,6 +13,7 @@ namespace quorvane {
 
 class clsWEncode;
 class CookieJar;
+class StandardHead;
 
 /// Turns the complete text of one request into the fields that request handling and the script
 /// objects read. One parser serves every request of every connection; it never touches a socket
@@ -54,6 +55,12 @@ class clsHTTPParser {
   /// Stores and parses. Who knows where the body begins saves the parser from looking for it.
   void setHTTPData(std::string_view text, std::size_t bodyStart = 0);
   void adoptHTTPData(std::string&& text, std::size_t bodyStart = 0);  ///< the same without a copy
+
+  /// The same of a request by the standard, whose head has been read; the text goes by it. Only
+  /// what stands in the head counts then.
+  void setRequest(const StandardHead& read, std::string_view text, std::size_t bodyStart);
+  void adoptRequest(const StandardHead& read, std::string&& text, std::size_t bodyStart);
+
   const std::string& DocumentQueryString() const { return documentQueryString_; }
   void setDocumentQueryString(std::string text);  ///< and the variables in it
   const std::string& DocumentTitle() const { return documentTitle_; }
@@ -102,8 +109,10 @@ class clsHTTPParser {
   struct HeaderRules;
 
   void parse();
+  void takeHead(const StandardHead& read);
   bool takeHost(std::string_view value);
   bool takeRequestLine();
+  void takeTarget(std::string_view path);
   void takeForm();
   bool takeConnection(std::string_view value);
   bool takeCookies(std::string_view value);

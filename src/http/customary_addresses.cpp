@@ -141,7 +141,8 @@ Wanted CustomaryAddresses::asked(clsHTTPParser& request) const {
   const Services& services = sources_.services;
   Wanted wanted = Wanted::by(request, services.state, sources_.aliases, services.clock);
   if (wanted.isAlias) return wanted;
-  if (const auto path = wayOf(request.DocumentUrl())) {
+  const std::string& url = request.DocumentUrl();
+  if (const auto path = spelling_ == Spelling::Decoded ? std::optional(url) : wayOf(url)) {
     wanted = at(std::move(wanted), *path);
   } else {
     wanted.file.reach = LocalTarget::Reach::Nowhere;

@@ -10,8 +10,11 @@ namespace quorvane {
 /// speak for what is not found.
 class CustomaryAddresses final : public Addresses {
  public:
-  explicit CustomaryAddresses(const FileSources& sources)
-      : sources_(sources), types_(ContentTypes::Tables::Todays) {}
+  /// How the path of a target is written when it gets here.
+  enum class Spelling { AsItCame, Decoded };
+
+  CustomaryAddresses(const FileSources& sources, Spelling spelling)
+      : sources_(sources), spelling_(spelling), types_(ContentTypes::Tables::Todays) {}
 
   Wanted asked(clsHTTPParser& request) const override;
   Place placeOf(Wanted& wanted, clsHTTPParser& request) override;
@@ -30,6 +33,7 @@ class CustomaryAddresses final : public Addresses {
   Wanted at(Wanted wanted, const std::string& path) const;
 
   const FileSources sources_;
+  const Spelling spelling_;
   ContentTypes types_;
 };
 

@@ -2,11 +2,14 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 
 #include "http/request_head.h"
+#include "http/standard/chunked_body.h"
+#include "http/status.h"
 
 namespace quorvane {
 
@@ -18,6 +21,15 @@ struct SlotRecord {
   std::size_t searched = 0;   ///< no header block ends before this place of `pendingText`
   std::size_t bodyStart = 0;  ///< where the body begins; 0 while the header block is incomplete
   bool isWhole = false;       ///< the request is complete and waits for its turn
+
+  /// Under standard HTTP: what came behind the request, and what is known of a body in chunks,
+  /// whose data stand behind the head then.
+  std::string next;
+  std::unique_ptr<ChunkedBody> chunks;
+
+  /// Whether the next request may be there already.
+  bool hasNext() const { return !next.empty(); }
+  std::size_t heldBytes() const { return pendingText.size() + next.size(); }
 
   /// Empties the record and gives its memory back, which an assignment would not.
   void reset() {
@@ -38,6 +50,7 @@ enum class Outcome {
   TellToGoOn,  ///< more is needed, and the client waits for a word before it sends the body
   Complete,
   TooLarge,  ///< over one of the bounds; the result holds what has come so far
+  Refused,   ///< no request by the standard, see `refusal`; the result holds the same
 };
 
 struct Collected {
@@ -46,6 +59,7 @@ struct Collected {
   std::string_view direct;  ///< the request when `data` held it whole; lasts as long as `data`
   RequestClass requestClass = RequestClass::Other;
   std::size_t bodyStart = 0;  ///< 0 without a whole head
+  Status refusal = Status::BadRequest;
 
   std::string_view request() const { return direct.empty() ? storage : direct; }
 };

@@ -4,11 +4,12 @@
 #include <utility>
 
 #include "http/addresses.h"
+#include "http/answer_stream.h"
 #include "http/clients.h"
 #include "http/clsHTTPParser.h"
 #include "http/cookie_jar.h"
-#include "http/error_responses.h"
 #include "http/header_lines.h"
+#include "http/protocol.h"
 #include "http/response_heads.h"
 #include "http/script_pages.h"
 #include "http/side_work.h"
@@ -43,6 +44,9 @@ class RequestHandling::Answer {
         services_(handling.services_),
         parts_(handling.parts_),
         parser_(parts_.parser),
+        protocol_(*handling_.protocol_),
+        heads_(protocol_.heads()),
+        stream_(heads_, protocol_.framingFor(parser_), parser_.KeepAlive()),
         index_(index),
         headOnly_(requestClass == RequestClass::Head),
         client_(std::move(client)),
@@ -73,6 +77,9 @@ class RequestHandling::Answer {
   const Services& services_;
   const RequestHandlingParts& parts_;
   clsHTTPParser& parser_;
+  Protocol& protocol_;
+  ResponseHeads& heads_;
+  AnswerStream stream_;  ///< of a page that sends its answer in parts
   const int index_;
   const bool headOnly_;
   const std::string client_;  ///< a copy: the slot may have another client before a page ends
@@ -89,6 +96,10 @@ class RequestHandling::Answer {
 std::optional<Response> RequestHandling::Answer::run() {
   for (int redirections = 0; redirections <= kMostRedirections; ++redirections) {
     locate();
+    if (auto answer = protocol_.byMethod(parser_, place_)) {
+      logRequest();
+      return answer;
+    }
     if (!place_.isThere() && !standIn()) return notFound();
     if (place_.kind == Place::Kind::Moved) return moved();
     if (place_.kind == Place::Kind::File) return fileResponse();
@@ -98,7 +109,7 @@ std::optional<Response> RequestHandling::Answer::run() {
     if (auto* page = std::get_if<AnsweredPage>(&outcome)) return pageResponse(std::move(*page));
     if (auto* page = std::get_if<FlushedPage>(&outcome)) {
       logRequest();
-      return Response{{}, std::move(page->rest), false};
+      return stream_.end(std::move(page->rest));
     }
     follow(std::get<RedirectedPage>(outcome));
   }
@@ -151,7 +162,7 @@ PageOutcome RequestHandling::Answer::runPage() {
   const auto& module = place_.module;
   ScriptPageResult result = parts_.pages.run({module ? localFile_ : place_.file.path,
                                               module ? std::string_view(*module) : "", parser_,
-                                              parts_.cookies, parts_.events, index_});
+                                              parts_.cookies, parts_.events, stream_, index_});
   wanted_.session = result.sessionNumber;
   parser_.setSessionID(result.sessionNumber);
   return std::move(result.outcome);
@@ -164,6 +175,7 @@ Response RequestHandling::Answer::pageResponse(FinishedPage page) {
   const auto coding = handling_.representations_->pack(parser_, headers, page.body);
   if (!coding.empty()) header_lines::add(headers, "Content-encoding", coding);
   ResponseHeads::Ordinary head;
+  head.status = protocol_.statusOf(page.failed);
   head.extraHeaders = headers;
   head.contentType = handling_.addresses_->types().typeOf(localFile_);
   head.cacheControl = "private";
@@ -179,8 +191,7 @@ Response RequestHandling::Answer::pageResponse(AnsweredPage page) {
     if (!coding.empty()) header_lines::add(lines, "Content-Encoding", coding);
   }
   const bool keepAlive = parser_.KeepAlive();
-  Response response{
-      handling_.heads_->ofPage(page.status, lines, page.body.size(), keepAlive), {}, keepAlive};
+  Response response{heads_.ofPage(page.status, lines, page.body.size(), keepAlive), {}, keepAlive};
   if (!headOnly_) response.body = std::move(page.body);
   return response;
 }
@@ -195,7 +206,7 @@ std::optional<Response> RequestHandling::Answer::fileResponse() {
   request.headOnly = headOnly_;
   request.keepAlive = parser_.KeepAlive();
   request.session = wanted_.session;
-  request.cookieLines = parts_.cookies.changedHeaderLines(handling_.heads_->dates());
+  request.cookieLines = parts_.cookies.changedHeaderLines(heads_.dates());
   auto making = representations.lacking(request);
   if (!making) return representations.answer(request);
   handling_.prepare(std::move(request), std::move(making), index_, client_);
@@ -204,12 +215,12 @@ std::optional<Response> RequestHandling::Answer::fileResponse() {
 
 /// Completes the head by what every ordinary response carries.
 Response RequestHandling::Answer::withHead(ResponseHeads::Ordinary head, Body body) {
-  const std::string cookieLines = parts_.cookies.changedHeaderLines(handling_.heads_->dates());
+  const std::string cookieLines = parts_.cookies.changedHeaderLines(heads_.dates());
   head.contentLength = bodyLength(body);
   head.keepAlive = parser_.KeepAlive();
   head.sessionNumber = wanted_.session;
   head.cookieLines = cookieLines;
-  Response response{handling_.heads_->ordinary(head), {}, head.keepAlive};
+  Response response{heads_.ordinary(head), {}, head.keepAlive};
   if (!headOnly_) response.body = std::move(body);
   return response;
 }
@@ -224,7 +235,7 @@ Response RequestHandling::Answer::moved() {
 Response RequestHandling::Answer::notFound() {
   services_.log.LogLine(missingLine());
   const std::string name = handling_.addresses_->missingName(localFile_, parser_);
-  return {error_responses::notFound(*handling_.heads_, name), {}, false};
+  return protocol_.missing(parser_, place_, name);
 }
 
 std::string RequestHandling::Answer::missingLine() const {
@@ -253,6 +264,7 @@ void RequestHandling::prepare(Representations::Request request, std::function<vo
       if (parts_.clients.isThere(client)) response = representations_->answer(*asked);
     } catch (const std::exception& error) {
       services_.log.LogLine(std::string("Request failed: ") + error.what());
+      if (auto said = givenUp(Status::InternalServerError)) response = std::move(*said);
     }
     parts_.clients.answer(client, std::move(response));
   };
@@ -262,9 +274,9 @@ void RequestHandling::prepare(Representations::Request request, std::function<vo
 RequestHandling::RequestHandling(const Services& services, const RequestHandlingParts& parts)
     : services_(services),
       parts_(parts),
-      heads_(std::make_unique<ResponseHeads>(services.state, services.clock)),
+      protocol_(makeProtocol(services.state, services.clock)),
       addresses_(makeAddresses({services, parts.modules, parts.aliases})),
-      representations_(makeRepresentations({services, addresses_->types(), *heads_})),
+      representations_(makeRepresentations({services, addresses_->types(), protocol_->heads()})),
       sideWork_(std::make_unique<SideWork>(parts.loop)) {}
 
 RequestHandling::~RequestHandling() = default;
@@ -274,7 +286,7 @@ std::optional<Response> RequestHandling::dataArrival(int index, SlotRecord& reco
                                                      const std::string& remoteHostIP) {
   using request_collector::Outcome;
   const bool hadToWait = record.isWhole;
-  request_collector::Collected collected = request_collector::collect(record, data);
+  request_collector::Collected collected = protocol_->collect(record, data);
   if (collected.outcome == Outcome::NeedMore) return std::nullopt;
   if (collected.outcome == Outcome::TellToGoOn) return Response{ResponseHeads::goOn(), {}, true};
   const bool complete = collected.outcome == Outcome::Complete;
@@ -284,15 +296,13 @@ std::optional<Response> RequestHandling::dataArrival(int index, SlotRecord& reco
   clsHTTPParser& parser = parts_.parser;
   if (!complete) {
     parser.setHTTPData(collected.request().substr(0, kMostLoggedBytes));
-  } else if (collected.direct.empty()) {
-    parser.adoptHTTPData(std::move(collected.storage), collected.bodyStart);
   } else {
-    parser.setHTTPData(collected.direct, collected.bodyStart);
+    protocol_->parse(collected, parser);
   }
   std::optional<Response> response;
   if (!complete || !parser.ValidRequest()) {
     logRefused(remoteHostIP);
-    response = badRequest();
+    response = protocol_->refusal(collected);
   } else {
     parser.setRemoteIP(remoteHostIP);
     Answer answer(*this, index, collected.requestClass, remoteHostIP);
@@ -326,8 +336,8 @@ void RequestHandling::logHeaders(std::string_view request) {
                         replaceAll(request.substr(0, kMostLoggedBytes), "\r\n", "||"));
 }
 
-Response RequestHandling::badRequest() {
-  return {error_responses::badRequest(*heads_), {}, false};
+std::optional<Response> RequestHandling::givenUp(Status why) {
+  return protocol_->givenUp(why);
 }
 
 }  // namespace quorvane

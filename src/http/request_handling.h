@@ -23,7 +23,7 @@ class CookieJar;
 class EventLoop;
 class FileAliases;
 class PageEvents;
-class ResponseHeads;
+class Protocol;
 class ScriptPages;
 class SideWork;
 
@@ -59,6 +59,10 @@ class RequestHandling {
   std::optional<Response> dataArrival(int index, SlotRecord& record, std::string_view data,
                                       const std::string& remoteHostIP);
 
+  /// What is still said to a client whose connection is given up within a request; the connection
+  /// is to be closed either way.
+  std::optional<Response> givenUp(Status why);
+
  private:
   class Answer;
 
@@ -67,11 +71,10 @@ class RequestHandling {
   std::string shown(std::string_view text) const;
   void logRefused(const std::string& client);
   void logHeaders(std::string_view request);
-  Response badRequest();
 
   const Services& services_;
   RequestHandlingParts parts_;
-  std::unique_ptr<ResponseHeads> heads_;
+  std::unique_ptr<Protocol> protocol_;
   std::unique_ptr<Addresses> addresses_;
   std::unique_ptr<Representations> representations_;
   std::unique_ptr<SideWork> sideWork_;  ///< destroyed first: what is made goes to the others

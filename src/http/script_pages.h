@@ -7,6 +7,7 @@
 
 namespace quorvane {
 
+class AnswerStream;
 class clsHTTPParser;
 class CookieJar;
 
@@ -32,6 +33,7 @@ struct ScriptPageRequest {
   clsHTTPParser& parser;
   CookieJar& cookies;
   PageEvents& events;
+  AnswerStream& stream;      ///< frames what the page flushes, for the events to dispatch
   std::int32_t socketIndex;  ///< the slot that flushed output goes to
 };
 
@@ -39,6 +41,7 @@ struct ScriptPageRequest {
 struct FinishedPage {
   std::string header;  ///< lines the page set, separated by CR LF
   std::string body;
+  bool failed = false;
 };
 
 /// A page that names another file to serve in its place.

@@ -3,9 +3,9 @@
 #include <array>
 #include <utility>
 
+#include "http/answer_stream.h"
 #include "http/clsHTTPParser.h"
 #include "http/header_lines.h"
-#include "http/response_heads.h"
 #include "script/customary/error_answer.h"
 #include "script/customary/failure.h"
 #include "script/customary/page_script.h"
@@ -232,7 +232,9 @@ void CustomaryPages::send(std::string data, bool first) {
     // Later there is no way to tell the browser.
     SessionObject& session = *objects_->session;
     if (mayUseSession_ && !session.isRefused()) session.begin();
-    data.insert(0, parts_.heads.ofFlushedPage(objects_->response->status(), headerLines()));
+    data = request_->stream.begin(objects_->response->status(), headerLines(), std::move(data));
+  } else {
+    data = request_->stream.more(std::move(data));
   }
   if (request_->events.vbsParser_Dispatch(request_->socketIndex, std::move(data), false)) return;
   objects_->response->end();

@@ -4,13 +4,11 @@ namespace quorvane {
 
 class ApplicationComponent;
 class AuthKeys;
-class ResponseHeads;
 class clsWEncode;
 
 /// What every page works with besides the server's services. The owner keeps all of it alive as
 /// long as pages run.
 struct PageParts {
-  ResponseHeads& heads;
   const clsWEncode& encoder;
   AuthKeys& authKeys;
   ApplicationComponent& application;  ///< published as "QvS"

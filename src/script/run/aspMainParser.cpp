@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "components/application.h"
+#include "http/answer_stream.h"
 #include "http/clsHTTPParser.h"
-#include "http/response_heads.h"
 #include "platform/process.h"
 #include "script/customary/error_answer.h"
 #include "script/objects/aspRequestObj.h"
@@ -125,7 +125,7 @@ PageOutcome aspMainParser::takeOutcome() {
   if (flushedResponse_) return FlushedPage{std::move(output_)};
   if (auto redirected = redirect_marks::recognise(output_, redirectedTo_))
     return std::move(*redirected);
-  return FinishedPage{std::move(responseHeader_), std::move(output_)};
+  return FinishedPage{std::move(responseHeader_), std::move(output_), failed_};
 }
 
 void aspMainParser::Reset() {
@@ -136,6 +136,7 @@ void aspMainParser::Reset() {
   }
   flushedResponse_ = false;
   redirectedTo_ = false;
+  failed_ = false;
   socketIndex_ = -1;
   failure_.reset();
   request_ = nullptr;
@@ -232,6 +233,7 @@ void aspMainParser::noteFailure(const std::string& path, const std::string& fold
 }
 
 void aspMainParser::fail(const vbs::ErrorReport& error) {
+  failed_ = true;
   const clsHTTPParser& parser = request_->parser;
   const auto shown = [&](const std::string& text) {
     return services_.state.EncodeErrors ? parts_.encoder.afText2HTML(text) : text;
@@ -259,9 +261,10 @@ std::string aspMainParser::translate(std::string source, const std::string& fold
 void aspMainParser::objResponse_FlushBuffer(std::string rspData, const std::string& rspHeaderData,
                                             bool rspFirstFlush) {
   if (socketIndex_ < 0) return;
-  if (rspFirstFlush) {
-    rspData.insert(0, parts_.heads.flushed(request_->parser.SessionID(), rspHeaderData));
-  }
+  AnswerStream& stream = request_->stream;
+  rspData = rspFirstFlush
+                ? stream.begin(request_->parser.SessionID(), rspHeaderData, std::move(rspData))
+                : stream.more(std::move(rspData));
   flushedResponse_ = true;  // stays so when the page fails later
   if (!request_->events.vbsParser_Dispatch(socketIndex_, std::move(rspData), false)) endPage();
 }

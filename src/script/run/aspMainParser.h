@@ -109,6 +109,7 @@ class aspMainParser final : public PageContext, private aspServerObj::Page {
   std::string responseHeader_;
   bool flushedResponse_ = false;
   std::optional<customary::PageError> failure_;  ///< of the innermost page, for the log
+  bool failed_ = false;
   bool redirectedTo_ = false;  ///< the page itself named the local file that its output leads to
 };
 

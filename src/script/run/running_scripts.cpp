@@ -7,11 +7,10 @@ namespace quorvane {
 RunningScripts::RunningScripts(const Services& services, const Parts& parts, vbs::Limits limits)
     : databases_(services.clock, services.settings),
       services_(services),
-      heads_(services.state, services.clock),
       authKeys_(services.clock, services.random),
       sessions_(services.clock, services.random, services.log),
       application_(vbs::make<ApplicationComponent>(services_, parts.aliases)),
-      parts_{heads_, parts.encoder, authKeys_, *application_},
+      parts_{parts.encoder, authKeys_, *application_},
       vbsParser_(services_, parts_, limits),
       customary_(services_, parts_, application_->shared(), limits) {
   services_.page = &vbsParser_;

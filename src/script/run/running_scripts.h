@@ -2,7 +2,6 @@
 
 #include "components/ado/database_pool.h"
 #include "components/application.h"
-#include "http/response_heads.h"
 #include "http/script_pages.h"
 #include "platform/services.h"
 #include "script/customary/customary_pages.h"
@@ -43,7 +42,6 @@ class RunningScripts final : public ScriptPages {
  private:
   ado::DatabasePool databases_;
   Services services_;  ///< with the running page and the databases
-  ResponseHeads heads_;
   AuthKeys authKeys_;
   SessionStore sessions_;
   vbs::Ref<ApplicationComponent> application_;

@@ -40,7 +40,11 @@ class SlotWatchTest : public testing::Test {
   FakeEventLoop loop;
   NoSocketEvents events;
   Slots slots{loop, events};
-  SlotWatch watch{state, loop, slots};
+  bool hasWord = false;
+  SlotWatch watch{state, loop, slots, [this](int index) {
+                    if (hasWord) slots.close(index);
+                    return hasWord;
+                  }};
 };
 
 }  // namespace

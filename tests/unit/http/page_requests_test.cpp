@@ -286,7 +286,8 @@ TEST_F(PageRequests, AnAnsweringPageIsCompressedOnce) {
 
 TEST_F(PageRequests, AnAnsweringPageThatFlushesEndsWithItsConnection) {
   ResponseHeads heads(state, clock);
-  EXPECT_EQ(heads.ofFlushedPage("500 Broken", "Content-Length: 9\r\nConnection: keep"),
+  EXPECT_EQ(heads.ofFlushedPage("500 Broken", "Content-Length: 9\r\nConnection: keep",
+                                Framing::Chunked, true),
             "HTTP/1.1 500 Broken\r\n"
             "Server: Quorvane-Server/1.2.3\r\n"
             "Content-Length: 9\r\n"

@@ -7,6 +7,7 @@
 #include "components/application.h"
 #include "http/clsHTTPParser.h"
 #include "http/cookie_jar.h"
+#include "http/response_heads.h"
 #include "script/run/running_scripts.h"
 #include "support/clsWEncode.h"
 #include "support/file_aliases.h"
@@ -81,7 +82,12 @@ class PageRun : public ::testing::Test,
                   const std::string& fileData = {}) {
     jar.clear();
     parser.setHTTPData(head + "\r\n\r\n");
-    return Outcome(scripts().run({path, fileData, parser, jar, *this, slot}));
+    return Outcome(runRequest(path, fileData, slot));
+  }
+  ScriptPageResult runRequest(const std::string& path, const std::string& fileData, int slot) {
+    ResponseHeads heads(state, clock);
+    AnswerStream stream(heads, Framing::UntilClose, true);
+    return scripts().run({path, fileData, parser, jar, *this, stream, slot});
   }
   /// Where a page leads: a URL, or a local file in brackets.
   std::string goalOf(const std::string& page) {
@@ -109,7 +115,7 @@ TEST_F(PageRun, EndsSessionsOfBothDialects) {
   run("x");
   state.Customary = 2;
   files.put("/srv/p.qvs", "<% Session(\"x\") = 1 %>");
-  scripts().run({"/srv/p.qvs", {}, parser, jar, *this, 3});
+  runRequest("/srv/p.qvs", {}, 3);
   log.lines.clear();
   clock.advance(std::chrono::minutes{21});
   scripts().expireSessions();
@@ -198,9 +204,8 @@ TEST_F(PageRun, RunsTheTextOfAModuleInPlaceOfTheFile) {
 }
 
 TEST_F(PageRun, ReadsAndWritesFiles) {
-  ResponseHeads heads(state, clock);
   AuthKeys keys(clock, random);
-  const PageParts parts{heads, encoder, keys, scripts().application()};
+  const PageParts parts{encoder, keys, scripts().application()};
   const aspMainParser vbsParser(services, parts);
   files.addFolder("/srv");
   EXPECT_TRUE(vbsParser.strWriteFile("/srv/x", "ab\xFF"));

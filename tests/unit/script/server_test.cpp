@@ -6,7 +6,6 @@
 #include "components/application.h"
 #include "http/clsHTTPParser.h"
 #include "http/cookie_jar.h"
-#include "http/response_heads.h"
 #include "member_access.h"
 #include "script/objects/aspServerObj.h"
 #include "script/sessions/auth_keys.h"
@@ -40,14 +39,13 @@ class ServerTest : public ::testing::Test,
   }
 
   std::chrono::seconds limit{10};
-  ResponseHeads heads{state, clock};
   clsWEncode encoder;
   AuthKeys keys{clock, random};
   CookieJar jar;
   clsHTTPParser parser{encoder, jar};
   FileAliases aliases;
   vbs::Ref<ApplicationComponent> application = vbs::make<ApplicationComponent>(services, aliases);
-  PageParts parts{heads, encoder, keys, *application};
+  PageParts parts{encoder, keys, *application};
   vbs::Ref<aspServerObj> server =
       vbs::make<aspServerObj>(services, parts, static_cast<aspServerObj::Page&>(*this));
   std::vector<std::string> debugged;
