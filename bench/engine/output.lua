@@ -6,7 +6,7 @@ local function escaped(text)
 end
 
 local function price(cents)
-  return cents // 100 .. "." .. string.sub("0" .. cents % 100, -2)
+  return math.floor(cents / 100) .. "." .. string.sub("0" .. cents % 100, -2)
 end
 
 local out = io.stdout

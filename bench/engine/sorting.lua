@@ -1,7 +1,7 @@
 local function quickSort(a, low, high)
   local i = low
   local j = high
-  local pivot = a[(low + high) // 2]
+  local pivot = a[math.floor((low + high) / 2)]
   while i <= j do
     while a[i] < pivot do
       i = i + 1
