@@ -203,6 +203,7 @@ class QvScript(unittest.TestCase):
         self.file('<%@ Language=VBScript %>\n<!-- x --><!--#include virtual="/good.inc"-->\n'
                   '<% Session("n") = 1 : Response.Redirect "a.asp" %>', "default.asp")
         self.file("caf\xc3\xa9".encode("latin-1").decode("latin-1"), "good.inc")
+        self.file('<script runat="server">\nSub G\nEnd Sub\n</script><% G %>', "block.qvs")
         self.file('<% Set o = Server.CreateObject("No.Such.Thing.2")\n'
                   'Set d = CreateObject("Scripting.Dictionary") %>\n<%\nIf x Then\n%>', "parts.asp")
         report = self.tool("--check-site", self.folder.name)
@@ -214,9 +215,10 @@ class QvScript(unittest.TestCase):
             self.assertIn(words, row)
         row = next(line for line in lines if line.startswith("/parts.asp"))
         self.assertIn("2: fails: Expected 'End' (/parts.asp, line 5)", row)
+        self.assertIn("  1\tscripts in runat=server blocks", lines)
         self.assertIn("  1\tNo.Such.Thing.2", lines)
         self.assertIn("  2\t.asp files are pages", lines)
-        self.assertIn("3 pages; 1 fail under 0, 1 under 2", lines)
+        self.assertIn("4 pages; 1 fail under 0, 1 under 2", lines)
         self.assertIn("Customary 2 fits.", lines)
         self.assertEqual(report.returncode, 1)
         self.assertEqual(self.tool("--check-site", self.folder.name + "/none").returncode, 2)

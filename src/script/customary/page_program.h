@@ -53,6 +53,7 @@ struct PageProgram {
   bool mentionsSession = false;  ///< as far as its code shows
 
   std::vector<StaticObject> objects;
+  bool hasScriptBlocks = false;   ///< by a tag, in whatever language
   bool namesTypeLibrary = false;  ///< the constants of type libraries are known then
   std::optional<Fault> fault;
 };

@@ -369,6 +369,7 @@ void Reader::takeScript(File& file, const Markup& script) {
       named ? languageOf(*named) : languageOf(script.attributes.find("type").value_or(""));
   if (named && !language) fail(file, "Scripts in '" + *named + "' do not run here");
   language_ = language.value_or(pageLanguage_);
+  page_.hasScriptBlocks = true;
   if (const auto source = script.attributes.find("src")) {
     include(file, *source, source->starts_with('/'), true);
   } else {

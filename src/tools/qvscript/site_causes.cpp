@@ -98,6 +98,7 @@ Causes causesIn(const customary::PageProgram& page) {
     if (!isComponent(name)) causes.components.insert(std::move(name));
   }
   if (!page.script.empty()) causes.differences.insert("JScript");
+  if (page.hasScriptBlocks) causes.differences.insert("scripts in runat=server blocks");
   if (page.codePage) causes.differences.insert("code pages");
   if (page.namesTypeLibrary) causes.differences.insert("constants of type libraries");
   if (!page.objects.empty()) causes.differences.insert("static objects");
