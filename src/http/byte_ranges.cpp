@@ -70,17 +70,15 @@ std::string headersOf(const Range& range, std::uint64_t length, std::string_view
   return lines;
 }
 
-FileSlice sliceOf(const std::shared_ptr<const OpenFile>& file, const Range& range) {
-  return {file, range.first, range.last - range.first + 1};
-}
-
-/// "<" and 38 random hexadecimal digits and ">". The brackets belong to the boundary.
-std::string newBoundary(Random& random) {
-  constexpr std::size_t kLength = 38;
-  std::string text;
-  while (text.size() < kLength) text += hexDigits(random.guid());
-  text.resize(kLength);
-  return '<' + text + '>';
+/// The content's bytes of a range, of which a file's are not read.
+Body sliceOf(const BodySegment& content, const Range& range) {
+  const std::uint64_t length = range.last - range.first + 1;
+  if (const auto* file = std::get_if<FileSlice>(&content)) {
+    return FileSlice{file->file, file->offset + range.first, length};
+  }
+  const auto* shared = std::get_if<std::shared_ptr<const std::string>>(&content);
+  const std::string& bytes = shared ? **shared : std::get<std::string>(content);
+  return bytes.substr(range.first, length);
 }
 
 }  // namespace
@@ -101,22 +99,30 @@ std::vector<Range> parse(std::string_view set, std::uint64_t length) {
   return ranges;
 }
 
-Answer answer(const std::shared_ptr<const OpenFile>& file, const std::vector<Range>& ranges,
-              std::string_view contentType, Random& random) {
-  const std::uint64_t length = file->info().size;
+std::string newBoundary(Random& random) {
+  constexpr std::size_t kLength = 38;
+  std::string text;
+  while (text.size() < kLength) text += hexDigits(random.guid());
+  text.resize(kLength);
+  return text;
+}
+
+Answer answer(const BodySegment& content, const std::vector<Range>& ranges,
+              std::string_view contentType, std::string_view boundary) {
+  const std::uint64_t length = segmentLength(content);
   if (ranges.size() == 1) {
-    return {sliceOf(file, ranges[0]), headersOf(ranges[0], length, contentType)};
+    return {sliceOf(content, ranges[0]), headersOf(ranges[0], length, contentType)};
   }
-  const std::string boundary = newBoundary(random);
   Answer result;
-  header_lines::add(result.headers, "Content-Type", "multipart/byteranges; boundary=" + boundary);
+  header_lines::add(result.headers, "Content-Type",
+                    std::string("multipart/byteranges; boundary=").append(boundary));
   for (const Range& range : ranges) {
     std::string partHead = result.body.rest.empty() ? "--" : "\r\n--";
     partHead.append(boundary).append("\r\n").append(headersOf(range, length, contentType));
     result.body.rest.emplace_back(std::move(partHead.append("\r\n\r\n")));
-    result.body.rest.emplace_back(sliceOf(file, range));
+    result.body.rest.push_back(sliceOf(content, range).first);
   }
-  result.body.rest.emplace_back("\r\n--" + boundary + "--\r\n\r\n");
+  result.body.rest.emplace_back("\r\n--" + std::string(boundary) + "--\r\n\r\n");
   return result;
 }
 

@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,9 +41,13 @@ struct Answer {
   std::string headers;  ///< "Content-Type" and "Content-Range" lines, no line end behind the last
 };
 
-/// The answer for at least one range of an open file. Nothing of the file is read.
-Answer answer(const std::shared_ptr<const OpenFile>& file, const std::vector<Range>& ranges,
-              std::string_view contentType, Random& random);
+/// 38 random hexadecimal digits.
+std::string newBoundary(Random& random);
+
+/// The answer for at least one range of content of that length. Nothing of a file is read. The
+/// boundary stands between the parts of several.
+Answer answer(const BodySegment& content, const std::vector<Range>& ranges,
+              std::string_view contentType, std::string_view boundary);
 
 }  // namespace byte_ranges
 

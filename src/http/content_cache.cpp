@@ -16,31 +16,45 @@ constexpr std::chrono::seconds kSettlingTime{2};
 
 }  // namespace
 
+std::optional<ContentCache::Content> ContentCache::contentOf(const std::string& path,
+                                                             const FileInfo& present) {
+  if (present.isFolder) return std::nullopt;
+  if (const Entry* entry = keptOf(path, present)) return Content{entry->content, entry->info};
+  return loaded(path);
+}
+
 Body ContentCache::bodyOf(const std::string& path, const FileInfo& present) {
   if (present.isFolder) return {};
+  if (const Entry* entry = keptOf(path, present)) return entry->content;
+  auto content = loaded(path);
+  return content ? std::move(content->body) : Body();
+}
+
+/// Of the file as it is present; what is kept of an earlier version goes.
+const ContentCache::Entry* ContentCache::keptOf(const std::string& path, const FileInfo& present) {
   const auto it = byPath_.find(path);
-  if (it == byPath_.end()) return loaded(path);
+  if (it == byPath_.end()) return nullptr;
   const Entries::iterator entry = it->second;
   if (!(entry->info == present)) {
     drop(entry);
-    return loaded(path);
+    return nullptr;
   }
   entries_.splice(entries_.begin(), entries_, entry);
-  return entry->content;
+  return &*entry;
 }
 
-Body ContentCache::loaded(const std::string& path) {
+std::optional<ContentCache::Content> ContentCache::loaded(const std::string& path) {
   auto file = files_.open(path);
-  if (!file) return {};
+  if (!file) return std::nullopt;
   const FileInfo info = file->info();
-  if (info.size > kMostFileBytes) return FileSlice{std::move(file), 0, info.size};
+  if (info.size > kMostFileBytes) return Content{FileSlice{std::move(file), 0, info.size}, info};
   std::string bytes(static_cast<std::size_t>(info.size), '\0');
   const std::size_t count = file->read(0, bytes.data(), bytes.size());
   bytes.resize(count);
   const bool whole = count == info.size;
   auto content = std::make_shared<const std::string>(std::move(bytes));
   if (whole && isSettled(info)) keep({path, info, content});
-  return content;
+  return Content{std::move(content), info};
 }
 
 bool ContentCache::isSettled(const FileInfo& info) const {

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -21,8 +22,17 @@ class ContentCache {
 
   ContentCache(const Files& files, const Clock& clock) : files_(files), clock_(clock) {}
 
-  /// The file's content. `present` is what the file system says of `path` now. A folder or a file
-  /// that can't be read gives an empty body.
+  /// A file's content and what the file was when it was opened for it.
+  struct Content {
+    Body body;
+    FileInfo info;
+  };
+
+  /// `present` is what the file system says of `path` now. Nothing for a folder or a file that
+  /// can't be read.
+  std::optional<Content> contentOf(const std::string& path, const FileInfo& present);
+
+  /// The same where such files give an empty body.
   Body bodyOf(const std::string& path, const FileInfo& present);
 
   std::size_t keptBytes() const { return keptBytes_; }
@@ -35,7 +45,8 @@ class ContentCache {
   };
   using Entries = std::list<Entry>;
 
-  Body loaded(const std::string& path);
+  const Entry* keptOf(const std::string& path, const FileInfo& present);
+  std::optional<Content> loaded(const std::string& path);
   bool isSettled(const FileInfo& info) const;
   void keep(Entry entry);
   void drop(Entries::iterator entry);

@@ -38,11 +38,15 @@ const std::string& HttpDates::now() {
   const TimePoint now = clock_.now();
   const TimePoint second = std::chrono::floor<std::chrono::seconds>(now);
   if (text_.empty() || second != second_) {
-    const CalendarTime time = clock_.utc(now);
-    text_ = dateText(kDayNames[static_cast<std::size_t>(time.weekday)], time);
+    text_ = standard(now);
     second_ = second;
   }
   return text_;
+}
+
+std::string HttpDates::standard(TimePoint moment) {
+  const CalendarTime time = clock_.utc(moment);
+  return dateText(kDayNames[static_cast<std::size_t>(time.weekday)], time);
 }
 
 std::string HttpDates::of(const CalendarTime& time) {

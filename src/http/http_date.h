@@ -19,6 +19,9 @@ class HttpDates {
   /// rely on both. The zero date means the present time.
   std::string of(const CalendarTime& time);
 
+  /// A moment by the letter of RFC 9110: in UTC, every day with its name.
+  std::string standard(TimePoint moment);
+
   /// A file's time of change: local time.
   std::string ofFile(TimePoint modified) { return of(clock_.local(modified)); }
 

@@ -17,6 +17,7 @@ namespace quorvane {
 class clsHTTPParser;
 class ContentTypes;
 class ResponseHeads;
+struct ClientWishes;
 
 /// How what was found or made goes out: whole or in ranges, as it is or compressed, or not at all
 /// when the client has it. A server goes by one of these as long as it runs.
@@ -32,9 +33,11 @@ class Representations {
     bool acceptsGzip = false;
     bool isPublic = true;  ///< everybody gets this file by this path
     std::optional<ResizedImages::Wish> picture;
+    std::shared_ptr<const ClientWishes> wishes;  ///< of standard HTTP alone
 
     // What the head of the answer says beside.
-    bool isAlias = false;  ///< the file was asked for by a key
+    bool isAlias = false;   ///< the file was asked for by a key
+    bool isOfPage = false;  ///< a page named the file
     bool headOnly = false;
     bool keepAlive = false;
     std::int32_t session = 0;

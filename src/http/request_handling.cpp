@@ -203,6 +203,7 @@ std::optional<Response> RequestHandling::Answer::fileResponse() {
   auto request = representations.requestFor(std::move(file), parser_, wanted_.isPublic());
   request.module = std::move(place_.module);
   request.isAlias = wanted_.isAlias;
+  request.isOfPage = hasTurn_;
   request.headOnly = headOnly_;
   request.keepAlive = parser_.KeepAlive();
   request.session = wanted_.session;

@@ -16,7 +16,7 @@ std::string ResponseHeads::ordinary(const Ordinary& head) {
   HeadWriter writer(head.status, HeadWriter::kUsualRoom + extra.size() + head.cookieLines.size());
   writer.length(head.contentLength);
   writer.line("Server", serverName_);
-  writer.line("Accept-Ranges", "bytes");
+  if (head.hasRanges) writer.line("Accept-Ranges", "bytes");
   writer.whole(extra);
   if (!header_lines::bring(extra, "content-type")) writer.line("Content-Type", head.contentType);
   if (!head.lastModified.empty() && !header_lines::bring(extra, "last-modified")) {
@@ -26,6 +26,17 @@ std::string ResponseHeads::ordinary(const Ordinary& head) {
   if (!head.cacheControl.empty()) writer.line("Cache-Control", head.cacheControl);
   writer.session(head.sessionNumber);
   writer.whole(head.cookieLines);
+  writer.line("Date", dates_.now());
+  return writer.finish();
+}
+
+std::string ResponseHeads::own(Status status, std::string_view lines, std::uint64_t contentLength,
+                               bool keepAlive) {
+  HeadWriter writer(status, HeadWriter::kUsualRoom + lines.size());
+  if (!isBodyless(statusText(status))) writer.length(contentLength);
+  writer.line("Server", serverName_);
+  writer.whole(lines);
+  writer.connection(keepAlive);
   writer.line("Date", dates_.now());
   return writer.finish();
 }

@@ -29,6 +29,7 @@ class ResponseHeads {
   struct Ordinary {
     Status status = Status::Ok;
     std::uint64_t contentLength = 0;  ///< bytes, whether the body is sent or not
+    bool hasRanges = true;            ///< of which a client may ask for some
     std::string_view extraHeaders;    ///< lines separated by CR LF, or empty
     std::string_view contentType;     ///< written unless the extra headers bring one
     std::string_view lastModified;    ///< date text; empty writes no line
@@ -38,6 +39,11 @@ class ResponseHeads {
     std::string_view cookieLines;    ///< whole lines separated by CR LF, or empty
   };
   virtual std::string ordinary(const Ordinary& head);
+
+  /// Of an answer whose lines, separated by CR LF, are all the server's own. It has no length when
+  /// the status has no body.
+  std::string own(Status status, std::string_view lines, std::uint64_t contentLength,
+                  bool keepAlive);
 
   /// Of an error's page. The date stands bare, without its name.
   std::string error(Status status, std::size_t contentLength);

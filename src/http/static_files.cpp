@@ -51,7 +51,7 @@ std::function<void()> StaticFiles::lacking(const Request& request) {
 }
 
 Response StaticFiles::answer(const Request& request) {
-  const Content content =
+  Content content =
       request.module ? Content{request.module, {}, false, false, request.file} : contentOf(request);
   if (content.unsatisfiable) return {error_responses::badRequest(parts_.heads), {}, false};
   const std::string modified =
@@ -96,14 +96,18 @@ StaticFiles::Content StaticFiles::contentOf(const Request& request) {
 void StaticFiles::takeRanges(const Request& request, Content& content) {
   content.partial = true;
   const auto file = parts_.services.files.open(content.file.path);
-  const auto ranges = file ? byte_ranges::parse(request.ranges, file->info().size)
-                           : std::vector<byte_ranges::Range>();
+  const std::uint64_t length = file ? file->info().size : 0;
+  const auto ranges =
+      file ? byte_ranges::parse(request.ranges, length) : std::vector<byte_ranges::Range>();
   if (ranges.empty()) {
     content.unsatisfiable = true;
     return;
   }
-  auto made = byte_ranges::answer(file, ranges, parts_.types.typeOf(content.file.path),
-                                  parts_.services.random);
+  // The brackets belong to the boundary.
+  const std::string boundary =
+      ranges.size() > 1 ? '<' + byte_ranges::newBoundary(parts_.services.random) + '>' : "";
+  auto made = byte_ranges::answer(FileSlice{file, 0, length}, ranges,
+                                  parts_.types.typeOf(content.file.path), boundary);
   content.body = std::move(made.body);
   content.headers = std::move(made.headers);
 }

@@ -22,6 +22,8 @@ std::string_view statusText(Status status) {
       return "404 Not Found";
     case Status::MethodNotAllowed:
       return "405 Method Not Allowed";
+    case Status::NotAcceptable:
+      return "406 Not Acceptable";
     case Status::RequestTimeout:
       return "408 Request Timeout";
     case Status::LengthRequired:

@@ -16,6 +16,7 @@ enum class Status : std::uint16_t {
   Forbidden = 403,
   NotFound = 404,
   MethodNotAllowed = 405,
+  NotAcceptable = 406,
   RequestTimeout = 408,
   LengthRequired = 411,
   PreconditionFailed = 412,

@@ -42,9 +42,9 @@ std::string statusLine(std::string_view status) {
 }  // namespace
 
 std::string StandardHeads::ordinary(const Ordinary& head) {
-  if (head.extraHeaders.empty()) return ResponseHeads::ordinary(head);
   const std::string lines = sendable(head.extraHeaders);
   Ordinary changed = head;
+  changed.hasRanges = false;  // of what pages write
   changed.extraHeaders = lines;
   return ResponseHeads::ordinary(changed);
 }
