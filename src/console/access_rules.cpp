@@ -1,12 +1,27 @@
 #include "console/access_rules.h"
 
+#include "support/address_ranges.h"
+#include "support/ip_address.h"
 #include "support/text.h"
 
 namespace quorvane {
 
 namespace {
 
-constexpr std::string_view kThisMachine = "127.0.0.1";
+/// Of 127.0.0.0/8 only the usual address counts.
+bool isThisMachine(std::string_view address) {
+  return address == "127.0.0.1" || address == "::1" || address == kLocalClient;
+}
+
+/// Unique local addresses, and those that lead no further than a link: fc00::/7 and fe80::/10.
+bool isPrivateV6(std::string_view text) {
+  if (text.find(':') == text.npos) return false;
+  const auto address = IpAddress::parse(text);
+  if (!address) return false;
+  const auto first = address->bytes()[0];
+  const auto second = address->bytes()[1];
+  return (first & 0xfe) == 0xfc || (first == 0xfe && (second & 0xc0) == 0x80);
+}
 
 /// 172.16.0.0 to 172.31.255.255.
 bool isIn172Range(std::string_view address) {
@@ -19,13 +34,13 @@ bool isIn172Range(std::string_view address) {
 }  // namespace
 
 bool isPrivateAddress(std::string_view address) {
-  if (address == kThisMachine) return true;
+  if (isThisMachine(address) || isPrivateV6(address)) return true;
   if (address.starts_with("10.") || address.starts_with("192.168.")) return true;
   return address.starts_with("172.") && isIn172Range(address);
 }
 
 bool mayConnect(const ServerState& state, std::string_view address) {
-  if (state.LocalhostOnly) return address == kThisMachine;
+  if (state.LocalhostOnly) return isThisMachine(address);
   return !state.LocalAddrControl || isPrivateAddress(address);
 }
 

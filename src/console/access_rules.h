@@ -6,7 +6,8 @@
 
 namespace quorvane {
 
-/// Who may connect. Addresses are texts and are tested as texts, by their beginnings.
+/// Who may connect. Addresses are texts, and those of IPv4 are tested as texts, by their
+/// beginnings. Clients that come by a file of this machine are on it.
 
 /// The machine itself and the ranges set aside for private networks.
 bool isPrivateAddress(std::string_view address);

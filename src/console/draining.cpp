@@ -14,15 +14,15 @@ constexpr std::chrono::seconds kLongest = 24h;
 
 }  // namespace
 
-Draining::Draining(EventLoop& loop, TcpListener& listener, Slots& slots)
-    : listener_(listener),
+Draining::Draining(EventLoop& loop, Listeners& listeners, Slots& slots)
+    : listeners_(listeners),
       slots_(slots),
       timer_(loop.makeTimer(kBetweenLooks, [this] { look(); })) {}
 
 void Draining::start(std::chrono::seconds atMost, std::function<void()> done) {
   done_ = std::move(done);
   looksLeft_ = static_cast<int>(std::min(atMost, kLongest) / kBetweenLooks);
-  listener_.close();
+  listeners_.close();
   timer_->start();
 }
 

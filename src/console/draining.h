@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 
+#include "console/listeners.h"
 #include "console/slots.h"
 #include "platform/event_loop.h"
 
@@ -13,7 +14,7 @@ namespace quorvane {
 class Draining {
  public:
   /// All outlive this object.
-  Draining(EventLoop& loop, TcpListener& listener, Slots& slots);
+  Draining(EventLoop& loop, Listeners& listeners, Slots& slots);
 
   /// `done` runs once, as an event, when nothing is under way any more or after `atMost`.
   void start(std::chrono::seconds atMost, std::function<void()> done);
@@ -23,7 +24,7 @@ class Draining {
   void look();
   bool closeIdle();
 
-  TcpListener& listener_;
+  Listeners& listeners_;
   Slots& slots_;
   std::function<void()> done_;
   int looksLeft_ = 0;

@@ -50,7 +50,7 @@ void Housekeeping::expire() {
 }
 
 void Housekeeping::watchListener() {
-  const auto listens = [this] { return parts_.listener.state() == SocketState::Listening; };
+  const auto listens = [this] { return parts_.listeners.state() == SocketState::Listening; };
   if (!parts_.server.running() || listens()) return;
   parts_.loop.runPending(kListenerGrace, listens);
   // The events that ran may have stopped the server for good.
@@ -66,8 +66,7 @@ void Housekeeping::refresh() {
 void Housekeeping::listSockets() {
   ListModel& list = parts_.form.llist[FormModel::kSockets];
   list.clear();
-  list.add("Localhost:" + std::to_string(parts_.listener.localPort()) + " = " +
-           stateText(parts_.listener.state()));
+  for (const std::string& line : parts_.listeners.lines()) list.add(line);
   for (int index = 0; index <= parts_.slots.highest(); ++index) {
     const TcpSocket& socket = parts_.slots.socket(index);
     list.add(std::to_string(index) + " [" + socket.remoteHostIP() +

@@ -4,6 +4,7 @@
 
 #include "console/control_channel.h"
 #include "console/form_model.h"
+#include "console/listeners.h"
 #include "console/running_server.h"
 #include "console/slots.h"
 #include "console/status_lists.h"
@@ -21,7 +22,7 @@ class Housekeeping {
     const Services& services;
     EventLoop& loop;
     ServerControl& server;
-    const TcpListener& listener;
+    const Listeners& listeners;
     Slots& slots;
     StatusLists& status;
     FormModel& form;

@@ -33,9 +33,9 @@ mainForm::mainForm(mainFormParts parts)
       form_(parts_.form),
       status_(parts_.status),
       wsTalker(parts_.loop, *this),
-      wsHost(parts_.loop.makeListener(*this)),
-      housekeeping_({services_, parts_.loop, *this, *wsHost, wsTalker, status_, form_, objects_}),
-      draining_(parts_.loop, *wsHost, wsTalker),
+      wsHost(services_.state, parts_.loop, *this),
+      housekeeping_({services_, parts_.loop, *this, wsHost, wsTalker, status_, form_, objects_}),
+      draining_(parts_.loop, wsHost, wsTalker),
       slotWatch_(services_.state, parts_.loop, wsTalker,
                  [this](int index) { return closeSaying(index, Status::RequestTimeout); }),
       turns_(services_.clock, parts_.loop, wsTalker,
@@ -53,16 +53,24 @@ void mainForm::StartServer(bool forceServerStart) {
   const std::int32_t language = wantedLanguage();
   makeObjects(language);
   loadLanguage(language);
-  wsHost->close();
+  wsHost.close();
   wsTalker.reset();
-  if (!wsHost->listen(services_.state.ServerPort)) return portError();
+  if (!wsHost.listen()) return portError();
 
   serverRunning = true;
+  if (!wsHost.isWhole()) tellPortFaults("the others are served");
   status_.commitLog();
-  portRetries_->stop();
   housekeeping_.start();
   startTime = services_.clock.now();
-  tellState("Serving on port " + std::to_string(services_.state.ServerPort));
+  tellServing();
+}
+
+void mainForm::tellServing() {
+  std::string sentence = "Serving on " + wsHost.served();
+  for (const std::string& fault : wsHost.faults()) sentence += "; not on " + fault;
+  tellState(sentence);
+  const bool isTriedAgain = !wsHost.isWhole() && services_.state.RetryPort;
+  isTriedAgain ? portRetries_->start() : portRetries_->stop();
 }
 
 std::int32_t mainForm::wantedLanguage() const {
@@ -85,19 +93,39 @@ void mainForm::makeObjects(std::int32_t language) {
 }
 
 void mainForm::portError() {
-  const std::string port = std::to_string(services_.state.ServerPort);
-  status_.LogLine("******* PORT ERROR: Unable to bind to port " + port);
-  const std::string outcome = "port " + port + " is taken or not for this user; nothing is served" +
-                              (services_.state.RetryPort ? "; tried again every 30 s" : "");
-  status_.complain(outcome);
+  const std::string outcome = tellPortFaults("nothing is served");
   StopServer();
   tellState(outcome);
   if (services_.state.RetryPort) portRetries_->start();
 }
 
+/// A line for each place that can't be had, and a complaint about them all, which it gives back.
+std::string mainForm::tellPortFaults(std::string_view consequence) {
+  std::string outcome;
+  if (services_.state.Listen.empty()) {
+    const std::string port = std::to_string(services_.state.ServerPort);
+    status_.LogLine("******* PORT ERROR: Unable to bind to port " + port);
+    outcome = "port " + port + " is taken or not for this user; ";
+  }
+  for (const std::string& fault : wsHost.faults()) {
+    if (services_.state.Listen.empty()) break;
+    status_.LogLine("******* PORT ERROR: Unable to listen on " + fault);
+    outcome += fault + "; ";
+  }
+  outcome += consequence;
+  if (services_.state.RetryPort) outcome += "; tried again every 30 s";
+  status_.complain(outcome);
+  return outcome;
+}
+
 /// Looks first, so that the log doesn't fill with starts that come to nothing.
 void mainForm::retryPort() {
-  if (!serverRunning && wsHost->listen(services_.state.ServerPort)) StartServer();
+  if (!serverRunning) {
+    if (wsHost.listen()) StartServer();
+    return;
+  }
+  wsHost.retry([this](const std::string& place) { status_.LogLine("Listening on " + place); });
+  tellServing();
 }
 
 void mainForm::StopServer() {
@@ -115,7 +143,7 @@ void mainForm::closeAll() {
   slotWatch_.stop();
   turns_.clear();
   wsTalker.closeAll();
-  wsHost->close();
+  wsHost.close();
 }
 
 std::string mainForm::uptime() const {
@@ -128,7 +156,7 @@ std::string mainForm::version() const {
 
 void mainForm::closeWindow() {
   if (windowClosed_) return;
-  if (serverRunning || wsHost->state() == SocketState::Listening) StopServer();
+  if (serverRunning || wsHost.state() == SocketState::Listening) StopServer();
   windowClosed_ = true;
   status_.LogLine("Server Closing");
   status_.releaseLog();
@@ -183,8 +211,12 @@ void mainForm::connectionRequest(ConnectionRequest& request) {
 }
 
 void mainForm::listenerError() {
-  wsHost->close();
-  if (serverRunning) wsHost->listen(wsHost->localPort());
+  if (!serverRunning) return wsHost.close();
+  wsHost.revive();
+  if (!services_.state.Listen.empty() && !wsHost.isWhole()) {
+    tellPortFaults("the others are served");
+    tellServing();
+  }
 }
 
 /// What fails within a page is caught where the page runs and becomes its error page. Whatever else
@@ -288,7 +320,7 @@ std::string mainForm::localAddress(std::int32_t index) const {
 
 /// Whether somebody has come who is not looked at while a page waits for its client.
 bool mainForm::othersWait() const {
-  if (!turns_.empty() || wsHost->hasWaiting()) return true;
+  if (!turns_.empty() || wsHost.hasWaiting()) return true;
   for (int index = 0; index <= wsTalker.highest(); ++index) {
     if (wsTalker.socket(index).isWaiting()) return true;
   }

@@ -4,12 +4,14 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "console/answer_turns.h"
 #include "console/control_channel.h"
 #include "console/draining.h"
 #include "console/form_model.h"
 #include "console/housekeeping.h"
+#include "console/listeners.h"
 #include "console/running_server.h"
 #include "console/server_settings.h"
 #include "console/slot_watch.h"
@@ -31,7 +33,7 @@ struct mainFormParts {
   std::int32_t userDefaultLCID = 1033;  ///< the user's own language
 };
 
-/// The server's window and hub: it owns the listener, the slots, the control channel, the timers
+/// The server's window and hub: it owns the listeners, the slots, the control channel, the timers
 /// and, while the server runs, the objects of the running server, and brings the events of one to
 /// the others. Its events come from the event loop and never overlap within a request.
 class mainForm final : public ServerControl,
@@ -86,7 +88,7 @@ class mainForm final : public ServerControl,
 
   FormModel& form() { return form_; }
   StatusLists& status() { return status_; }
-  std::uint16_t port() const { return wsHost->localPort(); }
+  std::uint16_t port() const { return wsHost.localPort(); }
 
  private:
   void connectionRequest(ConnectionRequest& request) override;
@@ -108,6 +110,8 @@ class mainForm final : public ServerControl,
   void makeObjects(std::int32_t language);
   void loadLanguage(std::int32_t wanted);
   void portError();
+  std::string tellPortFaults(std::string_view consequence);
+  void tellServing();
   void retryPort();
   void tellState(const std::string& sentence) const {
     if (onState) onState(sentence);
@@ -119,14 +123,14 @@ class mainForm final : public ServerControl,
   FormModel& form_;
   StatusLists& status_;
   Slots wsTalker;
-  std::unique_ptr<TcpListener> wsHost;
+  Listeners wsHost;
   std::unique_ptr<RunningServer> objects_;
   Housekeeping housekeeping_;
   Draining draining_;
   SlotWatch slotWatch_;
   AnswerTurns turns_;
   ControlChannel wsLinker;
-  std::unique_ptr<Timer> portRetries_;  ///< runs after a start that did not get its port
+  std::unique_ptr<Timer> portRetries_;  ///< runs while a place to listen at can't be had
   TimePoint startTime{};
   bool serverRunning = false;
   bool windowClosed_ = false;

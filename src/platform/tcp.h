@@ -8,11 +8,15 @@
 #include <string_view>
 
 #include "platform/outgoing.h"
+#include "support/listen_address.h"
 
 namespace quorvane {
 
 /// TCP as the server window sees it: a listener that announces connections, and sockets that are
 /// made first and given a connection later. All events come from the event loop's one thread.
+///
+/// Addresses are texts: those of IPv4 with four numbers, also where they come by a socket of IPv6,
+/// and "unix" for both sides of a connection that comes by a file of this machine.
 
 enum class SocketState : std::uint8_t {
   Closed = 0,
@@ -51,12 +55,16 @@ class TcpListener {
   /// Closed, Listening or Error.
   virtual SocketState state() const = 0;
 
-  /// The port last bound, kept after close; 0 before the first.
+  /// The port last bound, kept after close; 0 before the first and for a file.
   virtual std::uint16_t localPort() const = 0;
 
-  /// Binds `port` on all interfaces and listens. Port 0 takes any free one. False when the port
-  /// can't be had; the listener is then closed.
-  virtual bool listen(std::uint16_t port) = 0;
+  /// Binds the place and listens. Port 0 takes any free one. What is left of a dead server's file
+  /// is replaced, nothing else; the file goes when the listener closes. False when the place can't
+  /// be had; the listener is then closed.
+  virtual bool listen(const ListenAddress& where) = 0;
+
+  /// Why the last listen() failed, as the end of a sentence.
+  virtual const std::string& fault() const = 0;
 
   virtual void close() = 0;
 
@@ -141,6 +149,9 @@ class TcpSocket {
 
   /// This machine's address that the client has come to, as text; empty without a connection.
   virtual std::string localHostIP() const = 0;
+
+  /// The port there; 0 without a connection and for a file.
+  virtual std::uint16_t localPort() const = 0;
 
   /// "X": close once the pending send completes; empty: keep open. Free for the owner's use.
   std::string tag;

@@ -1,5 +1,6 @@
 #include "startup/setting_rules.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 
@@ -49,6 +50,14 @@ std::string_view takePort(ServerState& state, const std::string& text) {
   const auto port = portNumber(text);
   state.ServerPort = port.value_or(kUsualPort);
   return port || text.empty() ? "" : "it is no port from 1 to 65534 and counts as 7007";
+}
+
+std::string_view takeListen(ServerState& state, const std::string& text) {
+  state.Listen = ListenAddress::parseList(text);
+  const bool isClear = std::all_of(
+      state.Listen.begin(), state.Listen.end(),
+      [](const ListenAddress& where) { return where.kind != ListenAddress::Kind::Unclear; });
+  return isClear ? "" : "not all of it are ports, addresses with a port or \"unix:\" with a path";
 }
 
 std::string_view takeControlPort(ServerState& state, const std::string& text) {
@@ -124,6 +133,7 @@ constexpr std::array kRules{
     SettingRule{"ControlAnyAddress", "", takeFlag<&ServerState::ControlAnyAddress>},
     SettingRule{"ControlPort", "", takeControlPort},
     SettingRule{"RetryPort", "", takeFlag<&ServerState::RetryPort>},
+    SettingRule{"Listen", "", takeListen},
     SettingRule{"LogTextLimit", "", takeLogTextLimit},
     SettingRule{"EncodeErrors", "", takeFlag<&ServerState::EncodeErrors>},
     SettingRule{"LogPageErrors", "", takeFlag<&ServerState::LogPageErrors>},

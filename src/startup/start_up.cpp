@@ -14,6 +14,13 @@ constexpr std::size_t kRuleLength = 73;
 constexpr const char* kCredits = "A small, fast HTTP/1.1 server with script pages";
 constexpr int kAutomaticStart = 2;
 
+std::string places(const ServerState& state) {
+  if (state.Listen.empty()) return std::to_string(state.ServerPort);
+  std::string all;
+  for (const ListenAddress& where : state.Listen) all += (all.empty() ? "" : ", ") + where.text();
+  return all;
+}
+
 std::string encodings(const ServerState& state) {
   std::string words;
   if (state.EncodeDynamic) words += "dynamic ";
@@ -126,7 +133,7 @@ void StartUp::writeBanner() {
   status.LogLine(kCredits);
   status.LogLine(rule);
   if (!line_.text().empty()) status.LogLine("Running Arguments: " + line_.text());
-  status.LogLine("Port:\t" + std::to_string(state.ServerPort));
+  status.LogLine("Port:\t" + places(state));
   status.LogLine("Home:\t" + state.ScriptsFolder);
   status.LogLine("Logs:\t" + state.LogsFolder);
   status.LogLine("Cache:\t" + state.CacheFolder);

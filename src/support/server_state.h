@@ -4,8 +4,11 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
+#include "support/address_ranges.h"
 #include "support/clsLog.h"
+#include "support/listen_address.h"
 
 namespace quorvane {
 
@@ -43,6 +46,9 @@ struct ServerState {
   bool ControlAnyAddress = false;            ///< answer control commands from other machines too
   std::optional<std::uint16_t> ControlPort;  ///< of the control channel, when one was chosen
   bool RetryPort = false;                    ///< try a port that was taken again
+  std::vector<ListenAddress> Listen;         ///< in place of the port, when there are any
+  AddressRanges TrustedProxies;              ///< may name the clients that they speak for
+  bool ProxyProtocol = false;         ///< they name the client at the beginning of each connection
   std::uint32_t LogTextLimit = 2048;  ///< bytes of a client's text in a status line; 0: no bound
   std::uint32_t DrainSeconds = 0;     ///< for transfers under way when the program is to end
   bool EncodeErrors = false;          ///< HTML-encode what the script error page shows

@@ -160,6 +160,17 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
   }
 }
 
+std::vector<std::string_view> words(std::string_view list) {
+  constexpr std::string_view kBetween = ", \t";
+  std::vector<std::string_view> all;
+  for (std::size_t start = list.find_first_not_of(kBetween); start < list.size();) {
+    const std::size_t end = std::min(list.find_first_of(kBetween, start), list.size());
+    all.push_back(list.substr(start, end - start));
+    start = list.find_first_not_of(kBetween, end);
+  }
+  return all;
+}
+
 std::string hexDigits(std::span<const std::uint8_t> bytes) {
   constexpr std::string_view kDigits = "0123456789abcdef";
   std::string text;

@@ -42,6 +42,9 @@ std::string_view trimBlanks(std::string_view text);
 /// long as what `text` views.
 std::vector<std::string_view> split(std::string_view text, char separator);
 
+/// The words of a list that has commas, blanks or tabs between them. Views as of split().
+std::vector<std::string_view> words(std::string_view list);
+
 /// Two lower-case hexadecimal digits a byte.
 std::string hexDigits(std::span<const std::uint8_t> bytes);
 

@@ -268,7 +268,8 @@ class Transfer::Work {
     auto& work = *static_cast<Work*>(data);
     const std::string_view address(peer ? peer : "");
     const bool here = isLoopback(address) || (own && address == own);
-    if (!here || work.call_.ownPort == 0 || port != work.call_.ownPort) {
+    const auto& ports = work.call_.ownPorts;
+    if (!here || std::find(ports.begin(), ports.end(), port) == ports.end()) {
       return CURL_PREREQFUNC_OK;
     }
     work.fault_ = Fault::OwnServer;
@@ -338,7 +339,8 @@ Call callFrom(const Services& services) {
   Call call;
   const std::string& version = services.state.AppVersion;
   call.userAgent = version.empty() ? "Quorvane" : "Quorvane/" + version;
-  call.ownPort = services.state.ServerPort;
+  for (const ListenAddress& where : services.state.Listen) call.ownPorts.push_back(where.port);
+  if (call.ownPorts.empty()) call.ownPorts.push_back(services.state.ServerPort);
   return call;
 }
 

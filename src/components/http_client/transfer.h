@@ -33,8 +33,8 @@ struct Call {
   /// Zero: for ever.
   std::chrono::milliseconds connectTimeout{60'000};  ///< with finding the server's address
   std::chrono::milliseconds idleTimeout{30'000};     ///< while nothing goes or comes
-  /// Where this very server listens, 0 for a program that is none: it can't answer meanwhile.
-  std::uint16_t ownPort = 0;
+  /// Where this very server listens: it can't answer meanwhile.
+  std::vector<std::uint16_t> ownPorts;
 };
 
 struct Answer {

@@ -2,9 +2,14 @@
 
 #include <algorithm>
 #include <asio/buffer.hpp>
+#include <asio/ip/tcp.hpp>
 #include <asio/post.hpp>
+#include <cstring>
+#include <optional>
 
 #include "platform/asio/socket_calls.h"
+#include "support/address_ranges.h"
+#include "support/ip_address.h"
 
 namespace quorvane {
 
@@ -23,6 +28,33 @@ constexpr std::chrono::seconds kBrief{1};
 constexpr std::chrono::seconds kSweep{1};
 /// How often it is asked whether others wait for a client that takes nothing.
 constexpr std::chrono::milliseconds kAskAgain{250};
+
+using AnyEndpoint = asio::generic::stream_protocol::endpoint;
+
+/// Nothing when the end of the connection is no address of a network.
+std::optional<asio::ip::tcp::endpoint> networkEnd(const AnyEndpoint& end) {
+  const int family = end.protocol().family();
+  asio::ip::tcp::endpoint network(
+      family == asio::ip::tcp::v6().family() ? asio::ip::tcp::v6() : asio::ip::tcp::v4(), 0);
+  if (family != network.protocol().family() || end.size() > network.capacity()) return std::nullopt;
+  std::memcpy(network.data(), end.data(), end.size());
+  return network;
+}
+
+std::string addressText(const asio::ip::address& address) {
+  if (address.is_v4()) return address.to_string();
+  return IpAddress(address.to_v6().to_bytes()).text();
+}
+
+std::string addressText(const AnyEndpoint& end) {
+  const auto network = networkEnd(end);
+  return network ? addressText(network->address()) : std::string(kLocalClient);
+}
+
+std::uint16_t portOf(const AnyEndpoint& end) {
+  const auto network = networkEnd(end);
+  return network ? network->port() : std::uint16_t{0};
+}
 
 void sweepLeaving(LoopCore& core) {
   core.sweeping = !core.leaving.empty();
@@ -283,15 +315,21 @@ void Connection::finish() {
 std::string Connection::localHostIP() const {
   std::error_code error;
   const auto here = socket_.local_endpoint(error);
-  return error ? std::string() : here.address().to_string();
+  return error ? std::string() : addressText(here);
+}
+
+std::uint16_t Connection::localPort() const {
+  std::error_code error;
+  const auto here = socket_.local_endpoint(error);
+  return error ? std::uint16_t{0} : portOf(here);
 }
 
 AcceptedRequest::AcceptedRequest(StreamSocket from) : socket(std::move(from)) {
   asio::error_code error;
   const auto peer = socket.remote_endpoint(error);
   if (error) return;
-  address_ = peer.address().to_string();
-  port_ = peer.port();
+  address_ = addressText(peer);
+  port_ = portOf(peer);
 }
 
 namespace {
@@ -359,6 +397,9 @@ class LoopTcpSocket final : public TcpSocket {
   std::uint16_t remotePort() const override { return remotePort_; }
   std::string localHostIP() const override {
     return connection_ ? connection_->localHostIP() : std::string();
+  }
+  std::uint16_t localPort() const override {
+    return connection_ ? connection_->localPort() : std::uint16_t{0};
   }
 
  private:

@@ -30,6 +30,7 @@ class Connection final : public std::enable_shared_from_this<Connection> {
   bool isWaiting();
   bool isReset() { return quorvane::isReset(socket_); }
   std::string localHostIP() const;
+  std::uint16_t localPort() const;
   void send(std::string head, Body body);
   bool drainTo(std::uint64_t bytes, const DrainPatience& patience);
 

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <array>
+#include <asio/basic_socket_acceptor.hpp>
+#include <asio/basic_stream_socket.hpp>
 #include <asio/basic_waitable_timer.hpp>
+#include <asio/generic/stream_protocol.hpp>
 #include <asio/io_context.hpp>
-#include <asio/ip/tcp.hpp>
 #include <asio/ip/udp.hpp>
 #include <chrono>
 #include <memory>
@@ -15,10 +17,11 @@ class Connection;
 class EventLoop;
 
 /// Sockets and timers that name the loop's own executor; the library's usual ones ask through a
-/// type-erased one, which costs an allocation for each event.
+/// type-erased one, which costs an allocation for each event. A stream may be one of TCP or between
+/// two programs of this machine.
 using LoopExecutor = asio::io_context::executor_type;
-using StreamSocket = asio::basic_stream_socket<asio::ip::tcp, LoopExecutor>;
-using Acceptor = asio::basic_socket_acceptor<asio::ip::tcp, LoopExecutor>;
+using StreamSocket = asio::basic_stream_socket<asio::generic::stream_protocol, LoopExecutor>;
+using Acceptor = asio::basic_socket_acceptor<asio::generic::stream_protocol, LoopExecutor>;
 using DatagramSocket = asio::basic_datagram_socket<asio::ip::udp, LoopExecutor>;
 using SteadyTimer =
     asio::basic_waitable_timer<std::chrono::steady_clock,

@@ -1,6 +1,10 @@
 #include "platform/asio/tcp_listener.h"
 
+#include <asio/ip/tcp.hpp>
+#include <asio/ip/v6_only.hpp>
+#include <cstring>
 #include <optional>
+#include <string>
 
 #include "platform/asio/connection.h"
 #include "platform/asio/socket_calls.h"
@@ -13,41 +17,91 @@ using asio::ip::tcp;
 
 constexpr std::chrono::milliseconds kPause{100};
 
+using Kind = ListenAddress::Kind;
+
+tcp::endpoint endpointOf(const ListenAddress& where) {
+  if (where.kind == Kind::EveryIPv4) return {tcp::v4(), where.port};
+  if (where.kind == Kind::Everywhere) return {tcp::v6(), where.port};
+  const IpAddress::Bytes& bytes = where.address.bytes();
+  if (!where.address.isV4()) return {asio::ip::address_v6(bytes), where.port};
+  return {asio::ip::address_v4({bytes[12], bytes[13], bytes[14], bytes[15]}), where.port};
+}
+
 /// One stretch of listening, from listen() to close() or an error.
 class Listening final : public std::enable_shared_from_this<Listening> {
  public:
   Listening(LoopCore& core, TcpListenerEvents& events)
       : core_(core), acceptor_(core.io), pause_(core.io), events_(events) {}
 
-  bool start(std::uint16_t port) {
-    const tcp::endpoint everywhere(tcp::v4(), port);
+  /// Why it can't be; empty when it listens.
+  std::string start(const ListenAddress& where) {
+    std::string fault = bind(where);
+    if (!fault.empty()) return fault;
     asio::error_code error;
-    acceptor_.open(everywhere.protocol(), error);
-    if (!error) prepareAcceptor(acceptor_, error);
-    if (!error) acceptor_.bind(everywhere, error);
-    if (!error) acceptor_.listen(asio::socket_base::max_listen_connections, error);
-    if (error) return false;
+    acceptor_.listen(asio::socket_base::max_listen_connections, error);
+    if (error) return error.message();
+    port_ = where.kind == Kind::Local ? std::uint16_t{0} : boundPort();
     room_.emplace();
     acceptNext();
-    return true;
+    return {};
   }
 
   void stop() {
     stopped_ = true;
     asio::error_code ignored;
+    file_.remove();
     acceptor_.close(ignored);
     pause_.cancel();
   }
 
-  std::uint16_t port() const {
-    asio::error_code error;
-    return acceptor_.local_endpoint(error).port();
-  }
-
+  std::uint16_t port() const { return port_; }
   bool failed() const { return failed_; }
   bool hasWaiting() { return !stopped_ && quorvane::hasWaiting(acceptor_); }
 
  private:
+  std::string bind(const ListenAddress& where) {
+    switch (where.kind) {
+      case Kind::Unclear:
+        return "it is no place to listen at";
+      case Kind::Local:
+        return file_.bind(acceptor_, where.path);
+      case Kind::Everywhere: {
+        std::string fault = bindNetwork(where);
+        if (acceptor_.is_open()) return fault;
+        return bindNetwork(where.port);  // this machine has no IPv6
+      }
+      default:
+        return bindNetwork(where);
+    }
+  }
+
+  /// Where the machine does not know the address's family, the acceptor is not open afterwards.
+  std::string bindNetwork(const ListenAddress& where) {
+    const tcp::endpoint place = endpointOf(where);
+    asio::error_code error;
+    acceptor_.open(place.protocol(), error);
+    if (!error) prepareAcceptor(acceptor_, error);
+    if (!error && place.protocol() == tcp::v6()) {
+      acceptor_.set_option(asio::ip::v6_only(where.kind == Kind::Address), error);
+    }
+    if (!error) acceptor_.bind(place, error);
+    const bool lacksFamily = where.kind == Kind::Everywhere && error &&
+                             error != asio::error::address_in_use &&
+                             error != asio::error::access_denied;
+    asio::error_code ignored;
+    if (lacksFamily) acceptor_.close(ignored);
+    return error ? error.message() : std::string();
+  }
+
+  std::uint16_t boundPort() const {
+    asio::error_code error;
+    const auto bound = acceptor_.local_endpoint(error);
+    tcp::endpoint network;
+    if (error || bound.size() > network.capacity()) return 0;
+    std::memcpy(network.data(), bound.data(), bound.size());
+    return network.port();
+  }
+
   void acceptNext() {
     acceptor_.async_accept(
         [self = shared_from_this()](const asio::error_code& error, StreamSocket accepted) {
@@ -107,6 +161,8 @@ class Listening final : public std::enable_shared_from_this<Listening> {
   SteadyTimer pause_;
   TcpListenerEvents& events_;
   std::optional<ConnectionRoom> room_;  ///< as it was when listening began
+  SocketFile file_;
+  std::uint16_t port_ = 0;
   bool failed_ = false;
   bool stopped_ = false;
 };
@@ -126,10 +182,13 @@ class LoopTcpListener final : public TcpListener {
   std::uint16_t localPort() const override { return port_; }
   bool hasWaiting() const override { return listening_ && listening_->hasWaiting(); }
 
-  bool listen(std::uint16_t port) override {
+  const std::string& fault() const override { return fault_; }
+
+  bool listen(const ListenAddress& where) override {
     close();
     auto listening = std::make_shared<Listening>(core_, events_);
-    if (!listening->start(port)) {
+    fault_ = listening->start(where);
+    if (!fault_.empty()) {
       listening->stop();
       return false;
     }
@@ -147,6 +206,7 @@ class LoopTcpListener final : public TcpListener {
   TcpListenerEvents& events_;
   std::shared_ptr<Listening> listening_;
   std::uint16_t port_ = 0;
+  std::string fault_;
 };
 
 }  // namespace

@@ -106,6 +106,7 @@ class FakeSocket final : public TcpSocket {
   const std::string& remoteHostIP() const override { return ip_; }
   std::uint16_t remotePort() const override { return port_; }
   std::string localHostIP() const override { return "127.0.0.1"; }
+  std::uint16_t localPort() const override { return 7007; }
 
   // What the client and the network do.
   inline void arrive(std::string_view data);
@@ -158,10 +159,11 @@ class FakeListener final : public TcpListener {
   FakeListener(FakeEventLoop& loop, TcpListenerEvents& events) : loop_(loop), events_(events) {}
   FakeListener(const FakeListener&) = delete;
   FakeListener& operator=(const FakeListener&) = delete;
-  ~FakeListener() override { FakeListener::close(); }
+  inline ~FakeListener() override;
   SocketState state() const override { return state_; }
   std::uint16_t localPort() const override { return port_; }
-  inline bool listen(std::uint16_t port) override;
+  inline bool listen(const ListenAddress& where) override;
+  const std::string& fault() const override { return fault_; }
   inline void close() override;
 
   bool hasWaiting() const override { return waiting; }
@@ -181,6 +183,7 @@ class FakeListener final : public TcpListener {
 
   bool waiting = false;  ///< as if somebody had connected
   int listens = 0;
+  ListenAddress place;  ///< last asked for
 
  private:
   FakeEventLoop& loop_;
@@ -188,6 +191,7 @@ class FakeListener final : public TcpListener {
   SocketState state_ = SocketState::Closed;
   std::uint16_t port_ = 0;
   bool bound_ = false;
+  std::string fault_;
 };
 
 class FakeUdpSocket final : public UdpSocket {
@@ -295,6 +299,7 @@ class FakeEventLoop final : public EventLoop {
   std::unique_ptr<TcpListener> makeListener(TcpListenerEvents& events) override {
     auto made = std::make_unique<FakeListener>(*this, events);
     listener = made.get();
+    listeners.push_back(made.get());
     return made;
   }
   std::unique_ptr<TcpSocket> makeSocket(int index, TcpSocketEvents& events) override {
@@ -328,12 +333,13 @@ class FakeEventLoop final : public EventLoop {
     return it == timers.end() ? nullptr : *it;
   }
 
-  FakeListener* listener = nullptr;     ///< made last
-  std::map<int, FakeSocket*> sockets;   ///< those that exist
-  FakeUdpSocket* udp = nullptr;         ///< made last
-  std::vector<FakeTimer*> timers;       ///< those that exist
-  std::set<std::uint16_t> takenPorts;   ///< binding them fails
-  std::function<void()> duringPending;  ///< happens once within the next runPending
+  FakeListener* listener = nullptr;      ///< made last
+  std::vector<FakeListener*> listeners;  ///< those that exist
+  std::map<int, FakeSocket*> sockets;    ///< those that exist
+  FakeUdpSocket* udp = nullptr;          ///< made last
+  std::vector<FakeTimer*> timers;        ///< those that exist
+  std::set<std::uint16_t> takenPorts;    ///< binding them fails
+  std::function<void()> duringPending;   ///< happens once within the next runPending
   std::function<void()> terminate;
   std::function<void(Notice)> notice;
   std::chrono::milliseconds longestPending{0};
@@ -370,10 +376,24 @@ inline void FakeSocket::arrive(std::string_view data) {
   events_.dataArrival(index, data);
 }
 
-inline bool FakeListener::listen(std::uint16_t port) {
+inline FakeListener::~FakeListener() {
+  FakeListener::close();
+  std::erase(loop_.listeners, this);
+}
+
+/// Files take no port and are always to be had.
+inline bool FakeListener::listen(const ListenAddress& where) {
   close();
   ++listens;
-  const auto taken = loop_.takenPorts.contains(port) ? std::nullopt : loop_.tcpPorts.take(port);
+  place = where;
+  if (where.kind == ListenAddress::Kind::Local) {
+    state_ = SocketState::Listening;
+    return true;
+  }
+  const bool canBe =
+      where.kind != ListenAddress::Kind::Unclear && !loop_.takenPorts.contains(where.port);
+  const auto taken = canBe ? loop_.tcpPorts.take(where.port) : std::nullopt;
+  fault_ = taken ? "" : "it is taken";
   if (!taken) return false;
   port_ = *taken;
   bound_ = true;

@@ -7,10 +7,16 @@
 #include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/sendfile.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <asio/ip/tcp.hpp>
 #include <cerrno>
+#include <optional>
+#include <system_error>
 
 #include "platform/linux/open_file.h"
 
@@ -34,7 +40,72 @@ using KeepAliveCount = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_KEE
 /// Descriptors that connections leave free: a quarter of all, up to this many.
 constexpr std::int64_t kMostReserved = 4096;
 
+constexpr mode_t kSocketFileMode = 0660;
+
+std::string systemText(int number) {
+  return std::generic_category().message(number);
+}
+
+std::optional<sockaddr_un> localAddress(const std::string& path) {
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  if (path.size() >= sizeof address.sun_path || path.find('\0') != path.npos) return std::nullopt;
+  std::copy(path.begin(), path.end(), address.sun_path);
+  return address;
+}
+
+/// Whether nobody listens any more at that file of a socket.
+bool isLeftOver(const sockaddr_un& address) {
+  const int probe = ::socket(AF_UNIX, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+  if (probe < 0) return false;
+  const int result = ::connect(probe, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+  const bool refused = result != 0 && errno == ECONNREFUSED;
+  ::close(probe);
+  return refused;
+}
+
+/// Takes away what a dead server has left at its place; why that can't be.
+std::string clearPlace(const sockaddr_un& address) {
+  struct stat found {};
+  if (::lstat(address.sun_path, &found) != 0) return {};
+  if (!S_ISSOCK(found.st_mode)) return "what stands there is no socket";
+  if (!isLeftOver(address)) return "another server listens there";
+  return ::unlink(address.sun_path) == 0 ? std::string() : systemText(errno);
+}
+
 }  // namespace
+
+std::string SocketFile::bind(Acceptor& acceptor, const std::string& path) {
+  const auto address = localAddress(path);
+  if (!address) return "its name is too long";
+  std::string fault = clearPlace(*address);
+  if (!fault.empty()) return fault;
+  asio::error_code error;
+  acceptor.open({AF_UNIX, 0}, error);
+  if (error) return error.message();
+  // The file has the mode of its socket, less what the process masks, from the beginning.
+  const auto* place = reinterpret_cast<const sockaddr*>(&*address);
+  if (::fchmod(acceptor.native_handle(), kSocketFileMode) != 0 ||
+      ::bind(acceptor.native_handle(), place, sizeof *address) != 0) {
+    return systemText(errno);
+  }
+  path_ = path;
+  struct stat made {};
+  if (::chmod(path.c_str(), kSocketFileMode) != 0 || ::lstat(path.c_str(), &made) != 0) {
+    return systemText(errno);
+  }
+  device_ = made.st_dev;
+  number_ = made.st_ino;
+  return {};
+}
+
+void SocketFile::remove() {
+  struct stat found {};
+  const bool isOwn = !path_.empty() && ::lstat(path_.c_str(), &found) == 0 &&
+                     found.st_dev == device_ && found.st_ino == number_;
+  if (isOwn) ::unlink(path_.c_str());
+  path_.clear();
+}
 
 void prepareAcceptor(Acceptor& acceptor, asio::error_code& error) {
   // A port whose old connections are still going down can be bound again at once.

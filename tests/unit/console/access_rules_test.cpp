@@ -18,6 +18,15 @@ TEST(AccessRules, PrivateAddresses) {
   }
 }
 
+TEST(AccessRules, PrivateAddressesOfIPv6) {
+  for (const auto* address : {"::1", "fc00::1", "fdff::", "fe80::1", "febf::1", "unix"}) {
+    EXPECT_TRUE(isPrivateAddress(address)) << address;
+  }
+  for (const auto* address : {"::", "::2", "fe00::1", "fec0::1", "2001:db8::1", "fc00", "fd::x"}) {
+    EXPECT_FALSE(isPrivateAddress(address)) << address;
+  }
+}
+
 TEST(AccessRules, WithoutRulesEveryoneMayConnect) {
   EXPECT_TRUE(mayConnect(ServerState{}, "8.8.8.8"));
 }
@@ -35,6 +44,9 @@ TEST(AccessRules, ThisMachineOnlyGoesBeforePrivateNetworks) {
   state.LocalAddrControl = true;
   EXPECT_TRUE(mayConnect(state, "127.0.0.1"));
   EXPECT_FALSE(mayConnect(state, "192.168.1.5"));
+  EXPECT_TRUE(mayConnect(state, "::1"));
+  EXPECT_TRUE(mayConnect(state, "unix"));
+  EXPECT_FALSE(mayConnect(state, "fe80::1"));
 }
 
 }  // namespace
