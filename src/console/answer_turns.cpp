@@ -6,8 +6,9 @@
 
 namespace quorvane {
 
-AnswerTurns::AnswerTurns(const Clock& clock, EventLoop& loop, Slots& slots, Events events)
-    : clock_(clock), loop_(loop), slots_(slots), events_(std::move(events)) {}
+AnswerTurns::AnswerTurns(const Clock& clock, EventLoop& loop, Slots& slots, Visitors& visitors,
+                         Events events)
+    : clock_(clock), loop_(loop), slots_(slots), visitors_(visitors), events_(std::move(events)) {}
 
 bool AnswerTurns::isThere(const Client& client) const {
   if (!slots_.exists(client.slot) || slots_.client(client.slot) != client) return false;
@@ -18,7 +19,7 @@ bool AnswerTurns::isThere(const Client& client) const {
 Clients::Turn AnswerTurns::turnOf(int index) {
   if (!isThere(inSlot(index))) return Turn::Never;
   if (inRound_ && index != called_) {
-    waiting_.add(slots_.socket(index).remoteHostIP(), inSlot(index));
+    waiting_.add(visitors_.lastAddressOf(index), inSlot(index));
     slots_.hold(index);
     return Turn::Later;
   }

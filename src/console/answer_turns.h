@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "console/slots.h"
+#include "console/visitors.h"
 #include "http/clients.h"
 #include "platform/event_loop.h"
 #include "support/turns.h"
@@ -28,7 +29,7 @@ class AnswerTurns final : public Clients {
   };
 
   /// All outlive this object.
-  AnswerTurns(const Clock& clock, EventLoop& loop, Slots& slots, Events events);
+  AnswerTurns(const Clock& clock, EventLoop& loop, Slots& slots, Visitors& visitors, Events events);
   AnswerTurns(const AnswerTurns&) = delete;
   AnswerTurns& operator=(const AnswerTurns&) = delete;
   ~AnswerTurns() override { *alive_ = false; }
@@ -42,6 +43,9 @@ class AnswerTurns final : public Clients {
   /// Nobody waits any more.
   void clear() { waiting_.clear(); }
 
+  Admission admit(int index, const RequestHead& head, Visitor& visitor) override {
+    return visitors_.admit(index, head, visitor);
+  }
   Client inSlot(int index) const override { return slots_.client(index); }
   bool isThere(const Client& client) const override;
   Turn turnOf(int index) override;
@@ -57,6 +61,7 @@ class AnswerTurns final : public Clients {
   const Clock& clock_;
   EventLoop& loop_;
   Slots& slots_;
+  Visitors& visitors_;
   Events events_;
   Turns<Client> waiting_;
   int called_ = -1;                    ///< the slot whose turn it is

@@ -69,7 +69,7 @@ void Housekeeping::listSockets() {
   for (const std::string& line : parts_.listeners.lines()) list.add(line);
   for (int index = 0; index <= parts_.slots.highest(); ++index) {
     const TcpSocket& socket = parts_.slots.socket(index);
-    list.add(std::to_string(index) + " [" + socket.remoteHostIP() +
+    list.add(std::to_string(index) + " [" + parts_.visitors.addressOf(index) +
              "] = " + stateText(socket.state()));
   }
   parts_.form.Label1[0].caption = std::to_string(parts_.slots.highest() + 1) + " Talkers, " +

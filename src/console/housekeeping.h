@@ -8,6 +8,7 @@
 #include "console/running_server.h"
 #include "console/slots.h"
 #include "console/status_lists.h"
+#include "console/visitors.h"
 #include "platform/event_loop.h"
 #include "platform/services.h"
 
@@ -24,6 +25,7 @@ class Housekeeping {
     ServerControl& server;
     const Listeners& listeners;
     Slots& slots;
+    const Visitors& visitors;
     StatusLists& status;
     FormModel& form;
     const std::unique_ptr<RunningServer>& objects;  ///< null while the server is stopped

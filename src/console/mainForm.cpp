@@ -3,7 +3,6 @@
 #include <exception>
 #include <utility>
 
-#include "console/access_rules.h"
 #include "console/uptime_text.h"
 #include "support/text.h"
 
@@ -33,12 +32,14 @@ mainForm::mainForm(mainFormParts parts)
       form_(parts_.form),
       status_(parts_.status),
       wsTalker(parts_.loop, *this),
+      visitors_(services_.state, wsTalker, status_),
       wsHost(services_.state, parts_.loop, *this),
-      housekeeping_({services_, parts_.loop, *this, wsHost, wsTalker, status_, form_, objects_}),
+      housekeeping_(
+          {services_, parts_.loop, *this, wsHost, wsTalker, visitors_, status_, form_, objects_}),
       draining_(parts_.loop, wsHost, wsTalker),
       slotWatch_(services_.state, parts_.loop, wsTalker,
                  [this](int index) { return closeSaying(index, Status::RequestTimeout); }),
-      turns_(services_.clock, parts_.loop, wsTalker,
+      turns_(services_.clock, parts_.loop, wsTalker, visitors_,
              {[this](int index) { dataArrival(index, {}); },
               [this](int index, Response response) { answer(index, std::move(response)); }}),
       wsLinker(parts_.loop, *this, status_),
@@ -205,9 +206,12 @@ void mainForm::serviceStopped() {
 }
 
 void mainForm::connectionRequest(ConnectionRequest& request) {
-  if (!mayConnect(services_.state, request.remoteHostIP())) return;
+  if (!visitors_.mayConnect(request.remoteHostIP())) return;
   status_.LogLine("Connection request from IP " + request.remoteHostIP());
-  if (wsTalker.accept(request)) slotWatch_.begin();
+  const auto slot = wsTalker.accept(request);
+  if (!slot) return;
+  visitors_.begin(*slot);
+  slotWatch_.begin();
 }
 
 void mainForm::listenerError() {
@@ -223,6 +227,12 @@ void mainForm::listenerError() {
 /// a request brings about, such as memory that runs out, stops here and costs this connection
 /// only. No other event is guarded.
 void mainForm::dataArrival(int index, std::string_view data) {
+  if (visitors_.isUnnamed(index)) {
+    const auto rest = visitors_.takePreface(index, data);
+    if (!rest) wsTalker.close(index);
+    if (!rest || rest->empty()) return;
+    data = *rest;
+  }
   handleRequest(index, data);
   while (canGoOn(index)) handleRequest(index, {});
 }
@@ -239,7 +249,7 @@ void mainForm::handleRequest(int index, std::string_view data) {
   if (!objects_ || wsTalker.socket(index).tag == kCloseWhenSent) return;
   try {
     auto response = objects_->handling().dataArrival(index, wsTalker.record(index), data,
-                                                     wsTalker.socket(index).remoteHostIP());
+                                                     visitors_.addressOf(index));
     if (response) {
       wsTalker.noteRequest(index);
       answer(index, std::move(*response));
@@ -263,7 +273,7 @@ bool mainForm::closeSaying(int index, Status why) {
 }
 
 void mainForm::turnAway(int index) {
-  status_.LogLine(wsTalker.socket(index).remoteHostIP() +
+  status_.LogLine(visitors_.addressOf(index) +
                   " > TURNED AWAY: too much waits of unfinished requests");
   if (!closeSaying(index, Status::ServiceUnavailable)) wsTalker.close(index);
 }

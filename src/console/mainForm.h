@@ -17,6 +17,7 @@
 #include "console/slot_watch.h"
 #include "console/slots.h"
 #include "console/status_lists.h"
+#include "console/visitors.h"
 #include "http/status.h"
 #include "platform/event_loop.h"
 #include "support/server_state.h"
@@ -123,6 +124,7 @@ class mainForm final : public ServerControl,
   FormModel& form_;
   StatusLists& status_;
   Slots wsTalker;
+  Visitors visitors_;
   Listeners wsHost;
   std::unique_ptr<RunningServer> objects_;
   Housekeeping housekeeping_;

@@ -6,6 +6,9 @@
 
 namespace quorvane {
 
+class RequestHead;
+struct Visitor;
+
 /// A client as long as its connection lasts: the next one in its slot has another number.
 struct Client {
   int slot = 0;
@@ -27,6 +30,16 @@ class Clients {
   virtual ~Clients() = default;
 
   virtual Client inSlot(int index) const = 0;
+
+  enum class Admission {
+    Granted,
+    Forbidden,  ///< by the access rules
+    Unclear,    ///< what the head says of the client is not to be believed
+  };
+
+  /// Asked before a request is answered. `visitor` has the address that the connection comes from;
+  /// where others may speak for the client, it is put there as they name it in that head.
+  virtual Admission admit(int, const RequestHead&, Visitor&) { return Admission::Granted; }
 
   /// False once the connection was closed or reset. A client that has only closed its own side is
   /// there: it takes its answer.

@@ -105,6 +105,11 @@ bool clsHTTPParser::takeHost(std::string_view value) {
   return true;
 }
 
+void clsHTTPParser::setVisitor(Visitor visitor) {
+  visitor_ = std::move(visitor);
+  if (!visitor_.host.empty()) hostAddr_ = lowerCase(visitor_.host);
+}
+
 bool clsHTTPParser::takeRequestLine() {
   if (!head_.isWellFormed()) return false;
   formMethod_ = equalsNoCase(head_.method(), "POST") ? 1 : 0;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "http/request_head.h"
+#include "proxies/visitor.h"
 #include "support/keyed_collection.h"
 
 namespace quorvane {
@@ -46,8 +47,10 @@ class clsHTTPParser {
   bool AcceptGZipEncoding() const { return acceptGZipEncoding_; }
   const std::string& RangeRequest() const { return rangeRequest_; }  ///< text after "bytes="
   const std::string& HostAddr() const { return hostAddr_; }
-  const std::string& RemoteIP() const { return remoteIP_; }
-  void setRemoteIP(std::string address) { remoteIP_ = std::move(address); }
+  const Visitor& visitor() const { return visitor_; }
+  void setVisitor(Visitor visitor);  ///< whose host, if any, is the request's
+  const std::string& RemoteIP() const { return visitor_.address; }
+  void setRemoteIP(std::string address) { visitor_.address = std::move(address); }
   std::int32_t SessionID() const { return sessionID_; }  ///< 0 when absent
   void setSessionID(std::int32_t number) { sessionID_ = number; }
   const std::string& HTTPData() const { return head_.text(); }
@@ -130,7 +133,7 @@ class clsHTTPParser {
   RequestHead head_;
   std::string rangeRequest_;
   std::string hostAddr_;
-  std::string remoteIP_;
+  Visitor visitor_;
   std::string documentQueryString_;
   std::string documentTitle_;
   std::string documentUrl_;

@@ -261,8 +261,9 @@ std::optional<Wanted> CustomaryAddresses::standIn(const Wanted& missing,
   Wanted page = at(missing, *path);
   const std::string& host = request.HostAddr();
   const std::string_view target = request.head().target();
-  page.query = "404;http://" + (host.empty() ? "localhost" : host) +
-               (target.starts_with('/') ? "" : "/") + std::string(target);
+  page.query = std::string("404;http") + (request.visitor().isSecure ? "s" : "") + "://" +
+               (host.empty() ? "localhost" : host) + (target.starts_with('/') ? "" : "/") +
+               std::string(target);
   return page;
 }
 

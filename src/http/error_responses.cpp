@@ -24,6 +24,9 @@ constexpr std::string_view kBadRequestBody =
     "</p></body></html>";
 static_assert(kBadRequestBody.size() == 268);
 
+constexpr std::string_view kForbiddenBody =
+    "<html><head><title>403 Forbidden</title></head><body><h1>Forbidden</h1></body></html>";
+
 }  // namespace
 
 std::string notFound(ResponseHeads& heads, std::string_view fileName) {
@@ -34,6 +37,11 @@ std::string notFound(ResponseHeads& heads, std::string_view fileName) {
 
 std::string badRequest(ResponseHeads& heads) {
   return heads.error(Status::BadRequest, kBadRequestBody.size()).append(kBadRequestBody);
+}
+
+std::string forbidden(ResponseHeads& heads) {
+  return heads.ofPage("403 Forbidden", "Content-Type: text/html", kForbiddenBody.size(), false)
+      .append(kForbiddenBody);
 }
 
 }  // namespace error_responses

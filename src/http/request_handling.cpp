@@ -8,6 +8,7 @@
 #include "http/clients.h"
 #include "http/clsHTTPParser.h"
 #include "http/cookie_jar.h"
+#include "http/error_responses.h"
 #include "http/header_lines.h"
 #include "http/protocol.h"
 #include "http/response_heads.h"
@@ -304,9 +305,11 @@ std::optional<Response> RequestHandling::dataArrival(int index, SlotRecord& reco
   if (!complete || !parser.ValidRequest()) {
     logRefused(remoteHostIP);
     response = protocol_->refusal(collected);
+  } else if (Visitor visitor{remoteHostIP, false, {}, 0}; auto refused = refusal(index, visitor)) {
+    response = std::move(refused);
   } else {
-    parser.setRemoteIP(remoteHostIP);
-    Answer answer(*this, index, collected.requestClass, remoteHostIP);
+    Answer answer(*this, index, collected.requestClass, visitor.address);
+    parser.setVisitor(std::move(visitor));
     response = answer.run();
     if (answer.waits()) {
       record.pendingText = parser.takeText();
@@ -335,6 +338,20 @@ void RequestHandling::logRefused(const std::string& client) {
 void RequestHandling::logHeaders(std::string_view request) {
   services_.log.LogLine("Header (" + std::to_string(request.size()) + " bytes): " +
                         replaceAll(request.substr(0, kMostLoggedBytes), "\r\n", "||"));
+}
+
+/// The answer to a client who may not ask, or of whom it is not clear who it is.
+std::optional<Response> RequestHandling::refusal(int index, Visitor& visitor) {
+  using Admission = Clients::Admission;
+  const Admission admission = parts_.clients.admit(index, parts_.parser.head(), visitor);
+  if (admission == Admission::Granted) return std::nullopt;
+  const bool isUnclear = admission == Admission::Unclear;
+  if (auto said = givenUp(isUnclear ? Status::BadRequest : Status::Forbidden)) {
+    if (parts_.parser.head().method() == "HEAD") said->body = {};
+    return said;
+  }
+  if (isUnclear) return protocol_->refusal({});
+  return Response{error_responses::forbidden(protocol_->heads()), {}, false};
 }
 
 std::optional<Response> RequestHandling::givenUp(Status why) {

@@ -26,6 +26,7 @@ class PageEvents;
 class Protocol;
 class ScriptPages;
 class SideWork;
+struct Visitor;
 
 /// What request handling works with besides the server's services. Everything is owned by the
 /// caller and outlives it.
@@ -71,6 +72,7 @@ class RequestHandling {
   std::string shown(std::string_view text) const;
   void logRefused(const std::string& client);
   void logHeaders(std::string_view request);
+  std::optional<Response> refusal(int index, Visitor& visitor);
 
   const Services& services_;
   RequestHandlingParts parts_;

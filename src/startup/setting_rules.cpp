@@ -60,6 +60,13 @@ std::string_view takeListen(ServerState& state, const std::string& text) {
   return isClear ? "" : "not all of it are ports, addresses with a port or \"unix:\" with a path";
 }
 
+std::string_view takeTrustedProxies(ServerState& state, const std::string& text) {
+  state.TrustedProxies = AddressRanges::parse(text);
+  return state.TrustedProxies.isPartial()
+             ? "not all of it are addresses, prefixes or \"unix\"; the others count"
+             : "";
+}
+
 std::string_view takeControlPort(ServerState& state, const std::string& text) {
   state.ControlPort = portNumber(text);
   const bool counts = state.ControlPort || text.empty();
@@ -134,6 +141,8 @@ constexpr std::array kRules{
     SettingRule{"ControlPort", "", takeControlPort},
     SettingRule{"RetryPort", "", takeFlag<&ServerState::RetryPort>},
     SettingRule{"Listen", "", takeListen},
+    SettingRule{"TrustedProxies", "", takeTrustedProxies},
+    SettingRule{"ProxyProtocol", "", takeFlag<&ServerState::ProxyProtocol>},
     SettingRule{"LogTextLimit", "", takeLogTextLimit},
     SettingRule{"EncodeErrors", "", takeFlag<&ServerState::EncodeErrors>},
     SettingRule{"LogPageErrors", "", takeFlag<&ServerState::LogPageErrors>},

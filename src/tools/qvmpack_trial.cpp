@@ -47,7 +47,7 @@ class TrialFolder {
 };
 
 /// The one client of the trial: it takes whatever it is sent.
-class Visitor final : public Clients, public PageEvents, public StatusLines {
+class TrialClient final : public Clients, public PageEvents, public StatusLines {
  public:
   Client inSlot(int) const override { return {}; }
   bool isThere(const Client&) const override { return true; }
@@ -108,7 +108,7 @@ class TrialServer {
   std::unique_ptr<EventLoop> loop_ = makeEventLoop();
   std::optional<TrialFolder> folder_;
   ServerState state_;
-  Visitor visitor_;
+  TrialClient visitor_;
   Services services_{state_, visitor_, *clock_, files_, *random_, *process_};
   RunningServer server_{services_, {visitor_, visitor_, *loop_, 0}};
 };

@@ -4,6 +4,7 @@ import unittest
 
 from serving import app_folder, wait_until
 
+from hosting.recipes import recipes
 from service.private_systemd import UNIT_FOLDER, PrivateSystemd, missing
 
 UNIT = "quorvane-server.service"
@@ -158,6 +159,31 @@ class ServiceSteps:
         self.systemd.run("systemctl", "stop", UNIT)
         ended = self.systemd.properties(UNIT, "Result", "ExecMainStatus")
         self.assertEqual(ended, {"Result": "success", "ExecMainStatus": "0"})
+
+    def get_as(self, user, group, file):
+        return self.systemd.run("setpriv", f"--reuid={user}", f"--regid={group}", "--clear-groups",
+                                "curl", "-s", "--unix-socket", file, "http://localhost/hello.txt",
+                                check=False).stdout
+
+    def test_listens_by_a_file_that_its_group_reaches(self):
+        file = "/run/quorvane/site.sock"
+        self.command("/install")
+        self.systemd.write(f"{UNIT_FOLDER}/{UNIT}.d/override.conf",
+                           recipes()["The file's folder under systemd"]["ini"].encode())
+        self.systemd.run("systemctl", "daemon-reload")
+        store = self.systemd.path(STORE)
+        store.write_text(store.read_text() + f"Listen=unix:{file}\n")
+        self.command("/start")
+        self.assertEqual(self.status(),
+                         {"ActiveState": "active", "StatusText": f"Serving on unix:{file}"})
+        self.assertEqual(self.get_as("www-data", "www-data", file), "hello", self.journal())
+        self.assertEqual(self.get_as("nobody", "nogroup", file), "")
+
+        self.systemd.run("kill", "-9", str(self.main_process()))
+        wait_until(lambda: self.get_as("www-data", "www-data", file) == "hello",
+                   "the service to come back")
+        self.command("/stop")
+        self.assertFalse(self.systemd.path(file).exists())
 
     def test_serves_as_a_program_when_nobody_started_it_as_a_service(self):
         self.command("/install")

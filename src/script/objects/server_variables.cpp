@@ -4,6 +4,7 @@
 
 #include "http/clsHTTPParser.h"
 #include "http/serverMod.h"
+#include "proxies/host_text.h"
 #include "script/objects/header_variables.h"
 #include "support/paths.h"
 #include "support/server_state.h"
@@ -37,8 +38,12 @@ std::string pathInfo(const Source& source) {
 }
 
 std::string serverHost(const Source& source) {
-  const std::string& host = source.request.HostAddr();
-  return host.substr(0, host.find(':'));
+  return std::string(host_text::name(source.request.HostAddr()));
+}
+
+std::string serverPort(const Source& source) {
+  const std::uint16_t port = source.request.visitor().port;
+  return std::to_string(port > 0 ? port : source.state.ServerPort);
 }
 
 /// What a header line is called among the variables.
@@ -73,7 +78,8 @@ constexpr Variable kVariables[] = {
     {"CONTENT_LENGTH", contentLength},
     {"CONTENT_TYPE", [](const Source& s) { return header(s, "content-type"); }},
     {"GATEWAY_INTERFACE", [](const Source&) { return std::string("CGI/1.1"); }},
-    {"HTTPS", [](const Source&) { return std::string("off"); }},
+    {"HTTPS",
+     [](const Source& s) { return std::string(s.request.visitor().isSecure ? "on" : "off"); }},
     {"PATH_INFO", pathInfo},
     {"PATH_TRANSLATED",
      [](const Source& s) { return paths::native(s.state.ScriptsFolder + pathInfo(s)); }},
@@ -83,8 +89,9 @@ constexpr Variable kVariables[] = {
     {"REQUEST_METHOD", [](const Source& s) { return std::string(s.request.method()); }},
     {"SCRIPT_NAME", scriptName},
     {"SERVER_NAME", serverHost},
-    {"SERVER_PORT", [](const Source& s) { return std::to_string(s.state.ServerPort); }},
-    {"SERVER_PORT_SECURE", [](const Source&) { return std::string("0"); }},
+    {"SERVER_PORT", serverPort},
+    {"SERVER_PORT_SECURE",
+     [](const Source& s) { return std::string(s.request.visitor().isSecure ? "1" : "0"); }},
     {"SERVER_PROTOCOL", [](const Source& s) { return std::string(s.request.head().version()); }},
     {"SERVER_SOFTWARE", [](const Source& s) { return serverName(s.state); }},
     {"URL", scriptName},

@@ -5,6 +5,7 @@
 #include "no_socket_events.h"
 #include "platform/fake/fake_clock.h"
 #include "platform/fake/fake_event_loop.h"
+#include "testing/recorded_lines.h"
 
 namespace quorvane {
 
@@ -34,12 +35,16 @@ class AnswerTurnsTest : public testing::Test {
   FakeEventLoop loop;
   NoSocketEvents events;
   Slots slots{loop, events};
+  ServerState state;
+  RecordedLines lines;
+  Visitors visitors{state, slots, lines};
   std::vector<int> ran;
   std::vector<int> answered;
   int pageTakes = 0;
   AnswerTurns turns{clock,
                     loop,
                     slots,
+                    visitors,
                     {[this](int slot) { ask(slot, pageTakes); },
                      [this](int slot, const Response&) { answered.push_back(slot); }}};
 };
