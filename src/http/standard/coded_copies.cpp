@@ -40,7 +40,7 @@ bool CodedCopies::isCopy(std::string_view name) {
 }
 
 std::optional<Body> CodedCopies::present(const FoundFile& source, ContentCoding coding) {
-  const std::string path = pathOf(source, coding);
+  const std::string& path = pathOf(source, coding);
   const auto info = services_.files.stat(path);
   if (!info) return std::nullopt;
   auto content = contents_.contentOf(path, *info);
@@ -51,12 +51,12 @@ std::optional<Body> CodedCopies::present(const FoundFile& source, ContentCoding 
 
 std::function<void()> CodedCopies::lacking(const FoundFile& source, ContentCoding coding) {
   if (source.info.size > kMostSourceBytes) return nullptr;
-  const std::string path = pathOf(source, coding);
+  const std::string& path = pathOf(source, coding);
   if (services_.files.stat(path)) return nullptr;
   const TimePoint now = services_.clock.now();
   if (const TimePoint last = lastFailure_->load(); last > now - kPause && last <= now)
     return nullptr;
-  return [&files = services_.files, failure = lastFailure_, now, source, coding, path] {
+  return [&files = services_.files, failure = lastFailure_, now, source, coding, path = path] {
     auto bytes = files.readAll(source.path);
     const bool isPacked =
         bytes && content_coding::pack(*bytes, coding, content_coding::Effort::Kept);
@@ -66,8 +66,13 @@ std::function<void()> CodedCopies::lacking(const FoundFile& source, ContentCodin
   };
 }
 
-std::string CodedCopies::pathOf(const FoundFile& source, ContentCoding coding) const {
-  return paths::join(services_.state.CacheFolder, nameOf(source, coding));
+const std::string& CodedCopies::pathOf(const FoundFile& source, ContentCoding coding) {
+  if (coding != lastCoding_ || source.info != lastSource_.info || source.path != lastSource_.path) {
+    lastPath_ = paths::join(services_.state.CacheFolder, nameOf(source, coding));
+    lastSource_ = source;
+    lastCoding_ = coding;
+  }
+  return lastPath_;
 }
 
 }  // namespace quorvane

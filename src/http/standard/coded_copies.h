@@ -46,11 +46,17 @@ class CodedCopies {
  private:
   using Moment = std::atomic<TimePoint>;
 
-  std::string pathOf(const FoundFile& source, ContentCoding coding) const;
+  const std::string& pathOf(const FoundFile& source, ContentCoding coding);
 
   const Services& services_;
   ContentCache& contents_;
   BoundedCopies kept_;
+
+  // What was asked for last; each request asks twice.
+  FoundFile lastSource_;
+  ContentCoding lastCoding_ = ContentCoding::Identity;
+  std::string lastPath_;
+
   const std::shared_ptr<Moment> lastFailure_ = std::make_shared<Moment>(TimePoint::min());
 };
 

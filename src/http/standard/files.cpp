@@ -25,15 +25,13 @@ using preconditions::Verdict;
 /// What is coded for one answer alone is coded while others wait.
 constexpr std::uint64_t kMostPackedAtOnce = std::uint64_t{1} << 20;
 
+constexpr std::size_t kUsualLines = 256;  ///< bytes
+
 // The one first that the server likes best: where copies are kept the smallest, else the quickest.
 constexpr std::array kKeptCodings{ContentCoding::Brotli, ContentCoding::Zstd, ContentCoding::Gzip,
                                   ContentCoding::Identity};
 constexpr std::array kQuickCodings{ContentCoding::Zstd, ContentCoding::Brotli, ContentCoding::Gzip,
                                    ContentCoding::Identity};
-
-AcceptedCodings acceptedBy(const ClientWishes& wishes) {
-  return wishes.acceptEncoding ? AcceptedCodings::read(*wishes.acceptEncoding) : AcceptedCodings();
-}
 
 /// Whether content of that type comes out much smaller.
 bool isText(std::string_view type) {
@@ -53,13 +51,18 @@ void addOwn(std::string& lines, std::string_view name, std::string_view value) {
 
 }  // namespace
 
-/// What a request's file turns out to be.
+/// What a request's file turns out to be, and what can be made of it for this client.
 struct StandardFiles::Source {
   FoundFile file;
   std::shared_ptr<const std::string> module;
-  bool isTemporary = false;  ///< to be removed once it is open
-  bool isPublic = true;
   std::string_view type;
+  TimePoint now;
+  AcceptedCodings accepted;
+  bool isTemporary = false;  ///< to be removed once it is open
+  bool isCodable = false;    ///< its answers depend on what codings clients take
+  bool isKept = false;       ///< coded copies stay for others
+
+  bool takesPlain() const { return accepted.accepts(ContentCoding::Identity); }
 };
 
 /// Content and what the file was that it is of.
@@ -92,13 +95,12 @@ std::function<void()> StandardFiles::lacking(const Request& request) {
   if (request.picture) {
     if (auto rendering = resizedImages_.lacking(*request.picture)) return rendering;
   }
-  if (request.wishes->range && !request.headOnly) return nullptr;
+  const ClientWishes& wishes = *request.wishes;
+  if (!wishes.acceptEncoding || (wishes.range && !request.headOnly)) return nullptr;
   const Source source = sourceOf(request);
-  if (!isKept(source)) return nullptr;
-  const auto coding = codingFor(request, source);
-  if (!coding || *coding == ContentCoding::Identity) return nullptr;
-  const auto verdict = preconditions::judge(*request.wishes, validatorsOf(source, *coding),
-                                            parts_.services.clock.now());
+  const auto coding = codingFor(source);
+  if (!source.isKept || !coding || *coding == ContentCoding::Identity) return nullptr;
+  const auto verdict = preconditions::judge(wishes, validatorsOf(source, *coding), source.now);
   return verdict == Verdict::Proceed ? codedCopies_.lacking(source.file, *coding) : nullptr;
 }
 
@@ -110,7 +112,10 @@ Response StandardFiles::answer(const Request& request) {
 }
 
 StandardFiles::Source StandardFiles::sourceOf(const Request& request) {
-  Source source{request.file, request.module, false, request.isPublic, {}};
+  Source source;
+  source.file = request.file;
+  source.module = request.module;
+  source.now = parts_.services.clock.now();
   if (request.picture && !request.module) {
     if (auto copy = resizedImages_.present(*request.picture)) {
       source.file = std::move(copy->file);
@@ -118,24 +123,33 @@ StandardFiles::Source StandardFiles::sourceOf(const Request& request) {
     }
   }
   source.type = parts_.types.typeOf(source.file.path);
+  const auto& accepted = request.wishes->acceptEncoding;
+  if (accepted) source.accepted = AcceptedCodings::read(*accepted);
+  const ServerState& state = parts_.services.state;
+  source.isCodable =
+      !source.module && (state.EncodeStatic || state.EncodeImages) &&
+      (isGzipEligible(source.file.path, state) || (state.EncodeStatic && isText(source.type)));
+  // Of a file that somebody else may not get by the same path, or that may change again without a
+  // trace, no copy is kept.
+  source.isKept = source.isCodable && request.isPublic && !source.isTemporary &&
+                  Validators::isSettled(source.file.info, source.now);
   return source;
 }
 
 Response StandardFiles::answerWith(const Request& request, const Source& source) {
   if (source.file.info.isFolder) return error(request, Status::NotFound);
   if (auto response = ranges(request, source)) return std::move(*response);
-  const auto coding = codingFor(request, source);
+  const auto coding = codingFor(source);
   if (coding) {
     if (auto response = inCoding(request, source, *coding)) return std::move(*response);
   }
   // A copy that could not be made: the file as it is has to do.
-  const bool takesPlain = acceptedBy(*request.wishes).accepts(ContentCoding::Identity);
-  if (takesPlain && coding && *coding != ContentCoding::Identity) {
+  if (source.takesPlain() && coding && *coding != ContentCoding::Identity) {
     if (auto response = inCoding(request, source, ContentCoding::Identity)) {
       return std::move(*response);
     }
   }
-  if (takesPlain) return error(request, Status::Forbidden);  // it is there and can't be read
+  if (source.takesPlain()) return error(request, Status::Forbidden);  // there, and can't be read
   std::string lines;
   addOwn(lines, "Vary", "Accept-Encoding");
   return error(request, Status::NotAcceptable, std::move(lines));
@@ -144,8 +158,7 @@ Response StandardFiles::answerWith(const Request& request, const Source& source)
 /// The answer to a request for parts; nothing when it is to get the whole.
 std::optional<Response> StandardFiles::ranges(const Request& request, const Source& source) {
   const ClientWishes& wishes = *request.wishes;
-  if (!wishes.range || request.headOnly) return std::nullopt;
-  if (!acceptedBy(wishes).accepts(ContentCoding::Identity)) return std::nullopt;
+  if (!wishes.range || request.headOnly || !source.takesPlain()) return std::nullopt;
 
   Source opened = source;
   BodySegment content = source.module;
@@ -157,8 +170,7 @@ std::optional<Response> StandardFiles::ranges(const Request& request, const Sour
   }
   const Validators validators = validatorsOf(opened, ContentCoding::Identity);
   const auto set = range_set::read(*wishes.range, segmentLength(content));
-  const TimePoint now = parts_.services.clock.now();
-  if (!set || !preconditions::holdsForRange(wishes, validators, now)) return std::nullopt;
+  if (!set || !preconditions::holdsForRange(wishes, validators, source.now)) return std::nullopt;
   if (auto response = refusal(request, opened, validators)) return response;
   if (set->empty()) {
     std::string lines;
@@ -170,19 +182,22 @@ std::optional<Response> StandardFiles::ranges(const Request& request, const Sour
       set->size() > 1 ? byte_ranges::newBoundary(parts_.services.random) : std::string());
   std::string lines = std::move(parts.headers);
   addOwn(lines, "Accept-Ranges", "bytes");
-  lines.append("\r\n").append(linesOf(request, opened, validators));
+  addCommonLines(lines, request, opened, validators);
   return answered(request, Status::PartialContent, lines, std::move(parts.body));
 }
 
 /// The whole in that coding, if the client has it not; nothing when there is no such content.
 std::optional<Response> StandardFiles::inCoding(const Request& request, const Source& source,
                                                 ContentCoding coding) {
-  if (auto response = refusal(request, source, validatorsOf(source, coding))) return response;
+  Validators validators = validatorsOf(source, coding);
+  if (auto response = refusal(request, source, validators)) return response;
   auto found = contentIn(source, coding);
   if (!found) return std::nullopt;
-  Source opened = source;
-  opened.file.info = found->info;
+  if (found->info != source.file.info) {  // it has changed since it was looked for
+    validators = Validators::ofFile(found->info, coding, source.now);
+  }
   std::string lines;
+  lines.reserve(kUsualLines);
   addOwn(lines, "Content-Type", source.type);
   if (coding == ContentCoding::Identity) {
     addOwn(lines, "Accept-Ranges", "bytes");
@@ -190,7 +205,7 @@ std::optional<Response> StandardFiles::inCoding(const Request& request, const So
     addOwn(lines, "Content-Encoding", content_coding::nameOf(coding));
     addOwn(lines, "Accept-Ranges", "none");
   }
-  lines.append("\r\n").append(linesOf(request, opened, validatorsOf(opened, coding)));
+  addCommonLines(lines, request, source, validators);
   return answered(request, Status::Ok, lines, std::move(found->body));
 }
 
@@ -202,7 +217,7 @@ std::optional<StandardFiles::Found> StandardFiles::contentIn(const Source& sourc
     if (!content) return std::nullopt;
     return Found{std::move(content->body), content->info};
   }
-  if (isKept(source)) {
+  if (source.isKept) {
     if (auto body = codedCopies_.present(source.file, coding)) {
       return Found{std::move(*body), source.file.info};
     }
@@ -223,32 +238,17 @@ std::optional<StandardFiles::Found> StandardFiles::packed(const FoundFile& file,
 }
 
 /// The coding that the client gets; nothing when it takes none that there is.
-std::optional<ContentCoding> StandardFiles::codingFor(const Request& request,
-                                                      const Source& source) const {
-  const AcceptedCodings accepted = acceptedBy(*request.wishes);
-  if (isCodable(source) && source.file.info.size > 0) {
-    return accepted.best(isKept(source) ? kKeptCodings : kQuickCodings);
+std::optional<ContentCoding> StandardFiles::codingFor(const Source& source) {
+  if (source.isCodable && source.file.info.size > 0) {
+    return source.accepted.best(source.isKept ? kKeptCodings : kQuickCodings);
   }
-  if (!accepted.accepts(ContentCoding::Identity)) return std::nullopt;
+  if (!source.takesPlain()) return std::nullopt;
   return ContentCoding::Identity;
-}
-
-bool StandardFiles::isCodable(const Source& source) const {
-  const ServerState& state = parts_.services.state;
-  return !source.module &&
-         (isGzipEligible(source.file.path, state) || (state.EncodeStatic && isText(source.type)));
-}
-
-/// Of a file that somebody else may not get by the same path, or that may change again without a
-/// trace, no copy is kept.
-bool StandardFiles::isKept(const Source& source) const {
-  return !source.module && source.isPublic && !source.isTemporary &&
-         Validators::isSettled(source.file.info, parts_.services.clock.now());
 }
 
 Validators StandardFiles::validatorsOf(const Source& source, ContentCoding coding) {
   if (source.module) return {tagOf(source.module), std::nullopt};
-  return Validators::ofFile(source.file.info, coding, parts_.services.clock.now());
+  return Validators::ofFile(source.file.info, coding, source.now);
 }
 
 const std::string& StandardFiles::tagOf(const std::shared_ptr<const std::string>& module) {
@@ -261,28 +261,29 @@ const std::string& StandardFiles::tagOf(const std::shared_ptr<const std::string>
 /// The answer when the client's conditions keep the content back.
 std::optional<Response> StandardFiles::refusal(const Request& request, const Source& source,
                                                const Validators& validators) {
-  switch (preconditions::judge(*request.wishes, validators, parts_.services.clock.now())) {
+  switch (preconditions::judge(*request.wishes, validators, source.now)) {
     case Verdict::Proceed:
       return std::nullopt;
-    case Verdict::NotModified:
-      return answered(request, Status::NotModified, linesOf(request, source, {validators.tag, {}}),
-                      {});
+    case Verdict::NotModified: {
+      std::string lines;
+      addCommonLines(lines, request, source, {validators.tag, {}});
+      return answered(request, Status::NotModified, lines, {});
+    }
     case Verdict::Failed:
       return error(request, Status::PreconditionFailed);
   }
   return std::nullopt;
 }
 
-/// What stands in heads with and without content. Shared caches keep what sets cookies or was
+/// Adds what stands in heads with and without content. Shared caches keep what sets cookies or was
 /// chosen by a page too, unless they are told.
-std::string StandardFiles::linesOf(const Request& request, const Source& source,
+void StandardFiles::addCommonLines(std::string& lines, const Request& request, const Source& source,
                                    const Validators& validators) const {
-  std::string lines;
   addOwn(lines, "ETag", validators.tag);
   if (validators.modified) {
     addOwn(lines, "Last-Modified", parts_.heads.dates().standard(*validators.modified));
   }
-  if (isCodable(source)) addOwn(lines, "Vary", "Accept-Encoding");
+  if (source.isCodable) addOwn(lines, "Vary", "Accept-Encoding");
   if (request.isOfPage) {
     addOwn(lines, "Cache-Control", "private");
   } else if (request.isAlias) {
@@ -292,7 +293,6 @@ std::string StandardFiles::linesOf(const Request& request, const Source& source,
     addOwn(lines, "Set-Cookie", "QVS_SESSIONID=" + std::to_string(request.session) + "; path=/");
   }
   if (!request.cookieLines.empty()) lines.append("\r\n").append(request.cookieLines);
-  return lines;
 }
 
 Response StandardFiles::answered(const Request& request, Status status, const std::string& lines,
@@ -311,7 +311,8 @@ Response StandardFiles::error(const Request& request, Status status, std::string
 std::string_view StandardFiles::pack(const clsHTTPParser& parser, std::string& lines,
                                      std::string& output) {
   if (output.empty() || header_lines::bring(lines, "content-encoding")) return {};
-  const AcceptedCodings accepted = acceptedBy(ClientWishes::of(parser.head()));
+  const auto wish = ClientWishes::of(parser.head()).acceptEncoding;
+  const AcceptedCodings accepted = wish ? AcceptedCodings::read(*wish) : AcceptedCodings();
   const bool isCodable = parts_.services.state.EncodeDynamic;
   if (isCodable) addOwn(lines, "Vary", "Accept-Encoding");
   if (!isCodable && accepted.accepts(ContentCoding::Identity)) return {};

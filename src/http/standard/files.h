@@ -44,14 +44,12 @@ class StandardFiles final : public Representations {
                                    ContentCoding coding);
   std::optional<Found> contentIn(const Source& source, ContentCoding coding);
   std::optional<Found> packed(const FoundFile& file, ContentCoding coding);
-  std::optional<ContentCoding> codingFor(const Request& request, const Source& source) const;
-  bool isCodable(const Source& source) const;
-  bool isKept(const Source& source) const;
+  static std::optional<ContentCoding> codingFor(const Source& source);
   Validators validatorsOf(const Source& source, ContentCoding coding);
   const std::string& tagOf(const std::shared_ptr<const std::string>& module);
   std::optional<Response> refusal(const Request& request, const Source& source,
                                   const Validators& validators);
-  std::string linesOf(const Request& request, const Source& source,
+  void addCommonLines(std::string& lines, const Request& request, const Source& source,
                       const Validators& validators) const;
   Response answered(const Request& request, Status status, const std::string& lines, Body body);
   Response error(const Request& request, Status status, std::string lines = {});
