@@ -233,13 +233,13 @@ void mainForm::dataArrival(int index, std::string_view data) {
     if (!rest || rest->empty()) return;
     data = *rest;
   }
-  handleRequest(index, data);
-  while (canGoOn(index)) handleRequest(index, {});
+  do {
+    handleRequest(index, std::exchange(data, {}));
+  } while (wsTalker.hasNext(index) && canGoOn(index));
 }
 
-/// Whether the next request of the slot is there and the answers before it are on their way.
-bool mainForm::canGoOn(int index) {
-  if (!objects_ || !wsTalker.exists(index) || !wsTalker.record(index).hasNext()) return false;
+/// Whether the answers to the slot's requests so far are on their way.
+bool mainForm::canGoOn(int index) const {
   const TcpSocket& socket = wsTalker.socket(index);
   return socket.state() == SocketState::Connected && socket.pendingBytes() == 0 &&
          socket.tag != kCloseWhenSent && !wsTalker.isHeld(index);
@@ -292,7 +292,7 @@ void mainForm::answer(int index, Response response) {
 void mainForm::sendComplete(int index) {
   if (wsTalker.socket(index).tag == kCloseWhenSent) wsTalker.close(index);
   wsTalker.socket(index).tag.clear();
-  if (canGoOn(index)) dataArrival(index, {});
+  if (wsTalker.hasNext(index) && canGoOn(index)) dataArrival(index, {});
 }
 
 void mainForm::peerClosed(int index) {

@@ -101,7 +101,7 @@ class mainForm final : public ServerControl,
   void peerClosed(int index) override;
   void socketError(int index) override;
   void handleRequest(int index, std::string_view data);
-  bool canGoOn(int index);
+  bool canGoOn(int index) const;
   void answer(int index, Response response);
   bool closeSaying(int index, Status why);
   void turnAway(int index);

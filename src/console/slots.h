@@ -34,6 +34,11 @@ class Slots {
   }
   SlotRecord& record(int index) { return slots_[static_cast<std::size_t>(index)].record; }
 
+  /// Whether the slot's client has sent another request behind the one before, or its beginning.
+  bool hasNext(int index) const {
+    return exists(index) && slots_[static_cast<std::size_t>(index)].record.hasNext();
+  }
+
   /// Takes a connection into the lowest closed slot, or a new one, with an empty record. Nothing
   /// when the connection has gone.
   std::optional<int> accept(ConnectionRequest& request);

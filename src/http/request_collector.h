@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -13,6 +14,12 @@
 
 namespace quorvane {
 
+/// What else a slot holds under standard HTTP, where requests may follow each other at once.
+struct RequestRest {
+  std::string next;                   ///< what came behind the request
+  std::optional<ChunkedBody> chunks;  ///< of a body whose data stand behind the head by now
+};
+
 /// Receive state of one slot. Reset for every new connection.
 struct SlotRecord {
   std::string pendingText;              ///< request text received and not yet handled
@@ -22,19 +29,21 @@ struct SlotRecord {
   std::size_t bodyStart = 0;  ///< where the body begins; 0 while the header block is incomplete
   bool isWhole = false;       ///< the request is complete and waits for its turn
 
-  /// Under standard HTTP: what came behind the request, and what is known of a body in chunks,
-  /// whose data stand behind the head then.
-  std::string next;
-  std::unique_ptr<ChunkedBody> chunks;
+  std::unique_ptr<RequestRest> rest;  ///< null mostly
 
   /// Whether the next request may be there already.
-  bool hasNext() const { return !next.empty(); }
-  std::size_t heldBytes() const { return pendingText.size() + next.size(); }
+  bool hasNext() const { return rest && !rest->next.empty(); }
 
-  /// Empties the record and gives its memory back, which an assignment would not.
+  std::size_t heldBytes() const { return pendingText.size() + (rest ? rest->next.size() : 0); }
+
+  /// Empties the record and gives its memory back.
   void reset() {
-    SlotRecord empty;
-    std::swap(*this, empty);
+    if (pendingText.capacity() > std::string().capacity()) std::string().swap(pendingText);
+    pendingText.clear();
+    expectedBodyLength = 0;
+    searched = bodyStart = 0;
+    isWhole = false;
+    rest.reset();
   }
 };
 

@@ -44,6 +44,11 @@ HeadSearch search(std::string_view text, std::size_t start) {
   }
 }
 
+RequestRest& restOf(SlotRecord& record) {
+  if (!record.rest) record.rest = std::make_unique<RequestRest>();
+  return *record.rest;
+}
+
 /// The length of those that clients may send in front of a request.
 std::size_t emptyLines(std::string_view text) {
   std::size_t length = 0;
@@ -55,12 +60,12 @@ std::size_t emptyLines(std::string_view text) {
 
 Collected StandardCollector::collect(SlotRecord& record, std::string_view data) {
   if (record.isWhole) return waited(record);
-  if (!record.next.empty()) {
-    source_ = std::exchange(record.next, {});
+  if (record.hasNext()) {
+    source_ = std::exchange(record.rest->next, {});
     data = source_ += data;
   }
   Collected result = record.bodyStart == 0 ? readHead(record, data) : readBody(record, data);
-  record.next = data;
+  if (!data.empty()) restOf(record).next = data;
   return result;
 }
 
@@ -115,7 +120,7 @@ Collected StandardCollector::beginBody(SlotRecord& record, std::string_view head
   record.bodyStart = head.size();
   record.expectedBodyLength = static_cast<std::int32_t>(head_.length());
   if (head_.framing() == StandardHead::BodyFraming::Chunked) {
-    record.chunks = std::make_unique<ChunkedBody>();
+    restOf(record).chunks.emplace();
   }
   record.pendingText = std::string(head);  // perhaps its own beginning
   Collected result = readBody(record, input);
@@ -126,7 +131,7 @@ Collected StandardCollector::beginBody(SlotRecord& record, std::string_view head
 }
 
 Collected StandardCollector::readBody(SlotRecord& record, std::string_view& input) {
-  if (record.chunks) return readChunks(record, input);
+  if (record.rest && record.rest->chunks) return readChunks(record, input);
   const std::size_t whole = record.bodyStart + static_cast<std::size_t>(record.expectedBodyLength);
   const std::size_t wanted = std::min(whole - record.pendingText.size(), input.size());
   record.pendingText += input.substr(0, wanted);
@@ -135,10 +140,11 @@ Collected StandardCollector::readBody(SlotRecord& record, std::string_view& inpu
 }
 
 Collected StandardCollector::readChunks(SlotRecord& record, std::string_view& input) {
-  const auto state = record.chunks->take(input, record.pendingText, kMostBodyBytes);
+  ChunkedBody& chunks = *record.rest->chunks;
+  const auto state = chunks.take(input, record.pendingText, kMostBodyBytes);
   if (state == ChunkedBody::State::NeedMore) return {};
   if (state == ChunkedBody::State::Whole) return complete(record);
-  return refused(record, record.pendingText, input, record.chunks->refusal());
+  return refused(record, record.pendingText, input, chunks.refusal());
 }
 
 /// The record holds the request with its body.
@@ -147,9 +153,9 @@ Collected StandardCollector::complete(SlotRecord& record) {
   result.outcome = Outcome::Complete;
   result.bodyStart = record.bodyStart;
   result.storage = std::move(record.pendingText);
-  std::string next = std::move(record.next);
+  auto rest = std::move(record.rest);
   record.reset();
-  record.next = std::move(next);
+  if (rest && !rest->next.empty()) restOf(record).next = std::move(rest->next);
 
   const auto readHeadAgain = [&] {
     head_.read(std::string_view(result.storage).substr(0, result.bodyStart));
