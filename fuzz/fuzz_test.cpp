@@ -60,6 +60,20 @@ const std::vector<std::string> kVisitors = {
     "GET /index.qvs?go=/app_data/list.txt HTTP/1.1\r\n\r\n\x1CHEAD / HTTP/1.1\r\n\r\n",
 };
 
+/// For a server that keeps to the standard.
+const std::vector<std::string> kStandardClients = {
+    "GET /css/site.css HTTP/1.1\r\nHost: here\r\n\r\nHEAD / HTTP/1.1\r\nHost: here\r\n\r\n",
+    "POST /?go=1 HTTP/1.1\r\nHost: here\r\nTransfer-Encoding: chunked\r\n"
+    "Content-Type: application/x-www-form-urlencoded\r\n\r\n"
+    "4;a=b\r\na=1&\r\n3\r\nb=2\r\n0\r\nT: u\r\n\r\nGET /photo.jpg?rx=10 HTTP/1.0\r\n\r\n",
+    "PUT / HTTP/1.1\r\nHost: here\r\nExpect: 100-continue\r\nContent-Length: 3\r\n\r\n\x1E"
+    "a=1OPTIONS * HTTP/1.1\r\nHost: here\r\n\r\n",
+    "GET /css/%2e%2e/..%2f../secret.txt HTTP/1.1\r\nHost: here\r\n\r\n\x1C"
+    "GET http://there/css/../../secret.txt HTTP/1.1\r\nHost: here\r\n\r\n",
+    "DELETE /css/site.css HTTP/1.1\r\nHost: here\r\nContent-Length: 37\r\n\r\n"
+    "GET / HTTP/1.1\r\nHost: elsewhere\r\n\r\nTRACE / HTTP/1.1\r\nHost: here\r\n\r\n",
+};
+
 /// Those with the extension; all of them without one.
 std::vector<std::string> filesUnder(const fs::path& folder, std::string_view extension) {
   std::vector<fs::path> paths;
@@ -120,6 +134,12 @@ TEST(Fuzz, ServerTakesChangedAddresses) {
   for (int i = 0; i < kRequests; ++i) fuzzAddresses(mutations.next());
 }
 
+TEST(Fuzz, StandardServerTakesChangedRequests) {
+  for (const std::string& client : kStandardClients) fuzzStandard(client);
+  Mutations mutations(kStandardClients, requestWords(), kSeed);
+  for (int i = 0; i < kRequests; ++i) fuzzStandard(mutations.next());
+}
+
 TEST(Fuzz, ServerTakesChangedPages) {
   Mutations mutations(filesUnder(SITE, ".qvs"), scriptWords(), kSeed);
   for (int i = 0; i < kPages; ++i) fuzzPage(mutations.next());
@@ -145,6 +165,12 @@ void readChanged(const char* corpus, Words words, void (*target)(std::string_vie
 
 TEST(Fuzz, HeadReader) {
   readChanged("heads", requestWords(), fuzzHead);
+}
+
+TEST(Fuzz, ReaderOfStandardMessages) {
+  readChanged("messages", requestWords(), fuzzMessages);
+  Mutations mutations(kStandardClients, requestWords(), kSeed);
+  for (int i = 0; i < kReads; ++i) fuzzMessages(mutations.next());
 }
 
 TEST(Fuzz, SettingsReader) {

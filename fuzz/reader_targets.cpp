@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <vector>
 
 #include "components/uploads/multipart_parser.h"
 #include "console/control_channel.h"
 #include "http/request_collector.h"
 #include "http/request_head.h"
+#include "http/standard/collector.h"
 #include "platform/bmp_picture.h"
 #include "platform/fake/fake_event_loop.h"
 #include "platform/fake/memory_files.h"
@@ -75,6 +77,70 @@ void fuzzHead(std::string_view bytes) {
   }
   for (const std::size_t parts : {2U, 3U, 7U}) requireSameInPieces(bytes, bytes.size() / parts);
   requireSameInPieces(bytes, bytes.size() - std::min<std::size_t>(bytes.size(), 1));
+}
+
+namespace {
+
+/// A request that the standard's reader hands on means to every other reader what it means to it.
+void requirePlain(const StandardCollector& collector, const Collected& collected,
+                  std::string_view bytes) {
+  RequestHead head;
+  head.assign(collected.request());
+  require(head.isWellFormed(), "three words are the first line", bytes);
+  require(request_text::bodyStart(head.text()) == collected.bodyStart, "its head ends once", bytes);
+  require(head.header("transfer-encoding").empty(), "its body is not coded", bytes);
+  const std::string_view length = head.header("content-length");
+  require(numericValue(length).value_or(0) == static_cast<double>(head.body().size()),
+          "its body is as long as it says", bytes);
+  require(head.target().starts_with('/') || head.target() == "*", "its target is a path", bytes);
+
+  const std::string& path = collector.head().target().path;
+  require(path == "*" || path.starts_with('/'), "a path begins at the root", bytes);
+  require(std::none_of(path.begin(), path.end(),
+                       [](char c) { return (c >= 0 && c < ' ') || c == '\\' || c == 127; }),
+          "a path is of characters of names", bytes);
+  for (const char* part : {"/../", "/./", "//"}) {
+    require((path + '/').find(part) == path.npos || path.ends_with('/'), "it is normal", bytes);
+    require(path.find(part) == path.npos, "it is normal", bytes);
+  }
+}
+
+/// What is made of bytes that arrive in pieces of that size: requests as they are handed on, or why
+/// one was refused.
+std::vector<std::string> messagesIn(std::string_view bytes, std::size_t pieceSize) {
+  StandardCollector collector;
+  SlotRecord record;
+  std::vector<std::string> messages;
+  for (std::size_t at = 0; at < bytes.size(); at += pieceSize) {
+    std::string_view piece = bytes.substr(at, pieceSize);
+    do {
+      const Collected collected = collector.collect(record, piece);
+      piece = {};
+      if (collected.outcome == Outcome::Refused) {
+        const bool isHead = collected.requestClass == RequestClass::Head;
+        messages.emplace_back(isHead ? "HEAD " : "").append(statusText(collected.refusal));
+        return messages;
+      }
+      if (collected.outcome != Outcome::Complete) break;
+      requirePlain(collector, collected, bytes);
+      messages.emplace_back(collected.request());
+    } while (record.hasNext());
+    require(!record.hasNext(), "nothing is left lying", bytes);
+  }
+  return messages;
+}
+
+}  // namespace
+
+std::vector<std::string> standardMessages(std::string_view bytes) {
+  return messagesIn(bytes, std::max<std::size_t>(bytes.size(), 1));
+}
+
+void fuzzMessages(std::string_view bytes) {
+  const auto messages = standardMessages(bytes);
+  for (const std::size_t size : {1U, 2U, 7U, 100U}) {
+    require(messagesIn(bytes, size) == messages, "pieces make the same requests", bytes);
+  }
 }
 
 void fuzzSettings(std::string_view bytes) {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace quorvane {
 
@@ -10,6 +12,13 @@ namespace quorvane {
 
 /// The head of a request, read whole and put together from pieces cut at several places.
 void fuzzHead(std::string_view bytes);
+
+/// Requests by the standard, one behind the other, read whole and put together from pieces.
+void fuzzMessages(std::string_view bytes);
+
+/// Those requests; in place of one that is refused, the last then, its method if that is HEAD, and
+/// why.
+std::vector<std::string> standardMessages(std::string_view bytes);
 
 /// A file of server settings, read, told about and written to.
 void fuzzSettings(std::string_view bytes);

@@ -1,13 +1,16 @@
 #include "server_targets.h"
 
 #include <string>
+#include <vector>
 
 #include "console/mainForm.h"
+#include "http/standard/chunked_body.h"
 #include "platform/fake/fake_clock.h"
 #include "platform/fake/fake_event_loop.h"
 #include "platform/fake/fake_process.h"
 #include "platform/fake/fake_random.h"
 #include "platform/fake/memory_files.h"
+#include "reader_targets.h"
 #include "require.h"
 
 namespace quorvane {
@@ -40,7 +43,7 @@ std::string_view takePart(std::string_view& bytes, char end) {
   return part;
 }
 
-enum class Addressing { Own, Customary };
+enum class Addressing { Own, Customary, Standard };
 
 class FuzzServer {
  public:
@@ -55,6 +58,7 @@ class FuzzServer {
         files.put("/base/Server/Scripts/" + std::string(name), std::string(kSecret));
       }
     }
+    state_.StandardHTTP = addressing == Addressing::Standard;
     files.put("/base/Server/Scripts/index.qvs", std::string(kIndex));
     files.put("/base/Server/Scripts/part.inc", "<h1>Part</h1>");
     files.put("/base/Server/Scripts/css/site.css", std::string(3000, 'c'));
@@ -82,7 +86,7 @@ class FuzzServer {
 
   /// Whether the server is what it was.
   void check() {
-    const std::string answer = serve("GET /css/site.css HTTP/1.1\r\n\r\n");
+    const std::string answer = serve("GET /css/site.css HTTP/1.1\r\nHost: here\r\n\r\n");
     require(answer.starts_with("HTTP/1.1 200 OK\r\n"), "it goes on serving");
     for (const std::string& line : window_.form().llist[FormModel::kStatus].lines()) {
       const auto text = std::string_view(line).substr(std::string_view("10:00:00 ").size());
@@ -138,6 +142,67 @@ void fuzzServer(std::string_view bytes, Addressing addressing) {
 }
 
 }  // namespace
+
+namespace {
+
+/// What of an answer's head tells its end.
+std::string valueIn(std::string_view head, const std::string& name) {
+  const std::size_t line = head.find("\r\n" + name + ": ");
+  if (line == head.npos) return {};
+  const std::size_t value = line + name.size() + 4;
+  return std::string(head.substr(value, head.find("\r\n", value) - value));
+}
+
+/// The length of a body in chunks, its end included; npos when it is none.
+std::size_t chunkedLength(std::string_view body) {
+  std::string data;
+  std::string_view rest = body;
+  const bool isWhole = ChunkedBody().take(rest, data, body.size()) == ChunkedBody::State::Whole;
+  return isWhole ? body.size() - rest.size() : body.npos;
+}
+
+/// Looks whether `sent` is one answer behind the other to the first of these requests, read as
+/// their client reads them.
+void requireAnswers(const FuzzServer& server, const std::vector<std::string>& requests,
+                    std::string_view sent) {
+  bool isLast = false;
+  for (std::size_t i = 0; !sent.empty();) {
+    server.require(!isLast && i < requests.size(), "nobody is answered who has not asked");
+    const std::size_t end = sent.find("\r\n\r\n");
+    server.require(sent.starts_with("HTTP/1.1 ") && end != sent.npos, "an answer has a head");
+    const std::string_view head = sent.substr(0, end + 2);
+    sent.remove_prefix(end + 4);
+    if (head.starts_with("HTTP/1.1 100 ")) continue;
+    server.require(!valueIn(head, "Date").empty(), "an answer has a date");
+    isLast = valueIn(head, "Connection") == "Close";
+    const bool hasBody = !requests[i].starts_with("HEAD ") && !head.starts_with("HTTP/1.1 304 ");
+    ++i;
+    if (!hasBody) continue;
+    const std::string length = valueIn(head, "Content-Length");
+    const bool isChunked = valueIn(head, "Transfer-Encoding") == "chunked";
+    server.require(isLast || isChunked || !length.empty(), "an answer has an end");
+    const std::size_t size = isChunked        ? chunkedLength(sent)
+                             : length.empty() ? sent.size()
+                                              : std::stoul(length);
+    server.require(size <= sent.size(), "an answer is as long as it says");
+    sent.remove_prefix(size);
+  }
+}
+
+}  // namespace
+
+void fuzzStandard(std::string_view bytes) {
+  FuzzServer server(bytes, Addressing::Standard);
+  for (std::string_view left = bytes; !left.empty();) {
+    const std::string_view pieces = takePart(left, kClientEnd);
+    std::string whole(pieces);
+    std::erase(whole, kPieceEnd);
+    const std::string sent = server.serve(pieces);
+    server.require(sent.find(kSecret) == std::string::npos, "no file is sent that may not be");
+    requireAnswers(server, standardMessages(whole), sent);
+  }
+  server.check();
+}
 
 void fuzzRequests(std::string_view bytes) {
   fuzzServer(bytes, Addressing::Own);

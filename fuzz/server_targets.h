@@ -14,6 +14,9 @@ void fuzzRequests(std::string_view bytes);
 /// itself.
 void fuzzAddresses(std::string_view bytes);
 
+/// The same of a server that keeps to the standard. What it sends is answers one behind the other.
+void fuzzStandard(std::string_view bytes);
+
 /// A page of any bytes, asked for twice within one session, by a query and by a form.
 void fuzzPage(std::string_view page);
 
