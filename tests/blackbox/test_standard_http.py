@@ -299,6 +299,8 @@ ROWS = [
     Row("9110 14.2", "a range of another method than GET is none",
         get(lines="Range: bytes=0-1\r\n", method="HEAD"), [(200, b"")], head=True,
         lines={"Content-Length": "3"}),
+    Row("9110 14.4", "a range beyond the file: 416",
+        get(lines="Range: bytes=10-\r\n"), [416], lines={"Content-Range": "bytes */3"}),
     Row("9110 15.5.6", "a method that files don't have: 405 and those they have",
         sized(b"a=1", target="/a.txt", method="PUT"), [405], lines={"Allow": "GET, HEAD, OPTIONS"}),
     Row("9110 15.6.1", "a page that fails: 500", get("/bad.qvs"), [500]),
