@@ -6,7 +6,7 @@
 APP := build/app
 JOBS ?= $(shell nproc)
 
-.PHONY: build serve test unit blackbox faults databases soak browser terminal service bench lint \
+.PHONY: build serve test unit blackbox faults databases soak browser terminal service hosting bench lint \
   format clean build-deps test-deps
 
 build: build-deps
@@ -16,7 +16,7 @@ build: build-deps
 serve: build
 	@tools/serve $(APP)
 
-test: unit blackbox faults databases browser terminal service
+test: unit blackbox faults databases browser terminal service hosting
 
 # The tests that are programs, and the black-box tests once, under AddressSanitizer and
 # UndefinedBehaviorSanitizer.
@@ -50,6 +50,10 @@ terminal: build test-deps
 
 service: build test-deps
 	@python3 tests/service $(APP)
+
+# Behind nginx, HAProxy and Caddy, which the tests start with the recipes of docs/hosting.md.
+hosting: build test-deps
+	@python3 tests/hosting $(APP)
 
 bench: build
 	@bench/run
