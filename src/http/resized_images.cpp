@@ -8,6 +8,7 @@
 #include "support/files.h"
 #include "support/paths.h"
 #include "support/server_state.h"
+#include "support/status_lines.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -56,9 +57,21 @@ std::function<void()> ResizedImages::lacking(const Wish& wish) {
 
 std::optional<ResizedImages::Copy> ResizedImages::present(const Wish& wish) {
   const auto copy = services_.files.stat(wish.target);
-  if (!copy || wish.source.info.modified > copy->modified) return std::nullopt;
+  if (!copy || wish.source.info.modified > copy->modified) {
+    complain();
+    return std::nullopt;
+  }
   if (!wish.temporary) copies_.used(wish.target, copy->size);
   return Copy{{wish.target, *copy}, wish.temporary};
+}
+
+/// Once: it will be the same for every picture.
+void ResizedImages::complain() {
+  const std::string why =
+      services_.images && !hasComplained_ ? services_.images->complaint() : std::string();
+  if (why.empty()) return;
+  hasComplained_ = true;
+  services_.log.LogLine("Pictures can't be resized: " + why);
 }
 
 std::string ResizedImages::temporaryName(const std::string& fileName) {

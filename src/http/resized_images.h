@@ -48,10 +48,12 @@ class ResizedImages {
   std::optional<Copy> present(const Wish& wish);
 
  private:
+  void complain();
   std::string temporaryName(const std::string& fileName);
 
   const Services& services_;
   PictureCopies& copies_;
+  bool hasComplained_ = false;
 };
 
 }  // namespace quorvane

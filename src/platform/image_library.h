@@ -28,6 +28,9 @@ class ImageLibrary {
   /// leaves the target as it was. May be called on several threads at once.
   virtual bool render(const std::string& source, const std::string& target,
                       const ImageRendering& wanted) = 0;
+
+  /// Why it can't render anything at all, once that has shown; may be called while it renders.
+  virtual std::string complaint() const { return {}; }
 };
 
 /// The image library of the host system. `files` must outlive it.

@@ -1,8 +1,14 @@
 """Pictures that pages make and change."""
 
+import pathlib
+import shutil
 import struct
+import subprocess
+import tempfile
+import unittest
+import unittest.mock
 
-from serving import ServerTest
+from serving import PATIENCE, Server, ServerTest, app_folder
 
 
 def size_of_png(data):
@@ -35,3 +41,36 @@ class Pictures(ServerTest):
             self.assertEqual(self.output(
                 "Set j = Server.CreateObject(\"Persits.Jpeg\")\nOn Error Resume Next\n%s\n"
                 "Response.Write Err.Number" % call), "70")
+
+
+class WithoutTheModule(unittest.TestCase):
+    """A program that was copied without what works on pictures."""
+
+    PAGE = ("<% Set j = CreateObject(\"Persits.Jpeg\")\nOn Error Resume Next\nj.New 5, 5\n"
+            "j.Save \"no.jpg\"\nResponse.Write Err.Description %>")
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory(prefix="quorvane-test-")
+        self.addCleanup(folder.cleanup)
+        self.app = pathlib.Path(folder.name)
+        for name in ("quorvane-server", "qvscript"):
+            shutil.copy(app_folder() / name, self.app)
+
+    def test_says_so(self):
+        picture = b"BM" + bytes(60)
+        with unittest.mock.patch.dict("os.environ", {"QUORVANE_APP": str(self.app)}):
+            with Server({"page.qvs": self.PAGE, "picture.bmp": picture}) as server:
+                self.assertIn("Pictures can't be worked on here: ", server.get("/page.qvs").text)
+                for width in ("10", "20"):
+                    self.assertEqual(server.get("/picture.bmp?rx=" + width).body, picture)
+                server.stop()
+                log = server.log_text()
+        self.assertEqual(log.count("Pictures can't be resized: "), 1)
+        self.assertIn("quorvane-pictures.so: cannot open shared object file", log)
+
+    def test_scripts_that_need_none_run(self):
+        script = self.app / "script.vbs"
+        script.write_text("WScript.Echo 1\nSet j = CreateObject(\"Persits.Jpeg\")\nj.Open \"x\"")
+        result = subprocess.run([self.app / "qvscript", script], capture_output=True,
+                                timeout=PATIENCE)
+        self.assertEqual(result.stdout, b"1\n")

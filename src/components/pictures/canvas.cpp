@@ -111,7 +111,7 @@ picture_tools::TextMask maskOf(const std::string& utf8, const picture_tools::Tex
   const std::size_t letters =
       std::min(utf8.size(), std::size_t{4} * picture_tools::kMostSide / side + 1);
   const vbs::MemoryCharge charge(side * side * letters);
-  auto mask = picture_tools::textMask(utf8, style);
+  auto mask = library().textMask(utf8, style);
   if (!mask) fail("The text can't be drawn.");
   return std::move(*mask);
 }

@@ -100,7 +100,7 @@ class Jpeg final : public vbs::NativeObject<Jpeg> {
     form.progressive = progressive_;
     const RgbPicture& picture = sheet_->pixels();
     vbs::countWork(picture.pixels.size());
-    auto bytes = picture_tools::encoded(picture, form);
+    auto bytes = library().encoded(picture, form);
     if (!bytes) fail("The picture can't be written.");
     return std::move(*bytes);
   }
@@ -169,15 +169,14 @@ class Jpeg final : public vbs::NativeObject<Jpeg> {
   Value sharpen(Args args) {
     const RgbPicture& picture = sheet_->pixels();
     vbs::countWork(picture.pixels.size() * 4);
-    sheet_->replace(
-        picture_tools::sharpened(picture, vbs::toDouble(args[0]), vbs::toDouble(args[1])));
+    sheet_->replace(library().sharpened(picture, vbs::toDouble(args[0]), vbs::toDouble(args[1])));
     return {};
   }
   Value rotate(Args args) {
     const RgbPicture& picture = sheet_->pixels();
     vbs::countWork(picture.pixels.size() * 4);
-    sheet_->replace(picture_tools::turned(picture, vbs::toDouble(args[0]),
-                                          colourOf(arguments::number(args, 1, 0xFFFFFF))));
+    sheet_->replace(library().turned(picture, vbs::toDouble(args[0]),
+                                     colourOf(arguments::number(args, 1, 0xFFFFFF))));
     return {};
   }
   Value rotateLeft(Args) {

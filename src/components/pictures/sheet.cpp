@@ -43,6 +43,12 @@ void fail(std::string_view text) {
   throwComponentError(kFailed, text, "Persits.Jpeg");
 }
 
+const picture_tools::Library& library() {
+  const picture_tools::Loaded& pictures = picture_tools::load();
+  if (!pictures.library) fail("Pictures can't be worked on here: " + pictures.complaint);
+  return *pictures.library;
+}
+
 void Sheet::requireOpen() const {
   if (!isOpen_) fail("No picture is open.");
 }
@@ -50,7 +56,7 @@ void Sheet::requireOpen() const {
 void Sheet::open(std::string file) {
   close();
   charge_.change(file.size());
-  const auto size = picture_tools::sizeOf(file);
+  const auto size = library().sizeOf(file);
   if (!size) fail("This is no picture that can be read: its kind is unknown, or it is broken.");
   file_ = std::move(file);
   original_ = size_ = *size;
@@ -111,17 +117,17 @@ RgbPicture& Sheet::pixels() {
     vbs::countWork(bytesOf(original_));
     const bool smaller = size_.width < original_.width && size_.height < original_.height;
     if (size_ == original_) {
-      result = picture_tools::decoded(file_, std::nullopt);
+      result = library().decoded(file_, std::nullopt);
     } else if (smaller && interpolation != 0) {
-      result = picture_tools::decoded(file_, size_);
+      result = library().decoded(file_, size_);
     } else {
       coming.change(bytesOf(size_) + bytesOf(original_));
-      result = picture_tools::decoded(file_, std::nullopt);
-      if (result) result = picture_tools::resized(*result, size_, scalingOf(interpolation));
+      result = library().decoded(file_, std::nullopt);
+      if (result) result = library().resized(*result, size_, scalingOf(interpolation));
     }
   } else {
     vbs::countWork(picture_->pixels.size());
-    result = picture_tools::resized(*picture_, size_, scalingOf(interpolation));
+    result = library().resized(*picture_, size_, scalingOf(interpolation));
   }
   if (!result) fail("The picture is broken, or too large.");
   take(std::move(*result));

@@ -12,6 +12,9 @@ namespace quorvane::pictures {
 /// Throws the script error of a text. Numbers tell nothing: pages go by there being an error.
 [[noreturn]] void fail(std::string_view text);
 
+/// What works on pictures. Throws the script error when this machine has none.
+const picture_tools::Library& library();
+
 /// The picture that an object and its canvas work on. A picture just opened stays packed until its
 /// pixels are asked for, so that one that is only made smaller never is in memory at its full size.
 class Sheet {

@@ -10,6 +10,7 @@
 
 #include "platform/asio/loop_calls.h"
 #include "platform/linux/child_process.h"
+#include "platform/linux/program_folder.h"
 #include "platform/system.h"
 
 namespace quorvane {
@@ -29,10 +30,7 @@ class LinuxProcess final : public Process {
 
   std::string commandLine() const override { return commandLine_; }
 
-  std::string programFolder() const override {
-    std::error_code error;
-    return fs::read_symlink("/proc/self/exe", error).parent_path().string();
-  }
+  std::string programFolder() const override { return quorvane::programFolder().string(); }
 
   std::string currentFolder() const override {
     std::error_code error;

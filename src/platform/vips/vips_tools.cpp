@@ -1,5 +1,3 @@
-#include "platform/picture_tools.h"
-
 #include <pango/pangocairo.h>
 #include <pango/pangofc-fontmap.h>
 
@@ -10,21 +8,8 @@
 #include <utility>
 
 #include "platform/gif_picture.h"
-#include "platform/vips_library.h"
-
-#ifdef __SANITIZE_ADDRESS__
-/// What the library of fonts has read of its settings is not given back before the process ends.
-extern "C" {
-const char* __lsan_default_suppressions();
-const char* __lsan_default_suppressions() {
-  return "leak:libfontconfig\n";
-}
-const char* __lsan_default_options();
-const char* __lsan_default_options() {
-  return "print_suppressions=0";
-}
-}
-#endif
+#include "platform/picture_tools.h"
+#include "platform/vips/vips_library.h"
 
 namespace quorvane::picture_tools {
 
@@ -172,14 +157,27 @@ Picture drawnAsFarAsItGoes(std::string_view text, const TextStyle& style) {
   return picture;
 }
 
-}  // namespace
+class VipsTools final : public Library {
+ public:
+  std::optional<std::string> rendered(std::string_view file,
+                                      const ImageRendering& wanted) const override {
+    const ClearsErrors clears;
+    return vips::rendered(file, wanted);
+  }
+  std::optional<Size> sizeOf(std::string_view file) const override;
+  std::optional<RgbPicture> decoded(std::string_view file, std::optional<Size> size) const override;
+  std::optional<RgbPicture> resized(const RgbPicture& picture, Size size,
+                                    Scaling scaling) const override;
+  std::optional<RgbPicture> sharpened(const RgbPicture& picture, double radius,
+                                      double amount) const override;
+  std::optional<RgbPicture> turned(const RgbPicture& picture, double degrees,
+                                   std::uint32_t fill) const override;
+  std::optional<std::string> encoded(const RgbPicture& picture,
+                                     const FileForm& form) const override;
+  std::optional<TextMask> textMask(std::string_view text, const TextStyle& style) const override;
+};
 
-bool isAllowed(Size size) {
-  return size.width > 0 && size.height > 0 && size.width <= kMostSide && size.height <= kMostSide &&
-         std::int64_t{size.width} * size.height <= kMostPixels;
-}
-
-std::optional<Size> sizeOf(std::string_view file) {
+std::optional<Size> VipsTools::sizeOf(std::string_view file) const {
   const ClearsErrors clears;
   if (const auto whole = bitmap(file)) return Size{whole->width, whole->height};
   const Picture picture = opened(file, 1);
@@ -188,7 +186,8 @@ std::optional<Size> sizeOf(std::string_view file) {
   return Size{size.width, size.height};
 }
 
-std::optional<RgbPicture> decoded(std::string_view file, std::optional<Size> size) {
+std::optional<RgbPicture> VipsTools::decoded(std::string_view file,
+                                             std::optional<Size> size) const {
   const ClearsErrors clears;
   if (auto whole = bitmap(file)) {
     return size ? resized(*whole, *size, Scaling::Best) : std::move(whole);
@@ -206,7 +205,8 @@ std::optional<RgbPicture> decoded(std::string_view file, std::optional<Size> siz
   return picture ? read(flattened(vips::resized(picture.get(), target))) : std::nullopt;
 }
 
-std::optional<RgbPicture> resized(const RgbPicture& picture, Size size, Scaling scaling) {
+std::optional<RgbPicture> VipsTools::resized(const RgbPicture& picture, Size size,
+                                             Scaling scaling) const {
   const ClearsErrors clears;
   if (!vips::isReady() || !isAllowed(size)) return std::nullopt;
   const Picture source = vips::pictureOf(picture);
@@ -220,7 +220,8 @@ std::optional<RgbPicture> resized(const RgbPicture& picture, Size size, Scaling 
   return result;
 }
 
-std::optional<RgbPicture> sharpened(const RgbPicture& picture, double radius, double amount) {
+std::optional<RgbPicture> VipsTools::sharpened(const RgbPicture& picture, double radius,
+                                               double amount) const {
   constexpr double kMostRadius = 16;
   const ClearsErrors clears;
   const Picture source = vips::isReady() ? vips::pictureOf(picture) : nullptr;
@@ -242,7 +243,8 @@ std::optional<RgbPicture> sharpened(const RgbPicture& picture, double radius, do
   return read(Picture(out));
 }
 
-std::optional<RgbPicture> turned(const RgbPicture& picture, double degrees, std::uint32_t fill) {
+std::optional<RgbPicture> VipsTools::turned(const RgbPicture& picture, double degrees,
+                                            std::uint32_t fill) const {
   const ClearsErrors clears;
   const Picture source = vips::isReady() ? vips::pictureOf(picture) : nullptr;
   if (!source || !std::isfinite(degrees)) return std::nullopt;
@@ -257,7 +259,8 @@ std::optional<RgbPicture> turned(const RgbPicture& picture, double degrees, std:
   return read(Picture(out));
 }
 
-std::optional<std::string> encoded(const RgbPicture& picture, const FileForm& form) {
+std::optional<std::string> VipsTools::encoded(const RgbPicture& picture,
+                                              const FileForm& form) const {
   const ClearsErrors clears;
   const Picture source = vips::isReady() ? vips::pictureOf(picture) : nullptr;
   if (!source) return std::nullopt;
@@ -275,7 +278,7 @@ std::optional<std::string> encoded(const RgbPicture& picture, const FileForm& fo
   return std::string(static_cast<const char*>(bytes), length);
 }
 
-std::optional<TextMask> textMask(std::string_view text, const TextStyle& style) {
+std::optional<TextMask> VipsTools::textMask(std::string_view text, const TextStyle& style) const {
   const ClearsErrors clears;
   if (!vips::isReady() || style.pixels < 1 || style.pixels > kMostSide) return std::nullopt;
   if (text.find_first_not_of(" \t\r\n") == text.npos) return TextMask{};
@@ -294,4 +297,14 @@ std::optional<TextMask> textMask(std::string_view text, const TextStyle& style) 
   return mask;
 }
 
+const VipsTools kTools;
+
+}  // namespace
+
 }  // namespace quorvane::picture_tools
+
+extern "C" __attribute__((visibility("default"))) const quorvane::picture_tools::Library*
+quorvanePictures1();
+extern "C" const quorvane::picture_tools::Library* quorvanePictures1() {
+  return &quorvane::picture_tools::kTools;
+}

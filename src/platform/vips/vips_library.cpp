@@ -1,4 +1,4 @@
-#include "platform/vips_library.h"
+#include "platform/vips/vips_library.h"
 
 #include <utility>
 

@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "platform/bmp_picture.h"
+#include "platform/image_library.h"
 
 /// What those parts of the platform share that work with libvips.
 namespace quorvane::vips {
@@ -60,6 +61,10 @@ Picture pictureOf(const RgbPicture& source);
 
 /// Nothing when `picture` is null.
 Picture inSpace(const Picture& picture, VipsInterpretation space);
+
+/// The picture in a file as it is wanted, as a file of the same kind. Messages of the library are
+/// left behind.
+std::optional<std::string> rendered(std::string_view file, const ImageRendering& wanted);
 
 /// The pixels of a picture of three bytes each.
 std::optional<std::string> pixelsOf(const Picture& picture);
