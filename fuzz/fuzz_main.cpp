@@ -2,6 +2,7 @@
 #include <cstdint>
 
 #include "jet_targets.h"
+#include "proxy_targets.h"
 #include "reader_targets.h"
 #include "script_targets.h"
 #include "server_targets.h"

@@ -9,6 +9,7 @@
 #include "mutations.h"
 #include "platform/bmp_picture.h"
 #include "platform/gif_picture.h"
+#include "proxy_targets.h"
 #include "reader_targets.h"
 #include "script_targets.h"
 #include "server_targets.h"
@@ -171,6 +172,10 @@ TEST(Fuzz, ReaderOfStandardMessages) {
   readChanged("messages", requestWords(), fuzzMessages);
   Mutations mutations(kStandardClients, requestWords(), kSeed);
   for (int i = 0; i < kReads; ++i) fuzzMessages(mutations.next());
+}
+
+TEST(Fuzz, ProxiesReader) {
+  readChanged("proxies", proxyWords(), fuzzProxies);
 }
 
 TEST(Fuzz, SettingsReader) {

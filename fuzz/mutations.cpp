@@ -153,6 +153,37 @@ constexpr std::string_view kByteWords[] = {"\0"sv,
                                            "/"sv,
                                            "$"sv};
 
+constexpr std::string_view kProxyWords[] = {"for=",
+                                            "proto=",
+                                            "host=",
+                                            "https",
+                                            "\"",
+                                            "\\",
+                                            ",",
+                                            ";",
+                                            " ",
+                                            "unix:",
+                                            "unknown",
+                                            "_x",
+                                            "127.0.0.1",
+                                            "10.0.0.1",
+                                            "::1",
+                                            "[::1]:80",
+                                            ":80",
+                                            "\n",
+                                            "\r\n",
+                                            "PROXY ",
+                                            "TCP4 ",
+                                            "TCP6 ",
+                                            "UNKNOWN",
+                                            "Forwarded: ",
+                                            "X-Forwarded-For: ",
+                                            "X-Forwarded-Proto: ",
+                                            "X-Forwarded-Host: ",
+                                            "ffff",
+                                            "255",
+                                            "0"};
+
 constexpr std::string_view kControlWords[] = {
     "[>start]", "[>stop]", "[>restart]", "[>quit]", "[?state]", "[?uptime]", "[?version]", "\x1E",
     "[",        "]",       ">",          "?",       " ",        "\r\n",      "[>START]",   "\xFF"};
@@ -230,6 +261,10 @@ Words byteWords() {
 
 Words sqlWords() {
   return kSqlWords;
+}
+
+Words proxyWords() {
+  return kProxyWords;
 }
 
 Words controlWords() {

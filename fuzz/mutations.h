@@ -18,6 +18,7 @@ Words settingsWords();
 Words byteWords();
 Words sqlWords();
 Words controlWords();
+Words proxyWords();
 Words xmlWords();  ///< and of expressions that select nodes
 
 /// Makes new texts out of old ones by changes that keep most of a text whole, with words of their
