@@ -88,7 +88,9 @@ void AssignmentLowering::assignMember(const MemberExpression& target, const Expr
   const Temporaries temporaries(frame_);
   const ExpressionFacts objectFacts = target.object ? facts_.of(*target.object) : ExpressionFacts();
   const Register source = parts_.expressions.operandBefore(value, objectFacts);
-  const Register object = parts_.objects.objectOperand(target);
+  const Register object = isSet
+                              ? parts_.objects.objectOperand(target)
+                              : parts_.objects.objectFor(Opcode::PutElementMember, source, target);
   parts_.objects.noteObject(target);
   code_.emitMember(Opcode::PutMember, object, source, isSet, target.name);
 }

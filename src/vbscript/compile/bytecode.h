@@ -70,9 +70,12 @@ struct StatementEntry {
 
 /// What the member access at one place in the code found last time; see Object::shape().
 struct MemberCache {
-  std::uint32_t name = 0;         ///< in Program::names
+  static constexpr std::uint32_t kNoClass = 0xFFFFFFFF;  ///< the serial of no object's class
+  std::uint32_t name = 0;                                ///< in Program::names
   std::uint32_t scriptClass = 0;  ///< serial of the class that `member` belongs to, or 0
   const ClassMember* member = nullptr;
+  std::uint32_t fieldClass = kNoClass;  ///< the same serial when `member` is a field
+  std::uint32_t fieldSlot = 0;
   const void* shape = nullptr;
   MemberId id = kNoMember;  ///< for objects with `shape`
   const void* olderShape = nullptr;

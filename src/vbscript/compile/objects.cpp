@@ -11,9 +11,31 @@ void ObjectLowering::compileMember(const MemberExpression& member, Register targ
     return parts_.calls.callMember(member, {}, target);
   }
   const Temporaries temporaries(frame_);
-  const Register object = objectOperand(member);
+  const Register object = objectFor(Opcode::GetElementMember, target, member);
   noteObject(member);
   code_.emitMember(Opcode::GetMember, target, object, 0, member.name);
+}
+
+/// The element of a variable that an expression is, with one index; else null.
+const CallExpression* ObjectLowering::elementOfVariable(const Expression& expression) {
+  if (expression.kind != ExpressionKind::Call) return nullptr;
+  const auto& call = static_cast<const CallExpression&>(expression);
+  const Binding* array = scope_.bindName(*call.callee);
+  if (!array || !array->isVariable() || scope_.isResult(*array)) return nullptr;
+  return call.arguments.size() == 1 && call.arguments[0] ? &call : nullptr;
+}
+
+Register ObjectLowering::objectFor(Opcode shortcut, Register value,
+                                   const MemberExpression& member) {
+  const CallExpression* element = member.object ? elementOfVariable(*member.object) : nullptr;
+  if (!element) return objectOperand(member);
+  const Register array = parts_.places.placeOf(*element->callee);
+  const Register index = parts_.expressions.operand(*element->arguments[0]);
+  const Register object = frame_.newTemporary();
+  code_.emit(shortcut, value, array, index);
+  notes_.noteElement(*element->callee, element->arguments);
+  code_.emit(Opcode::GetElement, object, array, index);
+  return object;
 }
 
 Register ObjectLowering::objectOperand(const MemberExpression& member) {

@@ -17,6 +17,9 @@ class ObjectLowering : LoweringPart {
   /// The object whose member this is.
   void pushObject(const MemberExpression& member, Register target);
   Register objectOperand(const MemberExpression& member);
+  /// The same for reading or writing the member next, of which `value` is the register. Where it is
+  /// one of an element, the operation `shortcut` stands before the element is read.
+  Register objectFor(Opcode shortcut, Register value, const MemberExpression& member);
   /// The next instruction's errors name it.
   void noteObject(const MemberExpression& member);
 
@@ -24,6 +27,7 @@ class ObjectLowering : LoweringPart {
   bool isInWith() const { return !withs_.empty(); }
 
  private:
+  const CallExpression* elementOfVariable(const Expression& expression);
   bool callsForObject(const Expression& callee, const Arguments& arguments, Register target);
 
   std::vector<Register> withs_;  ///< hidden variables, the innermost last

@@ -121,6 +121,12 @@
   X(CallMember, "drn M", "a = member of object b with c arguments after it")                      \
   X(GetMember, "rr- M", "a = member of object b")                                                 \
   X(PutMember, "rrs M", "Member of object a = b; flag c: with Set")                               \
+  X(GetElementMember, "rrr",                                                                      \
+    "a = the field of element b(c) that the two next operations read, which are then skipped; "   \
+    "nothing when it takes more than that")                                                       \
+  X(PutElementMember, "rrr",                                                                      \
+    "The field of element b(c) that the two next operations write = a, and they are skipped; "    \
+    "nothing when it takes more than that")                                                       \
   X(PutMemberArguments, "rns M", "Member of object a with b arguments after it = the value then") \
   X(CallValue, "drn", "a = value b called with the c arguments after it")                         \
   X(CallHost, "drn H", "a = member of an object of the host with c arguments from b on")          \

@@ -208,6 +208,31 @@ template <class Numbers>
   return array.asArray()->at(row.asInt(), column.asInt());
 }
 
+/// The field that the code behind `pc`, an element's member, uses of this element, or null.
+[[gnu::always_inline]] inline Value* elementField(const Value* element, const Instruction* pc) {
+  return element ? cachedField(*element, *pc[3].pointer<MemberCache>()) : nullptr;
+}
+
+/// Whether the bits of a value are what a register gets of it: a variable takes an object's default
+/// value, and may need its own copy of an array.
+[[gnu::always_inline]] inline bool isTakenAsIs(const Value& value, bool isTemporary) {
+  return isTemporary || !(value.isObject() || (value.isArray() && value.asArray()->locks > 0));
+}
+
+/// Whether a register can let go of its object and that lives on. A variable keeps it.
+[[gnu::always_inline]] inline bool canLetGo(const Value& holder, bool isTemporary) {
+  return !isTemporary || holder.asObject()->references() > 1;
+}
+[[gnu::always_inline]] inline void letGo(Value& holder, bool isTemporary) {
+  if (!isTemporary) return;
+  holder.asObject()->release();
+  holder.forget();
+}
+
+/// Whether a register is a variable or refers to one.
+[[gnu::always_inline]] inline bool isPlace(const Value& holder, bool isTemporary) {
+  return !isTemporary || holder.is(Type::Reference);
+}
 /// A temporary that held a reference is left without it.
 [[gnu::always_inline]] inline void dropReference(Value& value) {
   value.setIntUncounted(Type::Empty, 0);
@@ -439,7 +464,13 @@ SetField:
                base[pc->a], pc->aIsTemporary(), pc));
   VBS_NEXT(1);
   VBS_DELEGATE(RefVariable, 1, refer(base[pc->a], base[pc->b]))
-  VBS_DELEGATE(RefGlobal, 1, refer(base[pc->a], stack_.globals()[pc->b]))
+RefGlobal:
+  if (needsCare(base[pc->a])) {
+    VBS_SLOW(refer(base[pc->a], stack_.globals()[pc->b]));
+  } else {
+    new (&base[pc->a]) Value(Value::reference(&stack_.globals()[pc->b].deref()));
+  }
+  VBS_NEXT(1);
   VBS_DELEGATE(
       RefField, 1,
       refer(base[pc->a], static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b]))
@@ -599,7 +630,7 @@ ForEachNext:
   VBS_DELEGATE(Erase, 1, erase(stack_, pc, base))
 GetElement : {
   const Value* element = vectorElement(base[pc->b], base[pc->c]);
-  if (element && (!element->isObject() || pc->aIsTemporary())) {
+  if (element && isTakenAsIs(*element, pc->aIsTemporary())) {
     if (!pc->bIsTemporary()) {
       if (copyInto(base[pc->a], *element)) VBS_NEXT(1);
     } else if (base[pc->b].is(Type::Reference) && copyInto(base[pc->a], *element)) {
@@ -612,7 +643,7 @@ GetElement : {
   VBS_NEXT(1);
 GetElement2 : {
   const Value* element = matrixElement(base[pc->b], base[pc->c], base[pc[1].low()]);
-  if (element && (!element->isObject() || pc->aIsTemporary())) {
+  if (element && isTakenAsIs(*element, pc->aIsTemporary())) {
     if (!pc->bIsTemporary()) {
       if (copyInto(base[pc->a], *element)) VBS_NEXT(2);
     } else if (base[pc->b].is(Type::Reference) && copyInto(base[pc->a], *element)) {
@@ -673,20 +704,47 @@ CallOwn : {
   VBS_DISPATCH();
   VBS_ENTER(CallMember, 2, callMember(stack_, pc, base))
 GetMember : {
-  const Value* field = cachedField(base[pc->b], *pc[1].pointer<MemberCache>());
-  const bool simple = field && !(field->isObject() && !pc->aIsTemporary()) && !pc->bIsTemporary();
-  if (!simple || !copyInto(base[pc->a], *field)) {
-    if (VBS_SLOW(getMember(stack_, pc, base))) VBS_RELOAD();
+  Value& holder = base[pc->b];
+  const Value* field = cachedField(holder, *pc[1].pointer<MemberCache>());
+  const bool isSimple = field && isTakenAsIs(*field, pc->aIsTemporary()) &&
+                        canLetGo(holder, pc->bIsTemporary()) &&
+                        (!needsCare(base[pc->a]) || (pc->a == pc->b && pc->bIsTemporary()));
+  if (isSimple) {
+    letGo(holder, pc->bIsTemporary());
+    new (&base[pc->a]) Value(*field);
+  } else if (VBS_SLOW(getMember(stack_, pc, base))) {
+    VBS_RELOAD();
   }
 }
   VBS_NEXT(2);
 PutMember : {
-  Value* field = cachedField(base[pc->a], *pc[1].pointer<MemberCache>());
-  if (!field || pc->c != 0 || pc->aIsTemporary() || !storePlain(*field, base[pc->b])) {
-    if (VBS_SLOW(putMember(stack_, pc, base))) VBS_RELOAD();
+  Value& holder = base[pc->a];
+  Value* field = cachedField(holder, *pc[1].pointer<MemberCache>());
+  if (field && pc->c == 0 && canLetGo(holder, pc->aIsTemporary()) &&
+      storePlain(*field, base[pc->b])) {
+    letGo(holder, pc->aIsTemporary());
+  } else if (VBS_SLOW(putMember(stack_, pc, base))) {
+    VBS_RELOAD();
   }
 }
   VBS_NEXT(2);
+GetElementMember : {
+  const Value* field = elementField(vectorElement(base[pc->b], base[pc->c]), pc);
+  if (field && isTakenAsIs(*field, pc->aIsTemporary()) &&
+      isPlace(base[pc->b], pc->bIsTemporary()) && copyInto(base[pc->a], *field)) {
+    if (pc->bIsTemporary()) dropReference(base[pc->b]);
+    VBS_NEXT(1 + 1 + 2);
+  }
+}
+  VBS_NEXT(1);
+PutElementMember : {
+  Value* field = elementField(vectorElement(base[pc->b], base[pc->c]), pc);
+  if (field && isPlace(base[pc->b], pc->bIsTemporary()) && storePlain(*field, base[pc->a])) {
+    if (pc->bIsTemporary()) dropReference(base[pc->b]);
+    VBS_NEXT(1 + 1 + 2);
+  }
+}
+  VBS_NEXT(1);
   VBS_ENTER(PutMemberArguments, 2, putMemberArguments(stack_, pc, base))
   VBS_ENTER(CallValue, 1, callValue(stack_, pc, base))
   VBS_DELEGATE(CallHost, 2, callHost(pc, base))

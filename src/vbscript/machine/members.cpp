@@ -49,6 +49,9 @@ const ClassMember* findScriptMember(CallStack& stack, Object& object, MemberCach
   if (!member || hidden) throwMember(stack, ErrorCode::NoPropertyOrMethod, cache, pc);
   cache.scriptClass = object.scriptClass();
   cache.member = member;
+  const bool isField = member->kind == ClassMember::Kind::Field;
+  cache.fieldClass = isField ? cache.scriptClass : MemberCache::kNoClass;
+  cache.fieldSlot = member->slot;
   return member;
 }
 

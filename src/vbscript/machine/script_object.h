@@ -83,9 +83,8 @@ inline bool isScriptObject(const Object& object) {
 [[gnu::always_inline]] inline Value* cachedField(const Value& holder, const MemberCache& cache) {
   if (!holder.isObject() || !holder.asObject()) return nullptr;
   Object* object = holder.asObject();
-  if (cache.scriptClass == 0 || object->scriptClass() != cache.scriptClass) return nullptr;
-  if (cache.member->kind != ClassMember::Kind::Field) return nullptr;
-  return static_cast<ScriptObject*>(object)->fields() + cache.member->slot;
+  if (object->scriptClass() != cache.fieldClass) return nullptr;
+  return static_cast<ScriptObject*>(object)->fields() + cache.fieldSlot;
 }
 
 }  // namespace quorvane::vbs

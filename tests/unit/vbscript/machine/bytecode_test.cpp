@@ -54,6 +54,19 @@ TEST(Bytecode, ConstantsStandInTheInstruction) {
             "Halt\n");
 }
 
+TEST(Bytecode, FieldsOfElementsAreReadAndWrittenWithoutTheirObjects) {
+  EXPECT_EQ(code("Dim a(1)\nn = a(i).x\na(i).y = n"),
+            "LoadInteger t0 1\n"
+            "DimArray r0 t0 1\n"
+            "GetElementMember r1 r0 r2\n"
+            "GetElement t0 r0 r2\n"
+            "GetMember r1 t0 .x\n"
+            "PutElementMember r1 r0 r2\n"
+            "GetElement t0 r0 r2\n"
+            "PutMember t0 r1 0 .y\n"
+            "Halt\n");
+}
+
 TEST(Bytecode, ComparisonAndJumpAreOne) {
   EXPECT_EQ(code("If a < b Then c = 1"),
             "JumpLess r0 r1 0 ->3\n"
