@@ -7,6 +7,7 @@
 #include "script_targets.h"
 #include "server_targets.h"
 #include "sql_targets.h"
+#include "wish_targets.h"
 #include "xml_targets.h"
 
 namespace quorvane {

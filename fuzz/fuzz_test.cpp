@@ -14,6 +14,7 @@
 #include "script_targets.h"
 #include "server_targets.h"
 #include "sql_targets.h"
+#include "wish_targets.h"
 #include "xml_targets.h"
 
 namespace quorvane {
@@ -176,6 +177,10 @@ TEST(Fuzz, ReaderOfStandardMessages) {
 
 TEST(Fuzz, ProxiesReader) {
   readChanged("proxies", proxyWords(), fuzzProxies);
+}
+
+TEST(Fuzz, WishesReader) {
+  readChanged("heads", requestWords(), fuzzWishes);
 }
 
 TEST(Fuzz, SettingsReader) {

@@ -45,6 +45,11 @@ Piece pieceOf(std::string_view text, std::uint64_t length) {
   return {true, Range{*first, std::min(last.value_or(length - 1), length - 1)}};
 }
 
+/// Of one that does not begin before the other.
+bool isApart(const Range& range, const Range& next) {
+  return next.first > range.last && next.first - range.last > kNear;
+}
+
 /// Joins what is near. What remains keeps the order in which it was asked for.
 std::vector<Range> joined(const std::vector<Range>& ranges) {
   struct Placed {
@@ -58,7 +63,7 @@ std::vector<Range> joined(const std::vector<Range>& ranges) {
             [](const Placed& a, const Placed& b) { return a.range.first < b.range.first; });
   std::vector<Placed> kept;
   for (const Placed& next : placed) {
-    if (kept.empty() || next.range.first > kept.back().range.last + kNear) {
+    if (kept.empty() || isApart(kept.back().range, next.range)) {
       kept.push_back(next);
       continue;
     }
