@@ -26,6 +26,14 @@ def free_port():
         return probe.getsockname()[1]
 
 
+def is_listened_on(port):
+    try:
+        socket.create_connection(("127.0.0.1", port), timeout=1).close()
+        return True
+    except OSError:
+        return False
+
+
 def wait_until(condition, what, seconds=PATIENCE):
     deadline = time.monotonic() + seconds
     while time.monotonic() < deadline:
@@ -189,11 +197,7 @@ class Server:
     def answers(self):
         if self.process.poll() is not None:
             raise AssertionError("the server ended: %r" % self.process.stdout.read())
-        try:
-            socket.create_connection(("127.0.0.1", self.port), timeout=1).close()
-            return True
-        except OSError:
-            return False
+        return is_listened_on(self.port)
 
     def stop(self):
         """Asks for an orderly end; the exit code."""

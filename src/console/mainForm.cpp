@@ -169,6 +169,7 @@ void mainForm::closeWhenDrained() {
   const std::chrono::seconds atMost{services_.state.DrainSeconds};
   if (!serverRunning || atMost.count() == 0 || draining_.active()) return closeWindow();
   housekeeping_.stop();  // it would open the listener again
+  portRetries_->stop();  // and so would these
   draining_.start(atMost, [this] { closeWindow(); });
 }
 

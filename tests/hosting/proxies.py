@@ -7,7 +7,7 @@ import socket
 import subprocess
 import tempfile
 
-from serving import PATIENCE, Server, free_port, wait_until
+from serving import PATIENCE, Server, free_port, is_listened_on, wait_until
 
 from hosting.recipes import recipes, settings_of, with_own
 
@@ -72,11 +72,7 @@ class Proxy:
     def listens(self):
         if self.process.poll() is not None:
             raise AssertionError("the proxy ended:\n" + self.log_text())
-        try:
-            socket.create_connection(("127.0.0.1", self.port), timeout=1).close()
-            return True
-        except OSError:
-            return False
+        return is_listened_on(self.port)
 
     def log_text(self):
         return (self.folder / "log").read_text(errors="replace")

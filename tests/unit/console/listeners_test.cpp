@@ -109,6 +109,21 @@ TEST_F(ListenSetting, OneThatFailsForGoodIsTold) {
   EXPECT_TRUE(told.ends_with("; not on 127.0.0.1:8081: it is taken"));
 }
 
+TEST_F(ListenSetting, NoPlaceIsTriedAgainWhileTheServerComesToItsEnd) {
+  state.RetryPort = true;
+  state.DrainSeconds = 2;
+  loop.takenPorts = {8081};
+  window.StartServer();
+  files.put("/base/Server/Scripts/a.txt", "content");
+  FakeSocket* client = loop.listeners[0]->connect();
+  client->arrive("GET /a.txt HTTP/1.1\r\n\r\n");
+  client->pending = 7;
+  window.closeWhenDrained();
+  loop.takenPorts.clear();
+  tickSlowTimers();
+  EXPECT_EQ(listened(), "");
+}
+
 TEST_F(ListenSetting, IsReadAgainAtEveryStart) {
   window.StartServer();
   places = "8083";
