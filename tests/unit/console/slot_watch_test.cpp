@@ -59,6 +59,17 @@ TEST_F(SlotWatchTest, ANewConnectionHasToSendAHead) {
   EXPECT_EQ(looksAt(next), 2) << "bytes are no head";
 }
 
+TEST_F(SlotWatchTest, WhoHasBegunARequestMayBeTold) {
+  hasWord = true;
+  const int slot = connect();
+  slots.record(slot).pendingText = "GET / HTTP";
+  EXPECT_EQ(looksAt(slot), 3);
+  EXPECT_EQ(loop.sockets[slot]->aborts, 0);
+  const int silent = connect();
+  EXPECT_EQ(looksAt(silent), 3);
+  EXPECT_EQ(loop.sockets[silent]->aborts, 1) << "there is nothing to say to those";
+}
+
 TEST_F(SlotWatchTest, ABodyHasToGoOn) {
   const int slot = connect();
   slots.record(slot).bodyStart = 10;
