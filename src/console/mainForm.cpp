@@ -242,12 +242,13 @@ void mainForm::dataArrival(int index, std::string_view data) {
 /// Whether the answers to the slot's requests so far are on their way.
 bool mainForm::canGoOn(int index) const {
   const TcpSocket& socket = wsTalker.socket(index);
-  return socket.state() == SocketState::Connected && socket.pendingBytes() == 0 &&
+  return objects_ && socket.state() == SocketState::Connected && socket.pendingBytes() == 0 &&
          socket.tag != kCloseWhenSent && !wsTalker.isHeld(index);
 }
 
 void mainForm::handleRequest(int index, std::string_view data) {
   if (!objects_ || wsTalker.socket(index).tag == kCloseWhenSent) return;
+  dispatched_ = false;
   try {
     auto response = objects_->handling().dataArrival(index, wsTalker.record(index), data,
                                                      visitors_.addressOf(index));
@@ -258,7 +259,8 @@ void mainForm::handleRequest(int index, std::string_view data) {
     if (const auto heaviest = wsTalker.noteHeld(index)) turnAway(*heaviest);
   } catch (const std::exception& error) {
     status_.LogLine(std::string("Request failed: ") + error.what());
-    if (!closeSaying(index, Status::InternalServerError)) wsTalker.close(index);
+    const bool hasPart = dispatched_;  // nothing can be said within an answer
+    if (hasPart || !closeSaying(index, Status::InternalServerError)) wsTalker.close(index);
   }
   turns_.over();
 }
@@ -312,6 +314,7 @@ void mainForm::vbsParser_DebugOutput(const std::string& dbgData) {
 bool mainForm::vbsParser_Dispatch(std::int32_t SocketIndex, std::string Data,
                                   bool CloseOpenSocket) {
   if (!wsTalker.exists(SocketIndex)) return true;
+  dispatched_ = true;
   TcpSocket& socket = wsTalker.socket(SocketIndex);
   if (socket.state() != SocketState::Connected) return true;
   socket.tag = CloseOpenSocket ? kCloseWhenSent : "";

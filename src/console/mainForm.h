@@ -134,6 +134,7 @@ class mainForm final : public ServerControl,
   ControlChannel wsLinker;
   std::unique_ptr<Timer> portRetries_;  ///< runs while a place to listen at can't be had
   TimePoint startTime{};
+  bool dispatched_ = false;  ///< a part of the answer to the request in hand
   bool serverRunning = false;
   bool windowClosed_ = false;
 };
