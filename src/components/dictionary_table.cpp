@@ -1,10 +1,13 @@
 #include "components/dictionary_table.h"
 
+#include <algorithm>
+#include <array>
 #include <bit>
 #include <cmath>
 
 #include "vbscript/values/convert.h"
 #include "vbscript/values/text_case.h"
+#include "vbscript/values/text_hash.h"
 
 namespace quorvane {
 
@@ -16,19 +19,11 @@ namespace {
 constexpr std::size_t kFirstSlots = 16;
 
 bool isNumber(const Value& key) {
-  switch (key.type()) {
-    case Type::Boolean:
-    case Type::Byte:
-    case Type::Integer:
-    case Type::Long:
-    case Type::Single:
-    case Type::Double:
-    case Type::Currency:
-    case Type::Date:
-      return true;
-    default:
-      return false;
-  }
+  constexpr auto bit = [](Type type) { return 1u << static_cast<unsigned>(type); };
+  constexpr unsigned kNumbers = bit(Type::Boolean) | bit(Type::Byte) | bit(Type::Integer) |
+                                bit(Type::Long) | bit(Type::Single) | bit(Type::Double) |
+                                bit(Type::Currency) | bit(Type::Date);
+  return (kNumbers >> static_cast<unsigned>(key.type())) & 1u;
 }
 
 double numberOf(const Value& key) {
@@ -54,25 +49,41 @@ std::uint32_t hashOfNumber(double number) {
   return mixed(std::bit_cast<std::uint64_t>(number == 0 ? 0.0 : number));
 }
 
-/// FNV over the folded bytes.
-std::uint32_t hashOfFolded(const vbs::String& text) {
-  if (!text.isAnsi()) return mixed(text.lower().hash());
-  std::uint64_t hash = 0xCBF29CE484222325u;
-  for (const char c : text.ansi()) {
-    hash = (hash ^ static_cast<unsigned char>(vbs::lowerAnsi(c))) * 0x100000001B3u;
+std::string_view bytesOf(const vbs::StringRep* text) {
+  return text ? std::string_view(text->data(), text->bytes) : std::string_view();
+}
+
+bool isAnsi(const vbs::StringRep* text) {
+  return !text || text->encoding == vbs::Encoding::Ansi;
+}
+
+std::uint32_t hashOfText(const Value& key) {
+  const std::string_view bytes = bytesOf(key.stringRep());
+  vbs::countWork(bytes.size());
+  const bool isPlain = isAnsi(key.stringRep());
+  return static_cast<std::uint32_t>(isPlain ? vbs::hashOfBytes(bytes) : key.asString().hash());
+}
+
+std::uint32_t hashOfFolded(const Value& key) {
+  constexpr std::size_t kShort = 64;
+  const std::string_view bytes = bytesOf(key.stringRep());
+  if (!isAnsi(key.stringRep()) || bytes.size() > kShort) {
+    return hashOfText(Value(key.asString().lower()));
   }
-  return mixed(hash);
+  std::array<char, kShort> folded;
+  std::transform(bytes.begin(), bytes.end(), folded.begin(), vbs::lowerAnsi);
+  return static_cast<std::uint32_t>(vbs::hashOfBytes({folded.data(), bytes.size()}));
+}
+
+/// Of normal keys: a text of another spelling is another text.
+bool sameText(const vbs::StringRep* a, const vbs::StringRep* b) {
+  return a == b || (isAnsi(a) == isAnsi(b) && vbs::sameBytes(bytesOf(a), bytesOf(b)));
 }
 
 bool sameFolded(const vbs::String& a, const vbs::String& b) {
   if (!a.isAnsi() || !b.isAnsi()) return a.lower() == b.lower();
-  if (a.length() != b.length()) return false;
-  const auto textB = b.ansi();
-  std::size_t i = 0;
-  for (const char c : a.ansi()) {
-    if (vbs::lowerAnsi(c) != vbs::lowerAnsi(textB[i++])) return false;
-  }
-  return true;
+  return std::equal(a.ansi().begin(), a.ansi().end(), b.ansi().begin(), b.ansi().end(),
+                    [](char x, char y) { return vbs::lowerAnsi(x) == vbs::lowerAnsi(y); });
 }
 
 /// A key as the table holds it: behind references, and a text as bytes where it can be, so that
@@ -101,10 +112,9 @@ DictionaryTable::~DictionaryTable() {
 }
 
 std::uint32_t DictionaryTable::hashOf(const Value& key) const {
+  if (key.isString()) return ignoreCase_ ? hashOfFolded(key) : hashOfText(key);
   if (isNumber(key)) return hashOfNumber(numberOf(key));
   switch (key.type()) {
-    case Type::String:
-      return ignoreCase_ ? hashOfFolded(key.asString()) : mixed(key.asString().hash());
     case Type::Object:
       return mixed(reinterpret_cast<std::uintptr_t>(key.asObject()));
     case Type::Array:
@@ -117,11 +127,14 @@ std::uint32_t DictionaryTable::hashOf(const Value& key) const {
 }
 
 bool DictionaryTable::sameKey(const Value& a, const Value& b) const {
+  if (a.isString()) {
+    if (!b.isString()) return false;
+    return ignoreCase_ ? sameFolded(a.asString(), b.asString())
+                       : sameText(a.stringRep(), b.stringRep());
+  }
   if (isNumber(a)) return isNumber(b) && numberOf(a) == numberOf(b);
   if (a.type() != b.type()) return false;
   switch (a.type()) {
-    case Type::String:
-      return ignoreCase_ ? sameFolded(a.asString(), b.asString()) : a.asString() == b.asString();
     case Type::Object:
       return a.asObject() == b.asObject();
     case Type::Error:
@@ -131,7 +144,8 @@ bool DictionaryTable::sameKey(const Value& a, const Value& b) const {
   }
 }
 
-std::size_t DictionaryTable::slotOf(const Value& key, std::uint32_t hash) const {
+template <class IsKey>
+std::size_t DictionaryTable::slotWhere(std::uint32_t hash, IsKey isKey) const {
   if (slots_.empty()) return 0;
   const std::size_t mask = slots_.size() - 1;
   for (std::size_t slot = hash & mask;; slot = (slot + 1) & mask) {
@@ -139,13 +153,32 @@ std::size_t DictionaryTable::slotOf(const Value& key, std::uint32_t hash) const 
     if (place == kFree) return slots_.size();
     if (place == kRemoved) continue;
     const Entry& entry = entries_[place - 1];
-    if (entry.hash == hash && sameKey(entry.key, key)) return slot;
+    if (entry.hash == hash && isKey(entry.key)) return slot;
   }
 }
 
+std::size_t DictionaryTable::slotOf(const Value& key, std::uint32_t hash) const {
+  return slotWhere(hash, [&](const Value& known) { return sameKey(known, key); });
+}
+
 DictionaryTable::Entry* DictionaryTable::find(const Value& key) {
-  const NormalKey normal(key);
+  const Value& direct = key.deref();
+  if (direct.isString() && !ignoreCase_ && isAnsi(direct.stringRep())) {
+    return findPlainText(direct.stringRep());
+  }
+  const NormalKey normal(direct);
   const std::size_t slot = slotOf(*normal, hashOf(*normal));
+  return slot == slots_.size() ? nullptr : &entries_[slots_[slot] - 1];
+}
+
+/// What most keys are, with nothing copied and next to nothing called.
+DictionaryTable::Entry* DictionaryTable::findPlainText(const vbs::StringRep* text) {
+  const std::string_view bytes = bytesOf(text);
+  vbs::countWork(bytes.size());
+  const auto hash = static_cast<std::uint32_t>(vbs::hashOfBytes(bytes));
+  const std::size_t slot = slotWhere(hash, [&](const Value& known) {
+    return known.isString() && sameText(known.stringRep(), text);
+  });
   return slot == slots_.size() ? nullptr : &entries_[slots_[slot] - 1];
 }
 

@@ -54,6 +54,9 @@ class DictionaryTable {
   bool sameKey(const vbs::Value& a, const vbs::Value& b) const;
   /// The slot that leads to the key, or slots_.size().
   std::size_t slotOf(const vbs::Value& key, std::uint32_t hash) const;
+  template <class IsKey>
+  std::size_t slotWhere(std::uint32_t hash, IsKey isKey) const;
+  Entry* findPlainText(const vbs::StringRep* text);
   Entry& insert(const vbs::Value& key, std::uint32_t hash);
   void link(std::size_t entry);
   void makeRoom();

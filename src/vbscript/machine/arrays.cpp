@@ -130,10 +130,32 @@ Value elementValue(CallStack& stack, Value& holder, Args indexes, const Instruct
   return object.invoke(kDefaultMember, CallKind::Get, indexes);
 }
 
+namespace {
+
+/// Where a collection holds its item under a key, which is then what its default member gives and
+/// takes; or null.
+Value* itemIn(const Value& holder, const Value& key) {
+  const Value& direct = holder.deref();
+  if (!direct.isObject() || !direct.asObject()) return nullptr;
+  return direct.asObject()->itemPlace(key.deref());
+}
+
+void giveUp(Value& source, bool isTemporary) {
+  if (isTemporary && needsCare(source)) release(source);
+}
+
+}  // namespace
+
 void getElement(CallStack& stack, const Instruction* pc, Value* base) {
+  if (const Value* item = itemIn(base[pc->b], base[pc->c])) {
+    Value result = *item;
+    giveUp(base[pc->b], pc->bIsTemporary());
+    giveUp(base[pc->c], pc->cIsTemporary());
+    return put(stack, pc, base, std::move(result));
+  }
   Value index = taken(base[pc->c], pc->cIsTemporary());
   Value result = elementValue(stack, base[pc->b], {&index, 1}, pc);
-  if (pc->bIsTemporary() && needsCare(base[pc->b])) release(base[pc->b]);
+  giveUp(base[pc->b], pc->bIsTemporary());
   put(stack, pc, base, std::move(result));
 }
 
@@ -143,7 +165,7 @@ void getElement2(CallStack& stack, const Instruction* pc, Value* base) {
   std::array<Value, 2> indexes = {taken(base[pc->c], pc->cIsTemporary()),
                                   taken(base[second], secondIsTemporary)};
   Value result = elementValue(stack, base[pc->b], indexes, pc);
-  if (pc->bIsTemporary() && needsCare(base[pc->b])) release(base[pc->b]);
+  giveUp(base[pc->b], pc->bIsTemporary());
   put(stack, pc, base, std::move(result));
 }
 
@@ -151,7 +173,7 @@ void getElementMany(CallStack& stack, const Instruction* pc, Value* base) {
   const Args indexes(base + pc->c, pc[1].low());
   Value result = elementValue(stack, base[pc->b], indexes, pc);
   clearRange(indexes.data(), indexes.data() + indexes.size());
-  if (pc->bIsTemporary() && needsCare(base[pc->b])) release(base[pc->b]);
+  giveUp(base[pc->b], pc->bIsTemporary());
   put(stack, pc, base, std::move(result));
 }
 
@@ -184,10 +206,16 @@ void storeElement(CallStack& stack, Value& holder, Args indexesAndValue, bool is
 }
 
 void setElement(CallStack& stack, const Instruction* pc, Value* base) {
+  if (Value* item = itemIn(base[pc->a], base[pc->b])) {
+    *item = taken(base[pc->c], pc->cIsTemporary());
+    giveUp(base[pc->a], pc->aIsTemporary());
+    giveUp(base[pc->b], pc->bIsTemporary());
+    return stack.raisePending();
+  }
   std::array<Value, 2> values = {taken(base[pc->b], pc->bIsTemporary()),
                                  taken(base[pc->c], pc->cIsTemporary())};
   storeElement(stack, base[pc->a], values, false, pc);
-  if (pc->aIsTemporary() && needsCare(base[pc->a])) release(base[pc->a]);
+  giveUp(base[pc->a], pc->aIsTemporary());
 }
 
 void setElement2(CallStack& stack, const Instruction* pc, Value* base) {
@@ -197,14 +225,14 @@ void setElement2(CallStack& stack, const Instruction* pc, Value* base) {
                                  taken(base[second], secondIsTemporary),
                                  taken(base[pc->c], pc->cIsTemporary())};
   storeElement(stack, base[pc->a], values, false, pc);
-  if (pc->aIsTemporary() && needsCare(base[pc->a])) release(base[pc->a]);
+  giveUp(base[pc->a], pc->aIsTemporary());
 }
 
 void setElementMany(CallStack& stack, const Instruction* pc, Value* base, bool isSet) {
   const Args values(base + pc->b, std::size_t{pc->c} + 1);
   storeElement(stack, base[pc->a], values, isSet, pc);
   clearRange(values.data(), values.data() + values.size());
-  if (pc->aIsTemporary() && needsCare(base[pc->a])) release(base[pc->a]);
+  giveUp(base[pc->a], pc->aIsTemporary());
 }
 
 namespace {
@@ -239,8 +267,8 @@ bool appendElement(CallStack& stack, const Instruction* pc, Value* base) {
   }
   release(before);
   appendTo(*place, added);
-  if (pc->aIsTemporary() && needsCare(base[pc->a])) release(base[pc->a]);
-  if (pc->bIsTemporary() && needsCare(base[pc->b])) release(base[pc->b]);
+  giveUp(base[pc->a], pc->aIsTemporary());
+  giveUp(base[pc->b], pc->bIsTemporary());
   return true;
 }
 
@@ -261,7 +289,7 @@ void refElement(CallStack& stack, const Instruction* pc, Value* base) {
     result = elementValue(stack, base[pc->b], indexes, pc);
   }
   clearRange(indexes.data(), indexes.data() + indexes.size());
-  if (pc->bIsTemporary() && needsCare(base[pc->b])) release(base[pc->b]);
+  giveUp(base[pc->b], pc->bIsTemporary());
   hold(base[pc->a], std::move(result));
 }
 

@@ -242,6 +242,21 @@ template <class Numbers>
   return holder.deref().asArray()->references == 1;
 }
 
+/// RefElement for the element of a vector that nobody else holds. False: not a case for the loop.
+[[gnu::always_inline]] inline bool referToElement(const Instruction* pc, Value* base) {
+  Value& holder = base[pc->b];
+  Value& lock = base[pc[1].high()];
+  Value* element = vectorElement(holder, base[pc->c]);
+  if (!element || !isCountedOnce(holder) || !isPlace(holder, pc->bIsTemporary())) return false;
+  if (needsCare(base[pc->a]) || needsCare(lock)) return false;
+  ArrayRep* array = holder.deref().asArray();
+  ++array->locks;
+  new (&lock) Value(Value::arrayLock(array));
+  new (&base[pc->a]) Value(Value::reference(element));
+  if (pc->bIsTemporary()) dropReference(holder);
+  return true;
+}
+
 /// Stores without counting; false: not a case for the loop.
 [[gnu::always_inline]] inline bool storePlain(Value& element, const Value& value) {
   if (needsCare(element) || needsCare(value)) return false;
@@ -423,7 +438,10 @@ Let:
   VBS_DELEGATE(SetVariable, 1, set(stack_, base[pc->a], base[pc->b], pc->bIsTemporary(), pc))
   VBS_DELEGATE(Hold, 1, hold(base[pc->a], taken(base[pc->b], pc->bIsTemporary())))
 Clear:
-  if (needsCare(base[pc->a])) {
+  if (base[pc->a].is(Type::ArrayLock) && base[pc->a].asArray()->references > 0) {
+    --base[pc->a].asArray()->locks;
+    base[pc->a].setIntUncounted(Type::Empty, 0);
+  } else if (needsCare(base[pc->a])) {
     VBS_SLOW(release(base[pc->a]));
   } else {
     base[pc->a].setIntUncounted(Type::Empty, 0);
@@ -474,7 +492,9 @@ RefGlobal:
   VBS_DELEGATE(
       RefField, 1,
       refer(base[pc->a], static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b]))
-  VBS_DELEGATE(RefElement, 2, refElement(stack_, pc, base))
+RefElement:
+  if (pc[1].low() != 1 || !referToElement(pc, base)) VBS_SLOW(refElement(stack_, pc, base));
+  VBS_NEXT(2);
 
   // ---- Calculating ----
 

@@ -22,8 +22,10 @@ void plain(const Instruction* pc, Value* base);
 void finishCall(CallStack& stack, const Instruction* pc, Value* base, Value result,
                 Value* firstUsed, std::size_t used);
 
-// ---- Calculating and comparing (calculating.cpp, comparing.cpp) ----
+// ---- Calculating, joining and comparing (calculating.cpp, joining.cpp, comparing.cpp) ----
 
+/// Gives up the temporaries among operands b and c.
+void clearOperands(const Instruction* pc, Value* base);
 using BinaryFunction = Value (*)(const Value&, const Value&);
 void binary(CallStack& stack, const Instruction* pc, Value* base, BinaryFunction function);
 void binaryConstant(CallStack& stack, const Instruction* pc, Value* base, BinaryFunction function);

@@ -18,7 +18,11 @@ void release(Value& value) {
 
 void clearRange(Value* first, const Value* last) {
   for (; first < last; ++first) {
-    if (needsCare(*first)) release(*first);
+    if (first->is(Type::Reference)) {
+      first->setIntUncounted(Type::Empty, 0);
+    } else if (needsCare(*first)) {
+      release(*first);
+    }
   }
 }
 

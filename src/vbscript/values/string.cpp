@@ -7,6 +7,7 @@
 #include "vbscript/values/block_pool.h"
 #include "vbscript/values/error.h"
 #include "vbscript/values/text_case.h"
+#include "vbscript/values/text_hash.h"
 
 namespace quorvane::vbs {
 
@@ -263,15 +264,15 @@ String String::trimmed(bool front, bool back) const {
 }
 
 std::size_t String::hash() const {
-  if (isAnsi()) return std::hash<std::string_view>{}(raw());
+  if (isAnsi()) return hashOfBytes(raw());
   std::string narrowed;
   narrowed.reserve(length());
   for (std::size_t i = 0; i < length(); ++i) {
     const int byte = unitToAnsi(at(i));
-    if (byte < 0) return std::hash<std::string_view>{}(raw());
+    if (byte < 0) return hashOfBytes(raw());
     narrowed.push_back(static_cast<char>(byte));
   }
-  return std::hash<std::string_view>{}(narrowed);
+  return hashOfBytes(narrowed);
 }
 
 String String::toWide() const {

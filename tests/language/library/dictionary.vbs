@@ -119,3 +119,130 @@ Next
 Echo ok, d.Count               '> True 2000
 For i = 1 To 2000 Step 2: d.Remove "k" & i: Next
 Echo d.Count, d.Exists("k1"), d.Exists("k2")   '> 1000 False True
+
+'=== items are read and written under keys of any length
+Dim d, n, missing
+Set d = CreateObject("Scripting.Dictionary")
+For n = 0 To 70
+  d(String(n, "k")) = n
+  d(String(n, "k") & "e") = -n
+Next
+missing = 0
+For n = 0 To 70
+  If d(String(n, "k")) <> n Or d(String(n, "k") & "e") <> -n Then missing = missing + 1
+  If d.Exists(String(n, "k") & "f") Or d.Exists("e" & String(n, "k") & "e") Then missing = missing + 1
+  d(String(n, "k")) = d(String(n, "k")) + 1
+Next
+Echo d.Count & " " & missing & " " & d("") & " " & d("kkk")  '> 142 0 1 4
+
+'=== a number outgrows its type under its key
+Dim d
+Set d = CreateObject("Scripting.Dictionary")
+d("n") = 32766
+d("n") = d("n") + 1
+Echo TypeName(d("n"))  '> Integer
+d("n") = d("n") + 1
+Echo TypeName(d("n")) & d("n")  '> Long32768
+d("new") = d("new") + 1
+Echo d("new") & TypeName(d("read")) & d.Count  '> 1Empty3
+
+'=== an item that is let go ends when the new one is in its place
+Class Watcher
+  Public name, table
+  Private Sub Class_Terminate()
+    Echo name & " ends, there is " & TypeName(table("w"))
+    table("later") = name
+    If table.Count < 4 Then table.Add "n" & table.Count, 0
+  End Sub
+End Class
+Function Watching(d, name)
+  Set Watching = New Watcher
+  Watching.name = name
+  Set Watching.table = d
+End Function
+Dim d
+Set d = CreateObject("Scripting.Dictionary")
+Set d("w") = Watching(d, "first")
+Set d("w") = Watching(d, "second")  '> first ends, there is Watcher
+d("w") = 3  '> second ends, there is Integer
+Echo Join(d.Keys, " ")  '> w later n2 n3
+
+'=== the error of an end waits for the statement
+Class Failing
+  Private Sub Class_Terminate()
+    Err.Raise 1000, "end", "ended badly"
+  End Sub
+End Class
+Dim d
+Set d = CreateObject("Scripting.Dictionary")
+Set d("x") = New Failing
+On Error Resume Next
+d("x") = 1
+Echo Err.Number & " " & d("x")  '> 1000 1
+
+'=== objects as items keep their identity, variables take their default value
+Class Worthy
+  Public Default Property Get Worth()
+    Worth = 12
+  End Property
+End Class
+Dim d, v, o
+Set d = CreateObject("Scripting.Dictionary")
+Set o = New Worthy
+Set d("o") = o
+v = d("o")
+Echo TypeName(v) & " " & TypeName(d("o")) & " " & (d("o") Is o) & " " & (d("o") + 1)  '> Integer Worthy True 13
+Set d(o) = o
+Echo d.Exists(o) & " " & (d(o) Is o)  '> True True
+
+'=== keys that are no keys
+Dim d, a(1)
+Set d = CreateObject("Scripting.Dictionary")
+On Error Resume Next
+d(a) = 1
+Echo Err.Number : Err.Clear  '> 5
+a(0) = d(a)
+Echo Err.Number & " " & d.Count : Err.Clear  '> 5 0
+d(Null) = 1
+d(Empty) = 2
+Echo d(Null) & d(Empty) & d.Count  '> 122
+Set d = Nothing
+d("x") = 1
+Echo Err.Number : Err.Clear  '> 91
+On Error GoTo 0
+a(1) = d("x")  '! 91
+
+'=== one text in both spellings is one key
+Dim d, wide
+Set d = CreateObject("Scripting.Dictionary")
+wide = Left("caf" & ChrW(233) & ChrW(8364) & ChrW(1234), 5)
+d(wide) = 1
+d("caf" & Chr(233) & Chr(128)) = 2
+Echo d.Count & " " & d(wide)  '> 1 2
+d(ChrW(1234) & "a") = 3
+Echo d(ChrW(1234) & "a") & d.Exists(ChrW(1234)) & d.Count  '> 3False2
+
+'=== letters of either case with CompareMode 1
+Dim d
+Set d = CreateObject("Scripting.Dictionary")
+d.CompareMode = 1
+d("Key" & String(80, "A")) = 1
+d("kEY" & String(80, "a")) = 2
+d("M" & Chr(220) & "LLER") = 3
+d("m" & Chr(252) & "ller") = d("M" & Chr(252) & "ller") + 1
+d(ChrW(1040)) = 5
+Echo d.Count & " " & d("key" & String(80, "a")) & d("M" & Chr(220) & "ller") & d(ChrW(1072))  '> 3 245
+
+'=== elements as keys: the array stays as it was, and free
+Dim d, words, i
+Set d = CreateObject("Scripting.Dictionary")
+words = Split("b a b c", " ")
+For i = 0 To UBound(words)
+  If Not d.Exists(words(i)) Then d.Add words(i), i
+Next
+ReDim Preserve words(4)
+words(4) = "d"
+Echo Join(d.Keys, "") & UBound(words) & d.Exists(words(4)) & d.Exists(words(0))  '> bac4FalseTrue
+On Error Resume Next
+Echo d.Exists(words(5))
+Echo Err.Number  '> 9

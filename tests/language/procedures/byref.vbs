@@ -256,3 +256,23 @@ Both a(0), a(1)
 Echo a(0), a(1)                '> x yx!
 Both a(0), a(0)
 Echo a(0)                      '> xx!
+
+'=== an element by reference: its array is locked during the call, and a copy keeps its own
+Dim list(), fixed(2), copy
+ReDim list(2)
+Sub Change(ByRef x, ByVal n)
+  On Error Resume Next
+  ReDim list(5)
+  Echo Err.Number
+  x = n
+End Sub
+Dim i
+For i = 0 To 1
+  copy = list
+  Change list(i), i + 5  '> 10
+  Echo list(i) & "[" & copy(i) & "]"  '> 5[]
+Next
+'> 10
+'> 6[]
+ReDim Preserve list(5)
+Echo list(0) & list(1) & UBound(list)  '> 565

@@ -1,0 +1,145 @@
+#include <array>
+#include <charconv>
+#include <cstring>
+#include <string_view>
+
+#include "vbscript/machine/operations.h"
+#include "vbscript/values/operators.h"
+
+namespace quorvane::vbs::operation {
+
+namespace {
+
+bool isWholeNumber(const Value& value) {
+  return value.is(Type::Integer) || value.is(Type::Long) || value.is(Type::Byte);
+}
+
+/// What a value adds to a text of one byte a character: its own such text, or its digits.
+class Piece {
+ public:
+  static constexpr std::size_t kMostDigits = 11;  ///< and a sign
+
+  /// False where it takes more than that.
+  bool set(const Value& value) {
+    if (isWholeNumber(value)) {
+      const auto end = std::to_chars(digits_.data(), digits_.data() + kMostDigits, value.asInt());
+      bytes_ = {digits_.data(), static_cast<std::size_t>(end.ptr - digits_.data())};
+      return true;
+    }
+    const StringRep* text = value.isString() ? value.stringRep() : nullptr;
+    if (!text || text->encoding != Encoding::Ansi) return false;
+    bytes_ = {text->data(), text->bytes};
+    return true;
+  }
+  std::string_view bytes() const { return bytes_; }
+
+ private:
+  std::array<char, kMostDigits> digits_;
+  std::string_view bytes_;
+};
+
+void copyBoth(char* target, std::string_view first, std::string_view second) {
+  std::memcpy(target, first.data(), first.size());
+  std::memcpy(target + first.size(), second.data(), second.size());
+}
+
+/// The body of a text that nobody else holds and that has room for another of `bytes`, though not
+/// so much that memory is wasted; else null.
+StringRep* reusableBody(const Value& variable, std::size_t bytes) {
+  StringRep* body = variable.isString() ? variable.stringRep() : nullptr;
+  const bool isOwn = body && body->references == 1 && body->encoding == Encoding::Ansi;
+  return isOwn && bytes <= body->capacity && body->capacity <= bytes * 4 + 64 ? body : nullptr;
+}
+
+/// Concatenate for texts and whole numbers: into the old body of the result's variable where that
+/// can be, else in one allocation. False: not such a case.
+bool joinPlainly(CallStack& stack, const Instruction* pc, Value* base) {
+  const Value& left = base[pc->b].deref();
+  Piece first;
+  Piece second;
+  if (!first.set(left) || !second.set(base[pc->c].deref())) return false;
+  const bool mayGrow = pc->bIsTemporary() && left.isString() && left.stringRep()->references == 1;
+  if (mayGrow) return false;
+  const std::string_view l = first.bytes();
+  const std::string_view r = second.bytes();
+  const std::size_t size = l.size() + r.size();
+  StringRep* const own = reusableBody(base[pc->a].deref(), size);
+  if (own && own->data() != l.data() && own->data() != r.data()) {
+    countWork(size);
+    copyBoth(own->data(), l, r);
+    own->bytes = static_cast<std::uint32_t>(size);
+    clearOperands(pc, base);
+    return true;
+  }
+  String text = String::withCapacity(Encoding::Ansi, size);
+  copyBoth(text.extend(size), l, r);
+  clearOperands(pc, base);
+  put(stack, pc, base, Value(std::move(text)));
+  return true;
+}
+
+/// ConcatenateMany for texts and whole numbers, in one allocation. False: not such a case.
+bool joinManyPlainly(const Value* first, const Value* last, String& text) {
+  std::size_t bytes = 0;
+  for (const Value* value = first; value != last; ++value) {
+    const Value& direct = value->deref();
+    const StringRep* part = direct.isString() ? direct.stringRep() : nullptr;
+    if (part && part->encoding != Encoding::Ansi) return false;
+    if (!direct.isString() && !isWholeNumber(direct)) return false;
+    bytes += direct.isString() ? (part ? part->bytes : 0) : Piece::kMostDigits;
+  }
+  text = String::withCapacity(Encoding::Ansi, bytes);
+  Piece piece;
+  for (const Value* value = first; value != last; ++value) {
+    if (piece.set(value->deref())) text.appendAnsi(piece.bytes());
+  }
+  return true;
+}
+
+}  // namespace
+
+void concatenateTwo(CallStack& stack, const Instruction* pc, Value* base) {
+  if (joinPlainly(stack, pc, base)) return;
+  Value& left = base[pc->b];
+  if (pc->bIsTemporary() && left.isString()) {
+    // Nobody else sees a temporary: its text may grow in place.
+    appendTo(left, base[pc->c].deref());
+    Value result = std::move(left);
+    if (pc->cIsTemporary() && needsCare(base[pc->c])) release(base[pc->c]);
+    return put(stack, pc, base, std::move(result));
+  }
+  binary(stack, pc, base, concatenate);
+}
+
+void concatenateMany(CallStack& stack, const Instruction* pc, Value* base) {
+  Value* const first = base + pc->b;
+  Value* const last = first + pc->c;
+  Value result;
+  String text;
+  if (joinManyPlainly(first, last, text)) {
+    result = Value(std::move(text));
+  } else {
+    result = concatenate(first[0], first[1]);
+    for (Value* piece = first + 2; piece != last; ++piece) appendTo(result, piece->deref());
+  }
+  clearRange(first, last);
+  put(stack, pc, base, std::move(result));
+}
+
+void append(CallStack& stack, const Instruction* pc, Value* base) {
+  Value& target = base[pc->a].deref();
+  Value& tail = base[pc->b].deref();
+  appendTo(target, tail);
+  if (pc->aIsTemporary()) release(base[pc->a]);
+  if (pc->bIsTemporary() && needsCare(base[pc->b])) release(base[pc->b]);
+  stack.raisePending();
+}
+
+void appendSaved(CallStack& stack, const Instruction* pc, Value* base) {
+  appendToEarlier(base[pc->a], std::move(base[pc->b]), base[pc->c]);
+  if (pc->aIsTemporary()) release(base[pc->a]);
+  if (pc->cIsTemporary() && needsCare(base[pc->c])) release(base[pc->c]);
+  stack.raisePending();
+}
+
+}  // namespace quorvane::vbs::operation
