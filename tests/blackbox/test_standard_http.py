@@ -228,6 +228,9 @@ ROWS = [
     Row("7.1.2", "those that are none are refused", chunked(b"0\r\nX : y\r\n\r\n"), [400], True),
     Row("7.1.3", "a page sees the decoded body and its length",
         chunked(b"3\r\na=1\r\n0\r\n\r\n", "Trailer: X\r\n"), [(200, b"POST|1||3||h|")]),
+    Row("7.4", "no coding but chunked, whatever the client takes",
+        get("/flush.qvs", "TE: gzip, trailers\r\nConnection: TE\r\n"), [(200, b"onetwothree")],
+        lines={"Transfer-Encoding": "chunked"}),
     # Connections
     Row("9.2", "answers come in the order of their requests",
         get("/large.txt") + get() + get("/echo.qvs") + get("/b.txt"),
@@ -256,6 +259,10 @@ ROWS = [
         chunked(b"%x\r\na=1&%s\r\n0\r\n\r\n" % (len(SMUGGLED) + 4, SMUGGLED)),
         [(200, b"POST|1||%d||h|" % (len(SMUGGLED) + 4))]),
     # What RFC 9110 asks for
+    Row("9110 7.8", "an upgrade that is not known is not done",
+        get(lines="Connection: Upgrade, HTTP2-Settings\r\nUpgrade: h2c\r\nHTTP2-Settings: AA\r\n"),
+        [(200, b"aaa")], lines={"Upgrade": None}),
+    Row("9110 7.8", "nor is another protocol spoken", b"PRI * HTTP/2.0\r\n\r\nSM\r\n\r\n", [505], True),
     Row("9110 4.2.3", "dot segments are followed", get("/sub/./x/..//../a.txt"), [(200, b"aaa")]),
     Row("9110 4.2.3", "but not out of the root", get("/sub/../../a.txt"), [400], True),
     Row("9110 4.2.3", "in no spelling", get("/%2e%2e/main.ini"), [400], True),
