@@ -92,8 +92,14 @@ void CodeWriter::emitThrow(ErrorCode code, const Identifier& name) {
   emitName(Opcode::Throw, static_cast<unsigned>(code), 0, 0, name);
 }
 
-void CodeWriter::finish(Opcode last) {
-  emit(last);
+void CodeWriter::leave(bool isMain) {
+  if (isMain) return emit(Opcode::Halt);
+  if (routine_.result == kNoRegister) return emit(Opcode::Return, 0, routine_.firstTemporary);
+  emit(Opcode::ReturnResult, routine_.result, routine_.firstTemporary);
+}
+
+void CodeWriter::finish(bool isMain) {
+  leave(isMain);
   VBS_ASSERT(waitingJumps_ == 0);
 }
 

@@ -43,6 +43,9 @@ class CodeWriter {
   void emitPointer(Opcode op, unsigned a, unsigned b, unsigned c, const void* pointer);
   void emitThrow(ErrorCode code, const Identifier& name);
 
+  /// What `Exit Sub` and the end of a routine do. The frame has been laid out.
+  void leave(bool isMain);
+
   // Jumps. `Wide` ones have their distance in the instruction, `far` ones in the word behind it.
   void emitWideJump(Opcode op, unsigned a, Label& label);
   void emitFarJump(Opcode op, unsigned a, unsigned b, unsigned c, Label& label);
@@ -55,7 +58,7 @@ class CodeWriter {
   void loadConstant(Register target, const Value& value);
 
   /// Ends the routine; every label that was jumped to has been placed.
-  void finish(Opcode last);
+  void finish(bool isMain);
 
  private:
   void noteJump(std::uint32_t at, Label& label);

@@ -141,7 +141,7 @@ void LoopLowering::compileDo(const DoStatement& statement) {
 
 void LoopLowering::compileExit(const ExitStatement& statement) {
   if (statement.what != ExitKind::Do && statement.what != ExitKind::For) {
-    return code_.emit(scope_.isMain() ? Opcode::Halt : Opcode::Return);
+    return code_.leave(scope_.isMain());
   }
   const auto loop = std::find_if(loops_.rbegin(), loops_.rend(),
                                  [&](const Loop& around) { return around.kind == statement.what; });

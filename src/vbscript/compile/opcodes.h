@@ -8,7 +8,7 @@
 /// Operands a, b, c in order: r register, g global variable, f field of the class instance,
 /// k constant, i Integer written in the instruction, n count (of registers from the one before it
 /// on), s flag, x name, h object of the host, e error number, d register or none, w distance of a
-/// jump in b and c together, - unused. After a blank comes what the following word holds:
+/// jump in b and c together, v count of the routine's variables, - unused. After a blank comes what the following word holds:
 /// W distance of a jump, M look-up cache of a member, R routine, C class, I intrinsic function,
 /// H object of the host and member id, X name, N count, L count and lock register, r register.
 ///
@@ -140,7 +140,8 @@
   X(LateCall, "drn X", "a = what has this name by now, called with c arguments from b on")        \
   X(LatePut, "rds X", "What has this name by now, else variable b, = a; flag c: with Set")        \
   X(LateRef, "rd- X", "a = reference to what has this name by now, else to variable b")           \
-  X(Return, "", "Leaves the routine")                                                             \
+  X(Return, "-v", "Leaves the routine, whose variables end")                                      \
+  X(ReturnResult, "rv", "Leaves the routine with result a")                                       \
   X(OnErrorResumeNext, "", "Clears Err; errors of this routine continue at the next statement")   \
   X(OnErrorGoToZero, "", "Clears Err; errors end the routine")                                    \
   X(Throw, "e-- X", "Error with a name behind its text")                                          \

@@ -102,7 +102,7 @@ void RoutineCompiler::setOuterConstants() {
 void RoutineCompiler::finish(SourcePosition end) {
   VBS_ASSERT(parts_.frame.isClear() && parts_.frame.hiddenInUse() == 0);
   parts_.notes.beginStatement(end);
-  parts_.code.finish(parts_.scope.isMain() ? Opcode::Halt : Opcode::Return);
+  parts_.code.finish(parts_.scope.isMain());
   parts_.notes.finish();
 }
 

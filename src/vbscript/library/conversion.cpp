@@ -85,7 +85,7 @@ Value varTypeOf(Runtime&, Args args) {
   try {
     return Value::integer(varType(plainValue(direct)));
   } catch (const ScriptError&) {
-    return Value::integer(static_cast<std::int16_t>(Type::Object));
+    return Value::integer(varType(Value::nothing()));
   }
 }
 

@@ -60,7 +60,7 @@ CallStack::CallStack(Host& host, std::uint32_t depth)
     : time(host),
       memory_(StackMemory::take(std::size_t{depth} + 2)),
       top_(memory_->frames()),
-      framesEnd_(memory_->framesEnd()),
+      lastFrame_(memory_->framesEnd() - 1),
       registersEnd_(memory_->valuesEnd()),
       globals_(memory_->values()) {
   static const Routine kNothing;
@@ -91,6 +91,15 @@ void CallStack::adjustArguments(const Routine& callee, Value* base, std::size_t 
   }
 }
 
+void CallStack::leave(std::uint16_t result) {
+  Value value;
+  if (result != kNoRegister) value = std::move(top_->base[result]);
+  const std::uint16_t target = top_->target();
+  if (top_->added) dropAdded();
+  pop();  // whose pc is behind the call: an error of what follows belongs to that statement
+  acceptResult(target, std::move(value));
+}
+
 void CallStack::dropAdded() {
   delete std::exchange(top_->added, nullptr);
 }
@@ -104,16 +113,16 @@ void CallStack::abandon() {
   --top_;
 }
 
-void CallStack::acceptResult(Value* base, std::uint16_t target, Value& raw) {
-  Value result = std::move(raw);
+void CallStack::acceptResult(std::uint16_t target, Value result) {
   if (target == kNoRegister) {
     result = Value();
     return raisePending();
   }
   const bool isVariable = target < top_->routine->firstTemporary;
   if (isVariable && result.isObject()) result = plainValue(result);
-  if (needsCare(base[target])) return operation::store(*this, base[target], std::move(result));
-  new (&base[target]) Value(std::move(result));
+  Value& accepting = top_->base[target];
+  if (needsCare(accepting)) return operation::store(*this, accepting, std::move(result));
+  new (&accepting) Value(std::move(result));
 }
 
 // ---- Errors ----

@@ -22,9 +22,20 @@ struct Frame {
   const Instruction* pc = nullptr;  ///< where it goes on when what it called returns
   Value* base = nullptr;
   const Routine* routine = nullptr;
-  AddedVariables* added = nullptr;     ///< owned
-  std::uint16_t target = kNoRegister;  ///< the caller's register for the result
-  bool resumeNext = false;
+  AddedVariables* added = nullptr;  ///< owned; null in frames that nobody uses
+  /// The caller's register for the result, and above it the marks below. One number, because each
+  /// call writes it and each return asks whether there is more in it than a register.
+  std::uint32_t link = kNoRegister;
+  static constexpr std::uint32_t kResumesNext = 1u << 16;
+  static constexpr std::uint32_t kHasAdded = 2u << 16;
+
+  std::uint16_t target() const { return static_cast<std::uint16_t>(link); }
+  bool resumesNext() const { return (link & kResumesNext) != 0; }
+  AddedVariables& variablesToAddTo() {
+    if (!added) added = new AddedVariables;
+    link |= kHasAdded;
+    return *added;
+  }
 };
 
 /// The memory of one call stack. Large but touched only as far as scripts go, and handed from one
@@ -70,16 +81,17 @@ class CallStack {
   /// the caller's register `target`. Error 28 when there is no room, RunStopped when the time is
   /// over; the caller's frame is then still the current one.
   void enter(const Routine& callee, Value* base, std::uint16_t target) {
-    if (top_ + 1 >= framesEnd_ || base + callee.registerCount > registersEnd_) overflow();
-    if (time.isDue()) time.look();
+    if (top_ >= lastFrame_ || base + callee.registerCount > registersEnd_) [[unlikely]]
+      overflow();
+    if (time.isDue()) [[unlikely]]
+      time.look();
     VBS_ASSERT(areFree(base + callee.firstCleared, base + callee.registerCount));
     ++top_;
+    VBS_ASSERT(!top_->added);
     top_->pc = callee.code.data();
     top_->base = base;
     top_->routine = &callee;
-    top_->added = nullptr;
-    top_->target = target;
-    top_->resumeNext = false;
+    top_->link = target;
     Value* const end = base + callee.firstTemporary;
     for (Value* v = base + callee.firstCleared; v < end; ++v) {
       v->setIntUncounted(Type::Empty, 0);
@@ -104,11 +116,12 @@ class CallStack {
     VBS_ASSERT(top_ > memory_->frames());
     --top_;
   }
+  /// Leaves the current frame, whose variables are free but for its result, which goes to the
+  /// caller; `result` is kNoRegister for a Sub.
+  void leave(std::uint16_t result);
   void dropAdded();
   /// Leaves the current frame with all it holds.
   void abandon();
-  /// Stores what a routine returned in the register of the caller, who is the current frame.
-  void acceptResult(Value* base, std::uint16_t target, Value& raw);
 
   // What must hold, for assertions.
   /// Between statements the temporaries of the current frame are free.
@@ -161,10 +174,12 @@ class CallStack {
 
  private:
   [[noreturn]] void throwPending();
+  /// Stores what a routine returned in the register of the caller, who is the current frame.
+  void acceptResult(std::uint16_t target, Value result);
 
   std::unique_ptr<StackMemory> memory_;
   Frame* top_;
-  const Frame* framesEnd_;
+  const Frame* lastFrame_;
   const Value* registersEnd_;
   Value* globals_;
   std::optional<ScriptError> pending_;

@@ -1,5 +1,4 @@
 #include <cmath>
-#include <cstring>
 
 #include "vbscript/machine/machine.h"
 #include "vbscript/machine/operations.h"
@@ -177,16 +176,11 @@ template <class Numbers>
   return true;
 }
 
-/// The bits of a value, for moving it where nothing is to be counted.
-[[gnu::always_inline]] inline void copyBits(Value& target, const Value& source) {
-  std::memcpy(static_cast<void*>(&target), static_cast<const void*>(&source), sizeof(Value));
-}
-
 /// A copy of `source` in a register that needs no care; false for a reference.
 [[gnu::always_inline]] inline bool copyInto(Value& target, const Value& source) {
   if (needsCare(target)) return false;
   if (!needsCare(source)) {
-    copyBits(target, source);
+    target.copyUncounted(source);
     return true;
   }
   if (source.is(Type::Reference)) return false;
@@ -238,6 +232,14 @@ template <class Numbers>
   value.setIntUncounted(Type::Empty, 0);
 }
 
+/// Whether a variable that ends is done with; a reference is by this.
+[[gnu::always_inline]] inline bool needsNoCare(Value& variable) {
+  if (!needsCare(variable)) return true;
+  if (!variable.is(Type::Reference)) return false;
+  dropReference(variable);
+  return true;
+}
+
 [[gnu::always_inline]] inline bool isCountedOnce(const Value& holder) {
   return holder.deref().asArray()->references == 1;
 }
@@ -260,7 +262,7 @@ template <class Numbers>
 /// Stores without counting; false: not a case for the loop.
 [[gnu::always_inline]] inline bool storePlain(Value& element, const Value& value) {
   if (needsCare(element) || needsCare(value)) return false;
-  copyBits(element, value);
+  element.copyUncounted(value);
   return true;
 }
 
@@ -452,7 +454,7 @@ LoadGlobal:
   if (needsCare(stack_.globals()[pc->b]) || needsCare(base[pc->a])) {
     VBS_SLOW(put(stack_, pc, base, stack_.globals()[pc->b]));
   } else {
-    copyBits(base[pc->a], stack_.globals()[pc->b]);
+    base[pc->a].copyUncounted(stack_.globals()[pc->b]);
   }
   VBS_NEXT(1);
 LetGlobal:
@@ -467,7 +469,7 @@ LoadField : {
   if (needsCare(field) || needsCare(base[pc->a])) {
     VBS_SLOW(put(stack_, pc, base, field));
   } else {
-    copyBits(base[pc->a], field);
+    base[pc->a].copyUncounted(field);
   }
 }
   VBS_NEXT(1);
@@ -779,43 +781,45 @@ PutElementMember : {
   VBS_DELEGATE(LatePut, 2, latePut(pc, base))
   VBS_DELEGATE(LateRef, 2, lateRef(pc, base))
 
-Return : {
-  const Routine* routine = stack_.top()->routine;
-  alignas(Value) unsigned char result[sizeof(Value)];
-  if (routine->result != kNoRegister) {
-    Value& from = base[routine->result];
-    std::memcpy(result, static_cast<const void*>(&from), sizeof(Value));
-    from.forget();
-  } else {
-    new (result) Value();
+Return:
+  for (Value *v = base, *end = base + pc->b; v != end; ++v) {
+    if (!needsNoCare(*v)) VBS_SLOW(release(*v));
   }
-  for (Value *v = base, *end = base + routine->firstTemporary; v != end; ++v) {
-    if (needsCare(*v)) VBS_SLOW(release(*v));
-  }
-  const std::uint16_t target = stack_.top()->target;
-  if (stack_.top()->added) VBS_SLOW(stack_.dropAdded());
-  stack_.pop();  // whose pc is behind the call: an error of what follows belongs to that statement
-  base = stack_.top()->base;
-  pc = stack_.top()->pc;
-  constants = stack_.top()->routine->constants.data();
-  auto& value = *reinterpret_cast<Value*>(result);
-  if (target != kNoRegister && !needsCare(base[target]) && !value.isObject()) {
-    copyBits(base[target], value);
+  if (stack_.top()->link == kNoRegister) {
+    stack_.pop();
+    stack_.raisePending();
   } else {
-    stack_.acceptResult(base, target, value);
+    VBS_SLOW(stack_.leave(kNoRegister));
+  }
+  VBS_RELOAD();
+ReturnResult : {
+  const Value& result = base[pc->a];
+  bool isSimple = true;
+  for (Value *v = base, *end = base + pc->b; v != end; ++v) {
+    if (needsNoCare(*v)) continue;
+    isSimple = false;
+    if (v != &result) VBS_SLOW(release(*v));
+  }
+  const std::uint32_t link = stack_.top()->link;
+  Value* const outside = stack_.top()[-1].base;
+  if (isSimple && link < kNoRegister && !needsCare(outside[link])) {
+    outside[link].copyUncounted(result);
+    stack_.pop();
+  } else {
+    VBS_SLOW(stack_.leave(pc->a));
   }
 }
-  VBS_DISPATCH();
+  VBS_RELOAD();
 
   // ---- Errors and code as text ----
 
 OnErrorResumeNext:
   err_->clear();
-  stack_.top()->resumeNext = true;
+  stack_.top()->link |= Frame::kResumesNext;
   VBS_NEXT(1);
 OnErrorGoToZero:
   err_->clear();
-  stack_.top()->resumeNext = false;
+  stack_.top()->link &= ~Frame::kResumesNext;
   VBS_NEXT(1);
   VBS_DELEGATE(Throw, 2, stack_.throwCode(pc))
   VBS_DELEGATE(ExecuteText, 1, executeText(pc, base))

@@ -167,7 +167,7 @@ bool Machine::trap(ScriptError& error, const Frame* entry) {
     VBS_ASSERT(stack_.top() >= entry);
     Frame& frame = *stack_.top();
     const Routine& routine = *frame.routine;
-    const StatementEntry* current = canTrap && frame.resumeNext ? stack_.statement() : nullptr;
+    const StatementEntry* current = canTrap && frame.resumesNext() ? stack_.statement() : nullptr;
     if (current) {
       clearRange(frame.base + routine.firstTemporary, frame.base + routine.registerCount);
       stack_.dropPending();

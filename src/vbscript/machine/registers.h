@@ -13,11 +13,7 @@ namespace quorvane::vbs {
 /// Whether a register needs more than being overwritten: it holds something counted, or refers to
 /// a variable.
 inline bool needsCare(const Value& value) {
-  constexpr std::uint32_t kMask =
-      (1u << static_cast<unsigned>(Type::String)) | (1u << static_cast<unsigned>(Type::Object)) |
-      (1u << static_cast<unsigned>(Type::Array)) | (1u << static_cast<unsigned>(Type::Reference)) |
-      (1u << static_cast<unsigned>(Type::ArrayLock));
-  return (kMask >> static_cast<unsigned>(value.type())) & 1u;
+  return value.type() >= Type::String;
 }
 
 /// Leaves the register Empty. The end of an object may run script code.

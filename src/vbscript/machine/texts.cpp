@@ -24,8 +24,7 @@ void bindOuterVariables(const Routine& main, Value* parameters, Frame& outer) {
     if (found != variables.end()) {
       place = &outer.base[found->index].deref();
     } else {
-      if (!outer.added) outer.added = new AddedVariables;
-      auto& added = (*outer.added)[name];
+      auto& added = outer.variablesToAddTo()[name];
       if (!added) added = std::make_unique<Value>();
       place = added.get();
     }

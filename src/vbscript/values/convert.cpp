@@ -3,6 +3,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 
 #include "vbscript/values/number_text.h"
 #include "vbscript/values/object.h"
@@ -236,11 +237,13 @@ std::string_view typeName(const Value& value) {
 }
 
 std::int16_t varType(const Value& value) {
-  constexpr int kArray = 8192;
+  constexpr std::int16_t kNumbers[] = {0, 1, 2, 3, 4, 5, 6, 7, 11, 17, 10, 8, 9};
+  static_assert(std::size(kNumbers) == static_cast<std::size_t>(Type::Array));
+  constexpr std::int16_t kArrayOfBytes = 8192 + 17;
+  constexpr std::int16_t kArrayOfVariants = 8192 + 12;
   const Value& direct = value.deref();
-  if (!direct.isArray()) return static_cast<std::int16_t>(direct.type());
-  const bool bytes = direct.asArray()->elementType == Type::Byte;
-  return static_cast<std::int16_t>(kArray + static_cast<int>(bytes ? Type::Byte : Type::Array));
+  if (!direct.isArray()) return kNumbers[static_cast<std::size_t>(direct.type())];
+  return direct.asArray()->elementType == Type::Byte ? kArrayOfBytes : kArrayOfVariants;
 }
 
 std::string toBytes(const ArrayRep& array) {

@@ -16,24 +16,25 @@ namespace quorvane::vbs {
 class Object;
 class Value;
 
-/// The subtypes of a script value. The numbers are those that VarType shows to scripts.
+/// The subtypes of a script value; varType() has the numbers that scripts see. Those that are more
+/// than bits to overwrite come last, so that one comparison finds them.
 enum class Type : std::uint8_t {
-  Empty = 0,
-  Null = 1,
-  Integer = 2,  ///< 16 bits
-  Long = 3,     ///< 32 bits
-  Single = 4,
-  Double = 5,
-  Currency = 6,  ///< 64-bit count of ten-thousandths
-  Date = 7,      ///< days since 30 December 1899, the fraction is the time of day
-  String = 8,
-  Object = 9,    ///< a null pointer is Nothing
-  Error = 10,    ///< an error number; kMissing marks an omitted argument
-  Boolean = 11,  ///< -1 and 0
-  Array = 12,    ///< shown as 8192 + 12
-  Byte = 17,
-  Reference = 30,  ///< internal: points to the variable that stands behind a ByRef parameter
-  ArrayLock = 31,  ///< internal: keeps an array in place; the machine alone makes and ends these
+  Empty,
+  Null,
+  Integer,  ///< 16 bits
+  Long,     ///< 32 bits
+  Single,
+  Double,
+  Currency,  ///< 64-bit count of ten-thousandths
+  Date,      ///< days since 30 December 1899, the fraction is the time of day
+  Boolean,   ///< -1 and 0
+  Byte,
+  Error,      ///< an error number; kMissing marks an omitted argument
+  String,     ///< counted, as are the next two
+  Object,     ///< a null pointer is Nothing
+  Array,
+  Reference,  ///< internal: points to the variable that stands behind a ByRef parameter
+  ArrayLock,  ///< internal: keeps an array in place; the machine alone makes and ends these
 };
 
 /// The error number that an omitted argument carries.
@@ -223,24 +224,28 @@ class Value {
   const Value& deref() const { return type_ == Type::Reference ? *payload_.v : *this; }
   Value& deref() { return type_ == Type::Reference ? *payload_.v : *this; }
 
-  /// For the machine's fast paths, on values known not to be counted.
+  /// For the machine's fast paths, on values known not to be counted. Tag and payload are always
+  /// written and copied as two whole pieces: a piece that is read soon after is then at hand, where
+  /// the processor would have to put one together from smaller ones.
   void setIntUncounted(Type t, std::int32_t n) {
     VBS_ASSERT(!isCounted());
     type_ = t;
-    payload_.i = n;
+    payload_.currency = static_cast<std::uint32_t>(n);
   }
   void setDoubleUncounted(Type t, double n) {
     VBS_ASSERT(!isCounted());
     type_ = t;
     payload_.d = n;
   }
+  void copyUncounted(const Value& source) {
+    VBS_ASSERT(!isCounted() && !source.isCounted());
+    type_ = source.type_;
+    payload_.currency = source.payload_.currency;
+  }
   /// Leaves the value Empty whose bits have gone elsewhere, with the reference that they count.
   void forget() { type_ = Type::Empty; }
   bool isCounted() const {
-    constexpr std::uint32_t kCounted = (1u << static_cast<unsigned>(Type::String)) |
-                                       (1u << static_cast<unsigned>(Type::Object)) |
-                                       (1u << static_cast<unsigned>(Type::Array));
-    return (kCounted >> static_cast<unsigned>(type_)) & 1u;
+    return type_ >= Type::String && type_ <= Type::Array;
   }
 
  private:
