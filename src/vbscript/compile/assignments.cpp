@@ -151,14 +151,16 @@ void AssignmentLowering::assignElement(const CallExpression& target, const Expre
   ExpressionLowering& expressions = parts_.expressions;
   ExpressionFacts later = facts_.of(indexes);
   if (target.callee->kind != ExpressionKind::Name) later.add(facts_.of(*target.callee));
-  const Register source = expressions.operandBefore(value, later);
+  const auto constant = indexes.size() == 1 ? nearConstantOf(value) : std::nullopt;
+  const Register source = constant ? kNoRegister : expressions.operandBefore(value, later);
   const auto path = parts_.places.pushPath(*target.callee);
   std::vector<Register> locks;
   if (indexes.size() == 1) {
     const Register index = expressions.operand(*indexes[0]);
     const Register base = parts_.places.placeAt(path, locks);
     notes_.noteElement(*target.callee, indexes);
-    code_.emit(Opcode::SetElement, base, index, source);
+    code_.emit(constant ? Opcode::SetElementConstant : Opcode::SetElement, base, index,
+               constant.value_or(source));
   } else {
     const Register row = expressions.operandBefore(*indexes[0], facts_.of(*indexes[1]));
     const Register column = expressions.operand(*indexes[1]);
@@ -168,6 +170,12 @@ void AssignmentLowering::assignElement(const CallExpression& target, const Expre
     code_.emitPair(column, 0);
   }
   parts_.places.releaseLocks(locks);
+}
+
+/// The number of a constant that can be stored from where it is.
+std::optional<std::uint16_t> AssignmentLowering::nearConstantOf(const Expression& value) {
+  const Value* constant = scope_.literal(value);
+  return constant ? code_.nearConstant(*constant) : std::nullopt;
 }
 
 /// With any indexes, and with Set: they are evaluated before the value.

@@ -13,6 +13,7 @@ class AssignmentLowering : LoweringPart {
   void assign(const AssignStatement& statement);
 
  private:
+  std::optional<std::uint16_t> nearConstantOf(const Expression& value);
   void assignName(const NameExpression& target, const Expression& value, bool isSet);
   void assignVariable(const Binding& binding, const Expression& value, bool isSet);
   void assignMember(const MemberExpression& target, const Expression& value, bool isSet);

@@ -24,33 +24,54 @@ BinaryOperator mirrored(BinaryOperator operation) {
   }
 }
 
+/// The comparison that holds where this one does not.
+BinaryOperator opposite(BinaryOperator operation) {
+  switch (operation) {
+    case BinaryOperator::Equal:
+      return BinaryOperator::NotEqual;
+    case BinaryOperator::NotEqual:
+      return BinaryOperator::Equal;
+    case BinaryOperator::Less:
+      return BinaryOperator::GreaterOrEqual;
+    case BinaryOperator::LessOrEqual:
+      return BinaryOperator::Greater;
+    case BinaryOperator::Greater:
+      return BinaryOperator::LessOrEqual;
+    default:
+      return BinaryOperator::Less;
+  }
+}
+
 /// How the machine spells a comparison.
 struct Comparison {
   Opcode registers;
   Opcode constant;
   Opcode jumpRegisters;
   Opcode jumpConstant;
+  Opcode jumpInteger;
 };
 
 Comparison comparisonOf(BinaryOperator operation) {
+#define VBS_COMPARISON(name)                                                                \
+  Comparison {                                                                              \
+    Opcode::name, Opcode::name##Constant, Opcode::Jump##name, Opcode::Jump##name##Constant, \
+        Opcode::Jump##name##Integer                                                         \
+  }
   switch (operation) {
     case BinaryOperator::NotEqual:
-      return {Opcode::NotEqual, Opcode::NotEqualConstant, Opcode::JumpNotEqual,
-              Opcode::JumpNotEqualConstant};
+      return VBS_COMPARISON(NotEqual);
     case BinaryOperator::Less:
-      return {Opcode::Less, Opcode::LessConstant, Opcode::JumpLess, Opcode::JumpLessConstant};
+      return VBS_COMPARISON(Less);
     case BinaryOperator::LessOrEqual:
-      return {Opcode::LessOrEqual, Opcode::LessOrEqualConstant, Opcode::JumpLessOrEqual,
-              Opcode::JumpLessOrEqualConstant};
+      return VBS_COMPARISON(LessOrEqual);
     case BinaryOperator::Greater:
-      return {Opcode::Greater, Opcode::GreaterConstant, Opcode::JumpGreater,
-              Opcode::JumpGreaterConstant};
+      return VBS_COMPARISON(Greater);
     case BinaryOperator::GreaterOrEqual:
-      return {Opcode::GreaterOrEqual, Opcode::GreaterOrEqualConstant, Opcode::JumpGreaterOrEqual,
-              Opcode::JumpGreaterOrEqualConstant};
+      return VBS_COMPARISON(GreaterOrEqual);
     default:
-      return {Opcode::Equal, Opcode::EqualConstant, Opcode::JumpEqual, Opcode::JumpEqualConstant};
+      return VBS_COMPARISON(Equal);
   }
+#undef VBS_COMPARISON
 }
 
 bool isWritten(const Expression& expression) {
@@ -123,7 +144,7 @@ void ComparisonLowering::compileByJump(const Sides& sides, Register target) {
   const Register truth = frame_.newTemporary();
   code_.loadConstant(truth, Value::boolean(true));
   code_.emitFarJump(comparisonOf(sides.operation).jumpConstant, sides.left, sides.right,
-                    kJumpWhenTrue | sides.flags, done);
+                    sides.flags, done);
   code_.loadConstant(truth, Value::boolean(false));
   code_.place(done);
   code_.emit(Opcode::Let, target, truth);
@@ -132,41 +153,54 @@ void ComparisonLowering::compileByJump(const Sides& sides, Register target) {
 void ComparisonLowering::jumpOn(const Expression& condition, bool when, Label& label) {
   const Temporaries temporaries(frame_);
   const Expression& outer = unwrapped(condition);
+  // Null is untrue, and so is Not of Null.
+  const unsigned flags = when ? 0 : kJumpOnNull;
   if (isComparison(outer)) {
-    return jumpOnComparison(static_cast<const BinaryExpression&>(outer), when ? kJumpWhenTrue : 0,
-                            label);
+    return jumpOnComparison(static_cast<const BinaryExpression&>(outer), when, flags, label);
   }
   if (outer.kind == ExpressionKind::Unary) {
     const auto& unary = static_cast<const UnaryExpression&>(outer);
     const Expression& inner = unwrapped(*unary.operand);
     if (unary.operation == UnaryOperator::Not && isComparison(inner)) {
-      // Not of a comparison turns the jump round. Not of Null is Null and stays untrue.
-      const unsigned flags = (when ? 0 : kJumpWhenTrue) | kJumpNullHolds;
-      return jumpOnComparison(static_cast<const BinaryExpression&>(inner), flags, label);
+      return jumpOnComparison(static_cast<const BinaryExpression&>(inner), !when, flags, label);
     }
   }
   const Register value = parts_.expressions.operand(outer);
   code_.emitWideJump(when ? Opcode::JumpIf : Opcode::JumpUnless, value, label);
 }
 
-void ComparisonLowering::jumpOnComparison(const BinaryExpression& binary, unsigned flags,
+/// Jumps when what the comparison says is `when`.
+void ComparisonLowering::jumpOnComparison(const BinaryExpression& binary, bool when, unsigned flags,
                                           Label& label) {
-  const Sides sides = pushSides(binary, kNoRegister);
+  Sides sides = pushSides(binary, kNoRegister);
+  if (!when) sides.operation = opposite(sides.operation);
+  sides.flags |= flags;
+  emitJump(sides, label);
+}
+
+void ComparisonLowering::emitJump(const Sides& sides, Label& label) {
   const Comparison comparison = comparisonOf(sides.operation);
-  code_.emitFarJump(sides.isConstant ? comparison.jumpConstant : comparison.jumpRegisters,
-                    sides.left, sides.right, flags | sides.flags, label);
+  if (!sides.isConstant) {
+    return code_.emitFarJump(comparison.jumpRegisters, sides.left, sides.right, sides.flags, label);
+  }
+  const Value& constant = routine_.constants[sides.right];
+  if (!constant.is(Type::Integer)) {
+    return code_.emitFarJump(comparison.jumpConstant, sides.left, sides.right, sides.flags, label);
+  }
+  const auto number = static_cast<std::uint16_t>(constant.asInt());
+  code_.emitFarJump(comparison.jumpInteger, sides.left, number, sides.flags, label);
 }
 
 void ComparisonLowering::jumpOnCase(Register subject, const Expression& value, Label& body) {
   const Temporaries temporaries(frame_);
   if (const Value* constant = scope_.literal(value)) {
     if (const auto near = code_.nearConstant(*constant)) {
-      const unsigned flags = kJumpWhenTrue | (isWritten(value) ? 0 : kJumpOnNamed);
-      return code_.emitFarJump(Opcode::JumpEqualConstant, subject, *near, flags, body);
+      const unsigned flags = isWritten(value) ? 0 : kJumpOnNamed;
+      return emitJump({BinaryOperator::Equal, subject, *near, true, flags}, body);
     }
   }
   const Register r = parts_.expressions.operand(value);
-  code_.emitFarJump(Opcode::JumpEqual, subject, r, kJumpWhenTrue, body);
+  emitJump({BinaryOperator::Equal, subject, r, false}, body);
 }
 
 }  // namespace quorvane::vbs

@@ -18,7 +18,7 @@ class ComparisonLowering : LoweringPart {
   void jumpOnCase(Register subject, const Expression& value, Label& body);
 
  private:
-  void jumpOnComparison(const BinaryExpression& binary, unsigned flags, Label& label);
+  void jumpOnComparison(const BinaryExpression& binary, bool when, unsigned flags, Label& label);
   /// A comparison's sides in registers, or the right one among the constants, and the flags that a
   /// jump on them has.
   struct Sides {
@@ -31,6 +31,7 @@ class ComparisonLowering : LoweringPart {
   bool decides(const Expression& left, const Expression& right) const;
   Sides pushSides(const BinaryExpression& binary, Register scratch);
   void compileByJump(const Sides& sides, Register target);
+  void emitJump(const Sides& sides, Label& label);
 };
 
 }  // namespace quorvane::vbs

@@ -74,7 +74,7 @@ void LoopLowering::compileFor(const ForStatement& statement) {
   notes_.beginStatement(statement.position);
   compileBody(statement.body, ExitKind::For, exit);
   notes_.beginStatement(statement.end);
-  code_.emitFarJump(Opcode::ForLoop, variable, limit, 0, body);
+  code_.emitFarJump(statement.step ? Opcode::ForLoop : Opcode::ForNext, variable, limit, 0, body);
   code_.place(exit);
   notes_.beginStatement(statement.end);
 }

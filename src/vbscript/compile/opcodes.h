@@ -8,9 +8,10 @@
 /// Operands a, b, c in order: r register, g global variable, f field of the class instance,
 /// k constant, i Integer written in the instruction, n count (of registers from the one before it
 /// on), s flag, x name, h object of the host, e error number, d register or none, w distance of a
-/// jump in b and c together, v count of the routine's variables, - unused. After a blank comes what the following word holds:
-/// W distance of a jump, M look-up cache of a member, R routine, C class, I intrinsic function,
-/// H object of the host and member id, X name, N count, L count and lock register, r register.
+/// jump in b and c together, v count of the routine's variables, - unused. After a blank comes what
+/// the following word holds: W distance of a jump, M look-up cache of a member, R routine, C class,
+/// I intrinsic function, H object of the host and member id, X name, N count, L count and lock
+/// register, r register.
 ///
 /// Registers hold values at all times. Registers that hold intermediate values (temporaries) are
 /// left without a counted value by whatever operation uses them.
@@ -86,20 +87,27 @@
   X(Jump, "-w", "Jumps")                                                                          \
   X(JumpIf, "rw", "Jumps when a is true")                                                         \
   X(JumpUnless, "rw", "Jumps unless a is true")                                                   \
-  X(JumpEqual, "rrs W", "Jumps when (a = b) is flag c; Null counts as false")                     \
-  X(JumpNotEqual, "rrs W", "Jumps when (a <> b) is flag c")                                       \
-  X(JumpLess, "rrs W", "Jumps when (a < b) is flag c")                                            \
-  X(JumpLessOrEqual, "rrs W", "Jumps when (a <= b) is flag c")                                    \
-  X(JumpGreater, "rrs W", "Jumps when (a > b) is flag c")                                         \
-  X(JumpGreaterOrEqual, "rrs W", "Jumps when (a >= b) is flag c")                                 \
-  X(JumpEqualConstant, "rks W", "Jumps when (a = literal) is flag c")                             \
-  X(JumpNotEqualConstant, "rks W", "Jumps when (a <> literal) is flag c")                         \
-  X(JumpLessConstant, "rks W", "Jumps when (a < literal) is flag c")                              \
-  X(JumpLessOrEqualConstant, "rks W", "Jumps when (a <= literal) is flag c")                      \
-  X(JumpGreaterConstant, "rks W", "Jumps when (a > literal) is flag c")                           \
-  X(JumpGreaterOrEqualConstant, "rks W", "Jumps when (a >= literal) is flag c")                   \
+  X(JumpEqual, "rrs W", "Jumps when a = b; flags c say how")                                      \
+  X(JumpNotEqual, "rrs W", "Jumps when a <> b; flags c say how")                                  \
+  X(JumpLess, "rrs W", "Jumps when a < b; flags c say how")                                       \
+  X(JumpLessOrEqual, "rrs W", "Jumps when a <= b; flags c say how")                               \
+  X(JumpGreater, "rrs W", "Jumps when a > b; flags c say how")                                    \
+  X(JumpGreaterOrEqual, "rrs W", "Jumps when a >= b; flags c say how")                            \
+  X(JumpEqualConstant, "rks W", "Jumps when a = constant; flags c")                               \
+  X(JumpNotEqualConstant, "rks W", "Jumps when a <> constant; flags c")                           \
+  X(JumpLessConstant, "rks W", "Jumps when a < constant; flags c")                                \
+  X(JumpLessOrEqualConstant, "rks W", "Jumps when a <= constant; flags c")                        \
+  X(JumpGreaterConstant, "rks W", "Jumps when a > constant; flags c")                             \
+  X(JumpGreaterOrEqualConstant, "rks W", "Jumps when a >= constant; flags c")                     \
+  X(JumpEqualInteger, "ris W", "Jumps when a = Integer; flags c")                                 \
+  X(JumpNotEqualInteger, "ris W", "Jumps when a <> Integer; flags c")                             \
+  X(JumpLessInteger, "ris W", "Jumps when a < Integer; flags c")                                  \
+  X(JumpLessOrEqualInteger, "ris W", "Jumps when a <= Integer; flags c")                          \
+  X(JumpGreaterInteger, "ris W", "Jumps when a > Integer; flags c")                               \
+  X(JumpGreaterOrEqualInteger, "ris W", "Jumps when a >= Integer; flags c")                       \
   X(ForPrepare, "rrr W", "Variable a starts at c, limit b, step b+1; jumps when it is past")      \
   X(ForLoop, "rr- W", "Variable a one step on; jumps back while it is not past limit b")          \
+  X(ForNext, "rr- W", "ForLoop where the step is 1")                                              \
   X(ForEachPrepare, "rrs",                                                                        \
     "a and a+1 walk array or collection b; the array of a variable that may be "                  \
     "written (flag c: is not) is locked")                                                         \
@@ -112,6 +120,7 @@
   X(GetElement2, "rrr r", "a = b(c, register)")                                                   \
   X(GetElementMany, "rrr N", "a = b(the values from c on)")                                       \
   X(SetElement, "rrr", "a(b) = c")                                                                \
+  X(SetElementConstant, "rrk", "a(b) = constant")                                                 \
   X(SetElement2, "rrr r", "a(b, register) = c")                                                   \
   X(SetElementMany, "rrn", "a(the c values from b on) = the value after them")                    \
   X(SetElementObject, "rrn", "Set a(the c values from b on) = the value after them")              \
@@ -159,9 +168,8 @@ enum class Opcode : std::uint8_t {
 };
 
 /// The flags of a jump on a comparison.
-inline constexpr unsigned kJumpWhenTrue = 1;
-inline constexpr unsigned kJumpNullHolds = 2;
-inline constexpr unsigned kJumpOnNamed = 4;     ///< a Const names the constant: it is no literal
-inline constexpr unsigned kJumpOnLiterals = 8;  ///< both sides are literals
+inline constexpr unsigned kJumpOnNull = 1;      ///< jumps as well when the comparison is Null
+inline constexpr unsigned kJumpOnNamed = 2;     ///< a Const names the constant: it is no literal
+inline constexpr unsigned kJumpOnLiterals = 4;  ///< both sides are literals
 
 }  // namespace quorvane::vbs

@@ -218,6 +218,13 @@ void setElement(CallStack& stack, const Instruction* pc, Value* base) {
   giveUp(base[pc->a], pc->aIsTemporary());
 }
 
+void setElementConstant(CallStack& stack, const Instruction* pc, Value* base) {
+  std::array<Value, 2> values = {taken(base[pc->b], pc->bIsTemporary()),
+                                 stack.top()->routine->constants[pc->c]};
+  storeElement(stack, base[pc->a], values, false, pc);
+  if (pc->aIsTemporary() && needsCare(base[pc->a])) release(base[pc->a]);
+}
+
 void setElement2(CallStack& stack, const Instruction* pc, Value* base) {
   const auto second = static_cast<std::uint16_t>(pc[1].low());
   const bool secondIsTemporary = second >= stack.top()->routine->firstTemporary;

@@ -18,26 +18,31 @@ Relation relationOf(Opcode op) {
     case Opcode::EqualConstant:
     case Opcode::JumpEqual:
     case Opcode::JumpEqualConstant:
+    case Opcode::JumpEqualInteger:
       return Relation::Equal;
     case Opcode::NotEqual:
     case Opcode::NotEqualConstant:
     case Opcode::JumpNotEqual:
     case Opcode::JumpNotEqualConstant:
+    case Opcode::JumpNotEqualInteger:
       return Relation::NotEqual;
     case Opcode::Less:
     case Opcode::LessConstant:
     case Opcode::JumpLess:
     case Opcode::JumpLessConstant:
+    case Opcode::JumpLessInteger:
       return Relation::Less;
     case Opcode::LessOrEqual:
     case Opcode::LessOrEqualConstant:
     case Opcode::JumpLessOrEqual:
     case Opcode::JumpLessOrEqualConstant:
+    case Opcode::JumpLessOrEqualInteger:
       return Relation::LessOrEqual;
     case Opcode::Greater:
     case Opcode::GreaterConstant:
     case Opcode::JumpGreater:
     case Opcode::JumpGreaterConstant:
+    case Opcode::JumpGreaterInteger:
       return Relation::Greater;
     default:
       return Relation::GreaterOrEqual;
@@ -65,7 +70,7 @@ bool holdsFor(Relation relation, Ordering ordering) {
 
 bool isConstantForm(Opcode op) {
   return (op >= Opcode::EqualConstant && op <= Opcode::GreaterOrEqualConstant) ||
-         (op >= Opcode::JumpEqualConstant && op <= Opcode::JumpGreaterOrEqualConstant);
+         (op >= Opcode::JumpEqualConstant && op <= Opcode::JumpGreaterOrEqualInteger);
 }
 
 /// A number or a text, as a literal in the script's text can be.
@@ -123,12 +128,16 @@ bool jumpCompare(const Instruction* pc, Value* base, Opcode op, const Value& rig
     result = *same == (relation == Relation::Equal);
   } else {
     const Ordering ordering = order(op, pc->c, left, right.deref());
-    const bool nullHolds = (pc->c & kJumpNullHolds) != 0;
-    result = ordering == Ordering::Null ? nullHolds : holdsFor(relation, ordering);
+    const bool onNull = (pc->c & kJumpOnNull) != 0;
+    result = ordering == Ordering::Null ? onNull : holdsFor(relation, ordering);
   }
   if (pc->aIsTemporary() && needsCare(base[pc->a])) release(base[pc->a]);
   if (rightIsTemporary && needsCare(right)) release(base[pc->b]);
   return result;
+}
+
+bool jumpCompareInteger(const Instruction* pc, Value* base, Opcode op) {
+  return jumpCompare(pc, base, op, Value::integer(static_cast<std::int16_t>(pc->b)), false);
 }
 
 bool truth(const Instruction* pc, Value* base) {

@@ -24,16 +24,20 @@ inline unsigned tag(const Value& value) {
   return static_cast<unsigned>(value.type());
 }
 
+inline bool isWhole(const Value& value) {
+  return (tag(value) ^ kInteger) <= 1;
+}
+
 /// Both are Integer or Long.
 inline bool areWhole(unsigned l, unsigned r) {
   static_assert(kInteger == 2 && kLong == 3);
   return ((l ^ kInteger) | (r ^ kInteger)) <= 1;
 }
 
-/// Integer where both operands were and the number fits, else Long.
-inline void setWhole(Value& target, unsigned l, unsigned r, std::int32_t number) {
-  const unsigned wide = number != static_cast<std::int16_t>(number) ? 1 : 0;
-  target.setIntUncounted(static_cast<Type>(l | r | wide), number);
+/// A number that came of Integers: Long when it does not fit.
+inline void setInteger(Value& target, std::int32_t number) {
+  const bool fits = number == static_cast<std::int16_t>(number);
+  target.setIntUncounted(fits ? Type::Integer : Type::Long, number);
 }
 
 inline bool isFinite(double number) {
@@ -71,24 +75,55 @@ struct MultiplyNumbers {
   static double floating(double l, double r) { return l * r; }
 };
 
-/// False: not a case for the loop.
+/// Two numbers of one subtype, or an Integer and a Long; false: not a case for the loop.
+template <class Numbers>
+[[gnu::always_inline]] inline bool calculateWhole(Value& target, const Value& left,
+                                                  const Value& right) {
+  std::int32_t n = 0;
+  if (!Numbers::whole(left.asInt(), right.asInt(), n)) return false;
+  if (tag(left) == kInteger && tag(right) == kInteger) {
+    setInteger(target, n);
+  } else {
+    target.setIntUncounted(Type::Long, n);
+  }
+  return true;
+}
+
+[[gnu::always_inline]] inline bool setFinite(Value& target, double number) {
+  if (!isFinite(number)) return false;
+  target.setDoubleUncounted(Type::Double, number);
+  return true;
+}
+
 template <class Numbers>
 [[gnu::always_inline]] inline bool calculate(Value& target, const Value& left, const Value& right) {
-  if (needsCare(target)) return false;
   const unsigned l = tag(left);
   const unsigned r = tag(right);
-  if (areWhole(l, r)) {
-    std::int32_t n = 0;
-    if (!Numbers::whole(left.asInt(), right.asInt(), n)) return false;
-    setWhole(target, l, r, n);
-    return true;
+  if (needsCare(target)) return false;
+  if (l == kDouble && r == kDouble) {
+    return setFinite(target, Numbers::floating(left.asDouble(), right.asDouble()));
   }
+  if (areWhole(l, r)) return calculateWhole<Numbers>(target, left, right);
   double x = 0;
   double y = 0;
   if (!asDouble(left, x) || !asDouble(right, y)) return false;
-  const double n = Numbers::floating(x, y);
-  if (!isFinite(n)) return false;
-  target.setDoubleUncounted(Type::Double, n);
+  return setFinite(target, Numbers::floating(x, y));
+}
+
+/// With an Integer on the right.
+template <class Numbers>
+[[gnu::always_inline]] inline bool calculate(Value& target, const Value& left, std::int16_t right) {
+  if (needsCare(target)) return false;
+  std::int32_t n = 0;
+  if (tag(left) == kInteger) {
+    if (!Numbers::whole(left.asInt(), right, n)) return false;
+    setInteger(target, n);
+  } else if (tag(left) == kLong) {
+    if (!Numbers::whole(left.asInt(), right, n)) return false;
+    target.setIntUncounted(Type::Long, n);
+  } else {
+    return tag(left) == kDouble && setFinite(target, Numbers::floating(left.asDouble(), right));
+  }
   return true;
 }
 
@@ -97,30 +132,28 @@ template <class Numbers>
   double x = 0;
   double y = 0;
   if (needsCare(target) || !asDouble(left, x) || !asDouble(right, y) || y == 0) return false;
-  const double n = x / y;
-  if (!isFinite(n)) return false;
-  target.setDoubleUncounted(Type::Double, n);
-  return true;
+  return setFinite(target, x / y);
+}
+
+/// The operand of `\\` and Mod on the right; their result has the wider subtype.
+inline bool dividesSimply(std::int32_t number) {
+  return number != 0 && number != -1;
 }
 
 [[gnu::always_inline]] inline bool divideWhole(Value& target, const Value& left,
                                                const Value& right) {
   const unsigned l = tag(left);
   const unsigned r = tag(right);
-  if (!areWhole(l, r) || needsCare(target)) return false;
-  const std::int32_t by = right.asInt();
-  if (by == 0 || by == -1) return false;
-  setWhole(target, l, r, left.asInt() / by);
+  if (!areWhole(l, r) || needsCare(target) || !dividesSimply(right.asInt())) return false;
+  target.setIntUncounted(static_cast<Type>(l | r), left.asInt() / right.asInt());
   return true;
 }
 
 [[gnu::always_inline]] inline bool remainder(Value& target, const Value& left, const Value& right) {
   const unsigned l = tag(left);
   const unsigned r = tag(right);
-  if (!areWhole(l, r) || needsCare(target)) return false;
-  const std::int32_t by = right.asInt();
-  if (by == 0 || by == -1) return false;
-  setWhole(target, l, r, left.asInt() % by);
+  if (!areWhole(l, r) || needsCare(target) || !dividesSimply(right.asInt())) return false;
+  target.setIntUncounted(static_cast<Type>(l | r), left.asInt() % right.asInt());
   return true;
 }
 
@@ -176,6 +209,24 @@ template <class Numbers>
   return true;
 }
 
+template <class Numbers>
+[[gnu::always_inline]] inline bool compareInteger(const Value& left, std::int16_t right,
+                                                  bool& holds) {
+  if (isWhole(left)) {
+    holds = Numbers::holds(left.asInt(), std::int32_t{right});
+    return true;
+  }
+  if (tag(left) != kDouble) return false;
+  holds = Numbers::holds(left.asDouble(), static_cast<double>(right));
+  return true;
+}
+
+/// Whether a loop goes on with this number.
+[[gnu::always_inline]] inline bool isWithin(std::int32_t at, const Value& limit,
+                                            const Value& step) {
+  return step.asInt() >= 0 ? at <= limit.asInt() : at >= limit.asInt();
+}
+
 /// A copy of `source` in a register that needs no care; false for a reference.
 [[gnu::always_inline]] inline bool copyInto(Value& target, const Value& source) {
   if (needsCare(target)) return false;
@@ -191,7 +242,7 @@ template <class Numbers>
 /// The element with this index of a vector of Variants, or null.
 [[gnu::always_inline]] inline Value* vectorElement(const Value& holder, const Value& index) {
   const Value& array = holder.deref();
-  if (!array.isArray() || (tag(index) ^ kInteger) > 1) return nullptr;
+  if (!array.isArray() || !isWhole(index)) return nullptr;
   return array.asArray()->at(index.asInt());
 }
 
@@ -338,6 +389,13 @@ void Machine::execute(const Frame* entry) {
   }                                                               \
   VBS_NEXT(1);
 
+#define VBS_CALCULATE_INTEGER(name, calculation, function)                        \
+  name:                                                                           \
+  if (!calculation(base[pc->a], base[pc->b], static_cast<std::int16_t>(pc->c))) { \
+    VBS_SLOW(binaryInteger(stack_, pc, base, function));                          \
+  }                                                                               \
+  VBS_NEXT(1);
+
 #define VBS_COMPARE(name, Numbers)                                                             \
   name : {                                                                                     \
     bool holds = false;                                                                        \
@@ -359,19 +417,33 @@ void Machine::execute(const Frame* entry) {
   }                                                                                            \
   VBS_NEXT(1);
 
-#define VBS_COMPARE_JUMP(name, Numbers, right, isTemporaryRight)                                   \
-  name : {                                                                                         \
-    bool holds = false;                                                                            \
-    if (!compareNumbers<Numbers>(base[pc->a], right, holds)) {                                     \
-      holds = VBS_SLOW(jumpCompare(pc, base, Opcode::name, right, isTemporaryRight));              \
-    }                                                                                              \
-    if (holds == ((pc->c & kJumpWhenTrue) != 0)) VBS_JUMP(static_cast<std::int32_t>(pc[1].low())); \
-  }                                                                                                \
-  VBS_NEXT(2);
+#define VBS_FAR_JUMP() VBS_JUMP(static_cast<std::int32_t>(pc[1].low()))
 
-#define VBS_JUMP_REGISTERS(name, Numbers) \
-  VBS_COMPARE_JUMP(name, Numbers, base[pc->b], pc->bIsTemporary())
-#define VBS_JUMP_CONSTANT(name, Numbers) VBS_COMPARE_JUMP(name, Numbers, constants[pc->b], false)
+#define VBS_COMPARE_JUMP(name, Numbers)                                                         \
+  name : {                                                                                      \
+    bool holds = false;                                                                         \
+    if (!compareNumbers<Numbers>(base[pc->a], base[pc->b], holds)) {                            \
+      holds = VBS_SLOW(jumpCompare(pc, base, Opcode::name, base[pc->b], pc->bIsTemporary()));   \
+    }                                                                                           \
+    if (holds) VBS_FAR_JUMP();                                                                  \
+  }                                                                                             \
+  VBS_NEXT(2);                                                                                  \
+  name##Constant : {                                                                            \
+    bool holds = false;                                                                         \
+    if (!compareNumbers<Numbers>(base[pc->a], constants[pc->b], holds)) {                       \
+      holds = VBS_SLOW(jumpCompare(pc, base, Opcode::name##Constant, constants[pc->b], false)); \
+    }                                                                                           \
+    if (holds) VBS_FAR_JUMP();                                                                  \
+  }                                                                                             \
+  VBS_NEXT(2);                                                                                  \
+  name##Integer : {                                                                             \
+    bool holds = false;                                                                         \
+    if (!compareInteger<Numbers>(base[pc->a], static_cast<std::int16_t>(pc->b), holds)) {       \
+      holds = VBS_SLOW(jumpCompareInteger(pc, base, Opcode::name##Integer));                    \
+    }                                                                                           \
+    if (holds) VBS_FAR_JUMP();                                                                  \
+  }                                                                                             \
+  VBS_NEXT(2);
 
 /// Operations that a named function does altogether.
 #define VBS_DELEGATE(name, words, call) \
@@ -449,7 +521,9 @@ Clear:
     base[pc->a].setIntUncounted(Type::Empty, 0);
   }
   VBS_NEXT(1);
-  VBS_DELEGATE(Plain, 1, plain(pc, base))
+Plain:
+  if (!storePlain(base[pc->a], base[pc->b])) VBS_SLOW(plain(pc, base));
+  VBS_NEXT(1);
 LoadGlobal:
   if (needsCare(stack_.globals()[pc->b]) || needsCare(base[pc->a])) {
     VBS_SLOW(put(stack_, pc, base, stack_.globals()[pc->b]));
@@ -513,36 +587,8 @@ RefElement:
   VBS_CALCULATE(Modulo, remainder, modulo)
   VBS_CALCULATE_CONSTANT(ModuloConstant, remainder, modulo)
 
-AddInteger : {
-  Value& target = base[pc->a];
-  const Value& left = base[pc->b];
-  const auto by = static_cast<std::int16_t>(pc->c);
-  std::int32_t n = 0;
-  if ((tag(left) ^ kInteger) <= 1 && !needsCare(target) &&
-      !__builtin_add_overflow(left.asInt(), by, &n)) {
-    setWhole(target, tag(left), kInteger, n);
-  } else if (tag(left) == kDouble && !needsCare(target)) {
-    target.setDoubleUncounted(Type::Double, left.asDouble() + by);
-  } else {
-    VBS_SLOW(binaryInteger(stack_, pc, base, add));
-  }
-}
-  VBS_NEXT(1);
-SubtractInteger : {
-  Value& target = base[pc->a];
-  const Value& left = base[pc->b];
-  const auto by = static_cast<std::int16_t>(pc->c);
-  std::int32_t n = 0;
-  if ((tag(left) ^ kInteger) <= 1 && !needsCare(target) &&
-      !__builtin_sub_overflow(left.asInt(), by, &n)) {
-    setWhole(target, tag(left), kInteger, n);
-  } else if (tag(left) == kDouble && !needsCare(target)) {
-    target.setDoubleUncounted(Type::Double, left.asDouble() - by);
-  } else {
-    VBS_SLOW(binaryInteger(stack_, pc, base, subtract));
-  }
-}
-  VBS_NEXT(1);
+  VBS_CALCULATE_INTEGER(AddInteger, calculate<AddNumbers>, add)
+  VBS_CALCULATE_INTEGER(SubtractInteger, calculate<SubtractNumbers>, subtract)
 
   VBS_DELEGATE(Power, 1, binary(stack_, pc, base, power))
   VBS_DELEGATE(Negate, 1, unary(stack_, pc, base, negate))
@@ -605,43 +651,53 @@ JumpUnless:
   }
   VBS_NEXT(1);
 
-  VBS_JUMP_REGISTERS(JumpEqual, EqualNumbers)
-  VBS_JUMP_REGISTERS(JumpNotEqual, NotEqualNumbers)
-  VBS_JUMP_REGISTERS(JumpLess, LessNumbers)
-  VBS_JUMP_REGISTERS(JumpLessOrEqual, LessOrEqualNumbers)
-  VBS_JUMP_REGISTERS(JumpGreater, GreaterNumbers)
-  VBS_JUMP_REGISTERS(JumpGreaterOrEqual, GreaterOrEqualNumbers)
-  VBS_JUMP_CONSTANT(JumpEqualConstant, EqualNumbers)
-  VBS_JUMP_CONSTANT(JumpNotEqualConstant, NotEqualNumbers)
-  VBS_JUMP_CONSTANT(JumpLessConstant, LessNumbers)
-  VBS_JUMP_CONSTANT(JumpLessOrEqualConstant, LessOrEqualNumbers)
-  VBS_JUMP_CONSTANT(JumpGreaterConstant, GreaterNumbers)
-  VBS_JUMP_CONSTANT(JumpGreaterOrEqualConstant, GreaterOrEqualNumbers)
+  VBS_COMPARE_JUMP(JumpEqual, EqualNumbers)
+  VBS_COMPARE_JUMP(JumpNotEqual, NotEqualNumbers)
+  VBS_COMPARE_JUMP(JumpLess, LessNumbers)
+  VBS_COMPARE_JUMP(JumpLessOrEqual, LessOrEqualNumbers)
+  VBS_COMPARE_JUMP(JumpGreater, GreaterNumbers)
+  VBS_COMPARE_JUMP(JumpGreaterOrEqual, GreaterOrEqualNumbers)
 
   // ---- Loops ----
 
-ForPrepare:
-  if (VBS_SLOW(forPrepare(stack_, pc, base))) VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
+ForPrepare : {
+  Value& limit = base[pc->b];
+  const Value& step = base[pc->b + 1];
+  const Value& from = base[pc->c];
+  if (areWhole(tag(from), tag(limit)) && isWhole(step) && !needsCare(base[pc->a])) {
+    base[pc->a].copyUncounted(from);
+    limit.setIntUncounted(Type::Long, limit.asInt());  // in all loops, for ForLoop to rely on
+    if (!isWithin(from.asInt(), limit, step)) VBS_FAR_JUMP();
+  } else if (VBS_SLOW(forPrepare(stack_, pc, base))) {
+    VBS_FAR_JUMP();
+  }
+}
   VBS_NEXT(2);
 ForLoop : {
   Value& variable = base[pc->a];
   const Value& limit = base[pc->b];
   const Value& step = base[pc->b + 1];
-  std::int32_t n = 0;
-  if (areWhole(tag(variable), tag(limit)) && (tag(step) ^ kInteger) <= 1 &&
-      !__builtin_add_overflow(variable.asInt(), step.asInt(), &n)) {
-    setWhole(variable, tag(variable), tag(step), n);
-    if (step.asInt() >= 0 ? n <= limit.asInt() : n >= limit.asInt()) {
-      VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
-    }
+  if (tag(limit) == kLong && areWhole(tag(variable), tag(step)) &&
+      calculateWhole<AddNumbers>(variable, variable, step)) {
+    if (isWithin(variable.asInt(), limit, step)) VBS_FAR_JUMP();
   } else if (VBS_SLOW(forLoop(stack_, pc, base))) {
-    VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
+    VBS_FAR_JUMP();
+  }
+}
+  VBS_NEXT(2);
+ForNext : {
+  Value& variable = base[pc->a];
+  const Value& limit = base[pc->b];
+  if (tag(limit) == kLong && isWhole(variable) && calculate<AddNumbers>(variable, variable, 1)) {
+    if (variable.asInt() <= limit.asInt()) VBS_FAR_JUMP();
+  } else if (VBS_SLOW(forLoop(stack_, pc, base))) {
+    VBS_FAR_JUMP();
   }
 }
   VBS_NEXT(2);
   VBS_DELEGATE(ForEachPrepare, 1, forEachPrepare(stack_, pc, base))
 ForEachNext:
-  if (VBS_SLOW(forEachNext(stack_, pc, base))) VBS_JUMP(static_cast<std::int32_t>(pc[1].low()));
+  if (VBS_SLOW(forEachNext(stack_, pc, base))) VBS_FAR_JUMP();
   VBS_NEXT(2);
 
   // ---- Arrays ----
@@ -685,6 +741,15 @@ SetElement : {
   }
 }
   VBS_SLOW(setElement(stack_, pc, base));
+  VBS_NEXT(1);
+SetElementConstant : {
+  Value* element = vectorElement(base[pc->a], base[pc->b]);
+  if (element && isCountedOnce(base[pc->a]) && !pc->aIsTemporary() &&
+      storePlain(*element, constants[pc->c])) {
+    VBS_NEXT(1);
+  }
+}
+  VBS_SLOW(setElementConstant(stack_, pc, base));
   VBS_NEXT(1);
 SetElement2 : {
   Value* element = matrixElement(base[pc->a], base[pc->b], base[pc[1].low()]);

@@ -60,6 +60,7 @@ bool forPrepare(CallStack& stack, const Instruction* pc, Value* base) {
   const Value from = taken(base[pc->c], pc->cIsTemporary());
   Value start = counter(from);
   Value limit = counter(last);
+  if (limit.is(Type::Integer)) limit = Value::longInt(limit.asInt());  // as the loop expects it
   Value step = counter(base[pc->b + 1]);
   const bool past = isPast(start, limit, step);
   hold(base[pc->b], std::move(limit));

@@ -41,6 +41,7 @@ void compareTwo(CallStack& stack, const Instruction* pc, Value* base, Opcode op,
                 bool rightIsTemporary);
 bool jumpCompare(const Instruction* pc, Value* base, Opcode op, const Value& right,
                  bool rightIsTemporary);
+bool jumpCompareInteger(const Instruction* pc, Value* base, Opcode op);
 bool truth(const Instruction* pc, Value* base);
 
 // ---- Loops (looping.cpp). True: jump. ----
@@ -59,6 +60,7 @@ void getElement(CallStack& stack, const Instruction* pc, Value* base);
 void getElement2(CallStack& stack, const Instruction* pc, Value* base);
 void getElementMany(CallStack& stack, const Instruction* pc, Value* base);
 void setElement(CallStack& stack, const Instruction* pc, Value* base);
+void setElementConstant(CallStack& stack, const Instruction* pc, Value* base);
 void setElement2(CallStack& stack, const Instruction* pc, Value* base);
 void setElementMany(CallStack& stack, const Instruction* pc, Value* base, bool isSet);
 /// True: the text has grown where it is, and the next operation is to be skipped.

@@ -28,7 +28,7 @@ class TimeLimit {
   void setDeadline(std::chrono::steady_clock::time_point deadline) { deadline_ = deadline; }
 
   /// Counts one call or jump; true when it is time for look().
-  bool isDue() { return --budget_ <= 0; }
+  bool isDue() { return --budget_ < 0; }
   /// Throws RunStopped when the time is over, from then on each time.
   void look();
   /// Makes the next call or jump look at the clock.

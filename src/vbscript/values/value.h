@@ -29,9 +29,9 @@ enum class Type : std::uint8_t {
   Date,      ///< days since 30 December 1899, the fraction is the time of day
   Boolean,   ///< -1 and 0
   Byte,
-  Error,      ///< an error number; kMissing marks an omitted argument
-  String,     ///< counted, as are the next two
-  Object,     ///< a null pointer is Nothing
+  Error,   ///< an error number; kMissing marks an omitted argument
+  String,  ///< counted, as are the next two
+  Object,  ///< a null pointer is Nothing
   Array,
   Reference,  ///< internal: points to the variable that stands behind a ByRef parameter
   ArrayLock,  ///< internal: keeps an array in place; the machine alone makes and ends these
@@ -244,9 +244,7 @@ class Value {
   }
   /// Leaves the value Empty whose bits have gone elsewhere, with the reference that they count.
   void forget() { type_ = Type::Empty; }
-  bool isCounted() const {
-    return type_ >= Type::String && type_ <= Type::Array;
-  }
+  bool isCounted() const { return type_ >= Type::String && type_ <= Type::Array; }
 
  private:
   static Value tagged(Type t) {

@@ -126,3 +126,95 @@ For i = 1 To 3
   s = s & Sum(i) & " "
 Next
 Echo Trim(s)                   '> 1 3 6
+
+'=== a counter that grows into the next type
+Dim i, s
+For i = 32766 To 32769: s = s & TypeName(i) & " ": Next
+Echo s & i                     '> Integer Integer Long Long 32770
+s = ""
+For i = -32767 To -32769 Step -1: s = s & TypeName(i) & " ": Next
+Echo s & i                     '> Integer Integer Long -32770
+s = ""
+For i = 2147483646 To 2147483647: s = s & TypeName(i) & " ": Next
+Echo s & i & TypeName(i)       '> Long Long 2147483648Double
+For i = 32767 To 32767: Next
+Echo i & TypeName(i)           '> 32768Long
+
+'=== the type of the counter is that of start and step, not of the limit
+Dim i
+For i = 1 To 100000 Step 100000: Echo TypeName(i): Next '> Integer
+Echo TypeName(i)               '> Long
+For i = CLng(1) To 2: Next
+Echo TypeName(i)               '> Long
+For i = 1 To 2.5: Next
+Echo i & TypeName(i)           '> 3Integer
+For i = 1 To 2 Step 0.5: Next
+Echo i & TypeName(i)           '> 2.5Double
+For i = CByte(254) To CByte(255): Next
+Echo i & TypeName(i)           '> 256Integer
+For i = True To 1: Next
+Echo i & TypeName(i)           '> 2Integer
+For i = "1" To "2": Next
+Echo i & TypeName(i)           '> 3Double
+For i = Empty To Empty: Next
+Echo i & TypeName(i)           '> 1Integer
+
+'=== a body that changes the counter's type
+Dim i, s, o
+For i = 1 To 5
+  s = s & i & TypeName(i) & " "
+  If i = 2 Then i = "3"
+  If i = 4 Then i = 4.5
+Next
+Echo s & i                     '> 1Integer 2Integer 4Double 5.5
+s = ""
+For i = 1 To 4
+  If i = 2 Then i = True
+  If i = 0 Then i = Empty
+  If TypeName(i) = "Empty" Then i = 3
+  s = s & i & " "
+Next
+Echo Trim(s)                   '> 1 True 3 4
+
+'=== the same loop with other bounds each time
+Function Passes(first, last, by)
+  Dim i
+  Passes = 0
+  For i = first To last Step by
+    Passes = Passes + 1
+  Next
+  Passes = Passes & " " & i & TypeName(i)
+End Function
+Echo Passes(1, 3, 1)           '> 3 4Integer
+Echo Passes(3, 1, -1)          '> 3 0Integer
+Echo Passes(0, 1, 0.25)        '> 5 1.25Double
+Echo Passes(1, 0, -0.5)        '> 3 -0.5Double
+Echo Passes(1, 100000, 50000)  '> 2 100001Long
+Echo Passes(3, 1, 1)           '> 0 3Integer
+Echo Passes(#1/1/2000#, #1/3/2000#, 1) '> 3 1/4/2000Date
+Echo Passes(1, 3, 1)           '> 3 4Integer
+
+'=== bounds with a mistake in the middle of a script
+Dim i, n
+On Error Resume Next
+For i = 1 To Null
+  n = n + 1
+Next
+Echo n & " " & Err.Number      '> 1 92
+Err.Clear
+For i = 1 To 3
+  n = n + 1
+Next
+Echo n & " " & Err.Number      '> 4 0
+
+'=== a counter by reference
+Sub Count(ByRef i, ByVal last)
+  For i = 1 To last
+  Next
+End Sub
+Dim n
+Count n, 3
+Echo n                         '> 4
+n = "text"
+Count n, 32767
+Echo n & TypeName(n)           '> 32768Long

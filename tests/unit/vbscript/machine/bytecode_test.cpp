@@ -40,7 +40,7 @@ TEST(Bytecode, RoutinesReachGlobalsByNumber) {
             "LoadGlobal t0 g0\n"
             "AddInteger t0 t0 1\n"
             "LetGlobal t0 g0\n"
-            "Return\n");
+            "Return 0\n");
 }
 
 TEST(Bytecode, ConstantsStandInTheInstruction) {
@@ -69,12 +69,18 @@ TEST(Bytecode, FieldsOfElementsAreReadAndWrittenWithoutTheirObjects) {
 
 TEST(Bytecode, ComparisonAndJumpAreOne) {
   EXPECT_EQ(code("If a < b Then c = 1"),
-            "JumpLess r0 r1 0 ->3\n"
+            "JumpGreaterOrEqual r0 r1 1 ->3\n"
             "LoadInteger r2 1\n"
             "Halt\n");
   EXPECT_EQ(code("If Not a > 5 Then c = 1"),
-            "JumpGreaterConstant r0 5 3 ->3\n"
+            "JumpGreaterInteger r0 5 1 ->3\n"
             "LoadInteger r1 1\n"
+            "Halt\n");
+}
+
+TEST(Bytecode, ConstantsAreStoredInElementsFromWhereTheyAre) {
+  EXPECT_EQ(code("a(i) = True"),
+            "SetElementConstant r0 r1 True\n"
             "Halt\n");
 }
 
@@ -88,12 +94,23 @@ TEST(Bytecode, LoopsEndWithOneInstruction) {
             "Plain h0 t1\n"
             "ForPrepare r0 h0 t0 ->11\n"
             "Add r2 r2 r0\n"
-            "ForLoop r0 h0 ->8\n"
+            "ForNext r0 h0 ->8\n"
+            "Halt\n");
+  EXPECT_EQ(code("For i = 1 To n Step 2 : Next"),
+            "Clear h0\n"
+            "Clear h1\n"
+            "LoadInteger t0 1\n"
+            "Copy t1 r1\n"
+            "LoadInteger t2 2\n"
+            "Plain h1 t2\n"
+            "Plain h0 t1\n"
+            "ForPrepare r0 h0 t0 ->11\n"
+            "ForLoop r0 h0 ->9\n"
             "Halt\n");
   EXPECT_EQ(code("Do While a < 9\na = a + 1\nLoop"),
             "Jump ->2\n"
             "AddInteger r0 r0 1\n"
-            "JumpLessConstant r0 9 1 ->1\n"
+            "JumpLessInteger r0 9 0 ->1\n"
             "Halt\n");
 }
 
@@ -190,7 +207,7 @@ TEST(Bytecode, VariablesAreCopiedOnlyWhereCodeMayChangeThem) {
             "Copy t0 r0\n"
             "CallIntrinsicOne t1 r0 Len\n"
             "Multiply r1 t0 t1\n"
-            "Return\n");
+            "Return 2\n");
 }
 
 TEST(Bytecode, PartsOfATextAreMadePlainOnlyBeforeWhatMayDependOnIt) {
@@ -221,7 +238,7 @@ TEST(Bytecode, ArgumentsAreMadeInTheCalleesRegisters) {
   EXPECT_EQ(code("Function Fib(n)\nIf n < 2 Then Fib = n Else Fib = Fib(n - 1) + Fib(n - 2)\n"
                  "End Function",
                  "Fib"),
-            "JumpLessConstant r0 2 0 ->4\n"
+            "JumpGreaterOrEqualInteger r0 2 1 ->4\n"
             "Let r1 r0\n"
             "Jump ->11\n"
             "SubtractInteger t1 r0 1\n"
@@ -229,7 +246,7 @@ TEST(Bytecode, ArgumentsAreMadeInTheCalleesRegisters) {
             "SubtractInteger t2 r0 2\n"
             "Call t1 t2 1 Fib\n"
             "Add r1 t0 t1\n"
-            "Return\n");
+            "ReturnResult r1 2\n");
 }
 
 TEST(Bytecode, ParametersThatAreOnlyReadTakeCopiesOfLocalVariables) {
@@ -245,7 +262,7 @@ TEST(Bytecode, ParametersThatAreOnlyReadTakeCopiesOfLocalVariables) {
             "Call none t0 1 Writes\n"
             "RefVariable t0 r0\n"
             "Call none t0 1 PassesOn\n"
-            "Return\n");
+            "Return 1\n");
 }
 
 TEST(Bytecode, ElementsGoByReferenceUnderALock) {
@@ -275,7 +292,7 @@ TEST(Bytecode, FieldsAreSlots) {
             "Add t0 t0 r0\n"
             "LetField t0 field0 r1\n"
             "CallOwn none t0 0 Help\n"
-            "Return\n");
+            "Return 2\n");
 }
 
 TEST(Bytecode, FunctionsOfTheLibraryAreCalledDirectly) {
@@ -291,11 +308,11 @@ TEST(Bytecode, FunctionsOfTheLibraryAreCalledDirectly) {
 TEST(Bytecode, UndeclaredNamesAreLateOnlyWhereCodeComesAsText) {
   EXPECT_EQ(code("Sub S : x = 1 : End Sub", "S"),
             "LoadInteger r0 1\n"
-            "Return\n");
+            "Return 1\n");
   EXPECT_EQ(code("Sub S : x = 1 : End Sub : ExecuteGlobal t", "S"),
             "LoadInteger t0 1\n"
             "LatePut t0 r0 0 x\n"
-            "Return\n");
+            "Return 1\n");
 }
 
 }  // namespace quorvane
