@@ -164,21 +164,27 @@ std::size_t DictionaryTable::slotOf(const Value& key, std::uint32_t hash) const 
 DictionaryTable::Entry* DictionaryTable::find(const Value& key) {
   const Value& direct = key.deref();
   if (direct.isString() && !ignoreCase_ && isAnsi(direct.stringRep())) {
-    return findPlainText(direct.stringRep());
+    return findPlainText(bytesOf(direct.stringRep()));
   }
-  const NormalKey normal(direct);
+  return findAny(direct);
+}
+
+DictionaryTable::Entry* DictionaryTable::findAny(const Value& key) {
+  const NormalKey normal(key);
   const std::size_t slot = slotOf(*normal, hashOf(*normal));
   return slot == slots_.size() ? nullptr : &entries_[slots_[slot] - 1];
 }
 
 /// What most keys are, with nothing copied and next to nothing called.
-DictionaryTable::Entry* DictionaryTable::findPlainText(const vbs::StringRep* text) {
-  const std::string_view bytes = bytesOf(text);
-  vbs::countWork(bytes.size());
-  const auto hash = static_cast<std::uint32_t>(vbs::hashOfBytes(bytes));
-  const std::size_t slot = slotWhere(hash, [&](const Value& known) {
-    return known.isString() && sameText(known.stringRep(), text);
-  });
+DictionaryTable::Entry* DictionaryTable::findPlainText(std::string_view text) {
+  vbs::countWork(text.size());
+  const auto isText = [text](const Value& known) {
+    if (!known.isString() || !isAnsi(known.stringRep())) return false;
+    const std::string_view bytes = bytesOf(known.stringRep());
+    return bytes.data() == text.data() || vbs::sameBytes(bytes, text);
+  };
+  const auto hash = static_cast<std::uint32_t>(vbs::hashOfBytes(text));
+  const std::size_t slot = slotWhere(hash, isText);
   return slot == slots_.size() ? nullptr : &entries_[slots_[slot] - 1];
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 #include "vbscript/values/value.h"
@@ -56,7 +57,8 @@ class DictionaryTable {
   std::size_t slotOf(const vbs::Value& key, std::uint32_t hash) const;
   template <class IsKey>
   std::size_t slotWhere(std::uint32_t hash, IsKey isKey) const;
-  Entry* findPlainText(const vbs::StringRep* text);
+  Entry* findPlainText(std::string_view text);
+  Entry* findAny(const vbs::Value& key);
   Entry& insert(const vbs::Value& key, std::uint32_t hash);
   void link(std::size_t entry);
   void makeRoom();

@@ -148,6 +148,11 @@ void giveUp(Value& source, bool isTemporary) {
 
 void getElement(CallStack& stack, const Instruction* pc, Value* base) {
   if (const Value* item = itemIn(base[pc->b], base[pc->c])) {
+    const bool isFree = !needsCare(base[pc->a]) && !base[pc->c].is(Type::Reference);
+    if (isFree && !item->isCounted() && !pc->bIsTemporary()) {
+      new (&base[pc->a]) Value(*item);
+      return giveUp(base[pc->c], pc->cIsTemporary());
+    }
     Value result = *item;
     giveUp(base[pc->b], pc->bIsTemporary());
     giveUp(base[pc->c], pc->cIsTemporary());

@@ -110,9 +110,15 @@ bool forEachNext(CallStack& stack, const Instruction* pc, Value* base) {
   Value item;
   if (walk.isArray() || walk.is(Type::ArrayLock)) {
     const auto index = static_cast<std::size_t>(base[pc->b + 1].asInt());
-    if (index >= walk.asArray()->count) return false;
-    item = walk.asArray()->element(index);
+    const ArrayRep& array = *walk.asArray();
+    if (index >= array.count) return false;
     base[pc->b + 1].setIntUncounted(Type::Long, static_cast<std::int32_t>(index) + 1);
+    if (array.elementType != Type::Byte) {
+      base[pc->a].deref() = array.elements[index];
+      stack.raisePending();
+      return true;
+    }
+    item = array.element(index);
   } else if (walk.isObject()) {
     if (!static_cast<Walk*>(walk.asObject())->next(item)) return false;
   } else {
