@@ -31,6 +31,9 @@ SMALL_PAGE = """<html><body>
 </body></html>
 """
 
+# Some milliseconds of work, so that the load takes next to nothing of its core.
+COMPUTING_PAGE = "<% For i = 1 To 200000: x = x + i Mod 7: Next %><%= x %>"
+
 MIB = 1 << 20
 LARGE = 64 * MIB
 
@@ -99,6 +102,7 @@ def main():
     if len(sys.argv) > 1:
         os.environ["QUORVANE_APP"] = sys.argv[1]
     measuring.need("wrk", "taskset")
+    print_instances()
     with measuring.our_server(pages(), {"EncodeStatic": "1"}) as server:
         nginx = None
         if shutil.which("nginx"):
@@ -148,6 +152,32 @@ def measure(server, nginx):
         print_page_in_php(server, best["page of 200 lines", 0])
     if lines is LINES:
         print_rendering_time(server)
+
+
+def print_instances():
+    """Pages that only compute, by one instance and by two on one port with a core each."""
+    pages_of = {"computing.qvs": COMPUTING_PAGE}
+    with measuring.our_server(pages_of, {"SharePort": "1"}) as server:
+        def best():
+            rates = []
+            for _ in range(measuring.ROUNDS):
+                rates.append(measuring.requests_per_second(server.port, "/computing.qvs"))
+                measuring.pause()
+            return max(rates)
+
+        one = best()
+        server.environment = {"QUORVANE_INSTANCE": "2"}
+        server.preexec = lambda: os.sched_setaffinity(0, {int(measuring.LOAD_CORE)})
+        second = server.spawn()
+        try:
+            time.sleep(1)
+            two = best()
+        finally:
+            second.terminate()
+            second.wait(10)
+            second.stdout.close()
+    print("computing pages/s: one instance %.0f, two on two cores %.0f, %.2f times as many"
+          % (one, two, two / one))
 
 
 def print_page_in_php(server, page_rate):

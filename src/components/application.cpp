@@ -50,7 +50,7 @@ ApplicationComponent::ApplicationComponent(const Services& services, FileAliases
     : version_(VersionText(services.state)), files_(vbs::make<OfferedFiles>(services, aliases)) {}
 
 ApplicationComponent::~ApplicationComponent() {
-  shared_->clear();
+  shared_->dropAll();
   vbs::endCircles(nullptr);
 }
 

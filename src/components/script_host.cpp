@@ -3,6 +3,7 @@
 #include "components/components.h"
 #include "platform/clock.h"
 #include "platform/process.h"
+#include "support/server_state.h"
 #include "vbscript/values/serial_date.h"
 
 namespace quorvane {
@@ -31,7 +32,9 @@ std::chrono::steady_clock::time_point ScriptHost::steadyNow() {
 }
 
 bool ScriptHost::mustEnd() {
-  return services_.process.isAskedToEnd();
+  if (!services_.process.isAskedToEnd()) return false;
+  if (!ends_) ends_ = steadyNow() + std::chrono::seconds{services_.state.DrainSeconds};
+  return steadyNow() >= *ends_;
 }
 
 vbs::Value ScriptHost::createObject(std::string_view progId) {

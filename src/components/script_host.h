@@ -1,5 +1,8 @@
 #pragma once
 
+#include <chrono>
+#include <optional>
+
 #include "platform/services.h"
 #include "vbscript/values/host.h"
 
@@ -14,6 +17,7 @@ class ScriptHost : public vbs::Host {
   double now() override;
   double secondsSinceMidnight() override;
   std::chrono::steady_clock::time_point steadyNow() override;
+  /// When the program is asked to end and does not wait for what is under way, or not any longer.
   bool mustEnd() override;
   vbs::Value createObject(std::string_view progId) override;
   /// There are no objects outside the program to be got.
@@ -21,6 +25,8 @@ class ScriptHost : public vbs::Host {
 
  private:
   const Services& services_;
+  std::optional<std::chrono::steady_clock::time_point>
+      ends_;  ///< the program has been asked to end
 };
 
 }  // namespace quorvane

@@ -35,12 +35,19 @@ struct Key {
 
 }  // namespace
 
-vbs::Value SharedValues::item(const vbs::Value& key) const {
+vbs::Value SharedValues::item(const vbs::Value& key) {
+  prepare();
   const Kept* held = values_.find(Key(key).text);
   return held ? held->value : vbs::Value();
 }
 
 void SharedValues::setItem(const vbs::Value& key, const vbs::Value& value) {
+  prepare();
+  if (backing_) backing_->put(key, value.deref());
+  store(key, value);
+}
+
+void SharedValues::store(const vbs::Value& key, const vbs::Value& value) {
   Key wanted(key);
   vbs::Value old;  // ends last: its end may run code that asks for this very key
   if (Kept* held = values_.find(wanted.text)) {
@@ -53,6 +60,8 @@ void SharedValues::setItem(const vbs::Value& key, const vbs::Value& value) {
 }
 
 void SharedValues::remove(const vbs::Value& key) {
+  prepare();
+  if (backing_) backing_->remove(key);
   const Key wanted(key);
   vbs::Value old;
   if (Kept* held = values_.find(wanted.text)) old = std::exchange(held->value, vbs::Value());
@@ -60,6 +69,11 @@ void SharedValues::remove(const vbs::Value& key) {
 }
 
 void SharedValues::clear() {
+  if (backing_) backing_->clear();
+  dropAll();
+}
+
+void SharedValues::dropAll() {
   const Values old = std::exchange(values_, {});
 }
 
@@ -71,11 +85,26 @@ vbs::Value SharedValues::nameOf(const Values::Entry& entry) {
   return entry.value.name.empty() ? vbs::Value(std::string_view(entry.key)) : entry.value.name;
 }
 
-vbs::Value SharedValues::keyAt(std::size_t place) const {
+std::size_t SharedValues::count() {
+  prepare();
+  return values_.size();
+}
+
+void SharedValues::visitAll(const Visit& visit) const {
+  for (const auto& entry : values_) visit(nameOf(entry), entry.value.value);
+}
+
+std::string SharedValues::foldedKey(const vbs::Value& key) {
+  return lowerCase(Key(key).text);
+}
+
+vbs::Value SharedValues::keyAt(std::size_t place) {
+  prepare();
   return nameOf(*std::next(values_.begin(), static_cast<std::ptrdiff_t>(place)));
 }
 
 std::unique_ptr<vbs::Enumerator> SharedValues::enumerate() {
+  prepare();
   std::vector<vbs::Value> keys;
   for (const auto& entry : values_) keys.push_back(nameOf(entry));
   return std::make_unique<vbs::ValueWalk>(std::move(keys));
@@ -90,7 +119,7 @@ std::span<const vbs::Member<SharedValues>> SharedValues::members() {
       {"remove", 1, 1, &Self::callRemove},
       {"removeall", 0, 0, &Self::callRemoveAll},
       {"lock", 0, 0, &Self::callLock},
-      {"unlock", 0, 0, &Self::callLock},
+      {"unlock", 0, 0, &Self::callUnlock},
   }};
   return kMembers;
 }
@@ -109,7 +138,7 @@ vbs::Value SharedValues::getContents(vbs::Args args) {
 }
 
 vbs::Value SharedValues::getCount(vbs::Args) {
-  return vbs::Value::longInt(static_cast<std::int32_t>(values_.size()));
+  return vbs::Value::longInt(static_cast<std::int32_t>(count()));
 }
 
 vbs::Value SharedValues::callRemove(vbs::Args args) {
@@ -123,6 +152,12 @@ vbs::Value SharedValues::callRemoveAll(vbs::Args) {
 }
 
 vbs::Value SharedValues::callLock(vbs::Args) {
+  lock();
+  return {};
+}
+
+vbs::Value SharedValues::callUnlock(vbs::Args) {
+  unlock();
   return {};
 }
 

@@ -15,6 +15,7 @@ void Listeners::takePlaces() {
   while (all_.size() < count) all_.push_back({ListenAddress(), loop_.makeListener(events_)});
   all_.front().where = state_.ServerPort;
   for (std::size_t i = 0; i < state_.Listen.size(); ++i) all_[i].where = state_.Listen[i];
+  for (Listener& one : all_) one.where.isShared = state_.SharePort;
 }
 
 bool Listeners::listen() {

@@ -47,6 +47,14 @@ mainForm::mainForm(mainFormParts parts)
 
 mainForm::~mainForm() = default;
 
+/// Of several instances each has a channel of its own, on the ports behind the usual one.
+void mainForm::load() {
+  auto port = services_.state.ControlPort;
+  const std::int32_t number = services_.state.Instance;
+  if (number != 0) port = static_cast<std::uint16_t>(port.value_or(ControlChannel::kPort) + number);
+  wsLinker.open(port);
+}
+
 void mainForm::StartServer(bool forceServerStart) {
   if (windowClosed_ || (serverRunning && !forceServerStart)) return;
   status_.LogLine(serverRunning ? "Server Start (forced)" : "Server Start");

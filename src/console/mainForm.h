@@ -48,7 +48,7 @@ class mainForm final : public ServerControl,
   mainForm& operator=(const mainForm&) = delete;
 
   /// Loads the window without showing it: the control channel opens.
-  void load() { wsLinker.open(services_.state.ControlPort); }
+  void load();
 
   /// While running it does nothing unless forced; a forced start keeps the sessions.
   void StartServer(bool forceServerStart = false) override;

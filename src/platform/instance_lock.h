@@ -3,7 +3,7 @@
 namespace quorvane {
 
 /// Tells whether another instance of the program runs already. Instances with settings of their
-/// own don't count as the same program.
+/// own, or with numbers of their own, don't count as the same program.
 class InstanceLock {
  public:
   virtual ~InstanceLock() = default;

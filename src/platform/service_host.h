@@ -29,6 +29,7 @@ class ServiceHost {
   std::string displayName;
   int startMode = 3;  ///< 2: automatic, 3: on demand
   int interactive = 0;
+  bool instances = false;  ///< install() and uninstall() are about numbered ones
 
   virtual bool install() = 0;
   virtual bool uninstall() = 0;

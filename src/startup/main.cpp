@@ -53,7 +53,8 @@ int run(int argc, char** argv) {
   const auto loop = makeEventLoop();
   const std::string root = settingsRoot();
   const auto storage = makeSettingsStorage(*files, root);
-  const auto instance = makeInstanceLock(root);
+  state.Instance = instanceNumber();
+  const auto instance = makeInstanceLock(root, state.Instance);
   const auto manager = makeServiceManager();
   const auto nts = makeServiceHost(*loop, *files);
 

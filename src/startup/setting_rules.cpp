@@ -52,11 +52,17 @@ std::string_view takePort(ServerState& state, const std::string& text) {
   return port || text.empty() ? "" : "it is no port from 1 to 65534 and counts as 7007";
 }
 
+std::vector<ListenAddress> placesOf(const std::string& text, const std::string& instance) {
+  return ListenAddress::parseList(replaceAll(text, "%i", instance));
+}
+
+/// Without a number the places of instances are unclear, but nothing is wrong with the text.
 std::string_view takeListen(ServerState& state, const std::string& text) {
-  state.Listen = ListenAddress::parseList(text);
-  const bool isClear = std::all_of(
-      state.Listen.begin(), state.Listen.end(),
-      [](const ListenAddress& where) { return where.kind != ListenAddress::Kind::Unclear; });
+  const auto places = placesOf(text, "1");
+  state.Listen = placesOf(text, state.Instance == 0 ? "%i" : std::to_string(state.Instance));
+  const bool isClear = std::all_of(places.begin(), places.end(), [](const ListenAddress& where) {
+    return where.kind != ListenAddress::Kind::Unclear;
+  });
   return isClear ? "" : "not all of it are ports, addresses with a port or \"unix:\" with a path";
 }
 
@@ -121,6 +127,12 @@ std::string_view takePageCodePage(ServerState& state, const std::string& text) {
   return taken || text.empty() ? "" : "no code page of that number is known; 1252 counts";
 }
 
+std::string_view takeSessionStore(ServerState& state, const std::string& text) {
+  state.SessionStore = StoreAddress::of(text);
+  const bool counts = state.SessionStore || text.empty();
+  return counts ? "" : "it is no redis:// address and sessions stay in memory";
+}
+
 template <std::string ServerState::*member>
 std::string_view takeText(ServerState& state, const std::string& text) {
   state.*member = text;
@@ -163,6 +175,8 @@ constexpr std::array kRules{
     SettingRule{"ErrorPage", "", takeText<&ServerState::ErrorPage>},
     SettingRule{"NotFoundPage", "", takeText<&ServerState::NotFoundPage>},
     SettingRule{"JetCodePage", "", takeCodePage},
+    SettingRule{"SharePort", "", takeFlag<&ServerState::SharePort>},
+    SettingRule{"SessionStore", "", takeSessionStore},
     SettingRule{"StandardHTTP", "", takeFlag<&ServerState::StandardHTTP>},
 };
 

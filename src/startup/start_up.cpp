@@ -76,8 +76,12 @@ void StartUp::findFolders() {
   state.ScriptsFolder = server + "Scripts";
   state.LogsFolder = server + "Logs";
   // One level each: a tree without its "Server" folder is left as it is.
-  parts_.services.files.makeFolder(state.LogsFolder);
-  parts_.services.files.makeFolder(state.CacheFolder);
+  for (std::string* folder : {&state.LogsFolder, &state.CacheFolder}) {
+    parts_.services.files.makeFolder(*folder);
+    if (state.Instance == 0) continue;
+    *folder += paths::kSeparator + std::to_string(state.Instance);
+    parts_.services.files.makeFolder(*folder);
+  }
 }
 
 /// Made absolute, since pages change the current folder. Without any the separator stands for it.
@@ -103,6 +107,7 @@ ExitStatus StartUp::installOrUninstall() {
   parts_.window.load();
   parts_.nts.displayName = modService::kServiceName;
   parts_.nts.serviceName = modService::kServiceName;
+  parts_.nts.instances = line_.has("/instances");
   if (parts_.state.InstallRequested) {
     parts_.settings.SaveServerSetting("RunAsService", "1");
     parts_.nts.startMode = kAutomaticStart;

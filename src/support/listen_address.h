@@ -37,7 +37,8 @@ struct ListenAddress {
   Kind kind = Kind::Unclear;
   std::uint16_t port = 0;
   IpAddress address;
-  std::string path;  ///< of the file; the whole text where it is unclear
+  bool isShared = false;  ///< with other processes of the same user that listen there too
+  std::string path;       ///< of the file; the whole text where it is unclear
 };
 
 }  // namespace quorvane

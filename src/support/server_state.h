@@ -9,6 +9,7 @@
 #include "support/address_ranges.h"
 #include "support/clsLog.h"
 #include "support/listen_address.h"
+#include "support/store_address.h"
 
 namespace quorvane {
 
@@ -71,6 +72,11 @@ struct ServerState {
   std::string NotFoundPage;  ///< path of a URL; runs where a request finds nothing, under 2
 
   bool StandardHTTP = false;  ///< keep to RFC 9110 and 9112 where the server's own ways differ
+
+  bool SharePort = false;  ///< other instances listen on the same port
+  /// Of several instances with the same settings, this one's; 0: there is one alone.
+  std::int32_t Instance = 0;
+  std::optional<StoreAddress> SessionStore;  ///< nothing: sessions live in the server's memory
 
   // Seconds after which a connection is closed; 0 for never.
   std::uint32_t HeadSeconds = 30;   ///< without a whole head

@@ -185,6 +185,38 @@ class ServiceSteps:
         self.command("/stop")
         self.assertFalse(self.systemd.path(file).exists())
 
+    def instances(self, switch):
+        done = self.systemd.run(f"{FOLDER}/quorvane-server", switch, "/instances", check=False,
+                                environment={"QUORVANE_REGISTRY": SETTINGS})
+        self.assertEqual((done.returncode, done.stdout, done.stderr), (0, "", ""))
+
+    def test_runs_numbered_instances(self):
+        self.instances("/install")
+        store = self.systemd.path(STORE)
+        store.write_text(store.read_text() + "SharePort=1\n")
+        units = ["quorvane@1.service", "quorvane@2.service"]
+        self.systemd.run("systemctl", "enable", "--now", *units)
+        for unit in units:
+            self.assertEqual(
+                self.systemd.properties(unit, "ActiveState", "StatusText"),
+                {"ActiveState": "active", "StatusText": f"Serving on port {PORT}"}, self.journal())
+        self.expect_serving()
+        self.systemd.run(f"{FOLDER}/qvsctl", "--port", "7010", "stop")
+        self.assertEqual(self.systemd.properties(units[1], "StatusText"), {"StatusText": "Stopped"})
+        self.expect_serving()
+        first = self.systemd.properties(units[0], "MainPID")
+        self.systemd.run("kill", "-9", first["MainPID"])
+        wait_until(lambda: self.systemd.properties(units[0], "MainPID")["MainPID"] not in
+                   ("0", first["MainPID"]) and self.get() == "hello", "the instance to come back")
+        self.instances("/uninstall")
+        for unit in units:
+            self.assertEqual(self.systemd.properties(unit, "ActiveState"),
+                             {"ActiveState": "inactive"})
+        self.assertFalse(self.systemd.path(f"{UNIT_FOLDER}/quorvane@.service").exists())
+        for number in (1, 2):
+            logs = self.systemd.path(f"{FOLDER}/Server/Logs/{number}").glob("*.LOG")
+            self.assertIn("Server Start", "".join(log.read_text() for log in logs))
+
     def test_serves_as_a_program_when_nobody_started_it_as_a_service(self):
         self.command("/install")
         self.systemd.run("sh", "-c", f"'{FOLDER}/quorvane-server' >/dev/null 2>&1 &",

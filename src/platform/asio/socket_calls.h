@@ -20,6 +20,10 @@ class OpenFile;
 /// client that has vanished without a word gives its place back in the end.
 void prepareAcceptor(Acceptor& acceptor, asio::error_code& error);
 
+/// Lets other processes bind the same place, as long as they ask for it as well; the system hands
+/// each connection to one of them.
+void sharePlace(Acceptor& acceptor, asio::error_code& error);
+
 /// The file by which programs of this machine find a listener, for as long as it listens.
 class SocketFile {
  public:

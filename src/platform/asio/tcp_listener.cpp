@@ -68,7 +68,9 @@ class Listening final : public std::enable_shared_from_this<Listening> {
       case Kind::Everywhere: {
         std::string fault = bindNetwork(where);
         if (acceptor_.is_open()) return fault;
-        return bindNetwork(where.port);  // this machine has no IPv6
+        ListenAddress ofIPv4 = where.port;  // this machine has no IPv6
+        ofIPv4.isShared = where.isShared;
+        return bindNetwork(ofIPv4);
       }
       default:
         return bindNetwork(where);
@@ -81,6 +83,7 @@ class Listening final : public std::enable_shared_from_this<Listening> {
     asio::error_code error;
     acceptor_.open(place.protocol(), error);
     if (!error) prepareAcceptor(acceptor_, error);
+    if (!error && where.isShared) sharePlace(acceptor_, error);
     if (!error && place.protocol() == tcp::v6()) {
       acceptor_.set_option(asio::ip::v6_only(where.kind == Kind::Address), error);
     }

@@ -1,7 +1,9 @@
 #include <unistd.h>
 
+#include <charconv>
 #include <cstdlib>
 #include <filesystem>
+#include <system_error>
 
 #include "platform/system.h"
 #include "platform/text_settings.h"
@@ -9,6 +11,8 @@
 namespace quorvane {
 
 namespace {
+
+constexpr std::int32_t kHighestInstance = 999;
 
 std::string environment(const char* name) {
   const char* value = std::getenv(name);
@@ -32,6 +36,15 @@ std::string settingsRoot() {
   const std::string given = givenRoot();
   const std::filesystem::path whole = std::filesystem::absolute(given, error);
   return error ? given : whole.lexically_normal().string();
+}
+
+/// The variable QUORVANE_INSTANCE, from 1 to 999.
+std::int32_t instanceNumber() {
+  const std::string text = environment("QUORVANE_INSTANCE");
+  std::int32_t number = 0;
+  const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+  const bool isWhole = read.ec == std::errc() && read.ptr == text.data() + text.size();
+  return isWhole && number > 0 && number <= kHighestInstance ? number : 0;
 }
 
 std::unique_ptr<SettingsStorage> makeSettingsStorage(const Files& files, const std::string& root) {

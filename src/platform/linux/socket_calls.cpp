@@ -35,6 +35,7 @@ using KeepAliveIdle = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_KEEP
 constexpr std::chrono::duration<int> kKeepAliveInterval{30};
 using KeepAliveInterval = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_KEEPINTVL>;
 constexpr int kUnanswered = 4;
+using ReusePort = asio::detail::socket_option::boolean<SOL_SOCKET, SO_REUSEPORT>;
 using KeepAliveCount = asio::detail::socket_option::integer<IPPROTO_TCP, TCP_KEEPCNT>;
 
 /// Descriptors that connections leave free: a quarter of all, up to this many.
@@ -115,6 +116,10 @@ void prepareAcceptor(Acceptor& acceptor, asio::error_code& error) {
   if (!error) acceptor.set_option(KeepAliveIdle(kKeepAliveIdle.count()), error);
   if (!error) acceptor.set_option(KeepAliveInterval(kKeepAliveInterval.count()), error);
   if (!error) acceptor.set_option(KeepAliveCount(kUnanswered), error);
+}
+
+void sharePlace(Acceptor& acceptor, asio::error_code& error) {
+  acceptor.set_option(ReusePort(true), error);
 }
 
 void prepareConnection(StreamSocket&, asio::error_code& error) {

@@ -65,14 +65,19 @@ bool SystemdManager::requestStop(const std::string& service) {
   return bus_.stopUnit(unitOf(service));
 }
 
+std::string SystemdHost::unitName() const {
+  return instances ? std::string(kTemplateName) : unitNameOf(serviceName);
+}
+
 std::string SystemdHost::unitFile() const {
-  return place_.unitFolder + '/' + unitNameOf(serviceName);
+  return place_.unitFolder + '/' + unitName();
 }
 
 bool SystemdHost::install() {
-  const auto text = unitText({displayName, place_.program, place_.settingsRoot});
+  const auto text = unitText({displayName, place_.program, place_.settingsRoot, instances});
   if (!text || !bus_.reachable() || !files_.writeAll(unitFile(), *text)) return false;
-  const std::string unit = unitNameOf(serviceName);
+  const std::string unit = unitName();
+  if (instances) return bus_.reload();  // which of them start is for the administrator to say
   const bool enabled = startMode == kStartAutomatically ? bus_.enable(unit) : bus_.disable(unit);
   if (bus_.reload() && enabled) return true;
   files_.remove(unitFile());
@@ -81,10 +86,19 @@ bool SystemdHost::install() {
 
 bool SystemdHost::uninstall() {
   if (!bus_.reachable() || !files_.stat(unitFile())) return false;
-  const std::string unit = unitNameOf(serviceName);
+  const std::string unit = unitName();
   if (!bus_.disable(unit)) return false;
-  if (bus_.stopUnit(unit)) waitUntilStopped(unit);
+  for (const std::string& one : instances ? runningInstances() : std::vector{unit}) {
+    if (bus_.stopUnit(one)) waitUntilStopped(one);
+  }
   return files_.remove(unitFile()) && bus_.reload();
+}
+
+std::vector<std::string> SystemdHost::runningInstances() {
+  std::vector<std::string> running = bus_.runningServices();
+  std::erase_if(running,
+                [](const std::string& unit) { return !unit.starts_with(kInstancePrefix); });
+  return running;
 }
 
 void SystemdHost::waitUntilStopped(const std::string& unit) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/event_loop.h"
 #include "platform/linux/systemd_bus.h"
@@ -48,7 +49,9 @@ class SystemdHost final : public ServiceHost {
   void reportStatus(const std::string& sentence) override;
 
  private:
+  std::string unitName() const;
   std::string unitFile() const;
+  std::vector<std::string> runningInstances();
   void waitUntilStopped(const std::string& unit);
 
   EventLoop& loop_;

@@ -86,11 +86,13 @@ std::optional<std::string> unitText(const ServiceUnit& unit) {
   const std::string folder = folderOf(unit.program);
   const bool privateTmp = !isTemporary(folder) && !isTemporary(unit.settingsRoot + '/');
 
-  std::string text = "[Unit]\nDescription=" + unit.description + "\nAfter=network.target\n\n";
+  std::string text = "[Unit]\nDescription=" + unit.description +
+                     (unit.isTemplate ? ", instance %i" : "") + "\nAfter=network.target\n\n";
   text += "[Service]\nType=notify\n";
   // The colon keeps dollar signs what they are.
   text += "ExecStart=:" + quoted(unit.program) + '\n';
   text += "Environment=" + quoted("QUORVANE_REGISTRY=" + unit.settingsRoot) + '\n';
+  if (unit.isTemplate) text += "Environment=QUORVANE_INSTANCE=%i\n";
   text += "Restart=on-failure\nRestartSec=1\nTimeoutStopSec=20\nLimitNOFILE=65536\n";
   text += "ReadWritePaths=" + quoted(folder) + ' ' + quoted('-' + unit.settingsRoot) + '\n';
   text += std::string("PrivateTmp=") + (privateTmp ? "yes" : "no") + '\n';

@@ -13,7 +13,7 @@ std::span<const vbs::Member<ApplicationObject>> ApplicationObject::members() {
       {"contents", 0, 1, &Self::getContents, &Self::putContents},
       {"staticobjects", 0, 1, &Self::getStaticObjects},
       {"lock", 0, 0, &Self::callLock},
-      {"unlock", 0, 0, &Self::callLock},
+      {"unlock", 0, 0, &Self::callUnlock},
   }};
   return kMembers;
 }
@@ -39,6 +39,12 @@ vbs::Value ApplicationObject::getStaticObjects(vbs::Args args) {
 }
 
 vbs::Value ApplicationObject::callLock(vbs::Args) {
+  values_->lock();
+  return {};
+}
+
+vbs::Value ApplicationObject::callUnlock(vbs::Args) {
+  values_->unlock();
   return {};
 }
 

@@ -9,8 +9,7 @@
 
 namespace quorvane::customary {
 
-/// What pages know as "Application": what all pages share as long as the server runs. Pages run one
-/// at a time, so Lock and Unlock have nothing to do.
+/// What pages know as "Application": what all pages share as long as the server runs.
 class ApplicationObject final : public vbs::NativeObject<ApplicationObject> {
  public:
   ApplicationObject(vbs::Ref<SharedValues> values, vbs::Ref<StaticObjects> objects)
@@ -31,6 +30,7 @@ class ApplicationObject final : public vbs::NativeObject<ApplicationObject> {
   void putContents(vbs::Args args, vbs::CallKind kind);
   vbs::Value getStaticObjects(vbs::Args args);
   vbs::Value callLock(vbs::Args);
+  vbs::Value callUnlock(vbs::Args);
 
   vbs::Ref<SharedValues> values_;
   vbs::Ref<StaticObjects> objects_;

@@ -66,13 +66,13 @@ struct CustomaryPages::Objects {
 };
 
 CustomaryPages::CustomaryPages(const Services& services, const PageParts& parts,
-                               vbs::Ref<SharedValues> shared, vbs::Limits limits)
+                               vbs::Ref<SharedValues> shared, Keeping& keeping, vbs::Limits limits)
     : services_(services),
       parts_(parts),
       host_(services_),
       store_(services_),
       site_(
-          services_, programs_, std::move(shared),
+          services_, programs_, std::move(shared), keeping,
           [this](const std::string& path, const std::string& text) {
             return store_.scriptBlocks(path, text);
           },
@@ -106,9 +106,23 @@ PageOutcome CustomaryPages::outcomeOf(const ScriptPageRequest& request) {
   Objects objects(*this);
   if (page) prepare(*page, *objects.session);
   runRequest(page);
-  PageOutcome outcome = answer();
-  site_.close(*objects.session);
-  return outcome;
+  closeSession();
+  return answer();
+}
+
+/// What the page has left in its session may be nothing to keep, or there is nowhere to keep it.
+void CustomaryPages::closeSession() {
+  try {
+    site_.close(*objects_->session);
+  } catch (const vbs::ScriptError& error) {
+    answerLost(error);
+  }
+}
+
+void CustomaryPages::answerLost(const vbs::ScriptError& error) {
+  PageError shown = faultOf({error.description, {request_->url}}, kAnsi);
+  shown.number = error.number;
+  answerError(shown, request_->url);
 }
 
 /// The code page and the locale that the page begins with: its own, else its session's.
@@ -125,6 +139,14 @@ void CustomaryPages::prepare(const PageProgram& page, const SessionObject& sessi
 void CustomaryPages::runRequest(const PageStore::Program& page) {
   if (!page)
     return answerError(faultOf({"The page can't be read", {request_->url}}, kAnsi), request_->url);
+  try {
+    runWithSession(page);
+  } catch (const vbs::ScriptError& error) {
+    answerLost(error);
+  }
+}
+
+void CustomaryPages::runWithSession(const PageStore::Program& page) {
   if (page->usesSession) {
     const auto seen = objects_->all();
     site_.startSession(objects_->session, seen);

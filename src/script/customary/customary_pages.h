@@ -24,9 +24,10 @@ namespace quorvane::customary {
 /// default's.
 class CustomaryPages final : public PageContext, public Page, public ResponseObject::Client {
  public:
-  /// The services and the parts outlive this object; `shared` is what pages of both dialects share.
+  /// The services and the parts outlive this object; `shared` is what pages of both dialects share,
+  /// and `keeping` makes the sessions.
   CustomaryPages(const Services& services, const PageParts& parts, vbs::Ref<SharedValues> shared,
-                 vbs::Limits limits);
+                 Keeping& keeping, vbs::Limits limits);
   CustomaryPages(const CustomaryPages&) = delete;
   CustomaryPages& operator=(const CustomaryPages&) = delete;
   ~CustomaryPages();
@@ -46,6 +47,9 @@ class CustomaryPages final : public PageContext, public Page, public ResponseObj
  private:
   struct Objects;
 
+  void runWithSession(const PageStore::Program& page);
+  void closeSession();
+  void answerLost(const vbs::ScriptError& error);
   void prepare(const PageProgram& page, const SessionObject& session);
   void runRequest(const PageStore::Program& page);
   std::optional<PageError> runPage(const PageStore::Program& page, const std::string& path);

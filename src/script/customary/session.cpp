@@ -1,5 +1,9 @@
 #include "script/customary/session.h"
 
+#include <array>
+
+#include "support/text.h"
+
 namespace quorvane::customary {
 
 namespace {
@@ -12,6 +16,18 @@ class Finder final : public vbs::ReferenceVisitor {
 };
 
 }  // namespace
+
+/// An identifier has a few bits that are not left to chance; the sum of two of them, shifted
+/// against each other, has none.
+std::string newSessionId(Random& random) {
+  const auto first = random.guid();
+  const auto second = random.guid();
+  std::array<std::uint8_t, 16> bytes{};
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    bytes[i] = static_cast<std::uint8_t>(first[i] + second[(i + 4) % bytes.size()]);
+  }
+  return hexDigits(bytes);
+}
 
 bool Session::holdsObjects() const {
   Finder finder;

@@ -5,11 +5,15 @@
 #include <string>
 
 #include "components/shared_values.h"
+#include "platform/random.h"
 #include "script/customary/static_objects.h"
 #include "support/calendar_time.h"
 #include "vbscript/values/memory_meter.h"
 
 namespace quorvane::customary {
+
+/// 32 characters that nobody can guess.
+std::string newSessionId(Random& random);
 
 /// What is kept for one browser between its requests.
 struct Session {

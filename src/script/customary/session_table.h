@@ -1,18 +1,10 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
-#include <list>
 #include <memory>
-#include <string>
 #include <string_view>
-#include <unordered_map>
-#include <vector>
 
-#include "platform/clock.h"
-#include "platform/random.h"
 #include "script/customary/session.h"
-#include "support/status_lines.h"
 
 namespace quorvane::customary {
 
@@ -22,55 +14,26 @@ class SessionTable {
  public:
   static constexpr std::size_t kMostSessions = 10'000;
 
-  /// All outlive the table. `most` sessions live at once.
-  SessionTable(const Clock& clock, Random& random, StatusLines& log,
-               std::size_t most = kMostSessions);
-  SessionTable(const SessionTable&) = delete;
-  SessionTable& operator=(const SessionTable&) = delete;
+  virtual ~SessionTable() = default;
 
   /// The session, its last access renewed; null when there is none or it is out of date.
-  std::shared_ptr<Session> find(std::string_view id);
+  virtual std::shared_ptr<Session> find(std::string_view id) = 0;
 
   /// With the table full the session that has been idle longest ends, one of those first that never
   /// came back or hold nothing: strangers that keep no cookie do not drive out the visitors.
-  std::shared_ptr<Session> create();
+  virtual std::shared_ptr<Session> create() = 0;
 
   /// Tells that a page has run with the session, which may hold more or less now, or be abandoned.
-  void noteRun(const Session& session);
+  virtual void noteRun(Session& session) = 0;
 
-  void expire();  ///< ends all that are out of date
-  void endAll();
+  virtual void expire() = 0;  ///< ends all that are out of date
+  virtual void endAll() = 0;  ///< the server stops: all of this process alone
 
   /// The next of the sessions that have ended, whose last words are still to be heard; null when
   /// there is none.
-  std::shared_ptr<Session> takeEnded();
+  virtual std::shared_ptr<Session> takeEnded() = 0;
 
-  std::size_t size() const { return places_.size(); }
-
- private:
-  using Ranks = std::list<const Session*>;
-  struct Place {
-    std::shared_ptr<Session> session;
-    Ranks* list = nullptr;
-    Ranks::iterator rank;
-    bool cameBack = false;
-  };
-  using Places = std::unordered_map<std::string_view, Place>;  ///< views of the sessions' own ids
-
-  std::string newId();
-  void rank(Place& place);
-  Places::iterator end(Places::iterator at);
-
-  const Clock& clock_;
-  Random& random_;
-  StatusLines& log_;
-  std::size_t most_;
-  std::int32_t lastNumber_;
-  Places places_;
-  // All of them, those idle longest first.
-  Ranks expendable_;  ///< never came back, or hold nothing
-  Ranks valued_;
-  std::list<std::shared_ptr<Session>> ended_;
+  virtual std::size_t size() const = 0;  ///< those of this process
 };
 
 }  // namespace quorvane::customary

@@ -4,6 +4,7 @@
 
 #include "script/customary/code_page.h"
 #include "script/customary/server_object.h"
+#include "script/run/keeping.h"
 #include "support/paths.h"
 #include "support/rooted_path.h"
 #include "support/server_state.h"
@@ -62,20 +63,22 @@ class Site::EventPage final : public Page {
 };
 
 Site::Site(const Services& services, vbs::ProgramCache& programs,
-           vbs::Ref<SharedValues> application, SiteEvents::Translate translate, vbs::Limits limits)
+           vbs::Ref<SharedValues> application, Keeping& keeping, SiteEvents::Translate translate,
+           vbs::Limits limits)
     : services_(services),
       limits_(limits),
       events_(services, programs, std::move(translate), limits),
-      sessions_(services.clock, services.random, services.log),
+      keeping_(keeping),
+      sessions_(keeping.visitors()),
       application_(vbs::make<ApplicationObject>(std::move(application), applicationObjects())),
       applicationNames_(vbs::make<StaticNames>(application_->objects())),
       sessionObjects_(sets_.keep({})) {}
 
 Site::~Site() {
-  sessions_.endAll();
+  sessions_->endAll();
   runEnds();
-  runApplication(SiteEvents::Event::ApplicationEnd);
-  while (const auto session = sessions_.takeEnded()) session->clear();
+  if (keeping_.endsWithServer()) runApplication(SiteEvents::Event::ApplicationEnd);
+  while (const auto session = sessions_->takeEnded()) session->clear();
   application_->objects()->dropReferences();
   vbs::endCircles(nullptr);
 }
@@ -94,21 +97,40 @@ void Site::open() {
     file_ = findBelow(services_.files, *path, services_.state.FollowLinks).value_or("");
   }
   const auto now = file_.empty() ? std::nullopt : services_.files.stat(file_);
-  if (now == seen_) return;
+  if (now == seen_) {
+    if (events_.has(SiteEvents::Event::ApplicationStart) && isStarter()) {
+      runApplication(SiteEvents::Event::ApplicationStart);
+    }
+    return;
+  }
   seen_ = now;
-  const std::string text = now ? services_.files.readAll(file_).value_or("") : std::string();
+  std::string text = now ? services_.files.readAll(file_).value_or("") : std::string();
   if (!now) file_.clear();
-  takeUp(text);
+  takeUp(std::move(text));
 }
 
-void Site::takeUp(const std::string& text) {
-  runApplication(SiteEvents::Event::ApplicationEnd);
-  events_.setText(file_, text);
+/// Without an answer the next second asks again.
+bool Site::isStarter() {
+  try {
+    const bool starts = keeping_.startsApplication(text_, isNewText_);
+    isNewText_ = false;
+    return starts;
+  } catch (const vbs::ScriptError&) {
+    return false;
+  }
+}
+
+void Site::takeUp(std::string text) {
+  text_ = std::move(text);
+  isNewText_ = true;
+  const bool starts = isStarter();
+  if (starts) runApplication(SiteEvents::Event::ApplicationEnd);
+  events_.setText(file_, text_);
   application_->objects()->dropReferences();
   application_->setObjects(applicationObjects());
   applicationNames_ = vbs::make<StaticNames>(application_->objects());
   sessionObjects_ = sets_.keep(withScope(events_.program().objects, StaticObject::Scope::Session));
-  runApplication(SiteEvents::Event::ApplicationStart);
+  if (starts) runApplication(SiteEvents::Event::ApplicationStart);
 }
 
 vbs::Ref<StaticObjects> Site::applicationObjects() {
@@ -137,13 +159,22 @@ void Site::runApplication(SiteEvents::Event event) {
 }
 
 std::shared_ptr<Session> Site::begin() {
-  auto session = sessions_.create();
+  auto session = sessions_->create();
   session->objects = vbs::make<StaticObjects>(services_, sessionObjects_);
   return session;
 }
 
 vbs::Ref<SessionObject> Site::session(Page& page, std::string_view cookie) {
-  return vbs::make<SessionObject>(page, sessions_.find(cookie), [this] { return begin(); });
+  try {
+    auto session = sessions_->find(cookie);
+    if (session && !session->objects) {
+      session->objects = vbs::make<StaticObjects>(services_, sessionObjects_);
+    }
+    return vbs::make<SessionObject>(page, std::move(session), [this] { return begin(); });
+  } catch (const vbs::ScriptError& error) {
+    return vbs::make<SessionObject>(
+        page, nullptr, [error]() -> std::shared_ptr<Session> { throw vbs::ScriptError(error); });
+  }
 }
 
 void Site::startSession(const vbs::Ref<SessionObject>& session,
@@ -182,13 +213,13 @@ void Site::publish(const Add& add, Declarations ofPage) {
 }
 
 void Site::close(SessionObject& session) {
-  if (session.session()) sessions_.noteRun(*session.session());
   session.detach();
+  if (session.session()) sessions_->noteRun(*session.session());
   runEnds();
 }
 
 void Site::sweep() {
-  sessions_.expire();
+  sessions_->expire();
   runEnds();
 }
 
@@ -196,7 +227,10 @@ void Site::sweep() {
 void Site::runEnds() {
   const auto until = services_.clock.steadyNow() + kEndsTime;
   bool mayHaveCircles = false;
-  while (const auto session = sessions_.takeEnded()) {
+  while (const auto session = sessions_->takeEnded()) {
+    if (!session->objects) {
+      session->objects = vbs::make<StaticObjects>(services_, sessionObjects_);
+    }
     end(session);
     mayHaveCircles |= session->holdsObjects();
     session->clear();

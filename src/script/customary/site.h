@@ -21,6 +21,10 @@
 #include "support/files.h"
 #include "vbscript/engine.h"
 
+namespace quorvane {
+class Keeping;
+}
+
 namespace quorvane::customary {
 
 /// What a site keeps as long as the server runs: its sessions, what all pages share, and the events
@@ -44,10 +48,10 @@ class Site {
  public:
   static constexpr std::string_view kSessionCookie = "QVSITEID";
 
-  /// The services and the cache outlive the site; `application` is what all pages share, with those
-  /// of the default dialect.
+  /// The services, the cache and `keeping` outlive the site; `application` is what all pages share,
+  /// with those of the default dialect.
   Site(const Services& services, vbs::ProgramCache& programs, vbs::Ref<SharedValues> application,
-       SiteEvents::Translate translate, vbs::Limits limits = {});
+       Keeping& keeping, SiteEvents::Translate translate, vbs::Limits limits = {});
   Site(const Site&) = delete;
   Site& operator=(const Site&) = delete;
   ~Site();  ///< runs Session_OnEnd and Application_OnEnd
@@ -70,18 +74,20 @@ class Site {
   /// The same for what a page's own text declares. Made for one run.
   void publish(const Add& add, Declarations ofPage);
 
-  /// The page has run. Session_OnEnd runs for sessions that have ended by it.
+  /// The page has run. Session_OnEnd runs for sessions that have ended by it. Throws
+  /// vbs::ScriptError when what it has left in its session can't be kept.
   void close(SessionObject& session);
 
   void sweep();  ///< sessions that are out of date end
 
-  std::size_t sessionCount() const { return sessions_.size(); }
+  std::size_t sessionCount() const { return sessions_->size(); }
 
  private:
   class EventPage;
 
   std::optional<std::string> findText();
-  void takeUp(const std::string& text);
+  void takeUp(std::string text);
+  bool isStarter();
   std::shared_ptr<Session> begin();
   std::vector<PublishedObject> shared() const;
   vbs::Ref<StaticObjects> applicationObjects();
@@ -94,12 +100,15 @@ class Site {
   vbs::Limits limits_;
   SiteEvents events_;
   DeclarationSets sets_;
-  SessionTable sessions_;
+  Keeping& keeping_;
+  std::unique_ptr<SessionTable> sessions_;
   vbs::Ref<ApplicationObject> application_;
   vbs::Ref<StaticNames> applicationNames_;
   vbs::Ref<TypeLibraryNames> constants_ = vbs::make<TypeLibraryNames>();
   std::shared_ptr<const Declarations> sessionObjects_;
   std::string file_;              ///< global.asa, as the file system spells it; empty: not there
+  std::string text_;              ///< of it
+  bool isNewText_ = false;        ///< nobody has been asked yet who starts the application with it
   std::optional<FileInfo> seen_;  ///< when its text was taken
   std::optional<TimePoint> looked_;
 };

@@ -176,8 +176,11 @@ bool aspMainParser::Run() {
   Published published(*this);
   published_ = &published;
   run_.start();
-  const auto error = runProgram(program, pageFolder_);
+  auto error = runProgram(program, pageFolder_);
   published_ = nullptr;
+  if (auto unkept = keepSession(); unkept && (!error || error->number == kEndOfPage)) {
+    error = std::move(unkept);
+  }
 
   if (error && error->number != kEndOfPage) {
     noteFailure(url_, pageFolder_, *error);
@@ -190,6 +193,20 @@ bool aspMainParser::Run() {
   redirectedTo_ = published.response->redirectedTo();
   output_ = published.response->takeBuffer();
   return true;
+}
+
+/// Why what the page has left in its session can't be kept; nothing when all is well.
+std::optional<vbs::ErrorReport> aspMainParser::keepSession() {
+  try {
+    session_->keep();
+    return std::nullopt;
+  } catch (const vbs::ScriptError& error) {
+    vbs::ErrorReport report;
+    report.number = error.number;
+    report.description = error.description;
+    report.line = 1;
+    return report;
+  }
 }
 
 std::string aspMainParser::header(std::string_view name) const {

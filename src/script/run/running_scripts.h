@@ -6,8 +6,7 @@
 #include "platform/services.h"
 #include "script/customary/customary_pages.h"
 #include "script/run/aspMainParser.h"
-#include "script/sessions/auth_keys.h"
-#include "script/sessions/session_store.h"
+#include "script/run/keeping.h"
 
 namespace quorvane {
 
@@ -15,7 +14,7 @@ class FileAliases;
 
 /// The script pages of one running server with what they keep between requests: sessions,
 /// authorisation keys, shared values, connections to databases. All of it is gone when the server
-/// stops.
+/// stops, but for what stands in a store that several servers share.
 class RunningScripts final : public ScriptPages {
  public:
   struct Parts {
@@ -34,16 +33,19 @@ class RunningScripts final : public ScriptPages {
   /// Sessions that are out of date end.
   void expireSessions();
 
-  SessionStore& sessions() { return sessions_; }
+  SessionStore& sessions() { return *sessions_; }
   ado::DatabasePool& databases() { return databases_; }
-  AuthKeys& authKeys() { return authKeys_; }
+  AuthKeys& authKeys() { return *authKeys_; }
   ApplicationComponent& application() { return *application_; }
 
  private:
+  ScriptPageResult runPage(const ScriptPageRequest& request);
+
   ado::DatabasePool databases_;
   Services services_;  ///< with the running page and the databases
-  AuthKeys authKeys_;
-  SessionStore sessions_;
+  std::unique_ptr<Keeping> keeping_;
+  std::unique_ptr<AuthKeys> authKeys_;
+  std::unique_ptr<SessionStore> sessions_;
   vbs::Ref<ApplicationComponent> application_;
   PageParts parts_;
   aspMainParser vbsParser_;

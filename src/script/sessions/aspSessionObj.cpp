@@ -4,7 +4,6 @@
 #include <chrono>
 #include <utility>
 
-#include "components/shared_values.h"
 #include "script/script_values.h"
 #include "script/sessions/session_contents.h"
 #include "vbscript/values/convert.h"
@@ -13,19 +12,32 @@ namespace quorvane {
 
 aspSessionObj::aspSessionObj(const Clock& clock) : clock_(clock), lastAccess_(clock.now()) {}
 
-vbs::String aspSessionObj::Contents(std::string_view key) const {
+vbs::String aspSessionObj::Contents(std::string_view key) {
+  prepare();
   const Kept* kept = values_.find(key);
   return kept ? kept->text : vbs::String();
 }
 
 void aspSessionObj::setContents(std::string key, vbs::String value) {
   if (abandoned_) return;
+  prepare();
+  store(std::move(key), std::move(value));
+}
+
+void aspSessionObj::store(std::string key, vbs::String value) {
   vbs::MemoryCharge charge(Values::bytesFor(key));
   values_.put(std::move(key), {std::move(value), std::move(charge)});
 }
 
 SharedValues* aspSessionObj::objects() const {
   return objects_.isObject() ? static_cast<SharedValues*>(objects_.asObject()) : nullptr;
+}
+
+vbs::Ref<SharedValues> aspSessionObj::makeObjects() {
+  auto made = vbs::make<SharedValues>("Objects");
+  if (backing_) made->setBacking(backing_->ofObjects());
+  if (!abandoned_) objects_ = script_values::objectValue(made);
+  return made;
 }
 
 bool aspSessionObj::holdsObjects() const {
@@ -102,11 +114,9 @@ vbs::String aspSessionObj::textToKeep(const vbs::Value& value, vbs::CallKind kin
 
 /// Once abandoned, what a page stores is lost: it goes into a collection that nobody else sees.
 vbs::Value aspSessionObj::getObjects(vbs::Args args) {
-  vbs::Value held = objects_;
-  if (!held.isObject()) {
-    held = script_values::objectValue(vbs::make<SharedValues>("Objects"));
-    if (!abandoned_) objects_ = held;
-  }
+  if (!abandoned_) prepare();
+  const vbs::Value held =
+      objects_.isObject() ? objects_ : script_values::objectValue(makeObjects());
   if (args.empty()) return held;
   return static_cast<SharedValues*>(held.asObject())->item(args[0]);
 }

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "components/shared_values.h"
 #include "platform/clock.h"
 #include "support/keyed_collection.h"
 #include "vbscript/values/memory_meter.h"
@@ -12,8 +13,6 @@
 #include "vbscript/values/text_locale.h"
 
 namespace quorvane {
-
-class SharedValues;
 
 /// What pages know as "Session": the texts, and apart from them the objects, kept for one browser
 /// between its requests. The session store holds it; a running page holds it as well, so it may
@@ -27,6 +26,17 @@ class aspSessionObj final : public vbs::NativeObject<aspSessionObj> {
   };
   using Values = KeyedCollection<Kept>;
 
+  /// Keeps a session outside of this process. What it throws reaches the page.
+  class Backing {
+   public:
+    virtual ~Backing() = default;
+    /// Before the first use of what is kept, which store() and makeObjects() take.
+    virtual void prepare(aspSessionObj& session) = 0;
+    /// The page has run: what it has changed is written back.
+    virtual void keep(aspSessionObj& session) = 0;
+    virtual std::shared_ptr<SharedValues::Backing> ofObjects() = 0;
+  };
+
   /// `clock` outlives the session.
   explicit aspSessionObj(const Clock& clock);
 
@@ -37,10 +47,24 @@ class aspSessionObj final : public vbs::NativeObject<aspSessionObj> {
   void setSessionID(std::int32_t number) { sessionID_ = number; }
 
   /// Empty when nothing is stored under the key.
-  vbs::String Contents(std::string_view key) const;
+  vbs::String Contents(std::string_view key);
   void setContents(std::string key, vbs::String value);  ///< lost once abandoned
 
+  /// Null: the session stands here alone.
+  void setBacking(std::unique_ptr<Backing> backing) { backing_ = std::move(backing); }
+  void store(std::string key, vbs::String value);
+  vbs::Ref<SharedValues> makeObjects();  ///< kept from now on
+  SharedValues* objects() const;         ///< null: none yet
+  void keep() {
+    if (backing_) backing_->keep(*this);
+  }
+
   std::int32_t LCID() const { return lcid_; }  ///< the locale of this session's pages
+  std::int32_t CodePage() const { return codePage_; }
+  void takeLocale(std::int32_t lcid, std::int32_t codePage) {
+    lcid_ = lcid;
+    codePage_ = codePage;
+  }
 
   /// Whether any text or object is kept.
   bool holdsAnything() const;
@@ -49,12 +73,17 @@ class aspSessionObj final : public vbs::NativeObject<aspSessionObj> {
   void Abandon();
   void Refresh() { lastAccess_ = clock_.now(); }
   bool OutOfDate() const;
+  bool isAbandoned() const { return abandoned_; }
+  TimePoint lastAccess() const { return lastAccess_; }
 
   /// The text of a value that a page wants kept; a script error when it has none.
   static vbs::String textToKeep(const vbs::Value& value, vbs::CallKind kind);
 
   /// For walking and pruning the contents as a whole.
-  Values& values() { return values_; }
+  Values& values() {
+    prepare();
+    return values_;
+  }
 
   std::string_view typeName() const override { return "Session"; }
   void visitReferences(vbs::ReferenceVisitor& visitor) override { visitor.value(objects_); }
@@ -72,7 +101,9 @@ class aspSessionObj final : public vbs::NativeObject<aspSessionObj> {
   vbs::Value callAbandon(vbs::Args);
   vbs::Value callRefresh(vbs::Args);
   vbs::Value callOutOfDate(vbs::Args);
-  SharedValues* objects() const;
+  void prepare() {
+    if (backing_) backing_->prepare(*this);
+  }
   vbs::Value getObjects(vbs::Args args);
   void putObjects(vbs::Args args, vbs::CallKind);
   vbs::Value getLcid(vbs::Args);
@@ -89,6 +120,7 @@ class aspSessionObj final : public vbs::NativeObject<aspSessionObj> {
   std::int32_t codePage_ = 1252;  ///< as the page set it, without effect
   std::int16_t timeout_ = 20;
   bool abandoned_ = false;
+  std::unique_ptr<Backing> backing_;
 };
 
 }  // namespace quorvane

@@ -9,6 +9,7 @@
 #include "http/cookie_jar.h"
 #include "http/response_heads.h"
 #include "script/run/running_scripts.h"
+#include "script/sessions/memory_auth_keys.h"
 #include "support/clsWEncode.h"
 #include "support/file_aliases.h"
 #include "testing/fake_services.h"
@@ -204,7 +205,7 @@ TEST_F(PageRun, RunsTheTextOfAModuleInPlaceOfTheFile) {
 }
 
 TEST_F(PageRun, ReadsAndWritesFiles) {
-  AuthKeys keys(clock, random);
+  MemoryAuthKeys keys(clock, random);
   const PageParts parts{encoder, keys, scripts().application()};
   const aspMainParser vbsParser(services, parts);
   files.addFolder("/srv");

@@ -8,7 +8,7 @@
 #include "http/cookie_jar.h"
 #include "member_access.h"
 #include "script/objects/aspServerObj.h"
-#include "script/sessions/auth_keys.h"
+#include "script/sessions/memory_auth_keys.h"
 #include "support/base64.h"
 #include "support/clsWEncode.h"
 #include "support/file_aliases.h"
@@ -40,7 +40,7 @@ class ServerTest : public ::testing::Test,
 
   std::chrono::seconds limit{10};
   clsWEncode encoder;
-  AuthKeys keys{clock, random};
+  MemoryAuthKeys keys{clock, random};
   CookieJar jar;
   clsHTTPParser parser{encoder, jar};
   FileAliases aliases;

@@ -7,8 +7,8 @@
 #include "platform/fake/fake_clock.h"
 #include "platform/fake/fake_random.h"
 #include "script/sessions/aspSessionObj.h"
-#include "script/sessions/auth_keys.h"
-#include "script/sessions/session_store.h"
+#include "script/sessions/memory_auth_keys.h"
+#include "script/sessions/memory_session_store.h"
 #include "testing/recorded_lines.h"
 #include "vbscript/values/convert.h"
 
@@ -23,7 +23,7 @@ class SessionTest : public ::testing::Test {
   FakeClock clock;
   ScriptedRandom random;
   RecordedLines log;
-  SessionStore store{clock, random, log};
+  MemorySessionStore store{clock, random, log};
   vbs::Ref<aspSessionObj> session = vbs::make<aspSessionObj>(clock);
 };
 
@@ -296,7 +296,7 @@ TEST_F(SessionTest, ShowsItsSessionsOldestFirst) {
 TEST(AuthKeys, AreGuidsInUpperCaseHexadecimal) {
   FakeClock clock;
   ScriptedRandom random;
-  AuthKeys keys(clock, random);
+  MemoryAuthKeys keys(clock, random);
   const std::string key = keys.issue(5min);
   EXPECT_EQ(key, "0AFF0000000000000000000000000001");
   EXPECT_TRUE(keys.validate("0aff0000000000000000000000000001"));
@@ -306,7 +306,7 @@ TEST(AuthKeys, AreGuidsInUpperCaseHexadecimal) {
 TEST(AuthKeys, StayValidUntilASweepFindsThemPastTheirTime) {
   FakeClock clock;
   ScriptedRandom random;
-  AuthKeys keys(clock, random);
+  MemoryAuthKeys keys(clock, random);
   const std::string brief = keys.issue(0min);
   const std::string lasting = keys.issue(2min);
   keys.expire();

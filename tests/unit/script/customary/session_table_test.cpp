@@ -1,4 +1,4 @@
-#include "script/customary/session_table.h"
+#include "script/customary/memory_session_table.h"
 
 #include <gtest/gtest.h>
 
@@ -24,7 +24,7 @@ class SessionTableTest : public ::testing::Test, protected FakeServices<Scripted
     return table.find(session->id) != nullptr;
   }
 
-  SessionTable table{clock, random, log, 3};
+  MemorySessionTable table{clock, random, log, 3};
 };
 
 TEST_F(SessionTableTest, FindsSessionsByTextsThatItMadeItself) {
@@ -39,7 +39,7 @@ TEST_F(SessionTableTest, FindsSessionsByTextsThatItMadeItself) {
 
 TEST_F(SessionTableTest, LeavesNoBitOfATextAlone) {
   const auto chance = makeRandom();
-  SessionTable real(clock, *chance, log);
+  MemorySessionTable real(clock, *chance, log);
   std::string seen(32, '0');
   std::string clear(32, '0');
   // A bit that is the same in 200 texts by chance: once in 10^58 times.

@@ -13,6 +13,7 @@
 #include "script/customary/page_reader.h"
 #include "script/customary/server_object.h"
 #include "script/customary/site.h"
+#include "script/run/keeping.h"
 #include "script/script_values.h"
 #include "testing/fake_services.h"
 #include "vbscript/engine.h"
@@ -51,11 +52,12 @@ class SiteTest : public ::testing::Test, protected FakeServices<ScriptedRandom>,
 
   Site& site() {
     if (!site_) {
-      site_.emplace(
-          services, programs_, shared, [](const std::string& path, const std::string& text) {
-            return readScriptBlocks(path, text, kAnsi,
-                                    [](auto&&...) { return std::optional<IncludedFile>(); });
-          });
+      site_.emplace(services, programs_, shared, *keeping_,
+                    [](const std::string& path, const std::string& text) {
+                      return readScriptBlocks(path, text, kAnsi, [](auto&&...) {
+                        return std::optional<IncludedFile>();
+                      });
+                    });
     }
     return *site_;
   }
@@ -124,6 +126,7 @@ class SiteTest : public ::testing::Test, protected FakeServices<ScriptedRandom>,
 
  private:
   vbs::ProgramCache programs_;
+  std::unique_ptr<Keeping> keeping_ = makeMemoryKeeping(services);
   std::optional<Site> site_;
 };
 

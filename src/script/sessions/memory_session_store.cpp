@@ -1,4 +1,4 @@
-#include "script/sessions/session_store.h"
+#include "script/sessions/memory_session_store.h"
 
 #include <bit>
 #include <string>
@@ -17,15 +17,15 @@ constexpr int kMostDraws = 4;
 
 }  // namespace
 
-SessionStore::SessionStore(const Clock& clock, Random& random, StatusLines& log)
+MemorySessionStore::MemorySessionStore(const Clock& clock, Random& random, StatusLines& log)
     : clock_(clock), random_(random), log_(log) {}
 
-vbs::Ref<aspSessionObj> SessionStore::find(std::int32_t number) const {
+vbs::Ref<aspSessionObj> MemorySessionStore::find(std::int32_t number) const {
   if (number < 0 || number > kHighestNumber) return {};
   return places_[static_cast<std::size_t>(number)].session;
 }
 
-vbs::Ref<aspSessionObj> SessionStore::getOrCreate(std::int32_t number) {
+vbs::Ref<aspSessionObj> MemorySessionStore::getOrCreate(std::int32_t number) {
   if (number > 0) {
     vbs::Ref<aspSessionObj> session = find(number);
     if (session && !session->OutOfDate()) {
@@ -40,7 +40,7 @@ vbs::Ref<aspSessionObj> SessionStore::getOrCreate(std::int32_t number) {
   return create();
 }
 
-vbs::Ref<aspSessionObj> SessionStore::create() {
+vbs::Ref<aspSessionObj> MemorySessionStore::create() {
   const bool isFull = ages_.size() == places_.size();
   const std::int32_t number = isFull ? dropIdlest() : freeNumber();
   auto session = vbs::make<aspSessionObj>(clock_);
@@ -53,7 +53,7 @@ vbs::Ref<aspSessionObj> SessionStore::create() {
   return session;
 }
 
-std::int32_t SessionStore::freeNumber() {
+std::int32_t MemorySessionStore::freeNumber() {
   std::int32_t number = 0;
   for (int draw = 0; draw < kMostDraws; ++draw) {
     number = static_cast<std::int32_t>(roundHalfEven(random_.fraction() * kHighestNumber));
@@ -63,7 +63,7 @@ std::int32_t SessionStore::freeNumber() {
 }
 
 /// The first free number from this one on; behind the highest comes 0. There must be one.
-std::int32_t SessionStore::nextFreeNumber(std::int32_t number) const {
+std::int32_t MemorySessionStore::nextFreeNumber(std::int32_t number) const {
   auto word = static_cast<std::size_t>(number) / 64;
   std::uint64_t free = ~taken_[word] & (~std::uint64_t{0} << number % 64);
   while (true) {
@@ -74,25 +74,25 @@ std::int32_t SessionStore::nextFreeNumber(std::int32_t number) const {
   }
 }
 
-void SessionStore::setTaken(std::int32_t number, bool taken) {
+void MemorySessionStore::setTaken(std::int32_t number, bool taken) {
   const std::uint64_t bit = std::uint64_t{1} << number % 64;
   std::uint64_t& word = taken_[static_cast<std::size_t>(number) / 64];
   word = taken ? word | bit : word & ~bit;
 }
 
 /// The session is the one used last, so it goes to the end of its list.
-void SessionStore::rank(Place& place) {
+void MemorySessionStore::rank(Place& place) {
   Numbers& wanted = place.cameBack && place.session->holdsAnything() ? valued_ : expendable_;
   wanted.splice(wanted.end(), *place.rank, place.idle);
   place.rank = &wanted;
 }
 
-void SessionStore::noteRun(std::int32_t number) {
+void MemorySessionStore::noteRun(std::int32_t number) {
   if (find(number)) rank(places_[static_cast<std::size_t>(number)]);
 }
 
 /// Whoever still holds the session finds it empty: its objects die with it.
-void SessionStore::remove(std::int32_t number) {
+void MemorySessionStore::remove(std::int32_t number) {
   if (!find(number)) return;
   Place& place = places_[static_cast<std::size_t>(number)];
   mayHaveCircles_ |= place.session->holdsObjects();
@@ -104,18 +104,18 @@ void SessionStore::remove(std::int32_t number) {
 }
 
 /// Looking for circles takes a walk over every object, so it is done once for many sessions.
-void SessionStore::endLooseCircles() {
+void MemorySessionStore::endLooseCircles() {
   if (std::exchange(mayHaveCircles_, false)) vbs::endCircles(nullptr);
 }
 
-SessionStore::~SessionStore() {
-  while (!ages_.empty()) remove(ages_.front());
+MemorySessionStore::~MemorySessionStore() {
+  while (!ages_.empty()) MemorySessionStore::remove(ages_.front());
   endLooseCircles();
 }
 
 /// With number 0 goes no cookie, so that its session is never of use again: a new visitor who got
 /// nothing but this number would stay a stranger for as long as the others stay.
-std::int32_t SessionStore::dropIdlest() {
+std::int32_t MemorySessionStore::dropIdlest() {
   const bool onlyZero = expendable_.size() == 1 && expendable_.front() == 0;
   const std::int32_t number = (onlyZero ? valued_ : expendable_).front();
   log_.LogLine("Session " + std::to_string(number) + " destroyed");
@@ -123,7 +123,7 @@ std::int32_t SessionStore::dropIdlest() {
   return number;
 }
 
-void SessionStore::expire() {
+void MemorySessionStore::expire() {
   for (auto age = ages_.begin(); age != ages_.end();) {
     const std::int32_t number = *age++;
     if (!find(number)->OutOfDate()) continue;
@@ -133,7 +133,7 @@ void SessionStore::expire() {
   endLooseCircles();
 }
 
-void SessionStore::forEach(const std::function<void(const aspSessionObj&)>& visit) const {
+void MemorySessionStore::forEach(const std::function<void(const aspSessionObj&)>& visit) const {
   for (const std::int32_t number : ages_) visit(*find(number));
 }
 

@@ -1,9 +1,6 @@
-#include "script/customary/session_table.h"
+#include "script/customary/memory_session_table.h"
 
-#include <array>
 #include <utility>
-
-#include "support/text.h"
 
 namespace quorvane::customary {
 
@@ -16,26 +13,15 @@ constexpr std::int32_t kHighestNumber = 999'999'999;
 
 }  // namespace
 
-SessionTable::SessionTable(const Clock& clock, Random& random, StatusLines& log, std::size_t most)
+MemorySessionTable::MemorySessionTable(const Clock& clock, Random& random, StatusLines& log,
+                                       std::size_t most)
     : clock_(clock),
       random_(random),
       log_(log),
       most_(most),
       lastNumber_(kLowestNumber + static_cast<std::int32_t>(random.fraction() * 800'000'000)) {}
 
-/// An identifier has a few bits that are not left to chance; the sum of two of them, shifted
-/// against each other, has none.
-std::string SessionTable::newId() {
-  const auto first = random_.guid();
-  const auto second = random_.guid();
-  std::array<std::uint8_t, 16> bytes{};
-  for (std::size_t i = 0; i < bytes.size(); ++i) {
-    bytes[i] = static_cast<std::uint8_t>(first[i] + second[(i + 4) % bytes.size()]);
-  }
-  return hexDigits(bytes);
-}
-
-std::shared_ptr<Session> SessionTable::find(std::string_view id) {
+std::shared_ptr<Session> MemorySessionTable::find(std::string_view id) {
   const auto at = places_.find(id);
   if (at == places_.end() || at->second.session->isOutOfDate(clock_.now())) return nullptr;
   Place& place = at->second;
@@ -45,11 +31,11 @@ std::shared_ptr<Session> SessionTable::find(std::string_view id) {
   return place.session;
 }
 
-std::shared_ptr<Session> SessionTable::create() {
+std::shared_ptr<Session> MemorySessionTable::create() {
   if (places_.size() >= most_) {
     end(places_.find((expendable_.empty() ? valued_ : expendable_).front()->id));
   }
-  auto session = std::make_shared<Session>(newId());
+  auto session = std::make_shared<Session>(newSessionId(random_));
   if (const auto same = places_.find(session->id); same != places_.end()) end(same);
   session->lastAccess = clock_.now();
   lastNumber_ = lastNumber_ < kHighestNumber ? lastNumber_ + 1 : kLowestNumber;
@@ -61,13 +47,13 @@ std::shared_ptr<Session> SessionTable::create() {
 }
 
 /// The session is the one used last, so it goes to the end of its list.
-void SessionTable::rank(Place& place) {
+void MemorySessionTable::rank(Place& place) {
   Ranks& wanted = place.cameBack && place.session->holdsAnything() ? valued_ : expendable_;
   wanted.splice(wanted.end(), *place.list, place.rank);
   place.list = &wanted;
 }
 
-void SessionTable::noteRun(const Session& session) {
+void MemorySessionTable::noteRun(Session& session) {
   const auto at = places_.find(session.id);
   if (at == places_.end()) return;
   if (session.isAbandoned) {
@@ -77,7 +63,7 @@ void SessionTable::noteRun(const Session& session) {
   }
 }
 
-SessionTable::Places::iterator SessionTable::end(Places::iterator at) {
+MemorySessionTable::Places::iterator MemorySessionTable::end(Places::iterator at) {
   Place& place = at->second;
   const std::shared_ptr<Session> session = std::move(place.session);  // whose id the key is
   log_.LogLine("Session " + std::to_string(session->number) + " destroyed");
@@ -87,18 +73,18 @@ SessionTable::Places::iterator SessionTable::end(Places::iterator at) {
   return next;
 }
 
-void SessionTable::expire() {
+void MemorySessionTable::expire() {
   const TimePoint now = clock_.now();
   for (auto at = places_.begin(); at != places_.end();) {
     at = at->second.session->isOutOfDate(now) ? end(at) : std::next(at);
   }
 }
 
-void SessionTable::endAll() {
+void MemorySessionTable::endAll() {
   while (!places_.empty()) end(places_.begin());
 }
 
-std::shared_ptr<Session> SessionTable::takeEnded() {
+std::shared_ptr<Session> MemorySessionTable::takeEnded() {
   if (ended_.empty()) return nullptr;
   auto session = std::move(ended_.front());
   ended_.pop_front();

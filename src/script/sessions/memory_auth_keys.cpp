@@ -1,16 +1,10 @@
-#include "script/sessions/auth_keys.h"
+#include "script/sessions/memory_auth_keys.h"
 
 #include "support/text.h"
 
 namespace quorvane {
 
-namespace {
-
-constexpr std::size_t kKeyLength = 32;
-
-}  // namespace
-
-std::string AuthKeys::issue(std::chrono::minutes lifetime) {
+std::string MemoryAuthKeys::issue(std::chrono::minutes lifetime) {
   std::string key = upperCase(hexDigits(random_.guid()));
   if (keys_.size() >= kMostKeys) removeFirst();
   if (keys_.insert(key).second) {
@@ -19,21 +13,21 @@ std::string AuthKeys::issue(std::chrono::minutes lifetime) {
   return key;
 }
 
-bool AuthKeys::validate(std::string_view key) const {
+bool MemoryAuthKeys::validate(std::string_view key) {
   return key.size() == kKeyLength && keys_.contains(upperCase(key));
 }
 
-void AuthKeys::expire() {
+void MemoryAuthKeys::expire() {
   const TimePoint now = std::chrono::floor<std::chrono::seconds>(clock_.now());
   while (!byTime_.empty() && byTime_.begin()->first < now) removeFirst();
 }
 
-void AuthKeys::clear() {
+void MemoryAuthKeys::clear() {
   keys_.clear();
   byTime_.clear();
 }
 
-void AuthKeys::removeFirst() {
+void MemoryAuthKeys::removeFirst() {
   keys_.erase(byTime_.begin()->second);
   byTime_.erase(byTime_.begin());
 }
