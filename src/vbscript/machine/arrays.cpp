@@ -208,14 +208,24 @@ void storeElement(CallStack& stack, Value& holder, Args indexesAndValue, bool is
   Object& object = stack.wholeObjectIn(direct, pc);
   const Ref<Object> alive(&object);
   object.invoke(kDefaultMember, isSet ? CallKind::Set : CallKind::Let, indexesAndValue);
+  stack.raisePending();
 }
+
+namespace {
+
+/// The end of an operation that has changed the item b of a.
+void finishItem(CallStack& stack, const Instruction* pc, Value* base) {
+  giveUp(base[pc->a], pc->aIsTemporary());
+  giveUp(base[pc->b], pc->bIsTemporary());
+  stack.raisePending();
+}
+
+}  // namespace
 
 void setElement(CallStack& stack, const Instruction* pc, Value* base) {
   if (Value* item = itemIn(base[pc->a], base[pc->b])) {
     *item = taken(base[pc->c], pc->cIsTemporary());
-    giveUp(base[pc->a], pc->aIsTemporary());
-    giveUp(base[pc->b], pc->bIsTemporary());
-    return stack.raisePending();
+    return finishItem(stack, pc, base);
   }
   std::array<Value, 2> values = {taken(base[pc->b], pc->bIsTemporary()),
                                  taken(base[pc->c], pc->cIsTemporary())};
@@ -224,10 +234,14 @@ void setElement(CallStack& stack, const Instruction* pc, Value* base) {
 }
 
 void setElementConstant(CallStack& stack, const Instruction* pc, Value* base) {
-  std::array<Value, 2> values = {taken(base[pc->b], pc->bIsTemporary()),
-                                 stack.top()->routine->constants[pc->c]};
+  const Value& constant = stack.top()->routine->constants[pc->c];
+  if (Value* item = itemIn(base[pc->a], base[pc->b])) {
+    *item = constant;
+    return finishItem(stack, pc, base);
+  }
+  std::array<Value, 2> values = {taken(base[pc->b], pc->bIsTemporary()), constant};
   storeElement(stack, base[pc->a], values, false, pc);
-  if (pc->aIsTemporary() && needsCare(base[pc->a])) release(base[pc->a]);
+  giveUp(base[pc->a], pc->aIsTemporary());
 }
 
 void setElement2(CallStack& stack, const Instruction* pc, Value* base) {

@@ -173,12 +173,22 @@ Class Failing
     Err.Raise 1000, "end", "ended badly"
   End Sub
 End Class
-Dim d
+Dim d, i
 Set d = CreateObject("Scripting.Dictionary")
 Set d("x") = New Failing
 On Error Resume Next
 d("x") = 1
 Echo Err.Number & " " & d("x")  '> 1000 1
+Err.Clear
+Set d("x") = New Failing
+i = 2
+d("x") = i
+Echo Err.Number & " " & d("x")  '> 1000 2
+Err.Clear
+Set d("x") = New Failing
+Set d("x") = d
+Echo Err.Number & " " & TypeName(d("x"))  '> 1000 Dictionary
+d.RemoveAll
 
 '=== objects as items keep their identity, variables take their default value
 Class Worthy
