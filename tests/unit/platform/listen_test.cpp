@@ -72,7 +72,9 @@ TEST_F(Listen, AllAddressesOfIPv6AreNoneOfIPv4) {
 TEST_F(Listen, EverywhereIsInBothFamiliesAndAddressesOfIPv4AreShownAsSuch) {
   ASSERT_TRUE(listenEverywhere());
   EXPECT_EQ(visitorAt("127.0.0.1"), "127.0.0.1 > 127.0.0.1");
-  if (hasIPv6()) EXPECT_EQ(visitorAt("::1"), "::1 > ::1");
+  if (hasIPv6()) {
+    EXPECT_EQ(visitorAt("::1"), "::1 > ::1");
+  }
 }
 
 TEST_F(Listen, APlainPortIsInIPv4Only) {
