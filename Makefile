@@ -1,17 +1,28 @@
 # Everything a developer needs; the work itself is CMake's and the tests'.
 #   make serve   build and serve the sample site on port 7007
 #   make test    build and pass all tests
+#   make package the runnable tree as a .tar, built by a profile of the benchmarks and the sample site
 #   make soak    ten minutes of use, abuse and disturbance (SOAK_SECONDS=60 for one)
 #   make bench   print speeds beside reference programs, where those are installed
 APP := build/app
 JOBS ?= $(shell nproc)
 
-.PHONY: build serve test unit blackbox faults databases soak browser terminal service hosting bench lint \
+.PHONY: build package serve test unit blackbox faults databases soak browser terminal service hosting bench lint \
   format clean build-deps test-deps
 
 build: build-deps
 	@cmake --preset release >/dev/null
 	@cmake --build --preset release -j $(JOBS)
+
+# Built twice: by programs that note what they do, and by their notes.
+package: build-deps
+	@cmake --preset package -DQUORVANE_PROFILE=record >/dev/null
+	@cmake --build --preset package -j $(JOBS)
+	@tools/train build/package/quorvane-server
+	@cmake --preset package -DQUORVANE_PROFILE=use >/dev/null
+	@cmake --build --preset package -j $(JOBS)
+	@tar -C build/package -cf build/quorvane-server.tar quorvane-server
+	@echo build/quorvane-server.tar
 
 serve: build
 	@tools/serve $(APP)
