@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <optional>
+#include <string_view>
 
 #include "vbscript/library/arguments.h"
 
@@ -10,6 +12,25 @@ Value changedText(Args args, String (*change)(const String&)) {
   const Operand text(args[0]);
   if (text->isNull()) return Value::null();
   return change(toString(*text));
+}
+
+/// The bytes of a text that holds one a character; empty for all else.
+std::string_view bytesOf(const Value& value) {
+  const Value& direct = value.deref();
+  const StringRep* rep = direct.isString() ? direct.stringRep() : nullptr;
+  if (!rep || rep->encoding != Encoding::Ansi) return {};
+  return {rep->data(), rep->bytes};
+}
+
+/// The character that Mid(text, at, 1) takes of such a text.
+std::optional<char> oneByte(Args args) {
+  const Value& start = args[1].deref();
+  const Value& count = args[2].deref();
+  if (!isOneOf(start, kWholeTypes) || !count.is(Type::Integer) || count.asInt() != 1) return {};
+  const std::string_view bytes = bytesOf(args[0]);
+  const auto at = static_cast<std::size_t>(start.asInt()) - 1;
+  if (at >= bytes.size()) return {};
+  return bytes[at];
 }
 
 /// The first character of a text; error 5 when it has none.
@@ -42,6 +63,8 @@ String repeated(std::size_t count, char16_t unit) {
 }  // namespace
 
 Value asc(Runtime&, Args args) {
+  const std::string_view bytes = bytesOf(args[0]);
+  if (!bytes.empty()) return Value::integer(static_cast<unsigned char>(bytes[0]));
   const int byte = unitToAnsi(firstUnit(args[0]));
   return Value::integer(static_cast<std::int16_t>(byte >= 0 ? byte : '?'));
 }
@@ -109,6 +132,9 @@ Value right(Runtime&, Args args) {
 }
 
 Value mid(Runtime&, Args args) {
+  if (args.size() == 3) {
+    if (const auto byte = oneByte(args)) return String::ofByte(*byte);
+  }
   const Operand text(args[0]);
   const std::int32_t start = toLong(args[1]);
   const std::size_t count = given(args, 2) ? countAt(args, 2) : SIZE_MAX;

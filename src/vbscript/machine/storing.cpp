@@ -9,7 +9,8 @@ namespace quorvane::vbs::operation {
 /// A temporary takes anything as it is.
 void put(CallStack& stack, const Instruction* pc, Value* base, Value result) {
   Value& target = base[pc->a];
-  if (!pc->aIsTemporary()) result = assigned(std::move(result));
+  const bool mayChange = result.isObject() || result.isArray();
+  if (mayChange && !pc->aIsTemporary()) result = assigned(std::move(result));
   if (needsCare(target)) return store(stack, target, std::move(result));
   new (&target) Value(std::move(result));
 }

@@ -79,3 +79,33 @@ x = StrReverse(Null)
 Failed                         '> 94
 x = Split(Null)
 Failed                         '> 94
+
+'=== single characters by place, of every kind of argument
+Dim i, s, wide
+For i = 0 To 255
+  If Asc(Chr(i)) <> i Then Echo "lost: " & i
+  s = s & Chr(i)
+Next
+For i = 1 To Len(s)
+  If Asc(Mid(s, i, 1)) <> i - 1 Then Echo "lost: " & i
+  If Mid(s, CByte((i - 1) And 255) + 1, 1) <> Chr(i - 1) Then Echo "lost: " & i
+Next
+wide = "a" & ChrW(&H4E00) & "b"
+Echo Mid(wide, 1, 1) & Mid(wide, 3, 1) & Asc(Mid(wide, 2, 1)) '> ab63
+Echo "[" & Mid("abc", 4, 1) & Mid("", 1, 1) & Mid("abc", 100000, 1) & "]" '> []
+Echo Mid("abc", "2", 1) & Mid("abc", 1.6, 1) & Mid(12345, 2, 1) & Mid(True, 1, 1) '> bb2T
+Echo Mid("abc", 2, True + 2) & Mid("abc", 2, "1") & Mid("abc", 2) '> bbbc
+Echo TypeName(Mid(Null, 1, 1)) '> Null
+Echo Asc(123) & " " & Asc(True) '> 49 84
+On Error Resume Next
+s = Mid("abc", 0, 1)
+Echo Err.Number                '> 5
+Err.Clear
+s = Mid("abc", True, 1)
+Echo Err.Number                '> 5
+Err.Clear
+s = Asc("")
+Echo Err.Number                '> 5
+Err.Clear
+s = Asc(Null)
+Echo Err.Number                '> 94
