@@ -26,13 +26,6 @@ void clearRange(Value* first, const Value* last) {
   }
 }
 
-void refer(Value& target, Value& variable) {
-  Value* const place = &variable.deref();
-  if (needsCare(target) && !target.is(Type::Reference)) [[unlikely]]
-    return hold(target, Value::reference(place));
-  new (&target) Value(Value::reference(place));
-}
-
 void checkAssignable(const Value& variable) {
   if (variable.deref().isFixedArray()) throwError(ErrorCode::TypeMismatch);
 }

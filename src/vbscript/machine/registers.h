@@ -41,7 +41,12 @@ inline void hold(Value& target, Value value) {
   new (&target) Value(std::move(value));
 }
 /// Makes a register stand for a variable, or for what that stands for itself.
-void refer(Value& target, Value& variable);
+inline void refer(Value& target, Value& variable) {
+  Value* const place = &variable.deref();
+  if (needsCare(target) && !target.is(Type::Reference)) [[unlikely]]
+    return hold(target, Value::reference(place));
+  new (&target) Value(Value::reference(place));
+}
 
 /// What a variable gets of a value: of an object its default value, of an array whose elements may
 /// be written through references a copy.
