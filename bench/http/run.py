@@ -31,8 +31,8 @@ SMALL_PAGE = """<html><body>
 </body></html>
 """
 
-# Some milliseconds of work, so that the load takes next to nothing of its core.
-COMPUTING_PAGE = "<% For i = 1 To 200000: x = x + i Mod 7: Next %><%= x %>"
+# About ten milliseconds of work, so that the load takes next to nothing of its core.
+COMPUTING_PAGE = "<% For i = 1 To 2000000: x = x + i Mod 7: Next %><%= x %>"
 
 MIB = 1 << 20
 LARGE = 64 * MIB

@@ -115,8 +115,7 @@ vbs::String aspSessionObj::textToKeep(const vbs::Value& value, vbs::CallKind kin
 /// Once abandoned, what a page stores is lost: it goes into a collection that nobody else sees.
 vbs::Value aspSessionObj::getObjects(vbs::Args args) {
   if (!abandoned_) prepare();
-  const vbs::Value held =
-      objects_.isObject() ? objects_ : script_values::objectValue(makeObjects());
+  vbs::Value held = objects_.isObject() ? objects_ : script_values::objectValue(makeObjects());
   if (args.empty()) return held;
   return static_cast<SharedValues*>(held.asObject())->item(args[0]);
 }

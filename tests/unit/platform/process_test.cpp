@@ -66,6 +66,10 @@ TEST(InstanceLockTest, OneHolderPerFolder) {
   EXPECT_TRUE(first->acquire());
   EXPECT_FALSE(second->acquire());
   EXPECT_TRUE(makeInstanceLock(other.path())->acquire());
+  const auto numbered = makeInstanceLock(folder / "made/when/needed", 1);
+  EXPECT_TRUE(numbered->acquire());
+  EXPECT_TRUE(makeInstanceLock(folder / "made/when/needed", 2)->acquire());
+  EXPECT_FALSE(makeInstanceLock(folder / "made/when/needed", 1)->acquire());
   first.reset();
   EXPECT_TRUE(second->acquire());
 }

@@ -111,6 +111,16 @@ TEST_F(StartUpTest, FoldersLieUnderTheProgramsOwn) {
   EXPECT_FALSE(files.stat("/program/Server/Scripts"));
 }
 
+TEST_F(StartUpTest, ANumberedInstanceHasALogAndACacheOfItsOwn) {
+  state.Instance = 3;
+  start("");
+  EXPECT_EQ(state.ScriptsFolder, "/program/Server/Scripts");
+  EXPECT_EQ(state.CacheFolder, "/program/Server/Cache/3");
+  EXPECT_EQ(state.LogsFolder, "/program/Server/Logs/3");
+  EXPECT_TRUE(files.stat("/program/Server/Logs/3"));
+  EXPECT_TRUE(files.stat("/program/Server/Cache/3"));
+}
+
 TEST_F(StartUpTest, AFreshTreeWithoutItsServerFolderIsLeftAsItIs) {
   process.folder = "/fresh";
   start("/idle");

@@ -23,6 +23,8 @@ TEST(UntakenSettings, WhatCountsIsNotMentioned) {
   EXPECT_EQ(untaken("; a comment\n\n[section]\n# another\n  port  =8080\r\nLogServer=0\n"
                     "EncodeStatic=1\nEncodeImages=\nDefaultLCID= 1031 \nControlAnyAddress=0\n"),
             Lines());
+  EXPECT_EQ(untaken("Listen=127.0.0.1:710%i\nSharePort=1\nSessionStore=redis://:x@host:1/2\n"),
+            Lines());
 }
 
 TEST(UntakenSettings, WithoutAFileThereIsNothing) {
@@ -44,6 +46,14 @@ TEST(UntakenSettings, TextsThatSomethingElseCountsFor) {
           "Settings line 4 not taken: DefaultLCID is \"german\"; it is no number and counts as 0",
           "Settings line 5 not taken: LocalhostOnly is \"1 ; comment\"; it is neither \"0\" nor "
           "\"1\" and counts as \"0\""}));
+}
+
+TEST(UntakenSettings, AStoreThatIsNone) {
+  EXPECT_EQ(untaken("SessionStore=localhost\nListen=%i%i:x\n"),
+            (Lines{"Settings line 1 not taken: SessionStore is \"localhost\"; it is no redis:// "
+                   "address and sessions stay in memory",
+                   "Settings line 2 not taken: Listen is \"%i%i:x\"; not all of it are ports, "
+                   "addresses with a port or \"unix:\" with a path"}));
 }
 
 TEST(UntakenSettings, RedirectedDatabases) {

@@ -43,6 +43,14 @@ TEST(UnitText, GivesTheServiceTheStoreThatItsInstallerHad) {
   EXPECT_THAT(text(kUnit), HasSubstr("\nEnvironment=\"QUORVANE_REGISTRY=/etc/quorvane\"\n"));
 }
 
+TEST(UnitText, GivesInstancesOfATemplateTheirNumbers) {
+  EXPECT_THAT(text(kUnit), ::testing::Not(HasSubstr("QUORVANE_INSTANCE")));
+  ServiceUnit unit = kUnit;
+  unit.isTemplate = true;
+  EXPECT_THAT(text(unit), HasSubstr("Description=Quorvane Server, instance %i\n"));
+  EXPECT_THAT(text(unit), HasSubstr("\nEnvironment=QUORVANE_INSTANCE=%i\n"));
+}
+
 TEST(UnitText, LeavesOnlyTheServersOwnFoldersWritable) {
   EXPECT_THAT(text(kUnit), HasSubstr("\nProtectSystem=strict\n"));
   EXPECT_THAT(text(kUnit), HasSubstr("\nReadWritePaths=\"/opt/quorvane/\" \"-/etc/quorvane\"\n"));
