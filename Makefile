@@ -62,7 +62,8 @@ terminal: build test-deps
 service: build test-deps
 	@python3 tests/service $(APP)
 
-# Behind nginx, HAProxy and Caddy, which the tests start with the recipes of docs/hosting.md.
+# Behind nginx, HAProxy and Caddy, and several instances beside Redis, all of which the tests start
+# with the recipes of docs/hosting.md.
 hosting: build test-deps
 	@python3 tests/hosting $(APP)
 

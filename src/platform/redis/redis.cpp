@@ -16,8 +16,8 @@ using std::chrono::milliseconds;
 using SteadyTime = std::chrono::steady_clock::time_point;
 
 constexpr milliseconds kConnectTime{300};
-constexpr milliseconds kReadTime{250};    ///< without a byte
-constexpr milliseconds kAnswerTime{500};  ///< for an answer in all
+constexpr milliseconds kReadTime{700};    ///< without a byte
+constexpr milliseconds kAnswerTime{800};  ///< for an answer in all
 constexpr milliseconds kFirstPause{250};
 constexpr milliseconds kLongestPause{4000};
 
@@ -170,7 +170,7 @@ class RedisConnection final : public Redis {
 
   /// The library does not tell a connection that has ended from a server that is silent.
   std::optional<RedisReply> lose() {
-    if (clock_.steadyNow() - asked_ >= kReadTime) return giveUp("no answer in time");
+    if (clock_.steadyNow() - asked_ >= kReadTime / 2) return giveUp("no answer in time");
     isLost_ = context_->err == REDIS_ERR_EOF || context_->err == REDIS_ERR_IO;
     return giveUp(context_->errstr);
   }
