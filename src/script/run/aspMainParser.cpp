@@ -178,9 +178,7 @@ bool aspMainParser::Run() {
   run_.start();
   auto error = runProgram(program, pageFolder_);
   published_ = nullptr;
-  if (auto unkept = keepSession(); unkept && (!error || error->number == kEndOfPage)) {
-    error = std::move(unkept);
-  }
+  keepSession(error);
 
   if (error && error->number != kEndOfPage) {
     noteFailure(url_, pageFolder_, *error);
@@ -195,17 +193,17 @@ bool aspMainParser::Run() {
   return true;
 }
 
-/// Why what the page has left in its session can't be kept; nothing when all is well.
-std::optional<vbs::ErrorReport> aspMainParser::keepSession() {
+/// What the page has left in its session may be nothing to keep, or there is nowhere to keep it:
+/// that is the page's error then, unless it has one.
+void aspMainParser::keepSession(std::optional<vbs::ErrorReport>& error) {
   try {
     session_->keep();
-    return std::nullopt;
-  } catch (const vbs::ScriptError& error) {
-    vbs::ErrorReport report;
-    report.number = error.number;
-    report.description = error.description;
-    report.line = 1;
-    return report;
+  } catch (const vbs::ScriptError& why) {
+    if (error && error->number != kEndOfPage) return;
+    error.emplace();
+    error->number = why.number;
+    error->description = why.description;
+    error->line = 1;
   }
 }
 

@@ -75,7 +75,7 @@ class aspMainParser final : public PageContext, private aspServerObj::Page {
 
   PageOutcome takeOutcome();
   std::optional<vbs::ErrorReport> runProgram(const std::string& program, const std::string& folder);
-  std::optional<vbs::ErrorReport> keepSession();
+  void keepSession(std::optional<vbs::ErrorReport>& error);
   std::string source() const;
   std::string translate(std::string source, const std::string& folder) const;
   IncludeReader includesOf(const std::string& folder) const;  ///< as long as `folder` lives
