@@ -19,11 +19,11 @@ class LocalListener : public LoopTest {
  protected:
   ListenAddress place() const { return ListenAddress::parse("unix:" + path); }
 
-  std::string connectAndSend(stream_protocol::socket& client, std::string_view text) {
+  std::string connectAndSend(stream_protocol::socket& from, std::string_view text) {
     asio::error_code error;
-    client.connect(path, error);
+    from.connect(path, error);
     if (error) return error.message();
-    client.send(asio::buffer(text), 0, error);
+    from.send(asio::buffer(text), 0, error);
     return error.message();
   }
 
