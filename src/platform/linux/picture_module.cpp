@@ -13,7 +13,9 @@ const char* __lsan_default_suppressions() {
 }
 const char* __lsan_default_options();
 const char* __lsan_default_options() {
-  return "print_suppressions=0";
+  // Where threads of modules keep what is theirs is guessed otherwise, at times wrongly, and the
+  // search for leaks ends the process.
+  return "print_suppressions=0:intercept_tls_get_addr=0";
 }
 }
 #endif
