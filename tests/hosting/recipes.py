@@ -7,6 +7,9 @@ from serving import REPOSITORY
 HEADING = re.compile(r"^#{2,3} (.*)$", re.MULTILINE)
 BLOCK = re.compile(r"^```(\w+)\n(.*?)^```$", re.MULTILINE | re.DOTALL)
 
+IN_MEMORY, IN_REDIS = "HAProxy, sessions in memory", "HAProxy, sessions in Redis"
+OF_INSTANCES = {IN_MEMORY, IN_REDIS}  # have several servers behind them, and tests of their own
+
 
 def recipes():
     """By heading: the section's blocks by their language."""

@@ -10,7 +10,7 @@ import unittest
 from serving import PATIENCE, Connection, Server, free_port, wait_until
 
 from hosting.proxies import HAProxy
-from hosting.recipes import settings_of, with_own
+from hosting.recipes import IN_MEMORY, IN_REDIS, settings_of, with_own
 from hosting.store import Redis
 
 VISITORS = 8
@@ -130,13 +130,12 @@ class BehindHAProxy(unittest.TestCase):
         return all_
 
     def test_one_is_killed_and_one_restarted_under_load(self):
-        heading = "HAProxy, sessions in Redis"
         redis = Redis()
         self.addCleanup(redis.close)
         with open(redis.folder / "redis.conf", "w") as file:
-            file.write(HAProxy(heading).recipe["redis"])
+            file.write(HAProxy(IN_REDIS).recipe["redis"])
         redis.start()
-        self.start(heading, {"SessionStore": redis.address})
+        self.start(IN_REDIS, {"SessionStore": redis.address})
         visitors = self.visitors(14)
         time.sleep(3)
         self.instances.kill(1)
@@ -168,7 +167,7 @@ class BehindHAProxy(unittest.TestCase):
             self.assertIn("> GET /count.asp", self.instances.log(number))
 
     def test_visitors_stay_where_their_sessions_are(self):
-        self.start("HAProxy, sessions in memory")
+        self.start(IN_MEMORY)
         visitors = self.visitors(2)
         for visitor in visitors:
             visitor.join()
