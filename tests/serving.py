@@ -2,6 +2,7 @@
 
 import os
 import pathlib
+import random
 import shutil
 import signal
 import socket
@@ -21,9 +22,16 @@ def app_folder():
 
 
 def free_port():
-    with socket.socket() as probe:
-        probe.bind(("127.0.0.1", 0))
-        return probe.getsockname()[1]
+    """One that nobody has. It is none of those that the system gives to connections: one of them
+    could take it before a server does."""
+    while True:
+        port = random.randrange(11_000, 32_768)
+        try:
+            with socket.socket() as probe:
+                probe.bind(("127.0.0.1", port))
+            return port
+        except OSError:
+            continue
 
 
 def is_listened_on(port):
@@ -177,9 +185,10 @@ class Server:
         self.process = self.spawn()
         try:
             wait_until(self.answers, "the server to listen")
-        except AssertionError:
+        except AssertionError as failed:
+            said = self.log_text() if self.logs.exists() else ""
             self.__exit__()
-            raise
+            raise AssertionError("%s; its log: %s" % (failed, said)) from None
         return self
 
     def __exit__(self, *_):
