@@ -3,7 +3,7 @@
 # piece, without looking at the time, is kept short: walks of an array, matches of a pattern. Objects
 # of the host can be called, and are objects to typeof all the same.
 find_path(DUKTAPE_SOURCE duktape.c PATHS /usr/share/duktape /usr/local/share/duktape
-          NO_DEFAULT_PATH REQUIRED)
+          NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH REQUIRED)
 set(duktape_dir ${PROJECT_BINARY_DIR}/duktape)
 
 # quorvane_changed_copy(FILE OLD NEW ...): the library's file with each OLD, which must be there,

@@ -1,14 +1,11 @@
 #include "components/system/hashes.h"
 
-#include <openssl/evp.h>
-#include <openssl/hmac.h>
-
-#include <array>
 #include <optional>
 #include <string>
 
 #include "components/arguments.h"
 #include "platform/entropy.h"
+#include "platform/hashing.h"
 #include "vbscript/values/convert.h"
 #include "vbscript/values/object.h"
 
@@ -20,10 +17,9 @@ using vbs::Value;
 
 namespace {
 
-/// One of the hashes, as the crypto library knows it.
 struct Algorithm {
   std::string_view typeName;
-  const EVP_MD* (*method)();
+  HashKind kind;
   std::size_t newKeyBytes = 0;  ///< of the key that a new object brings; 0: it works without
 };
 
@@ -57,16 +53,10 @@ class Hash final : public vbs::NativeObject<Hash> {
 
   Value computed(std::string_view content) {
     vbs::countWork(content.size());
-    std::array<unsigned char, EVP_MAX_MD_SIZE> out{};
-    unsigned length = 0;
-    const auto* data = reinterpret_cast<const unsigned char*>(content.data());
-    const EVP_MD* method = algorithm_.method();
-    const bool done =
-        hasKey() ? HMAC(method, key_.data(), static_cast<int>(key_.size()), data, content.size(),
-                        out.data(), &length) != nullptr
-                 : EVP_Digest(data, content.size(), out.data(), &length, method, nullptr) == 1;
-    if (!done) vbs::throwError(ErrorCode::CannotPerform);  // an algorithm the system has turned off
-    hash_ = std::string(reinterpret_cast<const char*>(out.data()), length);
+    hash_ =
+        hasKey() ? keyedHashOf(algorithm_.kind, key_, content) : hashOf(algorithm_.kind, content);
+    // An algorithm may be one that the system has turned off.
+    if (!hash_) vbs::throwError(ErrorCode::CannotPerform);
     return bytes(*hash_);
   }
 
@@ -86,7 +76,9 @@ class Hash final : public vbs::NativeObject<Hash> {
     if (!hash_) vbs::throwError(ErrorCode::InvalidCall);
     return bytes(*hash_);
   }
-  Value size(Args) { return Value::longInt(EVP_MD_get_size(algorithm_.method()) * 8); }
+  Value size(Args) {
+    return Value::longInt(static_cast<std::int32_t>(hashLength(algorithm_.kind) * 8));
+  }
   Value getKey(Args) {
     if (!hasKey()) vbs::throwError(ErrorCode::NoPropertyOrMethod);
     return bytes(key_);
@@ -105,16 +97,16 @@ class Hash final : public vbs::NativeObject<Hash> {
   std::optional<std::string> hash_;  ///< of the last computation
 };
 
-constexpr Algorithm kMd5Algorithm{"MD5CryptoServiceProvider", EVP_md5};
-constexpr Algorithm kSha1Algorithm{"SHA1CryptoServiceProvider", EVP_sha1};
-constexpr Algorithm kSha256Algorithm{"SHA256Managed", EVP_sha256};
-constexpr Algorithm kSha384Algorithm{"SHA384Managed", EVP_sha384};
-constexpr Algorithm kSha512Algorithm{"SHA512Managed", EVP_sha512};
-constexpr Algorithm kHmacMd5Algorithm{"HMACMD5", EVP_md5, 64};
-constexpr Algorithm kHmacSha1Algorithm{"HMACSHA1", EVP_sha1, 64};
-constexpr Algorithm kHmacSha256Algorithm{"HMACSHA256", EVP_sha256, 64};
-constexpr Algorithm kHmacSha384Algorithm{"HMACSHA384", EVP_sha384, 128};
-constexpr Algorithm kHmacSha512Algorithm{"HMACSHA512", EVP_sha512, 128};
+constexpr Algorithm kMd5Algorithm{"MD5CryptoServiceProvider", HashKind::Md5};
+constexpr Algorithm kSha1Algorithm{"SHA1CryptoServiceProvider", HashKind::Sha1};
+constexpr Algorithm kSha256Algorithm{"SHA256Managed", HashKind::Sha256};
+constexpr Algorithm kSha384Algorithm{"SHA384Managed", HashKind::Sha384};
+constexpr Algorithm kSha512Algorithm{"SHA512Managed", HashKind::Sha512};
+constexpr Algorithm kHmacMd5Algorithm{"HMACMD5", HashKind::Md5, 64};
+constexpr Algorithm kHmacSha1Algorithm{"HMACSHA1", HashKind::Sha1, 64};
+constexpr Algorithm kHmacSha256Algorithm{"HMACSHA256", HashKind::Sha256, 64};
+constexpr Algorithm kHmacSha384Algorithm{"HMACSHA384", HashKind::Sha384, 128};
+constexpr Algorithm kHmacSha512Algorithm{"HMACSHA512", HashKind::Sha512, 128};
 
 template <const Algorithm& algorithm>
 Value create(const Services&) {

@@ -1,6 +1,3 @@
-#include <sql.h>
-#include <sqlext.h>
-
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -8,6 +5,7 @@
 #include <utility>
 
 #include "components/ado/odbc/session.h"
+#include "platform/odbc_headers.h"
 
 namespace quorvane::ado {
 

@@ -1,14 +1,12 @@
 #include "components/ado/odbc/values.h"
 
-#include <sql.h>
-#include <sqlext.h>
-
 #include <algorithm>
 #include <array>
 #include <cmath>
 
 #include "components/ado/error_numbers.h"
 #include "components/ado/exact_text.h"
+#include "platform/odbc_headers.h"
 #include "support/text.h"
 #include "vbscript/values/convert.h"
 #include "vbscript/values/serial_date.h"
