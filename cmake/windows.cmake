@@ -8,6 +8,9 @@ set(CMAKE_C_COMPILER ${triple}-gcc-posix)
 set(CMAKE_CXX_COMPILER ${triple}-g++-posix)
 set(CMAKE_RC_COMPILER ${triple}-windres)
 
+# Of a library that has both, the one without a DLL.
+set(ZLIB_USE_STATIC_LIBS ON)
+
 set(libraries ${CMAKE_CURRENT_LIST_DIR}/../build/windows/libraries)
 # Headers that no description of a package names.
 set(CMAKE_CXX_STANDARD_INCLUDE_DIRECTORIES ${libraries}/include)

@@ -36,8 +36,9 @@ std::optional<asio::ip::tcp::endpoint> networkEnd(const AnyEndpoint& end) {
   const int family = end.protocol().family();
   asio::ip::tcp::endpoint network(
       family == asio::ip::tcp::v6().family() ? asio::ip::tcp::v6() : asio::ip::tcp::v4(), 0);
-  if (family != network.protocol().family() || end.size() > network.capacity()) return std::nullopt;
-  std::memcpy(network.data(), end.data(), end.size());
+  if (family != network.protocol().family()) return std::nullopt;
+  // Some systems tell of more room than the address takes.
+  std::memcpy(network.data(), end.data(), std::min(end.size(), network.capacity()));
   return network;
 }
 
