@@ -1,6 +1,5 @@
 #include "platform/gif_picture.h"
 
-#include <cstddef>
 #include <cstdint>
 
 namespace quorvane {
@@ -10,6 +9,7 @@ namespace {
 constexpr std::size_t kHeaderLength = 13;  // with the description of the screen
 constexpr std::size_t kPictureHeaderLength = 10;
 constexpr std::uint8_t kExtension = 0x21;
+constexpr std::uint8_t kControl = 0xF9;  // the extension about the picture that follows
 constexpr std::uint8_t kPicture = 0x2C;
 
 /// Beyond the end everything reads as zero, which begins no block.
@@ -33,14 +33,19 @@ std::size_t afterSubBlocks(std::string_view file, std::size_t at) {
 
 }  // namespace
 
-bool firstGifPictureIsComplete(std::string_view file) {
+std::optional<FirstGifPicture> firstGifPicture(std::string_view file) {
   std::size_t at = kHeaderLength + colourTableLength(byteAt(file, 10));
-  while (byteAt(file, at) == kExtension) at = afterSubBlocks(file, at + 2);
-  if (byteAt(file, at) != kPicture) return false;
+  FirstGifPicture first;
+  for (; byteAt(file, at) == kExtension; at = afterSubBlocks(file, at + 2)) {
+    if (byteAt(file, at + 1) == kControl) first.isTransparent = (byteAt(file, at + 3) & 1) != 0;
+  }
+  if (byteAt(file, at) != kPicture) return std::nullopt;
+  first.at = at;
   const std::size_t data =
       at + kPictureHeaderLength + colourTableLength(byteAt(file, at + kPictureHeaderLength - 1));
   // A byte with the width of the codes stands before the data.
-  return afterSubBlocks(file, data + 1) <= file.size();
+  if (afterSubBlocks(file, data + 1) > file.size()) return std::nullopt;
+  return first;
 }
 
 }  // namespace quorvane

@@ -1,11 +1,19 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string_view>
 
 namespace quorvane {
 
-/// True when the first picture of a GIF file is there to its end. Loaders take a file that ends
-/// within a picture for one whose pixels are transparent.
-bool firstGifPictureIsComplete(std::string_view file);
+/// The description of a file's first picture.
+struct FirstGifPicture {
+  std::size_t at = 0;  ///< where it stands in the file
+  bool isTransparent = false;
+};
+
+/// Nothing when the picture isn't there to its end. Loaders take a file that ends within a picture
+/// for one whose pixels are transparent.
+std::optional<FirstGifPicture> firstGifPicture(std::string_view file);
 
 }  // namespace quorvane

@@ -1,45 +1,24 @@
-#include <algorithm>
-#include <cmath>
-#include <cstdint>
 #include <optional>
 #include <string_view>
 
 #include "platform/gif_picture.h"
 #include "platform/image_library.h"
+#include "platform/picture_rules.h"
 #include "platform/vips/vips_library.h"
 
 namespace quorvane::vips {
 
 namespace {
 
-/// Pixels of a result: those of its source, or these. Small files are not to become much work.
-constexpr std::int64_t kMostEnlarged = 4'000'000;
-/// The search for a GIF's colours takes some half a second for each million of pixels.
-constexpr std::int64_t kMostGifTargetPixels = std::int64_t{4} << 20;
-/// High enough that a thumbnail shows no blocks, at about half the size of the next step up.
-constexpr int kJpegQuality = 85;
+using picture_tools::formatOf;
+using picture_tools::kMostPixels;
+using picture_tools::kMostSide;
+using picture_tools::kThumbnailQuality;
+using picture_tools::targetSize;
+
 /// Of the search for a GIF's 256 colours, 1 to 10: a fifth of the time of the library's own choice
 /// for files a few hundredths larger.
 constexpr int kGifEffort = 3;
-
-int scaled(int side, double factor) {
-  return static_cast<int>(std::clamp(std::round(side * factor), 1.0, double{kMostSide}));
-}
-
-std::optional<Size> targetSize(Size source, const ImageRendering& wanted) {
-  const int width = std::max(wanted.width, 0);
-  const int height = std::max(wanted.height, 0);
-  if ((width == 0 && height == 0) || std::max(width, height) > kMostSide) return std::nullopt;
-  Size target{width, height};
-  if (wanted.keepAspect || width == 0 || height == 0) {
-    const double across = static_cast<double>(width == 0 ? kMostSide : width) / source.width;
-    const double down = static_cast<double>(height == 0 ? kMostSide : height) / source.height;
-    const double factor = std::min(across, down);
-    target = {scaled(source.width, factor), scaled(source.height, factor)};
-  }
-  if (target.pixels() > std::max(source.pixels(), kMostEnlarged)) return std::nullopt;
-  return target;
-}
 
 std::optional<std::string> encoded(VipsImage* image, Format format) {
   void* bytes = nullptr;
@@ -47,8 +26,8 @@ std::optional<std::string> encoded(VipsImage* image, Format format) {
   int status = -1;
   switch (format) {
     case Format::Jpeg:
-      status =
-          vips_jpegsave_buffer(image, &bytes, &length, "Q", kJpegQuality, "strip", TRUE, nullptr);
+      status = vips_jpegsave_buffer(image, &bytes, &length, "Q", kThumbnailQuality, "strip", TRUE,
+                                    nullptr);
       break;
     case Format::Gif:
       status =
@@ -66,9 +45,9 @@ std::optional<std::string> encoded(VipsImage* image, Format format) {
 }
 
 std::optional<std::string> renderBmp(std::string_view bytes, const ImageRendering& wanted) {
-  const auto source = decodeBmp(bytes, kMostSide, kMostPixelsAtOnce);
+  const auto source = decodeBmp(bytes, kMostSide, kMostPixels);
   if (!source) return std::nullopt;
-  const auto target = targetSize({source->width, source->height}, wanted);
+  const auto target = targetSize({source->width, source->height}, Format::Bmp, wanted);
   if (!target) return std::nullopt;
   const Picture whole = pictureOf(*source);
   if (!whole) return std::nullopt;
@@ -82,13 +61,12 @@ std::optional<std::string> renderBmp(std::string_view bytes, const ImageRenderin
 
 std::optional<std::string> renderCompressed(Format format, std::string_view bytes,
                                             const ImageRendering& wanted) {
-  if (format == Format::Gif && !firstGifPictureIsComplete(bytes)) return std::nullopt;
+  if (format == Format::Gif && !firstGifPicture(bytes)) return std::nullopt;
   Picture source = openPicture(format, bytes, 1);
   if (!source || !isReadable(source.get(), format)) return std::nullopt;
   const Size size = shownSize(source.get());
-  const auto target = targetSize(size, wanted);
+  const auto target = targetSize(size, format, wanted);
   if (!target) return std::nullopt;
-  if (format == Format::Gif && target->pixels() > kMostGifTargetPixels) return std::nullopt;
   const int shrink = shrinkOnLoad(size, *target);
   if (format == Format::Jpeg && shrink > 1) source = openPicture(format, bytes, shrink);
   if (!source) return std::nullopt;

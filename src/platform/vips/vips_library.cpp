@@ -1,13 +1,11 @@
 #include "platform/vips/vips_library.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace quorvane::vips {
 
 namespace {
-
-/// Pixels of a source that is decoded row by row: the largest cameras stay below.
-constexpr std::int64_t kMostPixels = std::int64_t{128} << 20;
 
 void ignoreMessage(const gchar*, GLogLevelFlags, const gchar*, gpointer) {}
 
@@ -33,14 +31,6 @@ bool prepare() {
 bool isReady() {
   static const bool ready = prepare();
   return ready;
-}
-
-std::optional<Format> formatOf(std::string_view bytes) {
-  if (bytes.starts_with("\xFF\xD8\xFF")) return Format::Jpeg;
-  if (bytes.starts_with("GIF8")) return Format::Gif;
-  if (bytes.starts_with("\x89PNG\r\n\x1A\n")) return Format::Png;
-  if (bytes.starts_with("BM")) return Format::Bmp;
-  return std::nullopt;
 }
 
 namespace {
@@ -88,11 +78,13 @@ Size shownSize(VipsImage* image) {
 
 /// Progressive files and animations are decoded as a whole, whatever is then done with them.
 bool isReadable(VipsImage* image, Format format) {
-  const Size size = shownSize(image);
-  if (std::max(size.width, size.height) > kMostSide) return false;
-  const bool atOnce = format == Format::Gif || vips_image_get_typeof(image, "interlaced") != 0 ||
-                      vips_image_get_typeof(image, "jpeg-multiscan") != 0;
-  return size.pixels() <= (atOnce ? kMostPixelsAtOnce : kMostPixels);
+  int hasPasses = 0;  // every jpg tells whether it has
+  if (vips_image_get_typeof(image, "jpeg-multiscan") != 0) {
+    vips_image_get_int(image, "jpeg-multiscan", &hasPasses);
+  }
+  const bool atOnce =
+      format == Format::Gif || hasPasses != 0 || vips_image_get_typeof(image, "interlaced") != 0;
+  return picture_tools::isReadable(shownSize(image), atOnce);
 }
 
 Picture resized(VipsImage* source, Size target) {
@@ -130,7 +122,8 @@ std::optional<std::string> pixelsOf(const Picture& picture) {
   const std::unique_ptr<void, void (*)(void*)> pixels(
       vips_image_write_to_memory(picture.get(), &length), g_free);
   const Size size{vips_image_get_width(picture.get()), vips_image_get_height(picture.get())};
-  if (!pixels || length != static_cast<std::size_t>(size.pixels() * 3)) return std::nullopt;
+  if (!pixels || length != static_cast<std::size_t>(picture_tools::pixelsOf(size) * 3))
+    return std::nullopt;
   return std::string(static_cast<const char*>(pixels.get()), length);
 }
 

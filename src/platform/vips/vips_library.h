@@ -2,8 +2,6 @@
 
 #include <vips/vips.h>
 
-#include <algorithm>
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -11,34 +9,21 @@
 
 #include "platform/bmp_picture.h"
 #include "platform/image_library.h"
+#include "platform/picture_rules.h"
 
 /// What those parts of the platform share that work with libvips.
 namespace quorvane::vips {
-
-/// Browsers and formats alike go little further on one side.
-inline constexpr int kMostSide = 16384;
-/// Pixels of a picture that has to be in memory as a whole.
-inline constexpr std::int64_t kMostPixelsAtOnce = std::int64_t{32} << 20;
 
 struct Unref {
   void operator()(VipsImage* image) const { g_object_unref(image); }
 };
 using Picture = std::unique_ptr<VipsImage, Unref>;
 
-struct Size {
-  int width = 0;
-  int height = 0;
-
-  std::int64_t pixels() const { return std::int64_t{width} * height; }
-};
-
-enum class Format { Jpeg, Gif, Png, Bmp };
+using picture_tools::Format;
+using picture_tools::Size;
 
 /// Prepares the library, once. Whether it can be used.
 bool isReady();
-
-/// Told by the content.
-std::optional<Format> formatOf(std::string_view bytes);
 
 /// Reads the header; the pixels follow once, in order, when they are asked for. A jpg is decoded
 /// at a `shrink`th (1, 2, 4 or 8) of its size. `bytes` must outlive the picture.

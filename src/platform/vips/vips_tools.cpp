@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/gif_picture.h"
+#include "platform/picture_rules.h"
 #include "platform/picture_tools.h"
 #include "platform/vips/vips_library.h"
 
@@ -15,10 +16,7 @@ namespace quorvane::picture_tools {
 
 namespace {
 
-using vips::Format;
 using vips::Picture;
-
-static_assert(kMostSide == vips::kMostSide && kMostPixels == vips::kMostPixelsAtOnce);
 
 /// The library's messages would pile up.
 class ClearsErrors {
@@ -58,15 +56,15 @@ Picture upright(const Picture& picture) {
 
 /// The file's picture before any of its pixels are read.
 Picture opened(std::string_view file, int shrink) {
-  const auto format = vips::formatOf(file);
+  const auto format = formatOf(file);
   if (!vips::isReady() || !format || *format == Format::Bmp) return nullptr;
-  if (*format == Format::Gif && !firstGifPictureIsComplete(file)) return nullptr;
+  if (*format == Format::Gif && !firstGifPicture(file)) return nullptr;
   Picture picture = vips::openPicture(*format, file, shrink);
   return picture && vips::isReadable(picture.get(), *format) ? std::move(picture) : nullptr;
 }
 
 std::optional<RgbPicture> bitmap(std::string_view file) {
-  if (vips::formatOf(file) != Format::Bmp) return std::nullopt;
+  if (formatOf(file) != Format::Bmp) return std::nullopt;
   return decodeBmp(file, kMostSide, kMostPixels);
 }
 
@@ -182,8 +180,7 @@ std::optional<Size> VipsTools::sizeOf(std::string_view file) const {
   if (const auto whole = bitmap(file)) return Size{whole->width, whole->height};
   const Picture picture = opened(file, 1);
   if (!picture) return std::nullopt;
-  const vips::Size size = vips::shownSize(picture.get());
-  return Size{size.width, size.height};
+  return vips::shownSize(picture.get());
 }
 
 std::optional<RgbPicture> VipsTools::decoded(std::string_view file,
@@ -194,15 +191,14 @@ std::optional<RgbPicture> VipsTools::decoded(std::string_view file,
   }
   Picture picture = opened(file, 1);
   if (!picture || (size && !isAllowed(*size))) return std::nullopt;
-  const vips::Size shown = vips::shownSize(picture.get());
-  if (!size || *size == Size{shown.width, shown.height}) {
-    if (!isAllowed({shown.width, shown.height})) return std::nullopt;
+  const Size shown = vips::shownSize(picture.get());
+  if (!size || *size == shown) {
+    if (!isAllowed(shown)) return std::nullopt;
     return read(flattened(upright(picture)));
   }
-  const vips::Size target{size->width, size->height};
-  const int shrink = vips::shrinkOnLoad(shown, target);
-  if (shrink > 1 && vips::formatOf(file) == Format::Jpeg) picture = opened(file, shrink);
-  return picture ? read(flattened(vips::resized(picture.get(), target))) : std::nullopt;
+  const int shrink = vips::shrinkOnLoad(shown, *size);
+  if (shrink > 1 && formatOf(file) == Format::Jpeg) picture = opened(file, shrink);
+  return picture ? read(flattened(vips::resized(picture.get(), *size))) : std::nullopt;
 }
 
 std::optional<RgbPicture> VipsTools::resized(const RgbPicture& picture, Size size,

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <cstdlib>
 #include <stdexcept>
 
 namespace quorvane::picture_tools {
@@ -52,8 +53,13 @@ TEST(PictureTools, FilesAreWrittenAndRead) {
     EXPECT_GT(redAt(*small, 8, 10), 235);
   }
   EXPECT_EQ(tools().decoded(files[1], std::nullopt)->pixels, picture.pixels);
-  EXPECT_LT(tools().encoded(picture, {FileType::Jpeg, 1, false})->size(),
-            tools().encoded(picture, {FileType::Jpeg, 100, false})->size());
+  const auto rough = tools().encoded(picture, {FileType::Jpeg, 1, false});
+  const auto fine = tools().encoded(picture, {FileType::Jpeg, 100, false});
+  if (std::getenv("WINEPREFIX")) {
+    EXPECT_EQ(rough->size(), fine->size()) << "Wine's codec knows one quality";
+  } else {
+    EXPECT_LT(rough->size(), fine->size());
+  }
 }
 
 TEST(PictureTools, BrokenFilesAreNothing) {
