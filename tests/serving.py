@@ -12,13 +12,10 @@ import tempfile
 import time
 import unittest
 
-REPOSITORY = pathlib.Path(__file__).resolve().parent.parent
+import programs
+from programs import REPOSITORY, app_folder  # noqa: F401
+
 PATIENCE = 20  # seconds until something that should have happened is given up
-
-
-def app_folder():
-    """The runnable tree under test."""
-    return pathlib.Path(os.environ.get("QUORVANE_APP", REPOSITORY / "build/app")).resolve()
 
 
 def free_port():
@@ -140,6 +137,9 @@ class Connection:
 class Server:
     """The program with a document root, settings and a port of its own."""
 
+    # Of Windows' ways to ask a program to end Wine has the one for this signal.
+    ENDING = signal.SIGINT if programs.is_windows() else signal.SIGTERM
+
     def __init__(self, pages=None, settings=None, arguments=(), site=None, preexec=None,
                  environment=None):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="quorvane-test-"))
@@ -156,7 +156,8 @@ class Server:
         self.port = free_port()
         key = self.registry / "HKEY_LOCAL_MACHINE/Software/Ardenfell"
         (key / "Quorvane").mkdir(parents=True)
-        (key / "Quorvane.ini").write_text("MainPath=%s\n" % (self.folder / "main"))
+        (key / "Quorvane.ini").write_text(
+            "MainPath=%s\n" % programs.path_text(self.folder / "main"))
         lines = {"Port": str(self.port), **(settings or {})}
         (key / "Quorvane/Server.ini").write_text(
             "".join("%s=%s\n" % item for item in lines.items()))
@@ -175,9 +176,10 @@ class Server:
 
     def spawn(self):
         return subprocess.Popen(
-            [str(app_folder() / "quorvane-server"), "/devmode", *self.arguments],
+            [*programs.command("quorvane-server"), "/devmode", *self.arguments],
             cwd=self.folder,
-            env={**os.environ, "QUORVANE_REGISTRY": str(self.registry), **self.environment},
+            env={**os.environ, "QUORVANE_REGISTRY": programs.path_text(self.registry),
+                 **self.environment},
             stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
             preexec_fn=self.preexec)
 
@@ -194,7 +196,7 @@ class Server:
     def __exit__(self, *_):
         if self.process:
             if self.process.poll() is None:
-                self.process.terminate()
+                self.process.send_signal(self.ENDING)
             try:
                 self.process.wait(PATIENCE)
             except subprocess.TimeoutExpired:
@@ -210,7 +212,7 @@ class Server:
 
     def stop(self):
         """Asks for an orderly end; the exit code."""
-        self.process.send_signal(signal.SIGTERM)
+        self.process.send_signal(self.ENDING)
         return self.process.wait(PATIENCE)
 
     def connect(self):

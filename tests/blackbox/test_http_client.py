@@ -3,14 +3,14 @@
 import base64
 import http.server
 import pathlib
-import subprocess
 import tempfile
 import threading
 import time
 import unittest
 import urllib.parse
 
-from serving import PATIENCE, Server, app_folder
+import programs
+from serving import PATIENCE, Server
 
 SLOW = 3  # seconds
 XML = b'<?xml version="1.0" encoding="windows-1252"?><r><i>\xe4</i></r>'
@@ -124,8 +124,7 @@ class HttpClient(unittest.TestCase):
                    'Sub Failed\nWScript.Echo Err.Number, Err.Source, Err.Description\nErr.Clear\n'
                    "End Sub\n" % self.peer.url)
         path.write_bytes((prelude + source).encode("latin-1"))
-        return subprocess.run([str(app_folder() / "qvscript"), str(path)], capture_output=True,
-                              timeout=PATIENCE * 3)
+        return programs.run("qvscript", path, capture_output=True, timeout=PATIENCE * 3)
 
     def check(self, source, *lines):
         result = self.run_script(source)

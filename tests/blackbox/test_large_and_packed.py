@@ -4,10 +4,10 @@ import gzip
 import os
 import resource
 import struct
-import subprocess
 import tempfile
 import pathlib
 
+import programs
 import serving
 from serving import Server, ServerTest
 
@@ -179,8 +179,7 @@ class Modules(ServerTest):
             (site / "1031$index.qvs").write_text("<%= 6 * 7 %> Seiten")
             (site / "img/note.txt").write_text("a note")
             module = pathlib.Path(folder, "site.qvm")
-            subprocess.run([serving.app_folder() / "qvmpack", "pack", site, module], check=True,
-                           capture_output=True)
+            programs.run("qvmpack", "pack", site, module, check=True, capture_output=True)
             packed = module.read_bytes()
         for language, text in (("1031", "42 Seiten"), ("1036", "42 pages")):
             with Server({"site.qvm": packed}, {"DefaultLCID": language}) as server:

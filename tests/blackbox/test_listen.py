@@ -4,10 +4,10 @@ import os
 import socket
 import stat
 import struct
-import subprocess
 import unittest
 
-from serving import PATIENCE, Connection, Server, app_folder, free_port, wait_until
+import programs
+from serving import PATIENCE, Connection, Server, free_port, wait_until
 
 WHO = """<%= Server.ClientIP & " " & Request.ServerVariables("HTTPS") & " " & _
 Request.ServerVariables("SERVER_NAME") & ":" & Request.ServerVariables("SERVER_PORT") %>"""
@@ -156,6 +156,7 @@ class Headers(unittest.TestCase):
     def test_check_tells_what_is_no_proxy(self):
         server = Server({}, {"TrustedProxies": "10.0.0.0/8 localhost"})
         self.addCleanup(server.__exit__)
-        done = subprocess.run([str(app_folder() / "qvsctl"), "check"], capture_output=True, text=True,
-                              env={**os.environ, "QUORVANE_REGISTRY": str(server.registry)})
+        done = programs.run("qvsctl", "check", capture_output=True, text=True,
+                            env={**os.environ,
+                                 "QUORVANE_REGISTRY": programs.path_text(server.registry)})
         self.assertIn("TrustedProxies is \"10.0.0.0/8 localhost\"", done.stdout + done.stderr)

@@ -7,7 +7,8 @@ import subprocess
 import tempfile
 import unittest
 
-from serving import PATIENCE, app_folder
+import programs
+from serving import PATIENCE
 
 
 class QvScript(unittest.TestCase):
@@ -21,8 +22,7 @@ class QvScript(unittest.TestCase):
         return str(path)
 
     def tool(self, *words, stdin=b""):
-        return subprocess.run([str(app_folder() / "qvscript"), *words], input=stdin,
-                              capture_output=True, timeout=PATIENCE)
+        return programs.run("qvscript", *words, input=stdin, capture_output=True, timeout=PATIENCE)
 
     def run_script(self, source, *arguments, stdin=b""):
         return self.tool(self.file(source), *arguments, stdin=stdin)
@@ -161,8 +161,8 @@ class QvScript(unittest.TestCase):
         files = [self.file("x = 1", f"{i}.vbs") for i in range(40)]
         outer, inner = pty.openpty()
         self.addCleanup(os.close, outer)
-        result = subprocess.run([str(app_folder() / "qvscript"), "--check", *files], stderr=inner,
-                                stdout=subprocess.PIPE, timeout=PATIENCE)
+        result = programs.run("qvscript", "--check", *files, stderr=inner, stdout=subprocess.PIPE,
+                              timeout=PATIENCE)
         shown = os.read(outer, 4000)
         os.close(inner)
         self.assertIn(b"\r39 of 40", shown)

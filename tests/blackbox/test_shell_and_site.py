@@ -1,19 +1,19 @@
 """Programs that scripts start, and what pages learn of their client."""
 
-import subprocess
 import tempfile
 import time
 import unittest
 
-from serving import PATIENCE, ServerTest, app_folder
+import programs
+from serving import PATIENCE, ServerTest
 
 
 def qvscript(source, *options):
     with tempfile.NamedTemporaryFile(suffix=".vbs") as file:
         file.write(source.encode("latin-1"))
         file.flush()
-        return subprocess.run([str(app_folder() / "qvscript"), *options, file.name],
-                              capture_output=True, timeout=PATIENCE)
+        return programs.run("qvscript", *options, file.name, capture_output=True,
+                            timeout=PATIENCE)
 
 
 class Programs(unittest.TestCase):

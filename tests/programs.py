@@ -1,0 +1,38 @@
+"""How the programs of the tree under test are started: as they are, or those of Windows under Wine."""
+
+import os
+import pathlib
+import subprocess
+
+REPOSITORY = pathlib.Path(__file__).resolve().parent.parent
+
+
+def app_folder():
+    """The runnable tree under test."""
+    return pathlib.Path(os.environ.get("QUORVANE_APP", REPOSITORY / "build/app")).resolve()
+
+
+def is_windows():
+    return (app_folder() / "quorvane-server.exe").exists()
+
+
+def command(name):
+    """The words that start a program."""
+    program = app_folder() / name
+    return ["wine", str(program) + ".exe"] if is_windows() else [str(program)]
+
+
+def path_text(path):
+    """A path as the programs spell it."""
+    return "Z:" + str(path).replace("/", "\\") if is_windows() else str(path)
+
+
+def run(name, *words, **options):
+    """A program's run, until it ends. Line ends of its text are LF, whatever the system's are."""
+    done = subprocess.run([*command(name), *map(str, words)], **options)
+    for stream in ("stdout", "stderr"):
+        text = getattr(done, stream)
+        if is_windows() and text:
+            pair, single = ("\r\n", "\n") if isinstance(text, str) else (b"\r\n", b"\n")
+            setattr(done, stream, text.replace(pair, single))
+    return done

@@ -1,0 +1,5 @@
+"""What of the black-box tests comes out otherwise on this system, and why. "file.Class.test", stars
+allowed."""
+
+DIFFERENCES = {
+}
