@@ -22,6 +22,9 @@ def command(name):
     return ["wine", str(program) + ".exe"] if is_windows() else [str(program)]
 
 
+SEPARATOR = "\\" if is_windows() else "/"
+
+
 def path_text(path):
     """A path as the programs spell it."""
     return "Z:" + str(path).replace("/", "\\") if is_windows() else str(path)

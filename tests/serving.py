@@ -139,6 +139,7 @@ class Server:
 
     # Of Windows' ways to ask a program to end Wine has the one for this signal.
     ENDING = signal.SIGINT if programs.is_windows() else signal.SIGTERM
+    ENDINGS = {ENDING, signal.SIGINT}
 
     def __init__(self, pages=None, settings=None, arguments=(), site=None, preexec=None,
                  environment=None):
@@ -173,6 +174,10 @@ class Server:
         if isinstance(content, str):
             content = content.replace("\n", "\r\n").encode("latin-1")
         path.write_bytes(content)
+
+    def path(self, name=""):
+        """A path of the document root as the program spells it."""
+        return programs.path_text(self.root / name)
 
     def spawn(self):
         return subprocess.Popen(

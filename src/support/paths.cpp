@@ -1,5 +1,7 @@
 #include "support/paths.h"
 
+#include <algorithm>
+
 namespace quorvane {
 
 namespace paths {
@@ -45,6 +47,13 @@ std::string_view folderOf(std::string_view path) {
 std::string_view extensionOf(std::string_view path) {
   const std::size_t dot = path.rfind('.');
   return dot == std::string_view::npos ? std::string_view() : path.substr(dot);
+}
+
+std::string asAddress(const std::string& path, const std::string& root) {
+  if (root.empty() || !path.starts_with(root)) return path;
+  std::string address = path.substr(root.size());
+  std::replace(address.begin(), address.end(), kSeparator, '/');
+  return address;
 }
 
 }  // namespace paths

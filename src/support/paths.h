@@ -40,6 +40,10 @@ std::string_view folderOf(std::string_view path);
 /// apart from names: "/a.b/c" gives ".b/c".
 std::string_view extensionOf(std::string_view path);
 
+/// What lies below the folder `root` as an address names it, with "/" in front of each part; a path
+/// that lies elsewhere as it is.
+std::string asAddress(const std::string& path, const std::string& root);
+
 }  // namespace paths
 
 }  // namespace quorvane

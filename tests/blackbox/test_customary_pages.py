@@ -391,7 +391,7 @@ class ErrorPages(unittest.TestCase):
     def test_all_that_an_error_page_learns(self):
         page = ("<% Set e = Server.GetLastError : Response.ContentType = \"text/plain\"\n"
                 "Response.Write Join(Array(e.Number, e.Category, e.Description, e.Line, e.Column,"
-                " e.Source, e.ASPCode, e.ASPDescription, Mid(e.File, InStrRev(e.File, \"/\"))), \"|\")\n"
+                " e.Source, e.ASPCode, e.ASPDescription, Mid(e.File, InStrRev(Replace(e.File, \"\\\", \"/\"), \"/\"))), \"|\")\n"
                 "Response.Write \"|\" & Request.QueryString(\"a\") & \"|\" & Session(\"b\") %>")
         pages = {"failed.asp": page, "x.asp": "<% Session(\"b\") = 5\n a = b(1) %>"}
         with Server(pages, {"Customary": "2", "ErrorPage": "/failed.asp"}) as server:
@@ -399,7 +399,7 @@ class ErrorPages(unittest.TestCase):
             self.assertEqual(response.header("Content-Type"), "text/plain")
             self.assertEqual(response.status, FAILED)
             self.assertRegex(response.text, r"^13\|Microsoft VBScript runtime error\|Type mismatch[^|]*"
-                             r"\|2\|-?\d+\| a = b\(1\) %>\|[^|]*\|[^|]*\|/x\.asp\|7\|5$")
+                             r"\|2\|-?\d+\| a = b\(1\) %>\|[^|]*\|[^|]*\|[/\\]x\.asp\|7\|5$")
 
 
 class CharacterSets(ServerTest):

@@ -3,6 +3,7 @@
 import re
 import time
 
+import programs
 from serving import Server, ServerTest, wait_until
 
 COOKIE = "QVSITEID"
@@ -128,14 +129,14 @@ class CustomarySite(ServerTest):
                                      "<%= Session(\"x\") %>"
                                      "<% Server.Transfer \"/inner/part.asp\" %>never")
         text = Browser(self.server).get("/outer.asp")
-        folder = re.escape(str(self.server.root / "inner"))
+        folder = re.escape(self.server.path("inner"))
         self.assertRegex(text, r"^\[1%s\]2\[2%s\]$" % (folder, folder))
 
     def test_paths(self):
         self.server.put("data/Stock.txt", b"x")
-        root = str(self.server.root)
-        for path, mapped in (("/", root), ("\\", root), (".", root), ("data/stock.TXT", root + "/data/Stock.txt"),
-                             ("/data/../new.txt", root + "/new.txt"), ("DATA\\", root + "/data/")):
+        root = self.server.path()
+        for path, mapped in (("/", root), ("\\", root), (".", root), ("data/stock.TXT", self.server.path("data/Stock.txt")),
+                             ("/data/../new.txt", self.server.path("new.txt")), ("DATA\\", self.server.path("data") + programs.SEPARATOR)):
             self.assertEqual(self.page("<%%= Server.MapPath(\"%s\") %%>" % path), mapped, path)
         for path in ("..", "/../x", "../../../../etc/passwd", "a*b"):
             self.assertEqual(self.page("<%% On Error Resume Next : x = Server.MapPath(\"%s\") %%>"
@@ -194,7 +195,7 @@ class CustomaryGlobal(ServerTest):
                  "gone.asp": "never"}
         with Server(pages, self.SETTINGS) as server:
             browser = Browser(server)
-            path = str(server.root / "data")
+            path = server.path("data")
             self.assertEqual(browser.get("/deep/p.asp"), "(1,5 " + path)
             self.assertEqual(browser.get("/deep/p.asp"), "1,5 " + path)
             server.put("global.asa", pages["global.asa"].replace("Response.Write \"(\"",
@@ -209,7 +210,7 @@ class CustomaryGlobal(ServerTest):
                                      "Server.Transfer \"/deep/q.asp\"\nEnd Sub\n</script>")
             server.put("deep/q.asp", "[<%= Server.MapPath(\".\") %>]")
             time.sleep(1.1)
-            self.assertEqual(server.get("/gone.asp").text, 2 * ("[%s]" % (server.root / "deep")))
+            self.assertEqual(server.get("/gone.asp").text, 2 * ("[%s]" % server.path("deep")))
 
     def test_it_can_not_be_had(self):
         self.assertEqual(self.server.get("/global.asa").status, "HTTP/1.1 404 No Found")

@@ -134,7 +134,7 @@ class Pages(ServerTest):
         self.assertEqual(self.output("Response.Write TypeName(Server.CreateObject(\"No.Such\"))"), "Nothing")
         self.assertEqual(self.output("Set d = Server.CreateObject(\"Scripting.Dictionary\")\n"
                                      "d(\"k\") = \"v\"\nResponse.Write d(\"K\") & d(\"k\")"), "v")
-        self.assertEqual(self.output("Response.Write Server.MapPath(\"sub\")"), str(self.server.root / "sub"))
+        self.assertEqual(self.output("Response.Write Server.MapPath(\"sub\")"), self.server.path("sub"))
         self.assertEqual(self.server.get("/target.qvs").text, "target ")
 
     def test_execute_and_transfer(self):

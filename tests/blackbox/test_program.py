@@ -11,7 +11,7 @@ CONTROL_PORT = 7008
 
 class Program(unittest.TestCase):
     def test_orderly_end(self):
-        for ending in (signal.SIGTERM, signal.SIGINT):
+        for ending in Server.ENDINGS:
             with Server({"a.txt": b"a"}) as server:
                 with server.connect() as idle:
                     server.process.send_signal(ending)

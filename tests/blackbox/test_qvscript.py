@@ -19,7 +19,7 @@ class QvScript(unittest.TestCase):
     def file(self, source, name="test.vbs"):
         path = pathlib.Path(self.folder.name) / name
         path.write_bytes(source if isinstance(source, bytes) else source.encode("latin-1"))
-        return str(path)
+        return programs.path_text(path)
 
     def tool(self, *words, stdin=b""):
         return programs.run("qvscript", *words, input=stdin, capture_output=True, timeout=PATIENCE)

@@ -11,7 +11,7 @@ import tempfile
 import unittest
 
 HERE = pathlib.Path(__file__).resolve().parent
-sys.path.insert(0, str(HERE.parent))
+sys.path[:0] = [str(HERE.parent), str(HERE.parent / "blackbox")]
 
 os.environ["QUORVANE_APP"] = sys.argv[1] if len(sys.argv) > 1 else "build/windows/app"
 

@@ -78,8 +78,11 @@ bool waitUntilWritable(StreamSocket& socket, std::chrono::milliseconds atMost) {
   return ::select(0, nullptr, &writable, &failed, &time) > 0;
 }
 
-/// A reset throws away what came before it, so that the next byte can't be looked at.
+/// A reset throws away what came before it, so that the next byte can't be looked at; while the loop
+/// waits for that byte, looking tells nothing.
 bool isReset(StreamSocket& socket) {
+  WSAPOLLFD waiting{socket.native_handle(), POLLRDNORM, 0};
+  if (::WSAPoll(&waiting, 1, 0) > 0 && (waiting.revents & POLLERR) != 0) return true;
   char next = 0;
   const int count = ::recv(socket.native_handle(), &next, 1, MSG_PEEK);
   return count < 0 && ::WSAGetLastError() != WSAEWOULDBLOCK;

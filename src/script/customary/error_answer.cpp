@@ -5,6 +5,7 @@
 
 #include "script/customary/code_page.h"
 #include "script/customary/server_texts.h"
+#include "support/paths.h"
 #include "support/server_state.h"
 #include "support/status_lines.h"
 #include "support/visible_text.h"
@@ -26,14 +27,8 @@ std::string hexNumber(std::int32_t number) {
   return text.data();
 }
 
-std::string fileOf(const PageError& error, const std::string& root) {
-  std::string file = error.file.narrow();
-  if (!root.empty() && file.starts_with(root)) file.erase(0, root.size());
-  return file;
-}
-
 std::string placeOf(const PageError& error, const std::string& root) {
-  std::string place = fileOf(error, root);
+  std::string place = paths::asAddress(error.file.narrow(), root);
   if (error.line > 0) place += ", line " + std::to_string(error.line);
   if (error.column > 0) place += ", column " + std::to_string(error.column);
   return place;

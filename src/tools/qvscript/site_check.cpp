@@ -57,7 +57,7 @@ class Check {
   std::string compileFault(const std::string& program, const LineMap& lines) const;
   std::string faultAt(const std::string& why, const std::optional<LineMap::Place>& at) const;
   std::string customaryFault(const customary::PageProgram& page) const;
-  std::string named(const std::string& path) const { return path.substr(root_.size()); }
+  std::string named(const std::string& path) const { return paths::asAddress(path, root_); }
   std::string_view setting(bool runsOwn, bool runsCustomary) const;
   std::string advice() const;
 
