@@ -21,17 +21,20 @@ def app_folder():
     return pathlib.Path(os.environ.get("QUORVANE_APP", REPOSITORY / "build/app")).resolve()
 
 
+def is_free(port):
+    try:
+        with socket.socket() as probe:
+            probe.bind(("127.0.0.1", port))
+        return True
+    except OSError:
+        return False
+
+
 def free_port():
     """One that nobody has. It is none of those that the system gives to connections: one of them
     could take it before a server does."""
-    while True:
-        port = random.randrange(11_000, 32_768)
-        try:
-            with socket.socket() as probe:
-                probe.bind(("127.0.0.1", port))
-            return port
-        except OSError:
-            continue
+    return next(port for port in iter(lambda: random.randrange(11_000, 32_768), None)
+                if is_free(port))
 
 
 def is_listened_on(port):
@@ -50,6 +53,17 @@ def wait_until(condition, what, seconds=PATIENCE):
             return result
         time.sleep(0.01)
     raise AssertionError("gave up waiting for " + what)
+
+
+def end(process):
+    """Has a process end, if it has to be with force."""
+    if process.poll() is None:
+        process.terminate()
+    try:
+        process.wait(PATIENCE)
+    except subprocess.TimeoutExpired:
+        process.kill()
+        process.wait()
 
 
 class Response:
@@ -157,9 +171,8 @@ class Server:
         key = self.registry / "HKEY_LOCAL_MACHINE/Software/Ardenfell"
         (key / "Quorvane").mkdir(parents=True)
         (key / "Quorvane.ini").write_text("MainPath=%s\n" % (self.folder / "main"))
-        lines = {"Port": str(self.port), **(settings or {})}
-        (key / "Quorvane/Server.ini").write_text(
-            "".join("%s=%s\n" % item for item in lines.items()))
+        self.ini = key / "Quorvane/Server.ini"
+        self.set({"Port": str(self.port), **(settings or {})})
         self.arguments = arguments
         self.preexec = preexec
         self.environment = environment or {}
@@ -173,9 +186,16 @@ class Server:
             content = content.replace("\n", "\r\n").encode("latin-1")
         path.write_bytes(content)
 
+    def set(self, settings):
+        """Has these settings and no others."""
+        self.ini.write_text("".join("%s=%s\n" % item for item in settings.items()))
+
+    def command(self):
+        return [str(app_folder() / "quorvane-server"), "/devmode", *self.arguments]
+
     def spawn(self):
         return subprocess.Popen(
-            [str(app_folder() / "quorvane-server"), "/devmode", *self.arguments],
+            self.command(),
             cwd=self.folder,
             env={**os.environ, "QUORVANE_REGISTRY": str(self.registry), **self.environment},
             stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
@@ -193,13 +213,7 @@ class Server:
 
     def __exit__(self, *_):
         if self.process:
-            if self.process.poll() is None:
-                self.process.terminate()
-            try:
-                self.process.wait(PATIENCE)
-            except subprocess.TimeoutExpired:
-                self.process.kill()
-                self.process.wait()
+            end(self.process)
             self.process.stdout.close()
         shutil.rmtree(self.folder, ignore_errors=True)
 

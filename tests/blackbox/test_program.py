@@ -52,8 +52,7 @@ class Program(unittest.TestCase):
 
     def test_missing_settings_are_written(self):
         with Server() as server:
-            ini = server.registry / "HKEY_LOCAL_MACHINE/Software/Ardenfell/Quorvane/Server.ini"
-            text = ini.read_text()
+            text = server.ini.read_text()
         self.assertIn("LogServer=1", text)
         self.assertIn("EncodeStatic=0", text)
 
