@@ -6,6 +6,22 @@
 
 namespace quorvane::vbs {
 
+namespace {
+
+/// Some functions of one argument have an operation of their own.
+Opcode operationOf(const Intrinsic& function) {
+  static constexpr std::pair<std::string_view, Opcode> kOperations[] = {
+      {"sqr", Opcode::Sqr}, {"abs", Opcode::Abs}, {"int", Opcode::Int},       {"fix", Opcode::Fix},
+      {"len", Opcode::Len}, {"chr", Opcode::Chr}, {"ubound", Opcode::UBound},
+  };
+  for (const auto& [name, operation] : kOperations) {
+    if (function.name == name) return operation;
+  }
+  return Opcode::CallIntrinsicOne;
+}
+
+}  // namespace
+
 void CallLowering::compileCall(const Expression& callee, const Arguments& arguments,
                                Register target) {
   switch (callee.kind) {
@@ -173,7 +189,7 @@ void CallLowering::callIntrinsic(const Intrinsic& intrinsic, const Identifier& n
     const bool isPlace = binding && binding->isVariable();
     const Register argument = isPlace ? parts_.places.placeOf(*arguments[0])
                                       : parts_.expressions.operand(*arguments[0], target);
-    return code_.emitPointer(Opcode::CallIntrinsicOne, target, argument, 0, &intrinsic);
+    return code_.emitPointer(operationOf(intrinsic), target, argument, 0, &intrinsic);
   }
   const Register first = parts_.arguments.pushLibraryArguments(intrinsic, arguments);
   code_.emitPointer(Opcode::CallIntrinsic, target, first, static_cast<unsigned>(count), &intrinsic);

@@ -39,12 +39,15 @@
     "a = reference to the element of array b at the indexes from c on, "                          \
     "the array locked as long as the lock register lives")                                        \
   X(Add, "rrr", "a = b + c")                                                                      \
+  X(AddDoubles, "rrr", "Add where Doubles have met; the compiler writes none")                    \
   X(AddInteger, "rri", "a = b + Integer")                                                         \
   X(AddConstant, "rrk", "a = b + constant")                                                       \
   X(Subtract, "rrr", "a = b - c")                                                                 \
+  X(SubtractDoubles, "rrr", "Subtract where Doubles have met; the compiler writes none")          \
   X(SubtractInteger, "rri", "a = b - Integer")                                                    \
   X(SubtractConstant, "rrk", "a = b - constant")                                                  \
   X(Multiply, "rrr", "a = b * c")                                                                 \
+  X(MultiplyDoubles, "rrr", "Multiply where Doubles have met; the compiler writes none")          \
   X(MultiplyConstant, "rrk", "a = b * constant")                                                  \
   X(Divide, "rrr", "a = b / c")                                                                   \
   X(DivideConstant, "rrk", "a = b / constant")                                                    \
@@ -143,6 +146,13 @@
   X(LoadHost, "rh", "a = object of the host")                                                     \
   X(CallIntrinsic, "drn I", "a = function of c arguments from b on")                              \
   X(CallIntrinsicOne, "rr- I", "a = function of b")                                               \
+  X(Sqr, "rr- I", "a = Sqr(b)")                                                                   \
+  X(Abs, "rr- I", "a = Abs(b)")                                                                   \
+  X(Int, "rr- I", "a = Int(b)")                                                                   \
+  X(Fix, "rr- I", "a = Fix(b)")                                                                   \
+  X(Len, "rr- I", "a = Len(b)")                                                                   \
+  X(Chr, "rr- I", "a = Chr(b)")                                                                   \
+  X(UBound, "rr- I", "a = UBound(b)")                                                             \
   X(New, "r-- C", "a = new instance of a class")                                                  \
   X(NewNamed, "rs- X", "a = new instance of what has this name; flag b: names must be declared")  \
   X(LateGet, "rd- X", "a = whatever has this name by now, else variable b")                       \

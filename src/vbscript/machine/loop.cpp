@@ -2,6 +2,7 @@
 
 #include "vbscript/machine/machine.h"
 #include "vbscript/machine/operations.h"
+#include "vbscript/machine/plain_functions.h"
 #include "vbscript/machine/script_object.h"
 #include "vbscript/values/convert.h"
 #include "vbscript/values/operators.h"
@@ -34,14 +35,20 @@ inline bool areWhole(unsigned l, unsigned r) {
   return ((l ^ kInteger) | (r ^ kInteger)) <= 1;
 }
 
-/// A number that came of Integers: Long when it does not fit.
-inline void setInteger(Value& target, std::int32_t number) {
-  const bool fits = number == static_cast<std::int16_t>(number);
-  target.setIntUncounted(fits ? Type::Integer : Type::Long, number);
+/// A number of this type, Integer or Long; an Integer that does not fit becomes a Long.
+[[gnu::always_inline]] inline void setWhole(Value& target, unsigned type, std::int32_t number) {
+  static_assert((kInteger | 1) == kLong);
+  const unsigned isWide = number != static_cast<std::int16_t>(number);
+  target.setIntUncounted(static_cast<Type>(type | isWide), number);
 }
 
+/// Infinity less itself is no number.
 inline bool isFinite(double number) {
-  return std::abs(number) <= __DBL_MAX__;
+  return !std::isnan(number - number);
+}
+
+inline bool areDoubles(const Value& left, const Value& right) {
+  return left.is(Type::Double) && right.is(Type::Double);
 }
 
 /// The number of a Double, Integer or Long.
@@ -75,56 +82,59 @@ struct MultiplyNumbers {
   static double floating(double l, double r) { return l * r; }
 };
 
-/// Two numbers of one subtype, or an Integer and a Long; false: not a case for the loop.
-template <class Numbers>
-[[gnu::always_inline]] inline bool calculateWhole(Value& target, const Value& left,
-                                                  const Value& right) {
-  std::int32_t n = 0;
-  if (!Numbers::whole(left.asInt(), right.asInt(), n)) return false;
-  if (tag(left) == kInteger && tag(right) == kInteger) {
-    setInteger(target, n);
-  } else {
-    target.setIntUncounted(Type::Long, n);
-  }
-  return true;
-}
-
 [[gnu::always_inline]] inline bool setFinite(Value& target, double number) {
   if (!isFinite(number)) return false;
   target.setDoubleUncounted(Type::Double, number);
   return true;
 }
 
+// A result in a register, by the kinds of the operands. False: not a case for the loop.
+
 template <class Numbers>
-[[gnu::always_inline]] inline bool calculate(Value& target, const Value& left, const Value& right) {
-  const unsigned l = tag(left);
-  const unsigned r = tag(right);
-  if (needsCare(target)) return false;
-  if (l == kDouble && r == kDouble) {
-    return setFinite(target, Numbers::floating(left.asDouble(), right.asDouble()));
-  }
-  if (areWhole(l, r)) return calculateWhole<Numbers>(target, left, right);
+[[gnu::always_inline]] inline bool calculateWhole(Value& target, const Value& left,
+                                                  const Value& right) {
+  std::int32_t n = 0;
+  if (needsCare(target) || !areWhole(tag(left), tag(right))) return false;
+  if (!Numbers::whole(left.asInt(), right.asInt(), n)) return false;
+  setWhole(target, tag(left) | tag(right), n);  // the wider of the two
+  return true;
+}
+
+/// Doubles, Integers and Longs.
+template <class Numbers>
+[[gnu::always_inline]] inline bool calculateFloating(Value& target, const Value& left,
+                                                     const Value& right) {
   double x = 0;
   double y = 0;
-  if (!asDouble(left, x) || !asDouble(right, y)) return false;
+  if (needsCare(target) || !asDouble(left, x) || !asDouble(right, y)) return false;
   return setFinite(target, Numbers::floating(x, y));
+}
+
+template <class Numbers>
+[[gnu::always_inline]] inline bool calculate(Value& target, const Value& left, const Value& right) {
+  if (areWhole(tag(left), tag(right))) return calculateWhole<Numbers>(target, left, right);
+  return calculateFloating<Numbers>(target, left, right);
+}
+
+template <class Numbers>
+[[gnu::always_inline]] inline bool calculateDoubles(Value& target, const Value& left,
+                                                    const Value& right) {
+  if (!areDoubles(left, right) || needsCare(target)) return false;
+  return setFinite(target, Numbers::floating(left.asDouble(), right.asDouble()));
 }
 
 /// With an Integer on the right.
 template <class Numbers>
 [[gnu::always_inline]] inline bool calculate(Value& target, const Value& left, std::int16_t right) {
+  const unsigned l = tag(left);
   if (needsCare(target)) return false;
-  std::int32_t n = 0;
-  if (tag(left) == kInteger) {
+  if (areWhole(l, kInteger)) {
+    std::int32_t n = 0;
     if (!Numbers::whole(left.asInt(), right, n)) return false;
-    setInteger(target, n);
-  } else if (tag(left) == kLong) {
-    if (!Numbers::whole(left.asInt(), right, n)) return false;
-    target.setIntUncounted(Type::Long, n);
-  } else {
-    return tag(left) == kDouble && setFinite(target, Numbers::floating(left.asDouble(), right));
+    setWhole(target, l, n);
+    return true;
   }
-  return true;
+  return l == kDouble && setFinite(target, Numbers::floating(left.asDouble(), right));
 }
 
 [[gnu::always_inline]] inline bool divideNumbers(Value& target, const Value& left,
@@ -194,14 +204,10 @@ struct GreaterOrEqualNumbers {
   }
 };
 
-/// False: not a case for the loop.
+/// Of numbers that are not both whole; false: not a case for the loop.
 template <class Numbers>
-[[gnu::always_inline]] inline bool compareNumbers(const Value& left, const Value& right,
-                                                  bool& holds) {
-  if (areWhole(tag(left), tag(right))) {
-    holds = Numbers::holds(left.asInt(), right.asInt());
-    return true;
-  }
+[[gnu::always_inline]] inline bool compareFloating(const Value& left, const Value& right,
+                                                   bool& holds) {
   double x = 0;
   double y = 0;
   if (!asDouble(left, x) || !asDouble(right, y)) return false;
@@ -209,15 +215,12 @@ template <class Numbers>
   return true;
 }
 
+/// False: not a case for the loop.
 template <class Numbers>
-[[gnu::always_inline]] inline bool compareInteger(const Value& left, std::int16_t right,
+[[gnu::always_inline]] inline bool compareNumbers(const Value& left, const Value& right,
                                                   bool& holds) {
-  if (isWhole(left)) {
-    holds = Numbers::holds(left.asInt(), std::int32_t{right});
-    return true;
-  }
-  if (tag(left) != kDouble) return false;
-  holds = Numbers::holds(left.asDouble(), static_cast<double>(right));
+  if (!areWhole(tag(left), tag(right))) return compareFloating<Numbers>(left, right, holds);
+  holds = Numbers::holds(left.asInt(), right.asInt());
   return true;
 }
 
@@ -225,6 +228,12 @@ template <class Numbers>
 [[gnu::always_inline]] inline bool isWithin(std::int32_t at, const Value& limit,
                                             const Value& step) {
   return step.asInt() >= 0 ? at <= limit.asInt() : at >= limit.asInt();
+}
+
+/// Another operation stands here from now on, which does the same where the operands are of the
+/// types that it was made for.
+inline void become(const Instruction* pc, Opcode op) {
+  const_cast<Instruction*>(pc)->op = op;  // code of the heap; see Program
 }
 
 /// A copy of `source` in a register that needs no care; false for a reference.
@@ -239,18 +248,45 @@ template <class Numbers>
   return true;
 }
 
+/// The same of what is not counted.
+[[gnu::always_inline]] inline bool copyPlain(Value& target, const Value& source) {
+  if (needsCare(source) || needsCare(target)) return false;
+  target.copyUncounted(source);
+  return true;
+}
+
+/// Moves the object of a temporary to a variable that has nothing to end: a plain value, or an
+/// object that others hold as well.
+[[gnu::always_inline]] inline bool moveObject(Value& variable, Value& source) {
+  if (!source.isObject()) return false;
+  if (variable.isObject()) {
+    Object* before = variable.asObject();
+    if (!before || before->references() == 1) return false;
+    before->release();
+  } else if (needsCare(variable)) {
+    return false;
+  }
+  new (&variable) Value(std::move(source));
+  return true;
+}
+
 /// The element with this index of a vector of Variants, or null.
 [[gnu::always_inline]] inline Value* vectorElement(const Value& holder, const Value& index) {
   const Value& array = holder.deref();
-  if (!array.isArray() || !isWhole(index)) return nullptr;
-  return array.asArray()->at(index.asInt());
+  if (!array.isArray()) return nullptr;
+  if (isWhole(index)) [[likely]]
+    return array.asArray()->at(index.asInt());
+  const Value& direct = index.deref();
+  return isWhole(direct) ? array.asArray()->at(direct.asInt()) : nullptr;
 }
 
 [[gnu::always_inline]] inline Value* matrixElement(const Value& holder, const Value& row,
                                                    const Value& column) {
   const Value& array = holder.deref();
-  if (!array.isArray() || !areWhole(tag(row), tag(column))) return nullptr;
-  return array.asArray()->at(row.asInt(), column.asInt());
+  if (!array.isArray()) return nullptr;
+  const Value& r = row.deref();
+  const Value& c = column.deref();
+  return areWhole(tag(r), tag(c)) ? array.asArray()->at(r.asInt(), c.asInt()) : nullptr;
 }
 
 /// The field that the code behind `pc`, an element's member, uses of this element, or null.
@@ -283,12 +319,14 @@ template <class Numbers>
   value.setIntUncounted(Type::Empty, 0);
 }
 
-/// Whether a variable that ends is done with; a reference is by this.
-[[gnu::always_inline]] inline bool needsNoCare(Value& variable) {
-  if (!needsCare(variable)) return true;
-  if (!variable.is(Type::Reference)) return false;
-  dropReference(variable);
-  return true;
+/// Ends variables that are no more than bits, or refer to others: the first that is more, or `end`.
+[[gnu::always_inline]] inline Value* endPlain(Value* variable, const Value* end) {
+  for (; variable != end; ++variable) {
+    if (!needsCare(*variable)) continue;
+    if (!variable->is(Type::Reference)) break;
+    dropReference(*variable);
+  }
+  return variable;
 }
 
 [[gnu::always_inline]] inline bool isCountedOnce(const Value& holder) {
@@ -310,11 +348,13 @@ template <class Numbers>
   return true;
 }
 
-/// Stores without counting; false: not a case for the loop.
-[[gnu::always_inline]] inline bool storePlain(Value& element, const Value& value) {
-  if (needsCare(element) || needsCare(value)) return false;
-  element.copyUncounted(value);
-  return true;
+/// False: not a case for the loop.
+template <plain_function::Function function>
+[[gnu::always_inline]] inline bool applyPlain(const Instruction* pc, Value* base) {
+  const Value& argument = base[pc->b];
+  if (needsCare(base[pc->a])) return false;
+  if (!needsCare(argument)) return function(base[pc->a], argument);
+  return !pc->bIsTemporary() && function(base[pc->a], argument.deref());
 }
 
 }  // namespace
@@ -343,7 +383,7 @@ void Machine::execute(const Frame* entry) {
 #ifdef VBS_COMPUTED_GOTO
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wpedantic"
-#define VBS_GO() goto* kLabels[static_cast<unsigned>(pc->op)]
+#define VBS_GO() goto* labels[static_cast<unsigned>(pc->op)]
 #else
 #define VBS_GO() goto dispatch
 #endif
@@ -376,24 +416,40 @@ void Machine::execute(const Frame* entry) {
     VBS_DISPATCH();                                                      \
   } while (false)
 
-#define VBS_CALCULATE(name, calculation, function)         \
-  name:                                                    \
-  if (!calculation(base[pc->a], base[pc->b], base[pc->c])) \
-    VBS_SLOW(binary(stack_, pc, base, function));          \
+/// Operations on numbers. Where two Doubles have met, the one for Doubles stands from then on,
+/// until others come.
+#define VBS_CALCULATE_NUMBERS(name, Numbers, function)                                  \
+  name:                                                                                 \
+  if (calculateWhole<Numbers>(base[pc->a], base[pc->b], base[pc->c])) [[likely]]        \
+    VBS_NEXT(1);                                                                        \
+  if (areDoubles(base[pc->b], base[pc->c])) become(pc, Opcode::name##Doubles);          \
+  if (calculateFloating<Numbers>(base[pc->a], base[pc->b], base[pc->c])) VBS_NEXT(1);   \
+  VBS_SLOW(binary(stack_, pc, base, function));                                         \
+  VBS_NEXT(1);                                                                          \
+  name##Doubles : if (calculateDoubles<Numbers>(base[pc->a], base[pc->b], base[pc->c])) \
+                      [[likely]] VBS_NEXT(1);                                           \
+  become(pc, Opcode::name);                                                             \
+  goto name;
+
+#define VBS_CALCULATE(name, calculation, function)                   \
+  name:                                                              \
+  if (calculation(base[pc->a], base[pc->b], base[pc->c])) [[likely]] \
+    VBS_NEXT(1);                                                     \
+  VBS_SLOW(binary(stack_, pc, base, function));                      \
   VBS_NEXT(1);
 
-#define VBS_CALCULATE_CONSTANT(name, calculation, function)       \
-  name:                                                           \
-  if (!calculation(base[pc->a], base[pc->b], constants[pc->c])) { \
-    VBS_SLOW(binaryConstant(stack_, pc, base, function));         \
-  }                                                               \
+#define VBS_CALCULATE_CONSTANT(name, calculation, function)               \
+  name:                                                                   \
+  if (calculation(base[pc->a], base[pc->b], constants[pc->c])) [[likely]] \
+    VBS_NEXT(1);                                                          \
+  VBS_SLOW(binaryConstant(stack_, pc, base, function));                   \
   VBS_NEXT(1);
 
-#define VBS_CALCULATE_INTEGER(name, calculation, function)                        \
-  name:                                                                           \
-  if (!calculation(base[pc->a], base[pc->b], static_cast<std::int16_t>(pc->c))) { \
-    VBS_SLOW(binaryInteger(stack_, pc, base, function));                          \
-  }                                                                               \
+#define VBS_CALCULATE_INTEGER(name, calculation, function)                                \
+  name:                                                                                   \
+  if (calculation(base[pc->a], base[pc->b], static_cast<std::int16_t>(pc->c))) [[likely]] \
+    VBS_NEXT(1);                                                                          \
+  VBS_SLOW(binaryInteger(stack_, pc, base, function));                                    \
   VBS_NEXT(1);
 
 #define VBS_COMPARE(name, Numbers)                                                             \
@@ -419,30 +475,37 @@ void Machine::execute(const Frame* entry) {
 
 #define VBS_FAR_JUMP() VBS_JUMP(static_cast<std::int32_t>(pc[1].low()))
 
-#define VBS_COMPARE_JUMP(name, Numbers)                                                         \
-  name : {                                                                                      \
-    bool holds = false;                                                                         \
-    if (!compareNumbers<Numbers>(base[pc->a], base[pc->b], holds)) {                            \
-      holds = VBS_SLOW(jumpCompare(pc, base, Opcode::name, base[pc->b], pc->bIsTemporary()));   \
-    }                                                                                           \
-    if (holds) VBS_FAR_JUMP();                                                                  \
-  }                                                                                             \
-  VBS_NEXT(2);                                                                                  \
-  name##Constant : {                                                                            \
-    bool holds = false;                                                                         \
-    if (!compareNumbers<Numbers>(base[pc->a], constants[pc->b], holds)) {                       \
-      holds = VBS_SLOW(jumpCompare(pc, base, Opcode::name##Constant, constants[pc->b], false)); \
-    }                                                                                           \
-    if (holds) VBS_FAR_JUMP();                                                                  \
-  }                                                                                             \
-  VBS_NEXT(2);                                                                                  \
-  name##Integer : {                                                                             \
-    bool holds = false;                                                                         \
-    if (!compareInteger<Numbers>(base[pc->a], static_cast<std::int16_t>(pc->b), holds)) {       \
-      holds = VBS_SLOW(jumpCompareInteger(pc, base, Opcode::name##Integer));                    \
-    }                                                                                           \
-    if (holds) VBS_FAR_JUMP();                                                                  \
-  }                                                                                             \
+/// Jumps on a comparison of two values; of whole numbers without much ado.
+#define VBS_JUMP_ON(Numbers, left, right, comparison)                                \
+  if (areWhole(tag(left), tag(right))) [[likely]] {                                  \
+    if (Numbers::holds((left).asInt(), (right).asInt())) VBS_FAR_JUMP();             \
+    VBS_NEXT(2);                                                                     \
+  } else {                                                                           \
+    bool holds = false;                                                              \
+    if (!compareFloating<Numbers>(left, right, holds)) holds = VBS_SLOW(comparison); \
+    if (holds) VBS_FAR_JUMP();                                                       \
+  }                                                                                  \
+  VBS_NEXT(2);
+
+#define VBS_COMPARE_JUMP(name, Numbers)                                                     \
+  name:                                                                                     \
+  VBS_JUMP_ON(Numbers, base[pc->a], base[pc->b],                                            \
+              jumpCompare(pc, base, Opcode::name, base[pc->b], pc->bIsTemporary()))         \
+  name##Constant                                                                            \
+      : VBS_JUMP_ON(Numbers, base[pc->a], constants[pc->b],                                 \
+                    jumpCompare(pc, base, Opcode::name##Constant, constants[pc->b], false)) \
+            name##Integer : {                                                               \
+    const Value& left = base[pc->a];                                                        \
+    const std::int32_t right = static_cast<std::int16_t>(pc->b);                            \
+    if (isWhole(left)) [[likely]] {                                                         \
+      if (Numbers::holds(left.asInt(), right)) VBS_FAR_JUMP();                              \
+      VBS_NEXT(2);                                                                          \
+    }                                                                                       \
+    const bool holds = left.is(Type::Double)                                                \
+                           ? Numbers::holds(left.asDouble(), static_cast<double>(right))    \
+                           : VBS_SLOW(jumpCompareInteger(pc, base, Opcode::name##Integer)); \
+    if (holds) VBS_FAR_JUMP();                                                              \
+  }                                                                                         \
   VBS_NEXT(2);
 
 /// Operations that a named function does altogether.
@@ -450,6 +513,13 @@ void Machine::execute(const Frame* entry) {
   name:                                 \
   VBS_SLOW(call);                       \
   VBS_NEXT(words);
+
+/// Intrinsic functions that are done here when all is plain.
+#define VBS_PLAIN_FUNCTION(name, function)       \
+  name:                                          \
+  if (applyPlain<function>(pc, base)) [[likely]] \
+    VBS_NEXT(2);                                 \
+  goto CallIntrinsicOne;
 
 /// Operations that may enter another frame.
 #define VBS_ENTER(name, words, call) \
@@ -464,6 +534,10 @@ void Machine::loop() {
       VBS_OPCODES(VBS_LABEL)
 #undef VBS_LABEL
   };
+  // Hidden from the compiler, which would rather compute the table's address each time than keep
+  // it.
+  const void* const* labels = kLabels;
+  asm("" : "+r"(labels));
 #endif
   const Instruction* pc = nullptr;
   const Value* constants = nullptr;
@@ -504,12 +578,18 @@ LoadInteger:
   }
   VBS_NEXT(1);
 Copy:
-  if (!copyInto(base[pc->a], base[pc->b])) VBS_SLOW(put(stack_, pc, base, base[pc->b].deref()));
+  if (copyInto(base[pc->a], base[pc->b])) VBS_NEXT(1);
+  VBS_SLOW(put(stack_, pc, base, base[pc->b].deref()));
   VBS_NEXT(1);
 Let:
-  if (!storePlain(base[pc->a], base[pc->b])) VBS_SLOW(let(stack_, base[pc->a], base[pc->b]));
+  if (copyPlain(base[pc->a], base[pc->b])) VBS_NEXT(1);
+  VBS_SLOW(let(stack_, base[pc->a], base[pc->b]));
   VBS_NEXT(1);
-  VBS_DELEGATE(SetVariable, 1, set(stack_, base[pc->a], base[pc->b], pc->bIsTemporary(), pc))
+SetVariable:
+  if (pc->bIsTemporary() && moveObject(base[pc->a], base[pc->b])) [[likely]]
+    VBS_NEXT(1);
+  VBS_SLOW(set(stack_, base[pc->a], base[pc->b], pc->bIsTemporary(), pc));
+  VBS_NEXT(1);
   VBS_DELEGATE(Hold, 1, hold(base[pc->a], taken(base[pc->b], pc->bIsTemporary())))
 Clear:
   if (base[pc->a].is(Type::ArrayLock) && base[pc->a].asArray()->references > 0) {
@@ -522,7 +602,7 @@ Clear:
   }
   VBS_NEXT(1);
 Plain:
-  if (!storePlain(base[pc->a], base[pc->b])) VBS_SLOW(plain(pc, base));
+  if (!copyPlain(base[pc->a], base[pc->b])) VBS_SLOW(plain(pc, base));
   VBS_NEXT(1);
 LoadGlobal:
   if (needsCare(stack_.globals()[pc->b]) || needsCare(base[pc->a])) {
@@ -532,7 +612,7 @@ LoadGlobal:
   }
   VBS_NEXT(1);
 LetGlobal:
-  if (!storePlain(stack_.globals()[pc->b], base[pc->a])) {
+  if (!copyPlain(stack_.globals()[pc->b], base[pc->a])) {
     VBS_SLOW(letFrom(stack_, stack_.globals()[pc->b], base[pc->a], pc->aIsTemporary()));
   }
   VBS_NEXT(1);
@@ -549,7 +629,7 @@ LoadField : {
   VBS_NEXT(1);
 LetField : {
   Value& field = static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b];
-  if (!storePlain(field, base[pc->a]))
+  if (!copyPlain(field, base[pc->a]))
     VBS_SLOW(letFrom(stack_, field, base[pc->a], pc->aIsTemporary()));
 }
   VBS_NEXT(1);
@@ -574,11 +654,11 @@ RefElement:
 
   // ---- Calculating ----
 
-  VBS_CALCULATE(Add, calculate<AddNumbers>, add)
+  VBS_CALCULATE_NUMBERS(Add, AddNumbers, add)
   VBS_CALCULATE_CONSTANT(AddConstant, calculate<AddNumbers>, add)
-  VBS_CALCULATE(Subtract, calculate<SubtractNumbers>, subtract)
+  VBS_CALCULATE_NUMBERS(Subtract, SubtractNumbers, subtract)
   VBS_CALCULATE_CONSTANT(SubtractConstant, calculate<SubtractNumbers>, subtract)
-  VBS_CALCULATE(Multiply, calculate<MultiplyNumbers>, multiply)
+  VBS_CALCULATE_NUMBERS(Multiply, MultiplyNumbers, multiply)
   VBS_CALCULATE_CONSTANT(MultiplyConstant, calculate<MultiplyNumbers>, multiply)
   VBS_CALCULATE(Divide, divideNumbers, divide)
   VBS_CALCULATE_CONSTANT(DivideConstant, divideNumbers, divide)
@@ -708,6 +788,8 @@ ForEachNext:
   VBS_DELEGATE(Erase, 1, erase(stack_, pc, base))
 GetElement : {
   const Value* element = vectorElement(base[pc->b], base[pc->c]);
+  if (element && !pc->bIsTemporary() && copyPlain(base[pc->a], *element)) [[likely]]
+    VBS_NEXT(1);
   if (element && isTakenAsIs(*element, pc->aIsTemporary())) {
     if (!pc->bIsTemporary()) {
       if (copyInto(base[pc->a], *element)) VBS_NEXT(1);
@@ -721,6 +803,8 @@ GetElement : {
   VBS_NEXT(1);
 GetElement2 : {
   const Value* element = matrixElement(base[pc->b], base[pc->c], base[pc[1].low()]);
+  if (element && !pc->bIsTemporary() && copyPlain(base[pc->a], *element)) [[likely]]
+    VBS_NEXT(2);
   if (element && isTakenAsIs(*element, pc->aIsTemporary())) {
     if (!pc->bIsTemporary()) {
       if (copyInto(base[pc->a], *element)) VBS_NEXT(2);
@@ -736,7 +820,7 @@ GetElement2 : {
 SetElement : {
   Value* element = vectorElement(base[pc->a], base[pc->b]);
   if (element && isCountedOnce(base[pc->a]) && !pc->aIsTemporary() &&
-      storePlain(*element, base[pc->c])) {
+      copyPlain(*element, base[pc->c])) {
     VBS_NEXT(1);
   }
 }
@@ -745,7 +829,7 @@ SetElement : {
 SetElementConstant : {
   Value* element = vectorElement(base[pc->a], base[pc->b]);
   if (element && isCountedOnce(base[pc->a]) && !pc->aIsTemporary() &&
-      storePlain(*element, constants[pc->c])) {
+      copyPlain(*element, constants[pc->c])) {
     VBS_NEXT(1);
   }
 }
@@ -754,7 +838,7 @@ SetElementConstant : {
 SetElement2 : {
   Value* element = matrixElement(base[pc->a], base[pc->b], base[pc[1].low()]);
   if (element && isCountedOnce(base[pc->a]) && !pc->aIsTemporary() &&
-      storePlain(*element, base[pc->c])) {
+      copyPlain(*element, base[pc->c])) {
     VBS_NEXT(2);
   }
 }
@@ -768,8 +852,8 @@ SetElement2 : {
 Call : {
   const Routine* callee = pc[1].pointer<const Routine>();
   stack_.top()->pc = pc + 2;
-  stack_.enter(*callee, base + pc->b, pc->a);
-  base = stack_.top()->base;
+  base += pc->b;
+  stack_.enter(*callee, base, pc->a);
   pc = callee->code.data();
   constants = callee->constants.data();
 }
@@ -793,6 +877,8 @@ CallOwn : {
 GetMember : {
   Value& holder = base[pc->b];
   const Value* field = cachedField(holder, *pc[1].pointer<MemberCache>());
+  if (field && !pc->bIsTemporary() && copyPlain(base[pc->a], *field)) [[likely]]
+    VBS_NEXT(2);
   const bool isSimple = field && isTakenAsIs(*field, pc->aIsTemporary()) &&
                         canLetGo(holder, pc->bIsTemporary()) &&
                         (!needsCare(base[pc->a]) || (pc->a == pc->b && pc->bIsTemporary()));
@@ -807,8 +893,11 @@ GetMember : {
 PutMember : {
   Value& holder = base[pc->a];
   Value* field = cachedField(holder, *pc[1].pointer<MemberCache>());
+  if (field && !pc->aIsTemporary() && pc->c == 0 && copyPlain(*field, base[pc->b])) [[likely]] {
+    VBS_NEXT(2);
+  }
   if (field && pc->c == 0 && canLetGo(holder, pc->aIsTemporary()) &&
-      storePlain(*field, base[pc->b])) {
+      copyPlain(*field, base[pc->b])) {
     letGo(holder, pc->aIsTemporary());
   } else if (VBS_SLOW(putMember(stack_, pc, base))) {
     VBS_RELOAD();
@@ -826,7 +915,7 @@ GetElementMember : {
   VBS_NEXT(1);
 PutElementMember : {
   Value* field = elementField(vectorElement(base[pc->b], base[pc->c]), pc);
-  if (field && isPlace(base[pc->b], pc->bIsTemporary()) && storePlain(*field, base[pc->a])) {
+  if (field && isPlace(base[pc->b], pc->bIsTemporary()) && copyPlain(*field, base[pc->a])) {
     if (pc->bIsTemporary()) dropReference(base[pc->b]);
     VBS_NEXT(1 + 1 + 2);
   }
@@ -839,6 +928,13 @@ PutElementMember : {
   VBS_DELEGATE(LoadHost, 1, put(stack_, pc, base, Value::object(texts_.host()[pc->b].object)))
   VBS_DELEGATE(CallIntrinsic, 2, callIntrinsic(pc, base))
   VBS_DELEGATE(CallIntrinsicOne, 2, callIntrinsicOne(pc, base))
+  VBS_PLAIN_FUNCTION(Sqr, plain_function::squareRoot)
+  VBS_PLAIN_FUNCTION(Abs, plain_function::absolute)
+  VBS_PLAIN_FUNCTION(Int, plain_function::floor)
+  VBS_PLAIN_FUNCTION(Fix, plain_function::truncate)
+  VBS_PLAIN_FUNCTION(Len, plain_function::length)
+  VBS_PLAIN_FUNCTION(Chr, plain_function::character)
+  VBS_PLAIN_FUNCTION(UBound, plain_function::upperBound)
   VBS_ENTER(New, 2, newObject(pc, base))
   VBS_ENTER(NewNamed, 2, newNamed(pc, base))
   VBS_DELEGATE(LateGet, 2, lateGet(pc, base))
@@ -846,11 +942,12 @@ PutElementMember : {
   VBS_DELEGATE(LatePut, 2, latePut(pc, base))
   VBS_DELEGATE(LateRef, 2, lateRef(pc, base))
 
-Return:
-  for (Value *v = base, *end = base + pc->b; v != end; ++v) {
-    if (!needsNoCare(*v)) VBS_SLOW(release(*v));
-  }
-  if (stack_.top()->link == kNoRegister) {
+Return : {
+  Value* const end = base + pc->b;
+  Value* const rest = endPlain(base, end);
+  if (rest != end) VBS_SLOW(clearRange(rest, end));
+}
+  if (stack_.top()->link == kNoRegister) [[likely]] {
     stack_.pop();
     stack_.raisePending();
   } else {
@@ -858,21 +955,19 @@ Return:
   }
   VBS_RELOAD();
 ReturnResult : {
-  const Value& result = base[pc->a];
-  bool isSimple = true;
-  for (Value *v = base, *end = base + pc->b; v != end; ++v) {
-    if (needsNoCare(*v)) continue;
-    isSimple = false;
-    if (v != &result) VBS_SLOW(release(*v));
-  }
+  Value* const result = base + pc->a;
+  Value* const end = base + pc->b;
+  Value* const rest = endPlain(base, end);
   const std::uint32_t link = stack_.top()->link;
   Value* const outside = stack_.top()[-1].base;
-  if (isSimple && link < kNoRegister && !needsCare(outside[link])) {
-    outside[link].copyUncounted(result);
+  if (rest == end && link < kNoRegister && !needsCare(outside[link])) [[likely]] {
+    outside[link].copyUncounted(*result);
     stack_.pop();
-  } else {
-    VBS_SLOW(stack_.leave(pc->a));
+    VBS_RELOAD();
   }
+  if (rest < result) VBS_SLOW(clearRange(rest, result));
+  if (rest < end) VBS_SLOW(clearRange(std::max(rest, result + 1), end));
+  VBS_SLOW(stack_.leave(pc->a));
 }
   VBS_RELOAD();
 

@@ -167,7 +167,7 @@ TEST(Bytecode, ConstantTextsAreJoinedWhenCompiled) {
   EXPECT_EQ(code("x = \"a\" & Chr(1000)"),
             "LoadConstant t0 \"a\"\n"
             "LoadInteger t1 1000\n"
-            "CallIntrinsicOne t1 t1 Chr\n"
+            "Chr t1 t1 Chr\n"
             "Concatenate r0 t0 t1\n"
             "Halt\n");
   EXPECT_EQ(code("x = 1 & 2"),
@@ -188,12 +188,12 @@ TEST(Bytecode, TextThatACallMayChangeIsReadBeforeIt) {
 TEST(Bytecode, VariablesAreCopiedOnlyWhereCodeMayChangeThem) {
   const std::string classes = "\nClass K : End Class";
   EXPECT_EQ(code("x = v + Len(s)"),
-            "CallIntrinsicOne t0 r2 Len\n"
+            "Len t0 r2 Len\n"
             "Add r0 r1 t0\n"
             "Halt\n");
   EXPECT_EQ(code("x = v + Len(s)" + classes),
             "Copy t0 r1\n"
-            "CallIntrinsicOne t1 r2 Len\n"
+            "Len t1 r2 Len\n"
             "Add r0 t0 t1\n"
             "Halt\n");
   EXPECT_EQ(code("x = v + Len(\"text\" & 1) * 2" + classes).find("Copy"), std::string::npos);
@@ -205,7 +205,7 @@ TEST(Bytecode, VariablesAreCopiedOnlyWhereCodeMayChangeThem) {
             std::string::npos);
   EXPECT_EQ(code("Sub S(p) : x = p * Len(p) : End Sub" + classes, "S"),
             "Copy t0 r0\n"
-            "CallIntrinsicOne t1 r0 Len\n"
+            "Len t1 r0 Len\n"
             "Multiply r1 t0 t1\n"
             "Return 2\n");
 }
@@ -221,7 +221,7 @@ TEST(Bytecode, PartsOfATextAreMadePlainOnlyBeforeWhatMayDependOnIt) {
   EXPECT_EQ(code("x = \"x\" & a & Len(c)" + classes),
             "LoadConstant t0 \"x\"\n"
             "Plain t1 r1\n"
-            "CallIntrinsicOne t2 r2 Len\n"
+            "Len t2 r2 Len\n"
             "ConcatenateMany r0 t0 3\n"
             "Halt\n");
   EXPECT_EQ(code("x = \"x\" & a & Len(c)").find("Plain"), std::string::npos);
@@ -297,7 +297,7 @@ TEST(Bytecode, FieldsAreSlots) {
 
 TEST(Bytecode, FunctionsOfTheLibraryAreCalledDirectly) {
   EXPECT_EQ(code("n = Len(s) : x = Mid(s, 2, 1)"),
-            "CallIntrinsicOne r0 r1 Len\n"
+            "Len r0 r1 Len\n"
             "RefVariable t0 r1\n"
             "LoadInteger t1 2\n"
             "LoadInteger t2 1\n"
