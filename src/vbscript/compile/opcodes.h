@@ -8,10 +8,10 @@
 /// Operands a, b, c in order: r register, g global variable, f field of the class instance,
 /// k constant, i Integer written in the instruction, n count (of registers from the one before it
 /// on), s flag, x name, h object of the host, e error number, d register or none, w distance of a
-/// jump in b and c together, v count of the routine's variables, - unused. After a blank comes what
-/// the following word holds: W distance of a jump, M look-up cache of a member, R routine, C class,
-/// I intrinsic function, H object of the host and member id, X name, N count, L count and lock
-/// register, r register.
+/// jump, in bytes, in b and c together, v count of the routine's variables, - unused. After a blank
+/// comes what the following word holds: W distance of a jump in bytes, M look-up cache of a member,
+/// R routine, C class, I intrinsic function, H object of the host and member id, X name, N count, L
+/// count and lock register, r register.
 ///
 /// Registers hold values at all times. Registers that hold intermediate values (temporaries) are
 /// left without a counted value by whatever operation uses them.

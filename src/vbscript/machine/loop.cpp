@@ -26,13 +26,13 @@ inline unsigned tag(const Value& value) {
 }
 
 inline bool isWhole(const Value& value) {
-  return (tag(value) ^ kInteger) <= 1;
+  return tag(value) - kInteger <= 1;
 }
 
 /// Both are Integer or Long.
 inline bool areWhole(unsigned l, unsigned r) {
-  static_assert(kInteger == 2 && kLong == 3);
-  return ((l ^ kInteger) | (r ^ kInteger)) <= 1;
+  static_assert(kLong == kInteger + 1);
+  return ((l - kInteger) | (r - kInteger)) <= 1;
 }
 
 /// A number of this type, Integer or Long; an Integer that does not fit becomes a Long.
@@ -58,7 +58,7 @@ inline bool asDouble(const Value& value, double& number) {
     number = value.asDouble();
     return true;
   }
-  if ((t ^ kInteger) > 1) return false;
+  if (t - kInteger > 1) return false;
   number = value.asInt();
   return true;
 }
@@ -319,12 +319,16 @@ inline void become(const Instruction* pc, Opcode op) {
   value.setIntUncounted(Type::Empty, 0);
 }
 
+/// The first variable that is more than bits, or `end`.
+[[gnu::always_inline]] inline Value* plainUntil(Value* variable, const Value* end) {
+  while (variable != end && !needsCare(*variable)) ++variable;
+  return variable;
+}
 /// Ends variables that are no more than bits, or refer to others: the first that is more, or `end`.
-[[gnu::always_inline]] inline Value* endPlain(Value* variable, const Value* end) {
-  for (; variable != end; ++variable) {
-    if (!needsCare(*variable)) continue;
-    if (!variable->is(Type::Reference)) break;
+[[gnu::noinline]] Value* endPlain(Value* variable, const Value* end) {
+  while (variable != end && variable->is(Type::Reference)) {
     dropReference(*variable);
+    variable = plainUntil(variable + 1, end);
   }
   return variable;
 }
@@ -335,15 +339,15 @@ inline void become(const Instruction* pc, Opcode op) {
 
 /// RefElement for the element of a vector that nobody else holds. False: not a case for the loop.
 [[gnu::always_inline]] inline bool referToElement(const Instruction* pc, Value* base) {
-  Value& holder = base[pc->b];
+  Value& holder = pc->b.of(base);
   Value& lock = base[pc[1].high()];
-  Value* element = vectorElement(holder, base[pc->c]);
+  Value* element = vectorElement(holder, pc->c.of(base));
   if (!element || !isCountedOnce(holder) || !isPlace(holder, pc->bIsTemporary())) return false;
-  if (needsCare(base[pc->a]) || needsCare(lock)) return false;
+  if (needsCare(pc->a.of(base)) || needsCare(lock)) return false;
   ArrayRep* array = holder.deref().asArray();
   ++array->locks;
   new (&lock) Value(Value::arrayLock(array));
-  new (&base[pc->a]) Value(Value::reference(element));
+  new (&pc->a.of(base)) Value(Value::reference(element));
   if (pc->bIsTemporary()) dropReference(holder);
   return true;
 }
@@ -351,10 +355,10 @@ inline void become(const Instruction* pc, Opcode op) {
 /// False: not a case for the loop.
 template <plain_function::Function function>
 [[gnu::always_inline]] inline bool applyPlain(const Instruction* pc, Value* base) {
-  const Value& argument = base[pc->b];
-  if (needsCare(base[pc->a])) return false;
-  if (!needsCare(argument)) return function(base[pc->a], argument);
-  return !pc->bIsTemporary() && function(base[pc->a], argument.deref());
+  const Value& argument = pc->b.of(base);
+  if (needsCare(pc->a.of(base))) return false;
+  if (!needsCare(argument)) return function(pc->a.of(base), argument);
+  return !pc->bIsTemporary() && function(pc->a.of(base), argument.deref());
 }
 
 }  // namespace
@@ -409,68 +413,69 @@ void Machine::execute(const Frame* entry) {
   } while (false)
 #define VBS_JUMP(distance)                                               \
   do {                                                                   \
-    const std::int32_t words = (distance);                               \
-    VBS_ASSERT(words > 0 || stack_.temporariesAreFree());                \
-    if (words <= 0 && stack_.time.isDue()) VBS_SLOW(stack_.time.look()); \
-    pc += words;                                                         \
+    const std::int32_t bytes = (distance);                               \
+    VBS_ASSERT(bytes > 0 || stack_.temporariesAreFree());                \
+    if (bytes <= 0 && stack_.time.isDue()) VBS_SLOW(stack_.time.look()); \
+    pc = pc->jumped(bytes);                                              \
     VBS_DISPATCH();                                                      \
   } while (false)
 
 /// Operations on numbers. Where two Doubles have met, the one for Doubles stands from then on,
 /// until others come.
-#define VBS_CALCULATE_NUMBERS(name, Numbers, function)                                  \
-  name:                                                                                 \
-  if (calculateWhole<Numbers>(base[pc->a], base[pc->b], base[pc->c])) [[likely]]        \
-    VBS_NEXT(1);                                                                        \
-  if (areDoubles(base[pc->b], base[pc->c])) become(pc, Opcode::name##Doubles);          \
-  if (calculateFloating<Numbers>(base[pc->a], base[pc->b], base[pc->c])) VBS_NEXT(1);   \
-  VBS_SLOW(binary(stack_, pc, base, function));                                         \
-  VBS_NEXT(1);                                                                          \
-  name##Doubles : if (calculateDoubles<Numbers>(base[pc->a], base[pc->b], base[pc->c])) \
-                      [[likely]] VBS_NEXT(1);                                           \
-  become(pc, Opcode::name);                                                             \
+#define VBS_CALCULATE_NUMBERS(name, Numbers, function)                                           \
+  name:                                                                                          \
+  if (calculateWhole<Numbers>(pc->a.of(base), pc->b.of(base), pc->c.of(base))) [[likely]]        \
+    VBS_NEXT(1);                                                                                 \
+  if (areDoubles(pc->b.of(base), pc->c.of(base))) become(pc, Opcode::name##Doubles);             \
+  if (calculateFloating<Numbers>(pc->a.of(base), pc->b.of(base), pc->c.of(base))) VBS_NEXT(1);   \
+  VBS_SLOW(binary(stack_, pc, base, function));                                                  \
+  VBS_NEXT(1);                                                                                   \
+  name##Doubles : if (calculateDoubles<Numbers>(pc->a.of(base), pc->b.of(base), pc->c.of(base))) \
+                      [[likely]] VBS_NEXT(1);                                                    \
+  become(pc, Opcode::name);                                                                      \
   goto name;
 
-#define VBS_CALCULATE(name, calculation, function)                   \
-  name:                                                              \
-  if (calculation(base[pc->a], base[pc->b], base[pc->c])) [[likely]] \
-    VBS_NEXT(1);                                                     \
-  VBS_SLOW(binary(stack_, pc, base, function));                      \
+#define VBS_CALCULATE(name, calculation, function)                            \
+  name:                                                                       \
+  if (calculation(pc->a.of(base), pc->b.of(base), pc->c.of(base))) [[likely]] \
+    VBS_NEXT(1);                                                              \
+  VBS_SLOW(binary(stack_, pc, base, function));                               \
   VBS_NEXT(1);
 
-#define VBS_CALCULATE_CONSTANT(name, calculation, function)               \
-  name:                                                                   \
-  if (calculation(base[pc->a], base[pc->b], constants[pc->c])) [[likely]] \
-    VBS_NEXT(1);                                                          \
-  VBS_SLOW(binaryConstant(stack_, pc, base, function));                   \
+#define VBS_CALCULATE_CONSTANT(name, calculation, function)                        \
+  name:                                                                            \
+  if (calculation(pc->a.of(base), pc->b.of(base), pc->c.of(constants))) [[likely]] \
+    VBS_NEXT(1);                                                                   \
+  VBS_SLOW(binaryConstant(stack_, pc, base, function));                            \
   VBS_NEXT(1);
 
-#define VBS_CALCULATE_INTEGER(name, calculation, function)                                \
-  name:                                                                                   \
-  if (calculation(base[pc->a], base[pc->b], static_cast<std::int16_t>(pc->c))) [[likely]] \
-    VBS_NEXT(1);                                                                          \
-  VBS_SLOW(binaryInteger(stack_, pc, base, function));                                    \
+#define VBS_CALCULATE_INTEGER(name, calculation, function)                 \
+  name:                                                                    \
+  if (calculation(pc->a.of(base), pc->b.of(base), pc->integer)) [[likely]] \
+    VBS_NEXT(1);                                                           \
+  VBS_SLOW(binaryInteger(stack_, pc, base, function));                     \
   VBS_NEXT(1);
 
-#define VBS_COMPARE(name, Numbers)                                                             \
-  name : {                                                                                     \
-    bool holds = false;                                                                        \
-    if (needsCare(base[pc->a]) || !compareNumbers<Numbers>(base[pc->b], base[pc->c], holds)) { \
-      VBS_SLOW(compareTwo(stack_, pc, base, Opcode::name, base[pc->c], pc->cIsTemporary()));   \
-    } else {                                                                                   \
-      base[pc->a].setIntUncounted(Type::Boolean, holds ? -1 : 0);                              \
-    }                                                                                          \
-  }                                                                                            \
-  VBS_NEXT(1);                                                                                 \
-  name##Constant : {                                                                           \
-    bool holds = false;                                                                        \
-    if (needsCare(base[pc->a]) ||                                                              \
-        !compareNumbers<Numbers>(base[pc->b], constants[pc->c], holds)) {                      \
-      VBS_SLOW(compareTwo(stack_, pc, base, Opcode::name##Constant, constants[pc->c], false)); \
-    } else {                                                                                   \
-      base[pc->a].setIntUncounted(Type::Boolean, holds ? -1 : 0);                              \
-    }                                                                                          \
-  }                                                                                            \
+#define VBS_COMPARE(name, Numbers)                                                                \
+  name : {                                                                                        \
+    bool holds = false;                                                                           \
+    if (needsCare(pc->a.of(base)) ||                                                              \
+        !compareNumbers<Numbers>(pc->b.of(base), pc->c.of(base), holds)) {                        \
+      VBS_SLOW(compareTwo(stack_, pc, base, Opcode::name, pc->c.of(base), pc->cIsTemporary()));   \
+    } else {                                                                                      \
+      pc->a.of(base).setIntUncounted(Type::Boolean, holds ? -1 : 0);                              \
+    }                                                                                             \
+  }                                                                                               \
+  VBS_NEXT(1);                                                                                    \
+  name##Constant : {                                                                              \
+    bool holds = false;                                                                           \
+    if (needsCare(pc->a.of(base)) ||                                                              \
+        !compareNumbers<Numbers>(pc->b.of(base), pc->c.of(constants), holds)) {                   \
+      VBS_SLOW(compareTwo(stack_, pc, base, Opcode::name##Constant, pc->c.of(constants), false)); \
+    } else {                                                                                      \
+      pc->a.of(base).setIntUncounted(Type::Boolean, holds ? -1 : 0);                              \
+    }                                                                                             \
+  }                                                                                               \
   VBS_NEXT(1);
 
 #define VBS_FAR_JUMP() VBS_JUMP(static_cast<std::int32_t>(pc[1].low()))
@@ -487,25 +492,25 @@ void Machine::execute(const Frame* entry) {
   }                                                                                  \
   VBS_NEXT(2);
 
-#define VBS_COMPARE_JUMP(name, Numbers)                                                     \
-  name:                                                                                     \
-  VBS_JUMP_ON(Numbers, base[pc->a], base[pc->b],                                            \
-              jumpCompare(pc, base, Opcode::name, base[pc->b], pc->bIsTemporary()))         \
-  name##Constant                                                                            \
-      : VBS_JUMP_ON(Numbers, base[pc->a], constants[pc->b],                                 \
-                    jumpCompare(pc, base, Opcode::name##Constant, constants[pc->b], false)) \
-            name##Integer : {                                                               \
-    const Value& left = base[pc->a];                                                        \
-    const std::int32_t right = static_cast<std::int16_t>(pc->b);                            \
-    if (isWhole(left)) [[likely]] {                                                         \
-      if (Numbers::holds(left.asInt(), right)) VBS_FAR_JUMP();                              \
-      VBS_NEXT(2);                                                                          \
-    }                                                                                       \
-    const bool holds = left.is(Type::Double)                                                \
-                           ? Numbers::holds(left.asDouble(), static_cast<double>(right))    \
-                           : VBS_SLOW(jumpCompareInteger(pc, base, Opcode::name##Integer)); \
-    if (holds) VBS_FAR_JUMP();                                                              \
-  }                                                                                         \
+#define VBS_COMPARE_JUMP(name, Numbers)                                                        \
+  name:                                                                                        \
+  VBS_JUMP_ON(Numbers, pc->a.of(base), pc->b.of(base),                                         \
+              jumpCompare(pc, base, Opcode::name, pc->b.of(base), pc->bIsTemporary()))         \
+  name##Constant                                                                               \
+      : VBS_JUMP_ON(Numbers, pc->a.of(base), pc->b.of(constants),                              \
+                    jumpCompare(pc, base, Opcode::name##Constant, pc->b.of(constants), false)) \
+            name##Integer : {                                                                  \
+    const Value& left = pc->a.of(base);                                                        \
+    const std::int32_t right = pc->integer;                                                    \
+    if (isWhole(left)) [[likely]] {                                                            \
+      if (Numbers::holds(left.asInt(), right)) VBS_FAR_JUMP();                                 \
+      VBS_NEXT(2);                                                                             \
+    }                                                                                          \
+    const bool holds = left.is(Type::Double)                                                   \
+                           ? Numbers::holds(left.asDouble(), static_cast<double>(right))       \
+                           : VBS_SLOW(jumpCompareInteger(pc, base, Opcode::name##Integer));    \
+    if (holds) VBS_FAR_JUMP();                                                                 \
+  }                                                                                            \
   VBS_NEXT(2);
 
 /// Operations that a named function does altogether.
@@ -565,89 +570,90 @@ Halt:
   // ---- Moving values ----
 
 LoadConstant:
-  if (!copyInto(base[pc->a], constants[pc->b])) VBS_SLOW(put(stack_, pc, base, constants[pc->b]));
+  if (!copyInto(pc->a.of(base), pc->b.of(constants)))
+    VBS_SLOW(put(stack_, pc, base, pc->b.of(constants)));
   VBS_NEXT(1);
 LoadFarConstant:
   VBS_SLOW(put(stack_, pc, base, constants[static_cast<std::uint32_t>(pc->wide())]));
   VBS_NEXT(1);
 LoadInteger:
-  if (needsCare(base[pc->a])) {
-    VBS_SLOW(put(stack_, pc, base, Value::integer(static_cast<std::int16_t>(pc->b))));
+  if (needsCare(pc->a.of(base))) {
+    VBS_SLOW(put(stack_, pc, base, Value::integer(pc->integer)));
   } else {
-    base[pc->a].setIntUncounted(Type::Integer, static_cast<std::int16_t>(pc->b));
+    pc->a.of(base).setIntUncounted(Type::Integer, pc->integer);
   }
   VBS_NEXT(1);
 Copy:
-  if (copyInto(base[pc->a], base[pc->b])) VBS_NEXT(1);
-  VBS_SLOW(put(stack_, pc, base, base[pc->b].deref()));
+  if (copyInto(pc->a.of(base), pc->b.of(base))) VBS_NEXT(1);
+  VBS_SLOW(put(stack_, pc, base, pc->b.of(base).deref()));
   VBS_NEXT(1);
 Let:
-  if (copyPlain(base[pc->a], base[pc->b])) VBS_NEXT(1);
-  VBS_SLOW(let(stack_, base[pc->a], base[pc->b]));
+  if (copyPlain(pc->a.of(base), pc->b.of(base))) VBS_NEXT(1);
+  VBS_SLOW(let(stack_, pc->a.of(base), pc->b.of(base)));
   VBS_NEXT(1);
 SetVariable:
-  if (pc->bIsTemporary() && moveObject(base[pc->a], base[pc->b])) [[likely]]
+  if (pc->bIsTemporary() && moveObject(pc->a.of(base), pc->b.of(base))) [[likely]]
     VBS_NEXT(1);
-  VBS_SLOW(set(stack_, base[pc->a], base[pc->b], pc->bIsTemporary(), pc));
+  VBS_SLOW(set(stack_, pc->a.of(base), pc->b.of(base), pc->bIsTemporary(), pc));
   VBS_NEXT(1);
-  VBS_DELEGATE(Hold, 1, hold(base[pc->a], taken(base[pc->b], pc->bIsTemporary())))
+  VBS_DELEGATE(Hold, 1, hold(pc->a.of(base), taken(pc->b.of(base), pc->bIsTemporary())))
 Clear:
-  if (base[pc->a].is(Type::ArrayLock) && base[pc->a].asArray()->references > 0) {
-    --base[pc->a].asArray()->locks;
-    base[pc->a].setIntUncounted(Type::Empty, 0);
-  } else if (needsCare(base[pc->a])) {
-    VBS_SLOW(release(base[pc->a]));
+  if (pc->a.of(base).is(Type::ArrayLock) && pc->a.of(base).asArray()->references > 0) {
+    --pc->a.of(base).asArray()->locks;
+    pc->a.of(base).setIntUncounted(Type::Empty, 0);
+  } else if (needsCare(pc->a.of(base))) {
+    VBS_SLOW(release(pc->a.of(base)));
   } else {
-    base[pc->a].setIntUncounted(Type::Empty, 0);
+    pc->a.of(base).setIntUncounted(Type::Empty, 0);
   }
   VBS_NEXT(1);
 Plain:
-  if (!copyPlain(base[pc->a], base[pc->b])) VBS_SLOW(plain(pc, base));
+  if (!copyPlain(pc->a.of(base), pc->b.of(base))) VBS_SLOW(plain(pc, base));
   VBS_NEXT(1);
 LoadGlobal:
-  if (needsCare(stack_.globals()[pc->b]) || needsCare(base[pc->a])) {
-    VBS_SLOW(put(stack_, pc, base, stack_.globals()[pc->b]));
+  if (needsCare(pc->b.of(stack_.globals())) || needsCare(pc->a.of(base))) {
+    VBS_SLOW(put(stack_, pc, base, pc->b.of(stack_.globals())));
   } else {
-    base[pc->a].copyUncounted(stack_.globals()[pc->b]);
+    pc->a.of(base).copyUncounted(pc->b.of(stack_.globals()));
   }
   VBS_NEXT(1);
 LetGlobal:
-  if (!copyPlain(stack_.globals()[pc->b], base[pc->a])) {
-    VBS_SLOW(letFrom(stack_, stack_.globals()[pc->b], base[pc->a], pc->aIsTemporary()));
+  if (!copyPlain(pc->b.of(stack_.globals()), pc->a.of(base))) {
+    VBS_SLOW(letFrom(stack_, pc->b.of(stack_.globals()), pc->a.of(base), pc->aIsTemporary()));
   }
   VBS_NEXT(1);
   VBS_DELEGATE(SetGlobal, 1,
-               set(stack_, stack_.globals()[pc->b], base[pc->a], pc->aIsTemporary(), pc))
+               set(stack_, pc->b.of(stack_.globals()), pc->a.of(base), pc->aIsTemporary(), pc))
 LoadField : {
-  const Value& field = static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b];
-  if (needsCare(field) || needsCare(base[pc->a])) {
+  const Value& field = static_cast<ScriptObject*>(pc->c.of(base).asObject())->fields()[pc->b];
+  if (needsCare(field) || needsCare(pc->a.of(base))) {
     VBS_SLOW(put(stack_, pc, base, field));
   } else {
-    base[pc->a].copyUncounted(field);
+    pc->a.of(base).copyUncounted(field);
   }
 }
   VBS_NEXT(1);
 LetField : {
-  Value& field = static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b];
-  if (!copyPlain(field, base[pc->a]))
-    VBS_SLOW(letFrom(stack_, field, base[pc->a], pc->aIsTemporary()));
+  Value& field = static_cast<ScriptObject*>(pc->c.of(base).asObject())->fields()[pc->b];
+  if (!copyPlain(field, pc->a.of(base)))
+    VBS_SLOW(letFrom(stack_, field, pc->a.of(base), pc->aIsTemporary()));
 }
   VBS_NEXT(1);
 SetField:
-  VBS_SLOW(set(stack_, static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b],
-               base[pc->a], pc->aIsTemporary(), pc));
+  VBS_SLOW(set(stack_, static_cast<ScriptObject*>(pc->c.of(base).asObject())->fields()[pc->b],
+               pc->a.of(base), pc->aIsTemporary(), pc));
   VBS_NEXT(1);
-  VBS_DELEGATE(RefVariable, 1, refer(base[pc->a], base[pc->b]))
+  VBS_DELEGATE(RefVariable, 1, refer(pc->a.of(base), pc->b.of(base)))
 RefGlobal:
-  if (needsCare(base[pc->a])) {
-    VBS_SLOW(refer(base[pc->a], stack_.globals()[pc->b]));
+  if (needsCare(pc->a.of(base))) {
+    VBS_SLOW(refer(pc->a.of(base), pc->b.of(stack_.globals())));
   } else {
-    new (&base[pc->a]) Value(Value::reference(&stack_.globals()[pc->b].deref()));
+    new (&pc->a.of(base)) Value(Value::reference(&pc->b.of(stack_.globals()).deref()));
   }
   VBS_NEXT(1);
   VBS_DELEGATE(
       RefField, 1,
-      refer(base[pc->a], static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b]))
+      refer(pc->a.of(base), static_cast<ScriptObject*>(pc->c.of(base).asObject())->fields()[pc->b]))
 RefElement:
   if (pc[1].low() != 1 || !referToElement(pc, base)) VBS_SLOW(refElement(stack_, pc, base));
   VBS_NEXT(2);
@@ -674,22 +680,24 @@ RefElement:
   VBS_DELEGATE(Negate, 1, unary(stack_, pc, base, negate))
   VBS_DELEGATE(Identity, 1, unary(stack_, pc, base, identity))
 Not:
-  if (base[pc->b].is(Type::Boolean) && !needsCare(base[pc->a])) {
-    base[pc->a].setIntUncounted(Type::Boolean, ~base[pc->b].asInt());
+  if (pc->b.of(base).is(Type::Boolean) && !needsCare(pc->a.of(base))) {
+    pc->a.of(base).setIntUncounted(Type::Boolean, ~pc->b.of(base).asInt());
   } else {
     VBS_SLOW(unary(stack_, pc, base, logicalNot));
   }
   VBS_NEXT(1);
 And:
-  if (base[pc->b].is(Type::Boolean) && base[pc->c].is(Type::Boolean) && !needsCare(base[pc->a])) {
-    base[pc->a].setIntUncounted(Type::Boolean, base[pc->b].asInt() & base[pc->c].asInt());
+  if (pc->b.of(base).is(Type::Boolean) && pc->c.of(base).is(Type::Boolean) &&
+      !needsCare(pc->a.of(base))) {
+    pc->a.of(base).setIntUncounted(Type::Boolean, pc->b.of(base).asInt() & pc->c.of(base).asInt());
   } else {
     VBS_SLOW(binary(stack_, pc, base, logicalAnd));
   }
   VBS_NEXT(1);
 Or:
-  if (base[pc->b].is(Type::Boolean) && base[pc->c].is(Type::Boolean) && !needsCare(base[pc->a])) {
-    base[pc->a].setIntUncounted(Type::Boolean, base[pc->b].asInt() | base[pc->c].asInt());
+  if (pc->b.of(base).is(Type::Boolean) && pc->c.of(base).is(Type::Boolean) &&
+      !needsCare(pc->a.of(base))) {
+    pc->a.of(base).setIntUncounted(Type::Boolean, pc->b.of(base).asInt() | pc->c.of(base).asInt());
   } else {
     VBS_SLOW(binary(stack_, pc, base, logicalOr));
   }
@@ -721,12 +729,13 @@ AppendMember:
 Jump:
   VBS_JUMP(pc->wide());
 JumpIf:
-  if (base[pc->a].is(Type::Boolean) ? base[pc->a].asInt() != 0 : VBS_SLOW(truth(pc, base))) {
+  if (pc->a.of(base).is(Type::Boolean) ? pc->a.of(base).asInt() != 0 : VBS_SLOW(truth(pc, base))) {
     VBS_JUMP(pc->wide());
   }
   VBS_NEXT(1);
 JumpUnless:
-  if (!(base[pc->a].is(Type::Boolean) ? base[pc->a].asInt() != 0 : VBS_SLOW(truth(pc, base)))) {
+  if (!(pc->a.of(base).is(Type::Boolean) ? pc->a.of(base).asInt() != 0
+                                         : VBS_SLOW(truth(pc, base)))) {
     VBS_JUMP(pc->wide());
   }
   VBS_NEXT(1);
@@ -741,11 +750,11 @@ JumpUnless:
   // ---- Loops ----
 
 ForPrepare : {
-  Value& limit = base[pc->b];
+  Value& limit = pc->b.of(base);
   const Value& step = base[pc->b + 1];
-  const Value& from = base[pc->c];
-  if (areWhole(tag(from), tag(limit)) && isWhole(step) && !needsCare(base[pc->a])) {
-    base[pc->a].copyUncounted(from);
+  const Value& from = pc->c.of(base);
+  if (areWhole(tag(from), tag(limit)) && isWhole(step) && !needsCare(pc->a.of(base))) {
+    pc->a.of(base).copyUncounted(from);
     limit.setIntUncounted(Type::Long, limit.asInt());  // in all loops, for ForLoop to rely on
     if (!isWithin(from.asInt(), limit, step)) VBS_FAR_JUMP();
   } else if (VBS_SLOW(forPrepare(stack_, pc, base))) {
@@ -754,8 +763,8 @@ ForPrepare : {
 }
   VBS_NEXT(2);
 ForLoop : {
-  Value& variable = base[pc->a];
-  const Value& limit = base[pc->b];
+  Value& variable = pc->a.of(base);
+  const Value& limit = pc->b.of(base);
   const Value& step = base[pc->b + 1];
   if (tag(limit) == kLong && areWhole(tag(variable), tag(step)) &&
       calculateWhole<AddNumbers>(variable, variable, step)) {
@@ -766,8 +775,8 @@ ForLoop : {
 }
   VBS_NEXT(2);
 ForNext : {
-  Value& variable = base[pc->a];
-  const Value& limit = base[pc->b];
+  Value& variable = pc->a.of(base);
+  const Value& limit = pc->b.of(base);
   if (tag(limit) == kLong && isWhole(variable) && calculate<AddNumbers>(variable, variable, 1)) {
     if (variable.asInt() <= limit.asInt()) VBS_FAR_JUMP();
   } else if (VBS_SLOW(forLoop(stack_, pc, base))) {
@@ -787,14 +796,14 @@ ForEachNext:
   VBS_DELEGATE(ReDimPreserve, 1, reDim(stack_, pc, base, true))
   VBS_DELEGATE(Erase, 1, erase(stack_, pc, base))
 GetElement : {
-  const Value* element = vectorElement(base[pc->b], base[pc->c]);
-  if (element && !pc->bIsTemporary() && copyPlain(base[pc->a], *element)) [[likely]]
+  const Value* element = vectorElement(pc->b.of(base), pc->c.of(base));
+  if (element && !pc->bIsTemporary() && copyPlain(pc->a.of(base), *element)) [[likely]]
     VBS_NEXT(1);
   if (element && isTakenAsIs(*element, pc->aIsTemporary())) {
     if (!pc->bIsTemporary()) {
-      if (copyInto(base[pc->a], *element)) VBS_NEXT(1);
-    } else if (base[pc->b].is(Type::Reference) && copyInto(base[pc->a], *element)) {
-      if (pc->a != pc->b) dropReference(base[pc->b]);
+      if (copyInto(pc->a.of(base), *element)) VBS_NEXT(1);
+    } else if (pc->b.of(base).is(Type::Reference) && copyInto(pc->a.of(base), *element)) {
+      if (pc->a != pc->b) dropReference(pc->b.of(base));
       VBS_NEXT(1);
     }
   }
@@ -802,14 +811,14 @@ GetElement : {
   VBS_SLOW(getElement(stack_, pc, base));
   VBS_NEXT(1);
 GetElement2 : {
-  const Value* element = matrixElement(base[pc->b], base[pc->c], base[pc[1].low()]);
-  if (element && !pc->bIsTemporary() && copyPlain(base[pc->a], *element)) [[likely]]
+  const Value* element = matrixElement(pc->b.of(base), pc->c.of(base), base[pc[1].low()]);
+  if (element && !pc->bIsTemporary() && copyPlain(pc->a.of(base), *element)) [[likely]]
     VBS_NEXT(2);
   if (element && isTakenAsIs(*element, pc->aIsTemporary())) {
     if (!pc->bIsTemporary()) {
-      if (copyInto(base[pc->a], *element)) VBS_NEXT(2);
-    } else if (base[pc->b].is(Type::Reference) && copyInto(base[pc->a], *element)) {
-      if (pc->a != pc->b) dropReference(base[pc->b]);
+      if (copyInto(pc->a.of(base), *element)) VBS_NEXT(2);
+    } else if (pc->b.of(base).is(Type::Reference) && copyInto(pc->a.of(base), *element)) {
+      if (pc->a != pc->b) dropReference(pc->b.of(base));
       VBS_NEXT(2);
     }
   }
@@ -818,27 +827,27 @@ GetElement2 : {
   VBS_NEXT(2);
   VBS_DELEGATE(GetElementMany, 2, getElementMany(stack_, pc, base))
 SetElement : {
-  Value* element = vectorElement(base[pc->a], base[pc->b]);
-  if (element && isCountedOnce(base[pc->a]) && !pc->aIsTemporary() &&
-      copyPlain(*element, base[pc->c])) {
+  Value* element = vectorElement(pc->a.of(base), pc->b.of(base));
+  if (element && isCountedOnce(pc->a.of(base)) && !pc->aIsTemporary() &&
+      copyPlain(*element, pc->c.of(base))) {
     VBS_NEXT(1);
   }
 }
   VBS_SLOW(setElement(stack_, pc, base));
   VBS_NEXT(1);
 SetElementConstant : {
-  Value* element = vectorElement(base[pc->a], base[pc->b]);
-  if (element && isCountedOnce(base[pc->a]) && !pc->aIsTemporary() &&
-      copyPlain(*element, constants[pc->c])) {
+  Value* element = vectorElement(pc->a.of(base), pc->b.of(base));
+  if (element && isCountedOnce(pc->a.of(base)) && !pc->aIsTemporary() &&
+      copyPlain(*element, pc->c.of(constants))) {
     VBS_NEXT(1);
   }
 }
   VBS_SLOW(setElementConstant(stack_, pc, base));
   VBS_NEXT(1);
 SetElement2 : {
-  Value* element = matrixElement(base[pc->a], base[pc->b], base[pc[1].low()]);
-  if (element && isCountedOnce(base[pc->a]) && !pc->aIsTemporary() &&
-      copyPlain(*element, base[pc->c])) {
+  Value* element = matrixElement(pc->a.of(base), pc->b.of(base), base[pc[1].low()]);
+  if (element && isCountedOnce(pc->a.of(base)) && !pc->aIsTemporary() &&
+      copyPlain(*element, pc->c.of(base))) {
     VBS_NEXT(2);
   }
 }
@@ -852,7 +861,7 @@ SetElement2 : {
 Call : {
   const Routine* callee = pc[1].pointer<const Routine>();
   stack_.top()->pc = pc + 2;
-  base += pc->b;
+  base = &pc->b.of(base);
   stack_.enter(*callee, base, pc->a);
   pc = callee->code.data();
   constants = callee->constants.data();
@@ -860,13 +869,13 @@ Call : {
   VBS_DISPATCH();
 CallReplaceable:
   stack_.top()->pc = pc + 2;
-  stack_.enter(texts_.current(*pc[1].pointer<const Routine>()), base + pc->b, pc->a);
+  stack_.enter(texts_.current(*pc[1].pointer<const Routine>()), &pc->b.of(base), pc->a);
   VBS_RELOAD();
 CallOwn : {
   const Routine* callee = pc[1].pointer<const Routine>();
   stack_.top()->pc = pc + 2;
   Object* me = base[stack_.top()->routine->me].asObject();
-  stack_.enter(*callee, base + pc->b, pc->a);
+  stack_.enter(*callee, &pc->b.of(base), pc->a);
   base = stack_.top()->base;
   new (&base[callee->me]) Value(Value::object(me));
   pc = callee->code.data();
@@ -875,29 +884,29 @@ CallOwn : {
   VBS_DISPATCH();
   VBS_ENTER(CallMember, 2, callMember(stack_, pc, base))
 GetMember : {
-  Value& holder = base[pc->b];
+  Value& holder = pc->b.of(base);
   const Value* field = cachedField(holder, *pc[1].pointer<MemberCache>());
-  if (field && !pc->bIsTemporary() && copyPlain(base[pc->a], *field)) [[likely]]
+  if (field && !pc->bIsTemporary() && copyPlain(pc->a.of(base), *field)) [[likely]]
     VBS_NEXT(2);
   const bool isSimple = field && isTakenAsIs(*field, pc->aIsTemporary()) &&
                         canLetGo(holder, pc->bIsTemporary()) &&
-                        (!needsCare(base[pc->a]) || (pc->a == pc->b && pc->bIsTemporary()));
+                        (!needsCare(pc->a.of(base)) || (pc->a == pc->b && pc->bIsTemporary()));
   if (isSimple) {
     letGo(holder, pc->bIsTemporary());
-    new (&base[pc->a]) Value(*field);
+    new (&pc->a.of(base)) Value(*field);
   } else if (VBS_SLOW(getMember(stack_, pc, base))) {
     VBS_RELOAD();
   }
 }
   VBS_NEXT(2);
 PutMember : {
-  Value& holder = base[pc->a];
+  Value& holder = pc->a.of(base);
   Value* field = cachedField(holder, *pc[1].pointer<MemberCache>());
-  if (field && !pc->aIsTemporary() && pc->c == 0 && copyPlain(*field, base[pc->b])) [[likely]] {
+  if (field && !pc->aIsTemporary() && pc->c == 0 && copyPlain(*field, pc->b.of(base))) [[likely]] {
     VBS_NEXT(2);
   }
   if (field && pc->c == 0 && canLetGo(holder, pc->aIsTemporary()) &&
-      copyPlain(*field, base[pc->b])) {
+      copyPlain(*field, pc->b.of(base))) {
     letGo(holder, pc->aIsTemporary());
   } else if (VBS_SLOW(putMember(stack_, pc, base))) {
     VBS_RELOAD();
@@ -905,18 +914,18 @@ PutMember : {
 }
   VBS_NEXT(2);
 GetElementMember : {
-  const Value* field = elementField(vectorElement(base[pc->b], base[pc->c]), pc);
+  const Value* field = elementField(vectorElement(pc->b.of(base), pc->c.of(base)), pc);
   if (field && isTakenAsIs(*field, pc->aIsTemporary()) &&
-      isPlace(base[pc->b], pc->bIsTemporary()) && copyInto(base[pc->a], *field)) {
-    if (pc->bIsTemporary()) dropReference(base[pc->b]);
+      isPlace(pc->b.of(base), pc->bIsTemporary()) && copyInto(pc->a.of(base), *field)) {
+    if (pc->bIsTemporary()) dropReference(pc->b.of(base));
     VBS_NEXT(1 + 1 + 2);
   }
 }
   VBS_NEXT(1);
 PutElementMember : {
-  Value* field = elementField(vectorElement(base[pc->b], base[pc->c]), pc);
-  if (field && isPlace(base[pc->b], pc->bIsTemporary()) && copyPlain(*field, base[pc->a])) {
-    if (pc->bIsTemporary()) dropReference(base[pc->b]);
+  Value* field = elementField(vectorElement(pc->b.of(base), pc->c.of(base)), pc);
+  if (field && isPlace(pc->b.of(base), pc->bIsTemporary()) && copyPlain(*field, pc->a.of(base))) {
+    if (pc->bIsTemporary()) dropReference(pc->b.of(base));
     VBS_NEXT(1 + 1 + 2);
   }
 }
@@ -943,11 +952,14 @@ PutElementMember : {
   VBS_DELEGATE(LateRef, 2, lateRef(pc, base))
 
 Return : {
-  Value* const end = base + pc->b;
-  Value* const rest = endPlain(base, end);
-  if (rest != end) VBS_SLOW(clearRange(rest, end));
+  Value* const end = &pc->b.of(base);
+  Value* rest = plainUntil(base, end);
+  if (rest != end) {
+    rest = endPlain(rest, end);
+    if (rest != end) VBS_SLOW(clearRange(rest, end));
+  }
 }
-  if (stack_.top()->link == kNoRegister) [[likely]] {
+  if (stack_.top()->link == Frame::kNoTarget) [[likely]] {
     stack_.pop();
     stack_.raisePending();
   } else {
@@ -955,16 +967,12 @@ Return : {
   }
   VBS_RELOAD();
 ReturnResult : {
-  Value* const result = base + pc->a;
-  Value* const end = base + pc->b;
-  Value* const rest = endPlain(base, end);
-  const std::uint32_t link = stack_.top()->link;
-  Value* const outside = stack_.top()[-1].base;
-  if (rest == end && link < kNoRegister && !needsCare(outside[link])) [[likely]] {
-    outside[link].copyUncounted(*result);
-    stack_.pop();
+  Value* const result = &pc->a.of(base);
+  Value* const end = &pc->b.of(base);
+  Value* rest = plainUntil(base, end);
+  if (rest != end) rest = endPlain(rest, end);
+  if (rest == end && stack_.returnPlain(*result)) [[likely]]
     VBS_RELOAD();
-  }
   if (rest < result) VBS_SLOW(clearRange(rest, result));
   if (rest < end) VBS_SLOW(clearRange(std::max(rest, result + 1), end));
   VBS_SLOW(stack_.leave(pc->a));
