@@ -110,7 +110,8 @@ struct StatementEntry {
   SourcePosition position;
 };
 
-/// What the member access at one place in the code found last time; see Object::shape().
+/// What the member access at one place in the code found last time; see Object::classNumber() and
+/// Object::shape().
 struct MemberCache {
   static constexpr std::uint32_t kNoClass = 0xFFFFFFFF;  ///< the serial of no object's class
   std::uint32_t name = 0;                                ///< in Program::names
@@ -118,6 +119,8 @@ struct MemberCache {
   const ClassMember* member = nullptr;
   std::uint32_t fieldClass = kNoClass;  ///< the same serial when `member` is a field
   std::uint32_t fieldSlot = 0;
+  DirectMember direct;  ///< there for native objects of this class:
+  std::uint32_t nativeClass = kNoClass;
   const void* shape = nullptr;
   MemberId id = kNoMember;  ///< for objects with `shape`
   const void* olderShape = nullptr;

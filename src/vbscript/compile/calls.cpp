@@ -226,6 +226,30 @@ void CallLowering::callHost(unsigned object, MemberId member, const Arguments& a
   code_.emitPair(object, static_cast<std::uint32_t>(member));
 }
 
+bool CallLowering::isInRegister(const Expression* expression) const {
+  const Binding* binding = expression ? scope_.bindName(*expression) : nullptr;
+  return binding && binding->kind == Binding::Kind::InRegister && !scope_.isResult(*binding);
+}
+
+/// The object whose member is called. With one simple argument the call may be done here: the
+/// machine finds the operands in the operations that follow.
+void CallLowering::pushReceiver(const MemberExpression& callee, const Arguments& arguments,
+                                Register target) {
+  const Expression* argument = arguments.size() == 1 ? arguments[0].get() : nullptr;
+  if (!argument || !isInRegister(callee.object.get())) {
+    return parts_.objects.pushObject(callee, target);
+  }
+  const Register object = scope_.bindName(*callee.object)->index;
+  if (isInRegister(argument)) return code_.emit(Opcode::CallNative, target, object);
+  if (argument->kind == ExpressionKind::Call) {
+    const auto& element = static_cast<const CallExpression&>(*argument);
+    const bool isSimple = isInRegister(element.callee.get()) && element.arguments.size() == 1 &&
+                          isInRegister(element.arguments[0].get());
+    if (isSimple) return code_.emit(Opcode::CallNativeElement, target, object);
+  }
+  parts_.objects.pushObject(callee, target);
+}
+
 void CallLowering::callMember(const MemberExpression& callee, const Arguments& arguments,
                               Register target) {
   if (const ClassMember* member = scope_.ownMember(callee)) {
@@ -237,7 +261,7 @@ void CallLowering::callMember(const MemberExpression& callee, const Arguments& a
   const Temporaries temporaries(frame_);
   const auto locks = parts_.arguments.newLocks(arguments);
   const Register base = frame_.newTemporary();
-  parts_.objects.pushObject(callee, base);
+  pushReceiver(callee, arguments, base);
   parts_.arguments.pushArguments(arguments, Passing::Unknown, locks);
   parts_.objects.noteObject(callee);
   code_.emitMember(Opcode::CallMember, target, base, static_cast<unsigned>(arguments.size()),

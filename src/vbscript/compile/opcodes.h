@@ -131,6 +131,10 @@
   X(CallReplaceable, "drn R", "Call of a routine that later code may have replaced")              \
   X(CallOwn, "drn R", "Call of a routine of this class on Me")                                    \
   X(CallMember, "drn M", "a = member of object b with c arguments after it")                      \
+  X(CallNative, "rr",                                                                             \
+    "Copy of object b for the member call behind, whose one argument is a variable; the member "  \
+    "at hand of a native object is called at once, and the operations up to the call skipped")    \
+  X(CallNativeElement, "rr", "The same where the argument is an element of a variable")           \
   X(GetMember, "rr- M", "a = member of object b")                                                 \
   X(PutMember, "rrs M", "Member of object a = b; flag c: with Set")                               \
   X(GetElementMember, "rrr",                                                                      \

@@ -294,12 +294,6 @@ inline void become(const Instruction* pc, Opcode op) {
   return element ? cachedField(*element, *pc[3].pointer<MemberCache>()) : nullptr;
 }
 
-/// Whether the bits of a value are what a register gets of it: a variable takes an object's default
-/// value, and may need its own copy of an array.
-[[gnu::always_inline]] inline bool isTakenAsIs(const Value& value, bool isTemporary) {
-  return isTemporary || !(value.isObject() || (value.isArray() && value.asArray()->locks > 0));
-}
-
 /// Whether a register can let go of its object and that lives on. A variable keeps it.
 [[gnu::always_inline]] inline bool canLetGo(const Value& holder, bool isTemporary) {
   return !isTemporary || holder.asObject()->references() > 1;
@@ -883,6 +877,25 @@ CallOwn : {
 }
   VBS_DISPATCH();
   VBS_ENTER(CallMember, 2, callMember(stack_, pc, base))
+CallNative:
+  VBS_ASSERT(pc[1].op == Opcode::RefVariable && pc[2].op == Opcode::CallMember);
+  if (Object* known = nativeObject(pc->b.of(base).deref(), *pc[3].pointer<MemberCache>())) {
+    VBS_SLOW(callNative(stack_, pc + 2, base, *known, pc[1].b.of(base).deref()));
+    VBS_NEXT(4);
+  }
+  goto Copy;
+CallNativeElement:
+  VBS_ASSERT(pc[1].op == Opcode::Copy && pc[2].op == Opcode::RefElement &&
+             pc[4].op == Opcode::CallMember && pc[6].op == Opcode::Clear);
+  if (Object* known = nativeObject(pc->b.of(base).deref(), *pc[5].pointer<MemberCache>())) {
+    Value& holder = pc[2].b.of(base);
+    Value* element = vectorElement(holder, pc[1].b.of(base));
+    if (element && isCountedOnce(holder)) {
+      VBS_SLOW(callNative(stack_, pc + 4, base, *known, *holder.deref().asArray(), *element));
+      VBS_NEXT(7);
+    }
+  }
+  goto Copy;
 GetMember : {
   Value& holder = pc->b.of(base);
   const Value* field = cachedField(holder, *pc[1].pointer<MemberCache>());

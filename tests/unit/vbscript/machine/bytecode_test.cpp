@@ -54,6 +54,33 @@ TEST(Bytecode, ConstantsStandInTheInstruction) {
             "Halt\n");
 }
 
+TEST(Bytecode, CallsWithOneSimpleArgumentMayBeDoneWhereTheObjectIs) {
+  EXPECT_EQ(code("Dim o, k, a\nr = o.M(k)\no.M a(k)"),
+            "CallNative t0 r0\n"
+            "RefVariable t1 r1\n"
+            "CallMember r3 t0 1 .M\n"
+            "CallNativeElement t1 r0\n"
+            "Copy t3 r1\n"
+            "RefElement t2 r2 t3 count 1 lock t0\n"
+            "CallMember none t1 1 .M\n"
+            "Clear t0\n"
+            "Halt\n");
+  EXPECT_EQ(code("Dim o, k, a\no.M k, a\no.M 1\no.M a(k + 1)"),
+            "Copy t0 r0\n"
+            "RefVariable t1 r1\n"
+            "RefVariable t2 r2\n"
+            "CallMember none t0 2 .M\n"
+            "Copy t0 r0\n"
+            "LoadInteger t1 1\n"
+            "CallMember none t0 1 .M\n"
+            "Copy t1 r0\n"
+            "AddInteger t3 r1 1\n"
+            "RefElement t2 r2 t3 count 1 lock t0\n"
+            "CallMember none t1 1 .M\n"
+            "Clear t0\n"
+            "Halt\n");
+}
+
 TEST(Bytecode, FieldsOfElementsAreReadAndWrittenWithoutTheirObjects) {
   EXPECT_EQ(code("Dim a(1)\nn = a(i).x\na(i).y = n"),
             "LoadInteger t0 1\n"
