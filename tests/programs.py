@@ -2,6 +2,7 @@
 
 import os
 import pathlib
+import signal
 import subprocess
 
 REPOSITORY = pathlib.Path(__file__).resolve().parent.parent
@@ -22,6 +23,8 @@ def command(name):
     return ["wine", str(program) + ".exe"] if is_windows() else [str(program)]
 
 
+# Asks a program to end. Of Windows' ways Wine has the one for this signal.
+ENDING = signal.SIGINT if is_windows() else signal.SIGTERM
 SEPARATOR = "\\" if is_windows() else "/"
 
 

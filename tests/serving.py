@@ -18,17 +18,20 @@ from programs import REPOSITORY, app_folder  # noqa: F401
 PATIENCE = 20  # seconds until something that should have happened is given up
 
 
+def is_free(port):
+    try:
+        with socket.socket() as probe:
+            probe.bind(("127.0.0.1", port))
+        return True
+    except OSError:
+        return False
+
+
 def free_port():
     """One that nobody has. It is none of those that the system gives to connections: one of them
     could take it before a server does."""
-    while True:
-        port = random.randrange(11_000, 32_768)
-        try:
-            with socket.socket() as probe:
-                probe.bind(("127.0.0.1", port))
-            return port
-        except OSError:
-            continue
+    return next(port for port in iter(lambda: random.randrange(11_000, 32_768), None)
+                if is_free(port))
 
 
 def is_listened_on(port):
@@ -47,6 +50,17 @@ def wait_until(condition, what, seconds=PATIENCE):
             return result
         time.sleep(0.01)
     raise AssertionError("gave up waiting for " + what)
+
+
+def end(process):
+    """Has a process end, if it has to be with force."""
+    if process.poll() is None:
+        process.send_signal(programs.ENDING)
+    try:
+        process.wait(PATIENCE)
+    except subprocess.TimeoutExpired:
+        process.kill()
+        process.wait()
 
 
 class Response:
@@ -137,10 +151,6 @@ class Connection:
 class Server:
     """The program with a document root, settings and a port of its own."""
 
-    # Of Windows' ways to ask a program to end Wine has the one for this signal.
-    ENDING = signal.SIGINT if programs.is_windows() else signal.SIGTERM
-    ENDINGS = {ENDING, signal.SIGINT}
-
     def __init__(self, pages=None, settings=None, arguments=(), site=None, preexec=None,
                  environment=None):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="quorvane-test-"))
@@ -159,9 +169,8 @@ class Server:
         (key / "Quorvane").mkdir(parents=True)
         (key / "Quorvane.ini").write_text(
             "MainPath=%s\n" % programs.path_text(self.folder / "main"))
-        lines = {"Port": str(self.port), **(settings or {})}
-        (key / "Quorvane/Server.ini").write_text(
-            "".join("%s=%s\n" % item for item in lines.items()))
+        self.ini = key / "Quorvane/Server.ini"
+        self.set({"Port": str(self.port), **(settings or {})})
         self.arguments = arguments
         self.preexec = preexec
         self.environment = environment or {}
@@ -179,9 +188,16 @@ class Server:
         """A path of the document root as the program spells it."""
         return programs.path_text(self.root / name)
 
+    def set(self, settings):
+        """Has these settings and no others."""
+        self.ini.write_text("".join("%s=%s\n" % item for item in settings.items()))
+
+    def command(self):
+        return [*programs.command("quorvane-server"), "/devmode", *self.arguments]
+
     def spawn(self):
         return subprocess.Popen(
-            [*programs.command("quorvane-server"), "/devmode", *self.arguments],
+            self.command(),
             cwd=self.folder,
             env={**os.environ, "QUORVANE_REGISTRY": programs.path_text(self.registry),
                  **self.environment},
@@ -200,13 +216,7 @@ class Server:
 
     def __exit__(self, *_):
         if self.process:
-            if self.process.poll() is None:
-                self.process.send_signal(self.ENDING)
-            try:
-                self.process.wait(PATIENCE)
-            except subprocess.TimeoutExpired:
-                self.process.kill()
-                self.process.wait()
+            end(self.process)
             self.process.stdout.close()
         shutil.rmtree(self.folder, ignore_errors=True)
 
@@ -217,7 +227,7 @@ class Server:
 
     def stop(self):
         """Asks for an orderly end; the exit code."""
-        self.process.send_signal(self.ENDING)
+        self.process.send_signal(programs.ENDING)
         return self.process.wait(PATIENCE)
 
     def connect(self):

@@ -7,7 +7,6 @@
 
 #include "vbscript/values/convert.h"
 #include "vbscript/values/text_case.h"
-#include "vbscript/values/text_hash.h"
 
 namespace quorvane {
 
@@ -49,35 +48,20 @@ std::uint32_t hashOfNumber(double number) {
   return mixed(std::bit_cast<std::uint64_t>(number == 0 ? 0.0 : number));
 }
 
-std::string_view bytesOf(const vbs::StringRep* text) {
-  return text ? std::string_view(text->data(), text->bytes) : std::string_view();
-}
-
-bool isAnsi(const vbs::StringRep* text) {
-  return !text || text->encoding == vbs::Encoding::Ansi;
-}
-
-std::uint32_t hashOfText(const Value& key) {
-  const std::string_view bytes = bytesOf(key.stringRep());
-  vbs::countWork(bytes.size());
-  const bool isPlain = isAnsi(key.stringRep());
-  return static_cast<std::uint32_t>(isPlain ? vbs::hashOfBytes(bytes) : key.asString().hash());
-}
-
 std::uint32_t hashOfFolded(const Value& key) {
   constexpr std::size_t kShort = 64;
-  const std::string_view bytes = bytesOf(key.stringRep());
-  if (!isAnsi(key.stringRep()) || bytes.size() > kShort) {
-    return hashOfText(Value(key.asString().lower()));
+  const vbs::String text = key.asString();
+  const std::string_view bytes = text.raw();
+  vbs::countWork(bytes.size());
+  if (!text.isAnsi() || bytes.size() > kShort) {
+    const vbs::String folded = text.lower();
+    const bool isPlain = folded.isAnsi();
+    const vbs::String plain = isPlain ? folded : vbs::String::fromWide(folded.wide());
+    return static_cast<std::uint32_t>(vbs::hashOfBytes(plain.raw()));
   }
   std::array<char, kShort> folded;
   std::transform(bytes.begin(), bytes.end(), folded.begin(), vbs::lowerAnsi);
   return static_cast<std::uint32_t>(vbs::hashOfBytes({folded.data(), bytes.size()}));
-}
-
-/// Of normal keys: a text of another spelling is another text.
-bool sameText(const vbs::StringRep* a, const vbs::StringRep* b) {
-  return a == b || (isAnsi(a) == isAnsi(b) && vbs::sameBytes(bytesOf(a), bytesOf(b)));
 }
 
 bool sameFolded(const vbs::String& a, const vbs::String& b) {
@@ -87,13 +71,17 @@ bool sameFolded(const vbs::String& a, const vbs::String& b) {
 }
 
 /// A key as the table holds it: behind references, and a text as bytes where it can be, so that
-/// both spellings of one text hash alike. Borrows the original where it can.
+/// both spellings of one text hash alike. Borrows the original where it can. A wide text that has a
+/// hash has been here before: it can't be bytes.
 class NormalKey {
  public:
   explicit NormalKey(const Value& key) : key_(&key.deref()) {
     const vbs::StringRep* rep = key_->isString() ? key_->stringRep() : nullptr;
     if (!rep || rep->encoding == vbs::Encoding::Ansi || rep->bytes % 2 != 0) return;
-    own_ = vbs::String::fromWide(key_->asString().wide());
+    if (rep->hash != 0) return;
+    vbs::String plain = vbs::String::fromWide(key_->asString().wide());
+    if (!plain.isAnsi()) return;
+    own_ = std::move(plain);
     key_ = &own_;
   }
   NormalKey(const NormalKey&) = delete;
@@ -112,7 +100,8 @@ DictionaryTable::~DictionaryTable() {
 }
 
 std::uint32_t DictionaryTable::hashOf(const Value& key) const {
-  if (key.isString()) return ignoreCase_ ? hashOfFolded(key) : hashOfText(key);
+  if (key.isString())
+    return ignoreCase_ ? hashOfFolded(key) : spread(vbs::keptHash(key.stringRep()));
   if (isNumber(key)) return hashOfNumber(numberOf(key));
   switch (key.type()) {
     case Type::Object:
@@ -144,55 +133,25 @@ bool DictionaryTable::sameKey(const Value& a, const Value& b) const {
   }
 }
 
-template <class IsKey>
-std::size_t DictionaryTable::slotWhere(std::uint32_t hash, IsKey isKey) const {
-  if (slots_.empty()) return 0;
-  const std::size_t mask = slots_.size() - 1;
-  for (std::size_t slot = hash & mask;; slot = (slot + 1) & mask) {
-    const std::uint32_t place = slots_[slot];
-    if (place == kFree) return slots_.size();
-    if (place == kRemoved) continue;
-    const Entry& entry = entries_[place - 1];
-    if (entry.hash == hash && isKey(entry.key)) return slot;
-  }
+DictionaryTable::Entry* DictionaryTable::entryOf(const Value& key, std::uint32_t hash) {
+  return entryWhere(hash, [&](const Entry& e) { return e.live && sameKey(e.key, key); });
 }
 
-std::size_t DictionaryTable::slotOf(const Value& key, std::uint32_t hash) const {
-  return slotWhere(hash, [&](const Value& known) { return sameKey(known, key); });
-}
-
-DictionaryTable::Entry* DictionaryTable::find(const Value& key) {
-  const Value& direct = key.deref();
-  if (direct.isString() && !ignoreCase_ && isAnsi(direct.stringRep())) {
-    return findPlainText(bytesOf(direct.stringRep()));
-  }
-  return findAny(direct);
+DictionaryTable::Entry* DictionaryTable::findNew(vbs::StringRep* text) {
+  vbs::keptHash(text);
+  return findText(text);
 }
 
 DictionaryTable::Entry* DictionaryTable::findAny(const Value& key) {
   const NormalKey normal(key);
-  const std::size_t slot = slotOf(*normal, hashOf(*normal));
-  return slot == slots_.size() ? nullptr : &entries_[slots_[slot] - 1];
-}
-
-/// What most keys are, with nothing copied and next to nothing called.
-DictionaryTable::Entry* DictionaryTable::findPlainText(std::string_view text) {
-  vbs::countWork(text.size());
-  const auto isText = [text](const Value& known) {
-    if (!known.isString() || !isAnsi(known.stringRep())) return false;
-    const std::string_view bytes = bytesOf(known.stringRep());
-    return bytes.data() == text.data() || vbs::sameBytes(bytes, text);
-  };
-  const auto hash = static_cast<std::uint32_t>(vbs::hashOfBytes(text));
-  const std::size_t slot = slotWhere(hash, isText);
-  return slot == slots_.size() ? nullptr : &entries_[slots_[slot] - 1];
+  return entryOf(*normal, hashOf(*normal));
 }
 
 DictionaryTable::Entry& DictionaryTable::findOrInsert(const Value& key) {
   const NormalKey normal(key);
   const std::uint32_t hash = hashOf(*normal);
-  const std::size_t slot = slotOf(*normal, hash);
-  return slot == slots_.size() ? insert(*normal, hash) : entries_[slots_[slot] - 1];
+  Entry* found = entryOf(*normal, hash);
+  return found ? *found : insert(*normal, hash);
 }
 
 DictionaryTable::Entry& DictionaryTable::insert(const Value& key, std::uint32_t hash) {
@@ -245,15 +204,13 @@ void DictionaryTable::chargeFor(std::size_t entries, std::size_t slots) {
   charged_ = bytes;
 }
 
+/// The slot goes on leading to the entry, whose end is what a search takes for another key.
 bool DictionaryTable::remove(const Value& key) {
-  const NormalKey normal(key);
-  const std::size_t slot = slotOf(*normal, hashOf(*normal));
-  if (slot == slots_.size()) return false;
-  Entry& entry = entries_[slots_[slot] - 1];
-  slots_[slot] = kRemoved;
-  entry.live = false;
+  Entry* entry = find(key);
+  if (!entry) return false;
+  entry->live = false;
   --live_;
-  const Entry removed = std::move(entry);
+  const Entry removed = std::move(*entry);
   return true;
 }
 
@@ -269,7 +226,6 @@ void DictionaryTable::changeKey(Entry& entry, const Value& key) {
   const NormalKey normal(key);
   const std::uint32_t hash = hashOf(*normal);
   const auto index = static_cast<std::size_t>(&entry - entries_.data());
-  slots_[slotOf(entry.key, entry.hash)] = kRemoved;
   const Value old = std::exchange(entry.key, *normal);
   entry.hash = hash;
   if ((used_ + 1) * 3 > slots_.size() * 2) {

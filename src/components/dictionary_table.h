@@ -2,9 +2,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
 #include <vector>
 
+#include "vbscript/values/text_hash.h"
 #include "vbscript/values/value.h"
 
 namespace quorvane {
@@ -35,8 +35,14 @@ class DictionaryTable {
   std::vector<Entry>& entries() { return entries_; }
 
   /// Null when the key is missing. The entry stays valid until the next insert or remove. Error 5
-  /// for an array, which cannot be a key.
-  Entry* find(const vbs::Value& key);
+  /// for an array, which cannot be a key. Calls nothing for a text that has been a key before.
+  Entry* find(const vbs::Value& key) {
+    const vbs::Value& direct = key.deref();
+    if (!direct.isString() || ignoreCase_) return findAny(direct);
+    vbs::StringRep* const text = direct.stringRep();
+    if (!text || text->encoding != vbs::Encoding::Ansi) return findAny(direct);
+    return text->hash == 0 ? findNew(text) : findText(text);
+  }
   /// The entry of a key, made with an Empty item when it is missing.
   Entry& findOrInsert(const vbs::Value& key);
 
@@ -49,15 +55,38 @@ class DictionaryTable {
 
  private:
   static constexpr std::uint32_t kFree = 0;  ///< slots hold an entry's index + 1
-  static constexpr std::uint32_t kRemoved = UINT32_MAX;
 
   std::uint32_t hashOf(const vbs::Value& key) const;
   bool sameKey(const vbs::Value& a, const vbs::Value& b) const;
-  /// The slot that leads to the key, or slots_.size().
-  std::size_t slotOf(const vbs::Value& key, std::uint32_t hash) const;
+  /// Of a kept hash, so that a table of more slots than there are such hashes fills evenly.
+  static std::uint32_t spread(std::uint32_t hash) { return hash * 0x9E3779B1u; }
+  /// Of normal keys: a text of another spelling is another text.
+  static bool sameText(const vbs::StringRep* a, const vbs::StringRep* b) {
+    if (a == b) return true;
+    if (!a || !b) return (a ? a : b)->bytes == 0;
+    return a->encoding == b->encoding && a->bytes == b->bytes &&
+           vbs::sameBytes(a->data(), b->data(), a->bytes);
+  }
+
   template <class IsKey>
-  std::size_t slotWhere(std::uint32_t hash, IsKey isKey) const;
-  Entry* findPlainText(std::string_view text);
+  [[gnu::always_inline]] inline Entry* entryWhere(std::uint32_t hash, IsKey isKey) {
+    if (slots_.empty()) return nullptr;
+    const std::uint32_t* const slots = slots_.data();
+    const std::size_t mask = slots_.size() - 1;
+    for (std::size_t slot = hash & mask; slots[slot] != kFree; slot = (slot + 1) & mask) {
+      Entry& entry = entries_[slots[slot] - 1];
+      if (entry.hash == hash && isKey(entry)) return &entry;
+    }
+    return nullptr;
+  }
+  Entry* entryOf(const vbs::Value& key, std::uint32_t hash);  ///< of a normal key
+  /// With a text of bytes that has its hash.
+  [[gnu::always_inline]] inline Entry* findText(const vbs::StringRep* text) {
+    return entryWhere(spread(text->hash), [text](const Entry& entry) {
+      return entry.key.isString() && sameText(entry.key.stringRep(), text);
+    });
+  }
+  Entry* findNew(vbs::StringRep* text);  ///< with one that has none yet
   Entry* findAny(const vbs::Value& key);
   Entry& insert(const vbs::Value& key, std::uint32_t hash);
   void link(std::size_t entry);

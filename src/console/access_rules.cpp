@@ -1,7 +1,6 @@
 #include "console/access_rules.h"
 
 #include "support/address_ranges.h"
-#include "support/ip_address.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -13,14 +12,10 @@ bool isThisMachine(std::string_view address) {
   return address == "127.0.0.1" || address == "::1" || address == kLocalClient;
 }
 
-/// Unique local addresses, and those that lead no further than a link: fc00::/7 and fe80::/10.
+/// Unique local addresses, and those that lead no further than a link.
 bool isPrivateV6(std::string_view text) {
-  if (text.find(':') == text.npos) return false;
-  const auto address = IpAddress::parse(text);
-  if (!address) return false;
-  const auto first = address->bytes()[0];
-  const auto second = address->bytes()[1];
-  return (first & 0xfe) == 0xfc || (first == 0xfe && (second & 0xc0) == 0x80);
+  static const AddressRanges kRanges = AddressRanges::parse("fc00::/7, fe80::/10");
+  return kRanges.contains(text);
 }
 
 /// 172.16.0.0 to 172.31.255.255.

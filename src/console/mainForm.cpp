@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "console/uptime_text.h"
+#include "http/protocol.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -115,11 +116,11 @@ std::string mainForm::tellPortFaults(std::string_view consequence) {
     const std::string port = std::to_string(services_.state.ServerPort);
     status_.LogLine("******* PORT ERROR: Unable to bind to port " + port);
     outcome = "port " + port + " is taken or not for this user; ";
-  }
-  for (const std::string& fault : wsHost.faults()) {
-    if (services_.state.Listen.empty()) break;
-    status_.LogLine("******* PORT ERROR: Unable to listen on " + fault);
-    outcome += fault + "; ";
+  } else {
+    for (const std::string& fault : wsHost.faults()) {
+      status_.LogLine("******* PORT ERROR: Unable to listen on " + fault);
+      outcome += fault + "; ";
+    }
   }
   outcome += consequence;
   if (services_.state.RetryPort) outcome += "; tried again every 30 s";
@@ -276,7 +277,7 @@ void mainForm::handleRequest(int index, std::string_view data) {
 /// Ends a connection with a word to its client. False, and nothing done, where the protocol has
 /// none.
 bool mainForm::closeSaying(int index, Status why) {
-  auto response = objects_ ? objects_->handling().givenUp(why) : std::nullopt;
+  auto response = objects_ ? objects_->handling().protocol().givenUp(why) : std::nullopt;
   if (!response) return false;
   answer(index, std::move(*response));
   wsTalker.close(index);

@@ -27,13 +27,12 @@ void SlotWatch::tick() {
     const Sight sight = look(index);
     if (sight != seen.sight) seen = {sight, now_};
     const std::uint32_t limit = patience(sight.phase);
-    if (limit > 0 && now_ - seen.since >= limit) end(index);
+    if (limit > 0 && now_ - seen.since >= limit) end(index, sight.phase);
   }
   if (!anybody) timer_->stop();
 }
 
-void SlotWatch::end(int index) {
-  const Phase phase = look(index).phase;
+void SlotWatch::end(int index, Phase phase) {
   const bool hasBegun = !slots_.record(index).pendingText.empty();
   const bool isLate = hasBegun && (phase == Phase::Head || phase == Phase::Body);
   if (!isLate || !closeSaying_(index)) slots_.abort(index);

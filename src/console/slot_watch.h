@@ -59,7 +59,7 @@ class SlotWatch {
 
   Sight look(int index);
   bool isIdle(int index);
-  void end(int index);
+  void end(int index, Phase phase);
   std::uint32_t patience(Phase phase) const;
 
   const ServerState& state_;

@@ -45,6 +45,7 @@ class Visitors {
   /// The client of the connection's last request.
   const std::string& lastAddressOf(int index) const;
 
+  /// As of Clients, asked for the slot's next request.
   Clients::Admission admit(int index, const RequestHead& head, Visitor& visitor);
 
  private:

@@ -21,7 +21,7 @@ class BoundedCopies {
     std::uint64_t mostBytes;
   };
 
-  /// `isCopy` knows the kind by the names in the folder.
+  /// `isCopy` knows the kind by the names in the folder. The files outlive the object.
   BoundedCopies(const Files& files, bool (*isCopy)(std::string_view name), Bounds bounds)
       : files_(files), isCopy_(isCopy), bounds_(bounds) {}
 

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "http/cookie_jar.h"
+#include "http/header_lines.h"
 #include "http/standard/head.h"
 #include "support/clsWEncode.h"
 #include "support/text.h"
@@ -14,7 +15,6 @@ namespace quorvane {
 namespace {
 
 constexpr std::size_t kNowhere = std::string::npos;
-constexpr std::string_view kSessionCookie = "QVS_SESSIONID";
 constexpr std::string_view kHttpPrefix = "http://";
 
 /// A piece "name=value" with a name of at least one character.
@@ -208,7 +208,7 @@ bool clsHTTPParser::takeCookies(std::string_view value) {
 }
 
 void clsHTTPParser::takeCookie(std::string_view name, std::string_view value) {
-  if (equalsNoCase(name, kSessionCookie)) {
+  if (equalsNoCase(name, header_lines::kSessionCookie)) {
     if (const auto number = numericLong(value)) sessionID_ = *number;
     return;
   }

@@ -19,28 +19,20 @@ constexpr std::chrono::seconds kSettlingTime{2};
 std::optional<ContentCache::Content> ContentCache::contentOf(const std::string& path,
                                                              const FileInfo& present) {
   if (present.isFolder) return std::nullopt;
-  if (const Entry* entry = keptOf(path, present)) return Content{entry->content, entry->info};
-  return loaded(path);
+  const auto it = byPath_.find(path);
+  if (it == byPath_.end()) return loaded(path);
+  const Entries::iterator entry = it->second;
+  if (entry->info != present) {
+    drop(entry);
+    return loaded(path);
+  }
+  entries_.splice(entries_.begin(), entries_, entry);
+  return Content{entry->content, entry->info};
 }
 
 Body ContentCache::bodyOf(const std::string& path, const FileInfo& present) {
-  if (present.isFolder) return {};
-  if (const Entry* entry = keptOf(path, present)) return entry->content;
-  auto content = loaded(path);
+  auto content = contentOf(path, present);
   return content ? std::move(content->body) : Body();
-}
-
-/// Of the file as it is present; what is kept of an earlier version goes.
-const ContentCache::Entry* ContentCache::keptOf(const std::string& path, const FileInfo& present) {
-  const auto it = byPath_.find(path);
-  if (it == byPath_.end()) return nullptr;
-  const Entries::iterator entry = it->second;
-  if (!(entry->info == present)) {
-    drop(entry);
-    return nullptr;
-  }
-  entries_.splice(entries_.begin(), entries_, entry);
-  return &*entry;
 }
 
 std::optional<ContentCache::Content> ContentCache::loaded(const std::string& path) {

@@ -45,7 +45,6 @@ class ContentCache {
   };
   using Entries = std::list<Entry>;
 
-  const Entry* keptOf(const std::string& path, const FileInfo& present);
   std::optional<Content> loaded(const std::string& path);
   bool isSettled(const FileInfo& info) const;
   void keep(Entry entry);

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "http/clsHTTPParser.h"
-#include "http/standard/grammar.h"
 #include "platform/charset.h"
 #include "support/clsQVMod.h"
 #include "support/paths.h"
@@ -62,17 +61,14 @@ bool leadsToPrivate(std::string_view path) {
   return false;
 }
 
-using standard_grammar::hexDigit;
-
 /// A "%" that begins no number stands for itself, "+" always.
 std::string percentDecoded(std::string_view text) {
   std::string decoded;
   decoded.reserve(text.size());
   for (std::size_t i = 0; i < text.size(); ++i) {
-    const int high = text[i] == '%' && i + 2 < text.size() ? hexDigit(text[i + 1]) : -1;
-    const int low = high >= 0 ? hexDigit(text[i + 2]) : -1;
-    decoded += low >= 0 ? static_cast<char>(high * 16 + low) : text[i];
-    if (low >= 0) i += 2;
+    const auto encoded = text[i] == '%' ? hexByte(text.substr(i + 1)) : std::nullopt;
+    decoded += encoded.value_or(text[i]);
+    if (encoded) i += 2;
   }
   return decoded;
 }

@@ -29,19 +29,14 @@ class HeadWriter {
     header_lines::writeOwn(text_, name, value);
     text_ += kLineEnd;
   }
-  /// A value with a number in it.
-  void numberLine(std::string_view name, std::string_view before, std::uint64_t number,
-                  std::string_view behind = {}) {
+  void length(std::uint64_t bytes) {
     std::array<char, 24> digits{};
-    const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    header_lines::writeOwn(text_, name, before);
-    text_.append(std::string_view(digits.data(), end)).append(behind).append(kLineEnd);
+    const char* end = std::to_chars(digits.data(), digits.data() + digits.size(), bytes).ptr;
+    line("Content-Length", std::string_view(digits.data(), end));
   }
-  void length(std::uint64_t bytes) { numberLine("Content-Length", {}, bytes); }
   void connection(bool keepAlive) { line("Connection", keepAlive ? "Keep-Alive" : "Close"); }
   void session(std::int32_t number) {
-    if (number <= 0) return;
-    numberLine("Set-Cookie", "QVS_SESSIONID=", static_cast<std::uint64_t>(number), "; path=/");
+    if (number > 0) line("Set-Cookie", header_lines::sessionCookie(number));
   }
   /// A line, or several, that others have made.
   void whole(std::string_view lines) {

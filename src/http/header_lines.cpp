@@ -38,6 +38,15 @@ void add(std::string& lines, std::string_view name, std::string_view value) {
   write(lines, name, value);
 }
 
+void addOwn(std::string& lines, std::string_view name, std::string_view value) {
+  if (!lines.empty()) lines += kLineEnd;
+  writeOwn(lines, name, value);
+}
+
+std::string sessionCookie(std::int32_t number) {
+  return std::string(kSessionCookie).append("=").append(std::to_string(number)).append("; path=/");
+}
+
 std::string oneLine(std::string_view text) {
   std::string line;
   append(line, text);

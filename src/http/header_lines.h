@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
@@ -16,8 +17,13 @@ void write(std::string& text, std::string_view name, std::string_view value);
 /// The same for words of the server's own alone, which are taken as they are.
 void writeOwn(std::string& text, std::string_view name, std::string_view value);
 
-/// Adds a line behind others.
+/// Add a line behind others.
 void add(std::string& lines, std::string_view name, std::string_view value);
+void addOwn(std::string& lines, std::string_view name, std::string_view value);
+
+/// The cookie that carries a session's number: its name, and the value of the line that sets it.
+inline constexpr std::string_view kSessionCookie = "QVS_SESSIONID";
+std::string sessionCookie(std::int32_t number);
 
 /// The text with CR, LF and NUL turned into blanks.
 std::string oneLine(std::string_view text);

@@ -12,8 +12,6 @@ namespace {
 
 constexpr std::array<std::string_view, 8> kDayNames = {"Sun", "Mon", "Tue", "Wed",
                                                        "Thu", "Fri", "Sat", ""};
-constexpr std::array<std::string_view, 12> kMonthNames = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                                          "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
 std::string dateText(std::string_view dayName, const CalendarTime& time) {
   const std::string digits = dateTimeText(time);  // "yyyy-MM-dd HH:mm:ss"
@@ -24,7 +22,7 @@ std::string dateText(std::string_view dayName, const CalendarTime& time) {
   text += ", ";
   text += fields.substr(8, 2);
   text += ' ';
-  text += kMonthNames[static_cast<std::size_t>(time.month - 1)];
+  text += kHttpMonths[static_cast<std::size_t>(time.month - 1)];
   text += ' ';
   text += fields.substr(0, 4);
   text += fields.substr(10);
@@ -34,6 +32,10 @@ std::string dateText(std::string_view dayName, const CalendarTime& time) {
 
 }  // namespace
 
+std::string httpDateText(const CalendarTime& utc) {
+  return dateText(kDayNames[static_cast<std::size_t>(utc.weekday)], utc);
+}
+
 const std::string& HttpDates::now() {
   const TimePoint now = clock_.now();
   const TimePoint second = std::chrono::floor<std::chrono::seconds>(now);
@@ -42,11 +44,6 @@ const std::string& HttpDates::now() {
     second_ = second;
   }
   return text_;
-}
-
-std::string HttpDates::standard(TimePoint moment) {
-  const CalendarTime time = clock_.utc(moment);
-  return dateText(kDayNames[static_cast<std::size_t>(time.weekday)], time);
 }
 
 std::string HttpDates::of(const CalendarTime& time) {

@@ -1,10 +1,18 @@
 #pragma once
 
+#include <array>
 #include <string>
+#include <string_view>
 
 #include "platform/clock.h"
 
 namespace quorvane {
+
+inline constexpr std::array<std::string_view, 12> kHttpMonths{
+    "Jan", "Feb", "Mar", "Apr", "May", "Jun", "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
+
+/// Fields in UTC by the letter of RFC 9110: "Sun, 22 Nov 2026 09:00:00 GMT".
+std::string httpDateText(const CalendarTime& utc);
 
 /// Date texts of the header lines.
 class HttpDates {
@@ -19,8 +27,7 @@ class HttpDates {
   /// rely on both. The zero date means the present time.
   std::string of(const CalendarTime& time);
 
-  /// A moment by the letter of RFC 9110: in UTC, every day with its name.
-  std::string standard(TimePoint moment);
+  std::string standard(TimePoint moment) { return httpDateText(clock_.utc(moment)); }
 
   /// A file's time of change: local time.
   std::string ofFile(TimePoint modified) { return of(clock_.local(modified)); }

@@ -56,7 +56,7 @@ class Protocol {
   virtual std::optional<Response> givenUp(Status why) = 0;
 };
 
-/// The one that the settings name.
+/// The one that the settings name. Both outlive it.
 std::unique_ptr<Protocol> makeProtocol(const ServerState& state, const Clock& clock);
 
 }  // namespace quorvane

@@ -266,7 +266,7 @@ void RequestHandling::prepare(Representations::Request request, std::function<vo
       if (parts_.clients.isThere(client)) response = representations_->answer(*asked);
     } catch (const std::exception& error) {
       services_.log.LogLine(std::string("Request failed: ") + error.what());
-      if (auto said = givenUp(Status::InternalServerError)) response = std::move(*said);
+      if (auto said = protocol_->givenUp(Status::InternalServerError)) response = std::move(*said);
     }
     parts_.clients.answer(client, std::move(response));
   };
@@ -346,16 +346,12 @@ std::optional<Response> RequestHandling::refusal(int index, Visitor& visitor) {
   const Admission admission = parts_.clients.admit(index, parts_.parser.head(), visitor);
   if (admission == Admission::Granted) return std::nullopt;
   const bool isUnclear = admission == Admission::Unclear;
-  if (auto said = givenUp(isUnclear ? Status::BadRequest : Status::Forbidden)) {
+  if (auto said = protocol_->givenUp(isUnclear ? Status::BadRequest : Status::Forbidden)) {
     if (parts_.parser.head().method() == "HEAD") said->body = {};
     return said;
   }
   if (isUnclear) return protocol_->refusal({});
   return Response{error_responses::forbidden(protocol_->heads()), {}, false};
-}
-
-std::optional<Response> RequestHandling::givenUp(Status why) {
-  return protocol_->givenUp(why);
 }
 
 }  // namespace quorvane

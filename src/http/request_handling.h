@@ -60,9 +60,7 @@ class RequestHandling {
   std::optional<Response> dataArrival(int index, SlotRecord& record, std::string_view data,
                                       const std::string& remoteHostIP);
 
-  /// What is still said to a client whose connection is given up within a request; the connection
-  /// is to be closed either way.
-  std::optional<Response> givenUp(Status why);
+  Protocol& protocol() { return *protocol_; }
 
  private:
   class Answer;

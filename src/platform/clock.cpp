@@ -7,16 +7,15 @@ namespace quorvane {
 
 namespace {
 
-using std::chrono::seconds;
+using std::chrono::sys_seconds;
 
 /// Asking the system for fields takes its time, and they are asked for many times within one
 /// second.
 class LastSecond {
  public:
-  CalendarTime fields(TimePoint t) {
-    const auto second = std::chrono::floor<seconds>(t.time_since_epoch());
+  CalendarTime fields(sys_seconds second) {
     if (second != second_) {
-      const auto found = inLocalZone(static_cast<std::time_t>(second.count()));
+      const auto found = inLocalZone(static_cast<std::time_t>(second.time_since_epoch().count()));
       if (!found) return {};
       second_ = second;
       fields_ = *found;
@@ -24,8 +23,10 @@ class LastSecond {
     return fields_;
   }
 
+  sys_seconds second() const { return second_; }
+
  private:
-  seconds second_ = seconds::min();
+  sys_seconds second_ = sys_seconds::min();
   CalendarTime fields_;
 };
 
@@ -35,11 +36,16 @@ class SystemClock final : public Clock {
   std::chrono::steady_clock::time_point steadyNow() const override {
     return std::chrono::steady_clock::now();
   }
-  CalendarTime local(TimePoint t) const override { return local_.fields(t); }
+  CalendarTime local(TimePoint t) const override {
+    const auto second = std::chrono::floor<std::chrono::seconds>(t);
+    return (second < present_.second() ? past_ : present_).fields(second);
+  }
   CalendarTime utc(TimePoint t) const override { return utcFields(t); }
 
  private:
-  mutable LastSecond local_;
+  // Those of files come between those of the log.
+  mutable LastSecond present_;
+  mutable LastSecond past_;
 };
 
 }  // namespace

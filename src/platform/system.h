@@ -26,10 +26,10 @@ std::unique_ptr<Random> makeRandom();
 std::unique_ptr<Process> makeProcess(int argc, char** argv);
 
 /// The folder, or other name, under which this run's settings are kept, whatever the current folder
-/// becomes. Instances that share it are the same program, unless
-/// they have numbers of their own.
+/// becomes. Instances that share it are the same program, unless they have numbers of their own.
 std::string settingsRoot();
 std::unique_ptr<SettingsStorage> makeSettingsStorage(const Files& files, const std::string& root);
+
 /// The number of this instance among several with the same settings; 0: there is one alone.
 std::int32_t instanceNumber();
 std::unique_ptr<InstanceLock> makeInstanceLock(const std::string& root, std::int32_t number = 0);

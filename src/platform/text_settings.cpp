@@ -11,6 +11,8 @@ namespace quorvane {
 
 namespace {
 
+constexpr std::string_view kBlanks = " \t\r";
+
 struct Escape {
   char character;
   std::string_view written;
@@ -49,15 +51,8 @@ std::string meant(std::string_view text) {
   return out;
 }
 
-std::string_view trimmed(std::string_view name) {
-  constexpr std::string_view kSpace = " \t\r";
-  const auto first = name.find_first_not_of(kSpace);
-  if (first == std::string_view::npos) return {};
-  return name.substr(first, name.find_last_not_of(kSpace) - first + 1);
-}
-
 bool isComment(std::string_view line) {
-  const std::string_view start = trimmed(line);
+  const std::string_view start = trimmed(line, kBlanks);
   return start.starts_with(';') || start.starts_with('#') || start.starts_with('[');
 }
 
@@ -72,7 +67,7 @@ struct Line {
   std::optional<std::string> name() const {
     const auto equals = whole.find('=');
     if (equals == std::string_view::npos) return std::nullopt;
-    return meant(trimmed(whole.substr(0, equals)));
+    return meant(trimmed(whole.substr(0, equals), kBlanks));
   }
   std::string text() const {
     std::string_view value = whole.substr(whole.find('=') + 1);
@@ -161,7 +156,7 @@ std::optional<StoredValue> TextSettings::read(RegistryRoot root, const std::stri
   const auto file = fileOf(root, key);
   const auto content = file ? files_.readAll(*file) : std::nullopt;
   if (!content) return std::nullopt;
-  const std::string_view wanted = trimmed(name);
+  const std::string_view wanted = trimmed(name, kBlanks);
   for (const std::string_view whole : linesOf(*content)) {
     const Line line{whole};
     if (line.holds(wanted)) return StoredValue{StoredType::Text, line.text()};
@@ -173,7 +168,7 @@ bool TextSettings::writeText(RegistryRoot root, const std::string& key, const st
                              const std::string& text) {
   const auto file = fileOf(root, key);
   const auto content = file ? files_.readAll(*file) : std::nullopt;
-  const std::string_view wanted = trimmed(name);
+  const std::string_view wanted = trimmed(name, kBlanks);
   if (!content || isComment(wanted)) return false;
 
   std::string result = content->substr(0, markLength(*content));
@@ -202,7 +197,7 @@ std::vector<StoredLine> TextSettings::lines(RegistryRoot root, const std::string
   for (const std::string_view whole : linesOf(*content)) {
     ++number;
     const Line line{whole};
-    if (trimmed(whole).empty() || isComment(whole)) continue;
+    if (trimmed(whole, kBlanks).empty() || isComment(whole)) continue;
     lines.push_back({number, line.name(), line.text()});
   }
   return lines;

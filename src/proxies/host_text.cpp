@@ -1,7 +1,8 @@
 #include "proxies/host_text.h"
 
 #include <algorithm>
-#include <charconv>
+
+#include "support/text.h"
 
 namespace quorvane::host_text {
 
@@ -14,8 +15,8 @@ std::size_t colonOf(std::string_view host) {
 }
 
 bool isPlainCharacter(char c) {
-  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '.' ||
-         c == '-' || c == '_' || c == ':' || c == '[' || c == ']';
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || isDigit(c) || c == '.' || c == '-' ||
+         c == '_' || c == ':' || c == '[' || c == ']';
 }
 
 }  // namespace
@@ -26,10 +27,7 @@ std::string_view name(std::string_view host) {
 
 std::uint16_t port(std::string_view host) {
   host.remove_prefix(std::min(colonOf(host) + 1, host.size()));
-  std::uint16_t number = 0;
-  const char* end = host.data() + host.size();
-  const auto [stop, error] = std::from_chars(host.data(), end, number);
-  return error == std::errc() && stop == end ? number : std::uint16_t{0};
+  return wholeNumber<std::uint16_t>(host).value_or(0);
 }
 
 bool isPlain(std::string_view host) {

@@ -11,6 +11,7 @@ namespace quorvane {
 namespace {
 
 constexpr std::string_view kUnknown = "unknown";
+constexpr std::string_view kBlanks = " \t";
 constexpr std::uint16_t kPlainPort = 80;
 constexpr std::uint16_t kSecurePort = 443;
 
@@ -28,22 +29,12 @@ struct Named {
   std::optional<std::string> host;
 };
 
-bool isBlank(char c) {
-  return c == ' ' || c == '\t';
-}
-
-std::string_view trimmed(std::string_view text) {
-  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
-  return text;
-}
-
 /// The elements of a header's list, over all its lines; empty ones are none.
 std::vector<std::string_view> elements(const std::vector<std::string_view>& lines) {
   std::vector<std::string_view> all;
   for (const std::string_view line : lines) {
     for (const std::string_view part : split(line, ',')) {
-      if (const auto element = trimmed(part); !element.empty()) all.push_back(element);
+      if (const auto element = trimmed(part, kBlanks); !element.empty()) all.push_back(element);
     }
   }
   return all;
@@ -146,7 +137,7 @@ class ForwardedReader {
   }
 
   void skipBlanks() {
-    while (!rest_.empty() && isBlank(rest_.front())) rest_.remove_prefix(1);
+    rest_.remove_prefix(std::min(rest_.find_first_not_of(kBlanks), rest_.size()));
   }
 
   std::string_view rest_;
@@ -222,7 +213,7 @@ void apply(Named& named, std::string_view ownHost, Visitor& visitor) {
 }  // namespace
 
 void ProxyHeaders::take(std::string_view name, std::string_view value) {
-  if (equalsNoCase(name, "host") && host.empty()) host = trimmed(value);
+  if (equalsNoCase(name, "host") && host.empty()) host = trimmed(value, kBlanks);
   if (equalsNoCase(name, "forwarded")) forwarded.push_back(value);
   if (equalsNoCase(name, "x-forwarded-for")) forwardedFor.push_back(value);
   if (equalsNoCase(name, "x-forwarded-proto")) forwardedProto.push_back(value);

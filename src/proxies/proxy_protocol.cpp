@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <optional>
 
 #include "support/address_ranges.h"
@@ -32,13 +31,6 @@ std::uint16_t numberAt(std::string_view bytes, std::size_t place) {
   return static_cast<std::uint16_t>(byteAt(bytes, place) << 8 | byteAt(bytes, place + 1));
 }
 
-std::optional<std::uint16_t> portOf(std::string_view text) {
-  std::uint16_t port = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, port);
-  return error == std::errc() && stop == end ? std::optional(port) : std::nullopt;
-}
-
 ProxyPreface refused() {
   return {Outcome::Refused, 0, {}};
 }
@@ -53,9 +45,10 @@ ProxyPreface readText(std::string_view bytes) {
   if (!isV4 && (parts.size() != 6 || parts[1] != "TCP6")) return refused();
   const auto source = IpAddress::parse(parts[2]);
   const auto target = IpAddress::parse(parts[3]);
-  const auto port = portOf(parts[5]);
+  const auto sourcePort = wholeNumber<std::uint16_t>(parts[4]);
+  const auto port = wholeNumber<std::uint16_t>(parts[5]);
   const auto fits = [isV4](std::string_view text) { return (text.find(':') == text.npos) == isV4; };
-  if (!source || !target || !fits(parts[2]) || !fits(parts[3]) || !portOf(parts[4]) || !port) {
+  if (!source || !target || !fits(parts[2]) || !fits(parts[3]) || !sourcePort || !port) {
     return refused();
   }
   return {Outcome::Named, end + 2, {source->text(), false, {}, *port}};

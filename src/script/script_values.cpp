@@ -2,6 +2,7 @@
 
 #include <array>
 #include <charconv>
+#include <utility>
 
 #include "vbscript/values/convert.h"
 #include "vbscript/values/serial_date.h"
@@ -104,6 +105,10 @@ void useLocale(std::int32_t id) {
   const vbs::Locale* locale = vbs::findLocale(id);
   if (!locale) vbs::throwError(vbs::ErrorCode::NoDefaultLocale);
   vbs::setActiveLocale(*locale);
+}
+
+void fail(vbs::ErrorCode code, std::string description) {
+  throw vbs::ScriptError{static_cast<std::int32_t>(code), std::move(description), {}, {}};
 }
 
 }  // namespace script_values

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "support/calendar_time.h"
+#include "vbscript/values/error.h"
 #include "vbscript/values/object.h"
 
 namespace quorvane {
@@ -46,6 +47,9 @@ double days(const CalendarTime& time);
 /// From here on the running page writes and reads texts in this locale. Error 447 for one that is
 /// not known.
 void useLocale(std::int32_t id);
+
+/// Throws an error of the engine's with a description of the server's.
+[[noreturn]] void fail(vbs::ErrorCode code, std::string description);
 
 }  // namespace script_values
 

@@ -1,7 +1,6 @@
 #include "support/address_ranges.h"
 
 #include <algorithm>
-#include <charconv>
 
 #include "support/text.h"
 
@@ -14,12 +13,9 @@ constexpr int kBitsBeforeV4 = 96;
 
 /// The length of a prefix in the sixteen bytes; -1 when the text is none.
 int prefixBits(std::string_view text, bool isV4) {
-  int bits = -1;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, bits);
+  const auto bits = wholeNumber<std::uint8_t>(text);
   const int before = isV4 ? kBitsBeforeV4 : 0;
-  if (error != std::errc() || stop != end || bits < 0 || bits > kAllBits - before) return -1;
-  return before + bits;
+  return bits && before + *bits <= kAllBits ? before + *bits : -1;
 }
 
 }  // namespace

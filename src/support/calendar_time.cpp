@@ -1,18 +1,37 @@
 #include "support/calendar_time.h"
 
-#include <array>
 #include <charconv>
 
 namespace quorvane {
 
 namespace {
 
-void appendPadded(std::string& text, int value, int width) {
-  std::array<char, 16> digits{};
-  const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), value);
-  const auto length = static_cast<int>(end - digits.data());
-  if (length < width) text.append(static_cast<std::size_t>(width - length), '0');
-  text.append(digits.data(), end);
+constexpr std::string_view kForm = "yyyy-MM-dd HH:mm:ss";
+
+// Where the fields begin, counted from the end: the year may have more digits.
+constexpr std::size_t kMonth = 14;
+constexpr std::size_t kDay = 11;
+constexpr std::size_t kHour = 8;
+constexpr std::size_t kMinute = 5;
+constexpr std::size_t kSecond = 2;
+
+void putTwoDigits(std::string& text, std::size_t fromEnd, int value) {
+  const std::size_t at = text.size() - fromEnd;
+  text[at] = static_cast<char>('0' + value / 10);
+  text[at + 1] = static_cast<char>('0' + value % 10);
+}
+
+void putTimeOfDay(std::string& text, const CalendarTime& time) {
+  putTwoDigits(text, kHour, time.hour);
+  putTwoDigits(text, kMinute, time.minute);
+  putTwoDigits(text, kSecond, time.second);
+}
+
+/// Four digits, more of years that have more.
+std::string yearText(int year) {
+  std::string text = std::to_string(year);
+  if (text.size() < 4) text.insert(0, 4 - text.size(), '0');
+  return text;
 }
 
 /// Reads a number of fixed width, digits only.
@@ -54,28 +73,20 @@ CalendarTime utcFields(TimePoint t) {
 }
 
 std::string timeOfDayText(const CalendarTime& time) {
-  std::string text;
-  appendPadded(text, time.hour, 2);
-  text += ':';
-  appendPadded(text, time.minute, 2);
-  text += ':';
-  appendPadded(text, time.second, 2);
+  std::string text(kForm.substr(kForm.size() - kHour));
+  putTimeOfDay(text, time);
   return text;
 }
 
 std::string dateTimeText(const CalendarTime& time) {
-  std::string text;
-  appendPadded(text, time.year, 4);
-  text += '-';
-  appendPadded(text, time.month, 2);
-  text += '-';
-  appendPadded(text, time.day, 2);
-  text += ' ';
-  return text + timeOfDayText(time);
+  std::string text = yearText(time.year).append(kForm.substr(4));
+  putTwoDigits(text, kMonth, time.month);
+  putTwoDigits(text, kDay, time.day);
+  putTimeOfDay(text, time);
+  return text;
 }
 
 std::optional<CalendarTime> parseDateTimeText(std::string_view text) {
-  constexpr std::string_view kForm = "yyyy-MM-dd HH:mm:ss";
   if (text.size() != kForm.size()) return std::nullopt;
   for (const std::size_t at : {4u, 7u, 10u, 13u, 16u}) {
     if (text[at] != kForm[at]) return std::nullopt;

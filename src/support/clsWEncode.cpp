@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstdint>
 
 #include "support/text.h"
@@ -101,13 +100,6 @@ std::string encode(std::string_view text, const std::array<std::string, 256>& ta
   return result;
 }
 
-std::optional<char> hexadecimalPair(std::string_view pair) {
-  unsigned code = 0;
-  const auto [end, error] = std::from_chars(pair.data(), pair.data() + 2, code, 16);
-  if (error != std::errc{} || end != pair.data() + 2) return std::nullopt;
-  return static_cast<char>(code);
-}
-
 }  // namespace
 
 clsWEncode::clsWEncode() {
@@ -169,7 +161,7 @@ std::optional<std::string> clsWEncode::afDecodeURL(std::string_view strData) con
       result += c;
     } else if (const auto next = strData.find('%', i + 1);
                std::min(next, strData.size()) - (i + 1) >= 2) {
-      const auto character = hexadecimalPair(strData.substr(i + 1, 2));
+      const auto character = hexByte(strData.substr(i + 1));
       if (!character) return std::nullopt;
       result += *character;
       i += 2;

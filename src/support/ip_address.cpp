@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
+#include "support/text.h"
+
 namespace quorvane {
 
 namespace {
@@ -13,12 +15,8 @@ using Groups = std::array<std::uint16_t, kGroups>;
 
 /// The whole text as a number of at most `digits` digits.
 std::optional<unsigned> number(std::string_view text, int base, std::size_t digits, unsigned most) {
-  unsigned value = 0;
-  if (text.empty() || text.size() > digits) return std::nullopt;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, value, base);
-  if (error != std::errc() || stop != end || value > most) return std::nullopt;
-  return value;
+  const auto value = text.size() > digits ? std::nullopt : wholeNumber<unsigned>(text, base);
+  return value && *value <= most ? value : std::nullopt;
 }
 
 /// Cuts off the text up to the first `separator`; all of it without one.

@@ -29,7 +29,7 @@ class IpAddress {
   /// The customary text: four numbers, or lower-case groups with the longest run of zeros left out.
   std::string text() const;
 
-  /// Whether the first `bits` of the sixteen bytes are the same.
+  /// Whether the first `bits`, 0 to 128, of the sixteen bytes are the same.
   bool sharesPrefix(const IpAddress& other, int bits) const;
 
   friend bool operator==(const IpAddress&, const IpAddress&) = default;

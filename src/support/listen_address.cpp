@@ -1,7 +1,5 @@
 #include "support/listen_address.h"
 
-#include <charconv>
-
 #include "support/text.h"
 
 namespace quorvane {
@@ -9,14 +7,6 @@ namespace quorvane {
 namespace {
 
 constexpr std::string_view kLocalPrefix = "unix:";
-
-/// 0 when the whole text is no port.
-std::uint16_t portOf(std::string_view text) {
-  std::uint16_t port = 0;
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, port);
-  return error == std::errc() && stop == end ? port : std::uint16_t{0};
-}
 
 /// Whether the address stands in the form that its kind has in front of a port.
 bool isBracketedAsFits(std::string_view& host) {
@@ -37,8 +27,8 @@ ListenAddress ListenAddress::parse(std::string_view text) {
     return where;
   }
   const std::size_t colon = text.rfind(':');
-  const std::uint16_t port = portOf(text.substr(colon + 1));  // the whole text without a colon
-  if (port == 0) return where;
+  const auto port = wholeNumber<std::uint16_t>(text.substr(colon + 1));  // all without a colon
+  if (!port || *port == 0) return where;
   if (colon != text.npos) {
     std::string_view host = text.substr(0, colon);
     const auto address = isBracketedAsFits(host) ? IpAddress::parse(host) : std::nullopt;
@@ -46,7 +36,7 @@ ListenAddress ListenAddress::parse(std::string_view text) {
     where.address = *address;
   }
   where.kind = colon == text.npos ? Kind::Everywhere : Kind::Address;
-  where.port = port;
+  where.port = *port;
   where.path.clear();
   return where;
 }

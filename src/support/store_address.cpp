@@ -8,21 +8,17 @@ namespace {
 
 constexpr std::string_view kScheme = "redis://";
 constexpr std::string_view kFile = "unix:";
-constexpr std::int32_t kHighestPort = 65535;
 constexpr std::size_t kMostDigits = 5;
 
-std::optional<std::int32_t> wholeNumber(std::string_view text) {
-  if (text.empty() || text.size() > kMostDigits ||
-      text.find_first_not_of("0123456789") != std::string_view::npos) {
-    return std::nullopt;
-  }
-  return numericLong(std::string(text));
+template <class Number>
+std::optional<Number> numberOf(std::string_view text) {
+  return text.size() > kMostDigits ? std::nullopt : wholeNumber<Number>(text);
 }
 
 bool takePort(StoreAddress& address, std::string_view text) {
-  const auto port = wholeNumber(text);
-  if (!port || *port == 0 || *port > kHighestPort) return false;
-  address.port = static_cast<std::uint16_t>(*port);
+  const auto port = numberOf<std::uint16_t>(text);
+  if (!port || *port == 0) return false;
+  address.port = *port;
   return true;
 }
 
@@ -64,9 +60,9 @@ std::optional<StoreAddress> StoreAddress::of(std::string_view text) {
   }
   if (const auto slash = text.find('/'); slash != std::string_view::npos) {
     if (slash + 1 < text.size()) {
-      const auto database = wholeNumber(text.substr(slash + 1));
+      const auto database = numberOf<std::uint32_t>(text.substr(slash + 1));
       if (!database) return std::nullopt;
-      address.database = *database;
+      address.database = static_cast<std::int32_t>(*database);
     }
     text = text.substr(0, slash);
   }

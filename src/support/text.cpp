@@ -45,9 +45,7 @@ constinit const std::array<char, 256> kUpper = caseTable(false);
 
 namespace {
 
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
+constexpr std::string_view kWhite = " \t\r\n\v\f";
 
 /// "&H" and "&O" texts: up to four hexadecimal digits (six octal ones) make a signed 16-bit
 /// number, more a signed 32-bit one.
@@ -101,13 +99,6 @@ std::string plainDecimal(std::string_view text) {
   return at == text.size() ? plain : std::string();
 }
 
-std::string_view trimWhite(std::string_view text) {
-  constexpr std::string_view kWhite = " \t\r\n\v\f";
-  const std::size_t first = text.find_first_not_of(kWhite);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kWhite) - first + 1);
-}
-
 }  // namespace
 
 std::string lowerCase(std::string_view text) {
@@ -143,10 +134,28 @@ std::size_t findNoCase(std::string_view text, std::string_view needle, std::size
   return static_cast<std::size_t>(found - text.begin());
 }
 
+int hexDigit(char c) {
+  if (isDigit(c)) return c - '0';
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
+}
+
+std::optional<char> hexByte(std::string_view text) {
+  const int high = text.size() < 2 ? -1 : hexDigit(text[0]);
+  const int low = high < 0 ? -1 : hexDigit(text[1]);
+  return low < 0 ? std::nullopt : std::optional(static_cast<char>(high * 16 + low));
+}
+
 std::string_view trimBlanks(std::string_view text) {
   const std::size_t first = text.find_first_not_of(' ');
   if (first == std::string_view::npos) return {};
   return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::string_view trimmed(std::string_view text, std::string_view characters) {
+  const std::size_t first = text.find_first_not_of(characters);
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(characters) - first + 1);
 }
 
 std::vector<std::string_view> split(std::string_view text, char separator) {
@@ -194,15 +203,15 @@ std::string replaceAll(std::string_view text, std::string_view from, std::string
 }
 
 std::optional<double> numericValue(std::string_view text) {
-  text = trimWhite(text);
+  text = trimmed(text, kWhite);
   if (const auto prefixed = prefixedValue(text)) return prefixed;
   bool negative = false;
   if (!text.empty() && (text.front() == '-' || text.front() == '+')) {
     negative = text.front() == '-';
-    text = trimWhite(text.substr(1));
+    text = trimmed(text.substr(1), kWhite);
   } else if (!text.empty() && (text.back() == '-' || text.back() == '+')) {
     negative = text.back() == '-';
-    text = trimWhite(text.substr(0, text.size() - 1));
+    text = trimmed(text.substr(0, text.size() - 1), kWhite);
   }
   const std::string plain = plainDecimal(text);
   if (plain.empty()) return std::nullopt;

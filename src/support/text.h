@@ -1,12 +1,14 @@
 #pragma once
 
 #include <array>
+#include <charconv>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace quorvane {
@@ -35,8 +37,31 @@ bool startsWithNoCase(std::string_view text, std::string_view prefix);
 /// Where `needle` occurs in `text` from `from` on, without regard to letter case, or npos.
 std::size_t findNoCase(std::string_view text, std::string_view needle, std::size_t from = 0);
 
+inline bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+/// What a hexadecimal digit counts; -1 when it is none.
+int hexDigit(char c);
+
+/// The byte that two hexadecimal digits at the front of `text` make; nothing when they are none.
+std::optional<char> hexByte(std::string_view text);
+
+/// The number that the whole text is: nothing but digits, and for types with a sign perhaps a "-".
+/// Nothing for other texts, and for numbers that the type does not have.
+template <class Number>
+std::optional<Number> wholeNumber(std::string_view text, int base = 10) {
+  Number number = 0;
+  const char* end = text.data() + text.size();
+  const auto [stop, error] = std::from_chars(text.data(), end, number, base);
+  return error == std::errc() && stop == end ? std::optional(number) : std::nullopt;
+}
+
 /// Cuts blanks (character 32 only, no tabs or line ends) from both ends.
 std::string_view trimBlanks(std::string_view text);
+
+/// Cuts all of these characters from both ends.
+std::string_view trimmed(std::string_view text, std::string_view characters);
 
 /// The pieces between separators: always one more than there are separators. The views last as
 /// long as what `text` views.

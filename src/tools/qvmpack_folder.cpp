@@ -1,7 +1,6 @@
 #include "tools/qvmpack_folder.h"
 
 #include <algorithm>
-#include <charconv>
 #include <filesystem>
 #include <map>
 
@@ -36,14 +35,11 @@ struct NameParts {
 std::optional<NameParts> partsOf(const std::string& name) {
   const std::size_t mark = name.find('$');
   if (mark == std::string::npos) return NameParts{kNoLanguage, name};
-  std::int32_t language = 0;
-  const char* end = name.data() + mark;
-  const auto [stop, error] = std::from_chars(name.data(), end, language);
+  const std::string number = name.substr(0, mark);
+  const auto language = wholeNumber<std::int32_t>(number);
   // The server compares the number's own spelling, so no zeros or signs in front.
-  const bool plain =
-      error == std::errc() && stop == end && std::to_string(language) == name.substr(0, mark);
-  if (!plain || language <= 0) return std::nullopt;
-  return NameParts{language, name.substr(mark + 1)};
+  if (!language || *language <= 0 || std::to_string(*language) != number) return std::nullopt;
+  return NameParts{*language, name.substr(mark + 1)};
 }
 
 bool isVariant(const ModuleFile& file) {

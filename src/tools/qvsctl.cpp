@@ -8,6 +8,8 @@
 #include <optional>
 #include <ostream>
 
+#include "support/text.h"
+
 namespace quorvane {
 
 namespace {
@@ -75,24 +77,16 @@ struct Request {
 
 constexpr double kLongestTimeout = 3600;
 
-/// The number that the whole text is, if any.
-template <class Number>
-std::optional<Number> numberOf(const std::string& text) {
-  Number number{};
-  const char* end = text.data() + text.size();
-  const auto [stop, error] = std::from_chars(text.data(), end, number);
-  if (error != std::errc() || stop != end) return std::nullopt;
-  return number;
-}
-
 void setPort(const std::string& value, Request& request) {
-  request.port = numberOf<std::uint16_t>(value).value_or(0);
+  request.port = wholeNumber<std::uint16_t>(value).value_or(0);
   if (request.port == 0) request.mistake = "\"" + value + "\" is no port";
 }
 
 void setTimeout(const std::string& value, Request& request) {
-  const double seconds = numberOf<double>(value).value_or(0);
-  if (seconds > 0 && seconds <= kLongestTimeout) {
+  double seconds = 0;
+  const char* end = value.data() + value.size();
+  const auto [stop, error] = std::from_chars(value.data(), end, seconds);
+  if (error == std::errc() && stop == end && seconds > 0 && seconds <= kLongestTimeout) {
     request.timeout = std::chrono::milliseconds(std::lround(std::ceil(seconds * 1000)));
   } else {
     request.mistake = "\"" + value + "\" is no number of seconds up to an hour";

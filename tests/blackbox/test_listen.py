@@ -34,8 +34,7 @@ class Listening(unittest.TestCase):
     def serve(self, places, **settings):
         server = Server({"who.qvs": WHO}, {"Listen": places, **settings})
         self.file = str(server.folder / "site.sock")
-        ini = server.registry / "HKEY_LOCAL_MACHINE/Software/Ardenfell/Quorvane/Server.ini"
-        ini.write_text(ini.read_text().replace("FILE", self.file))
+        server.ini.write_text(server.ini.read_text().replace("FILE", self.file))
         server.port = self.ports[0]
         server.__enter__()
         self.addCleanup(server.__exit__)
@@ -92,8 +91,7 @@ class Listening(unittest.TestCase):
         server.port = self.ports[0]
         precious = server.folder / "precious"
         precious.write_text("precious")
-        ini = server.registry / "HKEY_LOCAL_MACHINE/Software/Ardenfell/Quorvane/Server.ini"
-        ini.write_text("Listen=127.0.0.1:%d, unix:%s rubbish\n" % (self.ports[0], precious))
+        server.set({"Listen": "127.0.0.1:%d, unix:%s rubbish" % (self.ports[0], precious)})
         with server:
             server.stop()
             log = server.log_text()
@@ -102,7 +100,7 @@ class Listening(unittest.TestCase):
             self.assertIn("PORT ERROR: Unable to listen on rubbish: it is no place to listen at", log)
             self.assertIn("Settings line 1 not taken: Listen is ", log)
             self.assertEqual(precious.read_text(), "precious")
-            self.assertNotIn("TrustedProxies", ini.read_text())
+            self.assertNotIn("TrustedProxies", server.ini.read_text())
 
     def test_a_page_can_not_ask_its_own_server_at_any_of_its_ports(self):
         first, second = self.ports

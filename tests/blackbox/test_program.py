@@ -4,6 +4,7 @@ import signal
 import socket
 import unittest
 
+import programs
 from serving import PATIENCE, Server, wait_until
 
 CONTROL_PORT = 7008
@@ -11,7 +12,7 @@ CONTROL_PORT = 7008
 
 class Program(unittest.TestCase):
     def test_orderly_end(self):
-        for ending in Server.ENDINGS:
+        for ending in {programs.ENDING, signal.SIGINT}:
             with Server({"a.txt": b"a"}) as server:
                 with server.connect() as idle:
                     server.process.send_signal(ending)
@@ -52,8 +53,7 @@ class Program(unittest.TestCase):
 
     def test_missing_settings_are_written(self):
         with Server() as server:
-            ini = server.registry / "HKEY_LOCAL_MACHINE/Software/Ardenfell/Quorvane/Server.ini"
-            text = ini.read_text()
+            text = server.ini.read_text()
         self.assertIn("LogServer=1", text)
         self.assertIn("EncodeStatic=0", text)
 

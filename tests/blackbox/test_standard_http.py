@@ -14,7 +14,6 @@ from dataclasses import dataclass, field
 from serving import PATIENCE, Server, ServerTest
 
 MOST_LINE = 32 << 10
-MOST_HEAD = 128 << 10
 DATE = re.compile(r"(Mon|Tue|Wed|Thu|Fri|Sat|Sun), \d\d "
                   r"(Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec) \d{4} \d\d:\d\d:\d\d GMT")
 FIELD = re.compile(r"[!#$%&'*+\-.^_`|~0-9A-Za-z]+:[\t -~\x80-\xff]*")

@@ -90,12 +90,11 @@ class Settings(unittest.TestCase):
     def prepared(self):
         server = Server({"a.txt": b"a"})
         self.addCleanup(server.__exit__)
-        ini = server.registry / "HKEY_LOCAL_MACHINE/Software/Ardenfell/Quorvane/Server.ini"
-        ini.write_bytes(FAULTY % server.port)
-        return server, ini
+        server.ini.write_bytes(FAULTY % server.port)
+        return server
 
     def test_lines_that_are_not_taken_stand_behind_the_banner(self):
-        server, _ = self.prepared()
+        server = self.prepared()
         with server:
             self.assertEqual(server.get("/a.txt").body, b"a", "the first line counts")
             server.stop()
@@ -105,15 +104,15 @@ class Settings(unittest.TestCase):
                          ["Settings " + finding for finding in FINDINGS] + ["Server Start"])
 
     def test_the_control_program_says_the_same_and_starts_nothing(self):
-        server, ini = self.prepared()
-        before = ini.read_bytes()
+        server = self.prepared()
+        before = server.ini.read_bytes()
         environment = {**os.environ, "QUORVANE_REGISTRY": str(server.registry)}
         done = run("qvsctl", "check", env=environment)
         self.assertEqual(done.stdout.decode().splitlines(),
                          ["Settings " + finding for finding in FINDINGS])
         self.assertEqual((done.returncode, done.stderr), (1, b""))
-        self.assertEqual(ini.read_bytes(), before)
-        ini.write_text("Port=80\n")
+        self.assertEqual(server.ini.read_bytes(), before)
+        server.ini.write_text("Port=80\n")
         self.assertEqual(run("qvsctl", "check", env=environment).returncode, 0)
 
 

@@ -7,7 +7,7 @@ import socket
 import subprocess
 import tempfile
 
-from serving import PATIENCE, Server, free_port, is_listened_on, wait_until
+from serving import Server, end, free_port, is_listened_on, wait_until
 
 from hosting.recipes import recipes, settings_of, with_own
 
@@ -29,15 +29,15 @@ http {
 
 
 class Proxy:
-    """A proxy with a recipe's configuration, where `settings` are the server's."""
+    """A proxy with a recipe's configuration, where `settings` are the server's, or without a
+    heading with another."""
 
     KIND = None  # language of the recipe's block
     FILE = None
-    PRINTED_PORTS = ()
 
-    def __init__(self, heading):
-        self.recipe = recipes()[heading]
-        self.is_secure = "TLS" in heading
+    def __init__(self, heading=None):
+        self.recipe = recipes()[heading] if heading else {}
+        self.is_secure = "TLS" in (heading or "")
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="quorvane-proxy-"))
         # Workers run as another user.
         self.folder.chmod(0o755)
@@ -59,7 +59,10 @@ class Proxy:
         changes = {**self.changes, self.printed_address(): self.own_address()}
         if self.is_secure:
             changes.update(self.certificate())
-        (self.folder / self.FILE).write_text(self.whole(with_own(self.recipe[self.KIND], changes)))
+        self.start_with(with_own(self.recipe[self.KIND], changes))
+
+    def start_with(self, text):
+        (self.folder / self.FILE).write_text(self.whole(text))
         log = open(self.folder / "log", "wb")
         self.process = subprocess.Popen(
             self.command(), cwd=self.folder, stdin=subprocess.DEVNULL, stdout=log,
@@ -92,13 +95,8 @@ class Proxy:
         return {printed: str(self.folder / own) for printed, own in names.items() if printed in text}
 
     def close(self):
-        if self.process and self.process.poll() is None:
-            self.process.terminate()
-            try:
-                self.process.wait(PATIENCE)
-            except subprocess.TimeoutExpired:
-                self.process.kill()
-                self.process.wait()
+        if self.process:
+            end(self.process)
         shutil.rmtree(self.folder, ignore_errors=True)
 
     def whole(self, text):
@@ -166,8 +164,7 @@ class ProxiedServer(Server):
         super().__init__(pages)
         self.proxy = proxy
         own = {**proxy.settings(self.port), **settings}
-        path = self.registry / "HKEY_LOCAL_MACHINE/Software/Ardenfell/Quorvane/Server.ini"
-        path.write_text("".join("%s=%s\n" % item for item in own.items()))
+        self.set(own)
         self.listens_at = own["Listen"]
 
     def answers(self):

@@ -1,4 +1,4 @@
-"""A Redis server with a folder of its own, and what stands in it."""
+"""A Redis server with a folder of its own, and a page for the visitors of servers that share it."""
 
 import pathlib
 import shutil
@@ -8,6 +8,16 @@ import subprocess
 import tempfile
 
 from serving import PATIENCE, free_port, wait_until
+
+
+# Says how often its visitor came, and how often all did.
+COUNT = """<%
+Session("n") = Session("n") + 1
+Application.Lock
+Application("n") = Application("n") + 1
+Application.Unlock
+Response.Write Session("n") & " " & Application("n")
+%>"""
 
 
 class Redis:

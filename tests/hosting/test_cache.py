@@ -8,9 +8,9 @@ import tempfile
 import time
 import unittest
 
-from serving import PATIENCE, Server, free_port, is_listened_on, wait_until
+from serving import Server
 
-from hosting.proxies import NGINX
+from hosting.proxies import Nginx
 
 SITE = """
 proxy_cache_path cache keys_zone=kept:1m;
@@ -49,25 +49,15 @@ class BehindACache(unittest.TestCase):
         cls.server = cls.enterClassContext(Server(pages, settings))
         for name in pages:
             os.utime(cls.server.root / name, (LONG_AGO, LONG_AGO))
-        folder = pathlib.Path(tempfile.mkdtemp(prefix="quorvane-cache-"))
-        cls.addClassCleanup(shutil.rmtree, folder, ignore_errors=True)
-        folder.chmod(0o755)
-        cls.port = free_port()
-        (folder / "nginx.conf").write_text(NGINX)
-        (folder / "site.conf").write_text(SITE % {"port": cls.port, "server": cls.server.port})
-        user = "user root;" if os.geteuid() == 0 else ""
-        cls.cache = subprocess.Popen(
-            ["/usr/sbin/nginx", "-p", str(folder), "-c", str(folder / "nginx.conf"), "-g", user],
-            stdin=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        cls.addClassCleanup(cls.cache.wait, PATIENCE)
-        cls.addClassCleanup(cls.cache.terminate)
-        wait_until(lambda: is_listened_on(cls.port), "the cache to listen")
+        cls.cache = Nginx()
+        cls.addClassCleanup(cls.cache.close)
+        cls.cache.start_with(SITE % {"port": cls.cache.port, "server": cls.server.port})
 
     def fetch(self, target, *words):
         """Header lines and body, decoded."""
         with tempfile.NamedTemporaryFile() as head:
             body = subprocess.run(
-                ["curl", "-sS", "-D", head.name, *words, "http://127.0.0.1:%d%s" % (self.port, target)],
+                ["curl", "-sS", "-D", head.name, *words, "http://127.0.0.1:%d%s" % (self.cache.port, target)],
                 capture_output=True, check=True).stdout
             lines = pathlib.Path(head.name).read_bytes().decode("latin-1").split("\r\n")
         fields = dict(line.split(": ", 1) for line in lines[1:] if ": " in line)

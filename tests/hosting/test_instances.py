@@ -2,38 +2,23 @@
 
 import re
 import signal
-import socket
 import threading
 import time
 import unittest
 
-from serving import PATIENCE, Connection, Server, free_port, wait_until
+from serving import PATIENCE, Connection, Server, end, free_port, is_free, wait_until
 
 from hosting.proxies import HAProxy
-from hosting.recipes import IN_MEMORY, IN_REDIS, settings_of, with_own
-from hosting.store import Redis
+from hosting.recipes import IN_MEMORY, IN_REDIS, recipes, settings_of, with_own
+from hosting.store import COUNT, Redis
 
 VISITORS = 8
-COUNT = """<%
-Session("n") = Session("n") + 1
-Application.Lock
-Application("n") = Application("n") + 1
-Application.Unlock
-Response.Write Session("n") & " " & Application("n")
-%>"""
 
 
 def free_base():
     """A number whose digits with 1 to 3 behind are free ports."""
-    while True:
-        base = free_port() // 10
-        try:
-            for number in (1, 2, 3):
-                with socket.socket() as probe:
-                    probe.bind(("127.0.0.1", base * 10 + number))
-            return base
-        except OSError:
-            continue
+    return next(base for base in iter(lambda: free_port() // 10, None)
+                if all(is_free(base * 10 + number) for number in (1, 2, 3)))
 
 
 class Instances:
@@ -64,9 +49,7 @@ class Instances:
 
     def close(self):
         for process in self.processes.values():
-            if process.poll() is None:
-                process.terminate()
-                process.wait(PATIENCE)
+            end(process)
             process.stdout.close()
         self.server.process = None
         self.server.__exit__()
@@ -109,11 +92,10 @@ class Visitor(threading.Thread):
 class BehindHAProxy(unittest.TestCase):
     def start(self, heading, settings=None):
         base = free_base()
-        self.changes = {"127.0.0.1:710": "127.0.0.1:%d" % base}
         self.proxy = HAProxy(heading)
-        self.proxy.changes = self.changes
+        self.proxy.changes = {"127.0.0.1:710": "127.0.0.1:%d" % base}
         self.addCleanup(self.proxy.close)
-        text = with_own(self.proxy.recipe["ini"], self.changes)
+        text = with_own(self.proxy.recipe["ini"], self.proxy.changes)
         own = {**settings_of(text), "Customary": "2", **(settings or {})}
         self.instances = Instances({"count.asp": COUNT, "health.txt": "well"}, own)
         self.addCleanup(self.instances.close)
@@ -130,11 +112,7 @@ class BehindHAProxy(unittest.TestCase):
         return all_
 
     def test_one_is_killed_and_one_restarted_under_load(self):
-        redis = Redis()
-        self.addCleanup(redis.close)
-        with open(redis.folder / "redis.conf", "w") as file:
-            file.write(HAProxy(IN_REDIS).recipe["redis"])
-        redis.start()
+        redis = self.enterContext(Redis(recipes()[IN_REDIS]["redis"]))
         self.start(IN_REDIS, {"SessionStore": redis.address})
         visitors = self.visitors(14)
         time.sleep(3)

@@ -1,13 +1,16 @@
 """Sessions, keys and the application in a Redis server that several instances share."""
 
 import concurrent.futures
+import os
+import shutil
 import signal
+import socket
 import time
 import unittest
 
 from serving import Server, wait_until
 
-from hosting.store import Redis
+from hosting.store import COUNT, Redis
 
 # Each sets x, and says in y what must be true of it afterwards.
 VALUES = {
@@ -29,14 +32,6 @@ VALUES = {
               "UBound(x) = 2 And x(1) = \"two\" And IsNull(x(2)(1)) And x(2)(0) = 3"),
     "none": ("Array()", "UBound(x) = -1"),
 }
-
-COUNT = """<%
-Session("n") = Session("n") + 1
-Application.Lock
-Application("n") = Application("n") + 1
-Application.Unlock
-Response.Write Session("n") & " " & Application("n")
-%>"""
 
 
 class StoreTest(unittest.TestCase):
@@ -336,7 +331,46 @@ class DefaultPages(StoreTest):
                          ("plain", cookie))
 
 
+class NamelessServer(Server):
+    """Its look-ups of names end with nothing, and late: the name server that it knows is silent."""
+
+    NAME_SERVER = "127.0.0.99"
+
+    def command(self):
+        (self.folder / "resolv.conf").write_text("nameserver %s\n" % self.NAME_SERVER)
+        mount = "mount --bind resolv.conf /etc/resolv.conf && exec \"$@\""
+        return ["unshare", "--mount", "sh", "-c", mount, "sh", *super().command()]
+
+
 class OtherWaysIn(unittest.TestCase):
+    def test_a_name(self):
+        with Redis() as redis, Server({"p.qvs": "<% Session.Contents(\"a\") = \"x\" %>y"},
+                                      {"SessionStore": "redis://localhost:%d" % redis.port}) as server:
+            server.get("/p.qvs")
+            self.assertTrue(redis.command("KEYS", "quorvane:session:*"))
+
+    def test_a_name_that_leads_nowhere(self):
+        with Server({"p.qvs": "<% Session.Contents(\"a\") = \"x\" %>"},
+                    {"SessionStore": "redis://no-such-host.invalid"}) as server:
+            self.assertIn("The session store can't be reached: Host not found",
+                          server.get("/p.qvs").text)
+
+    @unittest.skipUnless(os.geteuid() == 0 and shutil.which("unshare"),
+                         "needs a file system of its own")
+    def test_a_name_that_is_not_found_in_time(self):
+        silent = self.enterContext(socket.socket(socket.AF_INET, socket.SOCK_DGRAM))
+        silent.bind((NamelessServer.NAME_SERVER, 53))
+        with NamelessServer({"p.qvs": "<% Session.Contents(\"a\") = \"x\" %>"},
+                            {"SessionStore": "redis://store.example"}) as server:
+            begun = time.monotonic()
+            for _ in range(3):
+                self.assertIn("The session store can't be reached: the host's address is not found "
+                              "in time", server.get("/p.qvs").text)
+            self.assertLess(time.monotonic() - begun, 1)
+            silent.settimeout(1)
+            self.assertTrue(silent.recv(512))
+            self.assertEqual(server.stop(), 0)
+
     def test_password_and_file(self):
         with Redis("requirepass secret\n") as redis:
             page = {"p.qvs": "<% Session.Contents(\"a\") = \"x\": Response.Write "

@@ -187,8 +187,7 @@ class ConsoleTest(unittest.TestCase):
         if not languages.exists():
             self.skipTest("needs the built language files")
         shutil.copytree(languages, self.server.root.parent.parent / "Lang")
-        with open(self.server.registry / "HKEY_LOCAL_MACHINE/Software/Ardenfell/Quorvane/Server.ini",
-                  "a", encoding="latin-1") as settings:
+        with open(self.server.ini, "a", encoding="latin-1") as settings:
             settings.write("DefaultLCID=1031\n")
         t = self.start(wait_for="LCID: 1031")
         for text in ("Protokoll ─", "Sitzungen", "[ Start/Stopp ]  [ Protokoll leeren ]",

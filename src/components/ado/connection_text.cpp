@@ -1,5 +1,6 @@
 #include "components/ado/connection_text.h"
 
+#include <algorithm>
 #include <array>
 
 #include "support/text.h"
@@ -8,15 +9,7 @@ namespace quorvane::ado {
 
 namespace {
 
-bool isBlank(char c) {
-  return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-std::string_view trimmed(std::string_view text) {
-  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
-  return text;
-}
+constexpr std::string_view kBlanks = " \t\n\v\f\r";
 
 /// A value in marks, up to its closing mark (a doubled one stands for itself); `at` stands on the
 /// opening one and is moved behind the closing one.
@@ -101,17 +94,17 @@ ConnectionParts::ConnectionParts(std::string_view text) {
       at = equals == text.npos ? text.size() : equals + 1;
       continue;
     }
-    const std::string name = lowerCase(trimmed(text.substr(at, equals - at)));
+    const std::string name = lowerCase(trimmed(text.substr(at, equals - at), kBlanks));
     at = equals + 1;
-    while (at < text.size() && isBlank(text[at])) ++at;
+    at = std::min(text.find_first_not_of(kBlanks, at), text.size());
     std::string value;
     const bool hasMark =
         at < text.size() && (text[at] == '"' || text[at] == '\'' || text[at] == '{');
     if (hasMark) value = marked(text, at);
     const std::size_t end = std::min(text.find(';', at), text.size());
-    if (!hasMark) value = trimmed(text.substr(at, end - at));
+    if (!hasMark) value = trimmed(text.substr(at, end - at), kBlanks);
     parts_.emplace_back(name, std::move(value));
-    spelled_.emplace_back(trimmed(text.substr(begin, end - begin)));
+    spelled_.emplace_back(trimmed(text.substr(begin, end - begin), kBlanks));
     at = end + 1;
   }
 }
@@ -149,7 +142,8 @@ ConnectionTarget connectionTarget(std::string_view text, std::string_view provid
   target.file =
       parts.findAny({"data source", "datasource", "dbq", "database", "dbname", "initial catalog"})
           .value_or("");
-  if (parts.empty()) target.file = std::string(trimmed(text));  // the provider is said elsewhere
+  if (parts.empty())
+    target.file = std::string(trimmed(text, kBlanks));  // the provider is said elsewhere
   if (driver) {
     target.engine = engineOf(kDrivers, *driver).value_or(Engine::Odbc);
     target.odbcForm = true;

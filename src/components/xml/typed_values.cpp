@@ -76,13 +76,6 @@ const DataType* find(std::string_view name) {
   return nullptr;
 }
 
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view kSpaces = " \t\r\n";
-  const std::size_t first = text.find_first_not_of(kSpaces);
-  if (first == text.npos) return {};
-  return text.substr(first, text.find_last_not_of(kSpaces) + 1 - first);
-}
-
 /// A number as documents have it: always with a point, whatever the locale of the run.
 std::optional<double> number(std::string_view text) {
   if (text.starts_with('+')) text.remove_prefix(1);
@@ -141,7 +134,7 @@ std::optional<std::int64_t> timeOfDay(Fields& fields) {
   if (!hour || *hour > 24 || !fields.take(':')) return {};
   const auto minute = fields.digits(2);
   if (!minute || *minute > 59) return {};
-  std::int64_t seconds = std::int64_t{*hour} * 3600 + *minute * 60;
+  std::int64_t seconds = std::int64_t{*hour} * 3600 + std::int64_t{*minute} * 60;
   if (fields.take(':')) {
     const auto second = fields.digits(2);
     if (!second || *second > 60) return {};
@@ -155,7 +148,7 @@ std::optional<std::int64_t> timeOfDay(Fields& fields) {
   fields.take(':');
   const auto minutes = fields.digits(2);
   if (!hours || !minutes) return {};
-  const std::int64_t offset = std::int64_t{*hours} * 3600 + *minutes * 60;
+  const std::int64_t offset = std::int64_t{*hours} * 3600 + std::int64_t{*minutes} * 60;
   return east ? seconds - offset : seconds + offset;
 }
 
@@ -297,7 +290,7 @@ Value typedValue(std::string_view type, const std::string& text) {
   vbs::countWork(text.size());
   const DataType* known = find(type);
   if (!known || known->family == Family::Text) return vbs::String::fromUtf8(text);
-  const auto value = valueOf(*known, trimmed(text));
+  const auto value = valueOf(*known, trimmed(text, " \t\r\n"));
   if (!value)
     fail("Error parsing '" + text.substr(0, 256) + "' as " + std::string(type) + " datatype.");
   return *value;

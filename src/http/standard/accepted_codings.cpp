@@ -16,7 +16,7 @@ int thousandthsOf(std::string_view text) {
   const std::string_view decimals = text.substr(std::min<std::size_t>(text.size(), 2));
   const bool isQuality = !text.empty() && (text[0] == '0' || text[0] == '1') &&
                          (text.size() == 1 || text[1] == '.') && decimals.size() <= 3 &&
-                         std::all_of(decimals.begin(), decimals.end(), standard_grammar::isDigit);
+                         std::all_of(decimals.begin(), decimals.end(), isDigit);
   if (!isQuality) return 0;
   int number = text[0] - '0';
   for (std::size_t i = 0; i < 3; ++i) {

@@ -30,6 +30,7 @@ class CodedCopies {
   /// wait for the work and have nothing of it.
   static constexpr std::chrono::minutes kPause{1};
 
+  /// Both outlive the object.
   CodedCopies(const Services& services, ContentCache& contents)
       : services_(services), contents_(contents), kept_(services.files, isCopy, kBounds) {}
 

@@ -3,14 +3,15 @@
 #include <algorithm>
 #include <array>
 
+#include "http/http_date.h"
+#include "support/text.h"
+
 namespace quorvane {
 
 namespace {
 
 using namespace std::chrono;
 
-constexpr std::array<std::string_view, 12> kMonths{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                                   "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 constexpr std::array<std::string_view, 7> kDays{"Sunday",   "Monday", "Tuesday", "Wednesday",
                                                 "Thursday", "Friday", "Saturday"};
 
@@ -32,7 +33,7 @@ class Scanner {
     int value = 0;
     for (std::size_t i = 0; i < digits; ++i) {
       const char c = i < rest_.size() ? rest_[i] : ' ';
-      if (c < '0' || c > '9') failed_ = true;
+      if (!isDigit(c)) failed_ = true;
       value = value * 10 + (c - '0');
     }
     rest_.remove_prefix(std::min(digits, rest_.size()));
@@ -80,7 +81,7 @@ void takeFixed(Scanner& text, Fields& fields) {
   text.word(", ");
   fields.day = text.number(2);
   text.word(" ");
-  fields.month = text.oneOf(kMonths, 3);
+  fields.month = text.oneOf(kHttpMonths, 3);
   text.word(" ");
   fields.year = text.number(4);
   text.word(" ");
@@ -93,7 +94,7 @@ void takeOld(Scanner& text, Fields& fields, TimePoint now) {
   text.word(", ");
   fields.day = text.number(2);
   text.word("-");
-  fields.month = text.oneOf(kMonths, 3);
+  fields.month = text.oneOf(kHttpMonths, 3);
   text.word("-");
   const int present = utcFields(now).year;
   fields.year = present - present % 100 + text.number(2);
@@ -106,7 +107,7 @@ void takeOld(Scanner& text, Fields& fields, TimePoint now) {
 /// "Sun Nov  6 08:49:37 1994"
 void takeOldest(Scanner& text, Fields& fields) {
   text.word(" ");
-  fields.month = text.oneOf(kMonths, 3);
+  fields.month = text.oneOf(kHttpMonths, 3);
   text.word(" ");
   const bool hasBlank = text.sees(' ');
   if (hasBlank) text.word(" ");

@@ -20,6 +20,7 @@ namespace quorvane {
 namespace {
 
 using content_coding::Effort;
+using header_lines::addOwn;
 using preconditions::Verdict;
 
 /// What is coded for one answer alone is coded while others wait.
@@ -42,11 +43,6 @@ bool isText(std::string_view type) {
     if (type.ends_with(end)) return true;
   }
   return false;
-}
-
-void addOwn(std::string& lines, std::string_view name, std::string_view value) {
-  if (!lines.empty()) lines += "\r\n";
-  header_lines::writeOwn(lines, name, value);
 }
 
 }  // namespace
@@ -290,7 +286,7 @@ void StandardFiles::addCommonLines(std::string& lines, const Request& request, c
     addOwn(lines, "Cache-Control", "no-cache");
   }
   if (request.isOfPage && request.session > 0) {
-    addOwn(lines, "Set-Cookie", "QVS_SESSIONID=" + std::to_string(request.session) + "; path=/");
+    addOwn(lines, "Set-Cookie", header_lines::sessionCookie(request.session));
   }
   if (!request.cookieLines.empty()) lines.append("\r\n").append(request.cookieLines);
 }

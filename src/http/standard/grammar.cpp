@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "support/text.h"
+
 namespace quorvane {
 
 namespace standard_grammar {
@@ -39,10 +41,6 @@ bool is(char c, Part part) {
   return (kParts[static_cast<unsigned char>(c)] & part) != 0;
 }
 
-bool isBlank(char c) {
-  return c == ' ' || c == '\t';
-}
-
 bool isPort(std::string_view text) {
   return std::all_of(text.begin(), text.end(), isDigit);
 }
@@ -51,9 +49,7 @@ bool isPort(std::string_view text) {
 bool isName(std::string_view text) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (is(text[i], kHost)) continue;
-    const bool encodes = text[i] == '%' && i + 2 < text.size() && hexDigit(text[i + 1]) >= 0 &&
-                         hexDigit(text[i + 2]) >= 0;
-    if (!encodes) return false;
+    if (text[i] != '%' || !hexByte(text.substr(i + 1))) return false;
     i += 2;
   }
   return !text.empty();
@@ -78,20 +74,8 @@ bool isFieldValue(std::string_view text) {
   return std::all_of(text.begin(), text.end(), [](char c) { return is(c, kValue); });
 }
 
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-
-int hexDigit(char c) {
-  if (isDigit(c)) return c - '0';
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
-}
-
 std::string_view trimmed(std::string_view text) {
-  while (!text.empty() && isBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && isBlank(text.back())) text.remove_suffix(1);
-  return text;
+  return quorvane::trimmed(text, " \t");
 }
 
 std::optional<Field> fieldOf(std::string_view line) {

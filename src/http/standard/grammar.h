@@ -17,9 +17,6 @@ bool isToken(std::string_view text);  ///< never empty
 /// Visible characters, blanks, tabs and bytes beyond ASCII.
 bool isFieldValue(std::string_view text);
 
-bool isDigit(char c);
-int hexDigit(char c);  ///< -1 when it is none
-
 /// Without blanks and tabs at both ends.
 std::string_view trimmed(std::string_view text);
 

@@ -1,8 +1,6 @@
 #include "http/standard/head.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 
 #include "http/header_lines.h"
 #include "support/text.h"
@@ -19,8 +17,8 @@ constexpr std::size_t kNowhere = std::string_view::npos;
 
 /// "HTTP/", a digit, a dot, a digit.
 bool isVersion(std::string_view text) {
-  return text.size() == 8 && text.starts_with("HTTP/") && standard_grammar::isDigit(text[5]) &&
-         text[6] == '.' && standard_grammar::isDigit(text[7]);
+  return text.size() == 8 && text.starts_with("HTTP/") && isDigit(text[5]) && text[6] == '.' &&
+         isDigit(text[7]);
 }
 
 /// Whether a method usually comes with a body.
@@ -142,13 +140,13 @@ std::optional<Status> StandardHead::judgeFraming() {
     const bool isMissing = describesBody && bringsBody(method_);
     return isMissing ? std::optional(Status::LengthRequired) : std::nullopt;
   }
-  const bool isNumber = !announced->empty() && std::all_of(announced->begin(), announced->end(),
-                                                           standard_grammar::isDigit);
+  const bool isNumber =
+      !announced->empty() && std::all_of(announced->begin(), announced->end(), isDigit);
   if (!isNumber) return Status::BadRequest;
   framing_ = BodyFraming::Length;
-  const char* end = announced->data() + announced->size();
-  const bool fits = std::from_chars(announced->data(), end, length_).ec == std::errc();
-  return fits ? std::nullopt : std::optional(Status::ContentTooLarge);
+  const auto length = wholeNumber<std::uint64_t>(*announced);
+  length_ = length.value_or(0);
+  return length ? std::nullopt : std::optional(Status::ContentTooLarge);
 }
 
 std::optional<Status> StandardHead::judgeCodings(const std::vector<std::string_view>& lists) {

@@ -59,8 +59,7 @@ std::string StandardHeads::flushed(std::int32_t sessionNumber, std::string_view 
     header_lines::add(lines, "Cache-Control", "private");
   }
   if (sessionNumber > 0) {
-    header_lines::add(lines, "Set-Cookie",
-                      "QVS_SESSIONID=" + std::to_string(sessionNumber) + "; path=/");
+    header_lines::add(lines, "Set-Cookie", header_lines::sessionCookie(sessionNumber));
   }
   return ofFlushedPage(statusText(Status::Ok), lines, framing, keepAlive);
 }

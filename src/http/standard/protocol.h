@@ -12,6 +12,7 @@ namespace quorvane {
 /// That of RFC 9110 and 9112, as an origin server keeps to them.
 class StandardProtocol final : public Protocol {
  public:
+  /// Both outlive the object.
   StandardProtocol(const ServerState& state, const Clock& clock) : heads_(state, clock) {}
 
   Collected collect(SlotRecord& record, std::string_view data) override {

@@ -10,8 +10,6 @@ namespace quorvane {
 
 namespace {
 
-using standard_grammar::hexDigit;
-
 /// Characters that stand for themselves in every address that browsers send, be it a little beyond
 /// the grammar of URIs.
 bool isPathChar(char c) {
@@ -36,6 +34,7 @@ bool isPlain(std::string_view path) {
 
 /// Of one segment. Nothing for a number that is none, and for what no name may have.
 std::optional<std::string> decoded(std::string_view segment) {
+  constexpr std::string_view kNoName = "/\\\x7f";
   std::string text;
   text.reserve(segment.size());
   for (std::size_t i = 0; i < segment.size(); ++i) {
@@ -43,13 +42,11 @@ std::optional<std::string> decoded(std::string_view segment) {
       text += segment[i];
       continue;
     }
-    if (i + 2 >= segment.size()) return std::nullopt;
-    const int high = hexDigit(segment[i + 1]);
-    const int low = hexDigit(segment[i + 2]);
-    if (high < 0 || low < 0) return std::nullopt;
-    const int c = high * 16 + low;
-    if (c < ' ' || c == 127 || c == '/' || c == '\\') return std::nullopt;
-    text += static_cast<char>(c);
+    const auto c = hexByte(segment.substr(i + 1));
+    if (!c || static_cast<unsigned char>(*c) < ' ' || kNoName.find(*c) != kNoName.npos) {
+      return std::nullopt;
+    }
+    text += *c;
     i += 2;
   }
   return text;

@@ -172,7 +172,6 @@ class FakeListener final : public TcpListener {
     state_ = SocketState::Error;
     events_.listenerError();
   }
-  void runShort() { events_.descriptorsShort(); }
 
   /// A client connects. Null when it was not accepted.
   FakeSocket* connect(const std::string& ip = "127.0.0.1", std::uint16_t port = 50000) {

@@ -1,12 +1,12 @@
 #include <unistd.h>
 
-#include <charconv>
 #include <cstdlib>
 #include <filesystem>
 #include <system_error>
 
 #include "platform/system.h"
 #include "platform/text_settings.h"
+#include "support/text.h"
 
 namespace quorvane {
 
@@ -40,11 +40,8 @@ std::string settingsRoot() {
 
 /// The variable QUORVANE_INSTANCE, from 1 to 999.
 std::int32_t instanceNumber() {
-  const std::string text = environment("QUORVANE_INSTANCE");
-  std::int32_t number = 0;
-  const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
-  const bool isWhole = read.ec == std::errc() && read.ptr == text.data() + text.size();
-  return isWhole && number > 0 && number <= kHighestInstance ? number : 0;
+  const auto number = wholeNumber<std::int32_t>(environment("QUORVANE_INSTANCE"));
+  return number && *number > 0 && *number <= kHighestInstance ? *number : 0;
 }
 
 std::unique_ptr<SettingsStorage> makeSettingsStorage(const Files& files, const std::string& root) {

@@ -90,14 +90,12 @@ std::string SocketFile::bind(Acceptor& acceptor, const std::string& path) {
       ::bind(acceptor.native_handle(), place, sizeof *address) != 0) {
     return systemText(errno);
   }
-  path_ = path;
   struct stat made {};
-  if (::chmod(path.c_str(), kSocketFileMode) != 0 || ::lstat(path.c_str(), &made) != 0) {
-    return systemText(errno);
-  }
+  if (::lstat(path.c_str(), &made) != 0) return systemText(errno);
+  path_ = path;
   device_ = made.st_dev;
   number_ = made.st_ino;
-  return {};
+  return ::chmod(path.c_str(), kSocketFileMode) == 0 ? std::string() : systemText(errno);
 }
 
 void SocketFile::remove() {

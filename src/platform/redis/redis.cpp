@@ -7,6 +7,8 @@
 #include <utility>
 
 #include "platform/clock.h"
+#include "platform/host_lookup.h"
+#include "support/ip_address.h"
 
 namespace quorvane {
 
@@ -15,6 +17,7 @@ namespace {
 using std::chrono::milliseconds;
 using SteadyTime = std::chrono::steady_clock::time_point;
 
+constexpr milliseconds kLookupTime{300};
 constexpr milliseconds kConnectTime{300};
 constexpr milliseconds kReadTime{700};    ///< without a byte
 constexpr milliseconds kAnswerTime{800};  ///< for an answer in all
@@ -86,12 +89,7 @@ class RedisConnection final : public Redis {
 
   bool connect() {
     if (clock_.steadyNow() < awayUntil_) return false;
-    context_.reset(open());
-    if (!context_) {
-      fault_ = "out of memory";
-    } else if (context_->err != 0) {
-      fault_ = context_->errstr;
-    } else if (redisSetTimeout(context_.get(), timeOf(kReadTime)) == REDIS_OK && enter()) {
+    if (open() && redisSetTimeout(context_.get(), timeOf(kReadTime)) == REDIS_OK && enter()) {
       pause_ = {};
       return true;
     }
@@ -99,11 +97,36 @@ class RedisConnection final : public Redis {
     return false;
   }
 
-  redisContext* open() const {
-    const timeval time = timeOf(kConnectTime);
-    return address_.path.empty()
-               ? redisConnectWithTimeout(address_.host.c_str(), address_.port, time)
-               : redisConnectUnixWithTimeout(address_.path.c_str(), time);
+  bool open() {
+    if (!address_.path.empty()) {
+      return take(redisConnectUnixWithTimeout(address_.path.c_str(), timeOf(kConnectTime)));
+    }
+    const auto addresses = findHost();
+    const auto begun = clock_.steadyNow();
+    return std::any_of(addresses.begin(), addresses.end(), [&](const std::string& one) {
+      const auto spent = std::chrono::ceil<milliseconds>(clock_.steadyNow() - begun);
+      const timeval time = timeOf(std::max(kConnectTime - spent, milliseconds{1}));
+      return take(redisConnectWithTimeout(one.c_str(), address_.port, time));
+    });
+  }
+
+  bool take(redisContext* made) {
+    context_.reset(made);
+    if (!context_) fault_ = "out of memory";
+    if (context_ && context_->err != 0) fault_ = context_->errstr;
+    return context_ && context_->err == 0;
+  }
+
+  /// The addresses to try. One look-up is under way at most, and waited for once.
+  std::vector<std::string> findHost() {
+    if (IpAddress::parse(address_.host)) return {address_.host};
+    const bool isNew = !lookup_;
+    if (isNew) lookup_.emplace(address_.host);
+    const auto found = lookup_->wait(isNew ? kLookupTime : milliseconds{0});
+    fault_ = found ? found->fault : "the host's address is not found in time";
+    if (!found) return {};
+    lookup_.reset();
+    return found->addresses;
   }
 
   /// What the server wants to know first.
@@ -177,6 +200,7 @@ class RedisConnection final : public Redis {
 
   StoreAddress address_;
   const Clock& clock_;
+  std::optional<HostLookup> lookup_;  ///< under way
   Context context_;
   std::string fault_;
   bool isLost_ = false;  ///< the other side had ended the connection

@@ -1,17 +1,11 @@
 #include "script/customary/http_text.h"
 
-#include <array>
-#include <cstdio>
-
+#include "http/http_date.h"
 #include "support/local_time.h"
 
 namespace quorvane::customary {
 
 namespace {
-
-constexpr std::array<const char*, 7> kDays = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
-constexpr std::array<const char*, 12> kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                                 "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
 TimePoint momentOf(const CalendarTime& utc) {
   using namespace std::chrono;
@@ -30,12 +24,7 @@ void appendHex(std::string& out, char byte) {
 }  // namespace
 
 std::string httpDate(const CalendarTime& utc) {
-  std::array<char, 64> text{};
-  std::snprintf(text.data(), text.size(), "%s, %02d %s %04d %02d:%02d:%02d GMT",
-                kDays[static_cast<std::size_t>(utcFields(momentOf(utc)).weekday)], utc.day,
-                kMonths[static_cast<std::size_t>(utc.month) - 1], utc.year, utc.hour, utc.minute,
-                utc.second);
-  return text.data();
+  return httpDateText(utcFields(momentOf(utc)));
 }
 
 CalendarTime utcOfLocal(const CalendarTime& local) {

@@ -9,7 +9,7 @@ namespace quorvane::customary {
 
 /// Texts of header lines.
 
-/// "Sun, 22 Nov 2026 09:00:00 GMT".
+/// "Sun, 22 Nov 2026 09:00:00 GMT", whatever day of the week the fields name.
 std::string httpDate(const CalendarTime& utc);
 
 /// The moment that these fields mean in the machine's own time zone, as far as the zone's present

@@ -1,6 +1,5 @@
 #include "script/customary/name_values.h"
 
-#include <charconv>
 #include <utility>
 
 #include "script/customary/code_page.h"
@@ -14,10 +13,7 @@ namespace {
 /// The number that exactly `digits` hexadecimal digits from `at` on make.
 std::optional<unsigned> hexadecimal(std::string_view text, std::size_t at, std::size_t digits) {
   if (at + digits > text.size()) return std::nullopt;
-  unsigned number = 0;
-  const char* end = text.data() + at + digits;
-  const auto read = std::from_chars(text.data() + at, end, number, 16);
-  return read.ec == std::errc() && read.ptr == end ? std::optional(number) : std::nullopt;
+  return wholeNumber<unsigned>(text.substr(at, digits), 16);
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ class Keeping {
   virtual bool endsWithServer() const = 0;
 };
 
-/// As the setting SessionStore says. The services outlive it.
+/// As the setting SessionStore says, and in memory. The services outlive it.
 std::unique_ptr<Keeping> makeKeeping(const Services& services);
 std::unique_ptr<Keeping> makeMemoryKeeping(const Services& services);
 

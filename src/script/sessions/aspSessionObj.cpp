@@ -104,11 +104,9 @@ void aspSessionObj::putContents(vbs::Args args, vbs::CallKind kind) {
 }
 
 vbs::String aspSessionObj::textToKeep(const vbs::Value& value, vbs::CallKind kind) {
-  const auto refuse = [](vbs::ErrorCode code) {
-    throw vbs::ScriptError{static_cast<std::int32_t>(code), "A session keeps texts only", {}, {}};
-  };
-  if (kind == vbs::CallKind::Set) refuse(vbs::ErrorCode::NoPropertyOrMethod);
-  if (value.deref().isArray()) refuse(vbs::ErrorCode::TypeMismatch);
+  constexpr const char* kRefusal = "A session keeps texts only";
+  if (kind == vbs::CallKind::Set) script_values::fail(vbs::ErrorCode::NoPropertyOrMethod, kRefusal);
+  if (value.deref().isArray()) script_values::fail(vbs::ErrorCode::TypeMismatch, kRefusal);
   return vbs::toString(value);
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "script/script_values.h"
 #include "script/shared/value_bytes.h"
 
 namespace quorvane {
@@ -76,10 +77,8 @@ KeptFields::Changes KeptFields::changes() const {
     changes.set.push_back(bytes);
   }
   if (size > kMostBytes && !changes.set.empty()) {
-    throw vbs::ScriptError{static_cast<std::int32_t>(vbs::ErrorCode::OutOfMemory),
-                           "A session in the shared store keeps 1 MiB at most",
-                           {},
-                           {}};
+    script_values::fail(vbs::ErrorCode::OutOfMemory,
+                        "A session in the shared store keeps 1 MiB at most");
   }
   for (const auto& [field, bytes] : stored_) {
     if (!noted_.contains(field)) changes.removed.push_back(field);

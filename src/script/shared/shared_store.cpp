@@ -1,17 +1,24 @@
 #include "script/shared/shared_store.h"
 
+#include "script/script_values.h"
+
 namespace quorvane {
 
 namespace {
 
 [[noreturn]] void fail(const std::string& what, const std::string& why) {
-  throw vbs::ScriptError{static_cast<std::int32_t>(vbs::ErrorCode::DeviceUnavailable),
-                         "The session store " + what + ": " + why,
-                         {},
-                         {}};
+  script_values::fail(vbs::ErrorCode::DeviceUnavailable, "The session store " + what + ": " + why);
 }
 
 }  // namespace
+
+std::map<std::string, std::string> hashOf(const RedisReply& reply) {
+  std::map<std::string, std::string> fields;
+  for (std::size_t i = 0; i + 1 < reply.list.size(); i += 2) {
+    fields[reply.list[i].text] = reply.list[i + 1].text;
+  }
+  return fields;
+}
 
 RedisReply SharedStore::run(std::string_view script, const Words& keys, const Words& arguments) {
   Words words{"EVAL", std::string(script), std::to_string(keys.size())};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -7,7 +8,6 @@
 
 #include "platform/redis.h"
 #include "support/status_lines.h"
-#include "vbscript/values/error.h"
 
 namespace quorvane {
 
@@ -32,5 +32,8 @@ class SharedStore {
   StatusLines& log_;
   bool wasThere_ = true;
 };
+
+/// The fields of a hash, which a reply lists with their bytes by turns.
+std::map<std::string, std::string> hashOf(const RedisReply& reply);
 
 }  // namespace quorvane

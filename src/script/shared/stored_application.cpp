@@ -5,6 +5,7 @@
 #include <thread>
 #include <utility>
 
+#include "script/script_values.h"
 #include "script/shared/kept_fields.h"
 #include "support/text.h"
 #include "vbscript/values/convert.h"
@@ -70,10 +71,6 @@ std::string script(std::string_view text) {
   return std::string(kCommon).append(text);
 }
 
-[[noreturn]] void fail(vbs::ErrorCode code, const char* why) {
-  throw vbs::ScriptError{static_cast<std::int32_t>(code), why, {}, {}};
-}
-
 }  // namespace
 
 void StoredApplication::prepare(SharedValues& values) {
@@ -84,12 +81,10 @@ void StoredApplication::prepare(SharedValues& values) {
 void StoredApplication::take(SharedValues& values, const RedisReply& reply) {
   isCurrent_ = true;
   if (reply.list.size() < 2) return;
-  KeptFields::Fields fields;
-  const auto& parts = reply.list[1].list;
-  for (std::size_t i = 0; i + 1 < parts.size(); i += 2) fields[parts[i].text] = parts[i + 1].text;
+  const KeptFields fields(hashOf(reply.list[1]));
   values.dropAll();
   places_.clear();
-  for (const KeptFields::Entry& entry : KeptFields(std::move(fields)).entries({})) {
+  for (const KeptFields::Entry& entry : fields.entries({})) {
     values.store(entry.key, entry.value);
     places_[SharedValues::foldedKey(entry.key)] = entry.place;
   }
@@ -104,7 +99,8 @@ RedisReply StoredApplication::whenFree(std::string_view text, const SharedStore:
     RedisReply reply = store_.run(text, keys(), arguments);
     if (reply.kind != RedisReply::Kind::Number) return reply;
     if (clock_.steadyNow() - began > kLongestWait) {
-      fail(vbs::ErrorCode::PermissionDenied, "Application is locked by another page");
+      script_values::fail(vbs::ErrorCode::PermissionDenied,
+                          "Application is locked by another page");
     }
     std::this_thread::sleep_for(pause);
     pause = std::min(pause * 2, kLongestPause);
@@ -154,8 +150,8 @@ void StoredApplication::put(const vbs::Value& key, const vbs::Value& value) {
   }
   std::string bytes = KeptFields::bytesOf(place, vbs::toString(key), value);
   if (bytes.size() > KeptFields::kMostBytes) {
-    fail(vbs::ErrorCode::OutOfMemory,
-         "A value of Application in the shared store has 1 MiB at most");
+    script_values::fail(vbs::ErrorCode::OutOfMemory,
+                        "A value of Application in the shared store has 1 MiB at most");
   }
   write("redis.call('hset', KEYS[1], ARGV[3], ARGV[4])", {field, std::move(bytes)});
   places_[field] = place;

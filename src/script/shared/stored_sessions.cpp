@@ -1,8 +1,8 @@
 #include "script/shared/stored_sessions.h"
 
-#include <charconv>
 #include <utility>
 
+#include "support/text.h"
 #include "vbscript/values/error.h"
 
 namespace quorvane {
@@ -139,9 +139,7 @@ std::string whole(std::string_view script) {
 }
 
 std::int32_t numberIn(std::string_view text) {
-  std::int32_t number = 0;
-  std::from_chars(text.data(), text.data() + text.size(), number);
-  return number;
+  return wholeNumber<std::int32_t>(text).value_or(0);
 }
 
 std::int32_t numberIn(const std::vector<RedisReply>& list, std::size_t place) {
@@ -156,14 +154,6 @@ StoredSessions::Head headOf(const KeptFields::Fields& fields) {
   return {number(".timeout"), number(".number"), number(".locale"), number(".codepage")};
 }
 
-KeptFields::Fields fieldsOf(const RedisReply& reply) {
-  KeptFields::Fields fields;
-  for (std::size_t i = 0; i + 1 < reply.list.size(); i += 2) {
-    fields[reply.list[i].text] = reply.list[i + 1].text;
-  }
-  return fields;
-}
-
 /// Without the head, which begins with a dot.
 KeptFields valuesOf(KeptFields::Fields fields) {
   std::erase_if(fields, [](const auto& field) { return field.first.starts_with('.'); });
@@ -174,7 +164,7 @@ std::vector<StoredSessions::Ended> endedOf(const RedisReply& reply) {
   std::vector<StoredSessions::Ended> ended;
   for (const RedisReply& one : reply.list) {
     if (one.list.size() != 2) continue;
-    KeptFields::Fields fields = fieldsOf(one.list[1]);
+    KeptFields::Fields fields = hashOf(one.list[1]);
     ended.push_back({one.list[0].text, headOf(fields), valuesOf(std::move(fields))});
   }
   return ended;
@@ -213,7 +203,7 @@ StoredSessions::Created StoredSessions::create(const Words& ids, const Head& hea
 }
 
 KeptFields StoredSessions::load(const std::string& id) {
-  return valuesOf(fieldsOf(store_.run(kLoad, {prefix_ + id}, {std::to_string(kMostRead)})));
+  return valuesOf(hashOf(store_.run(kLoad, {prefix_ + id}, {std::to_string(kMostRead)})));
 }
 
 bool StoredSessions::save(const std::string& id, const Head& head,

@@ -42,7 +42,8 @@ class StoredSessions {
   };
 
   /// `kind` is part of the keys' names. `most` live at once; beyond, the one that has been idle
-  /// longest ends, one of those first that never came back or hold nothing.
+  /// longest ends, one of those first that never came back or hold nothing. The store outlives the
+  /// object.
   StoredSessions(SharedStore& store, std::string_view kind, std::size_t most);
 
   /// The session, whose time begins anew; nothing when there is none or its time is over.

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "script/script_values.h"
+
 namespace quorvane::value_bytes {
 
 namespace {
@@ -55,10 +57,8 @@ void appendArray(std::string& out, const ArrayRep& array, int depth) {
 }
 
 [[noreturn]] void refuse() {
-  throw vbs::ScriptError{static_cast<std::int32_t>(vbs::ErrorCode::TypeMismatch),
-                         "The shared session store keeps values and arrays, no objects",
-                         {},
-                         {}};
+  script_values::fail(vbs::ErrorCode::TypeMismatch,
+                      "The shared session store keeps values and arrays, no objects");
 }
 
 void appendAny(std::string& out, const Value& given, int depth) {

@@ -7,8 +7,9 @@ namespace quorvane {
 
 std::uint32_t LineMap::file(const std::string& path) {
   const auto known = std::find(files_.begin(), files_.end(), path);
+  const auto number = static_cast<std::uint32_t>(known - files_.begin());
   if (known == files_.end()) files_.push_back(path);
-  return static_cast<std::uint32_t>(std::find(files_.begin(), files_.end(), path) - files_.begin());
+  return number;
 }
 
 std::optional<LineMap::Place> LineMap::place(std::uint32_t line, std::uint32_t column) const {

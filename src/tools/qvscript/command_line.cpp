@@ -1,6 +1,6 @@
 #include "qvscript/command_line.h"
 
-#include <charconv>
+#include "support/text.h"
 
 namespace quorvane::qvscript {
 
@@ -20,10 +20,9 @@ constexpr Option kOptions[] = {
 constexpr std::string_view kTimeLimit = "--time-limit=";
 
 std::optional<std::chrono::seconds> parseSeconds(std::string_view text) {
-  int seconds = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
-  if (error != std::errc() || end != text.data() + text.size() || seconds <= 0) return {};
-  return std::chrono::seconds(seconds);
+  const auto seconds = wholeNumber<int>(text);
+  if (!seconds || *seconds <= 0) return {};
+  return std::chrono::seconds(*seconds);
 }
 
 /// False when there is no such option.

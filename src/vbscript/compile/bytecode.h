@@ -1,10 +1,13 @@
 #pragma once
 
+#include <array>
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <deque>
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "vbscript/compile/opcodes.h"
@@ -18,18 +21,45 @@ class Program;
 struct ClassMember;
 struct ScriptClass;
 
+/// An operand of an instruction. It is kept as what the number of a register or a constant is worth
+/// in bytes, because the machine adds that to the place of the first without another step.
+class Operand {
+ public:
+  Operand(std::uint16_t number = 0) : offset_(std::uint32_t{number} * sizeof(Value)) {}
+  operator std::uint16_t() const { return static_cast<std::uint16_t>(offset_ / sizeof(Value)); }
+
+  /// The register or constant with this number, counted from the first.
+  template <class T>
+  T& of(T* first) const {
+    static_assert(sizeof(T) == sizeof(Value));
+    using Byte = std::conditional_t<std::is_const_v<T>, const std::byte, std::byte>;
+    return *reinterpret_cast<T*>(reinterpret_cast<Byte*>(first) + offset_);
+  }
+
+  std::uint32_t offset() const { return offset_; }
+  static Operand atOffset(std::uint32_t offset) {
+    Operand operand;
+    operand.offset_ = offset;
+    return operand;
+  }
+
+ private:
+  std::uint32_t offset_;
+};
+
 /// One word of code. Some operations read the word behind them as well (see opcodes.h); that word
 /// then holds a pointer or two 32-bit numbers.
-struct Instruction {
+struct alignas(8) Instruction {
   Opcode op = Opcode::Halt;
   std::uint8_t temporaries = 0;  ///< bit 0: a is a temporary, bit 1: b, bit 2: c
-  std::uint16_t a = 0;
-  std::uint16_t b = 0;
-  std::uint16_t c = 0;
+  std::int16_t integer = 0;      ///< the operand that is an Integer, where there is one
+  Operand a;
+  Operand b;
+  Operand c;
 
-  /// The 32-bit number in b and c: a distance in words from this instruction.
+  /// The 32-bit number that stands in place of b and c.
   std::int32_t wide() const {
-    return static_cast<std::int32_t>(std::uint32_t{b} | std::uint32_t{c} << 16);
+    return static_cast<std::int32_t>(std::bit_cast<std::array<std::uint32_t, 4>>(*this)[2]);
   }
   std::uint32_t low() const { return static_cast<std::uint32_t>(word()); }
   std::uint32_t high() const { return static_cast<std::uint32_t>(word() >> 32); }
@@ -41,17 +71,29 @@ struct Instruction {
   bool bIsTemporary() const { return (temporaries & 2) != 0; }
   bool cIsTemporary() const { return (temporaries & 4) != 0; }
   static Instruction fromPair(std::uint32_t low, std::uint32_t high) {
-    return std::bit_cast<Instruction>(std::uint64_t{low} | std::uint64_t{high} << 32);
+    return fromWord(std::uint64_t{low} | std::uint64_t{high} << 32);
   }
   static Instruction fromPointer(const void* p) {
-    return std::bit_cast<Instruction>(
-        static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(p)));
+    return fromWord(static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(p)));
+  }
+  /// Where a jump leads whose distance is given in bytes.
+  const Instruction* jumped(std::int32_t distance) const {
+    return reinterpret_cast<const Instruction*>(reinterpret_cast<const std::byte*>(this) +
+                                                distance);
+  }
+  void setWide(std::int32_t number) {
+    auto parts = std::bit_cast<std::array<std::uint32_t, 4>>(*this);
+    parts[2] = static_cast<std::uint32_t>(number);
+    *this = std::bit_cast<Instruction>(parts);
   }
 
  private:
-  std::uint64_t word() const { return std::bit_cast<std::uint64_t>(*this); }
+  static Instruction fromWord(std::uint64_t word) {
+    return std::bit_cast<Instruction>(std::array<std::uint64_t, 2>{word, 0});
+  }
+  std::uint64_t word() const { return std::bit_cast<std::array<std::uint64_t, 2>>(*this)[0]; }
 };
-static_assert(sizeof(Instruction) == 8);
+static_assert(sizeof(Instruction) == 16);
 
 inline constexpr std::uint16_t kNoRegister = 0xFFFF;
 inline constexpr std::uint32_t kNoName = 0xFFFFFFFF;
@@ -68,7 +110,8 @@ struct StatementEntry {
   SourcePosition position;
 };
 
-/// What the member access at one place in the code found last time; see Object::shape().
+/// What the member access at one place in the code found last time; see Object::classNumber() and
+/// Object::shape().
 struct MemberCache {
   static constexpr std::uint32_t kNoClass = 0xFFFFFFFF;  ///< the serial of no object's class
   std::uint32_t name = 0;                                ///< in Program::names
@@ -76,6 +119,8 @@ struct MemberCache {
   const ClassMember* member = nullptr;
   std::uint32_t fieldClass = kNoClass;  ///< the same serial when `member` is a field
   std::uint32_t fieldSlot = 0;
+  DirectMember direct;  ///< there for native objects of this class:
+  std::uint32_t nativeClass = kNoClass;
   const void* shape = nullptr;
   MemberId id = kNoMember;  ///< for objects with `shape`
   const void* olderShape = nullptr;
@@ -117,8 +162,8 @@ struct Routine {
   std::uint16_t parameterCount = 0;
   std::uint16_t me = kNoRegister;
   std::uint16_t result = kNoRegister;
-  std::uint16_t firstCleared = 0;  ///< variables from here on are Empty when the routine begins
-  std::uint16_t firstTemporary = 0;
+  Operand firstCleared;  ///< variables from here on are Empty when the routine begins
+  Operand firstTemporary;
   std::uint32_t registerCount = 0;
 
   /// Variables by name, for code that Execute and Eval add.

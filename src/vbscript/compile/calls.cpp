@@ -6,6 +6,22 @@
 
 namespace quorvane::vbs {
 
+namespace {
+
+/// Some functions of one argument have an operation of their own.
+Opcode operationOf(const Intrinsic& function) {
+  static constexpr std::pair<std::string_view, Opcode> kOperations[] = {
+      {"sqr", Opcode::Sqr}, {"abs", Opcode::Abs}, {"int", Opcode::Int},       {"fix", Opcode::Fix},
+      {"len", Opcode::Len}, {"chr", Opcode::Chr}, {"ubound", Opcode::UBound},
+  };
+  for (const auto& [name, operation] : kOperations) {
+    if (function.name == name) return operation;
+  }
+  return Opcode::CallIntrinsicOne;
+}
+
+}  // namespace
+
 void CallLowering::compileCall(const Expression& callee, const Arguments& arguments,
                                Register target) {
   switch (callee.kind) {
@@ -173,7 +189,7 @@ void CallLowering::callIntrinsic(const Intrinsic& intrinsic, const Identifier& n
     const bool isPlace = binding && binding->isVariable();
     const Register argument = isPlace ? parts_.places.placeOf(*arguments[0])
                                       : parts_.expressions.operand(*arguments[0], target);
-    return code_.emitPointer(Opcode::CallIntrinsicOne, target, argument, 0, &intrinsic);
+    return code_.emitPointer(operationOf(intrinsic), target, argument, 0, &intrinsic);
   }
   const Register first = parts_.arguments.pushLibraryArguments(intrinsic, arguments);
   code_.emitPointer(Opcode::CallIntrinsic, target, first, static_cast<unsigned>(count), &intrinsic);
@@ -210,6 +226,30 @@ void CallLowering::callHost(unsigned object, MemberId member, const Arguments& a
   code_.emitPair(object, static_cast<std::uint32_t>(member));
 }
 
+bool CallLowering::isInRegister(const Expression* expression) const {
+  const Binding* binding = expression ? scope_.bindName(*expression) : nullptr;
+  return binding && binding->kind == Binding::Kind::InRegister && !scope_.isResult(*binding);
+}
+
+/// The object whose member is called. With one simple argument the call may be done here: the
+/// machine finds the operands in the operations that follow.
+void CallLowering::pushReceiver(const MemberExpression& callee, const Arguments& arguments,
+                                Register target) {
+  const Expression* argument = arguments.size() == 1 ? arguments[0].get() : nullptr;
+  if (!argument || !isInRegister(callee.object.get())) {
+    return parts_.objects.pushObject(callee, target);
+  }
+  const Register object = scope_.bindName(*callee.object)->index;
+  if (isInRegister(argument)) return code_.emit(Opcode::CallNative, target, object);
+  if (argument->kind == ExpressionKind::Call) {
+    const auto& element = static_cast<const CallExpression&>(*argument);
+    const bool isSimple = isInRegister(element.callee.get()) && element.arguments.size() == 1 &&
+                          isInRegister(element.arguments[0].get());
+    if (isSimple) return code_.emit(Opcode::CallNativeElement, target, object);
+  }
+  parts_.objects.pushObject(callee, target);
+}
+
 void CallLowering::callMember(const MemberExpression& callee, const Arguments& arguments,
                               Register target) {
   if (const ClassMember* member = scope_.ownMember(callee)) {
@@ -221,7 +261,7 @@ void CallLowering::callMember(const MemberExpression& callee, const Arguments& a
   const Temporaries temporaries(frame_);
   const auto locks = parts_.arguments.newLocks(arguments);
   const Register base = frame_.newTemporary();
-  parts_.objects.pushObject(callee, base);
+  pushReceiver(callee, arguments, base);
   parts_.arguments.pushArguments(arguments, Passing::Unknown, locks);
   parts_.objects.noteObject(callee);
   code_.emitMember(Opcode::CallMember, target, base, static_cast<unsigned>(arguments.size()),

@@ -31,6 +31,8 @@ class CallLowering : LoweringPart {
   void callLate(const Binding& binding, const Identifier& name, const Arguments& arguments,
                 Register target);
   void getElement(const Expression& array, const Arguments& indexes, Register target);
+  bool isInRegister(const Expression* expression) const;
+  void pushReceiver(const MemberExpression& callee, const Arguments& arguments, Register target);
 };
 
 }  // namespace quorvane::vbs

@@ -32,6 +32,8 @@ void CodeWriter::emit(Opcode op, unsigned a, unsigned b, unsigned c) {
   code.a = static_cast<std::uint16_t>(a);
   code.b = static_cast<std::uint16_t>(b);
   code.c = static_cast<std::uint16_t>(c);
+  const std::size_t integer = kOperands[static_cast<unsigned>(op)].find('i');
+  if (integer <= 2) code.integer = static_cast<std::int16_t>(std::array{a, b, c}[integer]);
   code.temporaries = static_cast<std::uint8_t>((routine_.isTemporary(code.a) ? 1 : 0) |
                                                (routine_.isTemporary(code.b) ? 2 : 0) |
                                                (routine_.isTemporary(code.c) ? 4 : 0));
@@ -137,10 +139,9 @@ void CodeWriter::place(Label& label) {
 void CodeWriter::patch(std::uint32_t at, std::uint32_t target) {
   VBS_ASSERT(at < position() && target <= position());
   Instruction& jump = routine_.code[at];
-  const std::uint32_t distance = target - at;
+  const std::uint32_t distance = (target - at) * sizeof(Instruction);
   if (isWide(jump.op)) {
-    jump.b = static_cast<std::uint16_t>(distance);
-    jump.c = static_cast<std::uint16_t>(distance >> 16);
+    jump.setWide(static_cast<std::int32_t>(distance));
   } else {
     routine_.code[at + 1] = Instruction::fromPair(distance, 0);
   }
@@ -177,7 +178,8 @@ void CodeWriter::loadConstant(Register target, const Value& value) {
   }
   const std::uint32_t index = constantIndex(value);
   if (index <= UINT16_MAX) return emit(Opcode::LoadConstant, target, index);
-  emit(Opcode::LoadFarConstant, target, index & 0xFFFF, index >> 16);
+  emit(Opcode::LoadFarConstant, target);
+  routine_.code.back().setWide(static_cast<std::int32_t>(index));
 }
 
 }  // namespace quorvane::vbs

@@ -8,10 +8,10 @@
 /// Operands a, b, c in order: r register, g global variable, f field of the class instance,
 /// k constant, i Integer written in the instruction, n count (of registers from the one before it
 /// on), s flag, x name, h object of the host, e error number, d register or none, w distance of a
-/// jump in b and c together, v count of the routine's variables, - unused. After a blank comes what
-/// the following word holds: W distance of a jump, M look-up cache of a member, R routine, C class,
-/// I intrinsic function, H object of the host and member id, X name, N count, L count and lock
-/// register, r register.
+/// jump, in bytes, in b and c together, v count of the routine's variables, - unused. After a blank
+/// comes what the following word holds: W distance of a jump in bytes, M look-up cache of a member,
+/// R routine, C class, I intrinsic function, H object of the host and member id, X name, N count, L
+/// count and lock register, r register.
 ///
 /// Registers hold values at all times. Registers that hold intermediate values (temporaries) are
 /// left without a counted value by whatever operation uses them.
@@ -39,12 +39,15 @@
     "a = reference to the element of array b at the indexes from c on, "                          \
     "the array locked as long as the lock register lives")                                        \
   X(Add, "rrr", "a = b + c")                                                                      \
+  X(AddDoubles, "rrr", "Add where Doubles have met; the compiler writes none")                    \
   X(AddInteger, "rri", "a = b + Integer")                                                         \
   X(AddConstant, "rrk", "a = b + constant")                                                       \
   X(Subtract, "rrr", "a = b - c")                                                                 \
+  X(SubtractDoubles, "rrr", "Subtract where Doubles have met; the compiler writes none")          \
   X(SubtractInteger, "rri", "a = b - Integer")                                                    \
   X(SubtractConstant, "rrk", "a = b - constant")                                                  \
   X(Multiply, "rrr", "a = b * c")                                                                 \
+  X(MultiplyDoubles, "rrr", "Multiply where Doubles have met; the compiler writes none")          \
   X(MultiplyConstant, "rrk", "a = b * constant")                                                  \
   X(Divide, "rrr", "a = b / c")                                                                   \
   X(DivideConstant, "rrk", "a = b / constant")                                                    \
@@ -128,6 +131,10 @@
   X(CallReplaceable, "drn R", "Call of a routine that later code may have replaced")              \
   X(CallOwn, "drn R", "Call of a routine of this class on Me")                                    \
   X(CallMember, "drn M", "a = member of object b with c arguments after it")                      \
+  X(CallNative, "rr",                                                                             \
+    "Copy of object b for the member call behind, whose one argument is a variable; the member "  \
+    "at hand of a native object is called at once, and the operations up to the call skipped")    \
+  X(CallNativeElement, "rr", "The same where the argument is an element of a variable")           \
   X(GetMember, "rr- M", "a = member of object b")                                                 \
   X(PutMember, "rrs M", "Member of object a = b; flag c: with Set")                               \
   X(GetElementMember, "rrr",                                                                      \
@@ -143,6 +150,13 @@
   X(LoadHost, "rh", "a = object of the host")                                                     \
   X(CallIntrinsic, "drn I", "a = function of c arguments from b on")                              \
   X(CallIntrinsicOne, "rr- I", "a = function of b")                                               \
+  X(Sqr, "rr- I", "a = Sqr(b)")                                                                   \
+  X(Abs, "rr- I", "a = Abs(b)")                                                                   \
+  X(Int, "rr- I", "a = Int(b)")                                                                   \
+  X(Fix, "rr- I", "a = Fix(b)")                                                                   \
+  X(Len, "rr- I", "a = Len(b)")                                                                   \
+  X(Chr, "rr- I", "a = Chr(b)")                                                                   \
+  X(UBound, "rr- I", "a = UBound(b)")                                                             \
   X(New, "r-- C", "a = new instance of a class")                                                  \
   X(NewNamed, "rs- X", "a = new instance of what has this name; flag b: names must be declared")  \
   X(LateGet, "rd- X", "a = whatever has this name by now, else variable b")                       \

@@ -48,7 +48,8 @@ struct HostObject {
 };
 using HostObjects = std::span<const HostObject>;
 
-/// A compiled script. Fixed once made but for the look-up caches of its routines; all engines that
+/// A compiled script. Fixed once made but for what its routines learn while they run, the look-up
+/// caches and operations that become others (see docs/engine.md); all engines that
 /// run it live on one thread.
 class Program {
  public:

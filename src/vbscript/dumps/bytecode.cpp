@@ -109,7 +109,7 @@ class Disassembler {
         if (code.op == Opcode::LoadFarConstant) {
           out_ += ' ' + constantText(routine_.constants[static_cast<std::size_t>(code.wide())]);
         } else {
-          out_ += " ->" + std::to_string(static_cast<std::int64_t>(at) + code.wide());
+          target(at, code.wide());
         }
         return;
       case '-':
@@ -130,13 +130,17 @@ class Disassembler {
     }
   }
 
+  /// `distance` is one in bytes.
+  void target(std::uint32_t at, std::int32_t distance) {
+    constexpr auto kWord = static_cast<std::int32_t>(sizeof(Instruction));
+    out_ += " ->" + std::to_string(static_cast<std::int64_t>(at) + distance / kWord);
+  }
+
   void word(char kind, const Instruction& code, std::uint32_t at) {
     const auto& names = routine_.program->names;
     switch (kind) {
       case 'W':
-        out_ += " ->" + std::to_string(static_cast<std::int64_t>(at) +
-                                       static_cast<std::int32_t>(code.low()));
-        return;
+        return target(at, static_cast<std::int32_t>(code.low()));
       case 'M':
         out_ += " ." + names[code.pointer<MemberCache>()->name].text;
         return;

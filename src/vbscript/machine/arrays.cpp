@@ -140,28 +140,37 @@ Value* itemIn(const Value& holder, const Value& key) {
   return direct.asObject()->itemPlace(key.deref());
 }
 
-void giveUp(Value& source, bool isTemporary) {
-  if (isTemporary && needsCare(source)) release(source);
+}  // namespace
+
+namespace {
+
+[[gnu::noinline]] void getAnyElement(CallStack& stack, const Instruction* pc, Value* base) {
+  Value index = taken(base[pc->c], pc->cIsTemporary());
+  Value result = elementValue(stack, base[pc->b], {&index, 1}, pc);
+  giveUp(base[pc->b], pc->bIsTemporary());
+  put(stack, pc, base, std::move(result));
+}
+
+[[gnu::noinline]] void getItem(CallStack& stack, const Instruction* pc, Value* base,
+                               const Value& item) {
+  Value result = item;
+  giveUp(base[pc->b], pc->bIsTemporary());
+  giveUp(base[pc->c], pc->cIsTemporary());
+  put(stack, pc, base, std::move(result));
 }
 
 }  // namespace
 
 void getElement(CallStack& stack, const Instruction* pc, Value* base) {
-  if (const Value* item = itemIn(base[pc->b], base[pc->c])) {
-    const bool isFree = !needsCare(base[pc->a]) && !base[pc->c].is(Type::Reference);
-    if (isFree && !item->isCounted() && !pc->bIsTemporary()) {
-      new (&base[pc->a]) Value(*item);
-      return giveUp(base[pc->c], pc->cIsTemporary());
-    }
-    Value result = *item;
-    giveUp(base[pc->b], pc->bIsTemporary());
-    giveUp(base[pc->c], pc->cIsTemporary());
-    return put(stack, pc, base, std::move(result));
-  }
-  Value index = taken(base[pc->c], pc->cIsTemporary());
-  Value result = elementValue(stack, base[pc->b], {&index, 1}, pc);
-  giveUp(base[pc->b], pc->bIsTemporary());
-  put(stack, pc, base, std::move(result));
+  Value& target = pc->a.of(base);
+  Value& key = pc->c.of(base);
+  const Value* item = itemIn(pc->b.of(base), key);
+  if (!item) return getAnyElement(stack, pc, base);
+  const bool isPlain = !needsCare(target) && isTakenAsIs(*item, pc->aIsTemporary());
+  if (!isPlain || pc->bIsTemporary()) return getItem(stack, pc, base, *item);
+  const bool endsKey = pc->cIsTemporary() && needsCare(key);  // which may be the target, too
+  new (&target) Value(*item);
+  if (endsKey) release(key);
 }
 
 void getElement2(CallStack& stack, const Instruction* pc, Value* base) {
@@ -220,17 +229,28 @@ void finishItem(CallStack& stack, const Instruction* pc, Value* base) {
   stack.raisePending();
 }
 
-}  // namespace
-
-void setElement(CallStack& stack, const Instruction* pc, Value* base) {
-  if (Value* item = itemIn(base[pc->a], base[pc->b])) {
-    *item = taken(base[pc->c], pc->cIsTemporary());
-    return finishItem(stack, pc, base);
-  }
+[[gnu::noinline]] void setAnyElement(CallStack& stack, const Instruction* pc, Value* base) {
   std::array<Value, 2> values = {taken(base[pc->b], pc->bIsTemporary()),
                                  taken(base[pc->c], pc->cIsTemporary())};
   storeElement(stack, base[pc->a], values, false, pc);
   giveUp(base[pc->a], pc->aIsTemporary());
+}
+
+[[gnu::noinline]] void setItem(CallStack& stack, const Instruction* pc, Value* base, Value& item) {
+  item = taken(base[pc->c], pc->cIsTemporary());
+  finishItem(stack, pc, base);
+}
+
+}  // namespace
+
+void setElement(CallStack& stack, const Instruction* pc, Value* base) {
+  const Value& source = pc->c.of(base);
+  Value* item = itemIn(pc->a.of(base), pc->b.of(base));
+  if (!item) return setAnyElement(stack, pc, base);
+  if (needsCare(*item) || needsCare(source) || pc->aIsTemporary())
+    return setItem(stack, pc, base, *item);
+  item->copyUncounted(source);
+  if (pc->bIsTemporary() && needsCare(pc->b.of(base))) finishItem(stack, pc, base);
 }
 
 void setElementConstant(CallStack& stack, const Instruction* pc, Value* base) {

@@ -24,8 +24,7 @@ void binaryConstant(CallStack& stack, const Instruction* pc, Value* base, Binary
 }
 
 void binaryInteger(CallStack& stack, const Instruction* pc, Value* base, BinaryFunction function) {
-  const auto number = static_cast<std::int16_t>(pc->c);
-  Value result = function(base[pc->b].deref(), Value::integer(number));
+  Value result = function(base[pc->b].deref(), Value::integer(pc->integer));
   if (pc->bIsTemporary() && needsCare(base[pc->b])) release(base[pc->b]);
   put(stack, pc, base, std::move(result));
 }

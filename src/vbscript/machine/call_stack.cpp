@@ -168,7 +168,7 @@ void CallStack::throwNamed(ErrorCode code, const Instruction* pc) const {
 }
 
 void CallStack::throwCode(const Instruction* pc) const {
-  const auto code = static_cast<ErrorCode>(pc->a);
+  const auto code = static_cast<ErrorCode>(std::uint16_t{pc->a});
   const std::uint32_t name = pc[1].low();
   if (name == kNoName) throwError(code);
   throwError(code, shownName(name));

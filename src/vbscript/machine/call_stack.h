@@ -23,13 +23,14 @@ struct Frame {
   Value* base = nullptr;
   const Routine* routine = nullptr;
   AddedVariables* added = nullptr;  ///< owned; null in frames that nobody uses
-  /// The caller's register for the result, and above it the marks below. One number, because each
-  /// call writes it and each return asks whether there is more in it than a register.
-  std::uint32_t link = kNoRegister;
-  static constexpr std::uint32_t kResumesNext = 1u << 16;
-  static constexpr std::uint32_t kHasAdded = 2u << 16;
+  /// The caller's register for the result (its offset), and above it the marks below. One number,
+  /// because each call writes it and each return asks whether there is more in it than a register.
+  std::uint32_t link = kNoTarget;
+  static constexpr std::uint32_t kNoTarget = std::uint32_t{kNoRegister} * sizeof(Value);
+  static constexpr std::uint32_t kResumesNext = 1u << 20;
+  static constexpr std::uint32_t kHasAdded = 2u << 20;
 
-  std::uint16_t target() const { return static_cast<std::uint16_t>(link); }
+  Operand target() const { return Operand::atOffset(link & (kResumesNext - 1)); }
   bool resumesNext() const { return (link & kResumesNext) != 0; }
   AddedVariables& variablesToAddTo() {
     if (!added) added = new AddedVariables;
@@ -80,7 +81,7 @@ class CallStack {
   /// Makes a frame whose registers begin at `base`, where the arguments stand. Its result goes to
   /// the caller's register `target`. Error 28 when there is no room, RunStopped when the time is
   /// over; the caller's frame is then still the current one.
-  void enter(const Routine& callee, Value* base, std::uint16_t target) {
+  void enter(const Routine& callee, Value* base, Operand target) {
     if (top_ >= lastFrame_ || base + callee.registerCount > registersEnd_) [[unlikely]]
       overflow();
     if (time.isDue()) [[unlikely]]
@@ -91,13 +92,13 @@ class CallStack {
     top_->pc = callee.code.data();
     top_->base = base;
     top_->routine = &callee;
-    top_->link = target;
-    Value* const end = base + callee.firstTemporary;
-    for (Value* v = base + callee.firstCleared; v < end; ++v) {
+    top_->link = target.offset();
+    Value* const end = &callee.firstTemporary.of(base);
+    for (Value* v = &callee.firstCleared.of(base); v < end; ++v) {
       v->setIntUncounted(Type::Empty, 0);
     }
   }
-  void enterMethod(const Routine& callee, Value* base, std::uint16_t target, Object& me) {
+  void enterMethod(const Routine& callee, Value* base, Operand target, Object& me) {
     enter(callee, base, target);
     new (&base[callee.me]) Value(Value::object(&me));
   }
@@ -115,6 +116,17 @@ class CallStack {
     VBS_ASSERT(!top_->added && temporariesAreFree());
     VBS_ASSERT(top_ > memory_->frames());
     --top_;
+  }
+  /// Leaves the current frame, whose registers hold nothing counted, when its result can go to the
+  /// caller as it is and there is nothing else to do.
+  [[gnu::always_inline]] bool returnPlain(const Value& result) {
+    const std::uint32_t link = top_->link;
+    if (link >= Frame::kNoTarget) return false;
+    Value& target = Operand::atOffset(link).of(top_[-1].base);
+    if (needsCare(target)) return false;
+    target.copyUncounted(result);
+    pop();
+    return true;
   }
   /// Leaves the current frame, whose variables are free but for its result, which goes to the
   /// caller; `result` is kNoRegister for a Sub.

@@ -137,7 +137,7 @@ bool jumpCompare(const Instruction* pc, Value* base, Opcode op, const Value& rig
 }
 
 bool jumpCompareInteger(const Instruction* pc, Value* base, Opcode op) {
-  return jumpCompare(pc, base, op, Value::integer(static_cast<std::int16_t>(pc->b)), false);
+  return jumpCompare(pc, base, op, Value::integer(pc->integer), false);
 }
 
 bool truth(const Instruction* pc, Value* base) {

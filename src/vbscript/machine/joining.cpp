@@ -1,5 +1,5 @@
 #include <array>
-#include <charconv>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -14,33 +14,83 @@ bool isWholeNumber(const Value& value) {
   return value.is(Type::Integer) || value.is(Type::Long) || value.is(Type::Byte);
 }
 
+/// 00 to 99.
+constexpr auto kPairsOfDigits = [] {
+  std::array<std::array<char, 2>, 100> pairs{};
+  for (std::size_t i = 0; i < pairs.size(); ++i) {
+    pairs[i] = {static_cast<char>('0' + i / 10), static_cast<char>('0' + i % 10)};
+  }
+  return pairs;
+}();
+
+/// A number's digits up to `end`, with its sign; the first of them is returned.
+[[gnu::always_inline]] inline char* writeDigits(char* end, std::int32_t number) {
+  const auto bits = static_cast<std::uint32_t>(number);
+  std::uint32_t rest = number < 0 ? 0 - bits : bits;
+  for (; rest >= 100; rest /= 100) {
+    end -= 2;
+    std::memcpy(end, kPairsOfDigits[rest % 100].data(), 2);
+  }
+  if (rest >= 10) {
+    end -= 2;
+    std::memcpy(end, kPairsOfDigits[rest].data(), 2);
+  } else {
+    *--end = static_cast<char>('0' + rest);
+  }
+  if (number < 0) *--end = '-';
+  return end;
+}
+
 /// What a value adds to a text of one byte a character: its own such text, or its digits.
 class Piece {
  public:
   static constexpr std::size_t kMostDigits = 11;  ///< and a sign
 
   /// False where it takes more than that.
-  bool set(const Value& value) {
+  [[gnu::always_inline]] inline bool set(const Value& value) {
     if (isWholeNumber(value)) {
-      const auto end = std::to_chars(digits_.data(), digits_.data() + kMostDigits, value.asInt());
-      bytes_ = {digits_.data(), static_cast<std::size_t>(end.ptr - digits_.data())};
+      const char* const end = digits_.data() + kMostDigits;
+      data_ = writeDigits(digits_.data() + kMostDigits, value.asInt());
+      size_ = static_cast<std::size_t>(end - data_);
       return true;
     }
     const StringRep* text = value.isString() ? value.stringRep() : nullptr;
     if (!text || text->encoding != Encoding::Ansi) return false;
-    bytes_ = {text->data(), text->bytes};
+    data_ = text->data();
+    size_ = text->bytes;
     return true;
   }
-  std::string_view bytes() const { return bytes_; }
+  std::string_view bytes() const { return {data_, size_}; }
 
  private:
   std::array<char, kMostDigits> digits_;
-  std::string_view bytes_;
+  const char* data_;
+  std::size_t size_;
 };
 
-void copyBoth(char* target, std::string_view first, std::string_view second) {
-  std::memcpy(target, first.data(), first.size());
-  std::memcpy(target + first.size(), second.data(), second.size());
+/// Most pieces are short: without a call, in two steps that may overlap.
+[[gnu::always_inline]] inline void copy(char* target, std::string_view bytes) {
+  const char* const from = bytes.data();
+  const std::size_t size = bytes.size();
+  if (size > 16) {
+    std::memcpy(target, from, size);
+  } else if (size >= 8) {
+    std::memcpy(target, from, 8);
+    std::memcpy(target + size - 8, from + size - 8, 8);
+  } else if (size >= 4) {
+    std::memcpy(target, from, 4);
+    std::memcpy(target + size - 4, from + size - 4, 4);
+  } else if (size > 0) {
+    target[0] = from[0];
+    target[size / 2] = from[size / 2];
+    target[size - 1] = from[size - 1];
+  }
+}
+
+[[gnu::always_inline]] inline void copyBoth(char* target, std::string_view first,
+                                            std::string_view second) {
+  copy(target, first);
+  copy(target + first.size(), second);
 }
 
 /// The body of a text that nobody else holds and that has room for another of `bytes`, though not
@@ -54,21 +104,23 @@ StringRep* reusableBody(const Value& variable, std::size_t bytes) {
 /// Concatenate for texts and whole numbers: into the old body of the result's variable where that
 /// can be, else in one allocation. False: not such a case.
 bool joinPlainly(CallStack& stack, const Instruction* pc, Value* base) {
-  const Value& left = base[pc->b].deref();
+  const Value& left = pc->b.of(base).deref();
   Piece first;
   Piece second;
-  if (!first.set(left) || !second.set(base[pc->c].deref())) return false;
+  if (!first.set(left) || !second.set(pc->c.of(base).deref())) return false;
   const bool mayGrow = pc->bIsTemporary() && left.isString() && left.stringRep()->references == 1;
   if (mayGrow) return false;
   const std::string_view l = first.bytes();
   const std::string_view r = second.bytes();
   const std::size_t size = l.size() + r.size();
-  StringRep* const own = reusableBody(base[pc->a].deref(), size);
+  StringRep* const own = reusableBody(pc->a.of(base).deref(), size);
   if (own && own->data() != l.data() && own->data() != r.data()) {
     countWork(size);
     copyBoth(own->data(), l, r);
     own->bytes = static_cast<std::uint32_t>(size);
-    clearOperands(pc, base);
+    own->hash = 0;
+    giveUp(pc->b.of(base), pc->bIsTemporary());
+    giveUp(pc->c.of(base), pc->cIsTemporary());
     return true;
   }
   String text = String::withCapacity(Encoding::Ansi, size);
@@ -96,10 +148,7 @@ bool joinManyPlainly(const Value* first, const Value* last, String& text) {
   return true;
 }
 
-}  // namespace
-
-void concatenateTwo(CallStack& stack, const Instruction* pc, Value* base) {
-  if (joinPlainly(stack, pc, base)) return;
+[[gnu::noinline]] void concatenateAny(CallStack& stack, const Instruction* pc, Value* base) {
   Value& left = base[pc->b];
   if (pc->bIsTemporary() && left.isString()) {
     // Nobody else sees a temporary: its text may grow in place.
@@ -109,6 +158,12 @@ void concatenateTwo(CallStack& stack, const Instruction* pc, Value* base) {
     return put(stack, pc, base, std::move(result));
   }
   binary(stack, pc, base, concatenate);
+}
+
+}  // namespace
+
+void concatenateTwo(CallStack& stack, const Instruction* pc, Value* base) {
+  if (!joinPlainly(stack, pc, base)) concatenateAny(stack, pc, base);
 }
 
 void concatenateMany(CallStack& stack, const Instruction* pc, Value* base) {

@@ -2,6 +2,7 @@
 
 #include "vbscript/machine/machine.h"
 #include "vbscript/machine/operations.h"
+#include "vbscript/machine/plain_functions.h"
 #include "vbscript/machine/script_object.h"
 #include "vbscript/values/convert.h"
 #include "vbscript/values/operators.h"
@@ -25,23 +26,29 @@ inline unsigned tag(const Value& value) {
 }
 
 inline bool isWhole(const Value& value) {
-  return (tag(value) ^ kInteger) <= 1;
+  return tag(value) - kInteger <= 1;
 }
 
 /// Both are Integer or Long.
 inline bool areWhole(unsigned l, unsigned r) {
-  static_assert(kInteger == 2 && kLong == 3);
-  return ((l ^ kInteger) | (r ^ kInteger)) <= 1;
+  static_assert(kLong == kInteger + 1);
+  return ((l - kInteger) | (r - kInteger)) <= 1;
 }
 
-/// A number that came of Integers: Long when it does not fit.
-inline void setInteger(Value& target, std::int32_t number) {
-  const bool fits = number == static_cast<std::int16_t>(number);
-  target.setIntUncounted(fits ? Type::Integer : Type::Long, number);
+/// A number of this type, Integer or Long; an Integer that does not fit becomes a Long.
+[[gnu::always_inline]] inline void setWhole(Value& target, unsigned type, std::int32_t number) {
+  static_assert((kInteger | 1) == kLong);
+  const unsigned isWide = number != static_cast<std::int16_t>(number);
+  target.setIntUncounted(static_cast<Type>(type | isWide), number);
 }
 
+/// Infinity less itself is no number.
 inline bool isFinite(double number) {
-  return std::abs(number) <= __DBL_MAX__;
+  return !std::isnan(number - number);
+}
+
+inline bool areDoubles(const Value& left, const Value& right) {
+  return left.is(Type::Double) && right.is(Type::Double);
 }
 
 /// The number of a Double, Integer or Long.
@@ -51,7 +58,7 @@ inline bool asDouble(const Value& value, double& number) {
     number = value.asDouble();
     return true;
   }
-  if ((t ^ kInteger) > 1) return false;
+  if (t - kInteger > 1) return false;
   number = value.asInt();
   return true;
 }
@@ -75,56 +82,59 @@ struct MultiplyNumbers {
   static double floating(double l, double r) { return l * r; }
 };
 
-/// Two numbers of one subtype, or an Integer and a Long; false: not a case for the loop.
-template <class Numbers>
-[[gnu::always_inline]] inline bool calculateWhole(Value& target, const Value& left,
-                                                  const Value& right) {
-  std::int32_t n = 0;
-  if (!Numbers::whole(left.asInt(), right.asInt(), n)) return false;
-  if (tag(left) == kInteger && tag(right) == kInteger) {
-    setInteger(target, n);
-  } else {
-    target.setIntUncounted(Type::Long, n);
-  }
-  return true;
-}
-
 [[gnu::always_inline]] inline bool setFinite(Value& target, double number) {
   if (!isFinite(number)) return false;
   target.setDoubleUncounted(Type::Double, number);
   return true;
 }
 
+// A result in a register, by the kinds of the operands. False: not a case for the loop.
+
 template <class Numbers>
-[[gnu::always_inline]] inline bool calculate(Value& target, const Value& left, const Value& right) {
-  const unsigned l = tag(left);
-  const unsigned r = tag(right);
-  if (needsCare(target)) return false;
-  if (l == kDouble && r == kDouble) {
-    return setFinite(target, Numbers::floating(left.asDouble(), right.asDouble()));
-  }
-  if (areWhole(l, r)) return calculateWhole<Numbers>(target, left, right);
+[[gnu::always_inline]] inline bool calculateWhole(Value& target, const Value& left,
+                                                  const Value& right) {
+  std::int32_t n = 0;
+  if (needsCare(target) || !areWhole(tag(left), tag(right))) return false;
+  if (!Numbers::whole(left.asInt(), right.asInt(), n)) return false;
+  setWhole(target, tag(left) | tag(right), n);  // the wider of the two
+  return true;
+}
+
+/// Doubles, Integers and Longs.
+template <class Numbers>
+[[gnu::always_inline]] inline bool calculateFloating(Value& target, const Value& left,
+                                                     const Value& right) {
   double x = 0;
   double y = 0;
-  if (!asDouble(left, x) || !asDouble(right, y)) return false;
+  if (needsCare(target) || !asDouble(left, x) || !asDouble(right, y)) return false;
   return setFinite(target, Numbers::floating(x, y));
+}
+
+template <class Numbers>
+[[gnu::always_inline]] inline bool calculate(Value& target, const Value& left, const Value& right) {
+  if (areWhole(tag(left), tag(right))) return calculateWhole<Numbers>(target, left, right);
+  return calculateFloating<Numbers>(target, left, right);
+}
+
+template <class Numbers>
+[[gnu::always_inline]] inline bool calculateDoubles(Value& target, const Value& left,
+                                                    const Value& right) {
+  if (!areDoubles(left, right) || needsCare(target)) return false;
+  return setFinite(target, Numbers::floating(left.asDouble(), right.asDouble()));
 }
 
 /// With an Integer on the right.
 template <class Numbers>
 [[gnu::always_inline]] inline bool calculate(Value& target, const Value& left, std::int16_t right) {
+  const unsigned l = tag(left);
   if (needsCare(target)) return false;
-  std::int32_t n = 0;
-  if (tag(left) == kInteger) {
+  if (areWhole(l, kInteger)) {
+    std::int32_t n = 0;
     if (!Numbers::whole(left.asInt(), right, n)) return false;
-    setInteger(target, n);
-  } else if (tag(left) == kLong) {
-    if (!Numbers::whole(left.asInt(), right, n)) return false;
-    target.setIntUncounted(Type::Long, n);
-  } else {
-    return tag(left) == kDouble && setFinite(target, Numbers::floating(left.asDouble(), right));
+    setWhole(target, l, n);
+    return true;
   }
-  return true;
+  return l == kDouble && setFinite(target, Numbers::floating(left.asDouble(), right));
 }
 
 [[gnu::always_inline]] inline bool divideNumbers(Value& target, const Value& left,
@@ -194,14 +204,10 @@ struct GreaterOrEqualNumbers {
   }
 };
 
-/// False: not a case for the loop.
+/// Of numbers that are not both whole; false: not a case for the loop.
 template <class Numbers>
-[[gnu::always_inline]] inline bool compareNumbers(const Value& left, const Value& right,
-                                                  bool& holds) {
-  if (areWhole(tag(left), tag(right))) {
-    holds = Numbers::holds(left.asInt(), right.asInt());
-    return true;
-  }
+[[gnu::always_inline]] inline bool compareFloating(const Value& left, const Value& right,
+                                                   bool& holds) {
   double x = 0;
   double y = 0;
   if (!asDouble(left, x) || !asDouble(right, y)) return false;
@@ -209,15 +215,12 @@ template <class Numbers>
   return true;
 }
 
+/// False: not a case for the loop.
 template <class Numbers>
-[[gnu::always_inline]] inline bool compareInteger(const Value& left, std::int16_t right,
+[[gnu::always_inline]] inline bool compareNumbers(const Value& left, const Value& right,
                                                   bool& holds) {
-  if (isWhole(left)) {
-    holds = Numbers::holds(left.asInt(), std::int32_t{right});
-    return true;
-  }
-  if (tag(left) != kDouble) return false;
-  holds = Numbers::holds(left.asDouble(), static_cast<double>(right));
+  if (!areWhole(tag(left), tag(right))) return compareFloating<Numbers>(left, right, holds);
+  holds = Numbers::holds(left.asInt(), right.asInt());
   return true;
 }
 
@@ -225,6 +228,12 @@ template <class Numbers>
 [[gnu::always_inline]] inline bool isWithin(std::int32_t at, const Value& limit,
                                             const Value& step) {
   return step.asInt() >= 0 ? at <= limit.asInt() : at >= limit.asInt();
+}
+
+/// Another operation stands here from now on, which does the same where the operands are of the
+/// types that it was made for.
+inline void become(const Instruction* pc, Opcode op) {
+  const_cast<Instruction*>(pc)->op = op;  // code of the heap; see Program
 }
 
 /// A copy of `source` in a register that needs no care; false for a reference.
@@ -239,29 +248,50 @@ template <class Numbers>
   return true;
 }
 
+/// The same of what is not counted.
+[[gnu::always_inline]] inline bool copyPlain(Value& target, const Value& source) {
+  if (needsCare(source) || needsCare(target)) return false;
+  target.copyUncounted(source);
+  return true;
+}
+
+/// Moves the object of a temporary to a variable that has nothing to end: a plain value, or an
+/// object that others hold as well.
+[[gnu::always_inline]] inline bool moveObject(Value& variable, Value& source) {
+  if (!source.isObject()) return false;
+  if (variable.isObject()) {
+    Object* before = variable.asObject();
+    if (!before || before->references() == 1) return false;
+    before->release();
+  } else if (needsCare(variable)) {
+    return false;
+  }
+  new (&variable) Value(std::move(source));
+  return true;
+}
+
 /// The element with this index of a vector of Variants, or null.
 [[gnu::always_inline]] inline Value* vectorElement(const Value& holder, const Value& index) {
   const Value& array = holder.deref();
-  if (!array.isArray() || !isWhole(index)) return nullptr;
-  return array.asArray()->at(index.asInt());
+  if (!array.isArray()) return nullptr;
+  if (isWhole(index)) [[likely]]
+    return array.asArray()->at(index.asInt());
+  const Value& direct = index.deref();
+  return isWhole(direct) ? array.asArray()->at(direct.asInt()) : nullptr;
 }
 
 [[gnu::always_inline]] inline Value* matrixElement(const Value& holder, const Value& row,
                                                    const Value& column) {
   const Value& array = holder.deref();
-  if (!array.isArray() || !areWhole(tag(row), tag(column))) return nullptr;
-  return array.asArray()->at(row.asInt(), column.asInt());
+  if (!array.isArray()) return nullptr;
+  const Value& r = row.deref();
+  const Value& c = column.deref();
+  return areWhole(tag(r), tag(c)) ? array.asArray()->at(r.asInt(), c.asInt()) : nullptr;
 }
 
 /// The field that the code behind `pc`, an element's member, uses of this element, or null.
 [[gnu::always_inline]] inline Value* elementField(const Value* element, const Instruction* pc) {
   return element ? cachedField(*element, *pc[3].pointer<MemberCache>()) : nullptr;
-}
-
-/// Whether the bits of a value are what a register gets of it: a variable takes an object's default
-/// value, and may need its own copy of an array.
-[[gnu::always_inline]] inline bool isTakenAsIs(const Value& value, bool isTemporary) {
-  return isTemporary || !(value.isObject() || (value.isArray() && value.asArray()->locks > 0));
 }
 
 /// Whether a register can let go of its object and that lives on. A variable keeps it.
@@ -283,12 +313,18 @@ template <class Numbers>
   value.setIntUncounted(Type::Empty, 0);
 }
 
-/// Whether a variable that ends is done with; a reference is by this.
-[[gnu::always_inline]] inline bool needsNoCare(Value& variable) {
-  if (!needsCare(variable)) return true;
-  if (!variable.is(Type::Reference)) return false;
-  dropReference(variable);
-  return true;
+/// The first variable that is more than bits, or `end`.
+[[gnu::always_inline]] inline Value* plainUntil(Value* variable, const Value* end) {
+  while (variable != end && !needsCare(*variable)) ++variable;
+  return variable;
+}
+/// Ends variables that are no more than bits, or refer to others: the first that is more, or `end`.
+[[gnu::noinline]] Value* endPlain(Value* variable, const Value* end) {
+  while (variable != end && variable->is(Type::Reference)) {
+    dropReference(*variable);
+    variable = plainUntil(variable + 1, end);
+  }
+  return variable;
 }
 
 [[gnu::always_inline]] inline bool isCountedOnce(const Value& holder) {
@@ -297,24 +333,26 @@ template <class Numbers>
 
 /// RefElement for the element of a vector that nobody else holds. False: not a case for the loop.
 [[gnu::always_inline]] inline bool referToElement(const Instruction* pc, Value* base) {
-  Value& holder = base[pc->b];
+  Value& holder = pc->b.of(base);
   Value& lock = base[pc[1].high()];
-  Value* element = vectorElement(holder, base[pc->c]);
+  Value* element = vectorElement(holder, pc->c.of(base));
   if (!element || !isCountedOnce(holder) || !isPlace(holder, pc->bIsTemporary())) return false;
-  if (needsCare(base[pc->a]) || needsCare(lock)) return false;
+  if (needsCare(pc->a.of(base)) || needsCare(lock)) return false;
   ArrayRep* array = holder.deref().asArray();
   ++array->locks;
   new (&lock) Value(Value::arrayLock(array));
-  new (&base[pc->a]) Value(Value::reference(element));
+  new (&pc->a.of(base)) Value(Value::reference(element));
   if (pc->bIsTemporary()) dropReference(holder);
   return true;
 }
 
-/// Stores without counting; false: not a case for the loop.
-[[gnu::always_inline]] inline bool storePlain(Value& element, const Value& value) {
-  if (needsCare(element) || needsCare(value)) return false;
-  element.copyUncounted(value);
-  return true;
+/// False: not a case for the loop.
+template <plain_function::Function function>
+[[gnu::always_inline]] inline bool applyPlain(const Instruction* pc, Value* base) {
+  const Value& argument = pc->b.of(base);
+  if (needsCare(pc->a.of(base))) return false;
+  if (!needsCare(argument)) return function(pc->a.of(base), argument);
+  return !pc->bIsTemporary() && function(pc->a.of(base), argument.deref());
 }
 
 }  // namespace
@@ -343,7 +381,7 @@ void Machine::execute(const Frame* entry) {
 #ifdef VBS_COMPUTED_GOTO
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wpedantic"
-#define VBS_GO() goto* kLabels[static_cast<unsigned>(pc->op)]
+#define VBS_GO() goto* labels[static_cast<unsigned>(pc->op)]
 #else
 #define VBS_GO() goto dispatch
 #endif
@@ -369,80 +407,104 @@ void Machine::execute(const Frame* entry) {
   } while (false)
 #define VBS_JUMP(distance)                                               \
   do {                                                                   \
-    const std::int32_t words = (distance);                               \
-    VBS_ASSERT(words > 0 || stack_.temporariesAreFree());                \
-    if (words <= 0 && stack_.time.isDue()) VBS_SLOW(stack_.time.look()); \
-    pc += words;                                                         \
+    const std::int32_t bytes = (distance);                               \
+    VBS_ASSERT(bytes > 0 || stack_.temporariesAreFree());                \
+    if (bytes <= 0 && stack_.time.isDue()) VBS_SLOW(stack_.time.look()); \
+    pc = pc->jumped(bytes);                                              \
     VBS_DISPATCH();                                                      \
   } while (false)
 
-#define VBS_CALCULATE(name, calculation, function)         \
-  name:                                                    \
-  if (!calculation(base[pc->a], base[pc->b], base[pc->c])) \
-    VBS_SLOW(binary(stack_, pc, base, function));          \
+/// Operations on numbers. Where two Doubles have met, the one for Doubles stands from then on,
+/// until others come.
+#define VBS_CALCULATE_NUMBERS(name, Numbers, function)                                           \
+  name:                                                                                          \
+  if (calculateWhole<Numbers>(pc->a.of(base), pc->b.of(base), pc->c.of(base))) [[likely]]        \
+    VBS_NEXT(1);                                                                                 \
+  if (areDoubles(pc->b.of(base), pc->c.of(base))) become(pc, Opcode::name##Doubles);             \
+  if (calculateFloating<Numbers>(pc->a.of(base), pc->b.of(base), pc->c.of(base))) VBS_NEXT(1);   \
+  VBS_SLOW(binary(stack_, pc, base, function));                                                  \
+  VBS_NEXT(1);                                                                                   \
+  name##Doubles : if (calculateDoubles<Numbers>(pc->a.of(base), pc->b.of(base), pc->c.of(base))) \
+                      [[likely]] VBS_NEXT(1);                                                    \
+  become(pc, Opcode::name);                                                                      \
+  goto name;
+
+#define VBS_CALCULATE(name, calculation, function)                            \
+  name:                                                                       \
+  if (calculation(pc->a.of(base), pc->b.of(base), pc->c.of(base))) [[likely]] \
+    VBS_NEXT(1);                                                              \
+  VBS_SLOW(binary(stack_, pc, base, function));                               \
   VBS_NEXT(1);
 
-#define VBS_CALCULATE_CONSTANT(name, calculation, function)       \
-  name:                                                           \
-  if (!calculation(base[pc->a], base[pc->b], constants[pc->c])) { \
-    VBS_SLOW(binaryConstant(stack_, pc, base, function));         \
-  }                                                               \
+#define VBS_CALCULATE_CONSTANT(name, calculation, function)                        \
+  name:                                                                            \
+  if (calculation(pc->a.of(base), pc->b.of(base), pc->c.of(constants))) [[likely]] \
+    VBS_NEXT(1);                                                                   \
+  VBS_SLOW(binaryConstant(stack_, pc, base, function));                            \
   VBS_NEXT(1);
 
-#define VBS_CALCULATE_INTEGER(name, calculation, function)                        \
-  name:                                                                           \
-  if (!calculation(base[pc->a], base[pc->b], static_cast<std::int16_t>(pc->c))) { \
-    VBS_SLOW(binaryInteger(stack_, pc, base, function));                          \
-  }                                                                               \
+#define VBS_CALCULATE_INTEGER(name, calculation, function)                 \
+  name:                                                                    \
+  if (calculation(pc->a.of(base), pc->b.of(base), pc->integer)) [[likely]] \
+    VBS_NEXT(1);                                                           \
+  VBS_SLOW(binaryInteger(stack_, pc, base, function));                     \
   VBS_NEXT(1);
 
-#define VBS_COMPARE(name, Numbers)                                                             \
-  name : {                                                                                     \
-    bool holds = false;                                                                        \
-    if (needsCare(base[pc->a]) || !compareNumbers<Numbers>(base[pc->b], base[pc->c], holds)) { \
-      VBS_SLOW(compareTwo(stack_, pc, base, Opcode::name, base[pc->c], pc->cIsTemporary()));   \
-    } else {                                                                                   \
-      base[pc->a].setIntUncounted(Type::Boolean, holds ? -1 : 0);                              \
-    }                                                                                          \
-  }                                                                                            \
-  VBS_NEXT(1);                                                                                 \
-  name##Constant : {                                                                           \
-    bool holds = false;                                                                        \
-    if (needsCare(base[pc->a]) ||                                                              \
-        !compareNumbers<Numbers>(base[pc->b], constants[pc->c], holds)) {                      \
-      VBS_SLOW(compareTwo(stack_, pc, base, Opcode::name##Constant, constants[pc->c], false)); \
-    } else {                                                                                   \
-      base[pc->a].setIntUncounted(Type::Boolean, holds ? -1 : 0);                              \
-    }                                                                                          \
-  }                                                                                            \
+#define VBS_COMPARE(name, Numbers)                                                                \
+  name : {                                                                                        \
+    bool holds = false;                                                                           \
+    if (needsCare(pc->a.of(base)) ||                                                              \
+        !compareNumbers<Numbers>(pc->b.of(base), pc->c.of(base), holds)) {                        \
+      VBS_SLOW(compareTwo(stack_, pc, base, Opcode::name, pc->c.of(base), pc->cIsTemporary()));   \
+    } else {                                                                                      \
+      pc->a.of(base).setIntUncounted(Type::Boolean, holds ? -1 : 0);                              \
+    }                                                                                             \
+  }                                                                                               \
+  VBS_NEXT(1);                                                                                    \
+  name##Constant : {                                                                              \
+    bool holds = false;                                                                           \
+    if (needsCare(pc->a.of(base)) ||                                                              \
+        !compareNumbers<Numbers>(pc->b.of(base), pc->c.of(constants), holds)) {                   \
+      VBS_SLOW(compareTwo(stack_, pc, base, Opcode::name##Constant, pc->c.of(constants), false)); \
+    } else {                                                                                      \
+      pc->a.of(base).setIntUncounted(Type::Boolean, holds ? -1 : 0);                              \
+    }                                                                                             \
+  }                                                                                               \
   VBS_NEXT(1);
 
 #define VBS_FAR_JUMP() VBS_JUMP(static_cast<std::int32_t>(pc[1].low()))
 
-#define VBS_COMPARE_JUMP(name, Numbers)                                                         \
-  name : {                                                                                      \
-    bool holds = false;                                                                         \
-    if (!compareNumbers<Numbers>(base[pc->a], base[pc->b], holds)) {                            \
-      holds = VBS_SLOW(jumpCompare(pc, base, Opcode::name, base[pc->b], pc->bIsTemporary()));   \
-    }                                                                                           \
-    if (holds) VBS_FAR_JUMP();                                                                  \
-  }                                                                                             \
-  VBS_NEXT(2);                                                                                  \
-  name##Constant : {                                                                            \
-    bool holds = false;                                                                         \
-    if (!compareNumbers<Numbers>(base[pc->a], constants[pc->b], holds)) {                       \
-      holds = VBS_SLOW(jumpCompare(pc, base, Opcode::name##Constant, constants[pc->b], false)); \
-    }                                                                                           \
-    if (holds) VBS_FAR_JUMP();                                                                  \
-  }                                                                                             \
-  VBS_NEXT(2);                                                                                  \
-  name##Integer : {                                                                             \
-    bool holds = false;                                                                         \
-    if (!compareInteger<Numbers>(base[pc->a], static_cast<std::int16_t>(pc->b), holds)) {       \
-      holds = VBS_SLOW(jumpCompareInteger(pc, base, Opcode::name##Integer));                    \
-    }                                                                                           \
-    if (holds) VBS_FAR_JUMP();                                                                  \
-  }                                                                                             \
+/// Jumps on a comparison of two values; of whole numbers without much ado.
+#define VBS_JUMP_ON(Numbers, left, right, comparison)                                \
+  if (areWhole(tag(left), tag(right))) [[likely]] {                                  \
+    if (Numbers::holds((left).asInt(), (right).asInt())) VBS_FAR_JUMP();             \
+    VBS_NEXT(2);                                                                     \
+  } else {                                                                           \
+    bool holds = false;                                                              \
+    if (!compareFloating<Numbers>(left, right, holds)) holds = VBS_SLOW(comparison); \
+    if (holds) VBS_FAR_JUMP();                                                       \
+  }                                                                                  \
+  VBS_NEXT(2);
+
+#define VBS_COMPARE_JUMP(name, Numbers)                                                        \
+  name:                                                                                        \
+  VBS_JUMP_ON(Numbers, pc->a.of(base), pc->b.of(base),                                         \
+              jumpCompare(pc, base, Opcode::name, pc->b.of(base), pc->bIsTemporary()))         \
+  name##Constant                                                                               \
+      : VBS_JUMP_ON(Numbers, pc->a.of(base), pc->b.of(constants),                              \
+                    jumpCompare(pc, base, Opcode::name##Constant, pc->b.of(constants), false)) \
+            name##Integer : {                                                                  \
+    const Value& left = pc->a.of(base);                                                        \
+    const std::int32_t right = pc->integer;                                                    \
+    if (isWhole(left)) [[likely]] {                                                            \
+      if (Numbers::holds(left.asInt(), right)) VBS_FAR_JUMP();                                 \
+      VBS_NEXT(2);                                                                             \
+    }                                                                                          \
+    const bool holds = left.is(Type::Double)                                                   \
+                           ? Numbers::holds(left.asDouble(), static_cast<double>(right))       \
+                           : VBS_SLOW(jumpCompareInteger(pc, base, Opcode::name##Integer));    \
+    if (holds) VBS_FAR_JUMP();                                                                 \
+  }                                                                                            \
   VBS_NEXT(2);
 
 /// Operations that a named function does altogether.
@@ -450,6 +512,13 @@ void Machine::execute(const Frame* entry) {
   name:                                 \
   VBS_SLOW(call);                       \
   VBS_NEXT(words);
+
+/// Intrinsic functions that are done here when all is plain.
+#define VBS_PLAIN_FUNCTION(name, function)       \
+  name:                                          \
+  if (applyPlain<function>(pc, base)) [[likely]] \
+    VBS_NEXT(2);                                 \
+  goto CallIntrinsicOne;
 
 /// Operations that may enter another frame.
 #define VBS_ENTER(name, words, call) \
@@ -464,6 +533,10 @@ void Machine::loop() {
       VBS_OPCODES(VBS_LABEL)
 #undef VBS_LABEL
   };
+  // Hidden from the compiler, which would rather compute the table's address each time than keep
+  // it.
+  const void* const* labels = kLabels;
+  asm("" : "+r"(labels));
 #endif
   const Instruction* pc = nullptr;
   const Value* constants = nullptr;
@@ -491,94 +564,101 @@ Halt:
   // ---- Moving values ----
 
 LoadConstant:
-  if (!copyInto(base[pc->a], constants[pc->b])) VBS_SLOW(put(stack_, pc, base, constants[pc->b]));
+  if (!copyInto(pc->a.of(base), pc->b.of(constants)))
+    VBS_SLOW(put(stack_, pc, base, pc->b.of(constants)));
   VBS_NEXT(1);
 LoadFarConstant:
   VBS_SLOW(put(stack_, pc, base, constants[static_cast<std::uint32_t>(pc->wide())]));
   VBS_NEXT(1);
 LoadInteger:
-  if (needsCare(base[pc->a])) {
-    VBS_SLOW(put(stack_, pc, base, Value::integer(static_cast<std::int16_t>(pc->b))));
+  if (needsCare(pc->a.of(base))) {
+    VBS_SLOW(put(stack_, pc, base, Value::integer(pc->integer)));
   } else {
-    base[pc->a].setIntUncounted(Type::Integer, static_cast<std::int16_t>(pc->b));
+    pc->a.of(base).setIntUncounted(Type::Integer, pc->integer);
   }
   VBS_NEXT(1);
 Copy:
-  if (!copyInto(base[pc->a], base[pc->b])) VBS_SLOW(put(stack_, pc, base, base[pc->b].deref()));
+  if (copyInto(pc->a.of(base), pc->b.of(base))) VBS_NEXT(1);
+  VBS_SLOW(put(stack_, pc, base, pc->b.of(base).deref()));
   VBS_NEXT(1);
 Let:
-  if (!storePlain(base[pc->a], base[pc->b])) VBS_SLOW(let(stack_, base[pc->a], base[pc->b]));
+  if (copyPlain(pc->a.of(base), pc->b.of(base))) VBS_NEXT(1);
+  VBS_SLOW(let(stack_, pc->a.of(base), pc->b.of(base)));
   VBS_NEXT(1);
-  VBS_DELEGATE(SetVariable, 1, set(stack_, base[pc->a], base[pc->b], pc->bIsTemporary(), pc))
-  VBS_DELEGATE(Hold, 1, hold(base[pc->a], taken(base[pc->b], pc->bIsTemporary())))
+SetVariable:
+  if (pc->bIsTemporary() && moveObject(pc->a.of(base), pc->b.of(base))) [[likely]]
+    VBS_NEXT(1);
+  VBS_SLOW(set(stack_, pc->a.of(base), pc->b.of(base), pc->bIsTemporary(), pc));
+  VBS_NEXT(1);
+  VBS_DELEGATE(Hold, 1, hold(pc->a.of(base), taken(pc->b.of(base), pc->bIsTemporary())))
 Clear:
-  if (base[pc->a].is(Type::ArrayLock) && base[pc->a].asArray()->references > 0) {
-    --base[pc->a].asArray()->locks;
-    base[pc->a].setIntUncounted(Type::Empty, 0);
-  } else if (needsCare(base[pc->a])) {
-    VBS_SLOW(release(base[pc->a]));
+  if (pc->a.of(base).is(Type::ArrayLock) && pc->a.of(base).asArray()->references > 0) {
+    --pc->a.of(base).asArray()->locks;
+    pc->a.of(base).setIntUncounted(Type::Empty, 0);
+  } else if (needsCare(pc->a.of(base))) {
+    VBS_SLOW(release(pc->a.of(base)));
   } else {
-    base[pc->a].setIntUncounted(Type::Empty, 0);
+    pc->a.of(base).setIntUncounted(Type::Empty, 0);
   }
   VBS_NEXT(1);
 Plain:
-  if (!storePlain(base[pc->a], base[pc->b])) VBS_SLOW(plain(pc, base));
+  if (!copyPlain(pc->a.of(base), pc->b.of(base))) VBS_SLOW(plain(pc, base));
   VBS_NEXT(1);
 LoadGlobal:
-  if (needsCare(stack_.globals()[pc->b]) || needsCare(base[pc->a])) {
-    VBS_SLOW(put(stack_, pc, base, stack_.globals()[pc->b]));
+  if (needsCare(pc->b.of(stack_.globals())) || needsCare(pc->a.of(base))) {
+    VBS_SLOW(put(stack_, pc, base, pc->b.of(stack_.globals())));
   } else {
-    base[pc->a].copyUncounted(stack_.globals()[pc->b]);
+    pc->a.of(base).copyUncounted(pc->b.of(stack_.globals()));
   }
   VBS_NEXT(1);
 LetGlobal:
-  if (!storePlain(stack_.globals()[pc->b], base[pc->a])) {
-    VBS_SLOW(letFrom(stack_, stack_.globals()[pc->b], base[pc->a], pc->aIsTemporary()));
+  if (!copyPlain(pc->b.of(stack_.globals()), pc->a.of(base))) {
+    VBS_SLOW(letFrom(stack_, pc->b.of(stack_.globals()), pc->a.of(base), pc->aIsTemporary()));
   }
   VBS_NEXT(1);
   VBS_DELEGATE(SetGlobal, 1,
-               set(stack_, stack_.globals()[pc->b], base[pc->a], pc->aIsTemporary(), pc))
+               set(stack_, pc->b.of(stack_.globals()), pc->a.of(base), pc->aIsTemporary(), pc))
 LoadField : {
-  const Value& field = static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b];
-  if (needsCare(field) || needsCare(base[pc->a])) {
+  const Value& field = static_cast<ScriptObject*>(pc->c.of(base).asObject())->fields()[pc->b];
+  if (needsCare(field) || needsCare(pc->a.of(base))) {
     VBS_SLOW(put(stack_, pc, base, field));
   } else {
-    base[pc->a].copyUncounted(field);
+    pc->a.of(base).copyUncounted(field);
   }
 }
   VBS_NEXT(1);
 LetField : {
-  Value& field = static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b];
-  if (!storePlain(field, base[pc->a]))
-    VBS_SLOW(letFrom(stack_, field, base[pc->a], pc->aIsTemporary()));
+  Value& field = static_cast<ScriptObject*>(pc->c.of(base).asObject())->fields()[pc->b];
+  if (!copyPlain(field, pc->a.of(base)))
+    VBS_SLOW(letFrom(stack_, field, pc->a.of(base), pc->aIsTemporary()));
 }
   VBS_NEXT(1);
 SetField:
-  VBS_SLOW(set(stack_, static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b],
-               base[pc->a], pc->aIsTemporary(), pc));
+  VBS_SLOW(set(stack_, static_cast<ScriptObject*>(pc->c.of(base).asObject())->fields()[pc->b],
+               pc->a.of(base), pc->aIsTemporary(), pc));
   VBS_NEXT(1);
-  VBS_DELEGATE(RefVariable, 1, refer(base[pc->a], base[pc->b]))
+  VBS_DELEGATE(RefVariable, 1, refer(pc->a.of(base), pc->b.of(base)))
 RefGlobal:
-  if (needsCare(base[pc->a])) {
-    VBS_SLOW(refer(base[pc->a], stack_.globals()[pc->b]));
+  if (needsCare(pc->a.of(base))) {
+    VBS_SLOW(refer(pc->a.of(base), pc->b.of(stack_.globals())));
   } else {
-    new (&base[pc->a]) Value(Value::reference(&stack_.globals()[pc->b].deref()));
+    new (&pc->a.of(base)) Value(Value::reference(&pc->b.of(stack_.globals()).deref()));
   }
   VBS_NEXT(1);
   VBS_DELEGATE(
       RefField, 1,
-      refer(base[pc->a], static_cast<ScriptObject*>(base[pc->c].asObject())->fields()[pc->b]))
+      refer(pc->a.of(base), static_cast<ScriptObject*>(pc->c.of(base).asObject())->fields()[pc->b]))
 RefElement:
   if (pc[1].low() != 1 || !referToElement(pc, base)) VBS_SLOW(refElement(stack_, pc, base));
   VBS_NEXT(2);
 
   // ---- Calculating ----
 
-  VBS_CALCULATE(Add, calculate<AddNumbers>, add)
+  VBS_CALCULATE_NUMBERS(Add, AddNumbers, add)
   VBS_CALCULATE_CONSTANT(AddConstant, calculate<AddNumbers>, add)
-  VBS_CALCULATE(Subtract, calculate<SubtractNumbers>, subtract)
+  VBS_CALCULATE_NUMBERS(Subtract, SubtractNumbers, subtract)
   VBS_CALCULATE_CONSTANT(SubtractConstant, calculate<SubtractNumbers>, subtract)
-  VBS_CALCULATE(Multiply, calculate<MultiplyNumbers>, multiply)
+  VBS_CALCULATE_NUMBERS(Multiply, MultiplyNumbers, multiply)
   VBS_CALCULATE_CONSTANT(MultiplyConstant, calculate<MultiplyNumbers>, multiply)
   VBS_CALCULATE(Divide, divideNumbers, divide)
   VBS_CALCULATE_CONSTANT(DivideConstant, divideNumbers, divide)
@@ -594,22 +674,24 @@ RefElement:
   VBS_DELEGATE(Negate, 1, unary(stack_, pc, base, negate))
   VBS_DELEGATE(Identity, 1, unary(stack_, pc, base, identity))
 Not:
-  if (base[pc->b].is(Type::Boolean) && !needsCare(base[pc->a])) {
-    base[pc->a].setIntUncounted(Type::Boolean, ~base[pc->b].asInt());
+  if (pc->b.of(base).is(Type::Boolean) && !needsCare(pc->a.of(base))) {
+    pc->a.of(base).setIntUncounted(Type::Boolean, ~pc->b.of(base).asInt());
   } else {
     VBS_SLOW(unary(stack_, pc, base, logicalNot));
   }
   VBS_NEXT(1);
 And:
-  if (base[pc->b].is(Type::Boolean) && base[pc->c].is(Type::Boolean) && !needsCare(base[pc->a])) {
-    base[pc->a].setIntUncounted(Type::Boolean, base[pc->b].asInt() & base[pc->c].asInt());
+  if (pc->b.of(base).is(Type::Boolean) && pc->c.of(base).is(Type::Boolean) &&
+      !needsCare(pc->a.of(base))) {
+    pc->a.of(base).setIntUncounted(Type::Boolean, pc->b.of(base).asInt() & pc->c.of(base).asInt());
   } else {
     VBS_SLOW(binary(stack_, pc, base, logicalAnd));
   }
   VBS_NEXT(1);
 Or:
-  if (base[pc->b].is(Type::Boolean) && base[pc->c].is(Type::Boolean) && !needsCare(base[pc->a])) {
-    base[pc->a].setIntUncounted(Type::Boolean, base[pc->b].asInt() | base[pc->c].asInt());
+  if (pc->b.of(base).is(Type::Boolean) && pc->c.of(base).is(Type::Boolean) &&
+      !needsCare(pc->a.of(base))) {
+    pc->a.of(base).setIntUncounted(Type::Boolean, pc->b.of(base).asInt() | pc->c.of(base).asInt());
   } else {
     VBS_SLOW(binary(stack_, pc, base, logicalOr));
   }
@@ -641,12 +723,13 @@ AppendMember:
 Jump:
   VBS_JUMP(pc->wide());
 JumpIf:
-  if (base[pc->a].is(Type::Boolean) ? base[pc->a].asInt() != 0 : VBS_SLOW(truth(pc, base))) {
+  if (pc->a.of(base).is(Type::Boolean) ? pc->a.of(base).asInt() != 0 : VBS_SLOW(truth(pc, base))) {
     VBS_JUMP(pc->wide());
   }
   VBS_NEXT(1);
 JumpUnless:
-  if (!(base[pc->a].is(Type::Boolean) ? base[pc->a].asInt() != 0 : VBS_SLOW(truth(pc, base)))) {
+  if (!(pc->a.of(base).is(Type::Boolean) ? pc->a.of(base).asInt() != 0
+                                         : VBS_SLOW(truth(pc, base)))) {
     VBS_JUMP(pc->wide());
   }
   VBS_NEXT(1);
@@ -661,11 +744,11 @@ JumpUnless:
   // ---- Loops ----
 
 ForPrepare : {
-  Value& limit = base[pc->b];
+  Value& limit = pc->b.of(base);
   const Value& step = base[pc->b + 1];
-  const Value& from = base[pc->c];
-  if (areWhole(tag(from), tag(limit)) && isWhole(step) && !needsCare(base[pc->a])) {
-    base[pc->a].copyUncounted(from);
+  const Value& from = pc->c.of(base);
+  if (areWhole(tag(from), tag(limit)) && isWhole(step) && !needsCare(pc->a.of(base))) {
+    pc->a.of(base).copyUncounted(from);
     limit.setIntUncounted(Type::Long, limit.asInt());  // in all loops, for ForLoop to rely on
     if (!isWithin(from.asInt(), limit, step)) VBS_FAR_JUMP();
   } else if (VBS_SLOW(forPrepare(stack_, pc, base))) {
@@ -674,8 +757,8 @@ ForPrepare : {
 }
   VBS_NEXT(2);
 ForLoop : {
-  Value& variable = base[pc->a];
-  const Value& limit = base[pc->b];
+  Value& variable = pc->a.of(base);
+  const Value& limit = pc->b.of(base);
   const Value& step = base[pc->b + 1];
   if (tag(limit) == kLong && areWhole(tag(variable), tag(step)) &&
       calculateWhole<AddNumbers>(variable, variable, step)) {
@@ -686,8 +769,8 @@ ForLoop : {
 }
   VBS_NEXT(2);
 ForNext : {
-  Value& variable = base[pc->a];
-  const Value& limit = base[pc->b];
+  Value& variable = pc->a.of(base);
+  const Value& limit = pc->b.of(base);
   if (tag(limit) == kLong && isWhole(variable) && calculate<AddNumbers>(variable, variable, 1)) {
     if (variable.asInt() <= limit.asInt()) VBS_FAR_JUMP();
   } else if (VBS_SLOW(forLoop(stack_, pc, base))) {
@@ -707,12 +790,14 @@ ForEachNext:
   VBS_DELEGATE(ReDimPreserve, 1, reDim(stack_, pc, base, true))
   VBS_DELEGATE(Erase, 1, erase(stack_, pc, base))
 GetElement : {
-  const Value* element = vectorElement(base[pc->b], base[pc->c]);
+  const Value* element = vectorElement(pc->b.of(base), pc->c.of(base));
+  if (element && !pc->bIsTemporary() && copyPlain(pc->a.of(base), *element)) [[likely]]
+    VBS_NEXT(1);
   if (element && isTakenAsIs(*element, pc->aIsTemporary())) {
     if (!pc->bIsTemporary()) {
-      if (copyInto(base[pc->a], *element)) VBS_NEXT(1);
-    } else if (base[pc->b].is(Type::Reference) && copyInto(base[pc->a], *element)) {
-      if (pc->a != pc->b) dropReference(base[pc->b]);
+      if (copyInto(pc->a.of(base), *element)) VBS_NEXT(1);
+    } else if (pc->b.of(base).is(Type::Reference) && copyInto(pc->a.of(base), *element)) {
+      if (pc->a != pc->b) dropReference(pc->b.of(base));
       VBS_NEXT(1);
     }
   }
@@ -720,12 +805,14 @@ GetElement : {
   VBS_SLOW(getElement(stack_, pc, base));
   VBS_NEXT(1);
 GetElement2 : {
-  const Value* element = matrixElement(base[pc->b], base[pc->c], base[pc[1].low()]);
+  const Value* element = matrixElement(pc->b.of(base), pc->c.of(base), base[pc[1].low()]);
+  if (element && !pc->bIsTemporary() && copyPlain(pc->a.of(base), *element)) [[likely]]
+    VBS_NEXT(2);
   if (element && isTakenAsIs(*element, pc->aIsTemporary())) {
     if (!pc->bIsTemporary()) {
-      if (copyInto(base[pc->a], *element)) VBS_NEXT(2);
-    } else if (base[pc->b].is(Type::Reference) && copyInto(base[pc->a], *element)) {
-      if (pc->a != pc->b) dropReference(base[pc->b]);
+      if (copyInto(pc->a.of(base), *element)) VBS_NEXT(2);
+    } else if (pc->b.of(base).is(Type::Reference) && copyInto(pc->a.of(base), *element)) {
+      if (pc->a != pc->b) dropReference(pc->b.of(base));
       VBS_NEXT(2);
     }
   }
@@ -734,27 +821,27 @@ GetElement2 : {
   VBS_NEXT(2);
   VBS_DELEGATE(GetElementMany, 2, getElementMany(stack_, pc, base))
 SetElement : {
-  Value* element = vectorElement(base[pc->a], base[pc->b]);
-  if (element && isCountedOnce(base[pc->a]) && !pc->aIsTemporary() &&
-      storePlain(*element, base[pc->c])) {
+  Value* element = vectorElement(pc->a.of(base), pc->b.of(base));
+  if (element && isCountedOnce(pc->a.of(base)) && !pc->aIsTemporary() &&
+      copyPlain(*element, pc->c.of(base))) {
     VBS_NEXT(1);
   }
 }
   VBS_SLOW(setElement(stack_, pc, base));
   VBS_NEXT(1);
 SetElementConstant : {
-  Value* element = vectorElement(base[pc->a], base[pc->b]);
-  if (element && isCountedOnce(base[pc->a]) && !pc->aIsTemporary() &&
-      storePlain(*element, constants[pc->c])) {
+  Value* element = vectorElement(pc->a.of(base), pc->b.of(base));
+  if (element && isCountedOnce(pc->a.of(base)) && !pc->aIsTemporary() &&
+      copyPlain(*element, pc->c.of(constants))) {
     VBS_NEXT(1);
   }
 }
   VBS_SLOW(setElementConstant(stack_, pc, base));
   VBS_NEXT(1);
 SetElement2 : {
-  Value* element = matrixElement(base[pc->a], base[pc->b], base[pc[1].low()]);
-  if (element && isCountedOnce(base[pc->a]) && !pc->aIsTemporary() &&
-      storePlain(*element, base[pc->c])) {
+  Value* element = matrixElement(pc->a.of(base), pc->b.of(base), base[pc[1].low()]);
+  if (element && isCountedOnce(pc->a.of(base)) && !pc->aIsTemporary() &&
+      copyPlain(*element, pc->c.of(base))) {
     VBS_NEXT(2);
   }
 }
@@ -768,21 +855,21 @@ SetElement2 : {
 Call : {
   const Routine* callee = pc[1].pointer<const Routine>();
   stack_.top()->pc = pc + 2;
-  stack_.enter(*callee, base + pc->b, pc->a);
-  base = stack_.top()->base;
+  base = &pc->b.of(base);
+  stack_.enter(*callee, base, pc->a);
   pc = callee->code.data();
   constants = callee->constants.data();
 }
   VBS_DISPATCH();
 CallReplaceable:
   stack_.top()->pc = pc + 2;
-  stack_.enter(texts_.current(*pc[1].pointer<const Routine>()), base + pc->b, pc->a);
+  stack_.enter(texts_.current(*pc[1].pointer<const Routine>()), &pc->b.of(base), pc->a);
   VBS_RELOAD();
 CallOwn : {
   const Routine* callee = pc[1].pointer<const Routine>();
   stack_.top()->pc = pc + 2;
   Object* me = base[stack_.top()->routine->me].asObject();
-  stack_.enter(*callee, base + pc->b, pc->a);
+  stack_.enter(*callee, &pc->b.of(base), pc->a);
   base = stack_.top()->base;
   new (&base[callee->me]) Value(Value::object(me));
   pc = callee->code.data();
@@ -790,25 +877,49 @@ CallOwn : {
 }
   VBS_DISPATCH();
   VBS_ENTER(CallMember, 2, callMember(stack_, pc, base))
+CallNative:
+  VBS_ASSERT(pc[1].op == Opcode::RefVariable && pc[2].op == Opcode::CallMember);
+  if (Object* known = nativeObject(pc->b.of(base).deref(), *pc[3].pointer<MemberCache>())) {
+    VBS_SLOW(callNative(stack_, pc + 2, base, *known, pc[1].b.of(base).deref()));
+    VBS_NEXT(4);
+  }
+  goto Copy;
+CallNativeElement:
+  VBS_ASSERT(pc[1].op == Opcode::Copy && pc[2].op == Opcode::RefElement &&
+             pc[4].op == Opcode::CallMember && pc[6].op == Opcode::Clear);
+  if (Object* known = nativeObject(pc->b.of(base).deref(), *pc[5].pointer<MemberCache>())) {
+    Value& holder = pc[2].b.of(base);
+    Value* element = vectorElement(holder, pc[1].b.of(base));
+    if (element && isCountedOnce(holder)) {
+      VBS_SLOW(callNative(stack_, pc + 4, base, *known, *holder.deref().asArray(), *element));
+      VBS_NEXT(7);
+    }
+  }
+  goto Copy;
 GetMember : {
-  Value& holder = base[pc->b];
+  Value& holder = pc->b.of(base);
   const Value* field = cachedField(holder, *pc[1].pointer<MemberCache>());
+  if (field && !pc->bIsTemporary() && copyPlain(pc->a.of(base), *field)) [[likely]]
+    VBS_NEXT(2);
   const bool isSimple = field && isTakenAsIs(*field, pc->aIsTemporary()) &&
                         canLetGo(holder, pc->bIsTemporary()) &&
-                        (!needsCare(base[pc->a]) || (pc->a == pc->b && pc->bIsTemporary()));
+                        (!needsCare(pc->a.of(base)) || (pc->a == pc->b && pc->bIsTemporary()));
   if (isSimple) {
     letGo(holder, pc->bIsTemporary());
-    new (&base[pc->a]) Value(*field);
+    new (&pc->a.of(base)) Value(*field);
   } else if (VBS_SLOW(getMember(stack_, pc, base))) {
     VBS_RELOAD();
   }
 }
   VBS_NEXT(2);
 PutMember : {
-  Value& holder = base[pc->a];
+  Value& holder = pc->a.of(base);
   Value* field = cachedField(holder, *pc[1].pointer<MemberCache>());
+  if (field && !pc->aIsTemporary() && pc->c == 0 && copyPlain(*field, pc->b.of(base))) [[likely]] {
+    VBS_NEXT(2);
+  }
   if (field && pc->c == 0 && canLetGo(holder, pc->aIsTemporary()) &&
-      storePlain(*field, base[pc->b])) {
+      copyPlain(*field, pc->b.of(base))) {
     letGo(holder, pc->aIsTemporary());
   } else if (VBS_SLOW(putMember(stack_, pc, base))) {
     VBS_RELOAD();
@@ -816,18 +927,18 @@ PutMember : {
 }
   VBS_NEXT(2);
 GetElementMember : {
-  const Value* field = elementField(vectorElement(base[pc->b], base[pc->c]), pc);
+  const Value* field = elementField(vectorElement(pc->b.of(base), pc->c.of(base)), pc);
   if (field && isTakenAsIs(*field, pc->aIsTemporary()) &&
-      isPlace(base[pc->b], pc->bIsTemporary()) && copyInto(base[pc->a], *field)) {
-    if (pc->bIsTemporary()) dropReference(base[pc->b]);
+      isPlace(pc->b.of(base), pc->bIsTemporary()) && copyInto(pc->a.of(base), *field)) {
+    if (pc->bIsTemporary()) dropReference(pc->b.of(base));
     VBS_NEXT(1 + 1 + 2);
   }
 }
   VBS_NEXT(1);
 PutElementMember : {
-  Value* field = elementField(vectorElement(base[pc->b], base[pc->c]), pc);
-  if (field && isPlace(base[pc->b], pc->bIsTemporary()) && storePlain(*field, base[pc->a])) {
-    if (pc->bIsTemporary()) dropReference(base[pc->b]);
+  Value* field = elementField(vectorElement(pc->b.of(base), pc->c.of(base)), pc);
+  if (field && isPlace(pc->b.of(base), pc->bIsTemporary()) && copyPlain(*field, pc->a.of(base))) {
+    if (pc->bIsTemporary()) dropReference(pc->b.of(base));
     VBS_NEXT(1 + 1 + 2);
   }
 }
@@ -839,6 +950,13 @@ PutElementMember : {
   VBS_DELEGATE(LoadHost, 1, put(stack_, pc, base, Value::object(texts_.host()[pc->b].object)))
   VBS_DELEGATE(CallIntrinsic, 2, callIntrinsic(pc, base))
   VBS_DELEGATE(CallIntrinsicOne, 2, callIntrinsicOne(pc, base))
+  VBS_PLAIN_FUNCTION(Sqr, plain_function::squareRoot)
+  VBS_PLAIN_FUNCTION(Abs, plain_function::absolute)
+  VBS_PLAIN_FUNCTION(Int, plain_function::floor)
+  VBS_PLAIN_FUNCTION(Fix, plain_function::truncate)
+  VBS_PLAIN_FUNCTION(Len, plain_function::length)
+  VBS_PLAIN_FUNCTION(Chr, plain_function::character)
+  VBS_PLAIN_FUNCTION(UBound, plain_function::upperBound)
   VBS_ENTER(New, 2, newObject(pc, base))
   VBS_ENTER(NewNamed, 2, newNamed(pc, base))
   VBS_DELEGATE(LateGet, 2, lateGet(pc, base))
@@ -846,11 +964,15 @@ PutElementMember : {
   VBS_DELEGATE(LatePut, 2, latePut(pc, base))
   VBS_DELEGATE(LateRef, 2, lateRef(pc, base))
 
-Return:
-  for (Value *v = base, *end = base + pc->b; v != end; ++v) {
-    if (!needsNoCare(*v)) VBS_SLOW(release(*v));
+Return : {
+  Value* const end = &pc->b.of(base);
+  Value* rest = plainUntil(base, end);
+  if (rest != end) {
+    rest = endPlain(rest, end);
+    if (rest != end) VBS_SLOW(clearRange(rest, end));
   }
-  if (stack_.top()->link == kNoRegister) {
+}
+  if (stack_.top()->link == Frame::kNoTarget) [[likely]] {
     stack_.pop();
     stack_.raisePending();
   } else {
@@ -858,21 +980,15 @@ Return:
   }
   VBS_RELOAD();
 ReturnResult : {
-  const Value& result = base[pc->a];
-  bool isSimple = true;
-  for (Value *v = base, *end = base + pc->b; v != end; ++v) {
-    if (needsNoCare(*v)) continue;
-    isSimple = false;
-    if (v != &result) VBS_SLOW(release(*v));
-  }
-  const std::uint32_t link = stack_.top()->link;
-  Value* const outside = stack_.top()[-1].base;
-  if (isSimple && link < kNoRegister && !needsCare(outside[link])) {
-    outside[link].copyUncounted(result);
-    stack_.pop();
-  } else {
-    VBS_SLOW(stack_.leave(pc->a));
-  }
+  Value* const result = &pc->a.of(base);
+  Value* const end = &pc->b.of(base);
+  Value* rest = plainUntil(base, end);
+  if (rest != end) rest = endPlain(rest, end);
+  if (rest == end && stack_.returnPlain(*result)) [[likely]]
+    VBS_RELOAD();
+  if (rest < result) VBS_SLOW(clearRange(rest, result));
+  if (rest < end) VBS_SLOW(clearRange(std::max(rest, result + 1), end));
+  VBS_SLOW(stack_.leave(pc->a));
 }
   VBS_RELOAD();
 

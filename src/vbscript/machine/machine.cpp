@@ -78,7 +78,7 @@ void Machine::addObject(std::string_view name, Object& object, bool globalMember
 std::vector<Ref<MachineObject>> Machine::livingObjects() {
   std::vector<Ref<MachineObject>> found;
   for (Object* at = runContext.newestObject; at && at != err_.get(); at = at->older()) {
-    if (at->scriptClass() == 0 || at->references() == 0) continue;
+    if (!isMachineObject(*at) || at->references() == 0) continue;
     auto* object = static_cast<MachineObject*>(at);
     if (object->machine() == this) found.emplace_back(object);
   }

@@ -25,7 +25,11 @@ const Name& nameIn(CallStack& stack, const MemberCache& cache) {
   throwError(code, object.name == kNoName ? member : stack.shownName(object.name) + '.' + member);
 }
 
-MemberId findMember(CallStack& stack, Object& object, MemberCache& cache, const Instruction* pc) {
+constexpr std::size_t kAssigns = SIZE_MAX;
+
+/// `arguments`: with which it is read or called; kAssigns: it is not.
+MemberId findMember(CallStack& stack, Object& object, MemberCache& cache, const Instruction* pc,
+                    std::size_t arguments) {
   const void* shape = object.shape();
   if (shape && shape == cache.shape) return cache.id;
   if (shape && shape == cache.olderShape) return cache.olderId;
@@ -34,12 +38,17 @@ MemberId findMember(CallStack& stack, Object& object, MemberCache& cache, const 
   cache.olderShape = std::exchange(cache.shape, shape);
   cache.olderId = cache.id;
   cache.id = id;
+  const DirectMember direct = object.directMember(id, arguments);
+  if (direct.get) {
+    cache.direct = direct;
+    cache.nativeClass = object.classNumber();
+  }
   return id;
 }
 
 const ClassMember* findScriptMember(CallStack& stack, Object& object, MemberCache& cache,
                                     const Instruction* pc) {
-  if (cache.scriptClass == object.scriptClass()) return cache.member;
+  if (cache.scriptClass == object.classNumber()) return cache.member;
   const ClassMember* member =
       static_cast<ScriptObject&>(object).type()->find(nameIn(stack, cache).lower);
   const bool hidden =
@@ -47,7 +56,7 @@ const ClassMember* findScriptMember(CallStack& stack, Object& object, MemberCach
       (member->kind == ClassMember::Kind::Field || member->kind == ClassMember::Kind::Constant) &&
       member->isPrivate;
   if (!member || hidden) throwMember(stack, ErrorCode::NoPropertyOrMethod, cache, pc);
-  cache.scriptClass = object.scriptClass();
+  cache.scriptClass = object.classNumber();
   cache.member = member;
   const bool isField = member->kind == ClassMember::Kind::Field;
   cache.fieldClass = isField ? cache.scriptClass : MemberCache::kNoClass;
@@ -78,7 +87,7 @@ bool callObject(CallStack& stack, Object& object, const Instruction* pc, Value* 
   Value& holder = base[pc->b];
   Value* const arguments = &holder + 1;
   const std::size_t count = pc->c;
-  if (object.scriptClass() == kProcedureClass) {
+  if (object.classNumber() == kProcedureClass) {
     const Routine* routine = static_cast<RoutineObject&>(object).routine();
     if (!routine) throwError(ErrorCode::InvalidCall);
     stack.adjustArguments(*routine, arguments, count);
@@ -93,18 +102,14 @@ bool callObject(CallStack& stack, Object& object, const Instruction* pc, Value* 
   return false;
 }
 
-}  // namespace
-
-// ---- Members ----
-
-bool callMember(CallStack& stack, const Instruction* pc, Value* base) {
+[[gnu::noinline]] bool callAnyMember(CallStack& stack, const Instruction* pc, Value* base) {
   Value& holder = base[pc->b];
   Value* const arguments = &holder + 1;
   const std::size_t count = pc->c;
   MemberCache& cache = *pc[1].pointer<MemberCache>();
   Object& object = stack.objectIn(holder, pc);
   if (!isScriptObject(object)) {
-    const MemberId id = findMember(stack, object, cache, pc);
+    const MemberId id = findMember(stack, object, cache, pc, count);
     Value result = object.invoke(id, kindFor(pc->a), {arguments, count});
     finishCall(stack, pc, base, std::move(result), &holder, count + 1);
     return false;
@@ -127,12 +132,71 @@ bool callMember(CallStack& stack, const Instruction* pc, Value* base) {
   return true;
 }
 
+[[gnu::always_inline]] inline void finishNative(CallStack& stack, const Instruction* pc,
+                                                Value* base, Value result) {
+  if (pc->a != kNoRegister && !needsCare(pc->a.of(base)) && !result.isCounted()) {
+    pc->a.of(base).copyUncounted(result);
+  } else {
+    finishCall(stack, pc, base, std::move(result), nullptr, 0);
+  }
+}
+
+}  // namespace
+
+// ---- Members ----
+
+void callNative(CallStack& stack, const Instruction* call, Value* base, Object& known,
+                Value& variable) {
+  const MemberCache& cache = *call[1].pointer<MemberCache>();
+  Value argument = Value::reference(&variable);
+  const Ref<Object> alive(&known);
+  countTexts({&argument, 1});
+  finishNative(stack, call, base, cache.direct.get(known, cache.direct.row, {&argument, 1}));
+}
+
+void callNative(CallStack& stack, const Instruction* call, Value* base, Object& known,
+                ArrayRep& array, Value& element) {
+  struct Lock {
+    explicit Lock(ArrayRep& locked) : value(Value::arrayLock(&locked)) { ++locked.locks; }
+    Lock(const Lock&) = delete;
+    Lock& operator=(const Lock&) = delete;
+    ~Lock() { release(value); }
+    Value value;
+  };
+  const Lock lock(array);
+  callNative(stack, call, base, known, element);
+}
+
+bool callMember(CallStack& stack, const Instruction* pc, Value* base) {
+  Value& holder = pc->b.of(base);
+  const MemberCache& cache = *pc[1].pointer<MemberCache>();
+  Object* known = nativeObject(holder, cache);
+  if (!known) return callAnyMember(stack, pc, base);
+  const Args arguments(&holder + 1, pc->c);
+  countTexts(arguments);
+  Value result = cache.direct.get(*known, cache.direct.row, arguments);
+  for (Value& used : arguments) giveUp(used, true);
+  if (known->references() > 1) {
+    known->release();
+    holder.forget();
+  } else {
+    release(holder);
+  }
+  finishNative(stack, pc, base, std::move(result));
+  return false;
+}
+
 bool getMember(CallStack& stack, const Instruction* pc, Value* base) {
-  Value& holder = base[pc->b];
+  Value& holder = pc->b.of(base);
   MemberCache& cache = *pc[1].pointer<MemberCache>();
+  if (Object* known = pc->bIsTemporary() ? nullptr : nativeObject(holder, cache)) {
+    const Ref<Object> alive(known);
+    put(stack, pc, base, cache.direct.get(*known, cache.direct.row, {}));
+    return false;
+  }
   Object& object = stack.objectIn(holder, pc);
   if (!isScriptObject(object)) {
-    const MemberId id = findMember(stack, object, cache, pc);
+    const MemberId id = findMember(stack, object, cache, pc, 0);
     const Ref<Object> alive(&object);
     Value result = object.invoke(id, CallKind::Get, {});
     if (pc->bIsTemporary()) release(holder);
@@ -161,7 +225,7 @@ bool putMember(CallStack& stack, const Instruction* pc, Value* base) {
   Value& source = base[pc->b];
   if (isSet && !source.deref().isObject()) stack.throwNamed(ErrorCode::ObjectRequired, pc);
   if (!isScriptObject(*object)) {
-    const MemberId id = findMember(stack, *object, cache, pc);
+    const MemberId id = findMember(stack, *object, cache, pc, kAssigns);
     Value value = taken(source, pc->bIsTemporary());
     object->invoke(id, isSet ? CallKind::Set : CallKind::Let, {&value, 1});
     if (pc->aIsTemporary()) release(holder);
@@ -199,7 +263,7 @@ bool putMemberArguments(CallStack& stack, const Instruction* pc, Value* base) {
   MemberCache& cache = *pc[1].pointer<MemberCache>();
   Object& object = stack.objectIn(holder, pc);
   if (!isScriptObject(object)) {
-    const MemberId id = findMember(stack, object, cache, pc);
+    const MemberId id = findMember(stack, object, cache, pc, kAssigns);
     object.invoke(id, isSet ? CallKind::Set : CallKind::Let, {arguments, count});
     clearRange(&holder, arguments + count);
     stack.raisePending();

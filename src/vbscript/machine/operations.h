@@ -75,6 +75,12 @@ void storeElement(CallStack& stack, Value& holder, Args indexesAndValue, bool is
 // ---- Members of objects (members.cpp). True: the current frame is another one now. ----
 
 bool callMember(CallStack& stack, const Instruction* pc, Value* base);
+/// `call` is a CallMember whose member `known` has at hand and whose argument is a variable.
+void callNative(CallStack& stack, const Instruction* call, Value* base, Object& known,
+                Value& variable);
+/// The argument is an element of an array, which stays in its place meanwhile.
+void callNative(CallStack& stack, const Instruction* call, Value* base, Object& known,
+                ArrayRep& array, Value& element);
 bool getMember(CallStack& stack, const Instruction* pc, Value* base);
 bool putMember(CallStack& stack, const Instruction* pc, Value* base);
 bool putMemberArguments(CallStack& stack, const Instruction* pc, Value* base);

@@ -20,6 +20,18 @@ inline bool needsCare(const Value& value) {
 void release(Value& value);
 void clearRange(Value* first, const Value* last);
 
+/// Gives up an operand where it is a temporary.
+[[gnu::always_inline]] inline void giveUp(Value& operand, bool isTemporary) {
+  if (!isTemporary || !needsCare(operand)) return;
+  if (operand.is(Type::Reference)) {
+    operand.setIntUncounted(Type::Empty, 0);
+  } else if (operand.isString()) {
+    const Value ended(std::move(operand));
+  } else {
+    release(operand);
+  }
+}
+
 /// Whether the registers can be overwritten without a look. All that nobody uses must be so: a
 /// reference left behind would lead what is put there to where it points.
 inline bool areFree(const Value* first, const Value* last) {
@@ -54,6 +66,11 @@ inline Value assigned(Value value) {
   if (value.isObject()) return plainValue(value);
   if (value.isArray() && value.asArray()->locks > 0) return Value::array(value.asArray()->clone());
   return value;
+}
+/// Whether the bits of a value are what a register gets of it: a variable takes an object's default
+/// value, and may need its own copy of an array.
+[[gnu::always_inline]] inline bool isTakenAsIs(const Value& value, bool isTemporary) {
+  return isTemporary || !(value.isObject() || (value.isArray() && value.asArray()->locks > 0));
 }
 /// Error 13 for the array of a variable declared with bounds.
 void checkAssignable(const Value& variable);

@@ -50,7 +50,7 @@ Ref<ScriptObject> ScriptObject::create(Machine& machine, const ScriptClass& type
 
 ScriptObject::ScriptObject(Machine& machine, const ScriptClass& type)
     : MachineObject(machine), type_(&type), fieldCount_(type.fieldCount) {
-  scriptClass_ = type.serial;
+  classNumber_ = type.serial;
   std::uninitialized_default_construct_n(fields(), fieldCount_);
 }
 
@@ -73,7 +73,7 @@ void ScriptObject::terminate() noexcept {
 
 void ScriptObject::detach() {
   type_ = &endedClass();
-  scriptClass_ = 0;
+  classNumber_ = 0;
   MachineObject::detach();
 }
 
@@ -88,7 +88,7 @@ MemberId ScriptObject::findMember(std::string_view lowerName) {
 
 const void* ScriptObject::shape() const {
   // An odd number is nobody's address.
-  const auto serial = static_cast<std::uintptr_t>(scriptClass_);
+  const auto serial = static_cast<std::uintptr_t>(classNumber_);
   // NOLINTNEXTLINE(performance-no-int-to-ptr)
   return serial == 0 ? nullptr : reinterpret_cast<const void*>(serial * 2 + 1);
 }
@@ -105,7 +105,7 @@ Value ScriptObject::invoke(MemberId id, CallKind kind, Args args) {
 
 RoutineObject::RoutineObject(Machine& machine, const Routine& routine)
     : MachineObject(machine), routine_(&routine) {
-  scriptClass_ = kProcedureClass;
+  classNumber_ = kProcedureClass;
 }
 
 Value RoutineObject::invoke(MemberId id, CallKind kind, Args args) {

@@ -12,7 +12,8 @@ namespace quorvane::vbs {
 class Machine;
 
 /// An object made by a script that an engine must take leave of before it ends, because others may
-/// hold it longer. Object::scriptClass() is 0 for all other objects.
+/// hold it longer. Until that its class number is one from kProcedureClass to kFirstNativeClass, as
+/// no other object has.
 class MachineObject : public Object {
  public:
   explicit MachineObject(Machine& machine) : machine_(&machine) {}
@@ -74,8 +75,19 @@ class RoutineObject final : public MachineObject {
   const Routine* routine_;
 };
 
+inline bool isMachineObject(const Object& object) {
+  return object.classNumber() - kProcedureClass < kFirstNativeClass - kProcedureClass;
+}
+
 inline bool isScriptObject(const Object& object) {
-  return object.scriptClass() > kProcedureClass;
+  return isMachineObject(object) && object.classNumber() != kProcedureClass;
+}
+
+/// The native object whose member a place in the code has at hand, or null.
+[[gnu::always_inline]] inline Object* nativeObject(const Value& holder, const MemberCache& cache) {
+  if (!holder.isObject() || !holder.asObject()) return nullptr;
+  Object* object = holder.asObject();
+  return object->classNumber() == cache.nativeClass ? object : nullptr;
 }
 
 /// The field of a script's object that a place in the code uses, when its cache knows the class;
@@ -83,7 +95,7 @@ inline bool isScriptObject(const Object& object) {
 [[gnu::always_inline]] inline Value* cachedField(const Value& holder, const MemberCache& cache) {
   if (!holder.isObject() || !holder.asObject()) return nullptr;
   Object* object = holder.asObject();
-  if (object->scriptClass() != cache.fieldClass) return nullptr;
+  if (object->classNumber() != cache.fieldClass) return nullptr;
   return static_cast<ScriptObject*>(object)->fields() + cache.fieldSlot;
 }
 

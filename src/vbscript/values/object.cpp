@@ -1,5 +1,6 @@
 #include "vbscript/values/object.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <memory>
 #include <new>
@@ -81,6 +82,11 @@ ArrayRep::~ArrayRep() {
 Value invokeResult(const Value& result, CallKind kind, Args args) {
   if (!result.isObject() || !result.asObject()) throwError(ErrorCode::WrongArgumentCount);
   return result.asObject()->invoke(kDefaultMember, kind, args);
+}
+
+std::uint32_t newNativeClass() {
+  static std::atomic<std::uint32_t> next{kFirstNativeClass};
+  return next++;
 }
 
 Value* Object::itemPlace(const Value&) {

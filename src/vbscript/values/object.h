@@ -4,6 +4,7 @@
 #include <memory>
 #include <span>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "vbscript/values/value.h"
@@ -54,8 +55,16 @@ struct MemberUse {
   bool isDefault;
 };
 
-/// Stands in Object::scriptClass() of procedures.
+/// A member that a place in the code has found, to be read or called with the number of arguments
+/// it has there.
+struct DirectMember {
+  Value (*get)(Object& self, const void* row, Args args) = nullptr;  ///< null: use invoke()
+  const void* row = nullptr;
+};
+
+/// What Object::classNumber() may be: of procedures, and of native objects the least.
 inline constexpr std::uint32_t kProcedureClass = 1;
+inline constexpr std::uint32_t kFirstNativeClass = 0x80000000;
 
 /// Anything that a script holds by reference: objects of the host, of components, and instances
 /// of a script's own classes. Counted; the last release ends it at once, because scripts rely on
@@ -75,8 +84,9 @@ class Object {
   }
   std::uint32_t references() const { return references_; }
   /// The serial number of a script's own class, kProcedureClass for procedures as objects (GetRef),
-  /// 0 for objects of all other kinds.
-  std::uint32_t scriptClass() const { return scriptClass_; }
+  /// a number from kFirstNativeClass on for the native objects of one class that have
+  /// directMember(), 0 for all others.
+  std::uint32_t classNumber() const { return classNumber_; }
   /// The one made last before this among the objects that are still there, or null.
   Object* older() const { return older_; }
 
@@ -89,6 +99,10 @@ class Object {
   /// Objects with the same non-null shape find the same id for a name, so a call site may keep
   /// it. Null: look up every time.
   virtual const void* shape() const { return nullptr; }
+
+  /// How to read or call the member with so many arguments; the same for all objects with this
+  /// classNumber(). Nothing where invoke() must decide.
+  virtual DirectMember directMember(MemberId, std::size_t /*arguments*/) const { return {}; }
 
   /// The member to use in this one's place where a script needs an object: `For Each x In o.M`,
   /// `o.M.Count`, `Set x = o.M`. So a member can be a plain value and still have members. The same
@@ -137,7 +151,7 @@ class Object {
   virtual void lastRelease() { delete this; }
 
   std::uint32_t references_ = 1;  ///< the maker's own
-  std::uint32_t scriptClass_ = 0;
+  std::uint32_t classNumber_ = 0;
 
  private:
   Object* older_;
@@ -215,6 +229,9 @@ struct Member {
 /// `match.SubMatches(0)`. Error 450 when it gives none.
 Value invokeResult(const Value& result, CallKind kind, Args args);
 
+/// The next number for a class of native objects.
+std::uint32_t newNativeClass();
+
 /// Counts the texts that a call of an object may read to their ends as work.
 inline void countTexts(Args args) {
   for (const Value& arg : args) {
@@ -230,7 +247,10 @@ inline void countTexts(Args args) {
 template <class Self, class Base = Object>
 class NativeObject : public Base {
  public:
-  using Base::Base;
+  template <class... A>
+  explicit NativeObject(A&&... arguments) : Base(std::forward<A>(arguments)...) {
+    this->classNumber_ = nativeClass();
+  }
 
   const void* shape() const override { return Self::members().data(); }
 
@@ -245,6 +265,13 @@ class NativeObject : public Base {
   MemberId objectMember(MemberId id) const override {
     const Member<Self>* member = row(id);
     return member && member->getObject ? id | kAsObject : id;
+  }
+
+  DirectMember directMember(MemberId id, std::size_t arguments) const override {
+    const Member<Self>* member = row(id);
+    if (nativeClass() == 0 || !member || !member->get) return {};
+    if (arguments < member->minArgs || arguments > member->maxArgs) return {};
+    return {&getDirectly, member};
   }
 
   bool joinsTexts(MemberId id) const override {
@@ -287,6 +314,19 @@ class NativeObject : public Base {
 
  private:
   static constexpr MemberId kAsObject = 1 << 30;
+
+  /// A kind of object that finds or uses members in a way of its own has no number.
+  static std::uint32_t nativeClass() {
+    constexpr bool kIsPlain =
+        std::is_same_v<decltype(&Self::findMember), decltype(&NativeObject::findMember)> &&
+        std::is_same_v<decltype(&Self::invoke), decltype(&NativeObject::invoke)>;
+    static const std::uint32_t kNumber = kIsPlain ? newNativeClass() : 0;
+    return kNumber;
+  }
+
+  static Value getDirectly(Object& self, const void* row, Args args) {
+    return (static_cast<Self&>(self).*static_cast<const Member<Self>*>(row)->get)(args);
+  }
 
   static const Member<Self>* row(MemberId id) {
     const auto table = Self::members();

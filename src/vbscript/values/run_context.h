@@ -85,7 +85,7 @@ struct RunContext {
   TextContext text;
   Object* newestObject = nullptr;  ///< of all that are there; see Object::older()
   EndsInProgress ends;
-  std::uint32_t lastClassSerial = 0;  ///< of scripts' classes; see Object::scriptClass()
+  std::uint32_t lastClassSerial = 0;  ///< of scripts' classes; see Object::classNumber()
   RunParts parts;
   OneByteBodies oneByteBodies{};
 };

@@ -7,7 +7,6 @@
 #include "vbscript/values/block_pool.h"
 #include "vbscript/values/error.h"
 #include "vbscript/values/text_case.h"
-#include "vbscript/values/text_hash.h"
 
 namespace quorvane::vbs {
 
@@ -42,6 +41,7 @@ StringRep* allocate(Encoding encoding, std::size_t bytes) {
   }
   rep->references = 1;
   rep->encoding = encoding;
+  rep->hash = 0;
   rep->bytes = 0;
   rep->capacity = static_cast<std::uint32_t>(capacity);
   return rep;
@@ -132,7 +132,7 @@ String::String(std::string_view ansi) {
 String String::ofByte(char ansi) {
   OneByteBody& body = runContext.oneByteBodies[static_cast<unsigned char>(ansi)];
   if (body.rep.references == 0) {
-    body.rep = {1, Encoding::Ansi, 1, static_cast<std::uint32_t>(body.text.size())};
+    body.rep = StringRep{1, Encoding::Ansi, 0, 1, static_cast<std::uint32_t>(body.text.size())};
     *body.rep.data() = ansi;
   }
   ++body.rep.references;
@@ -263,18 +263,6 @@ String String::trimmed(bool front, bool back) const {
   return substr(start, end - start);
 }
 
-std::size_t String::hash() const {
-  if (isAnsi()) return hashOfBytes(raw());
-  std::string narrowed;
-  narrowed.reserve(length());
-  for (std::size_t i = 0; i < length(); ++i) {
-    const int byte = unitToAnsi(at(i));
-    if (byte < 0) return hashOfBytes(raw());
-    narrowed.push_back(static_cast<char>(byte));
-  }
-  return hashOfBytes(narrowed);
-}
-
 String String::toWide() const {
   if (!isAnsi()) return *this;
   String result = withCapacity(Encoding::Wide, raw().size() * 2);
@@ -356,6 +344,7 @@ char* String::extend(std::size_t count) {
   makeRoom(raw().size() + count);
   char* end = rep_->data() + rep_->bytes;
   rep_->bytes += static_cast<std::uint32_t>(count);
+  rep_->hash = 0;
   return end;
 }
 

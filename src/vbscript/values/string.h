@@ -64,8 +64,6 @@ class String {
   String lower() const;
   String trimmed(bool front, bool back) const;  ///< without the blanks (U+0020) at the named ends
 
-  std::size_t hash() const;  ///< the same for two spellings of the same text
-
   String toWide() const;  ///< the same text held as Wide
 
   std::string narrow() const;  ///< Windows-1252 bytes, '?' for what has none

@@ -6,8 +6,11 @@
 #include <cstring>
 #include <string_view>
 
-/// Hashing and comparing short texts without a call. The hash is another one in every process, so
-/// that nobody can prepare keys that all fall together.
+#include "vbscript/values/string_body.h"
+#include "vbscript/values/time_check.h"
+
+/// Hashing and comparing texts, short ones without a call. The hash is another one in every
+/// process, so that nobody can prepare keys that all fall together.
 namespace quorvane::vbs {
 
 /// Drawn once for the process.
@@ -29,7 +32,7 @@ inline std::uint64_t mixed(std::uint64_t a, std::uint64_t b) {
   return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
 }
 
-/// The bytes of a text of up to 16, in two words, which tell texts of one length apart.
+/// The bytes of a text of up to 16, in two words.
 struct Words {
   std::uint64_t first = 0;
   std::uint64_t last = 0;
@@ -48,7 +51,6 @@ struct Words {
       last = load<std::uint8_t>(begin + text.size() / 2);
     }
   }
-  bool operator==(const Words&) const = default;
 };
 
 }  // namespace text_hash
@@ -64,10 +66,33 @@ inline std::uint64_t hashOfBytes(std::string_view text) {
   return text_hash::mixed(words.first ^ hash, words.last ^ kTextHashSeeds[1]);
 }
 
-inline bool sameBytes(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  if (a.size() > 16) return std::memcmp(a.data(), b.data(), a.size()) == 0;
-  return text_hash::Words(a) == text_hash::Words(b);
+/// The hash of a text, as many bits as a body has room for. It stays there until the text changes.
+/// Never 0. `text` is null for the empty one.
+inline std::uint32_t keptHash(StringRep* text) {
+  if (text && text->hash != 0) return text->hash;
+  const std::string_view bytes = text ? std::string_view(text->data(), text->bytes) : "";
+  countWork(bytes.size());
+  const auto hash = static_cast<std::uint32_t>(hashOfBytes(bytes) >> 40);
+  const std::uint32_t kept = hash == 0 ? 1 : hash;
+  if (text) text->hash = kept & 0xFFFFFF;
+  return kept;
+}
+
+[[gnu::always_inline]] inline bool sameBytes(const char* a, const char* b, std::size_t size) {
+  using text_hash::load;
+  if (size >= 8) {
+    const std::size_t last = size - 8;
+    for (std::size_t i = 0; i < last; i += 8) {
+      if (load<std::uint64_t>(a + i) != load<std::uint64_t>(b + i)) return false;
+    }
+    return load<std::uint64_t>(a + last) == load<std::uint64_t>(b + last);
+  }
+  if (size >= 4) {
+    const std::size_t last = size - 4;
+    return load<std::uint32_t>(a) == load<std::uint32_t>(b) &&
+           load<std::uint32_t>(a + last) == load<std::uint32_t>(b + last);
+  }
+  return size == 0 || (a[0] == b[0] && a[size / 2] == b[size / 2] && a[size - 1] == b[size - 1]);
 }
 
 }  // namespace quorvane::vbs

@@ -121,3 +121,40 @@ On Error Resume Next
 x = "x" & New Endless
 Failed                         '> 28
 Echo ended > 10                '> True
+
+'=== objects that take each other's place in a variable
+Class Named
+  Public Name
+  Private Sub Class_Terminate
+    Echo "end of " & Name & ", " & Shown()
+  End Sub
+End Class
+Function Made(name)
+  Set Made = New Named
+  Made.Name = name
+End Function
+Dim held, list(1)
+Function Shown()
+  Shown = "held none"
+  If Not IsObject(held) Then Exit Function
+  If Not held Is Nothing Then Shown = "held " & held.Name
+End Function
+Set list(0) = Made("a")
+Set list(1) = Made("b")
+Set held = list(0)
+Set held = list(1)
+Set held = list(1)
+Set held = list(0)
+Set held = Made("c")
+Set held = Made("d")           '> end of c, held d
+Set held = list(0)             '> end of d, held a
+Erase list                     '> end of b, held a
+Set held = Nothing
+                               '> end of a, held none
+Set held = Made("e")
+held = 1                       '> end of e, held none
+Set held = Made("f")
+On Error Resume Next
+Set held = 5
+Echo Err.Number & " " & Shown() '> 424 held f
+Set held = Nothing             '> end of f, held none

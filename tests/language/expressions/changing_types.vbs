@@ -180,3 +180,73 @@ Set d = CreateObject("Scripting.Dictionary")
 d("k") = 5
 d("t") = "text"
 Echo d("k") & d("t")           '> 5text
+
+'=== Doubles at a place, then others, then Doubles again
+Sub Show(a, b)
+  Echo a + b & " " & TypeName(a + b) & ", " & a - b & " " & TypeName(a - b) & ", " & a * b & " " & TypeName(a * b)
+End Sub
+Show 1.5, 0.5                  '> 2 Double, 1 Double, 0.75 Double
+Show 1.5, 2.5                  '> 4 Double, -1 Double, 3.75 Double
+Show 1.5, 2                    '> 3.5 Double, -0.5 Double, 3 Double
+Show 1, 2.5                    '> 3.5 Double, -1.5 Double, 2.5 Double
+Show 1.5, 0.5                  '> 2 Double, 1 Double, 0.75 Double
+Show 3, 2                      '> 5 Integer, 1 Integer, 6 Integer
+Show 1.5, 0.5                  '> 2 Double, 1 Double, 0.75 Double
+Show 1.5, CSng(0.5)            '> 2 Double, 1 Double, 0.75 Double
+Show 1.5, CCur(0.5)            '> 2 Currency, 1 Currency, 0.75 Double
+Show 1.5, "0.5"                '> 2 Double, 1 Double, 0.75 Double
+Show 1.5, Empty                '> 1.5 Double, 1.5 Double, 0 Double
+Show 1.5, True                 '> 0.5 Double, 2.5 Double, -1.5 Double
+Echo TypeName(#1/2/2000# + 0.5) '> Date
+Show 1.5, 0.5                  '> 2 Double, 1 Double, 0.75 Double
+Show Null, 0.5                 '>  Null,  Null,  Null
+
+'=== Doubles that grow too large where Doubles have met
+Function Sum(a, b)
+  Sum = a + b
+End Function
+Function Product(a, b)
+  Product = a * b
+End Function
+Echo Sum(1.5, 2.5)             '> 4
+Echo Product(1.5, 2.5)         '> 3.75
+On Error Resume Next
+Echo Sum(1.5e308, 1.5e308)
+Echo Err.Number & " " & Err.Description '> 6 Overflow
+Err.Clear
+Echo Product(-1.5e308, 2.5)
+Echo Err.Number                '> 6
+Err.Clear
+Echo Sum(1.5, Nothing)
+Echo Err.Number                '> 91
+On Error GoTo 0
+Echo Sum(1.5e308, -1.5e308)    '> 0
+
+'=== an object's default value where Doubles have met
+Class Half
+  Public Default Property Get Value
+    Echo "asked"
+    Value = 0.5
+  End Property
+End Class
+Function Sum(a, b)
+  Sum = a + b
+End Function
+Echo Sum(1.5, 0.5)             '> 2
+Echo Sum(1.5, New Half)        '> asked
+                               '> 2
+Echo Sum(New Half, New Half)   '> asked
+                               '> asked
+                               '> 1
+Echo Sum(1.5, 0.5)             '> 2
+
+'=== a result in place of something counted
+Dim held
+held = "text"
+held = Product(1.5, 2.5)
+Echo held                      '> 3.75
+Function Product(a, b)
+  Product = "text"
+  Product = a * b
+End Function
+Echo Product(1.5, 2.5)         '> 3.75

@@ -276,3 +276,49 @@ Next
 '> 6[]
 ReDim Preserve list(5)
 Echo list(0) & list(1) & UBound(list)  '> 565
+
+'=== an index that stands for a variable elsewhere
+Dim list, grid(2, 2)
+list = Array("a", "b", "c")
+Sub Visit(i, j)
+  Echo list(i) & grid(i, j)
+  list(i) = list(i) & j
+  grid(i, j) = i + j
+  i = i + 1
+  Echo list(i) & grid(i, j)
+End Sub
+Dim at, other
+at = 0
+other = 1
+Visit at, other                '> a
+                               '> b
+Echo at & list(0) & grid(0, 1) '> 1a11
+at = "1"
+Visit at, other                '> b
+                               '> c
+Echo at & list(1)              '> 2b1
+at = 1.5
+Visit at, other                '> c
+                               '> c12.5
+
+'=== an index elsewhere that is of no use
+Dim list(2), at
+Sub Visit(i)
+  Echo "[" & list(i) & "]"
+  i = i
+End Sub
+On Error Resume Next
+at = 3
+Visit at
+Echo Err.Number                '> 9
+Err.Clear
+at = -1
+Visit at
+Echo Err.Number                '> 9
+Err.Clear
+at = Null
+Visit at
+Echo Err.Number                '> 94
+Err.Clear
+at = Empty
+Visit at                       '> []

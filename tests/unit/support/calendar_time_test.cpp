@@ -9,6 +9,8 @@ TEST(CalendarTimeTest, WritesAndReadsTheStoredForm) {
   EXPECT_EQ(dateTimeText(time), "2007-03-05 04:05:06");
   EXPECT_EQ(timeOfDayText(time), "04:05:06");
   EXPECT_EQ(parseDateTimeText("2007-03-05 04:05:06"), time);
+  EXPECT_EQ(dateTimeText({99, 12, 31, 23, 59, 59, 1}), "0099-12-31 23:59:59");
+  EXPECT_EQ(dateTimeText({12007, 10, 15, 14, 35, 46, 1}), "12007-10-15 14:35:46");
 }
 
 TEST(CalendarTimeTest, RefusesWhatIsNoDate) {

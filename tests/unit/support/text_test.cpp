@@ -30,6 +30,30 @@ TEST(Text, TrimsBlanksOnly) {
   EXPECT_EQ(trimBlanks("   "), "");
 }
 
+TEST(Text, TrimsWhatItIsTold) {
+  EXPECT_EQ(trimmed("\t a b \r", " \t"), "a b \r");
+  EXPECT_EQ(trimmed("\t a b \r", " \t\r"), "a b");
+  EXPECT_EQ(trimmed(" \t", " \t"), "");
+  EXPECT_EQ(trimmed("", " \t"), "");
+}
+
+TEST(Text, ReadsWholeNumbersOnly) {
+  EXPECT_EQ(wholeNumber<int>("-12"), -12);
+  EXPECT_EQ(wholeNumber<unsigned>("fF", 16), 255u);
+  EXPECT_EQ(wholeNumber<std::uint16_t>("65535"), 65535);
+  for (const char* text : {"", " 1", "1 ", "+1", "-1", "1x", "0x1", "65536"}) {
+    EXPECT_EQ(wholeNumber<std::uint16_t>(text), std::nullopt) << text;
+  }
+}
+
+TEST(Text, ReadsHexadecimalBytes) {
+  EXPECT_EQ(hexByte("4a"), 'J');
+  EXPECT_EQ(hexByte("fF8"), '\xff');
+  for (const char* text : {"", "4", "4g", "g4", "-1", " 1", "+1"}) {
+    EXPECT_EQ(hexByte(text), std::nullopt) << text;
+  }
+}
+
 TEST(Text, SplitsIntoOneMorePieceThanSeparators) {
   EXPECT_EQ(split("a,,b", ','), (std::vector<std::string_view>{"a", "", "b"}));
   EXPECT_EQ(split("", ','), (std::vector<std::string_view>{""}));

@@ -54,6 +54,33 @@ TEST(Bytecode, ConstantsStandInTheInstruction) {
             "Halt\n");
 }
 
+TEST(Bytecode, CallsWithOneSimpleArgumentMayBeDoneWhereTheObjectIs) {
+  EXPECT_EQ(code("Dim o, k, a\nr = o.M(k)\no.M a(k)"),
+            "CallNative t0 r0\n"
+            "RefVariable t1 r1\n"
+            "CallMember r3 t0 1 .M\n"
+            "CallNativeElement t1 r0\n"
+            "Copy t3 r1\n"
+            "RefElement t2 r2 t3 count 1 lock t0\n"
+            "CallMember none t1 1 .M\n"
+            "Clear t0\n"
+            "Halt\n");
+  EXPECT_EQ(code("Dim o, k, a\no.M k, a\no.M 1\no.M a(k + 1)"),
+            "Copy t0 r0\n"
+            "RefVariable t1 r1\n"
+            "RefVariable t2 r2\n"
+            "CallMember none t0 2 .M\n"
+            "Copy t0 r0\n"
+            "LoadInteger t1 1\n"
+            "CallMember none t0 1 .M\n"
+            "Copy t1 r0\n"
+            "AddInteger t3 r1 1\n"
+            "RefElement t2 r2 t3 count 1 lock t0\n"
+            "CallMember none t1 1 .M\n"
+            "Clear t0\n"
+            "Halt\n");
+}
+
 TEST(Bytecode, FieldsOfElementsAreReadAndWrittenWithoutTheirObjects) {
   EXPECT_EQ(code("Dim a(1)\nn = a(i).x\na(i).y = n"),
             "LoadInteger t0 1\n"
@@ -167,7 +194,7 @@ TEST(Bytecode, ConstantTextsAreJoinedWhenCompiled) {
   EXPECT_EQ(code("x = \"a\" & Chr(1000)"),
             "LoadConstant t0 \"a\"\n"
             "LoadInteger t1 1000\n"
-            "CallIntrinsicOne t1 t1 Chr\n"
+            "Chr t1 t1 Chr\n"
             "Concatenate r0 t0 t1\n"
             "Halt\n");
   EXPECT_EQ(code("x = 1 & 2"),
@@ -188,12 +215,12 @@ TEST(Bytecode, TextThatACallMayChangeIsReadBeforeIt) {
 TEST(Bytecode, VariablesAreCopiedOnlyWhereCodeMayChangeThem) {
   const std::string classes = "\nClass K : End Class";
   EXPECT_EQ(code("x = v + Len(s)"),
-            "CallIntrinsicOne t0 r2 Len\n"
+            "Len t0 r2 Len\n"
             "Add r0 r1 t0\n"
             "Halt\n");
   EXPECT_EQ(code("x = v + Len(s)" + classes),
             "Copy t0 r1\n"
-            "CallIntrinsicOne t1 r2 Len\n"
+            "Len t1 r2 Len\n"
             "Add r0 t0 t1\n"
             "Halt\n");
   EXPECT_EQ(code("x = v + Len(\"text\" & 1) * 2" + classes).find("Copy"), std::string::npos);
@@ -205,7 +232,7 @@ TEST(Bytecode, VariablesAreCopiedOnlyWhereCodeMayChangeThem) {
             std::string::npos);
   EXPECT_EQ(code("Sub S(p) : x = p * Len(p) : End Sub" + classes, "S"),
             "Copy t0 r0\n"
-            "CallIntrinsicOne t1 r0 Len\n"
+            "Len t1 r0 Len\n"
             "Multiply r1 t0 t1\n"
             "Return 2\n");
 }
@@ -221,7 +248,7 @@ TEST(Bytecode, PartsOfATextAreMadePlainOnlyBeforeWhatMayDependOnIt) {
   EXPECT_EQ(code("x = \"x\" & a & Len(c)" + classes),
             "LoadConstant t0 \"x\"\n"
             "Plain t1 r1\n"
-            "CallIntrinsicOne t2 r2 Len\n"
+            "Len t2 r2 Len\n"
             "ConcatenateMany r0 t0 3\n"
             "Halt\n");
   EXPECT_EQ(code("x = \"x\" & a & Len(c)").find("Plain"), std::string::npos);
@@ -297,7 +324,7 @@ TEST(Bytecode, FieldsAreSlots) {
 
 TEST(Bytecode, FunctionsOfTheLibraryAreCalledDirectly) {
   EXPECT_EQ(code("n = Len(s) : x = Mid(s, 2, 1)"),
-            "CallIntrinsicOne r0 r1 Len\n"
+            "Len r0 r1 Len\n"
             "RefVariable t0 r1\n"
             "LoadInteger t1 2\n"
             "LoadInteger t2 1\n"

@@ -4,8 +4,19 @@
 
 #include <set>
 #include <string>
+#include <string_view>
+
+#include "vbscript/values/string.h"
 
 namespace quorvane {
+
+namespace {
+
+bool sameBytes(std::string_view a, std::string_view b) {
+  return a.size() == b.size() && vbs::sameBytes(a.data(), b.data(), a.size());
+}
+
+}  // namespace
 
 TEST(TextHash, TellsTextsOfAnyLengthApartByEveryByte) {
   for (std::size_t length = 1; length <= 40; ++length) {
@@ -13,21 +24,53 @@ TEST(TextHash, TellsTextsOfAnyLengthApartByEveryByte) {
     for (std::size_t i = 0; i < length; ++i) {
       std::string other = text;
       other[i] = 'b';
-      EXPECT_FALSE(vbs::sameBytes(text, other)) << length << " " << i;
+      EXPECT_FALSE(sameBytes(text, other)) << length << " " << i;
       EXPECT_NE(vbs::hashOfBytes(text), vbs::hashOfBytes(other)) << length << " " << i;
     }
-    EXPECT_TRUE(vbs::sameBytes(text, std::string(length, 'a')));
+    EXPECT_TRUE(sameBytes(text, std::string(length, 'a')));
     EXPECT_EQ(vbs::hashOfBytes(text), vbs::hashOfBytes(std::string(length, 'a')));
-    EXPECT_FALSE(vbs::sameBytes(text, std::string(length + 1, 'a')));
     EXPECT_NE(vbs::hashOfBytes(text), vbs::hashOfBytes(std::string(length + 1, 'a')));
   }
-  EXPECT_TRUE(vbs::sameBytes({}, ""));
+  EXPECT_TRUE(sameBytes({}, ""));
 }
 
 TEST(TextHash, SpreadsKeysThatDifferLittle) {
   std::set<std::uint64_t> places;
   for (int i = 0; i < 1000; ++i) places.insert(vbs::hashOfBytes("key" + std::to_string(i)) % 4096);
   EXPECT_GT(places.size(), 750U);  // 887 of independent ones
+}
+
+TEST(TextHash, StaysWithABodyUntilTheTextChanges) {
+  for (const std::size_t length : {std::size_t{0}, std::size_t{5}, std::size_t{100}}) {
+    vbs::String text = vbs::String::withCapacity(vbs::Encoding::Ansi, 200);
+    text.appendAnsi(std::string(length, 'a'));
+    const vbs::String same(std::string(length, 'a'));
+    const std::uint32_t hash = vbs::keptHash(text.rep());
+    EXPECT_NE(hash, 0U);
+    EXPECT_EQ(text.rep()->hash, hash);
+    EXPECT_EQ(vbs::keptHash(text.rep()), hash);
+    EXPECT_EQ(vbs::keptHash(same.rep()), hash);
+    const vbs::StringRep* const body = text.rep();
+    text.appendAnsi("b");
+    ASSERT_EQ(text.rep(), body);
+    EXPECT_EQ(text.rep()->hash, 0U);
+    EXPECT_EQ(text.rep()->encoding, vbs::Encoding::Ansi);
+    const vbs::String longer(std::string(length, 'a') + 'b');
+    EXPECT_EQ(vbs::keptHash(text.rep()), vbs::keptHash(longer.rep()));
+    EXPECT_NE(vbs::keptHash(text.rep()), hash);
+  }
+}
+
+TEST(TextHash, OfATextThatMovesToMoreRoomIsAnother) {
+  vbs::String text(std::string(20, 'a'));
+  const vbs::String other = text;
+  const std::uint32_t hash = vbs::keptHash(text.rep());
+  text.append(vbs::String(std::string(1000, 'b')));
+  EXPECT_EQ(text.rep()->hash, 0U);
+  EXPECT_EQ(other.rep()->hash, hash);
+  text.appendUnit(0x416);
+  EXPECT_EQ(text.rep()->hash, 0U);
+  EXPECT_EQ(text.rep()->encoding, vbs::Encoding::Wide);
 }
 
 }  // namespace quorvane
