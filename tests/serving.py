@@ -4,7 +4,6 @@ import os
 import pathlib
 import random
 import shutil
-import signal
 import socket
 import subprocess
 import sys
