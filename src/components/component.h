@@ -15,6 +15,9 @@ struct Services;
 struct Component {
   std::string_view progIds;  ///< all its names, in lower case, a blank between two
   vbs::Value (*create)(const Services& services);
+  /// Belongs to the page that runs, or to the engine: the system's object of that name could not
+  /// take its place.
+  bool isOurs = false;
 };
 
 /// Those of this system.

@@ -2,9 +2,13 @@
 
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
+#include "automation/system_objects.h"
 #include "components/component.h"
+#include "platform/services.h"
+#include "support/server_state.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -60,9 +64,30 @@ std::vector<std::string_view> componentNames() {
 }
 
 vbs::Value createComponent(std::string_view progId, const Services& services) {
+  const ComponentSource source = services.state.Components;
+  if (source == ComponentSource::None) {
+    vbs::throwError(vbs::ErrorCode::CannotCreateObject, progId);
+  }
+  const Component* own = findComponent(progId);
+  const bool ownFirst = own && (own->isOurs || source == ComponentSource::Own);
+  if (!ownFirst) {
+    if (auto made = automation::createObject(progId)) return *std::move(made);
+  }
+  return createOwnComponent(progId, services);
+}
+
+vbs::Value createOwnComponent(std::string_view progId, const Services& services) {
   const Component* component = findComponent(progId);
   if (!component) vbs::throwError(vbs::ErrorCode::CannotCreateObject, progId);
   return component->create(services);
+}
+
+vbs::Value getSystemObject(std::string_view pathName, std::string_view progId,
+                           const Services& services) {
+  if (services.state.Components == ComponentSource::None) {
+    vbs::throwError(vbs::ErrorCode::CannotCreateObject);
+  }
+  return automation::getObject(pathName, progId);
 }
 
 }  // namespace quorvane

@@ -4,6 +4,7 @@
 
 namespace quorvane {
 
-const Component kRegExp{"vbscript.regexp", [](const Services&) { return vbs::createRegExp(); }};
+const Component kRegExp{"vbscript.regexp", [](const Services&) { return vbs::createRegExp(); },
+                        /*isOurs=*/true};
 
 }  // namespace quorvane

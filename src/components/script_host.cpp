@@ -41,8 +41,8 @@ vbs::Value ScriptHost::createObject(std::string_view progId) {
   return createComponent(progId, services_);
 }
 
-vbs::Value ScriptHost::getObject(std::string_view, std::string_view) {
-  vbs::throwError(vbs::ErrorCode::CannotCreateObject);
+vbs::Value ScriptHost::getObject(std::string_view pathName, std::string_view progId) {
+  return getSystemObject(pathName, progId, services_);
 }
 
 }  // namespace quorvane

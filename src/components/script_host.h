@@ -20,7 +20,6 @@ class ScriptHost : public vbs::Host {
   /// When the program is asked to end and does not wait for what is under way, or not any longer.
   bool mustEnd() override;
   vbs::Value createObject(std::string_view progId) override;
-  /// There are no objects outside the program to be got.
   vbs::Value getObject(std::string_view pathName, std::string_view progId) override;
 
  private:

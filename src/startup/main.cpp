@@ -1,6 +1,8 @@
+#include <chrono>
 #include <cstdio>
 #include <string_view>
 
+#include "automation/system_objects.h"
 #include "console/line_printer.h"
 #include "console/mainForm.h"
 #include "console/terminal_console.h"
@@ -84,6 +86,9 @@ int run(int argc, char** argv) {
     const bool isOver = notice == EventLoop::Notice::HangUp && console.isDrawn();
     isOver ? window.closeWindow() : window.startNewLog();
   });
+
+  const auto calls = loop->makeTimer(std::chrono::milliseconds{100}, automation::takeCalls);
+  if (automation::othersCall()) calls->start();
 
   StartUp startUp(
       {state, settings, *storage, services, *loop, system, service, *nts, *instance, window});

@@ -114,6 +114,16 @@ std::string_view takeSeconds(ServerState& state, const std::string& text) {
   return number || text.empty() ? "" : "it is no number of seconds and the default counts";
 }
 
+std::string_view takeComponents(ServerState& state, const std::string& text) {
+  state.Components = text == "own"    ? ComponentSource::Own
+                     : text == "none" ? ComponentSource::None
+                                      : ComponentSource::System;
+  const bool taken = state.Components != ComponentSource::System || text == "system";
+  return taken || text.empty()
+             ? ""
+             : "it is neither \"system\", \"own\" nor \"none\" and counts as \"system\"";
+}
+
 std::string_view takeCustomary(ServerState& state, const std::string& text) {
   const bool taken = text.size() == 1 && text[0] >= '0' && text[0] <= '2';
   state.Customary = taken ? text[0] - '0' : 0;
@@ -166,6 +176,7 @@ constexpr std::array kRules{
     SettingRule{"IdleSeconds", "", takeSeconds<&ServerState::IdleSeconds>},
     SettingRule{"SendSeconds", "", takeSeconds<&ServerState::SendSeconds>},
     SettingRule{"ScriptFolders", "", takeText<&ServerState::ScriptFolders>},
+    SettingRule{"Components", "", takeComponents},
     SettingRule{"AllowShell", "", takeFlag<&ServerState::AllowShell>},
     SettingRule{"MailServer", "", takeText<&ServerState::MailServer>},
     SettingRule{"MailFolder", "", takeText<&ServerState::MailFolder>},

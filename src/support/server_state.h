@@ -13,6 +13,13 @@
 
 namespace quorvane {
 
+/// Which objects scripts create by name.
+enum class ComponentSource {
+  System,  ///< the system's, and this program's own where it has none of the name
+  Own,     ///< the other way round
+  None,
+};
+
 /// The program-wide values. Start-up makes the one instance of a program and passes it by
 /// reference; nothing reaches it otherwise, so two servers can live in one process.
 /// Folder texts use the system's own separator; the members' comments say which end in one.
@@ -59,6 +66,7 @@ struct ServerState {
   /// Folders below which scripts may read and write, a semicolon between two. Empty: the base
   /// folder and the system's temporary folder. "*": everywhere.
   std::string ScriptFolders;
+  ComponentSource Components = ComponentSource::System;
   bool AllowShell = false;        ///< scripts may start programs
   std::string MailServer;         ///< "host" or "host:port" for pages that name none
   std::string MailFolder;         ///< takes mail as files; empty: mail is sent

@@ -296,7 +296,7 @@ Value Request::getResponseBody(Args) {
 /// A stream of the components' own, at its beginning.
 Value Request::getResponseStream(Args) {
   const Value body = getResponseBody({});
-  Value made = createComponent("ADODB.Stream", services_);
+  Value made = createOwnComponent("ADODB.Stream", services_);
   vbs::Object& stream = *vbs::toObject(made);
   const auto use = [&stream](std::string_view member, CallKind kind, Args args) {
     stream.invoke(stream.findMember(member), kind, args);

@@ -236,8 +236,9 @@ Sheet& sheetOf(const Value& value) {
 
 namespace quorvane {
 
-const Component kJpeg{"persits.jpeg", [](const Services& services) {
-                        return vbs::Value::adopt(new pictures::Jpeg(services));
-                      }};
+const Component kJpeg{
+    "persits.jpeg",
+    [](const Services& services) { return vbs::Value::adopt(new pictures::Jpeg(services)); },
+    /*isOurs=*/true};
 
 }  // namespace quorvane

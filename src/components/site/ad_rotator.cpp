@@ -145,8 +145,9 @@ Value AdRotator::getAdvertisement(Args args) {
 
 }  // namespace
 
-const Component kAdRotator{"mswc.adrotator", [](const Services& services) {
-                             return Value::adopt(new AdRotator(services));
-                           }};
+const Component kAdRotator{
+    "mswc.adrotator",
+    [](const Services& services) { return Value::adopt(new AdRotator(services)); },
+    /*isOurs=*/true};
 
 }  // namespace quorvane

@@ -153,9 +153,11 @@ Value BrowserType::capability(std::string_view name) const {
 
 }  // namespace
 
-const Component kBrowserType{"mswc.browsertype", [](const Services& services) {
+const Component kBrowserType{"mswc.browsertype",
+                             [](const Services& services) {
                                return Value::adopt(new BrowserType(
                                    services.page ? services.page->header("User-Agent") : ""));
-                             }};
+                             },
+                             /*isOurs=*/true};
 
 }  // namespace quorvane

@@ -85,8 +85,9 @@ class ContentRotator final : public vbs::NativeObject<ContentRotator> {
 
 }  // namespace
 
-const Component kContentRotator{"mswc.contentrotator", [](const Services& services) {
-                                  return Value::adopt(new ContentRotator(services));
-                                }};
+const Component kContentRotator{
+    "mswc.contentrotator",
+    [](const Services& services) { return Value::adopt(new ContentRotator(services)); },
+    /*isOurs=*/true};
 
 }  // namespace quorvane

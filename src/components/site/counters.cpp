@@ -132,6 +132,7 @@ class Counters final : public vbs::NativeObject<Counters> {
 }  // namespace
 
 const Component kCounters{
-    "mswc.counters", [](const Services& services) { return Value::adopt(new Counters(services)); }};
+    "mswc.counters", [](const Services& services) { return Value::adopt(new Counters(services)); },
+    /*isOurs=*/true};
 
 }  // namespace quorvane

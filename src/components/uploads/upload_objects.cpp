@@ -383,14 +383,15 @@ class SmartUpload final : public vbs::NativeObject<SmartUpload, UploadBase> {
 
 }  // namespace
 
-const Component kUpload{"persits.upload persits.uploadmanager", [](const Services& services) {
-                          return Value::adopt(new Upload(services));
-                        }};
-const Component kFileUp{"softartisans.fileup", [](const Services& services) {
-                          return Value::adopt(new FileUp(services));
-                        }};
-const Component kSmartUpload{"aspsmartupload.smartupload", [](const Services& services) {
-                               return Value::adopt(new SmartUpload(services));
-                             }};
+const Component kUpload{"persits.upload persits.uploadmanager",
+                        [](const Services& services) { return Value::adopt(new Upload(services)); },
+                        /*isOurs=*/true};
+const Component kFileUp{"softartisans.fileup",
+                        [](const Services& services) { return Value::adopt(new FileUp(services)); },
+                        /*isOurs=*/true};
+const Component kSmartUpload{
+    "aspsmartupload.smartupload",
+    [](const Services& services) { return Value::adopt(new SmartUpload(services)); },
+    /*isOurs=*/true};
 
 }  // namespace quorvane

@@ -1,8 +1,9 @@
 #include "qvscript/wscript_object.h"
 
+#include <chrono>
 #include <filesystem>
-#include <thread>
 
+#include "automation/system_objects.h"
 #include "qvscript/standard_stream.h"
 #include "vbscript/values/convert.h"
 
@@ -112,7 +113,7 @@ Value WScriptObject::sleep(Args args) {
   const std::int32_t milliseconds = vbs::toLong(args[0]);
   if (milliseconds < 0) vbs::throwError(vbs::ErrorCode::InvalidCall);
   std::fflush(stdout);
-  std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
+  automation::sleep(std::chrono::milliseconds(milliseconds));
   return {};
 }
 

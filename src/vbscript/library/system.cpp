@@ -32,7 +32,9 @@ Value createObject(Runtime& runtime, Args args) {
 Value getObject(Runtime& runtime, Args args) {
   const std::string path = given(args, 0) ? toString(args[0]).narrow() : std::string();
   const std::string progId = given(args, 1) ? toString(args[1]).narrow() : std::string();
-  return runtime.host.getObject(path, progId);
+  // An empty path, but not one that is left out, asks for a new object.
+  const bool isNew = given(args, 0) && path.empty() && !progId.empty();
+  return isNew ? runtime.host.createObject(progId) : runtime.host.getObject(path, progId);
 }
 
 Value refuse(Runtime&, Args) {

@@ -232,6 +232,19 @@ TEST_F(DictionaryTest, IsMadeByName) {
   EXPECT_EQ(errorOf([&] { createComponent("No.Such", outside.services); }), 429);
 }
 
+TEST_F(DictionaryTest, TheSettingsSayWhoseComponentsThereAre) {
+  FakeServices<> server;
+  for (const auto source : {ComponentSource::System, ComponentSource::Own}) {
+    server.state.Components = source;
+    EXPECT_EQ(vbs::typeName(createComponent("System.Collections.ArrayList", server.services)),
+              "ArrayList");
+    EXPECT_EQ(errorOf([&] { createComponent("No.Such", server.services); }), 429);
+  }
+  server.state.Components = ComponentSource::None;
+  EXPECT_EQ(errorOf([&] { createComponent("Scripting.Dictionary", server.services); }), 429);
+  EXPECT_EQ(errorOf([&] { getSystemObject("some:name", "", server.services); }), 429);
+}
+
 }  // namespace
 
 }  // namespace quorvane

@@ -97,6 +97,15 @@ TEST(UntakenSettings, CodePages) {
   }
 }
 
+TEST(UntakenSettings, ComponentsComeFromOneOfThreePlaces) {
+  for (const std::string text : {"system", "own", "none", ""}) {
+    EXPECT_EQ(untaken("Components=" + text + "\n"), Lines()) << text;
+  }
+  EXPECT_EQ(untaken("Components=Own\n"),
+            Lines{"Settings line 1 not taken: Components is \"Own\"; it is neither \"system\", "
+                  "\"own\" nor \"none\" and counts as \"system\""});
+}
+
 TEST(UntakenSettings, ThereAreThreeWaysToTakePages) {
   EXPECT_EQ(untaken("Customary=2\nNotFoundPage=/404.asp\n"), Lines());
   EXPECT_EQ(untaken("Customary=1\n"), Lines());

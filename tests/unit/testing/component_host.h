@@ -17,6 +17,7 @@ class ComponentHost : private FakeServices<>, public ScriptHost {
     files.addFolder("/data");
     files.addFolder("/temporary");
     files.put("/elsewhere/secret.txt", "secret");
+    state.Components = ComponentSource::Own;
     state.MainPath = "/data/";
     state.ScriptsFolder = "/data";
     state.MailFolder = "/data/mail";

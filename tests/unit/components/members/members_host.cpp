@@ -31,6 +31,7 @@ MembersHost::MembersHost(WatchedObjects& book)
     : folder_(fs::temp_directory_path() / "members_test") {
   fs::remove_all(folder_);
   fs::create_directories(folder_ / "mail");
+  state_.Components = ComponentSource::Own;
   state_.ScriptFolders = folder_.string();
   state_.MainPath = folder_.string() + '/';
   state_.ScriptsFolder = folder_.string();
