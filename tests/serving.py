@@ -33,9 +33,13 @@ def free_port():
                 if is_free(port))
 
 
-def is_listened_on(port):
+def is_listened_on(place):
+    """A port, or the path of a file."""
+    is_file = isinstance(place, str)
     try:
-        socket.create_connection(("127.0.0.1", port), timeout=1).close()
+        with socket.socket(socket.AF_UNIX if is_file else socket.AF_INET) as probe:
+            probe.settimeout(1)
+            probe.connect(place if is_file else ("127.0.0.1", place))
         return True
     except OSError:
         return False
@@ -222,7 +226,11 @@ class Server:
     def answers(self):
         if self.process.poll() is not None:
             raise AssertionError("the server ended: %r" % self.process.stdout.read())
-        return is_listened_on(self.port)
+        return is_listened_on(self.place())
+
+    def place(self):
+        """Where it is listening when it is there."""
+        return self.port
 
     def stop(self):
         """Asks for an orderly end; the exit code."""

@@ -7,7 +7,7 @@ import struct
 import unittest
 
 import programs
-from serving import PATIENCE, Connection, Server, free_port, wait_until
+from serving import PATIENCE, Connection, Server, free_port, is_listened_on, wait_until
 
 WHO = """<%= Server.ClientIP & " " & Request.ServerVariables("HTTPS") & " " & _
 Request.ServerVariables("SERVER_NAME") & ":" & Request.ServerVariables("SERVER_PORT") %>"""
@@ -38,7 +38,12 @@ class Listening(unittest.TestCase):
         server.port = self.ports[0]
         server.__enter__()
         self.addCleanup(server.__exit__)
+        if "FILE" in places:
+            self.wait_for_file()
         return server
+
+    def wait_for_file(self):
+        wait_until(lambda: is_listened_on(self.file), "the server to listen by its file")
 
     def at(self, host, port):
         peer = Peer(socket.create_connection((host, port), timeout=PATIENCE))
@@ -81,7 +86,7 @@ class Listening(unittest.TestCase):
         self.assertTrue(os.path.exists(self.file))
         server.process.stdout.close()
         server.process = server.spawn()
-        wait_until(server.answers, "the server to come back")
+        self.wait_for_file()
         self.assertTrue(self.at_file().ask().text.startswith("unix "))
         server.stop()
         self.assertFalse(os.path.exists(self.file))
