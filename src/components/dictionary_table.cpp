@@ -170,9 +170,9 @@ void DictionaryTable::link(std::size_t entry) {
   ++used_;
 }
 
-/// Room for one more entry, with at least a third of the slots free.
+/// Room for one more entry, with at least half of the slots free.
 void DictionaryTable::makeRoom() {
-  if (entries_.size() == entries_.capacity() || (used_ + 1) * 3 > slots_.size() * 2) {
+  if (entries_.size() == entries_.capacity() || (used_ + 1) * 2 > slots_.size()) {
     std::size_t slots = std::max(slots_.size(), kFirstSlots);
     while ((live_ + 1) * 2 > slots) slots *= 2;
     rebuild(slots);
@@ -181,7 +181,7 @@ void DictionaryTable::makeRoom() {
 
 /// Drops the removed entries and links the others anew.
 void DictionaryTable::rebuild(std::size_t slots) {
-  const std::size_t capacity = slots / 3 * 2 + 1;
+  const std::size_t capacity = slots / 2 + 1;
   chargeFor(capacity, slots);
   std::vector<Entry> kept;
   kept.reserve(capacity);
@@ -228,7 +228,7 @@ void DictionaryTable::changeKey(Entry& entry, const Value& key) {
   const auto index = static_cast<std::size_t>(&entry - entries_.data());
   const Value old = std::exchange(entry.key, *normal);
   entry.hash = hash;
-  if ((used_ + 1) * 3 > slots_.size() * 2) {
+  if ((used_ + 1) * 2 > slots_.size()) {
     rebuild(slots_.size());
   } else {
     link(index);

@@ -64,8 +64,7 @@ class DictionaryTable {
   static bool sameText(const vbs::StringRep* a, const vbs::StringRep* b) {
     if (a == b) return true;
     if (!a || !b) return (a ? a : b)->bytes == 0;
-    return a->encoding == b->encoding && a->bytes == b->bytes &&
-           vbs::sameBytes(a->data(), b->data(), a->bytes);
+    return a->encoding == b->encoding && a->bytes == b->bytes && vbs::sameBytes(*a, *b, a->bytes);
   }
 
   template <class IsKey>

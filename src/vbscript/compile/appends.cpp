@@ -64,18 +64,20 @@ bool AppendLowering::isSamePlainIndex(const Expression& a, const Expression& b) 
   return binding && binding->isVariable() && isSameName(a, b);
 }
 
-bool AppendLowering::appendToElement(const CallExpression& target, const Expression& value) {
+bool AppendLowering::isSameElement(const CallExpression& target, const Expression& other) const {
   const Binding* array = scope_.bindName(*target.callee);
   if (!array || !array->isVariable() || scope_.isResult(*array)) return false;
   if (target.arguments.size() != 1 || !target.arguments[0]) return false;
-  const Expression& index = *target.arguments[0];
+  if (other.kind != ExpressionKind::Call) return false;
+  const auto& element = static_cast<const CallExpression&>(other);
+  return isSameName(*element.callee, *target.callee) && element.arguments.size() == 1 &&
+         element.arguments[0] && isSamePlainIndex(*element.arguments[0], *target.arguments[0]);
+}
+
+bool AppendLowering::appendToElement(const CallExpression& target, const Expression& value) {
   auto [first, parts] = concatenationOf(value);
-  if (parts.empty() || first->kind != ExpressionKind::Call) return false;
-  const auto& element = static_cast<const CallExpression&>(*first);
-  const bool isSame = isSameName(*element.callee, *target.callee) &&
-                      element.arguments.size() == 1 && element.arguments[0] &&
-                      isSamePlainIndex(*element.arguments[0], index);
-  if (!isSame) return false;
+  if (parts.empty() || !isSameElement(target, *first)) return false;
+  const Expression& index = *target.arguments[0];
 
   std::vector<ExpressionPtr> made;
   parts_.concatenations.joinTexts(parts, made);

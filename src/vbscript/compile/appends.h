@@ -18,6 +18,9 @@ class AppendLowering : LoweringPart {
   /// `o.t = o.t & a & b`
   bool appendToMember(const MemberExpression& target, const Expression& value);
 
+  /// Whether both are the element of one variable under one plain index.
+  bool isSameElement(const CallExpression& target, const Expression& other) const;
+
  private:
   bool isSamePlainIndex(const Expression& a, const Expression& b) const;
   Register tailOf(const std::vector<const Expression*>& parts);

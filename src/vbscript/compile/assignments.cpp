@@ -141,9 +141,29 @@ void AssignmentLowering::assignNameCall(const CallExpression& target, const Expr
   }
 }
 
+/// `a(i) = a(i) + 1`: an operation that does it at once where it can, in front of the three that do
+/// it with all its turns.
+void AssignmentLowering::addInPlace(const CallExpression& target, const Expression& value) {
+  if (value.kind != ExpressionKind::Binary) return;
+  const auto& sum = static_cast<const BinaryExpression&>(value);
+  const bool isAdd = sum.operation == BinaryOperator::Add;
+  if (!isAdd && sum.operation != BinaryOperator::Subtract) return;
+  const Value* number = scope_.literal(*sum.right);
+  if (!number || !number->is(Type::Integer) || !parts_.appends.isSameElement(target, *sum.left)) {
+    return;
+  }
+  const Binding* array = scope_.bindName(*target.callee);
+  const Binding* index = scope_.bindName(*target.arguments[0]);
+  const auto isNear = [](const Binding* b) { return b && b->kind == Binding::Kind::InRegister; };
+  if (!isNear(array) || !isNear(index) || number->asInt() == INT16_MIN) return;
+  const std::int32_t added = isAdd ? number->asInt() : -number->asInt();
+  code_.emit(Opcode::AddToElement, array->index, index->index, static_cast<std::uint16_t>(added));
+}
+
 void AssignmentLowering::assignElement(const CallExpression& target, const Expression& value,
                                        bool isSet) {
   if (!isSet && parts_.appends.appendToElement(target, value)) return;
+  if (!isSet) addInPlace(target, value);
   const Arguments& indexes = target.arguments;
   const bool isMany = indexes.empty() || indexes.size() > 2 || hasOmitted(indexes);
   if (isSet || isMany) return assignElementMany(target, value, isSet);

@@ -19,6 +19,7 @@ class AssignmentLowering : LoweringPart {
   void assignMember(const MemberExpression& target, const Expression& value, bool isSet);
   void assignCall(const CallExpression& target, const Expression& value, bool isSet);
   void assignNameCall(const CallExpression& target, const Expression& value, bool isSet);
+  void addInPlace(const CallExpression& target, const Expression& value);
   void assignElement(const CallExpression& target, const Expression& value, bool isSet);
   void assignElementMany(const CallExpression& target, const Expression& value, bool isSet);
   void assignHost(unsigned object, MemberId member, const Arguments& arguments,

@@ -124,6 +124,9 @@
   X(GetElementMany, "rrr N", "a = b(the values from c on)")                                       \
   X(SetElement, "rrr", "a(b) = c")                                                                \
   X(SetElementConstant, "rrk", "a(b) = constant")                                                 \
+  X(AddToElement, "rri",                                                                          \
+    "Element b of a, a number, grows by an Integer, and the three next operations, which do the " \
+    "same, are skipped; nothing when it takes more than that")                                    \
   X(SetElement2, "rrr r", "a(b, register) = c")                                                   \
   X(SetElementMany, "rrn", "a(the c values from b on) = the value after them")                    \
   X(SetElementObject, "rrn", "Set a(the c values from b on) = the value after them")              \

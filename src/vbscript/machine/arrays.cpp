@@ -130,17 +130,11 @@ Value elementValue(CallStack& stack, Value& holder, Args indexes, const Instruct
   return object.invoke(kDefaultMember, CallKind::Get, indexes);
 }
 
-namespace {
-
-/// Where a collection holds its item under a key, which is then what its default member gives and
-/// takes; or null.
 Value* itemIn(const Value& holder, const Value& key) {
   const Value& direct = holder.deref();
   if (!direct.isObject() || !direct.asObject()) return nullptr;
   return direct.asObject()->itemPlace(key.deref());
 }
-
-}  // namespace
 
 namespace {
 

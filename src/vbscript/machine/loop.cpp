@@ -838,6 +838,18 @@ SetElementConstant : {
 }
   VBS_SLOW(setElementConstant(stack_, pc, base));
   VBS_NEXT(1);
+AddToElement : {
+  VBS_ASSERT(pc[1].op == Opcode::GetElement && pc[3].op == Opcode::SetElement);
+  const Value& holder = pc->a.of(base);
+  Value* place = vectorElement(holder, pc->b.of(base));
+  if (!place) {
+    place = VBS_SLOW(itemIn(holder, pc->b.of(base)));
+  } else if (!isCountedOnce(holder)) {
+    place = nullptr;
+  }
+  if (place && calculate<AddNumbers>(*place, *place, pc->integer)) VBS_NEXT(4);
+}
+  VBS_NEXT(1);
 SetElement2 : {
   Value* element = matrixElement(pc->a.of(base), pc->b.of(base), base[pc[1].low()]);
   if (element && isCountedOnce(pc->a.of(base)) && !pc->aIsTemporary() &&

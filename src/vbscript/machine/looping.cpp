@@ -105,26 +105,34 @@ void forEachPrepare(CallStack& stack, const Instruction* pc, Value* base) {
   hold(base[pc->a + 1], Value::longInt(0));
 }
 
-bool forEachNext(CallStack& stack, const Instruction* pc, Value* base) {
-  const Value& walk = base[pc->b];
+namespace {
+
+[[gnu::noinline]] bool giveItem(CallStack& stack, Value& variable, Value item) {
+  variable = std::move(item);
+  stack.raisePending();
+  return true;
+}
+
+[[gnu::noinline]] bool nextOfWalk(CallStack& stack, const Value& walk, Value& variable) {
   Value item;
-  if (walk.isArray() || walk.is(Type::ArrayLock)) {
-    const auto index = static_cast<std::size_t>(base[pc->b + 1].asInt());
-    const ArrayRep& array = *walk.asArray();
-    if (index >= array.count) return false;
-    base[pc->b + 1].setIntUncounted(Type::Long, static_cast<std::int32_t>(index) + 1);
-    if (array.elementType != Type::Byte) {
-      base[pc->a].deref() = array.elements[index];
-      stack.raisePending();
-      return true;
-    }
-    item = array.element(index);
-  } else if (walk.isObject()) {
-    if (!static_cast<Walk*>(walk.asObject())->next(item)) return false;
-  } else {
-    return false;  // what there was is no collection
-  }
-  base[pc->a].deref() = std::move(item);
+  if (!walk.isObject()) return false;  // what there was is no collection
+  if (!static_cast<Walk*>(walk.asObject())->next(item)) return false;
+  return giveItem(stack, variable, std::move(item));
+}
+
+}  // namespace
+
+bool forEachNext(CallStack& stack, const Instruction* pc, Value* base) {
+  const Value& walk = pc->b.of(base);
+  Value& variable = pc->a.of(base).deref();
+  if (!walk.isArray() && !walk.is(Type::ArrayLock)) return nextOfWalk(stack, walk, variable);
+  Value& at = base[pc->b + 1];
+  const auto index = static_cast<std::size_t>(at.asInt());
+  const ArrayRep& array = *walk.asArray();
+  if (index >= array.count) return false;
+  at.setIntUncounted(Type::Long, static_cast<std::int32_t>(index) + 1);
+  if (array.elementType == Type::Byte) return giveItem(stack, variable, array.element(index));
+  variable = array.elements[index];
   stack.raisePending();
   return true;
 }

@@ -66,6 +66,9 @@ void setElementMany(CallStack& stack, const Instruction* pc, Value* base, bool i
 /// True: the text has grown where it is, and the next operation is to be skipped.
 bool appendElement(CallStack& stack, const Instruction* pc, Value* base);
 void refElement(CallStack& stack, const Instruction* pc, Value* base);
+/// Where a collection holds its item under a key, which is then what its default member gives and
+/// takes; or null.
+Value* itemIn(const Value& holder, const Value& key);
 /// An element, or what an object gives when it is called with the indexes.
 Value elementValue(CallStack& stack, Value& holder, Args indexes, const Instruction* pc);
 /// The other way round. The value stands behind the indexes.

@@ -7,6 +7,7 @@
 #include "vbscript/values/block_pool.h"
 #include "vbscript/values/error.h"
 #include "vbscript/values/text_case.h"
+#include "vbscript/values/text_hash.h"
 
 namespace quorvane::vbs {
 
@@ -26,13 +27,14 @@ std::size_t charge(std::size_t capacity) {
 }
 
 /// Fills up what the allocator would give away anyway: its blocks are 16k + 8 bytes.
-std::size_t roundedCapacity(std::size_t bytes) {
+constexpr std::size_t roundedCapacity(std::size_t bytes) {
   return ((bytes + sizeof(StringRep) + 23) & ~std::size_t{15}) - 8 - sizeof(StringRep);
 }
 
 StringRep* allocate(Encoding encoding, std::size_t bytes) {
   if (bytes > kMaxBytes) throwError(ErrorCode::OutOfStringSpace);
   const std::size_t capacity = roundedCapacity(bytes);
+  static_assert(roundedCapacity(0) >= kLeastCapacity);
   runContext.memory.charge(charge(capacity));
   auto* rep = static_cast<StringRep*>(allocateBlock(charge(capacity)));
   if (!rep) {

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -78,21 +80,27 @@ inline std::uint32_t keptHash(StringRep* text) {
   return kept;
 }
 
-[[gnu::always_inline]] inline bool sameBytes(const char* a, const char* b, std::size_t size) {
+/// The room that each body has at least.
+inline constexpr std::size_t kLeastCapacity = sizeof(std::uint64_t);
+static_assert(sizeof(OneByteBody::text) >= kLeastCapacity);
+
+/// Whether two bodies of `size` bytes hold the same. Short ones are compared without a jump that
+/// depends on their length, which would be guessed wrong more often than the comparison takes.
+[[gnu::always_inline]] inline bool sameBytes(const StringRep& a, const StringRep& b,
+                                             std::size_t size) {
   using text_hash::load;
-  if (size >= 8) {
-    const std::size_t last = size - 8;
-    for (std::size_t i = 0; i < last; i += 8) {
-      if (load<std::uint64_t>(a + i) != load<std::uint64_t>(b + i)) return false;
-    }
-    return load<std::uint64_t>(a + last) == load<std::uint64_t>(b + last);
+  constexpr std::size_t kWord = kLeastCapacity;
+  const auto differenceAt = [&](std::size_t at) {
+    return load<std::uint64_t>(a.data() + at) ^ load<std::uint64_t>(b.data() + at);
+  };
+  for (std::size_t at = kWord; at + kWord < size; at += kWord) {
+    if (differenceAt(at) != 0) return false;
   }
-  if (size >= 4) {
-    const std::size_t last = size - 4;
-    return load<std::uint32_t>(a) == load<std::uint32_t>(b) &&
-           load<std::uint32_t>(a + last) == load<std::uint32_t>(b + last);
-  }
-  return size == 0 || (a[0] == b[0] && a[size / 2] == b[size / 2] && a[size - 1] == b[size - 1]);
+  if (size == 0) return true;
+  const std::size_t last = std::max(size, kWord) - kWord;
+  const std::uint64_t text = UINT64_MAX >> (kWord - std::min(size, kWord)) * 8;
+  static_assert(std::endian::native == std::endian::little);
+  return ((differenceAt(0) | differenceAt(last)) & text) == 0;
 }
 
 }  // namespace quorvane::vbs

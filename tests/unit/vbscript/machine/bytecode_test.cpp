@@ -81,6 +81,25 @@ TEST(Bytecode, CallsWithOneSimpleArgumentMayBeDoneWhereTheObjectIs) {
             "Halt\n");
 }
 
+TEST(Bytecode, ElementsMayGrowByAnIntegerWhereTheyAre) {
+  EXPECT_EQ(code("Dim a, i\na(i) = a(i) + 1\na(i) = a(i) - 2"),
+            "AddToElement r0 r1 1\n"
+            "GetElement t0 r0 r1\n"
+            "AddInteger t0 t0 1\n"
+            "SetElement r0 r1 t0\n"
+            "AddToElement r0 r1 -2\n"
+            "GetElement t0 r0 r1\n"
+            "SubtractInteger t0 t0 2\n"
+            "SetElement r0 r1 t0\n"
+            "Halt\n");
+  for (const char* other : {"a(i) = a(j) + 1", "a(i) = b(i) + 1", "a(i) = a(i) * 2",
+                            "a(i) = a(i) + 1.5", "a(i, i) = a(i, i) + 1", "a(i) = a(i) + j",
+                            "a(i + 1) = a(i + 1) + 1", "Set a(i) = a(i) + 1"}) {
+    const std::string lines = code(std::string("Dim a, b, i, j\n") + other);
+    EXPECT_EQ(lines.find("AddToElement"), std::string::npos) << other;
+  }
+}
+
 TEST(Bytecode, FieldsOfElementsAreReadAndWrittenWithoutTheirObjects) {
   EXPECT_EQ(code("Dim a(1)\nn = a(i).x\na(i).y = n"),
             "LoadInteger t0 1\n"

@@ -13,7 +13,9 @@ namespace quorvane {
 namespace {
 
 bool sameBytes(std::string_view a, std::string_view b) {
-  return a.size() == b.size() && vbs::sameBytes(a.data(), b.data(), a.size());
+  const vbs::String first = vbs::String(a.empty() ? "x" : a);
+  const vbs::String second = vbs::String(b.empty() ? "y" : b);
+  return a.size() == b.size() && vbs::sameBytes(*first.rep(), *second.rep(), a.size());
 }
 
 }  // namespace
