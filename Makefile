@@ -3,12 +3,14 @@
 #   make test    build and pass all tests
 #   make package the runnable tree as a .tar, built by a profile of the benchmarks and the sample site
 #   make soak    ten minutes of use, abuse and disturbance (SOAK_SECONDS=60 for one)
+#   make windows build the programs for Windows into build/windows/app, from here
+#   make installer  and what installs them there, build/windows/quorvane-server-setup.exe
 #   make bench   print speeds beside reference programs, where those are installed
 APP := build/app
 JOBS ?= $(shell nproc)
 
 .PHONY: build package serve test unit blackbox faults databases soak browser terminal service hosting bench lint \
-  format clean build-deps test-deps
+  format clean build-deps test-deps windows-deps windows installer test-windows
 
 build: build-deps
 	@cmake --preset release >/dev/null
@@ -23,6 +25,23 @@ package: build-deps
 	@cmake --build --preset package -j $(JOBS)
 	@tar -C build/package -cf build/quorvane-server.tar quorvane-server
 	@echo build/quorvane-server.tar
+
+# The tool that packs language tables runs here, so the programs of this system come first.
+windows: build windows-deps
+	@tools/windows-libraries
+	@cmake --preset windows >/dev/null
+	@cmake --build --preset windows -j $(JOBS)
+
+VERSION = $(shell sed -n '/^project/s/.*VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+
+installer: windows
+	@makensis -V2 -WX -DVERSION=$(VERSION) -DSOURCE=$(CURDIR) -DTREE=$(CURDIR)/build/windows/app \
+	  -DOUTPUT=$(CURDIR)/build/windows/quorvane-server-setup.exe packaging/windows/installer.nsi
+	@echo build/windows/quorvane-server-setup.exe
+
+# Under Wine, on a screen that nobody sees.
+test-windows: installer test-deps
+	@xvfb-run -a python3 tests/windows build/windows/app
 
 serve: build
 	@tools/serve $(APP)
@@ -81,6 +100,9 @@ build-deps:
 
 test-deps:
 	@tools/deps test
+
+windows-deps:
+	@tools/deps windows
 
 clean:
 	rm -rf build
