@@ -37,6 +37,8 @@ VIAddVersionKey "LegalCopyright" "The Quorvane Server developers"
 
 Var WasRunning  ; the service, before its programs were replaced
 
+!define MUI_ICON "${SOURCE}/src/platform/windows/resources/quorvane.ico"
+!define MUI_UNICON "${MUI_ICON}"
 !define MUI_FINISHPAGE_NOAUTOCLOSE
 !insertmacro MUI_PAGE_WELCOME
 !insertmacro MUI_PAGE_LICENSE "${SOURCE}\LICENSE"
