@@ -9,6 +9,7 @@
 #include "mutations.h"
 #include "platform/bmp_picture.h"
 #include "platform/gif_picture.h"
+#include "platform/pictures/picture_head.h"
 #include "proxy_targets.h"
 #include "reader_targets.h"
 #include "script_targets.h"
@@ -201,6 +202,11 @@ TEST(Fuzz, TheSmallPicturesAreSound) {
   }
   for (const std::string& file : filesUnder(fs::path(CORPUS) / "pictures", ".gif")) {
     EXPECT_TRUE(firstGifPicture(file));
+  }
+  for (const char* const type : {".gif", ".jpg", ".png"}) {
+    for (const std::string& file : filesUnder(fs::path(CORPUS) / "pictures", type)) {
+      EXPECT_TRUE(picture_tools::readPictureHead(file)) << type;
+    }
   }
 }
 

@@ -14,6 +14,7 @@
 #include "platform/fake/fake_event_loop.h"
 #include "platform/fake/memory_files.h"
 #include "platform/gif_picture.h"
+#include "platform/pictures/picture_head.h"
 #include "platform/text_settings.h"
 #include "require.h"
 #include "startup/mainMod.h"
@@ -220,8 +221,14 @@ void fuzzPicture(std::string_view bytes) {
     const auto again = decodeBmp(encodeBmp(*picture), kMostSide, kMostPixels);
     require(again && again->pixels == picture->pixels, "what is written is read", bytes);
   }
+  if (const auto head = picture_tools::readPictureHead(bytes)) {
+    require(head->size.width > 0 && head->size.height > 0, "a picture has a size", bytes);
+    require(head->left + head->first.width <= head->size.width &&
+                head->top + head->first.height <= head->size.height,
+            "the first of several lies within all", bytes);
+  }
   if (firstGifPicture(bytes)) {
-    require(firstGifPicture(std::string(bytes) + "more"), "more does no harm", bytes);
+    require(firstGifPicture(std::string(bytes) + "more").has_value(), "more does no harm", bytes);
   }
 }
 

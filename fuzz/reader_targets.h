@@ -26,7 +26,7 @@ void fuzzSettings(std::string_view bytes);
 /// A resource module; then a sound module with the bytes as the record of a file.
 void fuzzModule(std::string_view bytes);
 
-/// A picture file, as a bitmap and as a GIF.
+/// A picture file, as a bitmap, as a GIF, and as others whose heads are read.
 void fuzzPicture(std::string_view bytes);
 
 /// The body of a form with files, its boundary in the first line, whole and in pieces.

@@ -26,6 +26,7 @@ Name "${NAME}"
 OutFile "${OUTPUT}"
 InstallDir "$PROGRAMFILES64\${NAME}"
 InstallDirRegKey HKLM "${ENTRY}" "InstallLocation"
+BrandingText "${NAME} ${VERSION}"
 RequestExecutionLevel admin
 VIProductVersion "${VERSION}.0"
 VIAddVersionKey "ProductName" "${NAME}"
@@ -36,6 +37,8 @@ VIAddVersionKey "LegalCopyright" "The Quorvane Server developers"
 
 Var WasRunning  ; the service, before its programs were replaced
 
+!define MUI_ICON "${SOURCE}/src/platform/windows/resources/quorvane.ico"
+!define MUI_UNICON "${MUI_ICON}"
 !define MUI_FINISHPAGE_NOAUTOCLOSE
 !insertmacro MUI_PAGE_WELCOME
 !insertmacro MUI_PAGE_LICENSE "${SOURCE}\LICENSE"
@@ -136,7 +139,7 @@ Section "Server and tools" SecProgram
   WriteRegDWORD HKLM "${ENTRY}" "EstimatedSize" $0
 SectionEnd
 
-Section "Entries in the start menu" SecMenu
+Section "Start menu" SecMenu
   SetShellVarContext all
   CreateDirectory "$SMPROGRAMS\${NAME}"
   CreateShortcut "$SMPROGRAMS\${NAME}\${NAME}.lnk" "$INSTDIR\${PROGRAM}" "/debug"
@@ -144,12 +147,12 @@ Section "Entries in the start menu" SecMenu
   CreateShortcut "$SMPROGRAMS\${NAME}\Remove ${NAME}.lnk" "$INSTDIR\uninstall.exe"
 SectionEnd
 
-Section /o "Service that starts with Windows" SecService
+Section /o "Service" SecService
   !insertmacro Run '"$INSTDIR\${PROGRAM}" /install'
   StrCpy $WasRunning 1
 SectionEnd
 
-Section /o "Let others reach it (firewall)" SecFirewall
+Section /o "Firewall rule" SecFirewall
   !insertmacro Run 'netsh.exe advfirewall firewall delete rule name="${NAME}"'
   !insertmacro Run 'netsh.exe advfirewall firewall add rule name="${NAME}" dir=in action=allow program="$INSTDIR\${PROGRAM}" protocol=TCP'
   WriteRegDWORD HKLM "${ENTRY}" "Firewall" 1
@@ -163,8 +166,8 @@ SectionEnd
 
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
   !insertmacro MUI_DESCRIPTION_TEXT ${SecProgram} "The programs, their languages, and pages to begin with."
-  !insertmacro MUI_DESCRIPTION_TEXT ${SecMenu} "The server with its window, the folder of its pages, and its removal."
-  !insertmacro MUI_DESCRIPTION_TEXT ${SecService} "The server runs without anybody logged on. Without this it is a program that you start."
+  !insertmacro MUI_DESCRIPTION_TEXT ${SecMenu} "Entries for the server with its window, the folder of its pages, and its removal."
+  !insertmacro MUI_DESCRIPTION_TEXT ${SecService} "The server starts with Windows and runs without anybody logged on. Without this it is a program that you start."
   !insertmacro MUI_DESCRIPTION_TEXT ${SecFirewall} "A rule of the system's firewall, so that other machines may connect to the server."
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
@@ -246,7 +249,7 @@ Section "un.Server and tools" SecUnProgram
   RMDir "$INSTDIR"
 SectionEnd
 
-Section /o "un.Pages, logs and settings, too" SecUnOwn
+Section /o "un.Pages, logs, settings" SecUnOwn
   RMDir /r "$INSTDIR\Server"
   RMDir "$INSTDIR"
   DeleteRegKey HKLM "${SETTINGS}"

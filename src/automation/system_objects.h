@@ -15,6 +15,9 @@ namespace quorvane::automation {
 /// can't be had; error 430 for one that scripts can't use.
 std::optional<vbs::Value> createObject(std::string_view progId);
 
+/// Whether there is a class with this name.
+bool hasClass(std::string_view progId);
+
 /// What a path or another name of an object stands for, `progId` may be empty; without a path, the
 /// object of a class that a program has made known to all. Throws ScriptError.
 vbs::Value getObject(std::string_view pathName, std::string_view progId);

@@ -8,7 +8,6 @@
 #include "automation/system_objects.h"
 #include "components/component.h"
 #include "platform/services.h"
-#include "support/server_state.h"
 #include "support/text.h"
 
 namespace quorvane {
@@ -52,7 +51,7 @@ const Component* findComponent(std::string_view progId) {
 }  // namespace
 
 bool isComponent(std::string_view progId) {
-  return findComponent(progId) != nullptr;
+  return findComponent(progId) != nullptr || automation::hasClass(progId);
 }
 
 std::vector<std::string_view> componentNames() {
@@ -88,6 +87,13 @@ vbs::Value getSystemObject(std::string_view pathName, std::string_view progId,
     vbs::throwError(vbs::ErrorCode::CannotCreateObject);
   }
   return automation::getObject(pathName, progId);
+}
+
+std::optional<ComponentSource> componentSourceOf(std::string_view text) {
+  if (text == "system") return ComponentSource::System;
+  if (text == "own") return ComponentSource::Own;
+  if (text == "none") return ComponentSource::None;
+  return std::nullopt;
 }
 
 }  // namespace quorvane

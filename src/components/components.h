@@ -1,8 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <string_view>
 #include <vector>
 
+#include "support/server_state.h"
 #include "vbscript/values/value.h"
 
 namespace quorvane {
@@ -23,10 +25,13 @@ vbs::Value createOwnComponent(std::string_view progId, const Services& services)
 vbs::Value getSystemObject(std::string_view pathName, std::string_view progId,
                            const Services& services);
 
-/// Whether there is such an object.
+/// Whether there is such an object, of this program or of the system.
 bool isComponent(std::string_view progId);
 
-/// All of them, in lower case.
+/// This program's, in lower case.
 std::vector<std::string_view> componentNames();
+
+/// What the setting's text says; nothing for one that it can't have.
+std::optional<ComponentSource> componentSourceOf(std::string_view text);
 
 }  // namespace quorvane

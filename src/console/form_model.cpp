@@ -23,6 +23,7 @@ void ListModel::clear() {
   bytes_ = 0;
   selected_ = -1;
   dropped_ = 0;
+  ++clears_;
 }
 
 void ListModel::select(int line) {
@@ -33,7 +34,7 @@ std::vector<FormControl*> FormModel::controls() {
   std::vector<FormControl*> all{&dbgText};
   for (FormControl& label : Label1) all.push_back(&label);
   for (FormControl& button : btt) all.push_back(&button);
-  all.push_back(&closing);
+  for (FormControl* words : {&closing, &copying, &copyingAll}) all.push_back(words);
   return all;
 }
 

@@ -33,6 +33,7 @@ class ListModel {
 
   /// Lines dropped at the front since the last clear; a view keeps its place by it.
   std::size_t dropped() const { return dropped_; }
+  std::size_t clears() const { return clears_; }  ///< how often it was cleared
 
  private:
   void dropFirst();
@@ -42,6 +43,7 @@ class ListModel {
   std::size_t bytes_ = 0;
   int selected_ = -1;
   std::size_t dropped_ = 0;
+  std::size_t clears_ = 0;
 };
 
 /// A control as language tables see it: its name, its index in a control array or -1, and the
@@ -57,6 +59,8 @@ struct FormControl {
 class FormModel {
  public:
   enum List { kStatus = 0, kSockets = 1, kSessions = 2 };
+  /// The label that captions each list.
+  static constexpr std::array<std::size_t, 3> kLabelOfList = {2, 0, 1};
   enum Button { kStartStop = 0, kClearLog = 1 };
 
   const std::string name = "mainForm";
@@ -73,6 +77,10 @@ class FormModel {
 
   /// Asks whether the key that closes the window was meant.
   FormControl closing{"closing", -1, "Press q again to end the server", std::nullopt, std::nullopt};
+
+  /// What a list offers to do with the chosen lines, or with all of them.
+  FormControl copying{"copying", -1, "Copy", std::nullopt, std::nullopt};
+  FormControl copyingAll{"copyingAll", -1, "Copy All", std::nullopt, std::nullopt};
 
   /// Every control that has texts, in a fixed order.
   std::vector<FormControl*> controls();

@@ -54,6 +54,7 @@ void mainForm::load() {
   const std::int32_t number = services_.state.Instance;
   if (number != 0) port = static_cast<std::uint16_t>(port.value_or(ControlChannel::kPort) + number);
   wsLinker.open(port);
+  form_.changed();
 }
 
 void mainForm::StartServer(bool forceServerStart) {

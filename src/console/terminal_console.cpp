@@ -5,7 +5,7 @@
 namespace quorvane {
 
 TerminalConsole::TerminalConsole(FormModel& form, Print& echo, Terminal* terminal, EventLoop& loop,
-                                 TerminalWindowServer server, Print print)
+                                 WindowServer server, Print print)
     : form_(form), echo_(echo), print_(std::move(print)) {
   if (!terminal || !terminal->isThere()) {
     echo_ = print_;

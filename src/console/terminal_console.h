@@ -20,7 +20,7 @@ class TerminalConsole {
   /// `echo` is where the status lists hand over each line; the console sets it when lines are to be
   /// printed. All outlive the console; `terminal` may be null.
   TerminalConsole(FormModel& form, Print& echo, Terminal* terminal, EventLoop& loop,
-                  TerminalWindowServer server, Print print);
+                  WindowServer server, Print print);
   TerminalConsole(const TerminalConsole&) = delete;
   TerminalConsole& operator=(const TerminalConsole&) = delete;
   ~TerminalConsole();

@@ -17,9 +17,6 @@ constexpr std::chrono::milliseconds kShortestThought{300};
 
 constexpr int kWheelLines = 3;
 
-/// The label that captions each list.
-constexpr std::array<std::size_t, 3> kLabelOfList = {2, 0, 1};
-
 bool isQ(char32_t character) {
   return character == U'q' || character == U'Q';
 }
@@ -27,7 +24,7 @@ bool isQ(char32_t character) {
 }  // namespace
 
 TerminalWindow::TerminalWindow(FormModel& form, Terminal& terminal, EventLoop& loop,
-                               TerminalWindowServer server)
+                               WindowServer server)
     : form_(form),
       terminal_(terminal),
       loop_(loop),
@@ -101,7 +98,7 @@ void TerminalWindow::paintLists(TerminalPainter& painter) {
     const TerminalArea& area = layout_.lists[list];
     const ListModel& lines = form_.llist[list];
     TerminalPainter::ListLook look;
-    look.caption = *form_.Label1[kLabelOfList[list]].caption;
+    look.caption = *form_.Label1[FormModel::kLabelOfList[list]].caption;
     look.focused = onList() && focusedList() == list;
     look.bordered = layout_.bordered;
     look.timed = list == FormModel::kStatus;
@@ -126,7 +123,7 @@ FormModel::List TerminalWindow::focusedList() const {
 }
 
 const FormControl& TerminalWindow::focusedControl() const {
-  if (onList()) return form_.Label1[kLabelOfList[focusedList()]];
+  if (onList()) return form_.Label1[FormModel::kLabelOfList[focusedList()]];
   if (focus_ == Focus::Text) return form_.dbgText;
   return form_.btt[focus_ == Focus::StartStop ? FormModel::kStartStop : FormModel::kClearLog];
 }

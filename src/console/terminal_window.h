@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -10,26 +9,18 @@
 #include "console/terminal_layout.h"
 #include "console/terminal_painter.h"
 #include "console/terminal_scroll.h"
+#include "console/window_server.h"
 #include "platform/event_loop.h"
 #include "platform/terminal.h"
 
 namespace quorvane {
-
-/// What the window asks the server and tells it.
-struct TerminalWindowServer {
-  std::function<void(int button)> clickButton;
-  std::function<void(int line)> clickStatusLine;
-  std::function<void()> closeWindow;
-  std::function<bool()> running;
-  std::function<std::string()> uptime;
-};
 
 /// The server's window on a terminal. It draws the form whenever the form says that it has changed,
 /// though only some times a second however often that is, and makes clicks of keys and mouse.
 /// Form, terminal and loop outlive it.
 class TerminalWindow final : private TerminalEvents {
  public:
-  TerminalWindow(FormModel& form, Terminal& terminal, EventLoop& loop, TerminalWindowServer server);
+  TerminalWindow(FormModel& form, Terminal& terminal, EventLoop& loop, WindowServer server);
   ~TerminalWindow() override;
   TerminalWindow(const TerminalWindow&) = delete;
   TerminalWindow& operator=(const TerminalWindow&) = delete;
@@ -83,7 +74,7 @@ class TerminalWindow final : private TerminalEvents {
   FormModel& form_;
   Terminal& terminal_;
   EventLoop& loop_;
-  TerminalWindowServer server_;
+  WindowServer server_;
 
   std::unique_ptr<Timer> frames_;  ///< runs while there is something to draw
   std::unique_ptr<Timer> pause_;   ///< runs while an answer comes too fast for a person

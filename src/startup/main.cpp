@@ -6,8 +6,10 @@
 #include "console/line_printer.h"
 #include "console/mainForm.h"
 #include "console/terminal_console.h"
+#include "console/window_view.h"
 #include "platform/allocation.h"
 #include "platform/image_library.h"
+#include "platform/server_window.h"
 #include "platform/standard_streams.h"
 #include "platform/system.h"
 #include "platform/user_language.h"
@@ -28,8 +30,8 @@ void printComplaint(std::string_view text) {
   writeAtOnce(StandardStream::Error, "quorvane-server: " + std::string(text) + '\n');
 }
 
-TerminalWindowServer serverOf(mainForm& window) {
-  TerminalWindowServer server;
+WindowServer serverOf(mainForm& window) {
+  WindowServer server;
   server.clickButton = [&window](int button) { window.clickButton(button); };
   server.clickStatusLine = [&window](int line) { window.clickStatusLine(line); };
   server.closeWindow = [&window] { window.closeWindow(); };
@@ -77,6 +79,8 @@ int run(int argc, char** argv) {
       *loop, [](std::string_view bytes) { return writeAtOnce(StandardStream::Output, bytes); });
   const TerminalConsole console(form, status.echo, terminal.get(), *loop, serverOf(window),
                                 [&printer](std::string_view text) { printer.print(text); });
+  const auto realWindow = makeServerWindow(*loop);
+  const WindowView view(form, realWindow.get(), *loop, serverOf(window));
   window.onState = [&nts](const std::string& sentence) { nts->reportStatus(sentence); };
   loop->onTerminationRequest([&window, &nts] {
     nts->reportEnding();

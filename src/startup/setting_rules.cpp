@@ -4,6 +4,7 @@
 #include <array>
 #include <optional>
 
+#include "components/components.h"
 #include "platform/charset.h"
 #include "script/customary/code_page.h"
 #include "support/text.h"
@@ -115,11 +116,9 @@ std::string_view takeSeconds(ServerState& state, const std::string& text) {
 }
 
 std::string_view takeComponents(ServerState& state, const std::string& text) {
-  state.Components = text == "own"    ? ComponentSource::Own
-                     : text == "none" ? ComponentSource::None
-                                      : ComponentSource::System;
-  const bool taken = state.Components != ComponentSource::System || text == "system";
-  return taken || text.empty()
+  const auto source = componentSourceOf(text);
+  state.Components = source.value_or(ComponentSource::System);
+  return source || text.empty()
              ? ""
              : "it is neither \"system\", \"own\" nor \"none\" and counts as \"system\"";
 }

@@ -258,7 +258,8 @@ class QvScript(unittest.TestCase):
         result = self.tool("--help")
         self.assertEqual(result.returncode, 0)
         for word in (b"usage: qvscript", b"--check", b"--dump-tokens", b"--dump-tree",
-                     b"--dump-bytecode", b"--dump-page", b"--check-site", b"--time-limit"):
+                     b"--dump-bytecode", b"--dump-page", b"--check-site", b"--time-limit",
+                     b"--components"):
             self.assertIn(word, result.stdout)
 
     def test_faults_of_the_command_line(self):
@@ -270,6 +271,15 @@ class QvScript(unittest.TestCase):
             self.assertEqual(result.returncode, 2)
             self.assertIn(complaint, result.stderr)
             self.assertEqual(result.stdout, b"")
+
+    def test_components(self):
+        path = self.file('WScript.Echo TypeName(CreateObject("Scripting.Dictionary"))')
+        for whose in ("system", "own"):
+            self.assertEqual(self.tool(f"--components={whose}", path).stdout, b"Dictionary\n")
+        self.assertIn(b"can't create object", self.tool("--components=none", path).stderr)
+        result = self.tool("--components=mine", path)
+        self.assertEqual((result.returncode, result.stdout), (2, b""))
+        self.assertIn(b"unknown option --components=mine", result.stderr)
 
     def test_time_limit(self):
         result = self.tool("--time-limit=1", self.file("Do\nLoop"))

@@ -18,6 +18,8 @@ class Wine:
         os.environ.update(self.environment)
         if not os.path.exists(os.path.join(self.environment["WINEPREFIX"], "system.reg")):
             self._run("wineboot", "--init")
+            # What is about to end would stand beside what comes next, its services twice.
+            self._run("wineserver", "--wait")
         # What the first program starts would hold that program's pipes for as long as it lives.
         self._run("wineserver", "--persistent")
         self.keeper = subprocess.Popen(["wine", "explorer.exe", "/desktop=tests,1280x1024"],

@@ -8,6 +8,10 @@ std::optional<vbs::Value> createObject(std::string_view) {
   return std::nullopt;
 }
 
+bool hasClass(std::string_view) {
+  return false;
+}
+
 vbs::Value getObject(std::string_view, std::string_view) {
   vbs::throwError(vbs::ErrorCode::CannotCreateObject);
 }

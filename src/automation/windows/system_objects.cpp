@@ -87,6 +87,11 @@ std::optional<Value> createObject(std::string_view progId) {
   return callable(made);
 }
 
+bool hasClass(std::string_view progId) {
+  CLSID id{};
+  return SUCCEEDED(findClass(progId, id));
+}
+
 Value getObject(std::string_view pathName, std::string_view progId) {
   if (pathName.empty() && progId.empty()) vbs::throwError(ErrorCode::InvalidCall);
   if (pathName.empty()) return activeObject(progId);

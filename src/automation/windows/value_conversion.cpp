@@ -23,7 +23,7 @@ thread_local int depth = 0;
 template <class T>
 T read(const void* data) {
   T value;
-  std::memcpy(&value, data, sizeof value);
+  std::memcpy(&value, data, sizeof(T));
   return value;
 }
 

@@ -12,6 +12,7 @@
 #include "platform/asio/loop_calls.h"
 #include "platform/system.h"
 #include "platform/windows/child_process.h"
+#include "platform/windows/program_file.h"
 #include "platform/windows/wide_text.h"
 
 namespace quorvane {
@@ -47,8 +48,7 @@ class WindowsProcess final : public Process {
   std::string commandLine() const override { return commandLine_; }
 
   std::string programFolder() const override {
-    const std::wstring file =
-        filledBy([](wchar_t* out, DWORD room) { return ::GetModuleFileNameW(nullptr, out, room); });
+    const std::wstring file = programFile();
     return withoutEndSeparator(file.substr(0, file.find_last_of(L'\\') + 1));
   }
 
@@ -125,6 +125,11 @@ class WindowsProcess final : public Process {
 };
 
 }  // namespace
+
+std::wstring programFile() {
+  return filledBy(
+      [](wchar_t* out, DWORD room) { return ::GetModuleFileNameW(nullptr, out, room); });
+}
 
 std::unique_ptr<Process> makeProcess(int argc, char** argv) {
   return std::make_unique<WindowsProcess>(argc, argv);

@@ -2,6 +2,8 @@
 
 #include "support/text.h"
 
+#include "components/components.h"
+
 namespace quorvane::qvscript {
 
 namespace {
@@ -18,6 +20,7 @@ constexpr Option kOptions[] = {
     {"--help", Task::Help},
 };
 constexpr std::string_view kTimeLimit = "--time-limit=";
+constexpr std::string_view kComponents = "--components=";
 
 std::optional<std::chrono::seconds> parseSeconds(std::string_view text) {
   const auto seconds = wholeNumber<int>(text);
@@ -30,6 +33,11 @@ bool applyOption(std::string_view word, CommandLine& command) {
   if (word.starts_with(kTimeLimit)) {
     command.timeLimit = parseSeconds(word.substr(kTimeLimit.size()));
     return command.timeLimit.has_value();
+  }
+  if (word.starts_with(kComponents)) {
+    const auto source = componentSourceOf(word.substr(kComponents.size()));
+    command.components = source.value_or(command.components);
+    return source.has_value();
   }
   for (const Option& option : kOptions) {
     if (option.word != word) continue;
@@ -60,6 +68,8 @@ const std::string_view kHelpText =
     "  --dump-page         show what a page becomes, under the line numbers of\n"
     "                      the server's error pages\n"
     "  --time-limit=N      stop the script after N seconds; without it there is no limit\n"
+    "  --components=WHOSE  what CreateObject makes first: what the system has (system),\n"
+    "                      or what this program has (own); or nothing at all (none)\n"
     "  --help              show this text\n"
     "  --                  the next word is the file, whatever it looks like\n"
     "\n"

@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "support/server_state.h"
+
 namespace quorvane::qvscript {
 
 enum class Task { Run, Check, DumpTokens, DumpTree, DumpBytecode, DumpPage, CheckSite, Help };
@@ -16,6 +18,7 @@ struct CommandLine {
   std::string file;
   std::vector<std::string> arguments;             ///< for the script; with Check, more files
   std::optional<std::chrono::seconds> timeLimit;  ///< none: the script may run for ever
+  ComponentSource components = ComponentSource::System;
 };
 
 /// What the words after the program's name ask for, or the complaint about them.

@@ -141,7 +141,8 @@ int run(int argc, char** argv) {
   if (!parsed.complaint.empty()) {
     return complain(parsed.complaint + "\nTry: qvscript --help");
   }
-  const ToolServices services(argc, argv);
+  ToolServices services(argc, argv);
+  services.state.Components = parsed.command.components;
   return perform(parsed.command, argc > 0 ? absolutePath(argv[0]) : std::string(), services.all);
 }
 

@@ -16,11 +16,15 @@ TEST(FormModelTest, ControlsHaveTheirNamesIndicesAndCaptions) {
   EXPECT_EQ(form.btt[1].caption, "Clear Log");
   const auto controls = form.controls();
   EXPECT_EQ(form.closing.caption, "Press q again to end the server");
-  ASSERT_EQ(controls.size(), 7U);
+  EXPECT_EQ(form.copying.caption, "Copy");
+  EXPECT_EQ(form.copyingAll.caption, "Copy All");
+  ASSERT_EQ(controls.size(), 9U);
   EXPECT_EQ(controls[0]->name, "dbgText");
   EXPECT_EQ(controls[5]->name, "btt");
   EXPECT_EQ(controls[5]->index, 1);
   EXPECT_EQ(controls[6]->name, "closing");
+  EXPECT_EQ(controls[7]->name, "copying");
+  EXPECT_EQ(controls[8]->name, "copyingAll");
 }
 
 TEST(ListModelTest, ABoundedListKeepsTheNewestAndItsSelection) {

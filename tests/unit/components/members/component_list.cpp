@@ -19,7 +19,28 @@ constexpr std::string_view kHead =
     "in\n"
     "no list is error 438.\n\n"
     "A number at the end of a name (`ADODB.Recordset.2.8`) is passed over. Letter case counts "
-    "nowhere.\n";
+    "nowhere.\n"
+    R"(
+## Objects of Windows
+
+On Windows a name stands first for what the system and other programs have registered by it, and for an
+object of this list where there is nothing; the setting [`Components`](settings.md) turns that round or
+off. These belong to the page that runs or to the engine, and are always the server's own:
+`MSWC.AdRotator`, `MSWC.BrowserType`, `MSWC.ContentRotator`, `MSWC.Counters`, `Persits.Jpeg`,
+`Persits.Upload`, `Persits.UploadManager`, `SoftArtisans.FileUp`, `aspSmartUpload.SmartUpload`,
+`VBScript.RegExp`. A Windows build has all of this list but the objects for mail (`CDO`, `CDONTS`, `JMail`,
+`Persits.MailSender`, `SMTPsvg.Mailer`).
+
+What settings say of files, programs, mail and databases (`ScriptFolders`, `AllowShell`, `MailServer`,
+`MailFolder`, `Databases`) holds for the server's own objects alone. Where pages are not trusted to keep
+to it by themselves, `Components` wants to be `own`, and the account that the server runs under few rights.
+
+`GetObject(path)`, `GetObject(, name)` and `GetObject("", name)` find what the system has: files and other
+monikers, programs that run, a new object. Whole numbers of types that scripts lack become Long, or Double
+beyond it; Decimal becomes Currency where that holds it exactly, else Double; arrays begin at 0 wherever
+theirs do. Events reach scripts where an object takes a procedure for them:
+`xml.onreadystatechange = GetRef("f")`.
+)";
 
 std::string arguments(const vbs::MemberUse& use) {
   if (use.maxArgs == 0) return {};

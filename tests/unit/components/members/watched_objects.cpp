@@ -129,7 +129,7 @@ Value WatchedObjects::created(const Value& object, std::string_view progId) {
 
 /// What has no table of members is left alone, as a script's own objects.
 Value WatchedObjects::watched(const Value& value, const std::string& family) {
-  if (!value.isObject() || !value.asObject() || value.asObject()->scriptClass() != 0) return value;
+  if (!value.isObject() || !value.asObject()) return value;
   Object& object = *value.asObject();
   const auto known = watching_.find(&object);
   if (known != watching_.end()) return Value::object(known->second);

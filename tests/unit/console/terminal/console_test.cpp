@@ -15,7 +15,7 @@ using testing::IsEmpty;
 class TerminalConsoleTest : public testing::Test {
  protected:
   std::unique_ptr<TerminalConsole> console(Terminal* on) {
-    TerminalWindowServer server;
+    WindowServer server;
     server.running = [] { return false; };
     return std::make_unique<TerminalConsole>(
         form, echo, on, loop, std::move(server),

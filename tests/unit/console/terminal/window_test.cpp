@@ -22,7 +22,7 @@ constexpr int kLogLines = 10;
 class TerminalWindowTest : public testing::Test {
  protected:
   TerminalWindowTest() {
-    TerminalWindowServer server;
+    WindowServer server;
     server.clickButton = [this](int button) { buttons.push_back(button); };
     server.clickStatusLine = [this](int line) { lines.push_back(line); };
     server.closeWindow = [this] { ++closes; };

@@ -166,3 +166,15 @@ For i = 1 To 40
 Next
 WScript.Echo came
 '> from afar
+
+'=== a run that is over its time ends inside of a procedure that others call
+'--- --time-limit=1
+Set p = CreateObject("Quorvane.Probe")
+Sub Forever
+  Do
+  Loop
+End Sub
+On Error Resume Next
+p.CallBack GetRef("Forever")
+WScript.Echo "not reached"
+'! Script timed out

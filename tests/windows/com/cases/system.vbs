@@ -73,3 +73,68 @@ WScript.Echo Err.Number & " " & TypeName(x)
 Set x = GetObject("new:{3E1C5D5A-8F27-4A60-8B1D-520E6A90C714}")
 WScript.Echo Err.Number & " " & x.Describe(1)
 '> 0 I2 1
+
+'=== ours come first
+'--- --components=own
+Set files = CreateObject("Scripting.FileSystemObject")
+Set p = CreateObject("Quorvane.Probe")
+WScript.Echo p.Describe(files) & " " & TypeName(files)
+'> ->DISPATCH FileSystemObject
+Set d = CreateObject("Scripting.Dictionary")
+d.Add "one", 1
+d.Add "two", 2
+WScript.Echo p.Walk(d) & " " & p.Use(d, "Item", "get", "two") & " " & p.CallBack(d, "one")
+'> one;two; 2 1
+p.Use d, "Item", "put", 3, "three"
+WScript.Echo d.Count
+'> 3
+
+'=== nobody's
+'--- --components=none
+On Error Resume Next
+Set p = CreateObject("Quorvane.Probe")
+WScript.Echo Err.Number
+'> 429
+Err.Clear
+Set d = CreateObject("Scripting.Dictionary")
+WScript.Echo Err.Number
+'> 429
+Err.Clear
+Set d = GetObject("new:{3E1C5D5A-8F27-4A60-8B1D-520E6A90C714}")
+WScript.Echo Err.Number
+'> 429
+
+'=== variables go to objects of the system's by reference
+Set d = CreateObject("Scripting.Dictionary")
+k = "key"
+v = 5
+d(k) = v
+d.Add k & "2", (v + 1)
+d.Item(k) = d.Item(k) + 1
+WScript.Echo d(k) & d.Exists(k) & d.Count
+'> 6True2
+Set files = CreateObject("Scripting.FileSystemObject")
+path = "C:\folder\name.txt"
+WScript.Echo files.GetExtensionName(path) & " " & files.BuildPath(path, k)
+'> txt C:\folder\name.txt\key
+Set m = CreateObject("MSXML2.DOMDocument")
+text = "<a/>"
+Set root = Nothing
+WScript.Echo m.loadXML(text)
+'> True
+Set root = m.documentElement
+Set made = m.createElement(k)
+root.appendChild made
+WScript.Echo root.firstChild.nodeName
+'> key
+
+'=== an object of the system's calls a procedure
+Set request = CreateObject("MSXML2.XMLHTTP")
+states = ""
+Sub Changed
+  states = states & request.readyState
+End Sub
+request.onreadystatechange = GetRef("Changed")
+request.open "GET", "http://127.0.0.1:9/", False
+WScript.Echo states
+'> 1
