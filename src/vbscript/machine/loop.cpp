@@ -774,6 +774,19 @@ JumpUnless:
   }
   VBS_NEXT(1);
 
+JumpIfNot:
+  if (pc->a.of(base).is(Type::Boolean) ? pc->a.of(base).asInt() == 0
+                                       : VBS_SLOW(truthOfNot(pc, base))) {
+    VBS_JUMP(pc->wide());
+  }
+  VBS_NEXT(1);
+JumpUnlessNot:
+  if (!(pc->a.of(base).is(Type::Boolean) ? pc->a.of(base).asInt() == 0
+                                         : VBS_SLOW(truthOfNot(pc, base)))) {
+    VBS_JUMP(pc->wide());
+  }
+  VBS_NEXT(1);
+
   VBS_COMPARE_JUMP(JumpEqual, EqualNumbers)
   VBS_COMPARE_JUMP(JumpNotEqual, NotEqualNumbers)
   VBS_COMPARE_JUMP(JumpLess, LessNumbers)
