@@ -324,10 +324,17 @@ inline void become(const Instruction* pc, Opcode op) {
   while (variable != end && !needsCare(*variable)) ++variable;
   return variable;
 }
-/// Ends variables that are no more than bits, or refer to others: the first that is more, or `end`.
-[[gnu::noinline]] Value* endPlain(Value* variable, const Value* end) {
-  while (variable != end && variable->is(Type::Reference)) {
-    dropReference(*variable);
+/// Ends variables that are no more than bits, refer to others, or hold an object that lives on, as
+/// Me mostly does: the first that is more or that is `kept`, or `end`.
+[[gnu::noinline]] Value* endPlain(Value* variable, const Value* end, const Value* kept) {
+  while (variable != end && variable != kept) {
+    if (variable->isObject() && variable->asObject() && variable->asObject()->references() > 1) {
+      letGo(*variable, true);
+    } else if (variable->is(Type::Reference)) {
+      dropReference(*variable);
+    } else {
+      break;
+    }
     variable = plainUntil(variable + 1, end);
   }
   return variable;
@@ -1013,7 +1020,7 @@ Return : {
   Value* const end = &pc->b.of(base);
   Value* rest = plainUntil(base, end);
   if (rest != end) {
-    rest = endPlain(rest, end);
+    rest = endPlain(rest, end, nullptr);
     if (rest != end) VBS_SLOW(clearRange(rest, end));
   }
 }
@@ -1028,7 +1035,7 @@ ReturnResult : {
   Value* const result = &pc->a.of(base);
   Value* const end = &pc->b.of(base);
   Value* rest = plainUntil(base, end);
-  if (rest != end) rest = endPlain(rest, end);
+  if (rest != end) rest = endPlain(rest, end, result);
   if (rest == end && stack_.returnPlain(*result)) [[likely]]
     VBS_RELOAD();
   if (rest < result) VBS_SLOW(clearRange(rest, result));
