@@ -118,7 +118,7 @@ struct MemberCache {
   std::uint32_t scriptClass = 0;  ///< serial of the class that `member` belongs to, or 0
   const ClassMember* member = nullptr;
   std::uint32_t fieldClass = kNoClass;  ///< the same serial when `member` is a field
-  std::uint32_t fieldSlot = 0;
+  Operand fieldSlot;
   DirectMember direct;  ///< there for native objects of this class:
   std::uint32_t nativeClass = kNoClass;
   const void* shape = nullptr;

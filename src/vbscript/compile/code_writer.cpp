@@ -18,7 +18,8 @@ constexpr std::string_view kOperands[] = {
 };
 
 bool isWide(Opcode op) {
-  return op == Opcode::Jump || op == Opcode::JumpIf || op == Opcode::JumpUnless;
+  return op == Opcode::Jump || op == Opcode::JumpIf || op == Opcode::JumpUnless ||
+         op == Opcode::JumpIfNot || op == Opcode::JumpUnlessNot;
 }
 
 }  // namespace

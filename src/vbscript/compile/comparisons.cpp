@@ -164,6 +164,10 @@ void ComparisonLowering::jumpOn(const Expression& condition, bool when, Label& l
     if (unary.operation == UnaryOperator::Not && isComparison(inner)) {
       return jumpOnComparison(static_cast<const BinaryExpression&>(inner), !when, flags, label);
     }
+    if (unary.operation == UnaryOperator::Not) {
+      const Register value = parts_.expressions.operand(inner);
+      return code_.emitWideJump(when ? Opcode::JumpIfNot : Opcode::JumpUnlessNot, value, label);
+    }
   }
   const Register value = parts_.expressions.operand(outer);
   code_.emitWideJump(when ? Opcode::JumpIf : Opcode::JumpUnless, value, label);

@@ -90,6 +90,8 @@
   X(Jump, "-w", "Jumps")                                                                          \
   X(JumpIf, "rw", "Jumps when a is true")                                                         \
   X(JumpUnless, "rw", "Jumps unless a is true")                                                   \
+  X(JumpIfNot, "rw", "Jumps when Not a is true")                                                  \
+  X(JumpUnlessNot, "rw", "Jumps unless Not a is true")                                            \
   X(JumpEqual, "rrs W", "Jumps when a = b; flags c say how")                                      \
   X(JumpNotEqual, "rrs W", "Jumps when a <> b; flags c say how")                                  \
   X(JumpLess, "rrs W", "Jumps when a < b; flags c say how")                                       \

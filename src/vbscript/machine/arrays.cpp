@@ -145,6 +145,13 @@ namespace {
   put(stack, pc, base, std::move(result));
 }
 
+/// An element whose index is a whole number, where it is; or null.
+const Value* plainElement(const Value& holder, const Value& index) {
+  const Value& direct = holder.deref();
+  if (!direct.isArray() || !(index.is(Type::Integer) || index.is(Type::Long))) return nullptr;
+  return direct.asArray()->at(index.asInt());
+}
+
 [[gnu::noinline]] void getItem(CallStack& stack, const Instruction* pc, Value* base,
                                const Value& item) {
   Value result = item;
@@ -159,6 +166,7 @@ void getElement(CallStack& stack, const Instruction* pc, Value* base) {
   Value& target = pc->a.of(base);
   Value& key = pc->c.of(base);
   const Value* item = itemIn(pc->b.of(base), key);
+  if (!item) item = plainElement(pc->b.of(base), key);
   if (!item) return getAnyElement(stack, pc, base);
   const bool isPlain = !needsCare(target) && isTakenAsIs(*item, pc->aIsTemporary());
   if (!isPlain || pc->bIsTemporary()) return getItem(stack, pc, base, *item);

@@ -144,4 +144,8 @@ bool truth(const Instruction* pc, Value* base) {
   return isTrue(taken(base[pc->a], pc->aIsTemporary()));
 }
 
+bool truthOfNot(const Instruction* pc, Value* base) {
+  return isTrue(logicalNot(taken(base[pc->a], pc->aIsTemporary())));
+}
+
 }  // namespace quorvane::vbs::operation

@@ -126,15 +126,14 @@ template <class Numbers>
 /// With an Integer on the right.
 template <class Numbers>
 [[gnu::always_inline]] inline bool calculate(Value& target, const Value& left, std::int16_t right) {
-  const unsigned l = tag(left);
   if (needsCare(target)) return false;
-  if (areWhole(l, kInteger)) {
+  if (isWhole(left)) {
     std::int32_t n = 0;
     if (!Numbers::whole(left.asInt(), right, n)) return false;
-    setWhole(target, l, n);
+    setWhole(target, tag(left), n);
     return true;
   }
-  return l == kDouble && setFinite(target, Numbers::floating(left.asDouble(), right));
+  return tag(left) == kDouble && setFinite(target, Numbers::floating(left.asDouble(), right));
 }
 
 [[gnu::always_inline]] inline bool divideNumbers(Value& target, const Value& left,
@@ -274,16 +273,23 @@ inline void become(const Instruction* pc, Opcode op) {
 [[gnu::always_inline]] inline Value* vectorElement(const Value& holder, const Value& index) {
   const Value& array = holder.deref();
   if (!array.isArray()) return nullptr;
-  if (isWhole(index)) [[likely]]
-    return array.asArray()->at(index.asInt());
-  const Value& direct = index.deref();
-  return isWhole(direct) ? array.asArray()->at(direct.asInt()) : nullptr;
+  const ArrayRep& vector = *array.asArray();
+  const Value& number = isWhole(index) ? index : index.deref();
+  if (!isWhole(number) || static_cast<std::uint32_t>(number.asInt()) >= vector.vectorCount) {
+    return nullptr;
+  }
+  Value* const element = vector.elements + number.asInt();
+  if (!element) __builtin_unreachable();  // spares the caller a look
+  return element;
 }
 
 [[gnu::always_inline]] inline Value* matrixElement(const Value& holder, const Value& row,
                                                    const Value& column) {
   const Value& array = holder.deref();
   if (!array.isArray()) return nullptr;
+  if (areWhole(tag(row), tag(column))) [[likely]] {
+    return array.asArray()->at(row.asInt(), column.asInt());
+  }
   const Value& r = row.deref();
   const Value& c = column.deref();
   return areWhole(tag(r), tag(c)) ? array.asArray()->at(r.asInt(), c.asInt()) : nullptr;
@@ -318,10 +324,17 @@ inline void become(const Instruction* pc, Opcode op) {
   while (variable != end && !needsCare(*variable)) ++variable;
   return variable;
 }
-/// Ends variables that are no more than bits, or refer to others: the first that is more, or `end`.
-[[gnu::noinline]] Value* endPlain(Value* variable, const Value* end) {
-  while (variable != end && variable->is(Type::Reference)) {
-    dropReference(*variable);
+/// Ends variables that are no more than bits, refer to others, or hold an object that lives on, as
+/// Me mostly does: the first that is more or that is `kept`, or `end`.
+[[gnu::noinline]] Value* endPlain(Value* variable, const Value* end, const Value* kept) {
+  while (variable != end && variable != kept) {
+    if (variable->isObject() && variable->asObject() && variable->asObject()->references() > 1) {
+      letGo(*variable, true);
+    } else if (variable->is(Type::Reference)) {
+      dropReference(*variable);
+    } else {
+      break;
+    }
     variable = plainUntil(variable + 1, end);
   }
   return variable;
@@ -429,6 +442,16 @@ void Machine::execute(const Frame* entry) {
   become(pc, Opcode::name);                                                                      \
   goto name;
 
+/// What ends a loop's turn: the distance stands in the word behind, and leads back.
+#define VBS_TURN()                                                                          \
+  do {                                                                                      \
+    VBS_ASSERT(static_cast<std::int32_t>(pc[1].low()) <= 0 && stack_.temporariesAreFree()); \
+    if (stack_.time.isDue()) [[unlikely]]                                                   \
+      VBS_SLOW(stack_.time.look());                                                         \
+    pc = pc->jumped(static_cast<std::int32_t>(pc[1].low()));                                \
+    VBS_DISPATCH();                                                                         \
+  } while (false)
+
 #define VBS_CALCULATE(name, calculation, function)                            \
   name:                                                                       \
   if (calculation(pc->a.of(base), pc->b.of(base), pc->c.of(base))) [[likely]] \
@@ -506,6 +529,24 @@ void Machine::execute(const Frame* entry) {
     if (holds) VBS_FAR_JUMP();                                                                 \
   }                                                                                            \
   VBS_NEXT(2);
+
+/// Stores in an element of an array that nobody else holds, which is in a variable or behind a
+/// reference to one.
+#define VBS_STORE_ELEMENT(name, words, place, value, function)                       \
+  name : {                                                                           \
+    Value& holder = pc->a.of(base);                                                  \
+    Value* const element = place;                                                    \
+    if (element && isCountedOnce(holder) && copyPlain(*element, value)) [[likely]] { \
+      if (!pc->aIsTemporary()) [[likely]]                                            \
+        VBS_NEXT(words);                                                             \
+      if (holder.is(Type::Reference)) {                                              \
+        dropReference(holder);                                                       \
+        VBS_NEXT(words);                                                             \
+      }                                                                              \
+    }                                                                                \
+  }                                                                                  \
+  VBS_SLOW(function(stack_, pc, base));                                              \
+  VBS_NEXT(words);
 
 /// Operations that a named function does altogether.
 #define VBS_DELEGATE(name, words, call) \
@@ -637,7 +678,13 @@ SetField:
   VBS_SLOW(set(stack_, static_cast<ScriptObject*>(pc->c.of(base).asObject())->fields()[pc->b],
                pc->a.of(base), pc->aIsTemporary(), pc));
   VBS_NEXT(1);
-  VBS_DELEGATE(RefVariable, 1, refer(pc->a.of(base), pc->b.of(base)))
+RefVariable:
+  if (!needsCare(pc->a.of(base))) [[likely]] {
+    new (&pc->a.of(base)) Value(Value::reference(&pc->b.of(base).deref()));
+    VBS_NEXT(1);
+  }
+  VBS_SLOW(refer(pc->a.of(base), pc->b.of(base)));
+  VBS_NEXT(1);
 RefGlobal:
   if (needsCare(pc->a.of(base))) {
     VBS_SLOW(refer(pc->a.of(base), pc->b.of(stack_.globals())));
@@ -734,6 +781,19 @@ JumpUnless:
   }
   VBS_NEXT(1);
 
+JumpIfNot:
+  if (pc->a.of(base).is(Type::Boolean) ? pc->a.of(base).asInt() == 0
+                                       : VBS_SLOW(truthOfNot(pc, base))) {
+    VBS_JUMP(pc->wide());
+  }
+  VBS_NEXT(1);
+JumpUnlessNot:
+  if (!(pc->a.of(base).is(Type::Boolean) ? pc->a.of(base).asInt() == 0
+                                         : VBS_SLOW(truthOfNot(pc, base)))) {
+    VBS_JUMP(pc->wide());
+  }
+  VBS_NEXT(1);
+
   VBS_COMPARE_JUMP(JumpEqual, EqualNumbers)
   VBS_COMPARE_JUMP(JumpNotEqual, NotEqualNumbers)
   VBS_COMPARE_JUMP(JumpLess, LessNumbers)
@@ -762,9 +822,9 @@ ForLoop : {
   const Value& step = base[pc->b + 1];
   if (tag(limit) == kLong && areWhole(tag(variable), tag(step)) &&
       calculateWhole<AddNumbers>(variable, variable, step)) {
-    if (isWithin(variable.asInt(), limit, step)) VBS_FAR_JUMP();
+    if (isWithin(variable.asInt(), limit, step)) VBS_TURN();
   } else if (VBS_SLOW(forLoop(stack_, pc, base))) {
-    VBS_FAR_JUMP();
+    VBS_TURN();
   }
 }
   VBS_NEXT(2);
@@ -772,15 +832,15 @@ ForNext : {
   Value& variable = pc->a.of(base);
   const Value& limit = pc->b.of(base);
   if (tag(limit) == kLong && isWhole(variable) && calculate<AddNumbers>(variable, variable, 1)) {
-    if (variable.asInt() <= limit.asInt()) VBS_FAR_JUMP();
+    if (variable.asInt() <= limit.asInt()) VBS_TURN();
   } else if (VBS_SLOW(forLoop(stack_, pc, base))) {
-    VBS_FAR_JUMP();
+    VBS_TURN();
   }
 }
   VBS_NEXT(2);
   VBS_DELEGATE(ForEachPrepare, 1, forEachPrepare(stack_, pc, base))
 ForEachNext:
-  if (VBS_SLOW(forEachNext(stack_, pc, base))) VBS_FAR_JUMP();
+  if (VBS_SLOW(forEachNext(stack_, pc, base))) VBS_TURN();
   VBS_NEXT(2);
 
   // ---- Arrays ----
@@ -820,24 +880,10 @@ GetElement2 : {
   VBS_SLOW(getElement2(stack_, pc, base));
   VBS_NEXT(2);
   VBS_DELEGATE(GetElementMany, 2, getElementMany(stack_, pc, base))
-SetElement : {
-  Value* element = vectorElement(pc->a.of(base), pc->b.of(base));
-  if (element && isCountedOnce(pc->a.of(base)) && !pc->aIsTemporary() &&
-      copyPlain(*element, pc->c.of(base))) {
-    VBS_NEXT(1);
-  }
-}
-  VBS_SLOW(setElement(stack_, pc, base));
-  VBS_NEXT(1);
-SetElementConstant : {
-  Value* element = vectorElement(pc->a.of(base), pc->b.of(base));
-  if (element && isCountedOnce(pc->a.of(base)) && !pc->aIsTemporary() &&
-      copyPlain(*element, pc->c.of(constants))) {
-    VBS_NEXT(1);
-  }
-}
-  VBS_SLOW(setElementConstant(stack_, pc, base));
-  VBS_NEXT(1);
+  VBS_STORE_ELEMENT(SetElement, 1, vectorElement(pc->a.of(base), pc->b.of(base)), pc->c.of(base),
+                    setElement)
+  VBS_STORE_ELEMENT(SetElementConstant, 1, vectorElement(pc->a.of(base), pc->b.of(base)),
+                    pc->c.of(constants), setElementConstant)
 AddToElement : {
   VBS_ASSERT(pc[1].op == Opcode::GetElement && pc[3].op == Opcode::SetElement);
   const Value& holder = pc->a.of(base);
@@ -850,15 +896,9 @@ AddToElement : {
   if (place && calculate<AddNumbers>(*place, *place, pc->integer)) VBS_NEXT(4);
 }
   VBS_NEXT(1);
-SetElement2 : {
-  Value* element = matrixElement(pc->a.of(base), pc->b.of(base), base[pc[1].low()]);
-  if (element && isCountedOnce(pc->a.of(base)) && !pc->aIsTemporary() &&
-      copyPlain(*element, pc->c.of(base))) {
-    VBS_NEXT(2);
-  }
-}
-  VBS_SLOW(setElement2(stack_, pc, base));
-  VBS_NEXT(2);
+  VBS_STORE_ELEMENT(SetElement2, 2,
+                    matrixElement(pc->a.of(base), pc->b.of(base), base[pc[1].low()]),
+                    pc->c.of(base), setElement2)
   VBS_DELEGATE(SetElementMany, 1, setElementMany(stack_, pc, base, false))
   VBS_DELEGATE(SetElementObject, 1, setElementMany(stack_, pc, base, true))
 
@@ -980,7 +1020,7 @@ Return : {
   Value* const end = &pc->b.of(base);
   Value* rest = plainUntil(base, end);
   if (rest != end) {
-    rest = endPlain(rest, end);
+    rest = endPlain(rest, end, nullptr);
     if (rest != end) VBS_SLOW(clearRange(rest, end));
   }
 }
@@ -995,7 +1035,7 @@ ReturnResult : {
   Value* const result = &pc->a.of(base);
   Value* const end = &pc->b.of(base);
   Value* rest = plainUntil(base, end);
-  if (rest != end) rest = endPlain(rest, end);
+  if (rest != end) rest = endPlain(rest, end, result);
   if (rest == end && stack_.returnPlain(*result)) [[likely]]
     VBS_RELOAD();
   if (rest < result) VBS_SLOW(clearRange(rest, result));

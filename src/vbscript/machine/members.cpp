@@ -141,12 +141,9 @@ bool callObject(CallStack& stack, Object& object, const Instruction* pc, Value* 
   }
 }
 
-}  // namespace
-
-// ---- Members ----
-
-void callNative(CallStack& stack, const Instruction* call, Value* base, Object& known,
-                Value& variable) {
+/// Calls a member at hand with a variable by reference.
+[[gnu::always_inline]] inline void useNative(CallStack& stack, const Instruction* call, Value* base,
+                                             Object& known, Value& variable) {
   const MemberCache& cache = *call[1].pointer<MemberCache>();
   Value argument = Value::reference(&variable);
   const Ref<Object> alive(&known);
@@ -154,17 +151,28 @@ void callNative(CallStack& stack, const Instruction* call, Value* base, Object& 
   finishNative(stack, call, base, cache.direct.get(known, cache.direct.row, {&argument, 1}));
 }
 
+}  // namespace
+
+// ---- Members ----
+
+void callNative(CallStack& stack, const Instruction* call, Value* base, Object& known,
+                Value& variable) {
+  useNative(stack, call, base, known, variable);
+}
+
 void callNative(CallStack& stack, const Instruction* call, Value* base, Object& known,
                 ArrayRep& array, Value& element) {
   struct Lock {
-    explicit Lock(ArrayRep& locked) : value(Value::arrayLock(&locked)) { ++locked.locks; }
+    explicit Lock(ArrayRep& array) : locked(array) { ++locked.locks; }
     Lock(const Lock&) = delete;
     Lock& operator=(const Lock&) = delete;
-    ~Lock() { release(value); }
-    Value value;
+    ~Lock() {
+      if (--locked.locks == 0 && locked.references == 0) ArrayRep::destroy(&locked);
+    }
+    ArrayRep& locked;
   };
   const Lock lock(array);
-  callNative(stack, call, base, known, element);
+  useNative(stack, call, base, known, element);
 }
 
 bool callMember(CallStack& stack, const Instruction* pc, Value* base) {

@@ -43,6 +43,7 @@ bool jumpCompare(const Instruction* pc, Value* base, Opcode op, const Value& rig
                  bool rightIsTemporary);
 bool jumpCompareInteger(const Instruction* pc, Value* base, Opcode op);
 bool truth(const Instruction* pc, Value* base);
+bool truthOfNot(const Instruction* pc, Value* base);
 
 // ---- Loops (looping.cpp). True: jump. ----
 

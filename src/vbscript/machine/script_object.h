@@ -96,7 +96,7 @@ inline bool isScriptObject(const Object& object) {
   if (!holder.isObject() || !holder.asObject()) return nullptr;
   Object* object = holder.asObject();
   if (object->classNumber() != cache.fieldClass) return nullptr;
-  return static_cast<ScriptObject*>(object)->fields() + cache.fieldSlot;
+  return &cache.fieldSlot.of(static_cast<ScriptObject*>(object)->fields());
 }
 
 }  // namespace quorvane::vbs

@@ -229,3 +229,25 @@ x = LBound(d2)
 Failed                         '> 438
 x = UBound(5)
 Failed                         '> 13
+
+'=== elements of every kind over texts and arrays that a variable holds
+Dim a, b, s, i, x
+a = Array("one", Array(1, 2), 3, Empty, "two"): s = "before"
+For i = 0 To 4
+  s = a(i): Echo TypeName(s)
+  s = "before": s = a(CInt(i)): b = s: s = "after": Echo TypeName(b)
+Next
+'> String
+'> String
+'> Variant()
+'> Variant()
+'> Integer
+'> Integer
+'> Empty
+'> Empty
+'> String
+'> String
+s = a(1): s(0) = 9: Echo a(1)(0), s(0)      '> 1 9
+For Each x In a(1): s = a(1): s(1) = x: Next: Echo a(1)(1), s(1)   '> 2 2
+s = "x": s = a(0): s = s & "!": Echo a(0), s   '> one one!
+a(0) = a(4): a(4) = a(4) & "?": Echo a(0), a(4)   '> two two?

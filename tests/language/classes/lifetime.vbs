@@ -158,3 +158,39 @@ On Error Resume Next
 Set held = 5
 Echo Err.Number & " " & Shown() '> 424 held f
 Set held = Nothing             '> end of f, held none
+
+'=== an object that its own method lets go
+Dim held
+Class Leaving
+  Public Name
+  Public Function Leave(what)
+    Set held = Nothing
+    Leave = what & " of " & Name
+  End Function
+  Public Function Itself
+    Set Itself = Me
+  End Function
+  Public Sub Quit
+    Set held = Nothing
+    Echo "still " & Name
+  End Sub
+  Private Sub Class_Terminate
+    Echo "end of " & Name
+  End Sub
+End Class
+Set held = New Leaving
+held.Name = "first"
+Echo held.Leave(1)             '> end of first
+                               '> 1 of first
+Set held = New Leaving
+held.Name = "second"
+held.Quit                      '> still second
+                               '> end of second
+Set held = New Leaving
+held.Name = "third"
+Dim other
+Set other = held.Itself
+Set held = Nothing
+Echo other.Itself.Name         '> third
+other.Quit                     '> still third
+Set other = Nothing            '> end of third

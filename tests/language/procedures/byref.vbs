@@ -322,3 +322,47 @@ Echo Err.Number                '> 94
 Err.Clear
 at = Empty
 Visit at                       '> []
+
+'=== elements of a variable elsewhere, read and written
+Dim list(2), grid(1, 1)
+Sub Fill(a, g)
+  Dim i
+  For i = 0 To 2
+    a(i) = i * 2
+    list(i) = list(i) + 1
+    g(i Mod 2, 0) = a(i)
+    grid(1, i Mod 2) = "x"
+  Next
+  a(0) = Null
+  a(1) = Empty
+  list(2) = 0.5
+End Sub
+Fill list, grid
+Echo TypeName(list(0)) & " " & TypeName(list(1)) & " " & list(2) '> Null Empty 0.5
+Echo grid(0, 0) & grid(1, 0) & grid(0, 1) & grid(1, 1) '> 5xx
+Dim shared
+shared = list
+Sub Change(a)
+  a(2) = 7
+  shared(2) = shared(2) * 2
+End Sub
+Change shared
+Echo shared(2) & " " & list(2) '> 14 0.5
+Function Made
+  Made = Array(1, 2, 3)
+End Function
+Made()(1) = 5
+Echo Made()(1)                 '> 2
+
+'=== an array of which the elements are in use elsewhere
+Dim list
+Sub Grow(item)
+  On Error Resume Next
+  ReDim Preserve list(5)
+  Echo Err.Number
+  item = item + 1
+  list(0) = list(0) + 1
+End Sub
+list = Array(1, 2)
+Grow list(0)                   '> 10
+Echo list(0) & " " & UBound(list) '> 3 1

@@ -180,3 +180,40 @@ If True Then
 Dim x
 Select Case 1
   Case 1: x = 1 End Select     '! 1042 Must be first statement on the line
+
+'=== Not of what is no comparison
+Class Yes
+  Public Default Property Get Value: Echo "asked": Value = True: End Property
+End Class
+Dim c, o, t, n
+For Each c In Array(True, False, 0, -1, 5, "0", "-1", Empty, Null, 1.4)
+  t = "": If Not c Then t = "then" Else t = "else"
+  n = 0: Do While Not c: n = n + 1: c = True: Loop
+  Echo t, n
+Next
+'> else 0
+'> then 1
+'> then 1
+'> else 0
+'> then 1
+'> then 1
+'> else 0
+'> then 1
+'> else 0
+'> then 1
+c = 0: n = 0: Do Until Not c: n = n + 1: Loop: Echo n       '> 0
+c = -1: n = 0: Do Until Not c: c = 0: n = n + 1: Loop: Echo n   '> 1
+c = Null: n = 0: Do Until Not c: c = 0: n = n + 1: Loop: Echo n   '> 1
+c = True: If Not (c And True) Then Echo "never" Else Echo "else"   '> else
+If Not (Not c) Then Echo "twice"                            '> twice
+Set o = New Yes
+If Not o Then Echo "never" Else Echo "object"
+'> asked
+'> object
+On Error Resume Next
+c = "text": If Not c Then Echo "resumed"                    '> resumed
+Failed                                                      '> 13
+c = Array(1): n = 0: If Not c Then n = 1
+Failed                                                      '> 13
+Set c = Nothing: If Not c Then n = 1
+Failed                                                      '> 91

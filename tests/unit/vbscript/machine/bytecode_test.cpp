@@ -81,6 +81,14 @@ TEST(Bytecode, CallsWithOneSimpleArgumentMayBeDoneWhereTheObjectIs) {
             "Halt\n");
 }
 
+TEST(Bytecode, ConditionsWithNotTakeOneJump) {
+  EXPECT_EQ(code("Dim a, b\nIf Not a Then b = 1\nDo : Loop Until Not a"),
+            "JumpUnlessNot r0 ->2\n"
+            "LoadInteger r1 1\n"
+            "JumpUnlessNot r0 ->2\n"
+            "Halt\n");
+}
+
 TEST(Bytecode, ElementsMayGrowByAnIntegerWhereTheyAre) {
   EXPECT_EQ(code("Dim a, i\na(i) = a(i) + 1\na(i) = a(i) - 2"),
             "AddToElement r0 r1 1\n"
