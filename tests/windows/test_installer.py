@@ -11,32 +11,13 @@ import unittest
 import urllib.request
 
 from serving import app_folder, free_port, wait_until
+from windows.programs import (SETTINGS_KEY, delete_registry_key, registry_value, seen_by_wine,
+                              set_registry_value, wine)
 
 SETUP = app_folder().parent / "quorvane-server-setup.exe"
-SETTINGS = r"HKLM\Software\Ardenfell\Quorvane"
 ENTRY = r"HKLM\Software\Microsoft\Windows\CurrentVersion\Uninstall\Quorvane Server"
 SERVICE = r"HKLM\System\CurrentControlSet\Services\Quorvane Server"
 PATIENCE = 120
-
-
-def seen_by_wine(path):
-    return "Z:" + str(path).replace("/", "\\")
-
-
-def wine(*words):
-    """Runs a program to its end; its exit status, and what it printed."""
-    with tempfile.TemporaryFile() as out:
-        code = subprocess.run(["wine", *map(str, words)], stdin=subprocess.DEVNULL, stdout=out,
-                              stderr=subprocess.DEVNULL, timeout=PATIENCE, check=False).returncode
-        out.seek(0)
-        return code, out.read().decode("cp1252")
-
-
-def registry_value(key, name):
-    """A value's text, None without it."""
-    code, text = wine("reg", "query", key, "/v", name)
-    found = [line.split(None, 2) for line in text.splitlines() if line.split(None, 1)[:1] == [name]]
-    return found[0][2] if code == 0 else None
 
 
 def has_key(key):
@@ -62,11 +43,11 @@ class Installer(unittest.TestCase):
     def clean(self):
         if (self.folder / "uninstall.exe").exists():
             self.uninstall("/PURGE")
-        wine("reg", "delete", SETTINGS, "/f")
+        delete_registry_key(SETTINGS_KEY)
         shutil.rmtree(self.home, ignore_errors=True)
 
     def set(self, name, value):
-        wine("reg", "add", SETTINGS + r"\Server", "/v", name, "/t", "REG_SZ", "/d", value, "/f")
+        set_registry_value(SETTINGS_KEY + r"\Server", name, str(value))
 
     def install(self, *options):
         return wine(SETUP, "/S", *options, "/D=" + seen_by_wine(self.folder))[0]
@@ -123,7 +104,7 @@ class Installer(unittest.TestCase):
         self.assertEqual(self.install("/SERVICE"), 0)
         wait_until(self.answers, "the service to answer", PATIENCE)
         self.assertIn("quorvane-server.exe", registry_value(SERVICE, "ImagePath"))
-        self.assertEqual(registry_value(SETTINGS + r"\Server", "RunAsService"), "1")
+        self.assertEqual(registry_value(SETTINGS_KEY + r"\Server", "RunAsService"), "1")
         self.assertEqual(self.install(), 0)
         wait_until(self.answers, "the service to answer again", PATIENCE)
         wine(self.folder / "quorvane-server.exe", "/stop")
@@ -132,7 +113,7 @@ class Installer(unittest.TestCase):
         self.assertTrue(has_key(SERVICE))
         self.assertEqual(self.uninstall(), 0)
         self.assertFalse(has_key(SERVICE))
-        self.assertEqual(registry_value(SETTINGS + r"\Server", "RunAsService"), "0")
+        self.assertEqual(registry_value(SETTINGS_KEY + r"\Server", "RunAsService"), "0")
 
     def test_the_firewall_is_told_when_that_is_wanted(self):
         self.assertEqual(self.install("/FIREWALL"), 0)
@@ -151,8 +132,8 @@ class Installer(unittest.TestCase):
             self.assertIsNotNone(program.poll(), "the server was ended to be replaced")
         self.assertNotEqual((self.folder / "Lang/1031.lng").read_bytes(), b"old")
         self.assertFalse(gone.exists(), "a page that was removed stays so")
-        self.assertEqual(registry_value(SETTINGS + r"\Server", "DefaultLCID"), "1031")
-        self.assertEqual(registry_value(SETTINGS + r"\Server", "Port"), str(self.port))
+        self.assertEqual(registry_value(SETTINGS_KEY + r"\Server", "DefaultLCID"), "1031")
+        self.assertEqual(registry_value(SETTINGS_KEY + r"\Server", "Port"), str(self.port))
         with self.server():
             self.assertEqual(self.answers(), b"mine: 42")
 
@@ -168,17 +149,17 @@ class Installer(unittest.TestCase):
         self.assertEqual(left, {"Server/Scripts/own/page.qvs", "Server/Scripts/index.qvs"})
         self.assertFalse(has_key(ENTRY))
         self.assertFalse(start_menu().exists())
-        self.assertEqual(registry_value(SETTINGS + r"\Server", "Port"), str(self.port))
+        self.assertEqual(registry_value(SETTINGS_KEY + r"\Server", "Port"), str(self.port))
 
     def test_removal_of_an_untouched_installation_leaves_nothing(self):
         self.install()
         self.assertEqual(self.uninstall(), 0)
         self.assertFalse(self.folder.exists())
-        self.assertTrue(has_key(SETTINGS))
+        self.assertTrue(has_key(SETTINGS_KEY))
 
     def test_purging_takes_pages_and_settings_too(self):
         self.install()
         (self.scripts / "own.qvs").write_text("mine")
         self.assertEqual(self.uninstall("/PURGE"), 0)
         self.assertFalse(self.folder.exists())
-        self.assertFalse(has_key(SETTINGS))
+        self.assertFalse(has_key(SETTINGS_KEY))
