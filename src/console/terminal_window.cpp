@@ -27,42 +27,21 @@ TerminalWindow::TerminalWindow(FormModel& form, Terminal& terminal, EventLoop& l
                                WindowServer server)
     : form_(form),
       terminal_(terminal),
-      loop_(loop),
       server_(std::move(server)),
-      frames_(loop.makeTimer(kFrameInterval, [this] { tick(); })),
+      frames_(loop, kFrameInterval, [this] { return paint(); }),
       pause_(loop.makeTimer(kShortestThought, [this] { pause_->stop(); })) {}
 
 TerminalWindow::~TerminalWindow() {
-  *alive_ = false;
   terminal_.close();
 }
 
 bool TerminalWindow::open() {
   open_ = terminal_.open(*this);
-  if (open_) requestFrame();
+  if (open_) frames_.request();
   return open_;
 }
 
-/// The first change is drawn right after the event that brought it; those that follow wait for the
-/// next tick.
-void TerminalWindow::requestFrame() {
-  stale_ = true;
-  if (frames_->enabled()) return;
-  frames_->start();
-  loop_.post([this, alive = alive_] {
-    if (*alive && stale_) paint();
-  });
-}
-
-void TerminalWindow::tick() {
-  if (stale_) {
-    paint();
-  } else {
-    frames_->stop();
-  }
-}
-
-void TerminalWindow::paint() {
+bool TerminalWindow::paint() {
   layout_ = layoutFor(terminal_.rows(), terminal_.columns(), wanted_,
                       {form_.btt[0].caption->size(), form_.btt[1].caption->size()});
   if (!isShown(focus_)) focus_ = Focus::Status;
@@ -81,7 +60,7 @@ void TerminalWindow::paint() {
     painter.button(layout_.buttons[i], *form_.btt[i].caption, focus_ == own);
   }
   painter.hints(layout_.hints);
-  stale_ = !terminal_.show();
+  return terminal_.show();
 }
 
 /// Takes in what the lists hold now, so that lines are meant by their present places.
@@ -156,7 +135,7 @@ void TerminalWindow::setFocus(Focus focus) {
 
 void TerminalWindow::keyPressed(const KeyPress& press) {
   takeInLists();
-  requestFrame();
+  frames_.request();
   if (!isQ(press.character)) asks_ = false;
   switch (press.key) {
     case TerminalKey::Character:
@@ -246,7 +225,7 @@ void TerminalWindow::clickLine() {
 
 void TerminalWindow::mouseUsed(const MouseAction& action) {
   takeInLists();
-  requestFrame();
+  frames_.request();
   switch (action.kind) {
     case MouseAction::Kind::Press:
       return clickAt(action.row, action.column);
@@ -294,7 +273,7 @@ void TerminalWindow::wheel(int row, int column, int lines) {
 }
 
 void TerminalWindow::terminalResized() {
-  requestFrame();
+  frames_.request();
 }
 
 void TerminalWindow::terminalLost() {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "console/form_model.h"
+#include "console/frames.h"
 #include "console/terminal_layout.h"
 #include "console/terminal_painter.h"
 #include "console/terminal_scroll.h"
@@ -30,7 +31,7 @@ class TerminalWindow final : private TerminalEvents {
   bool isOpen() const { return open_; }
 
   /// To be called when the form has changed, as often as it likes, once the window is open.
-  void formChanged() { requestFrame(); }
+  void formChanged() { frames_.request(); }
 
  private:
   /// What keys go to, in the order in which Tab visits them.
@@ -42,9 +43,7 @@ class TerminalWindow final : private TerminalEvents {
   void terminalResized() override;
   void terminalLost() override;
 
-  void requestFrame();
-  void tick();
-  void paint();
+  bool paint();
   void paintLists(TerminalPainter& painter);
   void takeInLists();
   void takeInText();
@@ -73,15 +72,12 @@ class TerminalWindow final : private TerminalEvents {
 
   FormModel& form_;
   Terminal& terminal_;
-  EventLoop& loop_;
   WindowServer server_;
 
-  std::unique_ptr<Timer> frames_;  ///< runs while there is something to draw
-  std::unique_ptr<Timer> pause_;   ///< runs while an answer comes too fast for a person
-  bool asks_ = false;              ///< whether the window is to be closed
+  Frames frames_;
+  std::unique_ptr<Timer> pause_;  ///< runs while an answer comes too fast for a person
+  bool asks_ = false;             ///< whether the window is to be closed
   bool open_ = false;
-  bool stale_ = false;  ///< the screen differs from the form
-  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 
   TerminalLayout layout_;
   Focus focus_ = Focus::Status;

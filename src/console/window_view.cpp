@@ -32,21 +32,17 @@ ServerWindowTexts textsOf(const FormModel& form) {
 WindowView::WindowView(FormModel& form, ServerWindow* window, EventLoop& loop, WindowServer server)
     : form_(form),
       window_(window),
-      loop_(loop),
       server_(std::move(server)),
       before_(form.onChange),
-      frames_(loop.makeTimer(kFrameInterval, [this] { tick(); })) {
+      frames_(loop, kFrameInterval, [this] { return paint(); }) {
   if (window_) form_.onChange = [this] { formChanged(); };
 }
 
 WindowView::~WindowView() {
-  *alive_ = false;
   form_.onChange = before_;
   if (window_) window_->close();
 }
 
-/// The first change is shown right after the event that brought it; those that follow wait for the
-/// next tick.
 void WindowView::formChanged() {
   if (window_ && !open_) open_ = window_->open(*this, {true, false, false});
   if (!open_) {
@@ -54,24 +50,11 @@ void WindowView::formChanged() {
     if (before_) before_();
     return;
   }
-  stale_ = true;
-  if (frames_->enabled()) return;
-  frames_->start();
-  loop_.post([this, alive = alive_] {
-    if (*alive && stale_) paint();
-  });
+  frames_.request();
 }
 
-void WindowView::tick() {
-  if (stale_) {
-    paint();
-  } else {
-    frames_->stop();
-  }
-}
-
-void WindowView::paint() {
-  if (!window_->isReady()) return;
+bool WindowView::paint() {
+  if (!window_->isReady()) return false;
   collect();
   ServerWindowPicture picture;
   picture.visible = form_.visible;
@@ -81,7 +64,7 @@ void WindowView::paint() {
     picture.lists[list] = changes_[list].take();
   }
   window_->show(std::move(picture));
-  stale_ = false;
+  return true;
 }
 
 void WindowView::collect() {

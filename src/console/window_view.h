@@ -2,9 +2,9 @@
 
 #include <array>
 #include <functional>
-#include <memory>
 
 #include "console/form_model.h"
+#include "console/frames.h"
 #include "console/list_changes.h"
 #include "console/window_server.h"
 #include "platform/event_loop.h"
@@ -29,21 +29,16 @@ class WindowView final : private ServerWindowEvents {
   void closeAsked() override { server_.closeWindow(); }
 
   void formChanged();
-  void tick();
-  void paint();
+  bool paint();
   void collect();
 
   FormModel& form_;
   ServerWindow* window_;
-  EventLoop& loop_;
   WindowServer server_;
   std::function<void()> before_;  ///< told of changes of the form until now
-
-  std::unique_ptr<Timer> frames_;  ///< runs while there is something to show
+  Frames frames_;
   bool open_ = false;
-  bool stale_ = false;  ///< the window differs from the form
   std::array<ListChanges, 3> changes_{ListChanges(false), ListChanges(true), ListChanges(true)};
-  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
 };
 
 }  // namespace quorvane

@@ -23,6 +23,7 @@ thread_local int depth = 0;
 template <class T>
 T read(const void* data) {
   T value;
+  // NOLINTNEXTLINE(bugprone-sizeof-expression): it may be a pointer that stands there
   std::memcpy(&value, data, sizeof(T));
   return value;
 }

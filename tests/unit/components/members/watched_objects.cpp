@@ -34,7 +34,11 @@ class WatchedObjects::Watched final : public Object {
   bool joinsTexts(MemberId id) const override { return real_->joinsTexts(id); }
   bool isAssignable(MemberId id) const override { return real_->isAssignable(id); }
   std::vector<vbs::MemberUse> listMembers() const override { return real_->listMembers(); }
-  Value* itemPlace(const Value& key) override { return real_->itemPlace(key); }
+  /// None for objects, which would come unwatched.
+  Value* itemPlace(const Value& key) override {
+    Value* const place = real_->itemPlace(key);
+    return place && place->isObject() ? nullptr : place;
+  }
   std::unique_ptr<vbs::Enumerator> enumerate() override;
   void visitReferences(vbs::ReferenceVisitor& visitor) override {
     Value held = Value::object(real_.get());
