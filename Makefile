@@ -42,7 +42,7 @@ installer: windows
 # Under Wine, on a screen that nobody sees.
 test-windows: installer test-deps
 	@cmake --build --preset windows -j $(JOBS) --target windows_tests
-	@xvfb-run -a python3 tests/windows build/windows/app
+	@timeout 1800 xvfb-run -a python3 tests/windows build/windows/app
 
 serve: build
 	@tools/serve $(APP)

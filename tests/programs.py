@@ -20,12 +20,19 @@ def is_windows():
 def command(name):
     """The words that start a program."""
     program = app_folder() / name
-    return ["wine", str(program) + ".exe"] if is_windows() else [str(program)]
+    if not is_windows():
+        return [str(program)]
+    options = ["--components=own"] if name == "qvscript" else []
+    return ["wine", str(program) + ".exe", *options]
 
 
 # Asks a program to end. Of Windows' ways Wine has the one for this signal.
 ENDING = signal.SIGINT if is_windows() else signal.SIGTERM
 SEPARATOR = "\\" if is_windows() else "/"
+
+
+# What Windows has of its own is tested with Windows.
+OWN_COMPONENTS = {"Components": "own"} if is_windows() else {}
 
 
 def path_text(path):

@@ -14,7 +14,8 @@ import unittest
 import programs
 from programs import REPOSITORY, app_folder  # noqa: F401
 
-PATIENCE = 20  # seconds until something that should have happened is given up
+# Seconds until something that should have happened is given up.
+PATIENCE = 60 if programs.is_windows() else 20
 
 
 def is_free(port):
@@ -173,7 +174,7 @@ class Server:
         (key / "Quorvane.ini").write_text(
             "MainPath=%s\n" % programs.path_text(self.folder / "main"))
         self.ini = key / "Quorvane/Server.ini"
-        self.set({"Port": str(self.port), **(settings or {})})
+        self.set({"Port": str(self.port), **programs.OWN_COMPONENTS, **(settings or {})})
         self.arguments = arguments
         self.preexec = preexec
         self.environment = environment or {}

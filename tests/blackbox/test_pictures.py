@@ -49,7 +49,7 @@ class WithoutTheModule(unittest.TestCase):
     PAGE = ("<% Set j = CreateObject(\"Persits.Jpeg\")\nOn Error Resume Next\nj.New 5, 5\n"
             "j.Save \"no.jpg\"\nResponse.Write Err.Description %>")
 
-    def setUp(self):
+    def copy_programs(self):
         folder = tempfile.TemporaryDirectory(prefix="quorvane-test-")
         self.addCleanup(folder.cleanup)
         self.app = pathlib.Path(folder.name)
@@ -57,6 +57,7 @@ class WithoutTheModule(unittest.TestCase):
             shutil.copy(app_folder() / name, self.app)
 
     def test_says_so(self):
+        self.copy_programs()
         picture = b"BM" + bytes(60)
         with unittest.mock.patch.dict("os.environ", {"QUORVANE_APP": str(self.app)}):
             with Server({"page.qvs": self.PAGE, "picture.bmp": picture}) as server:
@@ -69,6 +70,7 @@ class WithoutTheModule(unittest.TestCase):
         self.assertIn("quorvane-pictures.so: cannot open shared object file", log)
 
     def test_scripts_that_need_none_run(self):
+        self.copy_programs()
         script = self.app / "script.vbs"
         script.write_text("WScript.Echo 1\nSet j = CreateObject(\"Persits.Jpeg\")\nj.Open \"x\"")
         result = subprocess.run([self.app / "qvscript", script], capture_output=True,

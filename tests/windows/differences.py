@@ -37,6 +37,4 @@ DIFFERENCES = {
         "documents in character sets of regions are read by the system's own objects",
     "test_customary_pages.CharacterSets.test_escapes_choose_the_letters":
         "Wine's code page 50220 writes bytes of another one",
-    "test_pages.Pages.test_missing_and_endless_includes":
-        "ten thousand files take Wine longer to open than the test waits",
 }
