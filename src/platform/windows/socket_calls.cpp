@@ -78,8 +78,8 @@ bool waitUntilWritable(StreamSocket& socket, std::chrono::milliseconds atMost) {
   return ::select(0, nullptr, &writable, &failed, &time) > 0;
 }
 
-/// A reset throws away what came before it, so that the next byte can't be looked at; while the loop
-/// waits for that byte, looking tells nothing.
+/// A reset throws away what came before it, so that the next byte can't be looked at; while the
+/// loop waits for that byte, looking tells nothing.
 bool isReset(StreamSocket& socket) {
   WSAPOLLFD waiting{socket.native_handle(), POLLRDNORM, 0};
   if (::WSAPoll(&waiting, 1, 0) > 0 && (waiting.revents & POLLERR) != 0) return true;
