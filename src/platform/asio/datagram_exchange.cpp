@@ -29,9 +29,10 @@ DatagramExchange awaitAnswer(asio::io_context& io, udp::socket& socket, Clock::t
                              const Accept& accept) {
   std::string room(kMostBytes, '\0');
   DatagramExchange result{Outcome::Silence, {}};
+  bool isOver = false;
   std::function<void()> receive = [&] {
     socket.async_receive(asio::buffer(room), [&](const asio::error_code& error, std::size_t count) {
-      if (error == asio::error::operation_aborted) return;
+      if (isOver) return;
       const auto answer = std::string_view(room).substr(0, count);
       if (error) {
         result = failure(error);
@@ -44,6 +45,7 @@ DatagramExchange awaitAnswer(asio::io_context& io, udp::socket& socket, Clock::t
   };
   receive();
   io.run_until(deadline);
+  isOver = true;
   asio::error_code ignored;
   socket.close(ignored);
   io.restart();

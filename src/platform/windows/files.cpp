@@ -177,7 +177,8 @@ class WindowsFiles final : public Files {
   /// A file that somebody reads can be replaced, but not by giving another its name.
   bool writeAll(const std::string& path, std::string_view bytes) const override {
     const std::wstring target = widePathOf(path);
-    if (!isPlain(target)) return false;
+    const auto present = attributesOf(target);
+    if (!isPlain(target) || (present && isFolder(*present))) return false;
     const std::wstring temporary = temporaryName(target);
     SystemHandle file(::CreateFileW(temporary.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
                                     FILE_ATTRIBUTE_NORMAL, nullptr));
