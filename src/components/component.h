@@ -2,6 +2,7 @@
 
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "vbscript/values/value.h"
 
@@ -10,8 +11,7 @@ namespace quorvane {
 struct Services;
 
 /// A kind of object that scripts create by name. Each stands in its own files as a constant of
-/// this type, and as one row in the lists of
-/// allComponents().
+/// this type, and as one row in a list of component_list.cpp or mail_components.cpp.
 struct Component {
   std::string_view progIds;  ///< all its names, in lower case, a blank between two
   vbs::Value (*create)(const Services& services);
@@ -21,6 +21,9 @@ struct Component {
 };
 
 /// Those of this system.
-std::span<const Component* const> allComponents();
+std::vector<const Component*> allComponents();
+
+/// Those for mail, which allComponents() has too.
+std::span<const Component* const> mailComponents();
 
 }  // namespace quorvane

@@ -1,3 +1,5 @@
+#include <iterator>
+
 #include "components/ado/catalog.h"
 #include "components/ado/command.h"
 #include "components/ado/connection.h"
@@ -26,10 +28,9 @@ namespace quorvane {
 
 namespace {
 
-// Without those for mail: the system has its own.
 // A row each.
 // clang-format off
-constexpr const Component* kComponents[] = {
+constexpr const Component* kOnEverySystem[] = {
     &kAdRotator,
     &kAdoCommand,
     &kAdoConnection,
@@ -80,8 +81,11 @@ constexpr const Component* kComponents[] = {
 
 }  // namespace
 
-std::span<const Component* const> allComponents() {
-  return kComponents;
+std::vector<const Component*> allComponents() {
+  std::vector<const Component*> all(std::begin(kOnEverySystem), std::end(kOnEverySystem));
+  const auto mail = mailComponents();
+  all.insert(all.end(), mail.begin(), mail.end());
+  return all;
 }
 
 }  // namespace quorvane
