@@ -7,16 +7,12 @@ import subprocess
 import tempfile
 import time
 
+from programs import path_text
 from serving import app_folder, free_port, is_listened_on, wait_until
 
 HERE = pathlib.Path(__file__).resolve().parent
 PATIENCE = 60
 SETTINGS_KEY = r"HKLM\Software\Ardenfell\Quorvane"
-
-
-def seen_by_wine(path):
-    """A path of this system as programs under Wine name it."""
-    return "Z:" + str(path).replace("/", "\\")
 
 
 def wine(*arguments, **environment):
@@ -101,11 +97,11 @@ class Site:
         self.port = free_port()
         key = self.folder / "registry/HKEY_LOCAL_MACHINE/Software/Ardenfell"
         (key / "Quorvane").mkdir(parents=True)
-        (key / "Quorvane.ini").write_text("MainPath=%s\n" % seen_by_wine(self.main))
+        (key / "Quorvane.ini").write_text("MainPath=%s\n" % path_text(self.main))
         self.settings = key / "Quorvane/Server.ini"
         self.write({"Port": self.port, "ControlPort": free_port(), "LogServer": 1,
                     **(settings or {})})
-        self.environment = {"QUORVANE_REGISTRY": seen_by_wine(self.folder / "registry")}
+        self.environment = {"QUORVANE_REGISTRY": path_text(self.folder / "registry")}
 
     def write(self, settings):
         self.settings.write_text("".join("%s=%s\n" % item for item in settings.items()))
@@ -116,8 +112,8 @@ class Site:
         for number in numbers:
             source = HERE.parent.parent / "lang" / ("%d.txt" % number)
             target = self.main / "Lang" / ("%d.lng" % number)
-            code, said = wine(app_folder() / "qvlang.exe", "encode", seen_by_wine(source),
-                              seen_by_wine(target))
+            code, said = wine(app_folder() / "qvlang.exe", "encode", path_text(source),
+                              path_text(target))
             assert code == 0, said
 
     def log_text(self):

@@ -10,8 +10,9 @@ import tempfile
 import unittest
 import urllib.request
 
+from programs import path_text
 from serving import app_folder, free_port, wait_until
-from windows.programs import (SETTINGS_KEY, delete_registry_key, registry_value, seen_by_wine,
+from windows.programs import (SETTINGS_KEY, delete_registry_key, registry_value,
                               set_registry_value, wine)
 
 SETUP = app_folder().parent / "quorvane-server-setup.exe"
@@ -50,11 +51,11 @@ class Installer(unittest.TestCase):
         set_registry_value(SETTINGS_KEY + r"\Server", name, str(value))
 
     def install(self, *options):
-        return wine(SETUP, "/S", *options, "/D=" + seen_by_wine(self.folder))[0]
+        return wine(SETUP, "/S", *options, "/D=" + path_text(self.folder))[0]
 
     def uninstall(self, *options):
         """In its own place, so that its end is awaited; it can't remove itself then."""
-        code = wine(self.folder / "uninstall.exe", "/S", *options, "_?=" + seen_by_wine(self.folder))[0]
+        code = wine(self.folder / "uninstall.exe", "/S", *options, "_?=" + path_text(self.folder))[0]
         (self.folder / "uninstall.exe").unlink(missing_ok=True)
         with contextlib.suppress(OSError):
             self.folder.rmdir()
@@ -92,7 +93,7 @@ class Installer(unittest.TestCase):
         self.assertEqual(registry_value(ENTRY, "DisplayVersion"), "1.0.0")
         self.assertGreater(int(registry_value(ENTRY, "EstimatedSize"), 16), 1000)
         self.assertEqual(registry_value(ENTRY, "QuietUninstallString"),
-                         '"%s\\uninstall.exe" /S' % seen_by_wine(self.folder))
+                         '"%s\\uninstall.exe" /S' % path_text(self.folder))
         self.assertEqual({path.name for path in start_menu().iterdir()},
                          {"Quorvane Server.lnk", "Pages.lnk", "Remove Quorvane Server.lnk"})
         self.assertFalse(has_key(SERVICE), "a service is made when it is asked for")
