@@ -80,4 +80,5 @@ UNITS = {
         "Tcp.WhatTheClientHasNotConfirmedIsTold": "the system does not tell",
         "Udp.TheReplyComesFromTheAddressThatWasAsked": "Wine answers from the usual address",
     },
+    "platform_windows": {},
 }

@@ -57,3 +57,6 @@ class Units(unittest.TestCase):
 
     def test_platform(self):
         self.check("platform", each=True)
+
+    def test_platform_windows(self):
+        self.check("platform_windows", each=False)

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <cstddef>
 #include <thread>
+#include <vector>
 
 #include "platform/windows/handle.h"
 #include "platform/windows/wide_text.h"
@@ -88,20 +90,56 @@ struct Started {
   DWORD id = 0;
 };
 
+/// What a new process gets of the handles that this one has: those that are named, not whatever
+/// else could be inherited, such as the server's sockets.
+class InheritedHandles {
+ public:
+  explicit InheritedHandles(const std::array<HANDLE, 3>& streams) : handles_(streams) {
+    std::sort(handles_.begin(), handles_.end());
+    const auto end = std::unique(handles_.begin(), handles_.end());  // none may be named twice
+    SIZE_T room = 0;
+    ::InitializeProcThreadAttributeList(nullptr, 1, 0, &room);
+    storage_.resize(room);
+    isMade_ = ::InitializeProcThreadAttributeList(list(), 1, 0, &room) != 0;
+    if (isMade_) {
+      ::UpdateProcThreadAttribute(list(), 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles_.data(),
+                                  static_cast<SIZE_T>(end - handles_.begin()) * sizeof(HANDLE),
+                                  nullptr, nullptr);
+    }
+  }
+  ~InheritedHandles() {
+    if (isMade_) ::DeleteProcThreadAttributeList(list());
+  }
+  InheritedHandles(const InheritedHandles&) = delete;
+  InheritedHandles& operator=(const InheritedHandles&) = delete;
+
+  LPPROC_THREAD_ATTRIBUTE_LIST list() {
+    return reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(storage_.data());
+  }
+
+ private:
+  std::array<HANDLE, 3> handles_;
+  std::vector<std::byte> storage_;
+  bool isMade_ = false;
+};
+
 /// Held until it is in `job`, if there is one, so that nothing that it starts escapes.
 Started launch(const ChildCommand& command, const std::array<HANDLE, 3>& streams, HANDLE job) {
-  STARTUPINFOW start{};
-  start.cb = sizeof start;
-  start.dwFlags = STARTF_USESTDHANDLES | STARTF_USESHOWWINDOW;
-  start.wShowWindow = SW_HIDE;
-  start.hStdInput = streams[0];
-  start.hStdOutput = streams[1];
-  start.hStdError = streams[2];
+  InheritedHandles inherited(streams);
+  STARTUPINFOEXW start{};
+  start.StartupInfo.cb = sizeof start;
+  start.StartupInfo.dwFlags = STARTF_USESTDHANDLES | STARTF_USESHOWWINDOW;
+  start.StartupInfo.wShowWindow = SW_HIDE;
+  start.StartupInfo.hStdInput = streams[0];
+  start.StartupInfo.hStdOutput = streams[1];
+  start.StartupInfo.hStdError = streams[2];
+  start.lpAttributeList = inherited.list();
   PROCESS_INFORMATION made{};
   std::wstring line = commandLineOf(command);
-  constexpr DWORD kFlags = CREATE_SUSPENDED | CREATE_NO_WINDOW | CREATE_NEW_PROCESS_GROUP;
+  constexpr DWORD kFlags =
+      CREATE_SUSPENDED | CREATE_NO_WINDOW | CREATE_NEW_PROCESS_GROUP | EXTENDED_STARTUPINFO_PRESENT;
   if (!::CreateProcessW(nullptr, line.data(), nullptr, nullptr, TRUE, kFlags, nullptr, nullptr,
-                        &start, &made)) {
+                        &start.StartupInfo, &made)) {
     return {};
   }
   if (job) ::AssignProcessToJobObject(job, made.hProcess);

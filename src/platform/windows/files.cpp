@@ -77,12 +77,15 @@ bool equalsNoCase(std::wstring_view a, std::wstring_view b) {
                                 static_cast<int>(b.size()), TRUE) == CSTR_EQUAL;
 }
 
-/// As the file system spells it; nothing for what was asked for by another name than its own.
-std::optional<std::wstring> spelled(const std::wstring& path) {
+/// `path` from `begin` on as the file system spells it; nothing for what was asked for by another
+/// name than its own. What stands before may be a short name.
+std::optional<std::wstring> spelled(const std::wstring& path, std::size_t begin) {
   std::wstring own(kLongestPath, L'\0');
   own.resize(::GetLongPathNameW(path.c_str(), own.data(), kLongestPath));
-  if (own.empty() || !equalsNoCase(own, path)) return std::nullopt;
-  return own;
+  const std::wstring_view asked = std::wstring_view(path).substr(begin);
+  if (own.size() < asked.size()) return std::nullopt;
+  own.erase(0, own.size() - asked.size());
+  return equalsNoCase(own, asked) ? std::optional(own) : std::nullopt;
 }
 
 /// With all links followed.
@@ -122,12 +125,12 @@ class WindowsFiles final : public Files {
   std::optional<std::string> find(const RootedPath& wanted) const override {
     const std::wstring path = widePathOf(wanted.text());
     if (!attributesOf(path)) return std::nullopt;
-    const auto own = spelled(path);
-    if (!own) return std::nullopt;
-    // The root is taken as it is.
+    // The root is taken as it is, and ends with a separator that counts with what follows.
     const std::wstring root = widePathOf(std::string(wanted.root()));
-    if (own->size() < root.size()) return pathOf(*own);
-    return std::string(wanted.root()) + pathOf(own->substr(root.size()));
+    if (path.size() <= root.size()) return wanted.text();
+    const auto own = spelled(path, root.size() - 1);
+    if (!own) return std::nullopt;
+    return std::string(wanted.root()) + pathOf(own->substr(1));
   }
 
   bool leadsBelow(const std::string& path, const std::string& root) const override {

@@ -4,10 +4,10 @@
 
 #include <chrono>
 #include <csignal>
-#include <cstdlib>
 #include <thread>
 #include <vector>
 
+#include "platform/environment.h"
 #include "platform/event_loop.h"
 #include "platform/system.h"
 #include "platform/windows/event_record.h"
@@ -113,8 +113,9 @@ std::string WindowsServiceHost::suffix() const {
 
 std::vector<std::wstring> WindowsServiceHost::environment() const {
   std::vector<std::wstring> variables;
-  const char* tree = std::getenv("QUORVANE_REGISTRY");
-  if (tree && *tree) variables.push_back(L"QUORVANE_REGISTRY=" + wideOf(settingsRoot()));
+  if (!environmentText("QUORVANE_REGISTRY").empty()) {
+    variables.push_back(L"QUORVANE_REGISTRY=" + wideOf(settingsRoot()));
+  }
   if (instances) variables.push_back(L"QUORVANE_INSTANCE=" + std::to_wstring(instanceNumber()));
   return variables;
 }

@@ -15,8 +15,8 @@ std::string narrowOf(std::wstring_view text);
 std::wstring wideOfUtf8(std::string_view bytes);
 std::string utf8Of(std::wstring_view text);
 
-/// What a path's bytes stand for: the name in the system's code page, unless nothing has that name
-/// and the bytes are UTF-8 for something that has.
+/// What a path's bytes stand for: each part is a name in the system's code page, unless nothing has
+/// that name and the bytes are UTF-8 for something that has.
 std::wstring widePathOf(const std::string& path);
 
 /// In the system's code page, or in UTF-8 where that lacks a character.
