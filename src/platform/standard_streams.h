@@ -13,4 +13,9 @@ enum class StandardStream { Output, Error };
 /// ever read them.
 std::size_t writeAtOnce(StandardStream stream, std::string_view bytes);
 
+/// Has what the C library writes to standard output gathered where it would hand on byte by byte.
+/// Before anything is written there. Whether somebody may be watching to whom only a flush shows
+/// what was written: nothing else does it before the end.
+bool gatherStandardOutput();
+
 }  // namespace quorvane

@@ -3,6 +3,8 @@
 import os
 import pathlib
 import pty
+import select
+import signal
 import subprocess
 import tempfile
 import unittest
@@ -110,6 +112,33 @@ class QvScript(unittest.TestCase):
         self.check("t = Timer\nWScript.Sleep 200\ns = Timer - t\n"
                    "If s < 0 Then s = s + 86400\n"
                    "WScript.Echo s >= 0.19", b"True\n")  # Timer's steps grow with the day
+
+    def test_much_that_nobody_reads(self):
+        path = self.file('For i = 1 To 600000\nWScript.StdOut.Write "<td>a cell</td>"\nNext\n')
+        result = programs.run("qvscript", path, stdout=subprocess.DEVNULL, timeout=PATIENCE)
+        self.assertEqual(result.returncode, 0)
+
+    def test_a_terminal_shows_what_is_written_before_an_answer_and_before_a_sudden_end(self):
+        self.check_terminal('WScript.StdOut.Write "Which? "\nWScript.StdIn.ReadLine', b"Which?")
+        self.check_terminal('WScript.StdOut.WriteLine "That one."\nDo\nLoop', b"That one.")
+
+    def check_terminal(self, source, text):
+        words = [*programs.command("qvscript"), self.file(source)]
+        process, terminal = pty.fork()
+        if process == 0:
+            os.execvp(words[0], words)
+        self.addCleanup(os.close, terminal)
+        try:
+            self.wait_for_text(terminal, text)
+        finally:
+            os.kill(process, signal.SIGKILL)
+            os.waitpid(process, 0)
+
+    def wait_for_text(self, terminal, text):
+        shown = b""
+        while text not in shown:
+            self.assertTrue(select.select([terminal], [], [], PATIENCE)[0], shown)
+            shown += os.read(terminal, 4000)
 
     def test_a_run_time_error(self):
         path = self.file('WScript.Echo "before"\n  x = 1 / 0\nWScript.Echo "after"')

@@ -62,4 +62,9 @@ std::size_t writeAtOnce(StandardStream stream, std::string_view bytes) {
   return writeUnblocked(stream == StandardStream::Output ? STDOUT_FILENO : STDERR_FILENO, bytes);
 }
 
+/// The C library gathers all there is, and lines for those who watch.
+bool gatherStandardOutput() {
+  return false;
+}
+
 }  // namespace quorvane

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <cstdio>
+
 #include "platform/system.h"
 
 namespace quorvane {
@@ -46,6 +48,14 @@ std::size_t writeAtOnce(StandardStream stream, std::string_view bytes) {
   }
   if (isPipe) ::SetNamedPipeHandleState(handle, &waits, nullptr, nullptr);
   return done;
+}
+
+/// The C library gathers what goes to files and pipes alone, and knows no lines.
+bool gatherStandardOutput() {
+  constexpr std::size_t kGathered = 4096;
+  const HANDLE handle = handleOf(StandardStream::Output);
+  if (::GetFileType(handle) == FILE_TYPE_CHAR) std::setvbuf(stdout, nullptr, _IOFBF, kGathered);
+  return isConsole(handle);
 }
 
 bool standardErrorIsTerminal() {
