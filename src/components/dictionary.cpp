@@ -39,7 +39,7 @@ class Dictionary : public vbs::NativeObject<Dictionary> {
   Value getItem(Args args) { return table_.findOrInsert(args[0]).item; }
   void putItem(Args args, CallKind) { table_.findOrInsert(args[0]).item = args[1].deref(); }
 
-  Value exists(Args args) { return Value::boolean(table_.find(args[0]) != nullptr); }
+  Value exists(Args args) { return Value::boolean(table_.find(args[0].deref()) != nullptr); }
   Value add(Args args);
   Value remove(Args args);
   Value removeAll(Args) {
@@ -62,8 +62,18 @@ class Dictionary : public vbs::NativeObject<Dictionary> {
 std::span<const vbs::Member<Dictionary>> Dictionary::members() {
   using Row = vbs::Member<Dictionary>;
   static constexpr std::array kMembers = {
-      Row{"item", 1, 1, &Dictionary::getItem, &Dictionary::putItem, true},
-      Row{"exists", 1, 1, &Dictionary::exists},
+      Row{.name = "item",
+          .minArgs = 1,
+          .maxArgs = 1,
+          .get = &Dictionary::getItem,
+          .put = &Dictionary::putItem,
+          .isDefault = true,
+          .itemUse = vbs::ItemUse::Get},
+      Row{.name = "exists",
+          .minArgs = 1,
+          .maxArgs = 1,
+          .get = &Dictionary::exists,
+          .itemUse = vbs::ItemUse::Exists},
       Row{"add", 2, 2, &Dictionary::add},
       Row{"count", 0, 0, &Dictionary::count},
       Row{"keys", 0, 0, &Dictionary::keys},
@@ -90,9 +100,9 @@ Value Dictionary::remove(Args args) {
 }
 
 void Dictionary::putKey(Args args, CallKind) {
-  DictionaryTable::Entry* entry = table_.find(args[0]);
+  DictionaryTable::Entry* entry = table_.find(args[0].deref());
   if (!entry) vbs::throwError(ErrorCode::ElementNotFound);
-  DictionaryTable::Entry* taken = table_.find(args[1]);
+  DictionaryTable::Entry* taken = table_.find(args[1].deref());
   if (taken && taken != entry) vbs::throwError(ErrorCode::KeyExists);
   table_.changeKey(*entry, args[1]);
 }

@@ -4,6 +4,7 @@
 #include <array>
 #include <bit>
 #include <cmath>
+#include <cstring>
 
 #include "vbscript/values/convert.h"
 #include "vbscript/values/text_case.h"
@@ -68,6 +69,15 @@ bool sameFolded(const vbs::String& a, const vbs::String& b) {
   if (!a.isAnsi() || !b.isAnsi()) return a.lower() == b.lower();
   return std::equal(a.ansi().begin(), a.ansi().end(), b.ansi().begin(), b.ansi().end(),
                     [](char x, char y) { return vbs::lowerAnsi(x) == vbs::lowerAnsi(y); });
+}
+
+/// Of normal keys: a text of another spelling is another text.
+bool sameText(const vbs::StringRep* a, const vbs::StringRep* b) {
+  if (a == b) return true;
+  if (!a || !b) return (a ? a : b)->bytes == 0;
+  vbs::countWork(a->bytes);
+  return a->encoding == b->encoding && a->bytes == b->bytes &&
+         std::memcmp(a->data(), b->data(), a->bytes) == 0;
 }
 
 /// A key as the table holds it: behind references, and a text as bytes where it can be, so that
@@ -137,11 +147,6 @@ DictionaryTable::Entry* DictionaryTable::entryOf(const Value& key, std::uint32_t
   return entryWhere(hash, [&](const Entry& e) { return e.live && sameKey(e.key, key); });
 }
 
-DictionaryTable::Entry* DictionaryTable::findNew(vbs::StringRep* text) {
-  vbs::keptHash(text);
-  return findText(text);
-}
-
 DictionaryTable::Entry* DictionaryTable::findAny(const Value& key) {
   const NormalKey normal(key);
   return entryOf(*normal, hashOf(*normal));
@@ -156,17 +161,17 @@ DictionaryTable::Entry& DictionaryTable::findOrInsert(const Value& key) {
 
 DictionaryTable::Entry& DictionaryTable::insert(const Value& key, std::uint32_t hash) {
   makeRoom();
-  entries_.push_back({key, Value(), hash, true});
+  entries_.push_back({Value(), key, hash, true});
   ++live_;
   link(entries_.size() - 1);
   return entries_.back();
 }
 
 void DictionaryTable::link(std::size_t entry) {
-  const std::size_t mask = slots_.size() - 1;
-  std::size_t slot = entries_[entry].hash & mask;
-  while (slots_[slot] != kFree) slot = (slot + 1) & mask;
-  slots_[slot] = static_cast<std::uint32_t>(entry) + 1;
+  const std::uint32_t hash = entries_[entry].hash;
+  std::uint32_t at = hash & mask_;
+  while (slots_[at] != kFree) at = (at + 1) & mask_;
+  slots_[at] = ((hash | kUsed) & ~mask_) | static_cast<std::uint32_t>(entry);
   ++used_;
 }
 
@@ -190,6 +195,7 @@ void DictionaryTable::rebuild(std::size_t slots) {
   }
   entries_ = std::move(kept);
   slots_.assign(slots, kFree);
+  mask_ = static_cast<std::uint32_t>(slots - 1);
   used_ = 0;
   for (std::size_t i = 0; i < entries_.size(); ++i) link(i);
 }
@@ -206,7 +212,7 @@ void DictionaryTable::chargeFor(std::size_t entries, std::size_t slots) {
 
 /// The slot goes on leading to the entry, whose end is what a search takes for another key.
 bool DictionaryTable::remove(const Value& key) {
-  Entry* entry = find(key);
+  Entry* entry = find(key.deref());
   if (!entry) return false;
   entry->live = false;
   --live_;
@@ -217,6 +223,7 @@ bool DictionaryTable::remove(const Value& key) {
 void DictionaryTable::clear() {
   const std::vector<Entry> removed = std::exchange(entries_, {});
   slots_.clear();
+  mask_ = 0;
   used_ = 0;
   live_ = 0;
   chargeFor(0, 0);

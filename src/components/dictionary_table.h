@@ -15,8 +15,8 @@ namespace quorvane {
 class DictionaryTable {
  public:
   struct Entry {
-    vbs::Value key;
     vbs::Value item;
+    vbs::Value key;
     std::uint32_t hash = 0;
     bool live = true;
   };
@@ -34,14 +34,15 @@ class DictionaryTable {
   const std::vector<Entry>& entries() const { return entries_; }
   std::vector<Entry>& entries() { return entries_; }
 
-  /// Null when the key is missing. The entry stays valid until the next insert or remove. Error 5
-  /// for an array, which cannot be a key. Calls nothing for a text that has been a key before.
-  Entry* find(const vbs::Value& key) {
-    const vbs::Value& direct = key.deref();
-    if (!direct.isString() || ignoreCase_) return findAny(direct);
-    vbs::StringRep* const text = direct.stringRep();
-    if (!text || text->encoding != vbs::Encoding::Ansi) return findAny(direct);
-    return text->hash == 0 ? findNew(text) : findText(text);
+  /// Null when the key, which is no reference, is missing. The entry stays valid until the next
+  /// insert or remove. Error 5 for an array, which cannot be a key. Calls nothing for a short text
+  /// that has been a key before.
+  [[gnu::always_inline]] inline Entry* find(const vbs::Value& key) {
+    vbs::ShortText text;
+    if (!key.isString() || ignoreCase_ || !text.set(key.stringRep())) return findAny(key);
+    return entryWhere(spread(text.hash()), [&text](const Entry& entry) {
+      return entry.key.isString() && text.isSame(entry.key.stringRep());
+    });
   }
   /// The entry of a key, made with an Empty item when it is missing.
   Entry& findOrInsert(const vbs::Value& key);
@@ -54,38 +55,31 @@ class DictionaryTable {
   void changeKey(Entry& entry, const vbs::Value& key);
 
  private:
-  static constexpr std::uint32_t kFree = 0;  ///< slots hold an entry's index + 1
+  static constexpr std::uint32_t kFree = 0;
+  static constexpr std::uint32_t kUsed = 0x80000000;
 
   std::uint32_t hashOf(const vbs::Value& key) const;
   bool sameKey(const vbs::Value& a, const vbs::Value& b) const;
   /// Of a kept hash, so that a table of more slots than there are such hashes fills evenly.
   static std::uint32_t spread(std::uint32_t hash) { return hash * 0x9E3779B1u; }
-  /// Of normal keys: a text of another spelling is another text.
-  static bool sameText(const vbs::StringRep* a, const vbs::StringRep* b) {
-    if (a == b) return true;
-    if (!a || !b) return (a ? a : b)->bytes == 0;
-    return a->encoding == b->encoding && a->bytes == b->bytes && vbs::sameBytes(*a, *b, a->bytes);
-  }
-
+  /// A slot that is not free is an entry's index in the bits of the mask, which are those that say
+  /// where the search begins, and the others of its hash: so most others need no look at the entry.
   template <class IsKey>
   [[gnu::always_inline]] inline Entry* entryWhere(std::uint32_t hash, IsKey isKey) {
-    if (slots_.empty()) return nullptr;
+    const std::uint32_t mask = mask_;
+    if (mask == 0) return nullptr;
     const std::uint32_t* const slots = slots_.data();
-    const std::size_t mask = slots_.size() - 1;
-    for (std::size_t slot = hash & mask; slots[slot] != kFree; slot = (slot + 1) & mask) {
-      Entry& entry = entries_[slots[slot] - 1];
-      if (entry.hash == hash && isKey(entry)) return &entry;
+    for (std::uint32_t at = hash & mask;; at = (at + 1) & mask) {
+      const std::uint32_t slot = slots[at];
+      if (((slot ^ (hash | kUsed)) & ~mask) == 0) {
+        Entry& entry = entries_[slot & mask];
+        if (isKey(entry)) return &entry;
+      } else if (slot == kFree) {
+        return nullptr;
+      }
     }
-    return nullptr;
   }
   Entry* entryOf(const vbs::Value& key, std::uint32_t hash);  ///< of a normal key
-  /// With a text of bytes that has its hash.
-  [[gnu::always_inline]] inline Entry* findText(const vbs::StringRep* text) {
-    return entryWhere(spread(text->hash), [text](const Entry& entry) {
-      return entry.key.isString() && sameText(entry.key.stringRep(), text);
-    });
-  }
-  Entry* findNew(vbs::StringRep* text);  ///< with one that has none yet
   Entry* findAny(const vbs::Value& key);
   Entry& insert(const vbs::Value& key, std::uint32_t hash);
   void link(std::size_t entry);
@@ -94,7 +88,8 @@ class DictionaryTable {
   void chargeFor(std::size_t entries, std::size_t slots);
 
   std::vector<Entry> entries_;
-  std::vector<std::uint32_t> slots_;  ///< a power of two of them
+  std::vector<std::uint32_t> slots_;  ///< none, or a power of two of them
+  std::uint32_t mask_ = 0;            ///< their number less one
   std::size_t used_ = 0;              ///< slots not free
   std::size_t live_ = 0;
   std::size_t charged_ = 0;

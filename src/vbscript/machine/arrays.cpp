@@ -130,12 +130,6 @@ Value elementValue(CallStack& stack, Value& holder, Args indexes, const Instruct
   return object.invoke(kDefaultMember, CallKind::Get, indexes);
 }
 
-Value* itemIn(const Value& holder, const Value& key) {
-  const Value& direct = holder.deref();
-  if (!direct.isObject() || !direct.asObject()) return nullptr;
-  return direct.asObject()->itemPlace(key.deref());
-}
-
 namespace {
 
 [[gnu::noinline]] void getAnyElement(CallStack& stack, const Instruction* pc, Value* base) {

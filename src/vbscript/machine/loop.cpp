@@ -254,6 +254,19 @@ inline void become(const Instruction* pc, Opcode op) {
   return true;
 }
 
+/// Assigns a value as it is, where nothing ends thereby: the variable holds a plain value, or a
+/// text that others hold as well.
+[[gnu::always_inline]] inline bool assignLightly(Value& variable, const Value& source) {
+  if (needsCare(variable)) {
+    if (!variable.isString()) return false;
+    StringRep* const before = variable.stringRep();
+    if (before && before->references == 1) return false;
+    if (before) --before->references;
+  }
+  new (&variable) Value(source);
+  return true;
+}
+
 /// Moves the object of a temporary to a variable that has nothing to end: a plain value, or an
 /// object that others hold as well.
 [[gnu::always_inline]] inline bool moveObject(Value& variable, Value& source) {
@@ -357,6 +370,12 @@ inline void become(const Instruction* pc, Opcode op) {
   new (&pc->a.of(base)) Value(Value::reference(element));
   if (pc->bIsTemporary()) dropReference(holder);
   return true;
+}
+
+/// Whether a jump on what a call results in stands here, and is all that it is for.
+[[gnu::always_inline]] inline bool isJumpOn(const Instruction* jump, Operand result) {
+  const bool isJump = jump->op == Opcode::JumpUnless || jump->op == Opcode::JumpUnlessNot;
+  return isJump && jump->a.offset() == result.offset() && jump->aIsTemporary();
 }
 
 /// False: not a case for the loop.
@@ -547,6 +566,21 @@ void Machine::execute(const Frame* entry) {
   }                                                                                  \
   VBS_SLOW(function(stack_, pc, base));                                              \
   VBS_NEXT(words);
+
+/// Whether a collection has an item, asked for by a call that stands `call` words further on and
+/// with what belongs to it is `words` long. A jump on the result is done at once.
+#define VBS_FIND_ITEM(collection, key, call, words)                                         \
+  do {                                                                                      \
+    const bool isThere = VBS_SLOW((collection).itemPlace(key)) != nullptr;                  \
+    const Operand result = pc[call].a;                                                      \
+    if (!isJumpOn(pc + (words), result)) {                                                  \
+      VBS_SLOW(finishCall(stack_, pc + (call), base, Value::boolean(isThere), nullptr, 0)); \
+      VBS_NEXT(words);                                                                      \
+    }                                                                                       \
+    pc += (words);                                                                          \
+    if (isThere == (pc->op == Opcode::JumpUnlessNot)) VBS_JUMP(pc->wide());                 \
+    VBS_NEXT(1);                                                                            \
+  } while (false)
 
 /// Operations that a named function does altogether.
 #define VBS_DELEGATE(name, words, call) \
@@ -839,7 +873,18 @@ ForNext : {
 }
   VBS_NEXT(2);
   VBS_DELEGATE(ForEachPrepare, 1, forEachPrepare(stack_, pc, base))
-ForEachNext:
+ForEachNext : {
+  const Value& walk = pc->b.of(base);
+  if (walk.isArray() || walk.is(Type::ArrayLock)) {
+    const ArrayRep& vector = *walk.asArray();
+    Value& at = (&pc->b.of(base))[1];
+    const auto index = static_cast<std::uint32_t>(at.asInt());
+    if (index < vector.vectorCount && assignLightly(pc->a.of(base), vector.elements[index])) {
+      at.setIntUncounted(Type::Long, static_cast<std::int32_t>(index) + 1);
+      VBS_TURN();
+    }
+  }
+}
   if (VBS_SLOW(forEachNext(stack_, pc, base))) VBS_TURN();
   VBS_NEXT(2);
 
@@ -929,24 +974,31 @@ CallOwn : {
 }
   VBS_DISPATCH();
   VBS_ENTER(CallMember, 2, callMember(stack_, pc, base))
-CallNative:
+CallNative : {
   VBS_ASSERT(pc[1].op == Opcode::RefVariable && pc[2].op == Opcode::CallMember);
-  if (Object* known = nativeObject(pc->b.of(base).deref(), *pc[3].pointer<MemberCache>())) {
-    VBS_SLOW(callNative(stack_, pc + 2, base, *known, pc[1].b.of(base).deref()));
+  const MemberCache& cache = *pc[3].pointer<MemberCache>();
+  if (Object* known = nativeObject(pc->b.of(base).deref(), cache)) {
+    Value& argument = pc[1].b.of(base).deref();
+    if (cache.direct.itemUse == ItemUse::Exists) VBS_FIND_ITEM(*known, argument, 2, 4);
+    VBS_SLOW(callNative(stack_, pc + 2, base, *known, argument));
     VBS_NEXT(4);
   }
+}
   goto Copy;
-CallNativeElement:
+CallNativeElement : {
   VBS_ASSERT(pc[1].op == Opcode::Copy && pc[2].op == Opcode::RefElement &&
              pc[4].op == Opcode::CallMember && pc[6].op == Opcode::Clear);
-  if (Object* known = nativeObject(pc->b.of(base).deref(), *pc[5].pointer<MemberCache>())) {
+  const MemberCache& cache = *pc[5].pointer<MemberCache>();
+  if (Object* known = nativeObject(pc->b.of(base).deref(), cache)) {
     Value& holder = pc[2].b.of(base);
     Value* element = vectorElement(holder, pc[1].b.of(base));
+    if (element && cache.direct.itemUse == ItemUse::Exists) VBS_FIND_ITEM(*known, *element, 4, 7);
     if (element && isCountedOnce(holder)) {
       VBS_SLOW(callNative(stack_, pc + 4, base, *known, *holder.deref().asArray(), *element));
       VBS_NEXT(7);
     }
   }
+}
   goto Copy;
 GetMember : {
   Value& holder = pc->b.of(base);

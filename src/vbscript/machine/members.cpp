@@ -145,6 +145,10 @@ bool callObject(CallStack& stack, Object& object, const Instruction* pc, Value* 
 [[gnu::always_inline]] inline void useNative(CallStack& stack, const Instruction* call, Value* base,
                                              Object& known, Value& variable) {
   const MemberCache& cache = *call[1].pointer<MemberCache>();
+  if (cache.direct.itemUse == ItemUse::Get) {
+    if (const Value* item = known.itemPlace(variable))
+      return finishNative(stack, call, base, *item);
+  }
   Value argument = Value::reference(&variable);
   const Ref<Object> alive(&known);
   countTexts({&argument, 1});

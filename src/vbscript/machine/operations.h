@@ -69,7 +69,11 @@ bool appendElement(CallStack& stack, const Instruction* pc, Value* base);
 void refElement(CallStack& stack, const Instruction* pc, Value* base);
 /// Where a collection holds its item under a key, which is then what its default member gives and
 /// takes; or null.
-Value* itemIn(const Value& holder, const Value& key);
+inline Value* itemIn(const Value& holder, const Value& key) {
+  const Value& direct = holder.deref();
+  if (!direct.isObject() || !direct.asObject()) return nullptr;
+  return direct.asObject()->itemPlace(key.deref());
+}
 /// An element, or what an object gives when it is called with the indexes.
 Value elementValue(CallStack& stack, Value& holder, Args indexes, const Instruction* pc);
 /// The other way round. The value stands behind the indexes.

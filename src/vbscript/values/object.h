@@ -55,11 +55,20 @@ struct MemberUse {
   bool isDefault;
 };
 
+/// What a member of a collection does that is called with a key for its one argument, so that a
+/// caller may go by itemPlace() instead.
+enum class ItemUse : std::uint8_t {
+  None,    ///< something else
+  Exists,  ///< tells whether there is an item
+  Get,     ///< gives the item; what happens when there is none is for the member to do
+};
+
 /// A member that a place in the code has found, to be read or called with the number of arguments
 /// it has there.
 struct DirectMember {
   Value (*get)(Object& self, const void* row, Args args) = nullptr;  ///< null: use invoke()
   const void* row = nullptr;
+  ItemUse itemUse = ItemUse::None;
 };
 
 /// What Object::classNumber() may be: of procedures, and of native objects the least.
@@ -122,8 +131,8 @@ class Object {
   /// Whether this is a script procedure (GetRef) that takes arguments through its default member.
   virtual bool isProcedure() const { return false; }
 
-  /// Where a collection holds the item that its default member has under `key`, so that a text may
-  /// grow there. Null when there is no such item or no such place.
+  /// Where a collection holds the item that its default member has under `key`, which is no
+  /// reference. Null when there is no such item or no such place. Runs no script code.
   virtual Value* itemPlace(const Value& key);
 
   /// Error 451 unless the object is a collection.
@@ -223,6 +232,7 @@ struct Member {
   bool isDefault = false;
   bool joinsTexts = false;                   ///< see Object::joinsTexts
   Value (Self::*getObject)(Args) = nullptr;  ///< see Object::objectMember
+  ItemUse itemUse = ItemUse::None;
 };
 
 /// Arguments that a property itself does not take go to the object that it gives:
@@ -271,7 +281,7 @@ class NativeObject : public Base {
     const Member<Self>* member = row(id);
     if (nativeClass() == 0 || !member || !member->get) return {};
     if (arguments < member->minArgs || arguments > member->maxArgs) return {};
-    return {&getDirectly, member};
+    return {&getDirectly, member, arguments == 1 ? member->itemUse : ItemUse::None};
   }
 
   bool joinsTexts(MemberId id) const override {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <bit>
 #include <cstddef>
@@ -84,23 +83,70 @@ inline std::uint32_t keptHash(StringRep* text) {
 inline constexpr std::size_t kLeastCapacity = sizeof(std::uint64_t);
 static_assert(sizeof(OneByteBody::text) >= kLeastCapacity);
 
-/// Whether two bodies of `size` bytes hold the same. Short ones are compared without a jump that
-/// depends on their length, which would be guessed wrong more often than the comparison takes.
-[[gnu::always_inline]] inline bool sameBytes(const StringRep& a, const StringRep& b,
-                                             std::size_t size) {
-  using text_hash::load;
-  constexpr std::size_t kWord = kLeastCapacity;
-  const auto differenceAt = [&](std::size_t at) {
-    return load<std::uint64_t>(a.data() + at) ^ load<std::uint64_t>(b.data() + at);
-  };
-  for (std::size_t at = kWord; at + kWord < size; at += kWord) {
-    if (differenceAt(at) != 0) return false;
-  }
-  if (size == 0) return true;
-  const std::size_t last = std::max(size, kWord) - kWord;
-  const std::uint64_t text = UINT64_MAX >> (kWord - std::min(size, kWord)) * 8;
+namespace text_hash {
+
+/// Where the one or two words lie that hold a short text: the bits of the first that are text, and
+/// where the last begins.
+struct Reach {
+  std::uint64_t first = 0;
+  std::size_t last = 0;
+};
+
+inline constexpr auto kReaches = [] {
   static_assert(std::endian::native == std::endian::little);
-  return ((differenceAt(0) | differenceAt(last)) & text) == 0;
+  constexpr std::size_t kWord = sizeof(std::uint64_t);
+  std::array<Reach, 2 * kWord + 1> reaches{};
+  for (std::size_t size = 1; size < reaches.size(); ++size) {
+    reaches[size].first = size < kWord ? ~(UINT64_MAX << size * 8) : UINT64_MAX;
+    reaches[size].last = size < kWord ? 0 : size - kWord;
+  }
+  return reaches;
+}();
+
+}  // namespace text_hash
+
+/// Encoding, hash and length of a body in one number.
+inline std::uint64_t likenessOf(const StringRep& text) {
+  return text_hash::load<std::uint64_t>(reinterpret_cast<const char*>(&text) +
+                                        sizeof text.references);
 }
+
+/// A text of bytes that has its hash and is short: what is most often a key. Whether another one is
+/// the same takes no jump that depends on its length, which would be guessed wrong more often than
+/// the comparison takes.
+class ShortText {
+ public:
+  static constexpr std::uint32_t kMostBytes = text_hash::kReaches.size() - 1;
+
+  /// False for any other text.
+  [[gnu::always_inline]] inline bool set(const StringRep* text) {
+    if (!text) return false;
+    text_ = text;
+    likeness_ = likenessOf(*text);
+    static_assert(static_cast<int>(Encoding::Ansi) == 0);
+    const bool isAnsi = static_cast<std::uint8_t>(likeness_) == 0;
+    return isAnsi && hash() != 0 && size() - 1 < kMostBytes;
+  }
+  std::uint32_t hash() const { return static_cast<std::uint32_t>(likeness_) >> 8; }
+
+  /// `other` has its hash, or is null for the empty text.
+  [[gnu::always_inline]] inline bool isSame(const StringRep* other) const {
+    if (other == text_) return true;
+    if (!other || likenessOf(*other) != likeness_) return false;
+    const text_hash::Reach& reach = text_hash::kReaches[size()];
+    return ((differenceAt(*other, 0) | differenceAt(*other, reach.last)) & reach.first) == 0;
+  }
+
+ private:
+  using Word = std::uint64_t;
+
+  std::uint32_t size() const { return static_cast<std::uint32_t>(likeness_ >> 32); }
+  Word differenceAt(const StringRep& other, std::size_t at) const {
+    return text_hash::load<Word>(text_->data() + at) ^ text_hash::load<Word>(other.data() + at);
+  }
+
+  const StringRep* text_;
+  std::uint64_t likeness_;
+};
 
 }  // namespace quorvane::vbs

@@ -12,28 +12,71 @@ namespace quorvane {
 
 namespace {
 
-bool sameBytes(std::string_view a, std::string_view b) {
-  const vbs::String first = vbs::String(a.empty() ? "x" : a);
-  const vbs::String second = vbs::String(b.empty() ? "y" : b);
-  return a.size() == b.size() && vbs::sameBytes(*first.rep(), *second.rep(), a.size());
+vbs::StringRep* hashed(const vbs::String& text) {
+  vbs::keptHash(text.rep());
+  return text.rep();
+}
+
+bool isShort(const vbs::String& text) {
+  vbs::ShortText key;
+  return key.set(text.rep());
+}
+
+bool areSame(const vbs::String& a, const vbs::String& b) {
+  vbs::ShortText key;
+  return key.set(hashed(a)) && key.isSame(hashed(b));
 }
 
 }  // namespace
 
-TEST(TextHash, TellsTextsOfAnyLengthApartByEveryByte) {
+TEST(TextHash, OfTextsOfAnyLengthIsAnotherByEveryByte) {
   for (std::size_t length = 1; length <= 40; ++length) {
     const std::string text(length, 'a');
     for (std::size_t i = 0; i < length; ++i) {
       std::string other = text;
       other[i] = 'b';
-      EXPECT_FALSE(sameBytes(text, other)) << length << " " << i;
       EXPECT_NE(vbs::hashOfBytes(text), vbs::hashOfBytes(other)) << length << " " << i;
     }
-    EXPECT_TRUE(sameBytes(text, std::string(length, 'a')));
     EXPECT_EQ(vbs::hashOfBytes(text), vbs::hashOfBytes(std::string(length, 'a')));
     EXPECT_NE(vbs::hashOfBytes(text), vbs::hashOfBytes(std::string(length + 1, 'a')));
   }
-  EXPECT_TRUE(sameBytes({}, ""));
+}
+
+TEST(ShortText, IsToldFromOthersByEveryByte) {
+  for (std::size_t length = 1; length <= vbs::ShortText::kMostBytes; ++length) {
+    const vbs::String text(std::string(length, 'a'));
+    EXPECT_TRUE(areSame(text, text));
+    EXPECT_TRUE(areSame(text, vbs::String(std::string(length, 'a'))));
+    EXPECT_FALSE(areSame(text, vbs::String(std::string(length + 1, 'a'))));
+    EXPECT_FALSE(areSame(text, vbs::String()));
+    for (std::size_t i = 0; i < length; ++i) {
+      std::string other(length, 'a');
+      other[i] = 'b';
+      const vbs::String body = vbs::String(other);
+      hashed(body);
+      body.rep()->hash = hashed(text)->hash;  // as if they fell together
+      EXPECT_FALSE(areSame(text, body)) << length << " " << i;
+      body.rep()->hash = 0;  // bodies of one byte are everybody's
+    }
+  }
+}
+
+TEST(ShortText, IsWhatHasItsHashAndOneByteACharacter) {
+  EXPECT_FALSE(isShort(vbs::String()));
+  EXPECT_FALSE(isShort(vbs::String::withCapacity(vbs::Encoding::Ansi, 8)));
+  const vbs::String text("text");
+  EXPECT_FALSE(isShort(text));
+  hashed(text);
+  EXPECT_TRUE(isShort(text));
+  const vbs::String wide = text.toWide();
+  hashed(wide);
+  EXPECT_FALSE(isShort(wide));
+  const vbs::String longest(std::string(vbs::ShortText::kMostBytes, 'a'));
+  hashed(longest);
+  EXPECT_TRUE(isShort(longest));
+  const vbs::String longer(std::string(vbs::ShortText::kMostBytes + 1, 'a'));
+  hashed(longer);
+  EXPECT_FALSE(isShort(longer));
 }
 
 TEST(TextHash, SpreadsKeysThatDifferLittle) {
