@@ -74,7 +74,7 @@ void sweepLeaving(LoopCore& core) {
 }  // namespace
 
 Connection::Connection(LoopCore& core, StreamSocket socket, TcpSocketEvents& events, int index)
-    : core_(core), socket_(std::move(socket)), events_(&events), index_(index) {}
+    : core_(core), socket_(std::move(socket)), events_(&events), files_(*this), index_(index) {}
 
 void Connection::open() {
   armRead();
@@ -86,7 +86,8 @@ void Connection::armRead() {
   socket_.async_wait(StreamSocket::wait_read,
                      [self = shared_from_this()](const asio::error_code& error) {
                        self->reading_ = false;
-                       if (!error) self->readable();
+                       if (!error) return self->readable();
+                       if (error != asio::error::operation_aborted) self->broken();
                      });
 }
 
@@ -117,11 +118,7 @@ void Connection::readOpen() {
     events_->peerClosed(index_);
     return;
   }
-  if (error) {
-    state_ = SocketState::Error;
-    events_->socketError(index_);
-    return;
-  }
+  if (error) return broken();
   inEvent_ = true;
   core_.readBufferInUse = true;
   events_->dataArrival(index_, {core_.readBuffer.data(), count});
@@ -129,6 +126,14 @@ void Connection::readOpen() {
   inEvent_ = false;
   if (sentToTell_) tellSent();
   if (phase_ == Phase::Lingering || wantsBytes()) armRead();
+}
+
+/// Some systems tell it in the wait for bytes, and whoever reads then no more.
+void Connection::broken() {
+  if (phase_ == Phase::Lingering) return finish();
+  if (!wantsBytes() || state_ != SocketState::Connected) return;  // what is sent next meets it
+  state_ = SocketState::Error;
+  events_->socketError(index_);
 }
 
 bool Connection::wantsBytes() const {
@@ -157,13 +162,15 @@ void Connection::send(std::string head, Body body) {
 
 /// False when the connection broke.
 bool Connection::flush() {
-  switch (queue_.sendSome(socket_)) {
+  switch (queue_.sendSome(socket_, files_)) {
     case OutgoingQueue::Result::Empty:
       sent();
       return true;
     case OutgoingQueue::Result::MoreToSend:
     case OutgoingQueue::Result::WouldBlock:
       armWrite();
+      return true;
+    case OutgoingQueue::Result::UnderWay:
       return true;
     case OutgoingQueue::Result::Failed:
       break;
@@ -176,6 +183,16 @@ void Connection::writable() {
   const std::uint64_t before = queue_.pending();
   if (!flush()) return fail();
   if (phase_ == Phase::Flushing && queue_.pending() < before) lastProgress_ = steady_clock::now();
+}
+
+void Connection::fileSent() {
+  const auto self = shared_from_this();
+  writable();
+}
+
+/// Blocks until the system takes bytes, or has those that it was asked to take, or has failed.
+bool Connection::waitUntilTaken(std::chrono::milliseconds atMost) {
+  return files_.isUnderWay() ? files_.waitUntilOver(atMost) : waitUntilWritable(socket_, atMost);
 }
 
 void Connection::sent() {
@@ -209,7 +226,7 @@ void Connection::fail() {
 
 bool Connection::isWaiting() {
   if (phase_ != Phase::Open || state_ != SocketState::Connected) return false;
-  if (!queue_.empty()) return waitUntilWritable(socket_, std::chrono::milliseconds(0));
+  if (!queue_.empty()) return waitUntilTaken(std::chrono::milliseconds(0));
   asio::error_code error;
   return !paused_ && socket_.available(error) > 0;
 }
@@ -234,7 +251,7 @@ bool Connection::waitForRoom(const DrainPatience& patience, steady_clock::time_p
     const auto now = steady_clock::now();
     if (now >= end) return false;
     const auto wait = std::chrono::ceil<milliseconds>(std::min(last, next) - now);
-    if (waitUntilWritable(socket_, std::max(wait, milliseconds(0)))) return true;
+    if (waitUntilTaken(std::max(wait, milliseconds(0)))) return true;
     if (steady_clock::now() >= last || (patience.othersWait && patience.othersWait())) return false;
     next += kAskAgain;
   }

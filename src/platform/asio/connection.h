@@ -3,6 +3,7 @@
 #include <chrono>
 #include <memory>
 
+#include "platform/asio/file_sender.h"
 #include "platform/asio/loop_core.h"
 #include "platform/asio/outgoing_queue.h"
 #include "platform/asio/socket_calls.h"
@@ -18,7 +19,7 @@ namespace quorvane {
 ///
 /// Closing a socket with unread bytes makes the system reset the connection, and a reset may
 /// overtake the answer; hence Lingering.
-class Connection final : public std::enable_shared_from_this<Connection> {
+class Connection final : public std::enable_shared_from_this<Connection>, private FileSenderEvents {
  public:
   Connection(LoopCore& core, StreamSocket socket, TcpSocketEvents& events, int index);
 
@@ -54,7 +55,10 @@ class Connection final : public std::enable_shared_from_this<Connection> {
   void readable();
   void readOpen();
   void readLingering();
+  void broken();
   void writable();
+  void fileSent() override;
+  bool waitUntilTaken(std::chrono::milliseconds atMost);
   bool flush();
   void sent();
   void tellSent();
@@ -69,6 +73,7 @@ class Connection final : public std::enable_shared_from_this<Connection> {
   StreamSocket socket_;
   TcpSocketEvents* events_;  ///< null once the owner has let go
   OutgoingQueue queue_;
+  FileSender files_;
   std::chrono::steady_clock::time_point lastProgress_;
   std::chrono::steady_clock::time_point leftAt_;
   int index_;

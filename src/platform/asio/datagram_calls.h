@@ -28,4 +28,7 @@ std::size_t receiveDatagram(DatagramSocket& socket, char* out, std::size_t room,
 /// Answers from the address that was asked. What can't be sent is lost.
 void answerDatagram(DatagramSocket& socket, const Envelope& envelope, std::string_view text);
 
+/// Whether the error of a receive says that nobody has the port at the far side.
+bool isRefusal(const asio::error_code& error);
+
 }  // namespace quorvane

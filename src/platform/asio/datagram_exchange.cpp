@@ -4,6 +4,8 @@
 #include <asio/io_context.hpp>
 #include <asio/ip/udp.hpp>
 
+#include "platform/asio/datagram_calls.h"
+
 namespace quorvane {
 
 namespace {
@@ -16,17 +18,13 @@ using Clock = std::chrono::steady_clock;
 /// No datagram is longer.
 constexpr std::size_t kMostBytes = 65536;
 
-/// The far side's system has answered "no such port"; which of the two is told depends on ours.
-bool isRefusal(const asio::error_code& error) {
-  return error == asio::error::connection_refused || error == asio::error::connection_reset;
-}
-
 DatagramExchange failure(const asio::error_code& error) {
   return {isRefusal(error) ? Outcome::Refused : Outcome::Failed, {}};
 }
 
-DatagramExchange awaitAnswer(asio::io_context& io, udp::socket& socket, Clock::time_point deadline,
-                             const Accept& accept) {
+/// A refusal may come at once; some systems tell it only to who waits already.
+DatagramExchange askAndAwait(asio::io_context& io, udp::socket& socket, std::string_view question,
+                             Clock::time_point deadline, const Accept& accept) {
   std::string room(kMostBytes, '\0');
   DatagramExchange result{Outcome::Silence, {}};
   bool isOver = false;
@@ -44,7 +42,10 @@ DatagramExchange awaitAnswer(asio::io_context& io, udp::socket& socket, Clock::t
     });
   };
   receive();
-  io.run_until(deadline);
+  asio::error_code error;
+  socket.send(asio::buffer(question), 0, error);
+  if (!error) io.run_until(deadline);
+  if (error) result = failure(error);
   isOver = true;
   asio::error_code ignored;
   socket.close(ignored);
@@ -60,8 +61,7 @@ DatagramExchange exchangeWith(asio::io_context& io, const udp::endpoint& address
   udp::socket socket(io);
   asio::error_code error;
   socket.connect(address, error);
-  if (!error) socket.send(asio::buffer(question), 0, error);
-  return error ? failure(error) : awaitAnswer(io, socket, deadline, accept);
+  return error ? failure(error) : askAndAwait(io, socket, question, deadline, accept);
 }
 
 }  // namespace

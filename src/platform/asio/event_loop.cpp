@@ -103,7 +103,7 @@ class AsioEventLoop final : public EventLoop {
 
   void run() override {
     core_.io.restart();
-    core_.io.run();
+    runUntilStopped(core_.io);
   }
 
   void stop() override { core_.io.stop(); }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <asio/io_context.hpp>
 #include <span>
 #include <vector>
 
@@ -12,6 +13,9 @@ namespace quorvane {
 /// Makes room for thousands of connections, and has a client that went away or a full disk show as
 /// an error of the call that meets it.
 void prepareProcessForLoop();
+
+/// Runs events until `io` is stopped, from then on none.
+void runUntilStopped(asio::io_context& io);
 
 /// The signals by which this system asks a program to end.
 std::span<const int> terminationSignals();

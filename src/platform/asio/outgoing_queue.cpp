@@ -5,8 +5,6 @@
 #include <asio/buffer.hpp>
 #include <span>
 
-#include "platform/asio/socket_calls.h"
-
 namespace quorvane {
 
 namespace {
@@ -39,8 +37,13 @@ bool broughtToMemory(BodySegment& segment, std::size_t room) {
 
 OutgoingQueue::Result resultOf(const asio::error_code& error) {
   if (!error || error == asio::error::interrupted) return OutgoingQueue::Result::MoreToSend;
+  if (error == asio::error::in_progress) return OutgoingQueue::Result::UnderWay;
   return error == asio::error::would_block ? OutgoingQueue::Result::WouldBlock
                                            : OutgoingQueue::Result::Failed;
+}
+
+OutgoingQueue::Result resultOfFile(const asio::error_code& error, std::size_t sent) {
+  return !error && sent == 0 ? OutgoingQueue::Result::Failed : resultOf(error);
 }
 
 }  // namespace
@@ -58,12 +61,16 @@ void OutgoingQueue::pushSegment(BodySegment segment) {
   segments_.push_back(std::move(segment));
 }
 
-OutgoingQueue::Result OutgoingQueue::sendSome(StreamSocket& socket) {
+OutgoingQueue::Result OutgoingQueue::sendSome(StreamSocket& socket, FileSender& files) {
+  if (files.isUnderWay()) {
+    const Result result = takeFile(files);
+    if (result != Result::MoreToSend) return result;
+  }
   std::size_t turn = 0;
   while (pending_ > 0 && turn < kTurn) {
     std::size_t sent = 0;
     const bool isFile = std::holds_alternative<FileSlice>(segments_[first_]);
-    const Result result = isFile ? sendFile(socket, sent) : sendMemory(socket, sent);
+    const Result result = isFile ? sendFile(socket, files, sent) : sendMemory(socket, sent);
     if (result != Result::MoreToSend) return result;
     consume(sent);
     turn += sent;
@@ -87,17 +94,26 @@ OutgoingQueue::Result OutgoingQueue::sendMemory(StreamSocket& socket, std::size_
   return resultOf(error);
 }
 
-OutgoingQueue::Result OutgoingQueue::sendFile(StreamSocket& socket, std::size_t& sent) {
+OutgoingQueue::Result OutgoingQueue::takeFile(FileSender& files) {
+  asio::error_code error;
+  const std::size_t sent = files.take(error);
+  const Result result = resultOfFile(error, sent);
+  if (result == Result::MoreToSend) consume(sent);
+  return result;
+}
+
+OutgoingQueue::Result OutgoingQueue::sendFile(StreamSocket& socket, FileSender& files,
+                                              std::size_t& sent) {
   const auto& slice = std::get<FileSlice>(segments_[first_]);
   if (!slice.file) return Result::Failed;
   const auto length =
       static_cast<std::size_t>(std::min<std::uint64_t>(slice.length - offset_, kTurn));
   asio::error_code error;
-  sent = quorvane::sendFile(socket, *slice.file, slice.offset + offset_, length, error);
+  sent = files.send(socket, slice.file, slice.offset + offset_, length, error);
   if (error == asio::error::operation_not_supported) {
     return sendFileThroughMemory(socket, slice, sent);
   }
-  return !error && sent == 0 ? Result::Failed : resultOf(error);
+  return resultOfFile(error, sent);
 }
 
 OutgoingQueue::Result OutgoingQueue::sendFileThroughMemory(StreamSocket& socket,

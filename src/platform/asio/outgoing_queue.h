@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/asio/file_sender.h"
 #include "platform/asio/loop_core.h"
 #include "platform/outgoing.h"
 
@@ -17,11 +18,12 @@ class OutgoingQueue {
     Empty,       ///< all was taken
     MoreToSend,  ///< the turn is over, the socket may take more
     WouldBlock,  ///< the socket is full
+    UnderWay,    ///< the system sends part of a file, and the sender of files tells when it has
     Failed,      ///< the connection broke, or a file ended before its slice did
   };
 
   void push(std::string head, Body body);
-  Result sendSome(StreamSocket& socket);
+  Result sendSome(StreamSocket& socket, FileSender& files);
   void clear();
 
   bool empty() const { return pending_ == 0; }
@@ -29,7 +31,8 @@ class OutgoingQueue {
 
  private:
   Result sendMemory(StreamSocket& socket, std::size_t& sent);
-  Result sendFile(StreamSocket& socket, std::size_t& sent);
+  Result sendFile(StreamSocket& socket, FileSender& files, std::size_t& sent);
+  Result takeFile(FileSender& files);
   Result sendFileThroughMemory(StreamSocket& socket, const FileSlice& slice, std::size_t& sent);
   void pushSegment(BodySegment segment);
   void consume(std::uint64_t bytes);

@@ -10,8 +10,6 @@
 
 namespace quorvane {
 
-class OpenFile;
-
 /// What the event-loop library leaves to the system, or does slower than the system can. Each
 /// system's folder implements these calls.
 
@@ -70,14 +68,5 @@ bool isReset(StreamSocket& socket);
 /// Bytes that the system has taken for the client and the client has not confirmed; 0 where the
 /// system does not tell.
 std::uint64_t unconfirmedBytes(StreamSocket& socket);
-
-/// Whether connections wait to be accepted.
-bool hasWaiting(Acceptor& acceptor);
-
-/// Has the system send up to `length` bytes of `file` from `offset` on, without bringing them into
-/// this process, and gives back how many it took: none at the end of the file.
-/// `operation_not_supported` when it can't send this file so.
-std::size_t sendFile(StreamSocket& socket, const OpenFile& file, std::uint64_t offset,
-                     std::size_t length, asio::error_code& error);
 
 }  // namespace quorvane

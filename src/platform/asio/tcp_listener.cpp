@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/asio/connection.h"
+#include "platform/asio/next_connection.h"
 #include "platform/asio/socket_calls.h"
 
 namespace quorvane {
@@ -28,7 +29,8 @@ tcp::endpoint endpointOf(const ListenAddress& where) {
 }
 
 /// One stretch of listening, from listen() to close() or an error.
-class Listening final : public std::enable_shared_from_this<Listening> {
+class Listening final : public NextConnectionEvents,
+                        public std::enable_shared_from_this<Listening> {
  public:
   Listening(LoopCore& core, TcpListenerEvents& events)
       : core_(core), acceptor_(core.io), pause_(core.io), events_(events) {}
@@ -56,7 +58,7 @@ class Listening final : public std::enable_shared_from_this<Listening> {
 
   std::uint16_t port() const { return port_; }
   bool failed() const { return failed_; }
-  bool hasWaiting() { return !stopped_ && quorvane::hasWaiting(acceptor_); }
+  bool hasWaiting() { return !stopped_ && next_.hasCome(acceptor_); }
 
  private:
   std::string bind(const ListenAddress& where) {
@@ -105,14 +107,10 @@ class Listening final : public std::enable_shared_from_this<Listening> {
     return network.port();
   }
 
-  void acceptNext() {
-    acceptor_.async_accept(
-        [self = shared_from_this()](const asio::error_code& error, StreamSocket accepted) {
-          if (!self->stopped_) self->accepted(error, std::move(accepted));
-        });
-  }
+  void acceptNext() { next_.await(acceptor_, shared_from_this()); }
 
-  void accepted(const asio::error_code& error, StreamSocket connection) {
+  void accepted(const asio::error_code& error, StreamSocket connection) override {
+    if (stopped_) return;
     if (error == asio::error::no_descriptors || error == asio::error::no_buffer_space ||
         error == asio::error::no_memory || error == std::errc::too_many_files_open_in_system) {
       return makeRoom();
@@ -161,6 +159,7 @@ class Listening final : public std::enable_shared_from_this<Listening> {
 
   LoopCore& core_;
   Acceptor acceptor_;
+  NextConnection next_;
   SteadyTimer pause_;
   TcpListenerEvents& events_;
   std::optional<ConnectionRoom> room_;  ///< as it was when listening began

@@ -78,4 +78,8 @@ void answerDatagram(DatagramSocket& socket, const Envelope& envelope, std::strin
   ::sendmsg(socket.native_handle(), &message.header, MSG_DONTWAIT | MSG_NOSIGNAL);
 }
 
+bool isRefusal(const asio::error_code& error) {
+  return error == asio::error::connection_refused;
+}
+
 }  // namespace quorvane

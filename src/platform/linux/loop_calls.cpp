@@ -44,6 +44,10 @@ void prepareProcessForLoop() {
   std::signal(SIGXFSZ, SIG_IGN);
 }
 
+void runUntilStopped(asio::io_context& io) {
+  io.run();
+}
+
 std::span<const int> terminationSignals() {
   static constexpr std::array kSignals{SIGTERM, SIGINT, SIGQUIT};
   return kSignals;

@@ -6,7 +6,6 @@
 #include <poll.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
-#include <sys/sendfile.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -17,8 +16,6 @@
 #include <cerrno>
 #include <optional>
 #include <system_error>
-
-#include "platform/linux/open_file.h"
 
 namespace quorvane {
 
@@ -159,33 +156,10 @@ bool isReset(StreamSocket& socket) {
   return ::poll(&waiting, 1, 0) > 0 && (waiting.revents & (POLLERR | POLLHUP)) != 0;
 }
 
-bool hasWaiting(Acceptor& acceptor) {
-  pollfd waiting{acceptor.native_handle(), POLLIN, 0};
-  return ::poll(&waiting, 1, 0) > 0;
-}
-
 std::uint64_t unconfirmedBytes(StreamSocket& socket) {
   int count = 0;
   if (::ioctl(socket.native_handle(), SIOCOUTQ, &count) != 0 || count < 0) return 0;
   return static_cast<std::uint64_t>(count);
-}
-
-// The header block before it does not wait for its file (MSG_MORE): sendfile then takes three times
-// as long.
-std::size_t sendFile(StreamSocket& socket, const OpenFile& file, std::uint64_t offset,
-                     std::size_t length, asio::error_code& error) {
-  const auto* own = dynamic_cast<const LinuxFile*>(&file);
-  auto position = static_cast<off_t>(offset);
-  const ssize_t count =
-      own ? ::sendfile(socket.native_handle(), own->descriptor(), &position, length) : -1;
-  if (count >= 0) {
-    error.clear();
-    return static_cast<std::size_t>(count);
-  }
-  const bool cannot = !own || errno == EINVAL || errno == ENOSYS;
-  error = cannot ? asio::error_code(asio::error::operation_not_supported)
-                 : asio::error_code(errno, asio::error::get_system_category());
-  return 0;
 }
 
 }  // namespace quorvane

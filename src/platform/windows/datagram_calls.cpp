@@ -106,4 +106,10 @@ void answerDatagram(DatagramSocket& socket, const Envelope& envelope, std::strin
            message.header.name, message.header.namelen);
 }
 
+/// The system has numbers of its own below those of the sockets, and the library translates some.
+bool isRefusal(const asio::error_code& error) {
+  return error == asio::error::connection_refused || error == asio::error::connection_reset ||
+         error.value() == ERROR_CONNECTION_REFUSED;
+}
+
 }  // namespace quorvane

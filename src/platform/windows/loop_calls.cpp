@@ -25,6 +25,12 @@ void note(int number) {
 /// There is neither a limit to raise nor a signal to turn off: both show as errors of calls.
 void prepareProcessForLoop() {}
 
+/// A loop of this system learns that it is stopped from an event, which stands behind those that
+/// are there already.
+void runUntilStopped(asio::io_context& io) {
+  while (!io.stopped()) io.run_one();
+}
+
 std::span<const int> terminationSignals() {
   static constexpr std::array kSignals{SIGTERM, SIGINT, SIGBREAK};
   return kSignals;

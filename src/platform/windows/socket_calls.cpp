@@ -88,21 +88,8 @@ bool isReset(StreamSocket& socket) {
   return count < 0 && ::WSAGetLastError() != WSAEWOULDBLOCK;
 }
 
-bool hasWaiting(Acceptor& acceptor) {
-  fd_set readable = setOf(acceptor.native_handle());
-  timeval atOnce{};
-  return ::select(0, &readable, nullptr, nullptr, &atOnce) > 0;
-}
-
 /// The system does not tell.
 std::uint64_t unconfirmedBytes(StreamSocket&) {
-  return 0;
-}
-
-/// The system's call does not return before the client has taken everything.
-std::size_t sendFile(StreamSocket&, const OpenFile&, std::uint64_t, std::size_t,
-                     asio::error_code& error) {
-  error = asio::error::operation_not_supported;
   return 0;
 }
 

@@ -1,4 +1,6 @@
 #include <atomic>
+#include <filesystem>
+#include <optional>
 #include <thread>
 
 #include "platform/loop_fixture.h"
@@ -148,6 +150,94 @@ TEST_F(Tcp, AFileThatShrinksWhileSentBreaksThatConnectionOnly) {
   EXPECT_EQ(server.completed[1], 0);
   server.socket(0).send("fine", {});
   EXPECT_TRUE(receives(other, 4));
+}
+
+/// A file that is on its way to a client that takes little.
+class TcpFile : public Tcp {
+ protected:
+  void SetUp() override {
+    Tcp::SetUp();
+    client.emplace(connected(4096));
+    ASSERT_TRUE(files->writeAll(folder / "f", content));
+    server.socket(0).send("H", FileSlice{files->open(folder / "f"), 1, content.size() - 1});
+    EXPECT_GT(server.socket(0).pendingBytes(), 0U);
+    EXPECT_TRUE(until([&] {
+      client->receive(4096);
+      return client->received.size() > 100'000;
+    }));
+  }
+
+  /// Whether what the client has got is the beginning of the answer.
+  bool hasBeginning() const { return ("H" + content.substr(1)).starts_with(client->received); }
+
+  TemporaryFolder folder;
+  std::unique_ptr<Files> files = makeFiles();
+  std::string content = pattern(12'000'000);
+  std::optional<TestClient> client;
+};
+
+TEST_F(TcpFile, ArrivesWhole) {
+  EXPECT_TRUE(receives(*client, content.size()));
+  EXPECT_TRUE(client->received == "H" + content.substr(1));
+  EXPECT_TRUE(until([&] { return server.completed[0] == 1; }));
+  EXPECT_EQ(server.socket(0).pendingBytes(), 0U);
+}
+
+TEST_F(TcpFile, ArrivesWholeAfterClose) {
+  server.socket(0).close();
+  EXPECT_TRUE(ends(*client));
+  EXPECT_FALSE(client->reset);
+  EXPECT_TRUE(client->received == "H" + content.substr(1));
+}
+
+TEST_F(TcpFile, AbortLosesTheRest) {
+  server.socket(0).abort();
+  EXPECT_TRUE(ends(*client));
+  EXPECT_LT(client->received.size(), content.size());
+  EXPECT_TRUE(hasBeginning());
+  EXPECT_EQ(server.completed[0] + server.errors + server.peersClosed, 0) << "an event after it";
+}
+
+TEST_F(TcpFile, OneOfSeveralClientsMayBreakOff) {
+  TestClient other = connected(4096);
+  server.socket(1).send("H", FileSlice{files->open(folder / "f"), 1, content.size() - 1});
+  client->closeWithReset();
+  EXPECT_TRUE(until([&] { return server.errors == 1; }));
+  EXPECT_EQ(server.socket(0).state(), SocketState::Closed);
+  EXPECT_TRUE(receives(other, content.size()));
+  EXPECT_TRUE(other.received == "H" + content.substr(1));
+}
+
+TEST_F(TcpFile, DrainTakesItAlongAndMoreMayFollow) {
+  std::thread taking([&] {
+    while (client->received.size() < content.size() + 5 && !client->ended) client->receive();
+  });
+  EXPECT_TRUE(server.socket(0).drainTo(0, {milliseconds(10'000), milliseconds(20'000)}));
+  server.socket(0).send("after", {});
+  taking.join();
+  EXPECT_TRUE(client->received == "H" + content.substr(1) + "after");
+}
+
+TEST_F(TcpFile, DrainGivesUpOnAClientThatTakesNothing) {
+  EXPECT_FALSE(server.socket(0).drainTo(1000, {milliseconds(30), milliseconds(60'000)}));
+  EXPECT_TRUE(until([&] { return server.errors == 1; }));
+  EXPECT_TRUE(ends(*client));
+  EXPECT_TRUE(hasBeginning());
+}
+
+TEST_F(TcpFile, MayShrinkMeanwhile) {
+  std::filesystem::resize_file(folder / "f", 9'000'000);
+  EXPECT_TRUE(ends(*client));
+  EXPECT_TRUE(hasBeginning());
+  EXPECT_LE(client->received.size(), 9'000'000U);
+  EXPECT_EQ(server.errors, 1);
+  EXPECT_EQ(server.completed[0], 0);
+}
+
+TEST_F(TcpFile, MayBeRemovedMeanwhile) {
+  files->remove(folder / "f");
+  EXPECT_TRUE(receives(*client, content.size()));
+  EXPECT_TRUE(client->received == "H" + content.substr(1));
 }
 
 TEST_F(Tcp, TheAnswerIsDeliveredWholeAlthoughBytesStayUnread) {
