@@ -42,7 +42,6 @@ DIFFERENCES = {
 _SEPARATORS = "the test spells paths with the separators of another system"
 _PACKED = "there is no gzip here"
 _CODE_PAGE = "names are letters of the code page first, then of UTF-8"
-_OPEN = "to be looked into"
 
 # Of the tests that are programs; all that fail.
 UNITS = {
@@ -64,7 +63,6 @@ UNITS = {
         "Files/Language.BehavesAsWritten/components_xml_loading": _SEPARATORS,
     },
     "platform": {
-        "DatagramExchange.APortWithoutAListenerRefuses": _OPEN,
         "FilesContract/Fake.FindIgnoresCaseInEveryPart": _SEPARATORS,
         "FilesContract/Fake.FindIgnoresTheCaseOfAccentedLetters": _SEPARATORS,
         "FilesContract/Fake.FindSeesNewNamesAtOnceAlsoAfterAMiss": _SEPARATORS,
@@ -73,10 +71,7 @@ UNITS = {
         "FilesContract/Host.FindSeesNewNamesAtOnceAlsoAfterAMiss": _SEPARATORS,
         "FilesContract/Host.LinksThatLeadOutOfAFolderAreKnown": "Wine makes no links",
         "Listen.APlaceThatIsTakenSaysSo": "Wine has no words for that error",
-        "LoopContract/Host.APeersEndAndAnErrorAreToldOnceAndLeaveTheState": _OPEN,
-        "LoopContract/Host.RunsPostedTasksInOrderUntilStopped": _OPEN,
-        "Tcp.AbortDropsWhatIsQueued": _OPEN,
-        "Tcp.DrainGivesUpSoonerWhenOthersWait": _OPEN,
+        "Tcp.AbortDropsWhatIsQueued": "Wine tells a client that reads of no reset, but of an end",
         "Tcp.WhatTheClientHasNotConfirmedIsTold": "the system does not tell",
         "Udp.TheReplyComesFromTheAddressThatWasAsked": "Wine answers from the usual address",
     },
