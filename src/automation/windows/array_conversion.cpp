@@ -45,15 +45,24 @@ VARTYPE elementType(SAFEARRAY* array) {
   return type;
 }
 
-/// As many elements as each dimension has, the first one first.
-std::vector<std::int32_t> extentsOf(const SAFEARRAY& array) {
+/// Of each dimension, the first one first.
+struct Shape {
   std::vector<std::int32_t> extents;
+  std::vector<std::int32_t> lowerBounds;
+};
+
+Shape shapeOf(const SAFEARRAY& array) {
+  Shape shape;
   for (USHORT i = array.cDims; i-- > 0;) {  // they stand the other way round
-    const ULONG count = array.rgsabound[i].cElements;
-    if (!std::in_range<std::int32_t>(count)) vbs::throwError(vbs::ErrorCode::OutOfMemory);
-    extents.push_back(static_cast<std::int32_t>(count));
+    const SAFEARRAYBOUND& bound = array.rgsabound[i];
+    const std::int64_t last = std::int64_t{bound.lLbound} + bound.cElements - 1;
+    if (!std::in_range<std::int32_t>(bound.cElements) || !std::in_range<std::int32_t>(last)) {
+      vbs::throwError(vbs::ErrorCode::OutOfMemory);
+    }
+    shape.extents.push_back(static_cast<std::int32_t>(bound.cElements));
+    shape.lowerBounds.push_back(bound.lLbound);
   }
-  return extents;
+  return shape;
 }
 
 }  // namespace
@@ -89,6 +98,7 @@ SAFEARRAY* makeSafeArray(const ArrayRep& array, VARTYPE& type) {
   std::array<SAFEARRAYBOUND, ArrayRep::kMaxRank> bounds{};
   for (std::size_t i = 0; i < array.rank; ++i) {
     bounds[i].cElements = static_cast<ULONG>(array.extents()[i]);
+    bounds[i].lLbound = array.lowerBounds()[i];
   }
   OwnedArray made(::SafeArrayCreate(element, array.rank, bounds.data()));
   if (!made) vbs::throwError(vbs::ErrorCode::OutOfMemory);
@@ -111,13 +121,13 @@ Value arrayValue(SAFEARRAY* array) {
   if (!array || array->cDims == 0) return Value::array(ArrayRep::create({}));
   if (array->cDims > ArrayRep::kMaxRank) vbs::throwError(vbs::ErrorCode::UnsupportedType);
   const VARTYPE type = elementType(array);
-  const std::vector<std::int32_t> extents = extentsOf(*array);
-  if (type == VT_UI1 && extents.size() == 1) {
+  const Shape shape = shapeOf(*array);
+  if (type == VT_UI1 && shape.extents.size() == 1) {
     const Elements elements(array);
     return Value::array(
-        ArrayRep::fromBytes({elements.at(0), static_cast<std::size_t>(extents[0])}));
+        ArrayRep::fromBytes({elements.at(0), static_cast<std::size_t>(shape.extents[0])}));
   }
-  ArrayRep* made = ArrayRep::create(extents);
+  ArrayRep* made = ArrayRep::create(shape.extents, shape.lowerBounds);
   Value value = Value::array(made);
   if (made->count == 0) return value;
   const Elements elements(array);

@@ -11,8 +11,8 @@ namespace quorvane::automation {
 /// bytes, all others are of variants. Null for one without dimensions. Throws ScriptError.
 SAFEARRAY* makeSafeArray(const vbs::ArrayRep& array, VARTYPE& type);
 
-/// The array with elements of any type; without dimensions where `array` is null. Throws
-/// ScriptError.
+/// The array with elements of any type and its own lower bounds (bytes in a row begin at 0);
+/// without dimensions where `array` is null. Throws ScriptError.
 vbs::Value arrayValue(SAFEARRAY* array);
 
 /// Bytes that a plain element of a type takes, as they stand in an array.

@@ -17,7 +17,8 @@ namespace {
 bool isSame(const Value& a, const Value& b);
 
 bool haveSameShape(const ArrayRep& a, const ArrayRep& b) {
-  return a.elementType == b.elementType && std::ranges::equal(a.extents(), b.extents());
+  return a.elementType == b.elementType && std::ranges::equal(a.extents(), b.extents()) &&
+         std::ranges::equal(a.lowerBounds(), b.lowerBounds());
 }
 
 bool isSameArray(const ArrayRep& a, const ArrayRep& b) {

@@ -7,8 +7,8 @@
 ///
 /// There and back a value is the same, with these exceptions. Of the system's types that scripts
 /// lack, whole numbers become Long, or Double beyond it; Decimal becomes Currency where that holds
-/// it exactly, else Double. Arrays begin at 0, wherever theirs do. An object comes back as what it
-/// was: ours as ours, theirs as the same object of the script.
+/// it exactly, else Double. An object comes back as what it was: ours as ours, theirs as the same
+/// object of the script.
 namespace quorvane::automation {
 
 /// Puts a value into `out`, which is empty. References are followed. Throws ScriptError.

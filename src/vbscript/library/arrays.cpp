@@ -7,15 +7,20 @@ namespace quorvane::vbs::intrinsic {
 
 namespace {
 
-std::int32_t extentAt(Args args) {
+struct Bounds {
+  std::int32_t lower;
+  std::int32_t upper;
+};
+
+Bounds boundsAt(Args args) {
   const std::int32_t dimension = longOr(args, 1, 1);  // first: it may take code that ends the array
   const Operand array(args[0]);
   if (!array->isArray()) throwError(ErrorCode::TypeMismatch);
-  const auto extents = array->asArray()->extents();
-  if (dimension < 1 || static_cast<std::size_t>(dimension) > extents.size()) {
-    throwError(ErrorCode::SubscriptOutOfRange);
-  }
-  return extents[static_cast<std::size_t>(dimension) - 1];
+  const ArrayRep& body = *array->asArray();
+  if (dimension < 1 || dimension > body.rank) throwError(ErrorCode::SubscriptOutOfRange);
+  const std::size_t i = static_cast<std::size_t>(dimension) - 1;
+  const std::int32_t lower = body.lowerBounds()[i];
+  return {lower, static_cast<std::int32_t>(std::int64_t{lower} + body.extents()[i] - 1)};
 }
 
 }  // namespace
@@ -28,12 +33,11 @@ Value array(Runtime&, Args args) {
 }
 
 Value lBound(Runtime&, Args args) {
-  extentAt(args);
-  return Value::longInt(0);
+  return Value::longInt(boundsAt(args).lower);
 }
 
 Value uBound(Runtime&, Args args) {
-  return Value::longInt(extentAt(args) - 1);
+  return Value::longInt(boundsAt(args).upper);
 }
 
 }  // namespace quorvane::vbs::intrinsic

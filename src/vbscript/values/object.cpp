@@ -72,7 +72,7 @@ void ArrayRep::destroy(ArrayRep* rep) noexcept {
 }
 
 ArrayRep::~ArrayRep() {
-  runContext.memory.release(sizeof(ArrayRep) + extents().size_bytes());
+  runContext.memory.release(sizeof(ArrayRep) + 2 * extents().size_bytes());
   if (!elements) return;
   std::destroy_n(elements, count);
   runContext.memory.release(count * sizeof(Value));

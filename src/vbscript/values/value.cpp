@@ -39,31 +39,47 @@ std::size_t product(std::span<const std::int32_t> extents) {
   return count;
 }
 
+bool isAtZero(std::span<const std::int32_t> lowerBounds) {
+  return std::ranges::all_of(lowerBounds, [](std::int32_t bound) { return bound == 0; });
+}
+
 void reshape(ArrayRep& rep, std::span<const std::int32_t> extents, std::size_t count) {
   std::copy(extents.begin(), extents.end(), reinterpret_cast<std::int32_t*>(&rep + 1));
   rep.count = count;
-  const bool vector = extents.size() == 1 && rep.elementType == Type::Empty;
-  rep.vectorCount = vector ? static_cast<std::uint32_t>(count) : 0;
-  if (extents.size() == 2) {
-    rep.rows = static_cast<std::uint32_t>(extents[0]);
-    rep.columns = static_cast<std::uint32_t>(extents[1]);
-  }
+  const bool isPlain = rep.elementType == Type::Empty && isAtZero(rep.lowerBounds());
+  const auto extentOf = [&](std::size_t i) { return static_cast<std::uint32_t>(extents[i]); };
+  rep.vectorCount = isPlain && extents.size() == 1 ? extentOf(0) : 0;
+  rep.rows = isPlain && extents.size() == 2 ? extentOf(0) : 0;
+  rep.columns = isPlain && extents.size() == 2 ? extentOf(1) : 0;
+}
+
+/// What stands behind a body: extents and lower bounds.
+std::size_t boundsSize(std::size_t rank) {
+  return 2 * rank * sizeof(std::int32_t);
 }
 
 }  // namespace
 
 ArrayRep* ArrayRep::allocate(std::span<const std::int32_t> extents) {
   if (extents.size() > kMaxRank) throwError(ErrorCode::SubscriptOutOfRange);
-  const std::size_t size = sizeof(ArrayRep) + extents.size_bytes();
+  const std::size_t size = sizeof(ArrayRep) + boundsSize(extents.size());
   runContext.memory.charge(size);
   auto* rep = new (::operator new(size)) ArrayRep;
   rep->rank = static_cast<std::uint8_t>(extents.size());
+  std::memset(static_cast<void*>(rep + 1), 0, boundsSize(extents.size()));
   return rep;
 }
 
 ArrayRep* ArrayRep::create(std::span<const std::int32_t> extents) {
+  return create(extents, {});
+}
+
+ArrayRep* ArrayRep::create(std::span<const std::int32_t> extents,
+                           std::span<const std::int32_t> lowerBounds) {
   const std::size_t count = product(extents);
   ArrayRep* rep = allocate(extents);
+  std::copy(lowerBounds.begin(), lowerBounds.end(),
+            reinterpret_cast<std::int32_t*>(rep + 1) + rep->rank);
   Value holder = Value::array(rep);  // frees the body when the row cannot be had
   rep->elements = allocateRow(count);
   std::uninitialized_default_construct_n(rep->elements, count);
@@ -91,7 +107,7 @@ ArrayRep* ArrayRep::fromBytes(std::string_view contents) {
 
 ArrayRep* ArrayRep::clone() const {
   if (elementType == Type::Byte) return fromBytes(bytes.raw());
-  ArrayRep* copy = create(extents());
+  ArrayRep* copy = create(extents(), lowerBounds());
   std::copy_n(elements, count, copy->elements);
   return copy;
 }
@@ -104,8 +120,8 @@ ArrayRep* ArrayRep::resized(ArrayRep* rep, std::span<const std::int32_t> extents
     Value::array(rep);  // gives the reference up
     return fresh;
   }
-  if (rep->elementType != Type::Empty || old.size() != extents.size() ||
-      !std::equal(old.begin(), old.end() - 1, extents.begin())) {
+  if (rep->elementType != Type::Empty || !isAtZero(rep->lowerBounds()) ||
+      old.size() != extents.size() || !std::equal(old.begin(), old.end() - 1, extents.begin())) {
     throwError(ErrorCode::SubscriptOutOfRange);
   }
   const std::size_t count = product(extents);
@@ -138,9 +154,10 @@ Value* ArrayRep::at(std::span<const std::int32_t> indexes) const {
   std::size_t flat = 0;
   std::size_t stride = 1;
   for (std::size_t i = 0; i < rank; ++i) {
-    const std::int32_t extent = extents()[i];
-    if (indexes[i] < 0 || indexes[i] >= extent) return nullptr;
-    flat += stride * static_cast<std::size_t>(indexes[i]);
+    const std::int64_t extent = extents()[i];
+    const std::int64_t place = std::int64_t{indexes[i]} - lowerBounds()[i];
+    if (place < 0 || place >= extent) return nullptr;
+    flat += stride * static_cast<std::size_t>(place);
     stride *= static_cast<std::size_t>(extent);
   }
   return elements + flat;

@@ -53,6 +53,7 @@ struct ArrayRep {
   std::uint32_t vectorCount = 0;   ///< elements when there is one dimension of Variants, else 0
   std::uint32_t rows = 0;          ///< first extent when there are two dimensions, else 0
   std::uint32_t columns = 0;       ///< second extent when there are two dimensions, else 0
+                                   ///< (all three count indexes from 0: else 0)
   std::size_t count = 0;           ///< elements in all dimensions together
   Value* elements = nullptr;       ///< `count` of them; null in byte arrays
   String bytes;                    ///< a byte array's contents, raw(), nothing otherwise
@@ -60,6 +61,9 @@ struct ArrayRep {
   /// Makes an array with the given extents (upper bound + 1 each), all elements Empty. Error 9 for
   /// an extent below zero, error 7 when it is too large.
   static ArrayRep* create(std::span<const std::int32_t> extents);
+  /// One whose indexes begin elsewhere than at 0: such come from other programs only.
+  static ArrayRep* create(std::span<const std::int32_t> extents,
+                          std::span<const std::int32_t> lowerBounds);
   static ArrayRep* fromValues(std::vector<Value> values);
   static ArrayRep* fromBytes(std::string_view contents);
 
@@ -78,6 +82,8 @@ struct ArrayRep {
   std::span<const std::int32_t> extents() const {
     return {reinterpret_cast<const std::int32_t*>(this + 1), rank};
   }
+  /// Of each dimension.
+  std::span<const std::int32_t> lowerBounds() const { return {extents().data() + rank, rank}; }
 
   /// The element, or null when the index is outside, the rank another, or this a byte array.
   Value* at(std::int32_t index) const;

@@ -37,8 +37,8 @@ to it by themselves, `Components` wants to be `own`, and the account that the se
 
 `GetObject(path)`, `GetObject(, name)` and `GetObject("", name)` find what the system has: files and other
 monikers, programs that run, a new object. Whole numbers of types that scripts lack become Long, or Double
-beyond it; Decimal becomes Currency where that holds it exactly, else Double; arrays begin at 0 wherever
-theirs do. Events reach scripts where an object takes a procedure for them:
+beyond it; Decimal becomes Currency where that holds it exactly, else Double; arrays keep the
+bounds that they come with. Events reach scripts where an object takes a procedure for them:
 `xml.onreadystatechange = GetRef("f")`.
 )";
 

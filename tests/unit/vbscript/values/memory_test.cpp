@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
+#include <cstdint>
 
 #include "testing.h"
 #include "vbscript/values/object.h"
@@ -105,6 +107,32 @@ TEST(ArrayTest, ElementsStandInColumnOrder) {
   EXPECT_EQ(rep.at(0, 3), nullptr);
   EXPECT_EQ(rep.at(0, -1), nullptr);
   EXPECT_EQ(rep.at(0), nullptr);
+}
+
+TEST(ArrayTest, IndexesMayBeginElsewhere) {
+  const std::array<std::int32_t, 2> extents{2, 3};
+  const std::array<std::int32_t, 2> lowerBounds{1, -1};
+  Value array = Value::array(ArrayRep::create(extents, lowerBounds));
+  const auto at = [&](std::int32_t row, std::int32_t column) {
+    const std::array<std::int32_t, 2> indexes{row, column};
+    return array.asArray()->at(indexes);
+  };
+  *at(2, 1) = Value::integer(7);
+  EXPECT_EQ(array.asArray()->elements[5].asInt(), 7);
+  EXPECT_EQ(at(1, -1), array.asArray()->elements);
+  for (const auto& [row, column] : {std::pair(0, 0), std::pair(3, 0), std::pair(1, 2)}) {
+    EXPECT_EQ(at(row, column), nullptr);
+    EXPECT_EQ(array.asArray()->at(row, column), nullptr);
+  }
+  const Value other = array;
+  EXPECT_TRUE(std::ranges::equal(array.writableArray()->lowerBounds(), lowerBounds));
+  std::vector<Value> cut;
+  EXPECT_EQ(errorOf([&] { ArrayRep::resized(array.asArray(), extents, cut); }), 9);
+
+  const std::array<std::int32_t, 1> last{INT32_MAX};
+  const Value vector = Value::array(ArrayRep::create({extents.data(), 1}, last));
+  EXPECT_EQ(vector.asArray()->at(0), nullptr);
+  EXPECT_EQ(vector.asArray()->at(last), vector.asArray()->elements);
 }
 
 TEST(ArrayTest, WritersCloneASharedBody) {

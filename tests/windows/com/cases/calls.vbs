@@ -41,7 +41,7 @@ b = "text"
 c = "table"
 d = "null"
 p.Change a, b, c, (d), "cy"
-WScript.Echo a & " " & Len(b) & " " & c(1, 2) & " " & d
+WScript.Echo a & " " & Len(b) & " " & c(2, 2) & " " & d
 '> -70000 8 23 null
 Dim list(2)
 list(1) = "date"

@@ -102,19 +102,53 @@ For Each kind In Array("array of ui1", "array of i4", "array of r8", "array of b
   WScript.Echo text
 Next
 '> array of ui1: Byte() 0..2 Byte 1 Byte 0 Byte 255
-'> array of i4: Variant() 0..1 Long 50 Long 60
+'> array of i4: Variant() 5..6 Long 50 Long 60
 '> array of r8: Variant() 0..1 Double 0.5 Double 1E+300
 '> array of bool: Variant() 0..1 Boolean True Boolean False
 '> array of text: Variant() 0..1 Integer 97 Integer 20013
 '> empty array: Variant() 0..-1
 t = p.Sample("table")
-WScript.Echo UBound(t, 1) & " " & UBound(t, 2) & " " & t(0, 0) & " " & t(0, 2) & " " & t(1, 0)
-'> 1 2 11 13 21
+WScript.Echo LBound(t, 1) & ".." & UBound(t, 1) & " " & LBound(t, 2) & ".." & UBound(t, 2)
+'> 1..2 0..2
+WScript.Echo t(1, 0) & " " & t(1, 2) & " " & t(2, 0)
+'> 11 13 21
+t(2, 2) = "end"
+s = t
+s(1, 0) = "begin"
+WScript.Echo p.Describe((t))
+'> array of VARIANT 1..2 0..2 [I4 11, I4 21, I4 12, I4 22, I4 13, BSTR 'end' 6]
+WScript.Echo p.Describe((s))
+'> array of VARIANT 1..2 0..2 [BSTR 'begin' 10, I4 21, I4 12, I4 22, I4 13, BSTR 'end' 6]
+v = p.Sample("array of i4")
+v(6) = v(5) + 1
+For i = LBound(v) To UBound(v)
+  WScript.Echo i & ": " & v(i)
+Next
+'> 5: 50
+'> 6: 51
+Sub OutOfBounds(row, column)
+  On Error Resume Next
+  x = t(row, column)
+  WScript.Echo Err.Number
+End Sub
+OutOfBounds 0, 0
+'> 9
+OutOfBounds 3, 0
+'> 9
+OutOfBounds 1, 3
+'> 9
 none = p.Sample("array without dimensions")
 On Error Resume Next
 n = UBound(none)
 WScript.Echo TypeName(none) & " " & Err.Number
 '> Variant() 9
+Err.Clear
+ReDim Preserve v(8)
+WScript.Echo Err.Number & " " & UBound(v)
+'> 9 6
+ReDim v(8)
+WScript.Echo LBound(v) & ".." & UBound(v)
+'> 0..8
 
 '=== arrays that are too deep in each other
 Set p = CreateObject("Quorvane.Probe")
