@@ -24,8 +24,9 @@ void SlotWatch::tick() {
     if (slots_.socket(index).state() == SocketState::Closed) continue;
     anybody = true;
     Seen& seen = seen_[static_cast<std::size_t>(index)];
+    const std::uint64_t connection = slots_.client(index).connection;
     const Sight sight = look(index);
-    if (sight != seen.sight) seen = {sight, now_};
+    if (connection != seen.connection || sight != seen.sight) seen = {connection, sight, now_};
     const std::uint32_t limit = patience(sight.phase);
     if (limit > 0 && now_ - seen.since >= limit) end(index, sight.phase);
   }

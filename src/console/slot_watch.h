@@ -53,6 +53,7 @@ class SlotWatch {
     friend bool operator==(const Sight&, const Sight&) = default;
   };
   struct Seen {
+    std::uint64_t connection = 0;
     Sight sight;
     std::uint32_t since = 0;  ///< in looks
   };

@@ -55,9 +55,9 @@ class Units(unittest.TestCase):
     def test_platform(self):
         self.check("platform")
 
-    def test_platform_of_one_user(self):
-        wine.become(wine.FOR_ONE_USER)
-        self.addCleanup(wine.become, wine.FOR_SERVERS)
+    def test_platform_for_servers(self):
+        wine.become(wine.FOR_SERVERS)
+        self.addCleanup(wine.become, wine.FOR_ONE_USER)
         self.check("platform")
 
     def test_platform_windows(self):

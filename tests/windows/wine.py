@@ -8,7 +8,8 @@ import time
 # Nothing of these is for programs without a browser; asking for them takes a window and a download.
 ENVIRONMENT = {"WINEDEBUG": "-all", "WINEDLLOVERRIDES": "mscoree,mshtml="}
 
-# A system for one user sends two files at a time, so the programs leave that to the others alone.
+# A system for one user, which Wine is by itself, sends two files at a time; so the programs have only
+# the others send files.
 FOR_ONE_USER = "WinNT"
 FOR_SERVERS = "ServerNT"
 
@@ -41,7 +42,6 @@ class Wine:
                                        stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                                        stderr=subprocess.DEVNULL)
         time.sleep(2)
-        become(FOR_SERVERS)
         return self
 
     def __exit__(self, *_):

@@ -326,6 +326,7 @@ void Connection::finish() {
   events_ = nullptr;
   queue_.clear();
   asio::error_code ignored;
+  if (files_.isUnderWay()) socket_.cancel(ignored);  // some systems finish it first
   socket_.close(ignored);
   core_.leaving.erase(self);
 }

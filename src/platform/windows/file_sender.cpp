@@ -20,7 +20,7 @@ using std::chrono::steady_clock;
 /// and a client is watched for whether it takes anything; so a slow one gets little at a time, and
 /// a fast one, for whom every stretch means a way to it and back, much.
 constexpr std::size_t kLeast = 64 * 1024;
-constexpr std::size_t kMost = 4096 * 1024;
+constexpr std::size_t kMost = 512 * 1024;
 constexpr std::chrono::milliseconds kBrief{250};
 constexpr std::chrono::milliseconds kLong{2000};
 

@@ -119,6 +119,16 @@ TEST_F(SlotWatchTest, ASlotsNextConnectionBeginsAnew) {
   EXPECT_EQ(looksAt(slot), 3);
 }
 
+TEST_F(SlotWatchTest, ASlotsNextConnectionMayBeAtTheSamePlaceOfTheSameAnswer) {
+  for (int i = 0; i < 2; ++i) {
+    const int slot = connect();
+    FakeSocket& socket = *loop.sockets[slot];
+    socket.pending = socket.unconfirmed = 1000;
+    EXPECT_EQ(looksAt(slot), 6);
+    socket.pending = 0;
+  }
+}
+
 TEST_F(SlotWatchTest, ItLooksOnlyWhileSomebodyIsThere) {
   FakeTimer& timer = *loop.timers.back();
   EXPECT_FALSE(timer.enabled());
