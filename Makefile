@@ -6,10 +6,11 @@
 #   make windows build the programs for Windows into build/windows/app, from here
 #   make installer  and what installs them there, build/windows/quorvane-server-setup.exe
 #   make bench   print speeds beside reference programs, where those are installed
+#   make bench-windows  print those of the engine in the programs for Windows beside this system's
 APP := build/app
 JOBS ?= $(shell nproc)
 
-.PHONY: build package serve test unit blackbox faults databases soak browser terminal service hosting bench lint \
+.PHONY: build package serve test unit blackbox faults databases soak browser terminal service hosting bench bench-windows lint \
   format clean build-deps test-deps windows-deps windows installer test-windows
 
 build: build-deps
@@ -89,6 +90,9 @@ hosting: build test-deps
 
 bench: build
 	@bench/run
+
+bench-windows: windows test-deps
+	@xvfb-run -a bench/engine/run.py --windows build/windows/app $(APP)
 
 lint: build test-deps
 	@tools/lint
