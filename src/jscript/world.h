@@ -108,6 +108,8 @@ class ScriptEngine::World : public std::enable_shared_from_this<World> {
   void pushError(duk_context* context, const vbs::ScriptError& error);
   [[noreturn]] void throwFailure();
   vbs::ScriptError errorAt(duk_context* context, duk_idx_t index);
+  // Objects of the host in the heap: what they do is in a file of its own.
+  static void prepareHostObjects(duk_context* context);
   void pushHost(duk_context* context, const vbs::Value& value);
   vbs::Value* hostAt(duk_context* context, duk_idx_t index);
   vbs::Value plainAt(duk_context* context, duk_idx_t index);
