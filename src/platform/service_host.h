@@ -20,6 +20,8 @@ class ServiceManager {
   virtual bool requestStop(const std::string& service) = 0;
 };
 
+class EventLoop;
+
 /// The side of the program that the service manager talks to.
 class ServiceHost {
  public:
@@ -45,6 +47,10 @@ class ServiceHost {
   virtual void reportEnding() = 0;
   virtual void reportStatus(const std::string& sentence) = 0;
 };
+
+/// What startService() does once there is a manager above this process.
+void runAsService(ServiceHost& host, EventLoop& loop, std::function<void()> started,
+                  std::function<void()> stopped);
 
 /// Where there is no service manager: nothing is installed, nothing happens.
 class NoServiceManager final : public ServiceManager {

@@ -112,14 +112,7 @@ void SystemdHost::waitUntilStopped(const std::string& unit) {
 
 bool SystemdHost::startService(std::function<void()> started, std::function<void()> stopped) {
   if (!startedBySystemd()) return false;
-  loop_.onTerminationRequest([this, stopped = std::move(stopped)] {
-    reportEnding();
-    stopped();
-  });
-  loop_.post([this, started = std::move(started)] {
-    started();
-    reportReady();
-  });
+  runAsService(*this, loop_, std::move(started), std::move(stopped));
   return true;
 }
 

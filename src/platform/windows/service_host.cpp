@@ -174,14 +174,7 @@ std::vector<std::string> WindowsServiceHost::numberedServices() const {
 bool WindowsServiceHost::startService(std::function<void()> started,
                                       std::function<void()> stopped) {
   if (!process_.connect([] { std::raise(SIGTERM); })) return false;
-  loop_.onTerminationRequest([this, stopped = std::move(stopped)] {
-    reportEnding();
-    stopped();
-  });
-  loop_.post([this, started = std::move(started)] {
-    started();
-    reportReady();
-  });
+  runAsService(*this, loop_, std::move(started), std::move(stopped));
   return true;
 }
 
