@@ -60,9 +60,16 @@ void letInherit(const SystemHandle& handle) {
 }
 
 SystemHandle openNowhere() {
+  SECURITY_ATTRIBUTES inherited{sizeof inherited, nullptr, TRUE};
   return SystemHandle(::CreateFileW(L"NUL", GENERIC_READ | GENERIC_WRITE,
-                                    FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0,
-                                    nullptr));
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE, &inherited, OPEN_EXISTING,
+                                    0, nullptr));
+}
+
+using Streams = std::array<HANDLE, 3>;
+
+Streams allTo(const SystemHandle& place) {
+  return {place.get(), place.get(), place.get()};
 }
 
 /// What the program and all that it starts are held in: it ends them with itself.
@@ -94,7 +101,7 @@ struct Started {
 /// else could be inherited, such as the server's sockets.
 class InheritedHandles {
  public:
-  explicit InheritedHandles(const std::array<HANDLE, 3>& streams) : handles_(streams) {
+  explicit InheritedHandles(const Streams& streams) : handles_(streams) {
     std::sort(handles_.begin(), handles_.end());
     const auto end = std::unique(handles_.begin(), handles_.end());  // none may be named twice
     SIZE_T room = 0;
@@ -118,13 +125,14 @@ class InheritedHandles {
   }
 
  private:
-  std::array<HANDLE, 3> handles_;
+  Streams handles_;
   std::vector<std::byte> storage_;
   bool isMade_ = false;
 };
 
 /// Held until it is in `job`, if there is one, so that nothing that it starts escapes.
-Started launch(const ChildCommand& command, const std::array<HANDLE, 3>& streams, HANDLE job) {
+Started launch(const ChildCommand& command, const Streams& streams, HANDLE job) {
+  if (command.words.empty()) return {};
   InheritedHandles inherited(streams);
   STARTUPINFOEXW start{};
   start.StartupInfo.cb = sizeof start;
@@ -218,9 +226,7 @@ std::unique_ptr<ChildProcess> startChild(const ChildCommand& command) {
   Pipe output;
   Pipe error;
   const SystemHandle nowhere = openNowhere();
-  if (command.words.empty() || !nowhere.isOpen()) return nullptr;
-  std::array<HANDLE, 3> streams{nowhere.get(), nowhere.get(), nowhere.get()};
-  letInherit(nowhere);
+  Streams streams = allTo(nowhere);
   if (command.piped) {
     if (!input.open() || !output.open() || !error.open()) return nullptr;
     streams = {input.reader.get(), output.writer.get(), error.writer.get()};
@@ -237,9 +243,7 @@ std::unique_ptr<ChildProcess> startChild(const ChildCommand& command) {
 
 bool startDetached(const ChildCommand& command) {
   const SystemHandle nowhere = openNowhere();
-  if (command.words.empty() || !nowhere.isOpen()) return false;
-  letInherit(nowhere);
-  return launch(command, {nowhere.get(), nowhere.get(), nowhere.get()}, nullptr).process.isOpen();
+  return launch(command, allTo(nowhere), nullptr).process.isOpen();
 }
 
 }  // namespace quorvane

@@ -59,11 +59,12 @@ IDispatch* objectOf(VARIANT& given) {
   return direct(given).vt == VT_DISPATCH ? direct(given).pdispVal : nullptr;
 }
 
-/// An object that can only be held.
-class Mute final : public IUnknown {
+/// What is there as long as it is held, and can be asked for `kOther` beside what all are.
+template <class Interface, const IID& kOther>
+class Counted : public Interface {
  public:
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** out) override {
-    *out = id == IID_IUnknown ? this : nullptr;
+    *out = id == IID_IUnknown || id == kOther ? this : nullptr;
     if (!*out) return E_NOINTERFACE;
     AddRef();
     return S_OK;
@@ -75,25 +76,18 @@ class Mute final : public IUnknown {
     return left;
   }
 
+ protected:
+  virtual ~Counted() = default;
+
  private:
-  ~Mute() = default;
   ULONG references_ = 1;
 };
 
-class Three final : public IEnumVARIANT {
+/// An object that can only be held.
+class Mute final : public Counted<IUnknown, IID_IUnknown> {};
+
+class Three final : public Counted<IEnumVARIANT, IID_IEnumVARIANT> {
  public:
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** out) override {
-    *out = id == IID_IUnknown || id == IID_IEnumVARIANT ? this : nullptr;
-    if (!*out) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
   HRESULT STDMETHODCALLTYPE Next(ULONG wanted, VARIANT* out, ULONG* given) override {
     ULONG count = 0;
     for (; count < wanted && at_ < 3; ++count) {
@@ -108,8 +102,7 @@ class Three final : public IEnumVARIANT {
   HRESULT STDMETHODCALLTYPE Clone(IEnumVARIANT**) override { return E_NOTIMPL; }
 
  private:
-  ~Three() { note(L"~items"); }
-  ULONG references_ = 1;
+  ~Three() override { note(L"~items"); }
   int at_ = 0;
 };
 
@@ -131,22 +124,10 @@ struct Call {
   bool assigns() const { return use & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF); }
 };
 
-class Probe final : public IDispatch {
+class Probe final : public Counted<IDispatch, IID_IDispatch> {
  public:
   explicit Probe(std::wstring name) : name_(std::move(name)) { ++living; }
 
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** out) override {
-    *out = id == IID_IUnknown || id == IID_IDispatch ? this : nullptr;
-    if (!*out) return E_NOINTERFACE;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-  ULONG STDMETHODCALLTYPE Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
     *count = 0;
     return S_OK;
@@ -186,7 +167,7 @@ class Probe final : public IDispatch {
   };
   static const Member kMembers[20];
 
-  ~Probe() {
+  ~Probe() override {
     note(L"~" + name_);
     if (kept_) kept_->Release();
     --living;
@@ -384,7 +365,6 @@ class Probe final : public IDispatch {
   std::map<std::wstring, std::wstring> items_;
   IDispatch* kept_ = nullptr;
   int lookUps_ = 0;
-  ULONG references_ = 1;
 };
 
 const Probe::Member Probe::kMembers[20] = {
