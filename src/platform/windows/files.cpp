@@ -173,7 +173,7 @@ class WindowsFiles final : public Files {
       const std::size_t count = file->read(before, bytes.data() + before, room);
       bytes.resize(before + count);
       if (count < room) return bytes;
-      room = 64 * 1024;
+      room = std::size_t{64} << 10;
     }
   }
 
