@@ -48,7 +48,7 @@ class Operand {
 };
 
 /// One word of code. Some operations read the word behind them as well (see opcodes.h); that word
-/// then holds a pointer or two 32-bit numbers.
+/// then holds a pointer, or two 32-bit numbers and perhaps a pointer.
 struct alignas(8) Instruction {
   Opcode op = Opcode::Halt;
   std::uint8_t temporaries = 0;  ///< bit 0: a is a temporary, bit 1: b, bit 2: c
@@ -67,15 +67,19 @@ struct alignas(8) Instruction {
   T* pointer() const {
     return reinterpret_cast<T*>(static_cast<std::uintptr_t>(word()));
   }
+  /// What stands beside the two numbers.
+  template <class T>
+  T* beside() const {
+    const auto second = std::bit_cast<std::array<std::uint64_t, 2>>(*this)[1];
+    return reinterpret_cast<T*>(static_cast<std::uintptr_t>(second));
+  }
   bool aIsTemporary() const { return (temporaries & 1) != 0; }
   bool bIsTemporary() const { return (temporaries & 2) != 0; }
   bool cIsTemporary() const { return (temporaries & 4) != 0; }
-  static Instruction fromPair(std::uint32_t low, std::uint32_t high) {
-    return fromWord(std::uint64_t{low} | std::uint64_t{high} << 32);
+  static Instruction fromPair(std::uint32_t low, std::uint32_t high, const void* beside = nullptr) {
+    return fromWords(std::uint64_t{low} | std::uint64_t{high} << 32, wordOf(beside));
   }
-  static Instruction fromPointer(const void* p) {
-    return fromWord(static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(p)));
-  }
+  static Instruction fromPointer(const void* p) { return fromWords(wordOf(p), 0); }
   /// Where a jump leads whose distance is given in bytes.
   const Instruction* jumped(std::int32_t distance) const {
     return reinterpret_cast<const Instruction*>(reinterpret_cast<const std::byte*>(this) +
@@ -88,8 +92,11 @@ struct alignas(8) Instruction {
   }
 
  private:
-  static Instruction fromWord(std::uint64_t word) {
-    return std::bit_cast<Instruction>(std::array<std::uint64_t, 2>{word, 0});
+  static std::uint64_t wordOf(const void* p) {
+    return static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(p));
+  }
+  static Instruction fromWords(std::uint64_t first, std::uint64_t second) {
+    return std::bit_cast<Instruction>(std::array<std::uint64_t, 2>{first, second});
   }
   std::uint64_t word() const { return std::bit_cast<std::array<std::uint64_t, 2>>(*this)[0]; }
 };
@@ -110,17 +117,31 @@ struct StatementEntry {
   SourcePosition position;
 };
 
+/// How the call at one place in the code reached a native object's member last time.
+struct DirectCache {
+  static constexpr std::uint32_t kNoClass = 0xFFFFFFFF;  ///< the number of no object's class
+  DirectMember direct;  ///< there for native objects of this class:
+  std::uint32_t nativeClass = kNoClass;
+  std::uint32_t askedClass = 0;  ///< of the object that was asked last
+
+  /// Asks for an object's member and so many arguments.
+  void ask(const Object& object, MemberId id, std::size_t arguments) {
+    askedClass = object.classNumber();
+    const DirectMember found = object.directMember(id, arguments);
+    if (!found.get) return;
+    direct = found;
+    nativeClass = object.classNumber();
+  }
+};
+
 /// What the member access at one place in the code found last time; see Object::classNumber() and
 /// Object::shape().
-struct MemberCache {
-  static constexpr std::uint32_t kNoClass = 0xFFFFFFFF;  ///< the serial of no object's class
-  std::uint32_t name = 0;                                ///< in Program::names
+struct MemberCache : DirectCache {
+  std::uint32_t name = 0;         ///< in Program::names
   std::uint32_t scriptClass = 0;  ///< serial of the class that `member` belongs to, or 0
   const ClassMember* member = nullptr;
   std::uint32_t fieldClass = kNoClass;  ///< the same serial when `member` is a field
   Operand fieldSlot;
-  DirectMember direct;  ///< there for native objects of this class:
-  std::uint32_t nativeClass = kNoClass;
   const void* shape = nullptr;
   MemberId id = kNoMember;  ///< for objects with `shape`
   const void* olderShape = nullptr;
@@ -154,6 +175,7 @@ struct Routine {
   std::vector<StatementEntry> statements;
   std::vector<OperandName> operandNames;
   mutable std::deque<MemberCache> caches;  ///< instructions point to them
+  mutable std::deque<DirectCache> hostCaches;
 
   bool isGlobalScope = false;  ///< main code whose variables are global
   std::vector<RoutineParameter> parameters;

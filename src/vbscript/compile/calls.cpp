@@ -224,8 +224,7 @@ void CallLowering::callHost(unsigned object, MemberId member, const Arguments& a
   VBS_ASSERT(object < script_.context().host.size());
   const Temporaries temporaries(frame_);
   const Register first = parts_.arguments.pushArguments(arguments, Passing::Host);
-  code_.emit(Opcode::CallHost, target, first, static_cast<unsigned>(arguments.size()));
-  code_.emitPair(object, static_cast<std::uint32_t>(member));
+  code_.emitHostCall(target, first, static_cast<unsigned>(arguments.size()), object, member);
 }
 
 bool CallLowering::isInRegister(const Expression* expression) const {

@@ -79,6 +79,13 @@ void CodeWriter::emitName(Opcode op, unsigned a, unsigned b, unsigned c, const I
   emitPair(script_.nameIndex(name), 0);
 }
 
+void CodeWriter::emitHostCall(unsigned a, unsigned b, unsigned c, unsigned object,
+                              MemberId member) {
+  emit(Opcode::CallHost, a, b, c);
+  routine_.code.push_back(Instruction::fromPair(object, static_cast<std::uint32_t>(member),
+                                                &routine_.hostCaches.emplace_back()));
+}
+
 void CodeWriter::emitMember(Opcode op, unsigned a, unsigned b, unsigned c, const Identifier& name) {
   MemberCache& cache = routine_.caches.emplace_back();
   cache.name = script_.nameIndex(name);

@@ -39,6 +39,8 @@ class CodeWriter {
   void emit(Opcode op, unsigned a = 0, unsigned b = 0, unsigned c = 0);
   void emitPair(std::uint32_t low, std::uint32_t high);
   void emitName(Opcode op, unsigned a, unsigned b, unsigned c, const Identifier& name);
+  /// Of an object of the host, with `a`, `b` and `c` as CallHost has them.
+  void emitHostCall(unsigned a, unsigned b, unsigned c, unsigned object, MemberId member);
   void emitMember(Opcode op, unsigned a, unsigned b, unsigned c, const Identifier& name);
   void emitPointer(Opcode op, unsigned a, unsigned b, unsigned c, const void* pointer);
   void emitThrow(ErrorCode code, const Identifier& name);

@@ -118,11 +118,19 @@ Value Machine::invokeMember(ScriptObject& object, const ClassMember& member, Cal
 // ---- The host and the library ----
 
 void Machine::callHost(const Instruction* pc, Value* base) {
-  Value* const arguments = base + pc->b;
+  const Args arguments(&pc->b.of(base), pc->c);
   Object& object = *texts_.host()[pc[1].low()].object;
-  const auto id = static_cast<MemberId>(pc[1].high());
-  Value result = object.invoke(id, kindFor(pc->a), {arguments, pc->c});
-  operation::finishCall(stack_, pc, base, std::move(result), arguments, pc->c);
+  DirectCache& cache = *pc[1].beside<DirectCache>();
+  Value result;
+  if (object.classNumber() == cache.nativeClass) {
+    countTexts(arguments);
+    result = cache.direct.get(object, cache.direct.row, arguments);
+  } else {
+    const auto id = static_cast<MemberId>(pc[1].high());
+    if (object.classNumber() != cache.askedClass) cache.ask(object, id, arguments.size());
+    result = object.invoke(id, kindFor(pc->a), arguments);
+  }
+  operation::finishCall(stack_, pc, base, std::move(result), arguments.data(), arguments.size());
 }
 
 void Machine::putHost(const Instruction* pc, Value* base) {

@@ -38,11 +38,7 @@ MemberId findMember(CallStack& stack, Object& object, MemberCache& cache, const 
   cache.olderShape = std::exchange(cache.shape, shape);
   cache.olderId = cache.id;
   cache.id = id;
-  const DirectMember direct = object.directMember(id, arguments);
-  if (direct.get) {
-    cache.direct = direct;
-    cache.nativeClass = object.classNumber();
-  }
+  cache.ask(object, id, arguments);
   return id;
 }
 

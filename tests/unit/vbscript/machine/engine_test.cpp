@@ -163,6 +163,75 @@ TEST_F(EngineTest, SameTextMeansOtherThingsToOtherHosts) {
   EXPECT_EQ(output->titleText, "");
 }
 
+namespace {
+
+/// Objects of the host whose members are at different places and do different things.
+template <int kind>
+class Shelf final : public vbs::NativeObject<Shelf<kind>> {
+ public:
+  static std::span<const vbs::Member<Shelf>> members() {
+    static constexpr vbs::Member<Shelf> kFirst[] = {
+        {"take", 1, 2, &Shelf::take, nullptr, true},
+        {"list", 0, 0, &Shelf::list, nullptr},
+    };
+    static constexpr vbs::Member<Shelf> kSecond[] = {
+        {"list", 0, 0, &Shelf::list, nullptr},
+        {"take", 1, 2, &Shelf::take, nullptr, true},
+    };
+    return kind == 1 ? std::span(kFirst) : std::span(kSecond);
+  }
+  std::string_view typeName() const override { return "Shelf"; }
+
+ private:
+  /// Tells what it was called with, and changes a variable that came by reference.
+  Value take(vbs::Args args) {
+    const std::string told = std::to_string(kind) + "(" + vbs::toString(args[0]).narrow() + ")" +
+                             std::to_string(args.size());
+    if (args[0].is(vbs::Type::Reference)) *args[0].target() = Value("changed");
+    return Value(told);
+  }
+  Value list(vbs::Args) { return Value::object(this); }
+};
+
+}  // namespace
+
+TEST_F(EngineTest, PlacesThatCallTheHostMeetObjectsOfSeveralKinds) {
+  const auto first = vbs::make<Shelf<1>>();
+  const auto second = vbs::make<Shelf<2>>();
+  const auto runWith = [&](vbs::Object& shelf) {
+    output->text.clear();
+    Engine engine(host, cache);
+    engine.addObject("Output", *output, true);
+    engine.addObject("Shelf", shelf, false);
+    EXPECT_FALSE(engine.run(
+        "For i = 1 To 2 : Write Shelf.Take(\"x\") & Shelf.Take(CStr(i), i) & Shelf.List(1) : Next\n"
+        "s = \"v\" : Shelf.Take s : Shelf.Take (s) : Write Shelf.Take(s & \"!\")"));
+    return output->text;
+  };
+  EXPECT_EQ(runWith(*first), "1(x)11(1)21(1)11(x)11(2)21(1)11(changed!)1");
+  EXPECT_EQ(runWith(*second), "2(x)12(1)22(1)12(x)12(2)22(1)12(changed!)1");
+  EXPECT_EQ(runWith(*first), "1(x)11(1)21(1)11(x)11(2)21(1)11(changed!)1");
+}
+
+TEST_F(EngineTest, ErrorsOfCallsOfTheHostComeEachTime) {
+  EXPECT_EQ(run("On Error Resume Next : For i = 1 To 3 : r = \"kept\"\n"
+                "Output.Write i\n"
+                "Output.Write : Output.Write 1, 2 : r = Output.Title(1) : r = Output.Write\n"
+                "Write r & Err.Number : Err.Clear\n"
+                "r = Output.Write(\"+\") : Write IsEmpty(r) & Err.Number : Next"),
+            "1kept450+True02kept450+True03kept450+True0");
+  EXPECT_EQ(run("For i = 1 To 3 : Output.Write i : If i = 2 Then Output.Write CreateObject(1)\n"
+                "Next"),
+            "12<429>");
+}
+
+TEST_F(EngineTest, ArgumentsOfCallsOfTheHostEndBehindThem) {
+  EXPECT_EQ(run("Class Ending : Public Default Function Text : Text = \"text \" : End Function\n"
+                "Private Sub Class_Terminate : Output.Write \"ended \" : End Sub : End Class\n"
+                "For i = 1 To 2 : Output.Write New Ending : Next : Output.Write \"over\""),
+            "text ended text ended over");
+}
+
 // ---- What ends, and when ----
 
 TEST_F(EngineTest, RunsLeaveNoMemoryBehind) {
