@@ -23,7 +23,9 @@ LocalTarget LocalTarget::inside(const std::string& documentRoot, std::string_vie
 
 LocalTarget LocalTarget::anywhere(const std::string& documentRoot, std::string_view localPath) {
   std::string path = paths::native(localPath);
-  if (path.starts_with(documentRoot) && below(documentRoot, path.substr(documentRoot.size()))) {
+  // The root is spelled as somebody has set it.
+  if (path.starts_with(paths::native(documentRoot)) &&
+      below(documentRoot, path.substr(documentRoot.size()))) {
     return {documentRoot, path.substr(documentRoot.size()), Reach::Inside};
   }
   return {{}, std::move(path), Reach::Anywhere};

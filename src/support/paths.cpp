@@ -31,7 +31,7 @@ std::string join(std::string_view folder, std::string_view name) {
 }
 
 std::string absolute(const std::string& path, std::string_view base) {
-  return std::filesystem::path(path).is_absolute() ? path : join(base, path);
+  return std::filesystem::path(path).has_root_path() ? path : join(base, path);
 }
 
 std::string_view fileNameOf(std::string_view path) {

@@ -27,7 +27,7 @@ std::string withSeparator(std::string folder);
 /// `folder` and `name` with exactly one separator added between when neither brings one.
 std::string join(std::string_view folder, std::string_view name);
 
-/// `path` as it is when it is absolute, else below `base`.
+/// `path` as it is when it begins at a root, a drive's or the present one, else below `base`.
 std::string absolute(const std::string& path, std::string_view base);
 
 /// The text after the last separator, or the whole text.

@@ -1,5 +1,6 @@
 """Programs that scripts start, and what pages learn of their client."""
 
+import pathlib
 import tempfile
 import time
 import unittest
@@ -17,24 +18,44 @@ def qvscript(source, *options):
 
 
 class Programs(unittest.TestCase):
+    """Those that scripts start are runs of this one."""
+
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+
+    def running(self, source, arguments=""):
+        """An expression: the command line that runs a script."""
+        path = self.folder / ("%d.vbs" % len(list(self.folder.iterdir())))
+        path.write_text(source)
+        return ('"""" & WScript.FullName & """ --components=own ""%s"" %s"'
+                % (programs.path_text(path), arguments))
+
     def check(self, source, expected):
         result = qvscript("Set sh = CreateObject(\"WScript.Shell\")\n" + source)
         self.assertEqual((result.stdout, result.stderr), (expected, b""))
 
     def test_run(self):
-        self.check("WScript.Echo sh.Run(\"sh -c \"\"exit 7\"\"\", 0, True), sh.Run(\"true\")",
-                   b"7 0\n")
+        self.check("WScript.Echo sh.Run(%s, 0, True), sh.Run(%s)"
+                   % (self.running("WScript.Quit 7"), self.running("")), b"7 0\n")
 
     def test_a_program_that_is_not_there(self):
         self.check("On Error Resume Next\nsh.Run \"/none/such\"\nWScript.Echo Err.Number",
                    b"-2147024894\n")
 
     def test_variables_are_expanded_in_run_alone(self):
-        self.check("WScript.Echo sh.Run(\"test -d %TEMP%\", 0, True), "
-                   "sh.Exec(\"echo %TEMP%\").StdOut.ReadLine", b"0 %TEMP%\n")
+        is_folder = ("Set fso = CreateObject(\"Scripting.FileSystemObject\")\n"
+                     "If fso.FolderExists(WScript.Arguments(0)) Then WScript.Quit 3")
+        echo = "WScript.Echo WScript.Arguments(0)"
+        self.check("WScript.Echo sh.Run(%s, 0, True), sh.Exec(%s).StdOut.ReadLine"
+                   % (self.running(is_folder, "%TEMP%"), self.running(echo, "%TEMP%")),
+                   b"3 %TEMP%\n")
 
     def test_streams_of_a_program(self):
-        self.check("Set p = sh.Exec(\"sh -c \"\"cat; echo bad >&2; exit 4\"\"\")\n"
+        copy = ("WScript.StdOut.Write WScript.StdIn.ReadAll\nWScript.StdErr.WriteLine \"bad\"\n"
+                "WScript.Quit 4")
+        self.check("Set p = sh.Exec(" + self.running(copy) + ")\n"
                    "p.StdIn.WriteLine \"one\": p.StdIn.Write \"two\": p.StdIn.Close\n"
                    "WScript.Echo p.StdOut.ReadLine & \"|\" & p.StdOut.ReadAll & \"|\" & "
                    "p.StdErr.ReadLine\n"
@@ -43,14 +64,18 @@ class Programs(unittest.TestCase):
                    b"one|two|bad\n4 True True\n")
 
     def test_much_output(self):
-        self.check("WScript.Echo Len(sh.Exec(\"head -c 3000000 /dev/zero\").StdOut.ReadAll)",
+        much = "WScript.StdOut.Write String(3000000, \"x\")"
+        self.check("WScript.Echo Len(sh.Exec(" + self.running(much) + ").StdOut.ReadAll)",
                    b"3000000\n")
 
     def test_the_scripts_time_ends_a_program(self):
-        for call in ["sh.Run \"sleep 1000\", 0, True", "sh.Exec(\"sleep 1000\").StdOut.ReadAll"]:
+        endless = self.running("Do: WScript.Sleep 1000: Loop")
+        for call in ["sh.Run %s, 0, True", "sh.Exec(%s).StdOut.ReadAll"]:
             start = time.monotonic()
-            result = qvscript("Set sh = CreateObject(\"WScript.Shell\")\n" + call, "--time-limit=1")
+            result = qvscript("Set sh = CreateObject(\"WScript.Shell\")\n" + call % endless,
+                              "--time-limit=1")
             self.assertEqual(result.returncode, 1)
+            self.assertGreater(time.monotonic() - start, 1)
             self.assertLess(time.monotonic() - start, 5)
 
 

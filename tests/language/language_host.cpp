@@ -1,5 +1,6 @@
 #include "language_host.h"
 
+#include "testing/spelling.h"
 #include "vbscript/values/convert.h"
 
 namespace quorvane {
@@ -13,6 +14,10 @@ const std::string_view kPrelude =
     "End Sub\n"
     "Sub FailedText\n"
     "  If Err.Number = 0 Then Echo \"no error\" Else Echo Err.Number, Err.Description\n"
+    "  Err.Clear\n"
+    "End Sub\n"
+    "Sub FailedPath\n"
+    "  If Err.Number = 0 Then Echo \"no error\" Else Echo Err.Number, Spelled(Err.Description)\n"
     "  Err.Clear\n"
     "End Sub\n";
 
@@ -41,6 +46,7 @@ std::span<const vbs::Member<TestOutput>> TestOutput::members() {
   static constexpr vbs::Member<TestOutput> kMembers[] = {
       {"echo", 0, 255, &TestOutput::echo},
       {"show", 1, 1, &TestOutput::show},
+      {"spelled", 1, 1, &TestOutput::spelledText},
   };
   return kMembers;
 }
@@ -57,6 +63,10 @@ Value TestOutput::echo(vbs::Args args) {
 Value TestOutput::show(vbs::Args args) {
   text_ += describe(args[0]) + '\n';
   return {};
+}
+
+Value TestOutput::spelledText(vbs::Args args) {
+  return Value(std::string_view(spelled(vbs::toString(args[0]).narrow())));
 }
 
 }  // namespace quorvane

@@ -21,7 +21,7 @@ std::optional<std::string> setVariable(std::string_view name, const Process& pro
   return std::nullopt;
 }
 
-/// What scripts ask for by the names that another system has for it.
+/// What is asked for by the names that another system has for it.
 std::optional<std::string> usualVariable(std::string_view name, const Process& process) {
   const auto is = [name](std::string_view known) { return equalsNoCase(name, known); };
   if (is("COMPUTERNAME")) return process.computerName();
@@ -29,6 +29,7 @@ std::optional<std::string> usualVariable(std::string_view name, const Process& p
   if (is("TEMP") || is("TMP")) return process.systemFolder(SystemFolder::Temporary);
   if (is("SystemRoot") || is("windir")) return process.systemFolder(SystemFolder::System);
   if (is("USERPROFILE")) return setVariable("HOME", process);
+  if (is("HOME")) return setVariable("USERPROFILE", process);
   return std::nullopt;
 }
 

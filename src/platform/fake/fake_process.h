@@ -1,21 +1,26 @@
 #pragma once
 
+#include <algorithm>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "platform/process.h"
+#include "support/paths.h"
 
 namespace quorvane {
 
-/// A process that says what a test wants to hear, on a system that has the folders named.
+/// A process that says what a test wants to hear, on a system that has the folders named, with "/"
+/// between their parts.
 class FakeProcess final : public Process {
  public:
   std::string commandLine() const override { return line; }
   std::string programFolder() const override { return folder; }
   std::string currentFolder() const override { return current; }
   bool setCurrentFolder(const std::string& wanted) override {
-    std::string path = wanted.starts_with('/') ? wanted : current + '/' + wanted;
+    std::string path = wanted;
+    std::replace(path.begin(), path.end(), paths::kSeparator, '/');
+    if (!path.starts_with('/')) path = current + '/' + path;
     while (path.size() > 1 && path.back() == '/') path.pop_back();
     if (!folders.contains(path)) return false;
     current = path;

@@ -56,13 +56,14 @@ Echo Asc(fso.OpenTextFile("u.txt").Read(1))   '> 255
 
 '=== paths as text
 Dim fso: Set fso = CreateObject("Scripting.FileSystemObject")
-Echo fso.BuildPath("c:\a", "b"), fso.BuildPath("c:\a\", "\b"), fso.BuildPath("/a", "b")   '> c:\a\b c:\a\b /a/b
+Echo fso.BuildPath("c:\a", "b"), fso.BuildPath("c:\a\", "\b"), Spelled(fso.BuildPath("/a", "b"))   '> c:\a\b c:\a\b /a/b
 Echo fso.BuildPath("", "b"), fso.BuildPath("c:", "b")   '> b c:b
 Echo fso.GetFileName("c:\a\b.c\"), fso.GetBaseName("/a.b/c.d.e"), fso.GetExtensionName("a\b.TxT")   '> b.c c.d TxT
 Echo "[" & fso.GetExtensionName("a.b/c") & "][" & fso.GetFileName("c:\") & "]"   '> [][]
 Echo fso.GetParentFolderName("c:\a\b\"), fso.GetParentFolderName("c:\a"), fso.GetParentFolderName("/a")   '> c:\a c:\ /
 Echo "[" & fso.GetParentFolderName("a") & "]", fso.GetDriveName("d:\x")   '> [] d:
-Echo fso.GetAbsolutePathName("x\..\y.txt"), fso.GetAbsolutePathName("C:\q\"), fso.GetAbsolutePathName(".")   '> /data/y.txt /q /data
+Echo Spelled(fso.GetAbsolutePathName("x\..\y.txt"))   '> /data/y.txt
+Echo Spelled(fso.GetAbsolutePathName("C:\q\")), Spelled(fso.GetAbsolutePathName("."))   '> /q /data
 Echo Len(fso.GetTempName), Left(fso.GetTempName, 3)   '> 12 rad
 
 '=== a file's properties
@@ -70,8 +71,8 @@ Dim fso, f: Set fso = CreateObject("Scripting.FileSystemObject")
 fso.CreateFolder "Sub"
 fso.CreateTextFile("Sub/A.Txt").Write "12"
 Set f = fso.GetFile("sub\a.txt")
-Echo f, f.Path, f.Name, f.ShortName, f.Size, f.Type   '> /data/Sub/A.Txt /data/Sub/A.Txt A.Txt A.Txt 2 Text Document
-Echo f.ParentFolder.Name, f.ParentFolder.ParentFolder.Path, f.Attributes, TypeName(f.DateLastModified)   '> Sub /data 32 Date
+Echo Spelled(f), Spelled(f.Path), f.Name, f.ShortName, f.Size, f.Type   '> /data/Sub/A.Txt /data/Sub/A.Txt A.Txt A.Txt 2 Text Document
+Echo f.ParentFolder.Name, Spelled(f.ParentFolder.ParentFolder.Path), f.Attributes, TypeName(f.DateLastModified)   '> Sub /data 32 Date
 Echo Year(f.DateCreated), Month(f.DateLastAccessed), f.Drive.DriveLetter   '> 2024 2 C
 f.Attributes = f.Attributes + 1
 Echo f.Attributes & "", fso.GetFile("sub/a.txt").Attributes   '> 33 33
@@ -80,7 +81,7 @@ f.Delete: Failed                     '> 70
 fso.OpenTextFile "sub/a.txt", 2: Failed   '> 70
 f.Name = "b/c": Failed               '> 52
 f.Name = "B.bin": Failed             '> no error
-Echo f.Path, f.Type                  '> /data/Sub/B.bin BIN File
+Echo Spelled(f.Path), f.Type         '> /data/Sub/B.bin BIN File
 f.Delete True: Failed                '> no error
 f.Size: Failed                       '> 53
 
@@ -148,7 +149,7 @@ fso.CreateFolder "to"
 fso.MoveFolder "went", "to": Failed        '> 58
 Dim d: Set d = fso.GetFolder("went")
 d.Move "to\"
-Echo d.Path                                '> /data/to/went
+Echo Spelled(d.Path)                       '> /data/to/went
 d.Name = "again"
 Echo fso.FileExists("to/again/b.txt")      '> True
 
@@ -185,9 +186,10 @@ fso.OpenTextFile "a" & Chr(0) & "b": Failed            '> 52
 
 '=== drives
 Dim fso, d: Set fso = CreateObject("Scripting.FileSystemObject")
-Echo fso.Drives.Count, fso.DriveExists("c:"), fso.DriveExists("x"), fso.GetDriveName("/data")   '> 1 True False C:
-Set d = fso.GetDrive(fso.GetDriveName("/data"))
-Echo d, d.DriveType, d.IsReady, d.TotalSize, d.RootFolder.Path, d.AvailableSpace < d.TotalSize   '> C: 2 True 1073741824 / True
+Dim here: here = fso.GetDriveName(fso.GetAbsolutePathName("/data"))
+Echo fso.Drives.Count, fso.DriveExists("c:"), fso.DriveExists("x"), here   '> 1 True False C:
+Set d = fso.GetDrive(here)
+Echo d, d.DriveType, d.IsReady, d.TotalSize, Spelled(d.RootFolder.Path), d.AvailableSpace < d.TotalSize   '> C: 2 True 1073741824 / True
 For Each d In fso.Drives: Echo d.Path: Next   '> C:
 On Error Resume Next
 fso.GetDrive "x:": Failed   '> 68

@@ -7,8 +7,8 @@ Echo e("HOME"), "[" & e("none") & "]", e.Count    '> /home/somebody [] 2
 For Each v In sh.Environment: Echo v: Next
 '> HOME=/home/somebody
 '> EMPTY=
-Echo sh.SpecialFolders("Desktop"), sh.SpecialFolders("none") & "|"   '> /home/somebody/Desktop |
-Echo sh.CurrentDirectory                          '> /data
+Echo Spelled(sh.SpecialFolders("Desktop")), sh.SpecialFolders("none") & "|"   '> /home/somebody/Desktop |
+Echo Spelled(sh.CurrentDirectory)                 '> /data
 With CreateObject("WScript.Network")
   Echo .ComputerName, .UserName, .UserDomain      '> HERE somebody HERE
 End With

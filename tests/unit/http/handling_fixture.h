@@ -18,6 +18,7 @@
 #include "support/clsZipString.h"
 #include "support/file_aliases.h"
 #include "testing/fake_services.h"
+#include "testing/spelling.h"
 
 namespace quorvane {
 
@@ -38,17 +39,20 @@ inline std::string bytesOf(const Body& body) {
   return bytes;
 }
 
-/// Script pages whose results a test gives as functions of the request, by local path.
+/// Script pages whose results a test gives as functions of the request, by local path, which is
+/// spelled as tests do.
 class FakePages final : public ScriptPages {
  public:
   using Page = std::function<ScriptPageResult(const ScriptPageRequest&)>;
 
   ScriptPageResult run(const ScriptPageRequest& request) override {
-    urls.push_back(request.url);
+    urls.push_back(spelled(request.url));
     fileData = request.fileData;
     socketIndex = request.socketIndex;
     events = &request.events;
-    return page(request);
+    ScriptPageRequest seen = request;
+    seen.url = urls.back();
+    return page(seen);
   }
 
   Page page = [](const ScriptPageRequest&) { return ScriptPageResult{}; };
@@ -89,11 +93,12 @@ class FakeImages final : public ImageLibrary {
   bool render(const std::string& source, const std::string& target,
               const ImageRendering& wanted) override {
     ++renderings;
-    lastTarget = target;
+    lastTarget = spelled(target);
     if (broken) return false;
-    return files_.writeAll(
-        target, source + " " + std::to_string(wanted.width) + "x" + std::to_string(wanted.height) +
-                    (wanted.keepAspect ? " kept" : " stretched") + (wanted.grey ? " grey" : ""));
+    return files_.writeAll(target, spelled(source) + " " + std::to_string(wanted.width) + "x" +
+                                       std::to_string(wanted.height) +
+                                       (wanted.keepAspect ? " kept" : " stretched") +
+                                       (wanted.grey ? " grey" : ""));
   }
 
   bool broken = false;

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/fake/memory_files.h"
+#include "testing/spelling.h"
 
 namespace quorvane {
 
@@ -14,7 +15,7 @@ TEST(Targets, LocatesFilesWithoutRegardToCase) {
   files.put("/rootless.htm", "x");
   const auto locate = [&](std::string_view path) {
     const auto found = targets::locate(files, LocalTarget::inside("/root", path), true);
-    return found ? found->path : "nothing";
+    return found ? spelled(found->path) : "nothing";
   };
   EXPECT_EQ(locate("/Docs/Page.htm"), "/root/Docs/Page.htm");
   EXPECT_EQ(locate("/docs/PAGE.HTM"), "/root/Docs/Page.htm");
@@ -33,7 +34,7 @@ TEST(Targets, CompleteLocalPathsMayLieAnywhere) {
   files.put("/other/file.zip", "x");
   const auto locate = [&](std::string_view path) {
     const auto found = targets::locate(files, LocalTarget::anywhere("/root", path), true);
-    return found ? found->path : "nothing";
+    return found ? spelled(found->path) : "nothing";
   };
   EXPECT_EQ(locate("/other/file.zip"), "/other/file.zip");
   EXPECT_EQ(locate("/other/FILE.zip"), "nothing");
@@ -48,7 +49,7 @@ TEST(Targets, CompleteLocalPathsMayBeHeldToTheDocumentRoot) {
   files.put("/other/file.zip", "x");
   const auto locate = [&](std::string_view path) {
     const auto found = targets::locate(files, LocalTarget::onlyInside("/root", path), true);
-    return found ? found->path : "nothing";
+    return found ? spelled(found->path) : "nothing";
   };
   EXPECT_EQ(locate("/root/sub/page.HTM"), "/root/sub/Page.htm");
   EXPECT_EQ(locate("\\root\\x\\..\\sub\\Page.htm"), "/root/sub/Page.htm");
@@ -56,7 +57,7 @@ TEST(Targets, CompleteLocalPathsMayBeHeldToTheDocumentRoot) {
                            "sub/Page.htm", "/rootless.htm", ""}) {
     EXPECT_EQ(locate(path), "nothing") << path;
   }
-  EXPECT_EQ(LocalTarget::onlyInside("/root", "/other/file.zip").text(), "/other/file.zip");
+  EXPECT_EQ(spelled(LocalTarget::onlyInside("/root", "/other/file.zip").text()), "/other/file.zip");
 }
 
 TEST(Targets, NoNameOfAClientReachesADevice) {

@@ -8,6 +8,7 @@
 #include "platform/fake/fake_random.h"
 #include "platform/fake/memory_files.h"
 #include "platform/fake/memory_settings.h"
+#include "testing/spelling.h"
 
 namespace quorvane {
 
@@ -102,10 +103,10 @@ TEST_F(StartUpTest, SwitchesAreFoundAnywhereInAnyCase) {
 
 TEST_F(StartUpTest, FoldersLieUnderTheProgramsOwn) {
   start("");
-  EXPECT_EQ(state.MainPath, "/program/");
-  EXPECT_EQ(state.ScriptsFolder, "/program/Server/Scripts");
-  EXPECT_EQ(state.CacheFolder, "/program/Server/Cache");
-  EXPECT_EQ(state.LogsFolder, "/program/Server/Logs");
+  EXPECT_EQ(spelled(state.MainPath), "/program/");
+  EXPECT_EQ(spelled(state.ScriptsFolder), "/program/Server/Scripts");
+  EXPECT_EQ(spelled(state.CacheFolder), "/program/Server/Cache");
+  EXPECT_EQ(spelled(state.LogsFolder), "/program/Server/Logs");
   EXPECT_TRUE(files.stat("/program/Server/Logs"));
   EXPECT_TRUE(files.stat("/program/Server/Cache"));
   EXPECT_FALSE(files.stat("/program/Server/Scripts"));
@@ -114,9 +115,9 @@ TEST_F(StartUpTest, FoldersLieUnderTheProgramsOwn) {
 TEST_F(StartUpTest, ANumberedInstanceHasALogAndACacheOfItsOwn) {
   state.Instance = 3;
   start("");
-  EXPECT_EQ(state.ScriptsFolder, "/program/Server/Scripts");
-  EXPECT_EQ(state.CacheFolder, "/program/Server/Cache/3");
-  EXPECT_EQ(state.LogsFolder, "/program/Server/Logs/3");
+  EXPECT_EQ(spelled(state.ScriptsFolder), "/program/Server/Scripts");
+  EXPECT_EQ(spelled(state.CacheFolder), "/program/Server/Cache/3");
+  EXPECT_EQ(spelled(state.LogsFolder), "/program/Server/Logs/3");
   EXPECT_TRUE(files.stat("/program/Server/Logs/3"));
   EXPECT_TRUE(files.stat("/program/Server/Cache/3"));
 }
@@ -133,7 +134,7 @@ TEST_F(StartUpTest, DeveloperModeTakesTheFolderFromTheRegistry) {
   registry.SetRegString(RegistryRoot::LocalMachine, mainMod::kProgramKey, "MainPath", "/dev");
   start("/devmode /idle");
   EXPECT_TRUE(state.DevMode);
-  EXPECT_EQ(state.MainPath, "/dev/");
+  EXPECT_EQ(spelled(state.MainPath), "/dev/");
 }
 
 TEST_F(StartUpTest, ARelativeDeveloperFolderIsMadeAbsolute) {
@@ -141,12 +142,12 @@ TEST_F(StartUpTest, ARelativeDeveloperFolderIsMadeAbsolute) {
   registry.CreateRegKey(RegistryRoot::LocalMachine, mainMod::kProgramKey);
   registry.SetRegString(RegistryRoot::LocalMachine, mainMod::kProgramKey, "MainPath", "site");
   start("/devmode /idle");
-  EXPECT_EQ(state.MainPath, "/home/site/");
+  EXPECT_EQ(spelled(state.MainPath), "/home/site/");
 }
 
 TEST_F(StartUpTest, DeveloperModeWithoutAFolderHasTheSeparatorAlone) {
   start("/devmode /idle");
-  EXPECT_EQ(state.MainPath, "/");
+  EXPECT_EQ(spelled(state.MainPath), "/");
   EXPECT_FALSE(storage.keyExists(RegistryRoot::LocalMachine, mainMod::kProgramKey));
 }
 
@@ -293,9 +294,9 @@ TEST_F(StartUpTest, TheBannerStandsInItsOrder) {
   EXPECT_EQ(all[3], rule);
   EXPECT_EQ(all[4], "Running Arguments: /debug /idle");
   EXPECT_EQ(all[5], "Port:\t7007");
-  EXPECT_EQ(all[6], "Home:\t/program/Server/Scripts");
-  EXPECT_EQ(all[7], "Logs:\t/program/Server/Logs");
-  EXPECT_EQ(all[8], "Cache:\t/program/Server/Cache");
+  EXPECT_EQ(spelled(all[6]), "Home:\t/program/Server/Scripts");
+  EXPECT_EQ(spelled(all[7]), "Logs:\t/program/Server/Logs");
+  EXPECT_EQ(spelled(all[8]), "Cache:\t/program/Server/Cache");
   EXPECT_EQ(all[9], "Encoding: none");
   EXPECT_EQ(all[10], "Access Control: Unrestricted");
   EXPECT_EQ(all[11], "Resource Mode: QVM");

@@ -14,6 +14,7 @@
 #include "support/clsZipString.h"
 #include "support/language_form.h"
 #include "support/language_text.h"
+#include "testing/spelling.h"
 #include "testing/temporary_folder.h"
 
 namespace quorvane {
@@ -86,7 +87,7 @@ TEST_F(MuiTest, TheFolderIsKeptWithASeparatorAndReadAtOnce) {
   addLanguage(1033, "English");
   EXPECT_EQ(mui.AvailableLangCount(), 0);
   useFolder();
-  EXPECT_EQ(mui.LangFolder(), folder / "Lang/");
+  EXPECT_EQ(spelled(mui.LangFolder()), folder / "Lang/");
   EXPECT_EQ(mui.AvailableLangCount(), 1);
   mui.setLangFolder(folder / "Lang/");
   EXPECT_EQ(mui.LangFolder(), folder / "Lang/");

@@ -4,6 +4,12 @@
 
 namespace quorvane {
 
+namespace {
+
+const std::string s(1, paths::kSeparator);
+
+}  // namespace
+
 TEST(Paths, ReadsBothSeparators) {
   EXPECT_EQ(paths::fileNameOf("/a/b.htm"), "b.htm");
   EXPECT_EQ(paths::fileNameOf("a\\b.htm"), "b.htm");
@@ -14,7 +20,6 @@ TEST(Paths, ReadsBothSeparators) {
 }
 
 TEST(Paths, MakesTheSystemsOwnSeparators) {
-  const std::string s(1, paths::kSeparator);
   EXPECT_EQ(paths::native("a/b\\c"), "a" + s + "b" + s + "c");
   EXPECT_EQ(paths::withSeparator("logs"), "logs" + s);
   EXPECT_EQ(paths::withSeparator("logs/"), "logs/");
@@ -33,8 +38,8 @@ TEST(Paths, TakesTheExtensionFromTheLastDotOfTheWholePath) {
 
 TEST(Paths, RelativePathsAreTakenBelowABase) {
   EXPECT_EQ(paths::absolute("/a", "/base"), "/a");
-  EXPECT_EQ(paths::absolute("a", "/base"), "/base/a");
-  EXPECT_EQ(paths::absolute("", "/base"), "/base/");
+  EXPECT_EQ(paths::absolute("a", "/base"), "/base" + s + "a");
+  EXPECT_EQ(paths::absolute("", "/base"), "/base" + s);
 }
 
 }  // namespace quorvane

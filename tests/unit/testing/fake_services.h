@@ -10,9 +10,12 @@
 
 namespace quorvane {
 
-/// A server's services that a test holds in its hands.
+/// A server's services that a test holds in its hands. Scripts that run on them get nothing of the
+/// system's own.
 template <class AnyRandom = CountingRandom>
 struct FakeServices {
+  FakeServices() { state.Components = ComponentSource::Own; }
+
   ServerState state;
   RecordedLines log;
   FakeClock clock;

@@ -16,6 +16,7 @@
 #include "platform/system.h"
 #include "support/server_state.h"
 #include "testing/recorded_lines.h"
+#include "testing/temporary_folder.h"
 #include "vbscript/engine.h"
 
 namespace quorvane {
@@ -24,30 +25,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A folder of this test alone, gone at its end.
-class ScratchFolder {
- public:
-  ScratchFolder() : path_(fs::temp_directory_path() / "ado_scripts_test") {
-    fs::remove_all(path_);
-    fs::create_directories(path_);
-  }
-  ~ScratchFolder() { fs::remove_all(path_); }
-  ScratchFolder(const ScratchFolder&) = delete;
-  ScratchFolder& operator=(const ScratchFolder&) = delete;
-  std::string text() const { return path_.string(); }
-
- private:
-  fs::path path_;
-};
-
-/// Scripts see the system's own files, from the scratch folder on.
+/// Scripts see the system's own files, from a folder of this test alone on.
 struct Outside {
   Outside() {
-    state.ScriptFolders = folder.text();
-    process.current = folder.text();
+    state.Components = ComponentSource::Own;
+    state.ScriptFolders = folder.path();
+    process.current = folder.path();
   }
 
-  ScratchFolder folder;
+  TemporaryFolder folder;
   ServerState state;
   RecordedLines log;
   FakeClock clock;

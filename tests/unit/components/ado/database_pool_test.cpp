@@ -20,6 +20,8 @@
 #include "platform/text_settings.h"
 #include "support/server_state.h"
 #include "testing/recorded_lines.h"
+#include "testing/spelling.h"
+#include "testing/temporary_folder.h"
 #include "vbscript/values/convert.h"
 
 namespace quorvane::ado {
@@ -30,15 +32,12 @@ namespace fs = std::filesystem;
 
 struct PoolOfFiles : testing::Test {
   PoolOfFiles() {
-    fs::remove_all(folder);
-    fs::create_directories(folder);
     state.ScriptFolders = "*";
-    process.current = folder.string();
+    process.current = folder.path();
   }
-  ~PoolOfFiles() override { fs::remove_all(folder); }
 
   OpenDatabase open(const std::string& file = "a.db") {
-    return openDatabase(services, {"Driver=SQLite3;Database=" + (folder / file).string(), "", {}});
+    return openDatabase(services, {"Driver=SQLite3;Database=" + (folder / file), "", {}});
   }
   void close(OpenDatabase open) { closeDatabase(services, std::move(open)); }
 
@@ -75,7 +74,7 @@ struct PoolOfFiles : testing::Test {
     return std::system(("python3 -c \"" + program + "\" 2>/dev/null").c_str()) != 0;
   }
 
-  const fs::path folder = fs::temp_directory_path() / "database_pool_test";
+  TemporaryFolder folder;
   ServerState state;
   RecordedLines log;
   FakeClock clock;
@@ -174,7 +173,7 @@ TEST_F(PoolOfFiles, NoJournalStaysBesideAFileThatIsGone) {
   run(one, "CREATE TABLE t (v TEXT)");
   fs::remove(folder / "a.db");
   one = {};
-  EXPECT_TRUE(fs::is_empty(folder));
+  EXPECT_TRUE(fs::is_empty(folder.path()));
 }
 
 TEST_F(PoolOfFiles, TheJournalOfAnotherFileStays) {
@@ -191,7 +190,7 @@ TEST_F(PoolOfFiles, TheJournalOfAnotherFileStays) {
 TEST_F(PoolOfFiles, AFileWithALogKeepsIt) {
   {
     SqliteOptions options;
-    options.path = (folder / "a.db").string();
+    options.path = folder / "a.db";
     options.create = true;
     SqliteCore core(services, options);
     core.run("PRAGMA journal_mode = WAL");
@@ -232,7 +231,7 @@ TEST_F(PoolOfFiles, WhatOthersChangeOfTablesIsKnownAtOnce) {
 
 TEST_F(PoolOfFiles, AnotherOpeningLeavesTheLocksOfAFile) {
   const std::string text = "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=";
-  const std::string file = (folder / "a.mdb").string();
+  const std::string file = folder / "a.mdb";
   createDatabase(services, text + file);
   const OpenDatabase one = openDatabase(services, {text + file, "", {}});
   run(one, "CREATE TABLE t (v TEXT(9))");
@@ -267,13 +266,13 @@ TEST_F(PoolOfFiles, TextsThatStandForOthers) {
   MemoryFiles memory;
   memory.put("/s/HKEY_LOCAL_MACHINE/Software/Ardenfell/Quorvane/Server/Databases.ini",
              "10=*shop* -> nothing\n2=*Catalog=SHOP;* -> Driver=SQLite3;Database=" +
-                 (folder / "shop.db").string() + "\n");
+                 (folder / "shop.db") + "\n");
   DatabasePool redirecting(clock, std::make_unique<TextSettings>(memory, "/s").get());
   services.databases = &redirecting;
   const OpenDatabase moved = openDatabase(
       services,
       {" Provider=SQLOLEDB;Data Source=x;Initial Catalog=shop;User ID=sa ", "", {"a", "b"}});
-  EXPECT_EQ(moved.path, (folder / "shop.db").string());
+  EXPECT_EQ(spelled(moved.path), spelled(folder / "shop.db"));
   EXPECT_EQ(moved.database->systemName(), "SQLite");
 }
 

@@ -1,7 +1,5 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sql.h>
-#include <sqlext.h>
 
 #include "ado/fake_odbc.h"
 #include "components/ado/error_numbers.h"
@@ -9,6 +7,7 @@
 #include "components/ado/odbc/statements.h"
 #include "components/ado/odbc/target.h"
 #include "components/ado/odbc/values.h"
+#include "platform/odbc_headers.h"
 #include "vbscript/values/convert.h"
 #include "vbscript/values/error.h"
 

@@ -32,3 +32,4 @@ t.Skip 2
 Echo t.AtEndOfLine                             '> True
 t.SkipLine: t.SkipLine
 Echo t.Line, t.ReadLine                        '> 3 third
+Echo fso.GetFile("t.txt").OpenAsTextStream(1).ReadLine                 '> abcdef

@@ -6,8 +6,6 @@
 
 namespace quorvane {
 
-namespace fs = std::filesystem;
-
 std::string PageWithForm::header(std::string_view name) const {
   if (equalsNoCase(name, "Content-Type")) return "multipart/form-data; boundary=XX";
   if (equalsNoCase(name, "User-Agent")) {
@@ -27,26 +25,23 @@ std::string_view PageWithForm::body() const {
          "--XX--\r\n";
 }
 
-MembersHost::MembersHost(WatchedObjects& book)
-    : folder_(fs::temp_directory_path() / "members_test") {
-  fs::remove_all(folder_);
-  fs::create_directories(folder_ / "mail");
+MembersHost::MembersHost(WatchedObjects& book) {
+  std::filesystem::create_directory(folder_ / "mail");
   state_.Components = ComponentSource::Own;
-  state_.ScriptFolders = folder_.string();
-  state_.MainPath = folder_.string() + '/';
-  state_.ScriptsFolder = folder_.string();
-  state_.MailFolder = (folder_ / "mail").string();
+  state_.ScriptFolders = folder_.path();
+  state_.MainPath = paths::withSeparator(folder_.path());
+  state_.ScriptsFolder = folder_.path();
+  state_.MailFolder = folder_ / "mail";
   state_.AllowShell = true;
-  process_->setCurrentFolder(folder_.string());
-  settings_ = makeSettingsStorage(*files_, (folder_ / "settings").string());
+  process_->setCurrentFolder(folder_.path());
+  settings_ = makeSettingsStorage(*files_, folder_ / "settings");
   services_ = std::make_unique<Services>(Services{state_, log_, clock_, *files_, random_, *process_,
                                                   nullptr, settings_.get(), &page_});
   host_ = std::make_unique<Watching<ScriptHost>>(book, *services_);
 }
 
 MembersHost::~MembersHost() {
-  process_->setCurrentFolder("/");
-  fs::remove_all(folder_);
+  process_->setCurrentFolder("/");  // or the folder could not go
 }
 
 }  // namespace quorvane

@@ -8,11 +8,12 @@
 #include "members/watched_objects.h"
 #include "platform/fake/fake_clock.h"
 #include "platform/fake/fake_random.h"
-
 #include "platform/services.h"
 #include "platform/system.h"
+#include "support/paths.h"
 #include "support/server_state.h"
 #include "testing/recorded_lines.h"
+#include "testing/temporary_folder.h"
 
 namespace quorvane {
 
@@ -21,7 +22,9 @@ class PageWithForm final : public PageContext {
  public:
   std::string header(std::string_view name) const override;
   std::string_view body() const override;
-  std::string folder() const override { return std::filesystem::current_path().string() + '/'; }
+  std::string folder() const override {
+    return paths::withSeparator(std::filesystem::current_path().string());
+  }
   void write(std::string_view bytes) override { written += bytes; }
 
   std::string written;
@@ -38,7 +41,7 @@ class MembersHost {
   vbs::Host& host() { return *host_; }
 
  private:
-  std::filesystem::path folder_;
+  TemporaryFolder folder_;
   ServerState state_;
   RecordedLines log_;
   FakeClock clock_;

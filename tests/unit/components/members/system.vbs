@@ -24,15 +24,15 @@ Echo e.BodyName, e.HeaderName, e.EncodingName                                  '
 
 '=== a program runs and is talked to
 Set sh = CreateObject("WScript.Shell")
-Echo sh.Run("true", 0, True), sh.Run("false", 0, True)                         '> 0 1
-Set p = sh.Exec("cat")
+Echo sh.Run(Succeeds, 0, True), sh.Run(Fails, 0, True)                         '> 0 1
+Set p = sh.Exec(Copies)
 p.StdIn.WriteLine "there and back"
 p.StdIn.Close
-Echo p.StdOut.ReadAll & p.StdErr.AtEndOfStream       '> there and back
+Echo Replace(p.StdOut.ReadAll, vbCr, "") & p.StdErr.AtEndOfStream              '> there and back
 '> True
 Do While p.Status = 0: n = n + 1: Loop
 Echo p.Status, p.ExitCode, p.ProcessID > 0     '> 1 0 True
-Set p = sh.Exec("sleep 100")
+Set p = sh.Exec(Copies)
 p.Terminate
 Do While p.Status = 0: Loop
 Echo p.ExitCode <> 0                           '> True

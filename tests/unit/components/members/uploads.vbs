@@ -37,7 +37,8 @@ Echo LenB(f.Binary), LenB(f.BinaryData), f.ContentString             '> 10 10 fi
 Set fso = CreateObject("Scripting.FileSystemObject")
 here = fso.GetAbsolutePathName(".")
 f.SaveAs here & "/a.txt"
-Echo f.Path = here & "/a.txt", f = f.Path, f.ServerName = f.Path, f.Folder = here & "/"   '> True True True True
+here = Spelled(here)
+Echo Spelled(f.Path) = here & "/a.txt", f = f.Path, f.ServerName = f.Path, Spelled(f.Folder) = here & "/"   '> True True True True
 f.SaveAsVirtual "b.txt": f.SaveInVirtual "c.txt": f.Copy here & "/d.txt": f.CopyVirtual "e.txt"
 Echo fso.FileExists("b.txt"), fso.FileExists("c.txt"), fso.FileExists("d.txt"), fso.FileExists("e.txt")   '> True True True True
 f.Move here & "/m.txt"
@@ -53,14 +54,14 @@ fso.CreateFolder "in"
 Set u = CreateObject("SoftArtisans.FileUp")
 u.Path = "in": u.UseMemory = True: u.CodePage = 65001
 u.OverwriteFiles = True
-Echo u.OverwriteFiles, Right(u.Path, 3), u.MaxBytes, u.MaxBytesToCancel          '> True /in -1 -1
+Echo u.OverwriteFiles, Spelled(Right(u.Path, 3)), u.MaxBytes, u.MaxBytesToCancel          '> True /in -1 -1
 u.MaxBytes = 100: u.MaxBytesToCancel = 100
 Echo u.Form("title"), u.FormEx("place"), u.TotalBytes > 300                      '> A view here True
 Echo u.UserFileName, u.ShortFileName, u.ContentType, u.IsEmpty                   '> C:\pics\one.txt one.txt text/plain False
 u.Save
 Echo fso.FileExists("in/one.txt"), fso.FileExists("in/two.bin")                  '> True True
 u.SaveAs "other.txt"
-Echo Right(u.ServerName, 13), fso.FileExists("in/other.txt")                     '> /in/other.txt True
+Echo Spelled(Right(u.ServerName, 13)), fso.FileExists("in/other.txt")                     '> /in/other.txt True
 u.SaveInVirtual "in/third.txt"
 Echo fso.FileExists("in/third.txt")                                              '> True
 u.Flush

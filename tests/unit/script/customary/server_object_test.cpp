@@ -1,5 +1,6 @@
 #include "script/customary/server_texts.h"
 #include "site_fixture.h"
+#include "testing/spelling.h"
 
 namespace quorvane::customary {
 
@@ -7,8 +8,9 @@ namespace {
 
 class ServerObjectTest : public SiteTest {
  protected:
-  std::string mapped(const std::string& path) {
-    return visit("Response.Write Server.MapPath(\"" + path + "\")");
+  std::string mapped(const std::string& path) { return mappedBy("\"" + path + "\""); }
+  std::string mappedBy(const std::string& expression) {
+    return spelled(visit("Response.Write Server.MapPath(" + expression + ")"));
   }
   std::string html(const std::string& expression) {
     return visit("Response.Write Server.HTMLEncode(" + expression + ")");
@@ -62,16 +64,16 @@ TEST_F(ServerObjectTest, MapsNoPathsThatAreNone) {
   for (const char* none : {"a*.txt", "a?b", "C:\\\\x", "a|b", "<a>"}) {
     EXPECT_EQ(mapped(none), kFailed) << none;
   }
-  EXPECT_EQ(visit("Response.Write Server.MapPath(\"a\" & Chr(0) & \"b\")"), kFailed);
-  EXPECT_EQ(visit("Response.Write Server.MapPath(String(100000, \"a\"))"), kFailed);
-  EXPECT_EQ(visit("Response.Write Server.MapPath(Null)"), "error 13");
+  EXPECT_EQ(mappedBy("\"a\" & Chr(0) & \"b\""), kFailed);
+  EXPECT_EQ(mappedBy("String(100000, \"a\")"), kFailed);
+  EXPECT_EQ(mappedBy("Null"), "error 13");
 }
 
 TEST_F(ServerObjectTest, MapsNamesInTheSystemsBytes) {
-  EXPECT_EQ(visit("Response.Write Server.MapPath(ChrW(&H4E2D))"), "/srv/\xE4\xB8\xAD");
-  EXPECT_EQ(visit("Response.Write Server.MapPath(Chr(&HC3) & Chr(&HA9))"), "/srv/\xC3\xA9");
+  EXPECT_EQ(mappedBy("ChrW(&H4E2D)"), "/srv/\xE4\xB8\xAD");
+  EXPECT_EQ(mappedBy("Chr(&HC3) & Chr(&HA9)"), "/srv/\xC3\xA9");
   page = kUtf8;
-  EXPECT_EQ(visit("Response.Write Server.MapPath(Chr(233))"), "/srv/\xC3\xA9");
+  EXPECT_EQ(mappedBy("Chr(233)"), "/srv/\xC3\xA9");
 }
 
 TEST_F(ServerObjectTest, MakesObjectsOrSaysSo) {
