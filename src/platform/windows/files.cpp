@@ -77,15 +77,23 @@ bool equalsNoCase(std::wstring_view a, std::wstring_view b) {
                                 static_cast<int>(b.size()), TRUE) == CSTR_EQUAL;
 }
 
-/// `path` from `begin` on as the file system spells it; nothing for what was asked for by another
-/// name than its own. What stands before may be a short name.
+/// `path` from the separator at `begin` on as the file system spells it; nothing for what was asked
+/// for by another name than its own. What stands before may be a short name. Part by part, since
+/// what makes short names long looks at nothing else.
 std::optional<std::wstring> spelled(const std::wstring& path, std::size_t begin) {
-  std::wstring own(kLongestPath, L'\0');
-  own.resize(::GetLongPathNameW(path.c_str(), own.data(), kLongestPath));
-  const std::wstring_view asked = std::wstring_view(path).substr(begin);
-  if (own.size() < asked.size()) return std::nullopt;
-  own.erase(0, own.size() - asked.size());
-  return equalsNoCase(own, asked) ? std::optional(own) : std::nullopt;
+  std::wstring own;
+  while (begin < path.size()) {
+    const std::size_t end = std::min(path.find(L'\\', begin + 1), path.size());
+    WIN32_FIND_DATAW entry{};
+    const HANDLE search = ::FindFirstFileW(path.substr(0, end).c_str(), &entry);
+    if (search == INVALID_HANDLE_VALUE) return std::nullopt;
+    ::FindClose(search);
+    const std::wstring_view asked = std::wstring_view(path).substr(begin + 1, end - begin - 1);
+    if (!equalsNoCase(entry.cFileName, asked)) return std::nullopt;
+    own.append(1, L'\\').append(entry.cFileName);
+    begin = end;
+  }
+  return own;
 }
 
 /// With all links followed.

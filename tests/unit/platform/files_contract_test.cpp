@@ -108,6 +108,8 @@ TYPED_TEST(FilesContract, FindIgnoresCaseInEveryPart) {
   EXPECT_EQ(this->found("docs/SUB/read.me"), "Docs/Sub/Read.Me");
   EXPECT_EQ(this->found("/docs//SUB/read.me"), "Docs/Sub/Read.Me");
   EXPECT_EQ(this->found("docs/sub"), "Docs/Sub");
+  this->write("Docs/Sub/A Name That is Long.html");
+  EXPECT_EQ(this->found("docs/sub/a name THAT is long.HTML"), "Docs/Sub/A Name That is Long.html");
   EXPECT_EQ(this->found("DOCS/EMPTY"), "Docs/Empty");
   EXPECT_FALSE(this->found("docs/none/read.me"));
   EXPECT_FALSE(this->found("docs/sub/read.me/more"));
