@@ -137,18 +137,25 @@ bool callObject(CallStack& stack, Object& object, const Instruction* pc, Value* 
   }
 }
 
+/// What a member at hand gives; what it would look up in its collection is looked up here.
+[[gnu::always_inline]] inline Value callDirectly(Object& known, const DirectMember& direct,
+                                                 Args arguments) {
+  if (direct.itemUse != ItemUse::None) {
+    const Value* const item = known.itemPlace(arguments[0].deref());
+    if (direct.itemUse == ItemUse::Exists) return Value::boolean(item != nullptr);
+    if (item) return *item;
+  }
+  countTexts(arguments);
+  return direct.get(known, direct.row, arguments);
+}
+
 /// Calls a member at hand with a variable by reference.
 [[gnu::always_inline]] inline void useNative(CallStack& stack, const Instruction* call, Value* base,
                                              Object& known, Value& variable) {
   const MemberCache& cache = *call[1].pointer<MemberCache>();
-  if (cache.direct.itemUse == ItemUse::Get) {
-    if (const Value* item = known.itemPlace(variable))
-      return finishNative(stack, call, base, *item);
-  }
   Value argument = Value::reference(&variable);
   const Ref<Object> alive(&known);
-  countTexts({&argument, 1});
-  finishNative(stack, call, base, cache.direct.get(known, cache.direct.row, {&argument, 1}));
+  finishNative(stack, call, base, callDirectly(known, cache.direct, {&argument, 1}));
 }
 
 }  // namespace
@@ -181,8 +188,7 @@ bool callMember(CallStack& stack, const Instruction* pc, Value* base) {
   Object* known = nativeObject(holder, cache);
   if (!known) return callAnyMember(stack, pc, base);
   const Args arguments(&holder + 1, pc->c);
-  countTexts(arguments);
-  Value result = cache.direct.get(*known, cache.direct.row, arguments);
+  Value result = callDirectly(*known, cache.direct, arguments);
   for (Value& used : arguments) giveUp(used, true);
   if (known->references() > 1) {
     known->release();

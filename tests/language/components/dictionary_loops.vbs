@@ -197,3 +197,53 @@ For i = 0 To 40
   d(String(i, "k") & 3) = -i
 Next
 Echo d.Count, Len(wrong)     '> 410 0
+
+'=== keys that are written out or made for the call
+Class Mark
+  Public Name
+  Private Sub Class_Terminate: Echo "ended", Name: End Sub
+End Class
+Function Marked(name): Set Marked = New Mark: Marked.Name = name: End Function
+Dim d, i, r, t: Set d = CreateObject("Scripting.Dictionary")
+d.Add "name", "n": Set d("object") = Marked("item"): d("list") = Array(1, 2)
+For i = 1 To 2
+  If d.Exists("name") Then Echo "there" Else Echo "gone"
+  If Not d.Exists("na" & "me" & i) Then Echo "none"
+  Echo d.Exists("object"), d.Exists(""), d.Item("name"), d.Item("na" & "me"), d.Item("object").Name
+  r = d.Item("list"): r(0) = 9: Echo d.Item("list")(0), r(0)
+  Echo d.Exists(Marked("key"))
+  Set r = d.Item("object"): r = d.Exists("object"): Echo r
+  Echo IsEmpty(d.Item("new" & i)), d.Count
+  d.Exists "name": d.Item "newer" & i: Echo d.Count
+Next
+'> there
+'> none
+'> True False n n item
+'> 1 9
+'> ended key
+'> False
+'> True
+'> True 4
+'> 5
+'> there
+'> none
+'> True False n n item
+'> 1 9
+'> ended key
+'> False
+'> True
+'> True 6
+'> 7
+Sub Ask
+  If d.Exists("name") And d.Item("name") = "n" Then Echo "asked"
+  Dim k: k = "name": If d.Exists(k) Then Echo "asked", d.Item(k)
+End Sub
+Ask
+'> asked
+'> asked n
+Set t = d.Item("object"): d.Remove "object": Echo t.Name   '> item
+On Error Resume Next
+r = d.Exists(Array(1)): Failed     '> 5
+r = d.Item(Array(1)): Failed       '> 5
+On Error GoTo 0
+Set t = Nothing                    '> ended item
