@@ -75,9 +75,12 @@ void TextStream::advance(std::string_view bytes) {
 void TextStream::write(const String& text) {
   Channel& sink = channel();
   if (form_.mode != Mode::Write) vbs::throwError(ErrorCode::BadFileMode);
-  const std::string bytes = unit() == 1 ? text.narrow() : std::string(text.toWide().raw());
-  sink.write(bytes);
-  advance(bytes);
+  const auto send = [&](std::string_view bytes) {
+    sink.write(bytes);
+    advance(bytes);
+  };
+  if (unit() > 1) return send(text.toWide().raw());
+  text.isAnsi() ? send(text.raw()) : send(text.narrow());
 }
 
 String TextStream::takeLine() {

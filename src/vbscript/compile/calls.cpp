@@ -192,7 +192,9 @@ void CallLowering::callIntrinsic(const Intrinsic& intrinsic, const Identifier& n
     return code_.emitPointer(operationOf(intrinsic), target, argument, 0, &intrinsic);
   }
   const Register first = parts_.arguments.pushLibraryArguments(intrinsic, arguments);
-  code_.emitPointer(Opcode::CallIntrinsic, target, first, static_cast<unsigned>(count), &intrinsic);
+  const bool isMid = intrinsic.name == "mid" && count == 3 && target != kNoRegister;
+  code_.emitPointer(isMid ? Opcode::Mid : Opcode::CallIntrinsic, target, first,
+                    static_cast<unsigned>(count), &intrinsic);
 }
 
 void CallLowering::callScopeFunction(ScopeFunction function, const Identifier& name,

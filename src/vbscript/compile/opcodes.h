@@ -162,6 +162,7 @@
   X(Len, "rr- I", "a = Len(b)")                                                                   \
   X(Chr, "rr- I", "a = Chr(b)")                                                                   \
   X(UBound, "rr- I", "a = UBound(b)")                                                             \
+  X(Mid, "drn I", "CallIntrinsic of Mid with three arguments")                                    \
   X(New, "r-- C", "a = new instance of a class")                                                  \
   X(NewNamed, "rs- X", "a = new instance of what has this name; flag b: names must be declared")  \
   X(LateGet, "rd- X", "a = whatever has this name by now, else variable b")                       \

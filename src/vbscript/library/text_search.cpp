@@ -1,5 +1,7 @@
-#include <algorithm>
+#include <array>
+#include <cstring>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "vbscript/library/arguments.h"
@@ -12,22 +14,36 @@ namespace {
 
 constexpr std::size_t kNone = std::string_view::npos;
 
-/// Places in a text; charged to the script like a value.
+/// Places in a text; those that need memory of their own are charged to the script like a value.
 class Places {
  public:
   Places() = default;
-  ~Places() { runContext.memory.release(list_.size() * sizeof(std::uint32_t)); }
+  ~Places() { runContext.memory.release(many_.size() * sizeof(std::uint32_t)); }
   Places(const Places&) = delete;
   Places& operator=(const Places&) = delete;
 
   void add(std::size_t place) {
-    runContext.memory.charge(sizeof(std::uint32_t));
-    list_.push_back(static_cast<std::uint32_t>(place));
+    if (fewCount_ < few_.size()) {
+      few_[fewCount_++] = static_cast<std::uint32_t>(place);
+    } else {
+      addToMany(static_cast<std::uint32_t>(place));
+    }
   }
-  const std::vector<std::uint32_t>& list() const { return list_; }
+  std::span<const std::uint32_t> list() const {
+    return many_.empty() ? std::span(few_.data(), fewCount_) : std::span(many_);
+  }
 
  private:
-  std::vector<std::uint32_t> list_;
+  void addToMany(std::uint32_t place) {
+    const std::size_t more = many_.empty() ? few_.size() + 1 : 1;
+    runContext.memory.charge(more * sizeof(std::uint32_t));
+    if (many_.empty()) many_.assign(few_.begin(), few_.end());
+    many_.push_back(place);
+  }
+
+  std::array<std::uint32_t, 16> few_;
+  std::size_t fewCount_ = 0;
+  std::vector<std::uint32_t> many_;  ///< all of them, when they are more than few
 };
 
 /// Finds one text in another, both as bytes when both are held so.
@@ -35,7 +51,8 @@ class Searcher {
  public:
   Searcher(const String& text, const String& part, bool ignoreCase)
       : text_(ignoreCase ? text.lower() : text), part_(ignoreCase ? part.lower() : part) {
-    if (text.isAnsi() && part.isAnsi()) return;
+    if (text.isAnsi() && part.isAnsi()) [[likely]]
+      return;
     wideText_.emplace(text_);
     widePart_.emplace(part_);
   }
@@ -75,28 +92,41 @@ std::size_t mostAt(Args args, std::size_t index) {
   return most == -1 ? SIZE_MAX : static_cast<std::size_t>(most);
 }
 
-/// The text with `with` in place of `skip` characters at each of the places.
-String spliced(const String& text, const std::vector<std::uint32_t>& places, std::size_t skip,
-               const String& with) {
-  String result;
-  if (text.isAnsi() && with.isAnsi()) {
-    result = String::withCapacity(
-        Encoding::Ansi, text.length() + places.size() * with.length() - places.size() * skip);
-  }
-  std::size_t from = 0;
-  const auto copyUpTo = [&](std::size_t to) {
-    if (text.isAnsi()) {
-      result.appendAnsi(text.ansi().substr(from, to - from));
-    } else {
-      result.append(text.substr(from, to - from));
-    }
+/// The text with `with` in place of `skip` bytes at each of the places.
+String splicedBytes(std::string_view text, std::span<const std::uint32_t> places, std::size_t skip,
+                    std::string_view with) {
+  const std::size_t size = text.size() + places.size() * with.size() - places.size() * skip;
+  if (size == 0) return String();
+  String result = String::withCapacity(Encoding::Ansi, size);
+  char* out = result.extend(size);
+  const auto copy = [&out](std::string_view bytes) {
+    std::memcpy(out, bytes.data(), bytes.size());
+    out += bytes.size();
   };
+  std::size_t from = 0;
   for (const std::size_t place : places) {
-    copyUpTo(place);
+    copy(text.substr(from, place - from));
+    copy(with);
+    from = place + skip;
+  }
+  copy(text.substr(from));
+  return result;
+}
+
+/// The same with characters.
+String spliced(const String& text, std::span<const std::uint32_t> places, std::size_t skip,
+               const String& with) {
+  if (text.isAnsi() && with.isAnsi()) {
+    return splicedBytes(text.ansi(), places, skip, with.ansi());
+  }
+  String result;
+  std::size_t from = 0;
+  for (const std::size_t place : places) {
+    result.append(text.substr(from, place - from));
     result.append(with);
     from = place + skip;
   }
-  copyUpTo(text.length());
+  result.append(text.substr(from, SIZE_MAX));
   return result;
 }
 

@@ -156,8 +156,8 @@ void Machine::callIntrinsicOne(const Instruction* pc, Value* base) {
   Value& argument = base[pc->b];
   Value result = stack_.intrinsic->call(runtime_, {&argument, 1});
   stack_.intrinsic = nullptr;
-  if (pc->bIsTemporary() && needsCare(argument)) release(argument);
-  operation::put(stack_, pc, base, std::move(result));
+  giveUp(argument, pc->bIsTemporary());
+  operation::finishCall(stack_, pc, base, std::move(result), nullptr, 0);
 }
 
 // ---- New ----

@@ -1,6 +1,7 @@
 #include <array>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <string_view>
 
 #include "vbscript/machine/operations.h"
@@ -130,20 +131,70 @@ bool joinPlainly(CallStack& stack, const Instruction* pc, Value* base) {
   return true;
 }
 
-/// ConcatenateMany for texts and whole numbers, in one allocation. False: not such a case.
-bool joinManyPlainly(const Value* first, const Value* last, String& text) {
+/// The room that pieces take at most in a text of one byte a character, and whether the body of one
+/// of them is `before`.
+struct Room {
   std::size_t bytes = 0;
+  bool isShared = false;
+};
+
+/// Nothing where a piece takes more than that.
+[[gnu::always_inline]] inline std::optional<Room> roomFor(const Value* first, const Value* last,
+                                                          const StringRep* before) {
+  Room room;
   for (const Value* value = first; value != last; ++value) {
     const Value& direct = value->deref();
-    const StringRep* part = direct.isString() ? direct.stringRep() : nullptr;
-    if (part && part->encoding != Encoding::Ansi) return false;
-    if (!direct.isString() && !isWholeNumber(direct)) return false;
-    bytes += direct.isString() ? (part ? part->bytes : 0) : Piece::kMostDigits;
+    if (direct.isString()) {
+      const StringRep* const text = direct.stringRep();
+      if (!text) continue;
+      if (text->encoding != Encoding::Ansi) return {};
+      room.bytes += text->bytes;
+      room.isShared |= text == before;
+    } else if (isWholeNumber(direct)) {
+      room.bytes += Piece::kMostDigits;
+    } else {
+      return {};
+    }
   }
-  text = String::withCapacity(Encoding::Ansi, bytes);
+  return room;
+}
+
+/// Writes the pieces one behind the other, gives them up, and returns the end.
+char* writePieces(char* out, Value* first, const Value* last) {
   Piece piece;
-  for (const Value* value = first; value != last; ++value) {
-    if (piece.set(value->deref())) text.appendAnsi(piece.bytes());
+  for (Value* value = first; value != last; ++value) {
+    if (piece.set(value->deref())) {
+      copy(out, piece.bytes());
+      out += piece.bytes().size();
+    }
+    giveUp(*value, true);
+  }
+  return out;
+}
+
+/// ConcatenateMany for texts and whole numbers: into the old body of the result's variable where
+/// that can be, else in one allocation. False: not such a case.
+bool joinManyPlainly(CallStack& stack, const Instruction* pc, Value* base) {
+  Value* const first = &pc->b.of(base);
+  Value* const last = first + pc->c;
+  Value& target = pc->a.of(base);
+  const Value& variable = target.deref();
+  const auto room = roomFor(first, last, variable.isString() ? variable.stringRep() : nullptr);
+  if (!room) return false;
+  countWork(room->bytes);
+  StringRep* const own = room->isShared ? nullptr : reusableBody(variable, room->bytes);
+  if (own) {
+    own->bytes = static_cast<std::uint32_t>(writePieces(own->data(), first, last) - own->data());
+    own->hash = 0;
+    return true;
+  }
+  String text = String::withCapacity(Encoding::Ansi, room->bytes);
+  StringRep& body = *text.rep();
+  body.bytes = static_cast<std::uint32_t>(writePieces(body.data(), first, last) - body.data());
+  if (!vacate(target)) {
+    store(stack, target, Value(std::move(text)));
+  } else {
+    new (&target) Value(std::move(text));
   }
   return true;
 }
@@ -167,16 +218,11 @@ void concatenateTwo(CallStack& stack, const Instruction* pc, Value* base) {
 }
 
 void concatenateMany(CallStack& stack, const Instruction* pc, Value* base) {
+  if (joinManyPlainly(stack, pc, base)) return;
   Value* const first = base + pc->b;
   Value* const last = first + pc->c;
-  Value result;
-  String text;
-  if (joinManyPlainly(first, last, text)) {
-    result = Value(std::move(text));
-  } else {
-    result = concatenate(first[0], first[1]);
-    for (Value* piece = first + 2; piece != last; ++piece) appendTo(result, piece->deref());
-  }
+  Value result = concatenate(first[0], first[1]);
+  for (Value* piece = first + 2; piece != last; ++piece) appendTo(result, piece->deref());
   clearRange(first, last);
   put(stack, pc, base, std::move(result));
 }

@@ -1,4 +1,5 @@
 #include <cmath>
+#include <type_traits>
 
 #include "vbscript/machine/machine.h"
 #include "vbscript/machine/operations.h"
@@ -6,6 +7,7 @@
 #include "vbscript/machine/script_object.h"
 #include "vbscript/values/convert.h"
 #include "vbscript/values/operators.h"
+#include "vbscript/values/text_hash.h"
 
 // The dispatch loop. Operations whose operands are plain numbers are done here; everything else is
 // a call of a named function. A register that needs care (see needsCare) is never overwritten here.
@@ -223,6 +225,27 @@ template <class Numbers>
   return true;
 }
 
+/// Whether two texts of bytes are the same, where that is the question and they are short when they
+/// may be. False: not a case for the loop.
+template <class Numbers>
+[[gnu::always_inline]] inline bool compareTexts(const Value& left, const Value& right,
+                                                bool& holds) {
+  if constexpr (!std::is_same_v<Numbers, EqualNumbers> &&
+                !std::is_same_v<Numbers, NotEqualNumbers>) {
+    return false;
+  } else {
+    const Value& text = left.deref();
+    if (!text.isString() || !right.isString()) return false;
+    const StringRep* const l = text.stringRep();
+    const StringRep* const r = right.stringRep();
+    if (!l || !r || l->encoding != Encoding::Ansi || r->encoding != Encoding::Ansi) return false;
+    const bool mayBe = l->bytes == r->bytes;
+    if (mayBe && l->bytes > text_hash::kMostReached) return false;
+    holds = Numbers::holds(mayBe && text_hash::startAlike(*l, *r, l->bytes), true);
+    return true;
+  }
+}
+
 /// Whether a loop goes on with this number.
 [[gnu::always_inline]] inline bool isWithin(std::int32_t at, const Value& limit,
                                             const Value& step) {
@@ -254,15 +277,9 @@ inline void become(const Instruction* pc, Opcode op) {
   return true;
 }
 
-/// Assigns a value as it is, where nothing ends thereby: the variable holds a plain value, or a
-/// text that others hold as well.
-[[gnu::always_inline]] inline bool assignLightly(Value& variable, const Value& source) {
-  if (needsCare(variable)) {
-    if (!variable.isString()) return false;
-    StringRep* const before = variable.stringRep();
-    if (before && before->references == 1) return false;
-    if (before) --before->references;
-  }
+/// Assigns a text where nothing ends thereby.
+[[gnu::always_inline]] inline bool assignText(Value& variable, const Value& source) {
+  if (!source.isString() || !vacate(variable)) return false;
   new (&variable) Value(source);
   return true;
 }
@@ -385,6 +402,24 @@ template <plain_function::Function function>
   if (needsCare(pc->a.of(base))) return false;
   if (!needsCare(argument)) return function(pc->a.of(base), argument);
   return !pc->bIsTemporary() && function(pc->a.of(base), argument.deref());
+}
+
+/// Mid for one character of a variable's text, which is of bytes. False: not a case for the loop.
+[[gnu::always_inline]] inline bool takeCharacter(const Instruction* pc, Value* base) {
+  Value* const arguments = &pc->b.of(base);
+  const Value& count = arguments[2];
+  if (!arguments[0].is(Type::Reference) || !count.is(Type::Integer) || count.asInt() != 1)
+    return false;
+  const Value& text = *arguments[0].target();
+  const Value& start = arguments[1].deref();
+  if (!text.isString() || !text.stringRep() || !isWhole(start)) return false;
+  const StringRep& body = *text.stringRep();
+  const std::size_t at = static_cast<std::size_t>(start.asInt()) - 1;
+  if (body.encoding != Encoding::Ansi || at >= body.bytes || !vacate(pc->a.of(base))) return false;
+  new (&pc->a.of(base)) Value(String::ofByte(body.data()[at]));
+  dropReference(arguments[0]);
+  dropReference(arguments[1]);
+  return true;
 }
 
 }  // namespace
@@ -517,23 +552,26 @@ void Machine::execute(const Frame* entry) {
 #define VBS_FAR_JUMP() VBS_JUMP(static_cast<std::int32_t>(pc[1].low()))
 
 /// Jumps on a comparison of two values; of whole numbers without much ado.
-#define VBS_JUMP_ON(Numbers, left, right, comparison)                                \
-  if (areWhole(tag(left), tag(right))) [[likely]] {                                  \
-    if (Numbers::holds((left).asInt(), (right).asInt())) VBS_FAR_JUMP();             \
-    VBS_NEXT(2);                                                                     \
-  } else {                                                                           \
-    bool holds = false;                                                              \
-    if (!compareFloating<Numbers>(left, right, holds)) holds = VBS_SLOW(comparison); \
-    if (holds) VBS_FAR_JUMP();                                                       \
-  }                                                                                  \
+#define VBS_JUMP_ON(Numbers, left, right, temporaryMask, comparison)                             \
+  if (areWhole(tag(left), tag(right))) [[likely]] {                                              \
+    if (Numbers::holds((left).asInt(), (right).asInt())) VBS_FAR_JUMP();                         \
+    VBS_NEXT(2);                                                                                 \
+  } else {                                                                                       \
+    bool holds = false;                                                                          \
+    const bool isDone =                                                                          \
+        compareFloating<Numbers>(left, right, holds) ||                                          \
+        ((pc->temporaries & (temporaryMask)) == 0 && compareTexts<Numbers>(left, right, holds)); \
+    if (!isDone) holds = VBS_SLOW(comparison);                                                   \
+    if (holds) VBS_FAR_JUMP();                                                                   \
+  }                                                                                              \
   VBS_NEXT(2);
 
 #define VBS_COMPARE_JUMP(name, Numbers)                                                        \
   name:                                                                                        \
-  VBS_JUMP_ON(Numbers, pc->a.of(base), pc->b.of(base),                                         \
+  VBS_JUMP_ON(Numbers, pc->a.of(base), pc->b.of(base), 1 | 2,                                  \
               jumpCompare(pc, base, Opcode::name, pc->b.of(base), pc->bIsTemporary()))         \
   name##Constant                                                                               \
-      : VBS_JUMP_ON(Numbers, pc->a.of(base), pc->b.of(constants),                              \
+      : VBS_JUMP_ON(Numbers, pc->a.of(base), pc->b.of(constants), 1,                           \
                     jumpCompare(pc, base, Opcode::name##Constant, pc->b.of(constants), false)) \
             name##Integer : {                                                                  \
     const Value& left = pc->a.of(base);                                                        \
@@ -639,7 +677,8 @@ Halt:
   // ---- Moving values ----
 
 LoadConstant:
-  if (!copyInto(pc->a.of(base), pc->b.of(constants)))
+  if (!copyInto(pc->a.of(base), pc->b.of(constants)) &&
+      !assignText(pc->a.of(base), pc->b.of(constants)))
     VBS_SLOW(put(stack_, pc, base, pc->b.of(constants)));
   VBS_NEXT(1);
 LoadFarConstant:
@@ -658,6 +697,7 @@ Copy:
   VBS_NEXT(1);
 Let:
   if (copyPlain(pc->a.of(base), pc->b.of(base))) VBS_NEXT(1);
+  if (assignText(pc->a.of(base), pc->b.of(base).deref())) VBS_NEXT(1);
   VBS_SLOW(let(stack_, pc->a.of(base), pc->b.of(base)));
   VBS_NEXT(1);
 SetVariable:
@@ -677,7 +717,15 @@ Clear:
   }
   VBS_NEXT(1);
 Plain:
-  if (!copyPlain(pc->a.of(base), pc->b.of(base))) VBS_SLOW(plain(pc, base));
+  if (copyPlain(pc->a.of(base), pc->b.of(base))) VBS_NEXT(1);
+  if (pc->bIsTemporary() && pc->b.of(base).isString()) {
+    if (pc->a == pc->b) VBS_NEXT(1);
+    if (vacate(pc->a.of(base))) {
+      new (&pc->a.of(base)) Value(std::move(pc->b.of(base)));
+      VBS_NEXT(1);
+    }
+  }
+  VBS_SLOW(plain(pc, base));
   VBS_NEXT(1);
 LoadGlobal:
   if (needsCare(pc->b.of(stack_.globals())) || needsCare(pc->a.of(base))) {
@@ -879,7 +927,8 @@ ForEachNext : {
     const ArrayRep& vector = *walk.asArray();
     Value& at = (&pc->b.of(base))[1];
     const auto index = static_cast<std::uint32_t>(at.asInt());
-    if (index < vector.vectorCount && assignLightly(pc->a.of(base), vector.elements[index])) {
+    if (index < vector.vectorCount && vacate(pc->a.of(base))) {
+      new (&pc->a.of(base)) Value(vector.elements[index]);
       at.setIntUncounted(Type::Long, static_cast<std::int32_t>(index) + 1);
       VBS_TURN();
     }
@@ -1061,6 +1110,11 @@ PutElementMember : {
   VBS_PLAIN_FUNCTION(Len, plain_function::length)
   VBS_PLAIN_FUNCTION(Chr, plain_function::character)
   VBS_PLAIN_FUNCTION(UBound, plain_function::upperBound)
+Mid:
+  if (takeCharacter(pc, base)) [[likely]]
+    VBS_NEXT(2);
+  VBS_SLOW(callIntrinsic(pc, base));
+  VBS_NEXT(2);
   VBS_ENTER(New, 2, newObject(pc, base))
   VBS_ENTER(NewNamed, 2, newNamed(pc, base))
   VBS_DELEGATE(LateGet, 2, lateGet(pc, base))

@@ -130,7 +130,9 @@ bool callObject(CallStack& stack, Object& object, const Instruction* pc, Value* 
 
 [[gnu::always_inline]] inline void finishNative(CallStack& stack, const Instruction* pc,
                                                 Value* base, Value result) {
-  if (pc->a != kNoRegister && !needsCare(pc->a.of(base)) && !result.isCounted()) {
+  if (pc->a == kNoRegister && !result.isCounted()) {
+    stack.raisePending();
+  } else if (pc->a != kNoRegister && !needsCare(pc->a.of(base)) && !result.isCounted()) {
     pc->a.of(base).copyUncounted(result);
   } else {
     finishCall(stack, pc, base, std::move(result), nullptr, 0);

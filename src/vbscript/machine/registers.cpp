@@ -16,16 +16,6 @@ void release(Value& value) {
   }
 }
 
-void clearRange(Value* first, const Value* last) {
-  for (; first < last; ++first) {
-    if (first->is(Type::Reference)) {
-      first->setIntUncounted(Type::Empty, 0);
-    } else if (needsCare(*first)) {
-      release(*first);
-    }
-  }
-}
-
 void checkAssignable(const Value& variable) {
   if (variable.deref().isFixedArray()) throwError(ErrorCode::TypeMismatch);
 }

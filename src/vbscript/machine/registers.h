@@ -18,8 +18,6 @@ inline bool needsCare(const Value& value) {
 
 /// Leaves the register Empty. The end of an object may run script code.
 void release(Value& value);
-void clearRange(Value* first, const Value* last);
-
 /// Gives up an operand where it is a temporary.
 [[gnu::always_inline]] inline void giveUp(Value& operand, bool isTemporary) {
   if (!isTemporary || !needsCare(operand)) return;
@@ -30,6 +28,21 @@ void clearRange(Value* first, const Value* last);
   } else {
     release(operand);
   }
+}
+
+inline void clearRange(Value* first, const Value* last) {
+  for (; first < last; ++first) giveUp(*first, true);
+}
+
+/// Whether a register can be overwritten now: it holds a plain value, or held a text that others
+/// hold as well and that it has let go of.
+[[gnu::always_inline]] inline bool vacate(Value& value) {
+  if (!needsCare(value)) return true;
+  if (!value.isString()) return false;
+  StringRep* const text = value.stringRep();
+  if (text && text->references == 1) return false;
+  if (text) --text->references;
+  return true;
 }
 
 /// Whether the registers can be overwritten without a look. All that nobody uses must be so: a

@@ -58,7 +58,13 @@ void finishCall(CallStack& stack, const Instruction* pc, Value* base, Value resu
     result = Value();
     return stack.raisePending();
   }
-  put(stack, pc, base, std::move(result));
+  Value& target = pc->a.of(base);
+  if (!result.isObject() && !result.isArray() && vacate(target)) {
+    new (&target) Value(std::move(result));
+    stack.raisePending();
+  } else {
+    put(stack, pc, base, std::move(result));
+  }
 }
 
 }  // namespace quorvane::vbs::operation

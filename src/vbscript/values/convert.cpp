@@ -157,7 +157,7 @@ bool toBoolean(const Value& value) {
   return plainNumber(plain, 0) != 0;
 }
 
-String toString(const Value& value) {
+String convertedText(const Value& value) {
   const Value& direct = value.deref();
   switch (direct.type()) {
     case Type::String:

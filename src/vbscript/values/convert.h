@@ -19,7 +19,11 @@ std::uint8_t toByte(const Value& value);      ///< halves to even
 std::int64_t toCurrency(const Value& value);  ///< ten-thousandths, halves to even
 double toDate(const Value& value);            ///< days since 30 December 1899
 bool toBoolean(const Value& value);
-String toString(const Value& value);
+String convertedText(const Value& value);  ///< as toString(), which is quick about texts
+inline String toString(const Value& value) {
+  const Value& direct = value.deref();
+  return direct.isString() ? direct.asString() : convertedText(direct);
+}
 Object* toObject(const Value& value);  ///< not counted; 424 when it is no object, 91 for Nothing
 
 /// The bytes of an array: of bytes, or of values that each are one.

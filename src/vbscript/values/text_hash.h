@@ -103,6 +103,19 @@ inline constexpr auto kReaches = [] {
   return reaches;
 }();
 
+inline constexpr std::size_t kMostReached = kReaches.size() - 1;
+
+/// Whether two bodies hold the same in their first bytes, kMostReached at most, without a jump that
+/// depends on how many: that would be guessed wrong more often than the comparison takes.
+[[gnu::always_inline]] inline bool startAlike(const StringRep& a, const StringRep& b,
+                                              std::size_t size) {
+  const auto differenceAt = [&](std::size_t at) {
+    return load<std::uint64_t>(a.data() + at) ^ load<std::uint64_t>(b.data() + at);
+  };
+  const Reach& reach = kReaches[size];
+  return ((differenceAt(0) | differenceAt(reach.last)) & reach.first) == 0;
+}
+
 }  // namespace text_hash
 
 /// Encoding, hash and length of a body in one number.
@@ -111,12 +124,10 @@ inline std::uint64_t likenessOf(const StringRep& text) {
                                         sizeof text.references);
 }
 
-/// A text of bytes that has its hash and is short: what is most often a key. Whether another one is
-/// the same takes no jump that depends on its length, which would be guessed wrong more often than
-/// the comparison takes.
+/// A text of bytes that has its hash and is short: what is most often a key.
 class ShortText {
  public:
-  static constexpr std::uint32_t kMostBytes = text_hash::kReaches.size() - 1;
+  static constexpr std::uint32_t kMostBytes = text_hash::kMostReached;
 
   /// False for any other text.
   [[gnu::always_inline]] inline bool set(const StringRep* text) {
@@ -133,17 +144,11 @@ class ShortText {
   [[gnu::always_inline]] inline bool isSame(const StringRep* other) const {
     if (other == text_) return true;
     if (!other || likenessOf(*other) != likeness_) return false;
-    const text_hash::Reach& reach = text_hash::kReaches[size()];
-    return ((differenceAt(*other, 0) | differenceAt(*other, reach.last)) & reach.first) == 0;
+    return text_hash::startAlike(*text_, *other, size());
   }
 
  private:
-  using Word = std::uint64_t;
-
   std::uint32_t size() const { return static_cast<std::uint32_t>(likeness_ >> 32); }
-  Word differenceAt(const StringRep& other, std::size_t at) const {
-    return text_hash::load<Word>(text_->data() + at) ^ text_hash::load<Word>(other.data() + at);
-  }
 
   const StringRep* text_;
   std::uint64_t likeness_;

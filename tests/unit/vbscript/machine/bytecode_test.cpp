@@ -355,7 +355,7 @@ TEST(Bytecode, FunctionsOfTheLibraryAreCalledDirectly) {
             "RefVariable t0 r1\n"
             "LoadInteger t1 2\n"
             "LoadInteger t2 1\n"
-            "CallIntrinsic r2 t0 3 Mid\n"
+            "Mid r2 t0 3 Mid\n"
             "Halt\n");
 }
 
