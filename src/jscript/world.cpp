@@ -9,6 +9,7 @@
 #include "jscript/prelude.h"
 #include "jscript/script_object.h"
 #include "support/text.h"
+#include "vbscript/values/heap.h"
 
 namespace quorvane::jscript {
 
@@ -122,7 +123,7 @@ void* World::allocate(void* old, std::size_t size) noexcept {
   const std::size_t before = block ? *reinterpret_cast<std::size_t*>(block) : 0;
   vbs::MemoryMeter& meter = vbs::runContext.memory;
   if (size == 0) {
-    std::free(block);
+    vbs::giveMemoryBack(block);
     meter.release(before);
     return nullptr;
   }
@@ -132,7 +133,7 @@ void* World::allocate(void* old, std::size_t size) noexcept {
   }
   const auto more = static_cast<std::int64_t>(size) - static_cast<std::int64_t>(before);
   if (more > 0 && meter.used > meter.limit - more) return nullptr;
-  auto* const made = static_cast<char*>(std::realloc(block, kHead + size));
+  auto* const made = static_cast<char*>(vbs::resizeMemory(block, kHead + size));
   if (!made) return nullptr;
   meter.used += more;
   *reinterpret_cast<std::size_t*>(made) = size;

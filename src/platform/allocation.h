@@ -4,7 +4,7 @@
 
 namespace quorvane {
 
-/// The bytes that the system has set aside for what std::malloc gave; 0 for null.
+/// The bytes that the system has set aside for what the engine's heap gave; 0 for null.
 std::size_t allocatedBytes(void* allocated);
 
 /// Has the allocator keep a few MiB that are free for what comes next, rather than give them back

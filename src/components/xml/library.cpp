@@ -5,7 +5,6 @@
 #include <libxml/xmlmemory.h>
 #include <libxslt/xsltutils.h>
 
-#include <cstdlib>
 #include <cstring>
 #include <mutex>
 #include <utility>
@@ -13,6 +12,7 @@
 #include "components/xml/external_files.h"
 #include "platform/allocation.h"
 #include "vbscript/values/block_pool.h"
+#include "vbscript/values/heap.h"
 #include "vbscript/values/time_check.h"
 
 namespace quorvane::xml {
@@ -41,7 +41,7 @@ void* counted(void* memory) {
 /// Threads without a pool, of libraries that use this one too, may give one another what they have
 /// taken, so they get none here.
 void* allocate(std::size_t bytes) {
-  return counted(vbs::threadPool ? vbs::allocateBlock(bytes) : std::malloc(bytes));
+  return counted(vbs::threadPool ? vbs::allocateBlock(bytes) : vbs::takeMemory(bytes));
 }
 
 void release(void* memory) {

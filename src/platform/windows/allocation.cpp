@@ -1,14 +1,15 @@
 #include "platform/allocation.h"
 
-#include <malloc.h>
+// This file alone: it defines all operators new and delete.
+#include <mimalloc-new-delete.h>
 
 namespace quorvane {
 
 std::size_t allocatedBytes(void* allocated) {
-  return allocated ? ::_msize(allocated) : 0;
+  return mi_usable_size(allocated);
 }
 
-/// The system's heap keeps what is free by itself.
+/// The allocator keeps what is free by itself.
 void keepFreeMemory() {}
 
 }  // namespace quorvane

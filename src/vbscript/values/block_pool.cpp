@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <new>
 #include <utility>
@@ -44,7 +43,7 @@ struct BlockPool::Page {
 };
 
 BlockPool::~BlockPool() {
-  while (empty_) std::free(std::exchange(empty_, empty_->next));
+  while (empty_) giveMemoryBack(std::exchange(empty_, empty_->next));
 }
 
 bool BlockPool::isPooled(const void* block) {
@@ -80,7 +79,7 @@ void BlockPool::giveBack(void* block) {
     return;
   }
   if (page->listed) unlink(page);
-  if (emptyPages_ >= kEmptyPages) return std::free(page);
+  if (emptyPages_ >= kEmptyPages) return giveMemoryBack(page);
   ++emptyPages_;
   page->next = std::exchange(empty_, page);
 }
@@ -91,7 +90,7 @@ BlockPool::Page* BlockPool::pageWithSpace(std::size_t size) {
     empty_ = page->next;
     --emptyPages_;
   } else {
-    void* const bytes = std::malloc(kPageBytes);
+    void* const bytes = takeMemory(kPageBytes);
     if (!bytes) return nullptr;
     page = new (bytes) Page;
   }
@@ -122,7 +121,7 @@ void makeThreadPool() {
 }
 
 void* resizeBlock(void* block, std::size_t before, std::size_t bytes) {
-  if (!isPooled(block)) return std::realloc(block, bytes);
+  if (!isPooled(block)) return resizeMemory(block, bytes);
   void* const moved = allocateBlock(bytes);
   if (!moved) return nullptr;
   std::memcpy(moved, block, std::min(before, bytes));

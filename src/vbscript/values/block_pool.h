@@ -2,8 +2,9 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdlib>
 #include <new>
+
+#include "vbscript/values/heap.h"
 
 namespace quorvane::vbs {
 
@@ -60,12 +61,12 @@ inline bool isPooled(const void* block) {
 
 /// Null when there is no memory left.
 inline void* allocateBlock(std::size_t bytes) {
-  if (bytes > BlockPool::kLargest) return std::malloc(bytes);
+  if (bytes > BlockPool::kLargest) return takeMemory(bytes);
   if (!threadPool) makeThreadPool();
-  return threadPool ? threadPool->take(bytes) : std::malloc(bytes);
+  return threadPool ? threadPool->take(bytes) : takeMemory(bytes);
 }
 inline void releaseBlock(void* block) {
-  isPooled(block) ? threadPool->giveBack(block) : std::free(block);
+  isPooled(block) ? threadPool->giveBack(block) : giveMemoryBack(block);
 }
 /// What realloc does, for a block of `before` bytes.
 void* resizeBlock(void* block, std::size_t before, std::size_t bytes);

@@ -1,10 +1,11 @@
 #include "vbscript/values/object.h"
 
 #include <atomic>
-#include <cstdlib>
 #include <memory>
 #include <new>
 #include <vector>
+
+#include "vbscript/values/heap.h"
 
 namespace quorvane::vbs {
 
@@ -76,7 +77,7 @@ ArrayRep::~ArrayRep() {
   if (!elements) return;
   std::destroy_n(elements, count);
   runContext.memory.release(count * sizeof(Value));
-  std::free(elements);
+  giveMemoryBack(elements);
 }
 
 Value invokeResult(const Value& result, CallKind kind, Args args) {

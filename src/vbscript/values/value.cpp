@@ -1,8 +1,9 @@
 #include "vbscript/values/value.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <new>
+
+#include "vbscript/values/heap.h"
 
 namespace quorvane::vbs {
 
@@ -14,7 +15,7 @@ Value* allocateRow(std::size_t count) {
   if (count > PTRDIFF_MAX / sizeof(Value)) throwError(ErrorCode::OutOfMemory);
   const std::size_t size = count * sizeof(Value);
   runContext.memory.charge(size);
-  auto* row = static_cast<Value*>(std::malloc(size));
+  auto* row = static_cast<Value*>(takeMemory(size));
   if (!row) {
     runContext.memory.release(size);
     throwError(ErrorCode::OutOfMemory);
@@ -25,7 +26,7 @@ Value* allocateRow(std::size_t count) {
 void freeRow(Value* row, std::size_t count) {
   if (!row) return;
   runContext.memory.release(count * sizeof(Value));
-  std::free(row);
+  giveMemoryBack(row);
 }
 
 std::size_t product(std::span<const std::int32_t> extents) {

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
+// After it.
+#include <psapi.h>
 
 #include <array>
 #include <atomic>
@@ -84,6 +86,31 @@ TEST(ThreadVariablesTest, LeaveTheLastErrorOfTheSystemAlone) {
     EXPECT_EQ(::GetLastError(), DWORD{ERROR_FILE_NOT_FOUND});
     EXPECT_EQ(read, 3);
   }).join();
+}
+
+std::size_t memoryInUse() {
+  PROCESS_MEMORY_COUNTERS counters{};
+  ::GetProcessMemoryInfo(::GetCurrentProcess(), &counters, sizeof counters);
+  return counters.PagefileUsage;
+}
+
+TEST(ThreadVariablesTest, AThreadLeavesNoMemoryBehind) {
+  struct Large {
+    std::array<char, 20000> bytes{};
+  };
+  static constinit thread_local Large large;
+  const auto live = [] {
+    large.bytes[1] = 1;
+    const std::vector<std::string> texts(10, std::string(10000, 'x'));
+    EXPECT_EQ(texts.back().size(), 10000u);
+  };
+  const auto run = [&] {
+    for (int i = 0; i < 500; ++i) std::thread(live).join();
+  };
+  run();
+  const std::size_t before = memoryInUse();
+  run();
+  EXPECT_LT(memoryInUse(), before + (std::size_t{4} << 20));
 }
 
 }  // namespace
