@@ -112,6 +112,18 @@ std::string reasonFor(const ModuleFile& file, bool isRepeated) {
   return "its key occurs inside the keys of files before it";
 }
 
+/// Why nothing is to be written at or through `path`; empty when it is not there or no link. Where
+/// the standard library knows links of some kinds only, those that lead elsewhere are known by
+/// that.
+std::string linkFault(const fs::path& path, const std::string& folder, const Files& files) {
+  std::error_code ignored;
+  if (fs::is_symlink(fs::symlink_status(path, ignored))) {
+    return path.string() + " is a symbolic link";
+  }
+  const bool leadsOut = files.stat(path.string()) && !files.leadsBelow(path.string(), folder);
+  return leadsOut ? path.string() + " leads out of the folder" : "";
+}
+
 }  // namespace
 
 FolderContents readFolder(const std::string& folder, const std::string& leftOut,
@@ -177,16 +189,13 @@ std::string unpackFile(const ModuleFile& file, const std::string& folder, const 
   std::error_code error;
   for (const fs::path& part : relative.parent_path()) {
     path /= part;
-    const fs::file_status status = fs::symlink_status(path, error);
-    if (fs::is_symlink(status)) return path.string() + " is a symbolic link";
-    if (!fs::exists(status) && !fs::create_directory(path, error)) {
+    if (std::string fault = linkFault(path, folder, files); !fault.empty()) return fault;
+    if (!fs::exists(path, error) && !fs::create_directory(path, error)) {
       return path.string() + " can't be made";
     }
   }
   path /= relative.filename();
-  if (fs::is_symlink(fs::symlink_status(path, error))) {
-    return path.string() + " is a symbolic link";
-  }
+  if (std::string fault = linkFault(path, folder, files); !fault.empty()) return fault;
   return files.writeAll(path.string(), file.content) ? "" : path.string() + " can't be written";
 }
 

@@ -186,6 +186,26 @@ class Modules(ServerTest):
                 self.assertEqual(server.get("/").text, text)
                 self.assertEqual(server.get("/IMG/Note.TXT").text, "a note")
 
+    def test_nothing_is_unpacked_through_links(self):
+        with tempfile.TemporaryDirectory() as name:
+            folder = pathlib.Path(name)
+            site, target, elsewhere = folder / "site", folder / "target", folder / "elsewhere"
+            for one in (site / "out", target, elsewhere):
+                one.mkdir(parents=True)
+            for packed in ("out/a.txt", "b.txt", "c.txt"):
+                (site / packed).write_text("packed")
+            kept = folder / "kept.txt"
+            kept.write_text("kept")
+            module = folder / "site.qvm"
+            programs.run("qvmpack", "pack", site, module, check=True, capture_output=True)
+            (target / "out").symlink_to(elsewhere)
+            (target / "b.txt").symlink_to(kept)
+            unpacked = programs.run("qvmpack", "unpack", module, target, capture_output=True)
+            self.assertEqual(unpacked.returncode, 1, unpacked.stderr)
+            self.assertEqual(list(elsewhere.iterdir()), [])
+            self.assertEqual(kept.read_text(), "kept")
+            self.assertEqual((target / "c.txt").read_text(), "packed")
+
 
 class Waiting(ServerTest):
     PAGES = {"echo.qvs": "<%= Request.Form(\"a\") %>"}

@@ -38,7 +38,7 @@ DIFFERENCES = {
         "Wine's code page 50220 writes bytes of another one",
 }
 
-_LINKS = "Wine makes no links"
+_LINKS = "the compiler's library makes no links here"
 _OPEN_FILE = "a file that is open can be neither removed nor replaced"
 _ESCAPES = "Wine does not know these code pages"
 
