@@ -19,8 +19,8 @@ using std::chrono::steady_clock;
 /// Bytes that are asked of the system at a time. How far it has come with them it does not tell,
 /// and a client is watched for whether it takes anything; so a slow one gets little at a time, and
 /// a fast one, for whom every stretch means a way to it and back, much.
-constexpr std::size_t kLeast = 64 * 1024;
-constexpr std::size_t kMost = 512 * 1024;
+constexpr std::size_t kLeast = std::size_t{64} << 10;
+constexpr std::size_t kMost = std::size_t{512} << 10;
 constexpr std::chrono::milliseconds kBrief{250};
 constexpr std::chrono::milliseconds kLong{2000};
 

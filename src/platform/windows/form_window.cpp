@@ -243,7 +243,7 @@ void FormWindow::boundSize(MINMAXINFO& sizes) const {
 
 void FormWindow::show(ServerWindowPicture picture) {
   if (picture.texts != texts_) putTexts(picture.texts);
-  for (std::size_t i = 0; i < llist_.size(); ++i) llist_[i].take(std::move(picture.lists[i]));
+  for (std::size_t i = 0; i < llist_.size(); ++i) llist_[i].take(picture.lists[i]);
   if (picture.text != text_) setText(dbgText_, picture.text);
   text_ = std::move(picture.text);
   if (picture.visible && !::IsWindowVisible(window_)) ::ShowWindow(window_, SW_SHOWNORMAL);

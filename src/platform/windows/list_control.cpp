@@ -112,7 +112,7 @@ bool ListControl::isAtEnd() const {
   return chosen == 0 || (chosen == 1 && ask(LB_GETSEL, static_cast<WPARAM>(lines - 1)) > 0);
 }
 
-void ListControl::take(ServerWindowLines lines) {
+void ListControl::take(const ServerWindowLines& lines) {
   if (lines.dropped == 0 && lines.added.empty()) return;
   const auto top = static_cast<int>(ask(LB_GETTOPINDEX));
   const bool isRemade = lines.dropped == static_cast<std::size_t>(count());

@@ -28,7 +28,7 @@ class ListControl {
   /// The style stays until another one has been set.
   void setStyle(const WindowStyle& style);
   void setMenu(std::wstring copy, std::wstring copyAll);
-  void take(ServerWindowLines lines);
+  void take(const ServerWindowLines& lines);
 
   /// The number, by the order of coming, of the line that the user has gone to.
   std::optional<std::size_t> currentLine() const;

@@ -19,6 +19,7 @@ class NoRedis final : public Redis {
 
 }  // namespace
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): others keep it
 std::unique_ptr<Redis> makeRedis(StoreAddress, const Clock&) {
   return std::make_unique<NoRedis>();
 }

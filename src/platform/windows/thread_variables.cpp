@@ -91,6 +91,7 @@ void WINAPI atEndOfThread(void*, DWORD reason, void*) {
 
 }  // namespace
 
+// NOLINTNEXTLINE(bugprone-reserved-identifier): the compiler's name for it
 extern "C" void* __emutls_get_address(Variable* variable) {
   Variables& variables = ofThisThread();
   const std::size_t number = variable->number.load(std::memory_order_relaxed);
