@@ -66,7 +66,7 @@ Value isDate(Runtime&, Args args) {
 }
 
 Value isNumeric(Runtime&, Args args) {
-  constexpr unsigned kNumbers = kWholeTypes | typeBit(Type::Single) | typeBit(Type::Double) |
+  constexpr TypeSet kNumbers = kWholeTypes | typeBit(Type::Single) | typeBit(Type::Double) |
                                 typeBit(Type::Currency) | typeBit(Type::Empty);
   return testPlain(args[0], [](const Value& value) {
     return isOneOf(value, kNumbers) ||

@@ -28,13 +28,12 @@ inline unsigned tag(const Value& value) {
 }
 
 inline bool isWhole(const Value& value) {
-  return tag(value) - kInteger <= 1;
+  return (tag(value) & kWholeBit) != 0;
 }
 
 /// Both are Integer or Long.
 inline bool areWhole(unsigned l, unsigned r) {
-  static_assert(kLong == kInteger + 1);
-  return ((l - kInteger) | (r - kInteger)) <= 1;
+  return (l & r & kWholeBit) != 0;
 }
 
 /// A number of this type, Integer or Long; an Integer that does not fit becomes a Long.
@@ -60,7 +59,7 @@ inline bool asDouble(const Value& value, double& number) {
     number = value.asDouble();
     return true;
   }
-  if (t - kInteger > 1) return false;
+  if ((t & kWholeBit) == 0) return false;
   number = value.asInt();
   return true;
 }
@@ -272,7 +271,7 @@ inline void become(const Instruction* pc, Opcode op) {
 
 /// The same of what is not counted.
 [[gnu::always_inline]] inline bool copyPlain(Value& target, const Value& source) {
-  if (needsCare(source) || needsCare(target)) return false;
+  if (((tag(source) | tag(target)) & kCareBit) != 0) return false;
   target.copyUncounted(source);
   return true;
 }

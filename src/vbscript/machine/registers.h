@@ -13,7 +13,7 @@ namespace quorvane::vbs {
 /// Whether a register needs more than being overwritten: it holds something counted, or refers to
 /// a variable.
 inline bool needsCare(const Value& value) {
-  return value.type() >= Type::String;
+  return (static_cast<unsigned>(value.type()) & kCareBit) != 0;
 }
 
 /// Leaves the register Empty. The end of an object may run script code.

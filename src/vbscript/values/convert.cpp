@@ -237,13 +237,42 @@ std::string_view typeName(const Value& value) {
 }
 
 std::int16_t varType(const Value& value) {
-  constexpr std::int16_t kNumbers[] = {0, 1, 2, 3, 4, 5, 6, 7, 11, 17, 10, 8, 9};
-  static_assert(std::size(kNumbers) == static_cast<std::size_t>(Type::Array));
   constexpr std::int16_t kArrayOfBytes = 8192 + 17;
   constexpr std::int16_t kArrayOfVariants = 8192 + 12;
   const Value& direct = value.deref();
-  if (!direct.isArray()) return kNumbers[static_cast<std::size_t>(direct.type())];
-  return direct.asArray()->elementType == Type::Byte ? kArrayOfBytes : kArrayOfVariants;
+  switch (direct.type()) {
+    case Type::Empty:
+      return 0;
+    case Type::Null:
+      return 1;
+    case Type::Integer:
+      return 2;
+    case Type::Long:
+      return 3;
+    case Type::Single:
+      return 4;
+    case Type::Double:
+      return 5;
+    case Type::Currency:
+      return 6;
+    case Type::Date:
+      return 7;
+    case Type::String:
+      return 8;
+    case Type::Object:
+      return 9;
+    case Type::Error:
+      return 10;
+    case Type::Boolean:
+      return 11;
+    case Type::Byte:
+      return 17;
+    case Type::Array:
+      return direct.asArray()->elementType == Type::Byte ? kArrayOfBytes : kArrayOfVariants;
+    default:
+      break;
+  }
+  throwError(ErrorCode::InternalError);
 }
 
 std::string toBytes(const ArrayRep& array) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "vbscript/values/convert.h"
 #include "vbscript/values/object.h"
 #include "vbscript/values/value.h"
@@ -52,17 +54,18 @@ struct Operands {
   Operand right;
 };
 
-inline constexpr unsigned typeBit(Type type) {
-  return 1u << static_cast<unsigned>(type);
+using TypeSet = std::uint64_t;
+inline constexpr TypeSet typeBit(Type type) {
+  return TypeSet{1} << static_cast<unsigned>(type);
 }
 /// The subtypes that hold a whole number in asInt().
-inline constexpr unsigned kWholeTypes =
+inline constexpr TypeSet kWholeTypes =
     typeBit(Type::Boolean) | typeBit(Type::Byte) | typeBit(Type::Integer) | typeBit(Type::Long);
 /// The subtypes that hold theirs in asDouble().
-inline constexpr unsigned kRealTypes =
+inline constexpr TypeSet kRealTypes =
     typeBit(Type::Single) | typeBit(Type::Double) | typeBit(Type::Date);
-inline bool isOneOf(const Value& value, unsigned types) {
-  return (types >> static_cast<unsigned>(value.type())) & 1u;
+inline bool isOneOf(const Value& value, TypeSet types) {
+  return (types >> static_cast<unsigned>(value.type())) & 1;
 }
 
 /// Error 13 that shows a text operand: "Type mismatch: '[string: "x"]'".

@@ -151,7 +151,7 @@ bool eitherNull(const Value& a, const Value& b) {
 
 /// `+` joins two texts; Empty beside a text counts as one.
 bool joinsTexts(const Value& a, const Value& b) {
-  constexpr unsigned kTexts = typeBit(Type::String) | typeBit(Type::Empty);
+  constexpr TypeSet kTexts = typeBit(Type::String) | typeBit(Type::Empty);
   return isOneOf(a, kTexts) && isOneOf(b, kTexts) && (a.isString() || b.isString());
 }
 

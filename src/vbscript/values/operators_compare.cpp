@@ -12,7 +12,7 @@ namespace {
 
 constexpr unsigned kNumberTypes =
     kWholeTypes | kRealTypes | typeBit(Type::Currency) | typeBit(Type::Empty);
-constexpr unsigned kFloats = typeBit(Type::Single) | typeBit(Type::Double);
+constexpr TypeSet kFloats = typeBit(Type::Single) | typeBit(Type::Double);
 constexpr unsigned kTextTypes = typeBit(Type::String) | typeBit(Type::Empty);
 
 template <class T>

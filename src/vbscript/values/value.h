@@ -16,26 +16,30 @@ namespace quorvane::vbs {
 class Object;
 class Value;
 
-/// The subtypes of a script value; varType() has the numbers that scripts see. Those that are more
-/// than bits to overwrite come last, so that one comparison finds them.
+/// The subtypes of a script value; varType() has the numbers that scripts see. Here they are numbered
+/// in groups that are told apart by one bit, so that the machine can look at the types of several
+/// values at once: whole numbers have kWholeBit, and what is more than bits to overwrite has kCareBit.
 enum class Type : std::uint8_t {
   Empty,
   Null,
-  Integer,  ///< 16 bits
-  Long,     ///< 32 bits
   Single,
   Double,
   Currency,  ///< 64-bit count of ten-thousandths
   Date,      ///< days since 30 December 1899, the fraction is the time of day
   Boolean,   ///< -1 and 0
   Byte,
-  Error,   ///< an error number; kMissing marks an omitted argument
-  String,  ///< counted, as are the next two
-  Object,  ///< a null pointer is Nothing
+  Integer = 8,  ///< 16 bits
+  Long,         ///< 32 bits
+  String = 16,  ///< counted, as are the next two
+  Object,       ///< a null pointer is Nothing
   Array,
-  Reference,  ///< internal: points to the variable that stands behind a ByRef parameter
-  ArrayLock,  ///< internal: keeps an array in place; the machine alone makes and ends these
+  Reference,   ///< internal: points to the variable that stands behind a ByRef parameter
+  ArrayLock,   ///< internal: keeps an array in place; the machine alone makes and ends these
+  Error = 32,  ///< an error number; kMissing marks an omitted argument
 };
+
+inline constexpr unsigned kWholeBit = 8;
+inline constexpr unsigned kCareBit = 16;
 
 /// The error number that an omitted argument carries.
 inline constexpr std::int32_t kMissing = static_cast<std::int32_t>(0x80020004);
