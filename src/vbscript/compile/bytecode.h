@@ -19,6 +19,7 @@ namespace quorvane::vbs {
 
 class Program;
 struct ClassMember;
+struct Routine;
 struct ScriptClass;
 
 /// An operand of an instruction. It is kept as what the number of a register or a constant is worth
@@ -61,6 +62,8 @@ struct alignas(8) Instruction {
   std::int32_t wide() const {
     return static_cast<std::int32_t>(std::bit_cast<std::array<std::uint32_t, 4>>(*this)[2]);
   }
+  /// A jump's distance in bytes, of the word behind it.
+  std::int64_t distance() const { return static_cast<std::int64_t>(word()); }
   std::uint32_t low() const { return static_cast<std::uint32_t>(word()); }
   std::uint32_t high() const { return static_cast<std::uint32_t>(word() >> 32); }
   template <class T>
@@ -79,9 +82,12 @@ struct alignas(8) Instruction {
   static Instruction fromPair(std::uint32_t low, std::uint32_t high, const void* beside = nullptr) {
     return fromWords(std::uint64_t{low} | std::uint64_t{high} << 32, wordOf(beside));
   }
+  static Instruction fromDistance(std::int64_t bytes) {
+    return fromWords(static_cast<std::uint64_t>(bytes), 0);
+  }
   static Instruction fromPointer(const void* p) { return fromWords(wordOf(p), 0); }
   /// Where a jump leads whose distance is given in bytes.
-  const Instruction* jumped(std::int32_t distance) const {
+  const Instruction* jumped(std::int64_t distance) const {
     return reinterpret_cast<const Instruction*>(reinterpret_cast<const std::byte*>(this) +
                                                 distance);
   }
@@ -142,6 +148,8 @@ struct MemberCache : DirectCache {
   const ClassMember* member = nullptr;
   std::uint32_t fieldClass = kNoClass;  ///< the same serial when `member` is a field
   Operand fieldSlot;
+  std::uint32_t methodClass = kNoClass;  ///< the same serial when `method` is what is called here
+  const Routine* method = nullptr;       ///< takes the arguments that there are
   const void* shape = nullptr;
   MemberId id = kNoMember;  ///< for objects with `shape`
   const void* olderShape = nullptr;
@@ -187,6 +195,12 @@ struct Routine {
   Operand firstCleared;  ///< variables from here on are Empty when the routine begins
   Operand firstTemporary;
   std::uint32_t registerCount = 0;
+
+  // What a call needs to know, found when the routine is complete.
+  static constexpr std::uint32_t kClearedAlways = 2;
+  static constexpr std::uint32_t kRegistersPerCall = 120;
+  bool isLarge = false;   ///< counts as more than one, or clears more variables than kClearedAlways
+  std::int32_t cost = 1;  ///< calls that it counts as: one for each kRegistersPerCall
 
   /// Variables by name, for code that Execute and Eval add.
   struct Variable {

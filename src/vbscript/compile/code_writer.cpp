@@ -17,9 +17,25 @@ constexpr std::string_view kOperands[] = {
 #undef VBS_OPCODE_OPERANDS
 };
 
+/// Whether this is a jump that has a form of its own for leading back.
+bool isJump(Opcode op) {
+  return op >= Opcode::Jump && op < Opcode::Turn;
+}
+
 bool isWide(Opcode op) {
-  return op == Opcode::Jump || op == Opcode::JumpIf || op == Opcode::JumpUnless ||
-         op == Opcode::JumpIfNot || op == Opcode::JumpUnlessNot;
+  return (op >= Opcode::Jump && op <= Opcode::JumpUnlessNot) ||
+         (op >= Opcode::Turn && op <= Opcode::TurnUnlessNot);
+}
+
+/// How many words an operation takes.
+std::uint32_t wordsOf(Opcode op) {
+  const bool hasMore = kOperands[static_cast<unsigned>(op)].find(' ') != std::string_view::npos;
+  return hasMore ? 2 : 1;
+}
+
+/// The operation that jumps to a label: back where that has been placed.
+Opcode towards(const Label& label, Opcode op) {
+  return label.isPlaced() && isJump(op) ? turnLike(op) : op;
 }
 
 }  // namespace
@@ -62,6 +78,7 @@ bool CodeWriter::areValid(const Instruction& code) const {
     const ScriptClass* owner = routine_.owner;
     if (kinds[i] == 'r' && !isRegister) return false;
     if (kinds[i] == 'd' && !isRegister && operand != kNoRegister) return false;
+    if (kinds[i] == 't' && operand > routine_.registerCount) return false;
     if (kinds[i] == 'g' && operand >= script_.program().globalsEnd) return false;
     if (kinds[i] == 'k' && operand >= routine_.constants.size()) return false;
     if (kinds[i] == 'f' && (!owner || operand >= owner->fieldCount)) return false;
@@ -104,13 +121,19 @@ void CodeWriter::emitThrow(ErrorCode code, const Identifier& name) {
 
 void CodeWriter::leave(bool isMain) {
   if (isMain) return emit(Opcode::Halt);
-  if (routine_.result == kNoRegister) return emit(Opcode::Return, 0, routine_.firstTemporary);
-  emit(Opcode::ReturnResult, routine_.result, routine_.firstTemporary);
+  const bool isMethod = routine_.me != kNoRegister;
+  const unsigned me = isMethod ? routine_.me : 0;
+  if (routine_.result == kNoRegister) {
+    return emit(isMethod ? Opcode::ReturnMethod : Opcode::Return, 0, routine_.firstTemporary, me);
+  }
+  emit(isMethod ? Opcode::ReturnMethodResult : Opcode::ReturnResult, routine_.result,
+       routine_.firstTemporary, me);
 }
 
 void CodeWriter::finish(bool isMain) {
   leave(isMain);
   VBS_ASSERT(waitingJumps_ == 0);
+  shortenJumps();
 }
 
 // ---- Jumps ----
@@ -118,14 +141,14 @@ void CodeWriter::finish(bool isMain) {
 void CodeWriter::emitWideJump(Opcode op, unsigned a, Label& label) {
   VBS_ASSERT(isWide(op));
   const std::uint32_t at = position();
-  emit(op, a);
+  emit(towards(label, op), a);
   noteJump(at, label);
 }
 
 void CodeWriter::emitFarJump(Opcode op, unsigned a, unsigned b, unsigned c, Label& label) {
   VBS_ASSERT(!isWide(op));
   const std::uint32_t at = position();
-  emit(op, a, b, c);
+  emit(towards(label, op), a, b, c);
   emitPair(0, 0);
   noteJump(at, label);
 }
@@ -147,12 +170,38 @@ void CodeWriter::place(Label& label) {
 void CodeWriter::patch(std::uint32_t at, std::uint32_t target) {
   VBS_ASSERT(at < position() && target <= position());
   Instruction& jump = routine_.code[at];
-  const std::uint32_t distance = (target - at) * sizeof(Instruction);
+  const auto distance =
+      (std::int64_t{target} - std::int64_t{at}) * static_cast<std::int64_t>(sizeof(Instruction));
   if (isWide(jump.op)) {
     jump.setWide(static_cast<std::int32_t>(distance));
   } else {
-    routine_.code[at + 1] = Instruction::fromPair(distance, 0);
+    routine_.code[at + 1] = Instruction::fromDistance(distance);
   }
+}
+
+/// Where a jump leads to another jump, it goes on to that one's target; where it leads to the end
+/// of the routine, the end stands in its place.
+void CodeWriter::shortenJumps() {
+  auto& code = routine_.code;
+  for (std::uint32_t at = 0; at < position(); at += wordsOf(code[at].op)) {
+    if (!isJump(code[at].op)) continue;
+    std::uint32_t target = targetOf(at);
+    while (code[target].op == Opcode::Jump) target = targetOf(target);
+    const Opcode there = code[target].op;
+    const bool ends = there >= Opcode::Return && there <= Opcode::ReturnMethodResult;
+    if (ends && code[at].op == Opcode::Jump) {
+      code[at] = code[target];
+    } else {
+      patch(at, target);
+    }
+  }
+}
+
+/// Where a jump leads that leads forward.
+std::uint32_t CodeWriter::targetOf(std::uint32_t at) const {
+  const Instruction& jump = routine_.code[at];
+  const std::int64_t distance = isWide(jump.op) ? jump.wide() : routine_.code[at + 1].distance();
+  return at + static_cast<std::uint32_t>(distance / static_cast<std::int64_t>(sizeof(Instruction)));
 }
 
 // ---- Constants ----

@@ -65,6 +65,8 @@ class CodeWriter {
  private:
   void noteJump(std::uint32_t at, Label& label);
   void patch(std::uint32_t at, std::uint32_t target);
+  void shortenJumps();
+  std::uint32_t targetOf(std::uint32_t at) const;
   std::uint32_t constantIndex(const Value& value);
   bool areRegisters(unsigned first, unsigned count) const;
   bool areValid(const Instruction& code) const;

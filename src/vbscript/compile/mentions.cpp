@@ -63,13 +63,13 @@ void Mentions::statement(const Statement& item) {
       const auto& loop = static_cast<const ForEachStatement&>(item);
       mention(loop.variable, kAssigned);
       scan(*loop.collection);
-      return hiddenBlock(loop.body);
+      ++loops_;
+      hiddenBlock(loop.body);
+      --loops_;
+      return;
     }
-    case StatementKind::Do: {
-      const auto& loop = static_cast<const DoStatement&>(item);
-      optional(loop.condition);
-      return scan(loop.body);
-    }
+    case StatementKind::Do:
+      return doStatement(static_cast<const DoStatement&>(item));
     case StatementKind::With: {
       const auto& with = static_cast<const WithStatement&>(item);
       scan(*with.object);
@@ -104,7 +104,16 @@ void Mentions::forStatement(const ForStatement& item) {
   scan(*item.from);
   scan(*item.to);
   optional(item.step);
+  ++loops_;
   hiddenBlock(item.body);
+  --loops_;
+}
+
+void Mentions::doStatement(const DoStatement& item) {
+  ++loops_;
+  optional(item.condition);
+  scan(item.body);
+  --loops_;
 }
 
 void Mentions::reDimStatement(const ReDimStatement& item) {
@@ -121,6 +130,9 @@ void Mentions::target(const Expression& expression, Flag flag) {
   }
   if (expression.kind != ExpressionKind::Call) return scan(expression);
   const auto& element = static_cast<const CallExpression&>(expression);
+  if (element.callee->kind == ExpressionKind::Name) {
+    index(static_cast<const NameExpression&>(*element.callee).name);
+  }
   target(*element.callee, flag == kAssigned ? kElementAssigned : flag);
   for (const auto& index : element.arguments) optional(index);
 }
@@ -130,6 +142,7 @@ void Mentions::call(const Expression& callee, const std::vector<ExpressionPtr>& 
   if (callee.kind == ExpressionKind::Name) {
     name = &static_cast<const NameExpression&>(callee).name;
     mention(*name, kCalled);
+    if (!arguments.empty()) index(*name);
   } else {
     scan(callee);
   }

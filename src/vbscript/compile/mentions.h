@@ -24,12 +24,14 @@ class Mentions {
   static constexpr unsigned kWritten = kAssigned | kElementAssigned | kReDimmed;
 
   /// `names`: how many there are.
-  explicit Mentions(std::size_t names) : flags_(names) {}
+  explicit Mentions(std::size_t names) : flags_(names), indexedInLoop_(names) {}
 
   void scan(const Block& block);
   void scan(const Expression& expression);
 
   std::uint8_t flags(std::uint32_t name) const { return flags_[name]; }
+  /// Whether a loop uses elements of the name, or calls it with arguments, which look the same.
+  bool isIndexedInLoop(std::uint32_t name) const { return indexedInLoop_[name]; }
   /// Every name mentioned, once, in order of appearance.
   const std::vector<const Identifier*>& names() const { return names_; }
 
@@ -56,6 +58,7 @@ class Mentions {
   void forStatement(const ForStatement& statement);
   void reDimStatement(const ReDimStatement& statement);
   void hiddenBlock(const Block& block);
+  void doStatement(const DoStatement& statement);
   void target(const Expression& expression, Flag flag);
   void call(const Expression& callee, const std::vector<ExpressionPtr>& arguments);
   void argument(const Expression& expression, const Identifier* callee, std::size_t position);
@@ -63,8 +66,13 @@ class Mentions {
     if (expression) scan(*expression);
   }
   void mention(const Identifier& name, Flag flag);
+  void index(const Identifier& name) {
+    if (loops_ > 0) indexedInLoop_[name.id] = true;
+  }
 
   std::vector<std::uint8_t> flags_;
+  std::vector<bool> indexedInLoop_;  ///< by name, as the flags
+  unsigned loops_ = 0;               ///< around what is looked at
   std::vector<const Identifier*> names_;
   std::vector<Passing> passings_;
   std::vector<const Declarator*> declarations_;

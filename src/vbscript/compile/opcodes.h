@@ -2,16 +2,43 @@
 
 #include <cstdint>
 
+/// Jumps by their conditions: those that lead forward, and those that lead back to where a loop's
+/// next turn begins, which count its time.
+#define VBS_JUMP_OPCODES(X, Jump, jumps)                                         \
+  X(Jump, "-w", jumps)                                                           \
+  X(Jump##If, "rw", jumps " when a is true")                                     \
+  X(Jump##Unless, "rw", jumps " unless a is true")                               \
+  X(Jump##IfNot, "rw", jumps " when Not a is true")                              \
+  X(Jump##UnlessNot, "rw", jumps " unless Not a is true")                        \
+  X(Jump##Equal, "rrs W", jumps " when a = b; flags c say how")                  \
+  X(Jump##NotEqual, "rrs W", jumps " when a <> b; flags c say how")              \
+  X(Jump##Less, "rrs W", jumps " when a < b; flags c say how")                   \
+  X(Jump##LessOrEqual, "rrs W", jumps " when a <= b; flags c say how")           \
+  X(Jump##Greater, "rrs W", jumps " when a > b; flags c say how")                \
+  X(Jump##GreaterOrEqual, "rrs W", jumps " when a >= b; flags c say how")        \
+  X(Jump##EqualConstant, "rks W", jumps " when a = constant; flags c")           \
+  X(Jump##NotEqualConstant, "rks W", jumps " when a <> constant; flags c")       \
+  X(Jump##LessConstant, "rks W", jumps " when a < constant; flags c")            \
+  X(Jump##LessOrEqualConstant, "rks W", jumps " when a <= constant; flags c")    \
+  X(Jump##GreaterConstant, "rks W", jumps " when a > constant; flags c")         \
+  X(Jump##GreaterOrEqualConstant, "rks W", jumps " when a >= constant; flags c") \
+  X(Jump##EqualInteger, "ris W", jumps " when a = Integer; flags c")             \
+  X(Jump##NotEqualInteger, "ris W", jumps " when a <> Integer; flags c")         \
+  X(Jump##LessInteger, "ris W", jumps " when a < Integer; flags c")              \
+  X(Jump##LessOrEqualInteger, "ris W", jumps " when a <= Integer; flags c")      \
+  X(Jump##GreaterInteger, "ris W", jumps " when a > Integer; flags c")           \
+  X(Jump##GreaterOrEqualInteger, "ris W", jumps " when a >= Integer; flags c")
+
 /// Every operation of the machine, once: name, operands, and what it does. The enum, the
 /// disassembler and the dispatch table are made from this list.
 ///
 /// Operands a, b, c in order: r register, g global variable, f field of the class instance,
 /// k constant, i Integer written in the instruction, n count (of registers from the one before it
 /// on), s flag, x name, h object of the host, e error number, d register or none, w distance of a
-/// jump, in bytes, in b and c together, v count of the routine's variables, - unused. After a blank
-/// comes what the following word holds: W distance of a jump in bytes, M look-up cache of a member,
-/// R routine, C class, I intrinsic function, H object of the host and member id, X name, N count, L
-/// count and lock register, r register.
+/// jump, in bytes, in b and c together, v count of the routine's variables, t first register above
+/// those in use, - unused. After a blank comes what the following word holds: W distance of a jump
+/// in bytes, M look-up cache of a member, R routine, C class, I intrinsic function, H object of the
+/// host and member id, X name, N count, L count and lock register, r register.
 ///
 /// Registers hold values at all times. Registers that hold intermediate values (temporaries) are
 /// left without a counted value by whatever operation uses them.
@@ -87,29 +114,8 @@
   X(LessOrEqualConstant, "rrk", "a = (b <= literal)")                                             \
   X(GreaterConstant, "rrk", "a = (b > literal)")                                                  \
   X(GreaterOrEqualConstant, "rrk", "a = (b >= literal)")                                          \
-  X(Jump, "-w", "Jumps")                                                                          \
-  X(JumpIf, "rw", "Jumps when a is true")                                                         \
-  X(JumpUnless, "rw", "Jumps unless a is true")                                                   \
-  X(JumpIfNot, "rw", "Jumps when Not a is true")                                                  \
-  X(JumpUnlessNot, "rw", "Jumps unless Not a is true")                                            \
-  X(JumpEqual, "rrs W", "Jumps when a = b; flags c say how")                                      \
-  X(JumpNotEqual, "rrs W", "Jumps when a <> b; flags c say how")                                  \
-  X(JumpLess, "rrs W", "Jumps when a < b; flags c say how")                                       \
-  X(JumpLessOrEqual, "rrs W", "Jumps when a <= b; flags c say how")                               \
-  X(JumpGreater, "rrs W", "Jumps when a > b; flags c say how")                                    \
-  X(JumpGreaterOrEqual, "rrs W", "Jumps when a >= b; flags c say how")                            \
-  X(JumpEqualConstant, "rks W", "Jumps when a = constant; flags c")                               \
-  X(JumpNotEqualConstant, "rks W", "Jumps when a <> constant; flags c")                           \
-  X(JumpLessConstant, "rks W", "Jumps when a < constant; flags c")                                \
-  X(JumpLessOrEqualConstant, "rks W", "Jumps when a <= constant; flags c")                        \
-  X(JumpGreaterConstant, "rks W", "Jumps when a > constant; flags c")                             \
-  X(JumpGreaterOrEqualConstant, "rks W", "Jumps when a >= constant; flags c")                     \
-  X(JumpEqualInteger, "ris W", "Jumps when a = Integer; flags c")                                 \
-  X(JumpNotEqualInteger, "ris W", "Jumps when a <> Integer; flags c")                             \
-  X(JumpLessInteger, "ris W", "Jumps when a < Integer; flags c")                                  \
-  X(JumpLessOrEqualInteger, "ris W", "Jumps when a <= Integer; flags c")                          \
-  X(JumpGreaterInteger, "ris W", "Jumps when a > Integer; flags c")                               \
-  X(JumpGreaterOrEqualInteger, "ris W", "Jumps when a >= Integer; flags c")                       \
+  VBS_JUMP_OPCODES(X, Jump, "Jumps")                                                              \
+  VBS_JUMP_OPCODES(X, Turn, "Jumps back")                                                         \
   X(ForPrepare, "rrr W", "Variable a starts at c, limit b, step b+1; jumps when it is past")      \
   X(ForLoop, "rr- W", "Variable a one step on; jumps back while it is not past limit b")          \
   X(ForNext, "rr- W", "ForLoop where the step is 1")                                              \
@@ -140,7 +146,7 @@
     "Copy of object b for the member call behind, whose one argument is a variable; the member "  \
     "at hand of a native object is called at once, and the operations up to the call skipped")    \
   X(CallNativeElement, "rr", "The same where the argument is an element of a variable")           \
-  X(GetMember, "rr- M", "a = member of object b")                                                 \
+  X(GetMember, "rrt M", "a = member of object b; a call's registers begin with c")                \
   X(PutMember, "rrs M", "Member of object a = b; flag c: with Set")                               \
   X(GetElementMember, "rrr",                                                                      \
     "a = the field of element b(c) that the two next operations read, which are then skipped; "   \
@@ -171,6 +177,8 @@
   X(LateRef, "rd- X", "a = reference to what has this name by now, else to variable b")           \
   X(Return, "-v", "Leaves the routine, whose variables end")                                      \
   X(ReturnResult, "rv", "Leaves the routine with result a")                                       \
+  X(ReturnMethod, "-vr", "Return of a class's procedure, whose Me is c")                          \
+  X(ReturnMethodResult, "rvr", "ReturnResult of a class's procedure, whose Me is c")              \
   X(OnErrorResumeNext, "", "Clears Err; errors of this routine continue at the next statement")   \
   X(OnErrorGoToZero, "", "Clears Err; errors end the routine")                                    \
   X(Throw, "e-- X", "Error with a name behind its text")                                          \
@@ -186,6 +194,12 @@ enum class Opcode : std::uint8_t {
 #undef VBS_OPCODE_NAME
       Count,
 };
+
+/// The jump on the same condition that leads back.
+constexpr Opcode turnLike(Opcode jump) {
+  return static_cast<Opcode>(static_cast<unsigned>(jump) + static_cast<unsigned>(Opcode::Turn) -
+                             static_cast<unsigned>(Opcode::Jump));
+}
 
 /// The flags of a jump on a comparison.
 inline constexpr unsigned kJumpOnNull = 1;      ///< jumps as well when the comparison is Null

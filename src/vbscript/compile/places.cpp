@@ -20,6 +20,10 @@ Register PlaceLowering::placeOf(const Expression& expression) {
 
 Register PlaceLowering::placeOfName(const Binding& binding, const Identifier& name) {
   if (binding.kind == Binding::Kind::InRegister) return binding.index;
+  if (binding.kind == Binding::Kind::Global) {
+    const Register reference = scope_.standIn(binding);
+    if (reference != kNoRegister) return reference;
+  }
   const Register place = frame_.newTemporary();
   if (binding.isVariable()) {
     refer(binding, place);

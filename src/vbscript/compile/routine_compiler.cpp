@@ -41,6 +41,9 @@ RoutineCompiler::RoutineCompiler(ScriptCompiler& script, Routine& routine, const
 void RoutineCompiler::compileProcedure(const Procedure& tree) {
   parts_.scope.declareProcedure(tree);
   beginFrame(parts_.scope.variableCount(), tree.position);
+  for (const auto& [global, reference] : parts_.scope.standIns()) {
+    parts_.code.emit(Opcode::RefGlobal, reference, global);
+  }
   dimArrays();
   parts_.statements.compileBlock(tree.body);
   finish(tree.end);
@@ -104,6 +107,10 @@ void RoutineCompiler::finish(SourcePosition end) {
   parts_.notes.beginStatement(end);
   parts_.code.finish(parts_.scope.isMain());
   parts_.notes.finish();
+  Routine& routine = parts_.routine;
+  routine.cost = static_cast<std::int32_t>(1 + routine.registerCount / Routine::kRegistersPerCall);
+  const bool clearsMore = routine.firstTemporary > routine.firstCleared + Routine::kClearedAlways;
+  routine.isLarge = routine.cost > 1 || clearsMore;
 }
 
 }  // namespace quorvane::vbs

@@ -42,6 +42,7 @@ RoutineScope::RoutineScope(ScriptCompiler& script, Routine& routine, const Menti
 void RoutineScope::declareProcedure(const Procedure& tree) {
   declareParameters(tree);
   declareVariables();
+  addStandIns();
 }
 
 void RoutineScope::declareMain() {
@@ -163,7 +164,24 @@ Binding RoutineScope::resolveUndeclared(const Identifier& name) {
   return binding;
 }
 
+void RoutineScope::addStandIns() {
+  for (const Identifier* name : mentions_.names()) {
+    const Binding& binding = bindings_[name->id];
+    if (binding.kind != Binding::Kind::Global || !mentions_.isIndexedInLoop(name->id)) continue;
+    if (variableCount_ >= kMaxGlobals) return;
+    standIns_.push_back({binding.index, variableCount_++});
+  }
+}
+
 // ---- Names ----
+
+Register RoutineScope::standIn(const Binding& global) const {
+  VBS_ASSERT(global.kind == Binding::Kind::Global);
+  const auto found = std::find_if(standIns_.begin(), standIns_.end(), [&](const StandIn& known) {
+    return known.global == global.index;
+  });
+  return found == standIns_.end() ? kNoRegister : found->reference;
+}
 
 bool RoutineScope::valuesRunCode() const {
   return script_.valuesRunCode();

@@ -42,6 +42,15 @@ class RoutineScope {
   const Binding* hostObjectOf(const MemberExpression& member) const;
   MemberId hostMember(const Binding& object, const Identifier& name) const;
 
+  /// The variable of the routine that refers to a global one as long as the routine runs, or
+  /// kNoRegister. Globals whose elements a loop uses have one.
+  Register standIn(const Binding& global) const;
+  struct StandIn {
+    Register global;
+    Register reference;
+  };
+  const std::vector<StandIn>& standIns() const { return standIns_; }
+
   // Variables.
   /// Whether code outside the routine can reach the variable while the routine runs. A parameter
   /// may stand for any variable of its callers.
@@ -60,11 +69,13 @@ class RoutineScope {
   void declareConstants();
   Binding resolveUndeclared(const Identifier& name);
   void addVariable(const Identifier& name, Binding::Kind kind = Binding::Kind::InRegister);
+  void addStandIns();
 
   ScriptCompiler& script_;
   Routine& routine_;
   const Mentions& mentions_;
   std::vector<Binding> bindings_;  ///< by name
+  std::vector<StandIn> standIns_;
   std::uint16_t variableCount_ = 0;
   Register outerResult_ = kNoRegister;  ///< result of the function around an Execute or Eval
   bool isMain_ = false;

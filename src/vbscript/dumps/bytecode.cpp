@@ -112,6 +112,7 @@ class Disassembler {
           target(at, code.wide());
         }
         return;
+      case 't':
       case '-':
         return;
       default:

@@ -67,7 +67,7 @@ Value isDate(Runtime&, Args args) {
 
 Value isNumeric(Runtime&, Args args) {
   constexpr TypeSet kNumbers = kWholeTypes | typeBit(Type::Single) | typeBit(Type::Double) |
-                                typeBit(Type::Currency) | typeBit(Type::Empty);
+                               typeBit(Type::Currency) | typeBit(Type::Empty);
   return testPlain(args[0], [](const Value& value) {
     return isOneOf(value, kNumbers) ||
            (value.isString() && parseNumber(value.asString()).has_value());

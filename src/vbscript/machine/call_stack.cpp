@@ -1,5 +1,6 @@
 #include "vbscript/machine/call_stack.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <new>
 
@@ -24,7 +25,7 @@ std::unique_ptr<StackMemory>& spareStack() {
 // ---- Memory ----
 
 StackMemory::StackMemory(std::size_t frames)
-    : values_(static_cast<Value*>(std::calloc(kValues, sizeof(Value)))),
+    : values_(static_cast<Value*>(std::calloc(kValues + kSpare, sizeof(Value)))),
       frameCount_(frames),
       frames_(new Frame[frames]) {
   static_assert(static_cast<int>(Type::Empty) == 0);  // zeroed memory is values without content
@@ -48,7 +49,6 @@ void StackMemory::giveBack(std::unique_ptr<StackMemory> memory) {
 // ---- Time ----
 
 void TimeLimit::look() {
-  budget_ = kBetweenLooks;
   if (!isOver_ && !host_.mustEnd() && host_.steadyNow() < deadline_) return;
   isOver_ = true;
   throw RunStopped{};
@@ -73,20 +73,45 @@ CallStack::~CallStack() {
   StackMemory::giveBack(std::move(memory_));
 }
 
+void CallStack::look() {
+  time.look();
+  countRoom(top_, above());
+}
+
+void CallStack::look(const Routine& callee, const Value* base) {
+  const Value* const end = base + callee.registerCount;
+  if (top_ >= lastFrame_ || end > registersEnd_) {
+    time.lookSoon();
+    overflow();
+  }
+  time.look();
+  countRoom(top_ + 1, end);
+}
+
+/// Of a routine that counts as several calls, or has more variables than are cleared always.
+void CallStack::prepare(const Routine& callee, Value* base) {
+  if (callee.cost > 1 && time.isDue(callee.cost - 1)) look(callee, base);
+  Value* const end = &callee.firstTemporary.of(base);
+  Value* variable = &callee.firstCleared.of(base) + Routine::kClearedAlways;
+  for (; variable < end; ++variable) clearRegisters<1>(variable);
+}
+
+/// As many calls as there are frames and registers for above these.
+void CallStack::countRoom(const Frame* top, const Value* above) {
+  const auto registers = (registersEnd_ - above) / Routine::kRegistersPerCall;
+  time.lookWithin(static_cast<std::int32_t>(std::min(lastFrame_ - top, registers)));
+}
+
 void CallStack::overflow() {
   throwError(ErrorCode::OutOfStackSpace);
 }
 
 void CallStack::adjustArguments(const Routine& callee, Value* base, std::size_t count) {
   if (count != callee.parameterCount) throwError(ErrorCode::WrongArgumentCount);
-  const Value* const locals = top_->base;
-  const Value* const localsEnd =
-      locals == globals_ ? locals : locals + top_->routine->firstTemporary;
   for (std::size_t i = 0; i < count; ++i) {
     if (!base[i].is(Type::Reference)) continue;
     const Value* variable = base[i].target();
-    const bool isLocal = variable >= locals && variable < localsEnd;
-    if (!callee.parameters[i].byValue && !(callee.allReadOnly && isLocal)) continue;
+    if (!callee.parameters[i].byValue && !(callee.allReadOnly && isLocal(variable))) continue;
     new (&base[i]) Value(*variable);
   }
 }

@@ -46,6 +46,9 @@ class StackMemory {
   static std::unique_ptr<StackMemory> take(std::size_t frames);
   static void giveBack(std::unique_ptr<StackMemory> memory);
 
+  /// Registers behind the last that a frame may have.
+  static constexpr std::size_t kSpare = 4;
+
   ~StackMemory();
   Value* values() const { return values_; }
   Value* valuesEnd() const { return values_ + kValues; }
@@ -82,22 +85,29 @@ class CallStack {
   /// the caller's register `target`. Error 28 when there is no room, RunStopped when the time is
   /// over; the caller's frame is then still the current one.
   void enter(const Routine& callee, Value* base, Operand target) {
-    if (top_ >= lastFrame_ || base + callee.registerCount > registersEnd_) [[unlikely]]
-      overflow();
+    push(callee, base, target);
+    top_->pc = callee.code.data();
+  }
+  /// The same for one who goes on at the callee's first instruction: the frame's pc is not set.
+  ///
+  /// One count says when to look at both time and room: it never lasts longer than the room does.
+  [[gnu::always_inline]] void push(const Routine& callee, Value* base, Operand target) {
     if (time.isDue()) [[unlikely]]
-      time.look();
+      look(callee, base);
+    if (callee.isLarge) [[unlikely]]
+      prepare(callee, base);
+    VBS_ASSERT(top_ < lastFrame_ && base + callee.registerCount <= registersEnd_);
     VBS_ASSERT(areFree(base + callee.firstCleared, base + callee.registerCount));
     ++top_;
     VBS_ASSERT(!top_->added);
-    top_->pc = callee.code.data();
     top_->base = base;
     top_->routine = &callee;
     top_->link = target.offset();
-    Value* const end = &callee.firstTemporary.of(base);
-    for (Value* v = &callee.firstCleared.of(base); v < end; ++v) {
-      v->setIntUncounted(Type::Empty, 0);
-    }
+    // There may be fewer variables. Behind them are registers that nobody uses.
+    clearRegisters<Routine::kClearedAlways>(&callee.firstCleared.of(base));
   }
+  /// When a turn of a loop finds that a look at the time is due: RunStopped when that is over.
+  void look();
   void enterMethod(const Routine& callee, Value* base, Operand target, Object& me) {
     enter(callee, base, target);
     new (&base[callee.me]) Value(Value::object(&me));
@@ -105,6 +115,11 @@ class CallStack {
   /// Arguments of a call whose callee was not known to the compiler: ByVal parameters get copies,
   /// and so do parameters that are only read, where nothing can change the variable meanwhile.
   void adjustArguments(const Routine& callee, Value* base, std::size_t count);
+  /// Whether this is a variable of the current frame that no other code can reach.
+  bool isLocal(const Value* variable) const {
+    if (top_->base == globals_) return false;
+    return variable >= top_->base && variable < &top_->routine->firstTemporary.of(top_->base);
+  }
   /// Error 28 unless so many registers are there from `first` on.
   void reserve(const Value* first, std::size_t count) const {
     if (first + count > registersEnd_) overflow();
@@ -121,7 +136,8 @@ class CallStack {
   /// caller as it is and there is nothing else to do.
   [[gnu::always_inline]] bool returnPlain(const Value& result) {
     const std::uint32_t link = top_->link;
-    if (link >= Frame::kNoTarget) return false;
+    if (link >= Frame::kNoTarget) [[unlikely]]
+      return false;
     Value& target = Operand::atOffset(link).of(top_[-1].base);
     if (needsCare(target)) return false;
     target.copyUncounted(result);
@@ -185,6 +201,9 @@ class CallStack {
   const Intrinsic* intrinsic = nullptr;  ///< that runs, for the texts of its errors
 
  private:
+  void look(const Routine& callee, const Value* base);
+  void prepare(const Routine& callee, Value* base);
+  void countRoom(const Frame* top, const Value* above);
   [[noreturn]] void throwPending();
   /// Stores what a routine returned in the register of the caller, who is the current frame.
   void acceptResult(std::uint16_t target, Value result);

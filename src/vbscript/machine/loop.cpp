@@ -137,6 +137,12 @@ template <class Numbers>
   return tag(left) == kDouble && setFinite(target, Numbers::floating(left.asDouble(), right));
 }
 
+/// What stands behind the register of a variable, which may refer to another. A temporary that
+/// refers to something has to be given up, and is no case for the loop.
+[[gnu::always_inline]] inline const Value& behind(const Value& operand, bool isTemporary) {
+  return isTemporary ? operand : operand.deref();
+}
+
 [[gnu::always_inline]] inline bool divideNumbers(Value& target, const Value& left,
                                                  const Value& right) {
   double x = 0;
@@ -165,6 +171,16 @@ inline bool dividesSimply(std::int32_t number) {
   if (!areWhole(l, r) || needsCare(target) || !dividesSimply(right.asInt())) return false;
   target.setIntUncounted(static_cast<Type>(l | r), left.asInt() % right.asInt());
   return true;
+}
+
+/// A calculation where a variable may stand for another.
+template <bool (*calculation)(Value&, const Value&, const Value&)>
+[[gnu::noinline]] bool calculateBehind(const Instruction* pc, Value* base, const Value& right) {
+  return calculation(pc->a.of(base).deref(), behind(pc->b.of(base), pc->bIsTemporary()), right);
+}
+template <bool (*calculation)(Value&, const Value&, const Value&)>
+[[gnu::noinline]] bool calculateBehind(const Instruction* pc, Value* base) {
+  return calculateBehind<calculation>(pc, base, behind(pc->c.of(base), pc->cIsTemporary()));
 }
 
 struct EqualNumbers {
@@ -245,6 +261,14 @@ template <class Numbers>
   }
 }
 
+/// The same where a variable may stand for another.
+template <class Numbers>
+[[gnu::noinline]] bool compareBehind(const Value& left, bool leftIsTemporary, const Value& right,
+                                     bool rightIsTemporary, bool& holds) {
+  return compareNumbers<Numbers>(behind(left, leftIsTemporary), behind(right, rightIsTemporary),
+                                 holds);
+}
+
 /// Whether a loop goes on with this number.
 [[gnu::always_inline]] inline bool isWithin(std::int32_t at, const Value& limit,
                                             const Value& step) {
@@ -257,15 +281,14 @@ inline void become(const Instruction* pc, Opcode op) {
   const_cast<Instruction*>(pc)->op = op;  // code of the heap; see Program
 }
 
-/// A copy of `source` in a register that needs no care; false for a reference.
+/// A copy of `source`, or what that refers to, in a register that needs no care.
 [[gnu::always_inline]] inline bool copyInto(Value& target, const Value& source) {
   if (needsCare(target)) return false;
   if (!needsCare(source)) {
     target.copyUncounted(source);
     return true;
   }
-  if (source.is(Type::Reference)) return false;
-  new (&target) Value(source);
+  new (&target) Value(source.deref());
   return true;
 }
 
@@ -298,30 +321,45 @@ inline void become(const Instruction* pc, Opcode op) {
   return true;
 }
 
-/// The element with this index of a vector of Variants, or null.
-[[gnu::always_inline]] inline Value* vectorElement(const Value& holder, const Value& index) {
+/// The array in a register or behind it, or null.
+[[gnu::always_inline]] inline ArrayRep* arrayIn(const Value& holder) {
+  if (holder.isArray()) return holder.asArray();
   const Value& array = holder.deref();
-  if (!array.isArray()) return nullptr;
-  const ArrayRep& vector = *array.asArray();
-  const Value& number = isWhole(index) ? index : index.deref();
-  if (!isWhole(number) || static_cast<std::uint32_t>(number.asInt()) >= vector.vectorCount) {
+  return array.isArray() ? array.asArray() : nullptr;
+}
+/// The same of an array that nobody else holds.
+[[gnu::always_inline]] inline ArrayRep* ownArrayIn(const Value& holder) {
+  ArrayRep* array = arrayIn(holder);
+  return array && array->references == 1 ? array : nullptr;
+}
+
+/// The element with this index of a vector of Variants, or null.
+[[gnu::always_inline]] inline Value* vectorElement(const ArrayRep* vector, const Value& index) {
+  if (!vector) [[unlikely]]
     return nullptr;
+  const Value* number = &index;
+  if (!isWhole(*number)) [[unlikely]] {
+    number = &index.deref();
+    if (!isWhole(*number)) return nullptr;
   }
-  Value* const element = vector.elements + number.asInt();
+  const auto at = static_cast<std::uint32_t>(number->asInt());
+  if (at >= vector->vectorCount) [[unlikely]]
+    return nullptr;
+  Value* const element = vector->elements + at;
   if (!element) __builtin_unreachable();  // spares the caller a look
   return element;
 }
 
-[[gnu::always_inline]] inline Value* matrixElement(const Value& holder, const Value& row,
+[[gnu::always_inline]] inline Value* matrixElement(const ArrayRep* matrix, const Value& row,
                                                    const Value& column) {
-  const Value& array = holder.deref();
-  if (!array.isArray()) return nullptr;
+  if (!matrix) [[unlikely]]
+    return nullptr;
   if (areWhole(tag(row), tag(column))) [[likely]] {
-    return array.asArray()->at(row.asInt(), column.asInt());
+    return matrix->at(row.asInt(), column.asInt());
   }
   const Value& r = row.deref();
   const Value& c = column.deref();
-  return areWhole(tag(r), tag(c)) ? array.asArray()->at(r.asInt(), c.asInt()) : nullptr;
+  return areWhole(tag(r), tag(c)) ? matrix->at(r.asInt(), c.asInt()) : nullptr;
 }
 
 /// The field that the code behind `pc`, an element's member, uses of this element, or null.
@@ -345,40 +383,72 @@ inline void become(const Instruction* pc, Opcode op) {
 }
 /// A temporary that held a reference is left without it.
 [[gnu::always_inline]] inline void dropReference(Value& value) {
-  value.setIntUncounted(Type::Empty, 0);
+  value.forget();
 }
 
-/// The first variable that is more than bits, or `end`.
-[[gnu::always_inline]] inline Value* plainUntil(Value* variable, const Value* end) {
-  while (variable != end && !needsCare(*variable)) ++variable;
-  return variable;
+/// Whether all variables of a frame are plain, as one sees at once of few: the registers behind
+/// them are free.
+[[gnu::always_inline]] inline bool areFewPlain(const Value* base, Operand count) {
+  static_assert(StackMemory::kSpare >= 4);
+  const unsigned first = tag(base[0]) | tag(base[1]) | tag(base[2]) | tag(base[3]);
+  return (first & kCareBit) == 0 && count.offset() <= Operand(4).offset();
 }
 /// Ends variables that are no more than bits, refer to others, or hold an object that lives on, as
 /// Me mostly does: the first that is more or that is `kept`, or `end`.
 [[gnu::noinline]] Value* endPlain(Value* variable, const Value* end, const Value* kept) {
-  while (variable != end && variable != kept) {
-    if (variable->isObject() && variable->asObject() && variable->asObject()->references() > 1) {
+  for (; variable != end; ++variable) {
+    if (!needsCare(*variable)) continue;
+    if (variable == kept) break;
+    if (variable->is(Type::Reference)) {
+      variable->forget();
+    } else if (variable->isObject() && variable->asObject() &&
+               variable->asObject()->references() > 1) {
       letGo(*variable, true);
-    } else if (variable->is(Type::Reference)) {
-      dropReference(*variable);
     } else {
       break;
     }
-    variable = plainUntil(variable + 1, end);
   }
   return variable;
 }
 
-[[gnu::always_inline]] inline bool isCountedOnce(const Value& holder) {
-  return holder.deref().asArray()->references == 1;
+/// Gives up Me where it lives on and the other variables are plain: objects among those end in the
+/// order in which they stand.
+[[gnu::always_inline]] inline bool endsWithMe(const Value* base, Operand count, Value& me) {
+  Object* const object = me.asObject();
+  me.forget();
+  if (areFewPlain(base, count) && object->references() > 1) [[likely]] {
+    object->release();
+    return true;
+  }
+  new (&me) Value(Value::adopt(object));
+  return false;
+}
+
+/// The field of Me, operand c, that operand b is.
+[[gnu::always_inline]] inline Value& fieldOfMe(const Instruction* pc, Value* base) {
+  return pc->b.of(static_cast<ScriptObject*>(pc->c.of(base).asObject())->fields());
+}
+
+/// CallStack::adjustArguments for as many as there are, with what is plain done here.
+[[gnu::always_inline]] inline void adjustArguments(CallStack& stack, const Routine& callee,
+                                                   Value* arguments) {
+  for (Value* end = arguments + callee.parameterCount; arguments != end; ++arguments) {
+    if (!arguments->is(Type::Reference)) continue;
+    if (callee.allReadOnly && stack.isLocal(arguments->target()) &&
+        !needsCare(*arguments->target())) {
+      new (arguments) Value(*arguments->target());
+    } else if (callee.allReadOnly || callee.anyByValue) {
+      return stack.adjustArguments(callee, end - callee.parameterCount, callee.parameterCount);
+    }
+  }
 }
 
 /// RefElement for the element of a vector that nobody else holds. False: not a case for the loop.
 [[gnu::always_inline]] inline bool referToElement(const Instruction* pc, Value* base) {
   Value& holder = pc->b.of(base);
   Value& lock = base[pc[1].high()];
-  Value* element = vectorElement(holder, pc->c.of(base));
-  if (!element || !isCountedOnce(holder) || !isPlace(holder, pc->bIsTemporary())) return false;
+  Value* element = vectorElement(ownArrayIn(holder), pc->c.of(base));
+  if (!element || !isPlace(holder, pc->bIsTemporary())) return false;
   if (needsCare(pc->a.of(base)) || needsCare(lock)) return false;
   ArrayRep* array = holder.deref().asArray();
   ++array->locks;
@@ -392,6 +462,17 @@ inline void become(const Instruction* pc, Opcode op) {
 [[gnu::always_inline]] inline bool isJumpOn(const Instruction* jump, Operand result) {
   const bool isJump = jump->op == Opcode::JumpUnless || jump->op == Opcode::JumpUnlessNot;
   return isJump && jump->a.offset() == result.offset() && jump->aIsTemporary();
+}
+
+/// GetElement for an element that is more than bits, or whose holder is a temporary that refers to
+/// a variable. False: not a case for the loop.
+[[gnu::always_inline]] inline bool takeElement(const Instruction* pc, Value* base,
+                                               const Value* element) {
+  Value& holder = pc->b.of(base);
+  if (!element || !isTakenAsIs(*element, pc->aIsTemporary())) return false;
+  if (!isPlace(holder, pc->bIsTemporary()) || !copyInto(pc->a.of(base), *element)) return false;
+  if (pc->bIsTemporary()) dropReference(holder);
+  return true;
 }
 
 /// False: not a case for the loop.
@@ -471,14 +552,20 @@ void Machine::execute(const Frame* entry) {
     pc = stack_.top()->pc;                               \
     VBS_DISPATCH();                                      \
   } while (false)
-#define VBS_JUMP(distance)                                               \
-  do {                                                                   \
-    const std::int32_t bytes = (distance);                               \
-    VBS_ASSERT(bytes > 0 || stack_.temporariesAreFree());                \
-    if (bytes <= 0 && stack_.time.isDue()) VBS_SLOW(stack_.time.look()); \
-    pc = pc->jumped(bytes);                                              \
-    VBS_DISPATCH();                                                      \
+// What a jump does about time: nothing when it leads forward.
+#define VBS_ON()
+#define VBS_BACK()                         \
+  VBS_ASSERT(stack_.temporariesAreFree()); \
+  if (stack_.time.isDue()) [[unlikely]]    \
+  VBS_SLOW(stack_.look())
+/// Jumps so many bytes; by VBS_FAR_JUMP, as many as the word behind says.
+#define VBS_JUMP(VBS_COUNT, distance) \
+  do {                                \
+    VBS_COUNT();                      \
+    pc = pc->jumped(distance);        \
+    VBS_DISPATCH();                   \
   } while (false)
+#define VBS_FAR_JUMP(VBS_COUNT) VBS_JUMP(VBS_COUNT, pc[1].distance())
 
 /// Operations on numbers. Where two Doubles have met, the one for Doubles stands from then on,
 /// until others come.
@@ -487,7 +574,9 @@ void Machine::execute(const Frame* entry) {
   if (calculateWhole<Numbers>(pc->a.of(base), pc->b.of(base), pc->c.of(base))) [[likely]]        \
     VBS_NEXT(1);                                                                                 \
   if (areDoubles(pc->b.of(base), pc->c.of(base))) become(pc, Opcode::name##Doubles);             \
-  if (calculateFloating<Numbers>(pc->a.of(base), pc->b.of(base), pc->c.of(base))) VBS_NEXT(1);   \
+  if (calculateFloating<Numbers>(pc->a.of(base), pc->b.of(base), pc->c.of(base)) ||              \
+      calculateBehind<calculate<Numbers>>(pc, base))                                             \
+    VBS_NEXT(1);                                                                                 \
   VBS_SLOW(binary(stack_, pc, base, function));                                                  \
   VBS_NEXT(1);                                                                                   \
   name##Doubles : if (calculateDoubles<Numbers>(pc->a.of(base), pc->b.of(base), pc->c.of(base))) \
@@ -495,20 +584,11 @@ void Machine::execute(const Frame* entry) {
   become(pc, Opcode::name);                                                                      \
   goto name;
 
-/// What ends a loop's turn: the distance stands in the word behind, and leads back.
-#define VBS_TURN()                                                                          \
-  do {                                                                                      \
-    VBS_ASSERT(static_cast<std::int32_t>(pc[1].low()) <= 0 && stack_.temporariesAreFree()); \
-    if (stack_.time.isDue()) [[unlikely]]                                                   \
-      VBS_SLOW(stack_.time.look());                                                         \
-    pc = pc->jumped(static_cast<std::int32_t>(pc[1].low()));                                \
-    VBS_DISPATCH();                                                                         \
-  } while (false)
-
 #define VBS_CALCULATE(name, calculation, function)                            \
   name:                                                                       \
   if (calculation(pc->a.of(base), pc->b.of(base), pc->c.of(base))) [[likely]] \
     VBS_NEXT(1);                                                              \
+  if (calculateBehind<calculation>(pc, base)) VBS_NEXT(1);                    \
   VBS_SLOW(binary(stack_, pc, base, function));                               \
   VBS_NEXT(1);
 
@@ -516,21 +596,24 @@ void Machine::execute(const Frame* entry) {
   name:                                                                            \
   if (calculation(pc->a.of(base), pc->b.of(base), pc->c.of(constants))) [[likely]] \
     VBS_NEXT(1);                                                                   \
+  if (calculateBehind<calculation>(pc, base, pc->c.of(constants))) VBS_NEXT(1);    \
   VBS_SLOW(binaryConstant(stack_, pc, base, function));                            \
   VBS_NEXT(1);
 
-#define VBS_CALCULATE_INTEGER(name, calculation, function)                 \
-  name:                                                                    \
-  if (calculation(pc->a.of(base), pc->b.of(base), pc->integer)) [[likely]] \
-    VBS_NEXT(1);                                                           \
-  VBS_SLOW(binaryInteger(stack_, pc, base, function));                     \
+#define VBS_CALCULATE_INTEGER(name, calculation, function)                              \
+  name:                                                                                 \
+  if (calculation(pc->a.of(base), pc->b.of(base), pc->integer)) [[likely]]              \
+    VBS_NEXT(1);                                                                        \
+  if (calculateBehind<calculation>(pc, base, Value::integer(pc->integer))) VBS_NEXT(1); \
+  VBS_SLOW(binaryInteger(stack_, pc, base, function));                                  \
   VBS_NEXT(1);
 
 #define VBS_COMPARE(name, Numbers)                                                                \
   name : {                                                                                        \
     bool holds = false;                                                                           \
     if (needsCare(pc->a.of(base)) ||                                                              \
-        !compareNumbers<Numbers>(pc->b.of(base), pc->c.of(base), holds)) {                        \
+        !compareNumbers<Numbers>(behind(pc->b.of(base), pc->bIsTemporary()),                      \
+                                 behind(pc->c.of(base), pc->cIsTemporary()), holds)) {            \
       VBS_SLOW(compareTwo(stack_, pc, base, Opcode::name, pc->c.of(base), pc->cIsTemporary()));   \
     } else {                                                                                      \
       pc->a.of(base).setIntUncounted(Type::Boolean, holds ? -1 : 0);                              \
@@ -540,7 +623,8 @@ void Machine::execute(const Frame* entry) {
   name##Constant : {                                                                              \
     bool holds = false;                                                                           \
     if (needsCare(pc->a.of(base)) ||                                                              \
-        !compareNumbers<Numbers>(pc->b.of(base), pc->c.of(constants), holds)) {                   \
+        !compareNumbers<Numbers>(behind(pc->b.of(base), pc->bIsTemporary()), pc->c.of(constants), \
+                                 holds)) {                                                        \
       VBS_SLOW(compareTwo(stack_, pc, base, Opcode::name##Constant, pc->c.of(constants), false)); \
     } else {                                                                                      \
       pc->a.of(base).setIntUncounted(Type::Boolean, holds ? -1 : 0);                              \
@@ -548,60 +632,87 @@ void Machine::execute(const Frame* entry) {
   }                                                                                               \
   VBS_NEXT(1);
 
-#define VBS_FAR_JUMP() VBS_JUMP(static_cast<std::int32_t>(pc[1].low()))
+/// Jumps on what a register says; `relation` compares that with 0.
+#define VBS_TRUTH_JUMP(name, VBS_COUNT, relation, when, function)              \
+  name:                                                                        \
+  if (pc->a.of(base).is(Type::Boolean) ? pc->a.of(base).asInt() relation 0     \
+                                       : VBS_SLOW(function(pc, base)) == when) \
+    VBS_JUMP(VBS_COUNT, pc->wide());                                           \
+  VBS_NEXT(1);
 
 /// Jumps on a comparison of two values; of whole numbers without much ado.
-#define VBS_JUMP_ON(Numbers, left, right, temporaryMask, comparison)                             \
-  if (areWhole(tag(left), tag(right))) [[likely]] {                                              \
-    if (Numbers::holds((left).asInt(), (right).asInt())) VBS_FAR_JUMP();                         \
-    VBS_NEXT(2);                                                                                 \
-  } else {                                                                                       \
-    bool holds = false;                                                                          \
-    const bool isDone =                                                                          \
-        compareFloating<Numbers>(left, right, holds) ||                                          \
-        ((pc->temporaries & (temporaryMask)) == 0 && compareTexts<Numbers>(left, right, holds)); \
-    if (!isDone) holds = VBS_SLOW(comparison);                                                   \
-    if (holds) VBS_FAR_JUMP();                                                                   \
-  }                                                                                              \
+#define VBS_JUMP_WHEN(Numbers, VBS_COUNT, left, right, temporaryMask, comparison)        \
+  if (areWhole(tag(left), tag(right))) [[likely]] {                                      \
+    if (Numbers::holds((left).asInt(), (right).asInt())) VBS_FAR_JUMP(VBS_COUNT);        \
+    VBS_NEXT(2);                                                                         \
+  } else {                                                                               \
+    bool holds = false;                                                                  \
+    const unsigned temporaries = pc->temporaries & (temporaryMask);                      \
+    const bool isDone = compareFloating<Numbers>(left, right, holds) ||                  \
+                        compareBehind<Numbers>(left, (temporaries & 1) != 0, right,      \
+                                               (temporaries & 2) != 0, holds) ||         \
+                        (temporaries == 0 && compareTexts<Numbers>(left, right, holds)); \
+    if (!isDone) holds = VBS_SLOW(comparison);                                           \
+    if (holds) VBS_FAR_JUMP(VBS_COUNT);                                                  \
+  }                                                                                      \
   VBS_NEXT(2);
 
-#define VBS_COMPARE_JUMP(name, Numbers)                                                        \
-  name:                                                                                        \
-  VBS_JUMP_ON(Numbers, pc->a.of(base), pc->b.of(base), 1 | 2,                                  \
-              jumpCompare(pc, base, Opcode::name, pc->b.of(base), pc->bIsTemporary()))         \
-  name##Constant                                                                               \
-      : VBS_JUMP_ON(Numbers, pc->a.of(base), pc->b.of(constants), 1,                           \
-                    jumpCompare(pc, base, Opcode::name##Constant, pc->b.of(constants), false)) \
-            name##Integer : {                                                                  \
-    const Value& left = pc->a.of(base);                                                        \
-    const std::int32_t right = pc->integer;                                                    \
-    if (isWhole(left)) [[likely]] {                                                            \
-      if (Numbers::holds(left.asInt(), right)) VBS_FAR_JUMP();                                 \
-      VBS_NEXT(2);                                                                             \
-    }                                                                                          \
-    const bool holds = left.is(Type::Double)                                                   \
-                           ? Numbers::holds(left.asDouble(), static_cast<double>(right))       \
-                           : VBS_SLOW(jumpCompareInteger(pc, base, Opcode::name##Integer));    \
-    if (holds) VBS_FAR_JUMP();                                                                 \
-  }                                                                                            \
+#define VBS_COMPARE_JUMP(Way, VBS_COUNT, name, Numbers)                                           \
+  Way##name : VBS_JUMP_WHEN(Numbers, VBS_COUNT, pc->a.of(base), pc->b.of(base), 1 | 2,            \
+                            jumpCompare(pc, base, Opcode::Jump##name, pc->b.of(base),             \
+                                        pc->bIsTemporary())) Way##name##Constant                  \
+      : VBS_JUMP_WHEN(Numbers, VBS_COUNT, pc->a.of(base), pc->b.of(constants), 1,                 \
+                      jumpCompare(pc, base, Opcode::Jump##name##Constant, pc->b.of(constants),    \
+                                  false)) Way##name##Integer : {                                  \
+    const std::int32_t right = pc->integer;                                                       \
+    if (isWhole(pc->a.of(base))) [[likely]] {                                                     \
+      if (Numbers::holds(pc->a.of(base).asInt(), right)) VBS_FAR_JUMP(VBS_COUNT);                 \
+      VBS_NEXT(2);                                                                                \
+    }                                                                                             \
+    const Value& left = behind(pc->a.of(base), pc->aIsTemporary());                               \
+    if (isWhole(left)) {                                                                          \
+      if (Numbers::holds(left.asInt(), right)) VBS_FAR_JUMP(VBS_COUNT);                           \
+      VBS_NEXT(2);                                                                                \
+    }                                                                                             \
+    const bool holds = left.is(Type::Double)                                                      \
+                           ? Numbers::holds(left.asDouble(), static_cast<double>(right))          \
+                           : VBS_SLOW(jumpCompareInteger(pc, base, Opcode::Jump##name##Integer)); \
+    if (holds) VBS_FAR_JUMP(VBS_COUNT);                                                           \
+  }                                                                                               \
   VBS_NEXT(2);
+
+/// All that VBS_JUMP_OPCODES lists, of which what compares is the same both ways.
+#define VBS_JUMPS(Way, VBS_COUNT)                                   \
+  Way:                                                              \
+  VBS_JUMP(VBS_COUNT, pc->wide());                                  \
+  VBS_TRUTH_JUMP(Way##If, VBS_COUNT, !=, true, truth)               \
+  VBS_TRUTH_JUMP(Way##Unless, VBS_COUNT, ==, false, truth)          \
+  VBS_TRUTH_JUMP(Way##IfNot, VBS_COUNT, ==, true, truthOfNot)       \
+  VBS_TRUTH_JUMP(Way##UnlessNot, VBS_COUNT, !=, false, truthOfNot)  \
+  VBS_COMPARE_JUMP(Way, VBS_COUNT, Equal, EqualNumbers)             \
+  VBS_COMPARE_JUMP(Way, VBS_COUNT, NotEqual, NotEqualNumbers)       \
+  VBS_COMPARE_JUMP(Way, VBS_COUNT, Less, LessNumbers)               \
+  VBS_COMPARE_JUMP(Way, VBS_COUNT, LessOrEqual, LessOrEqualNumbers) \
+  VBS_COMPARE_JUMP(Way, VBS_COUNT, Greater, GreaterNumbers)         \
+  VBS_COMPARE_JUMP(Way, VBS_COUNT, GreaterOrEqual, GreaterOrEqualNumbers)
 
 /// Stores in an element of an array that nobody else holds, which is in a variable or behind a
 /// reference to one.
-#define VBS_STORE_ELEMENT(name, words, place, value, function)                       \
-  name : {                                                                           \
-    Value& holder = pc->a.of(base);                                                  \
-    Value* const element = place;                                                    \
-    if (element && isCountedOnce(holder) && copyPlain(*element, value)) [[likely]] { \
-      if (!pc->aIsTemporary()) [[likely]]                                            \
-        VBS_NEXT(words);                                                             \
-      if (holder.is(Type::Reference)) {                                              \
-        dropReference(holder);                                                       \
-        VBS_NEXT(words);                                                             \
-      }                                                                              \
-    }                                                                                \
-  }                                                                                  \
-  VBS_SLOW(function(stack_, pc, base));                                              \
+#define VBS_STORE_ELEMENT(name, words, place, value, function) \
+  name : {                                                     \
+    Value& holder = pc->a.of(base);                            \
+    ArrayRep* const array = ownArrayIn(holder);                \
+    Value* const element = place;                              \
+    if (element && copyPlain(*element, value)) [[likely]] {    \
+      if (!pc->aIsTemporary()) [[likely]]                      \
+        VBS_NEXT(words);                                       \
+      if (holder.is(Type::Reference)) {                        \
+        dropReference(holder);                                 \
+        VBS_NEXT(words);                                       \
+      }                                                        \
+    }                                                          \
+  }                                                            \
+  VBS_SLOW(function(stack_, pc, base));                        \
   VBS_NEXT(words);
 
 /// Whether a collection has an item, asked for by a call that stands `call` words further on and
@@ -615,7 +726,7 @@ void Machine::execute(const Frame* entry) {
       VBS_NEXT(words);                                                                      \
     }                                                                                       \
     pc += (words);                                                                          \
-    if (isThere == (pc->op == Opcode::JumpUnlessNot)) VBS_JUMP(pc->wide());                 \
+    if (isThere == (pc->op == Opcode::JumpUnlessNot)) VBS_JUMP(VBS_ON, pc->wide());         \
     VBS_NEXT(1);                                                                            \
   } while (false)
 
@@ -695,7 +806,9 @@ Copy:
   VBS_SLOW(put(stack_, pc, base, pc->b.of(base).deref()));
   VBS_NEXT(1);
 Let:
-  if (copyPlain(pc->a.of(base), pc->b.of(base))) VBS_NEXT(1);
+  if (copyPlain(pc->a.of(base), pc->b.of(base)) ||
+      copyPlain(pc->a.of(base).deref(), pc->b.of(base).deref()))
+    VBS_NEXT(1);
   if (assignText(pc->a.of(base), pc->b.of(base).deref())) VBS_NEXT(1);
   VBS_SLOW(let(stack_, pc->a.of(base), pc->b.of(base)));
   VBS_NEXT(1);
@@ -741,23 +854,22 @@ LetGlobal:
   VBS_DELEGATE(SetGlobal, 1,
                set(stack_, pc->b.of(stack_.globals()), pc->a.of(base), pc->aIsTemporary(), pc))
 LoadField : {
-  const Value& field = static_cast<ScriptObject*>(pc->c.of(base).asObject())->fields()[pc->b];
-  if (needsCare(field) || needsCare(pc->a.of(base))) {
-    VBS_SLOW(put(stack_, pc, base, field));
-  } else {
-    pc->a.of(base).copyUncounted(field);
-  }
+  const Value& field = fieldOfMe(pc, base);
+  if (copyPlain(pc->a.of(base), field)) [[likely]]
+    VBS_NEXT(1);
+  VBS_SLOW(put(stack_, pc, base, field));
 }
   VBS_NEXT(1);
 LetField : {
-  Value& field = static_cast<ScriptObject*>(pc->c.of(base).asObject())->fields()[pc->b];
-  if (!copyPlain(field, pc->a.of(base)))
-    VBS_SLOW(letFrom(stack_, field, pc->a.of(base), pc->aIsTemporary()));
+  Value& field = fieldOfMe(pc, base);
+  if (copyPlain(field, pc->a.of(base)) ||
+      copyPlain(field, behind(pc->a.of(base), pc->aIsTemporary()))) [[likely]]
+    VBS_NEXT(1);
+  VBS_SLOW(letFrom(stack_, field, pc->a.of(base), pc->aIsTemporary()));
 }
   VBS_NEXT(1);
 SetField:
-  VBS_SLOW(set(stack_, static_cast<ScriptObject*>(pc->c.of(base).asObject())->fields()[pc->b],
-               pc->a.of(base), pc->aIsTemporary(), pc));
+  VBS_SLOW(set(stack_, fieldOfMe(pc, base), pc->a.of(base), pc->aIsTemporary(), pc));
   VBS_NEXT(1);
 RefVariable:
   if (!needsCare(pc->a.of(base))) [[likely]] {
@@ -773,9 +885,7 @@ RefGlobal:
     new (&pc->a.of(base)) Value(Value::reference(&pc->b.of(stack_.globals()).deref()));
   }
   VBS_NEXT(1);
-  VBS_DELEGATE(
-      RefField, 1,
-      refer(pc->a.of(base), static_cast<ScriptObject*>(pc->c.of(base).asObject())->fields()[pc->b]))
+  VBS_DELEGATE(RefField, 1, refer(pc->a.of(base), fieldOfMe(pc, base)))
 RefElement:
   if (pc[1].low() != 1 || !referToElement(pc, base)) VBS_SLOW(refElement(stack_, pc, base));
   VBS_NEXT(2);
@@ -848,39 +958,8 @@ AppendMember:
   VBS_COMPARE(Greater, GreaterNumbers)
   VBS_COMPARE(GreaterOrEqual, GreaterOrEqualNumbers)
 
-Jump:
-  VBS_JUMP(pc->wide());
-JumpIf:
-  if (pc->a.of(base).is(Type::Boolean) ? pc->a.of(base).asInt() != 0 : VBS_SLOW(truth(pc, base))) {
-    VBS_JUMP(pc->wide());
-  }
-  VBS_NEXT(1);
-JumpUnless:
-  if (!(pc->a.of(base).is(Type::Boolean) ? pc->a.of(base).asInt() != 0
-                                         : VBS_SLOW(truth(pc, base)))) {
-    VBS_JUMP(pc->wide());
-  }
-  VBS_NEXT(1);
-
-JumpIfNot:
-  if (pc->a.of(base).is(Type::Boolean) ? pc->a.of(base).asInt() == 0
-                                       : VBS_SLOW(truthOfNot(pc, base))) {
-    VBS_JUMP(pc->wide());
-  }
-  VBS_NEXT(1);
-JumpUnlessNot:
-  if (!(pc->a.of(base).is(Type::Boolean) ? pc->a.of(base).asInt() == 0
-                                         : VBS_SLOW(truthOfNot(pc, base)))) {
-    VBS_JUMP(pc->wide());
-  }
-  VBS_NEXT(1);
-
-  VBS_COMPARE_JUMP(JumpEqual, EqualNumbers)
-  VBS_COMPARE_JUMP(JumpNotEqual, NotEqualNumbers)
-  VBS_COMPARE_JUMP(JumpLess, LessNumbers)
-  VBS_COMPARE_JUMP(JumpLessOrEqual, LessOrEqualNumbers)
-  VBS_COMPARE_JUMP(JumpGreater, GreaterNumbers)
-  VBS_COMPARE_JUMP(JumpGreaterOrEqual, GreaterOrEqualNumbers)
+  VBS_JUMPS(Jump, VBS_ON)
+  VBS_JUMPS(Turn, VBS_BACK)
 
   // ---- Loops ----
 
@@ -891,9 +970,9 @@ ForPrepare : {
   if (areWhole(tag(from), tag(limit)) && isWhole(step) && !needsCare(pc->a.of(base))) {
     pc->a.of(base).copyUncounted(from);
     limit.setIntUncounted(Type::Long, limit.asInt());  // in all loops, for ForLoop to rely on
-    if (!isWithin(from.asInt(), limit, step)) VBS_FAR_JUMP();
+    if (!isWithin(from.asInt(), limit, step)) VBS_FAR_JUMP(VBS_ON);
   } else if (VBS_SLOW(forPrepare(stack_, pc, base))) {
-    VBS_FAR_JUMP();
+    VBS_FAR_JUMP(VBS_ON);
   }
 }
   VBS_NEXT(2);
@@ -903,9 +982,9 @@ ForLoop : {
   const Value& step = base[pc->b + 1];
   if (tag(limit) == kLong && areWhole(tag(variable), tag(step)) &&
       calculateWhole<AddNumbers>(variable, variable, step)) {
-    if (isWithin(variable.asInt(), limit, step)) VBS_TURN();
+    if (isWithin(variable.asInt(), limit, step)) VBS_FAR_JUMP(VBS_BACK);
   } else if (VBS_SLOW(forLoop(stack_, pc, base))) {
-    VBS_TURN();
+    VBS_FAR_JUMP(VBS_BACK);
   }
 }
   VBS_NEXT(2);
@@ -913,9 +992,9 @@ ForNext : {
   Value& variable = pc->a.of(base);
   const Value& limit = pc->b.of(base);
   if (tag(limit) == kLong && isWhole(variable) && calculate<AddNumbers>(variable, variable, 1)) {
-    if (variable.asInt() <= limit.asInt()) VBS_TURN();
+    if (variable.asInt() <= limit.asInt()) VBS_FAR_JUMP(VBS_BACK);
   } else if (VBS_SLOW(forLoop(stack_, pc, base))) {
-    VBS_TURN();
+    VBS_FAR_JUMP(VBS_BACK);
   }
 }
   VBS_NEXT(2);
@@ -929,11 +1008,11 @@ ForEachNext : {
     if (index < vector.vectorCount && vacate(pc->a.of(base))) {
       new (&pc->a.of(base)) Value(vector.elements[index]);
       at.setIntUncounted(Type::Long, static_cast<std::int32_t>(index) + 1);
-      VBS_TURN();
+      VBS_FAR_JUMP(VBS_BACK);
     }
   }
 }
-  if (VBS_SLOW(forEachNext(stack_, pc, base))) VBS_TURN();
+  if (VBS_SLOW(forEachNext(stack_, pc, base))) VBS_FAR_JUMP(VBS_BACK);
   VBS_NEXT(2);
 
   // ---- Arrays ----
@@ -943,54 +1022,39 @@ ForEachNext : {
   VBS_DELEGATE(ReDimPreserve, 1, reDim(stack_, pc, base, true))
   VBS_DELEGATE(Erase, 1, erase(stack_, pc, base))
 GetElement : {
-  const Value* element = vectorElement(pc->b.of(base), pc->c.of(base));
+  const Value* element = vectorElement(arrayIn(pc->b.of(base)), pc->c.of(base));
   if (element && !pc->bIsTemporary() && copyPlain(pc->a.of(base), *element)) [[likely]]
     VBS_NEXT(1);
-  if (element && isTakenAsIs(*element, pc->aIsTemporary())) {
-    if (!pc->bIsTemporary()) {
-      if (copyInto(pc->a.of(base), *element)) VBS_NEXT(1);
-    } else if (pc->b.of(base).is(Type::Reference) && copyInto(pc->a.of(base), *element)) {
-      if (pc->a != pc->b) dropReference(pc->b.of(base));
-      VBS_NEXT(1);
-    }
-  }
+  if (takeElement(pc, base, element)) VBS_NEXT(1);
 }
   VBS_SLOW(getElement(stack_, pc, base));
   VBS_NEXT(1);
 GetElement2 : {
-  const Value* element = matrixElement(pc->b.of(base), pc->c.of(base), base[pc[1].low()]);
+  const Value* element = matrixElement(arrayIn(pc->b.of(base)), pc->c.of(base), base[pc[1].low()]);
   if (element && !pc->bIsTemporary() && copyPlain(pc->a.of(base), *element)) [[likely]]
     VBS_NEXT(2);
-  if (element && isTakenAsIs(*element, pc->aIsTemporary())) {
-    if (!pc->bIsTemporary()) {
-      if (copyInto(pc->a.of(base), *element)) VBS_NEXT(2);
-    } else if (pc->b.of(base).is(Type::Reference) && copyInto(pc->a.of(base), *element)) {
-      if (pc->a != pc->b) dropReference(pc->b.of(base));
-      VBS_NEXT(2);
-    }
-  }
+  if (takeElement(pc, base, element)) VBS_NEXT(2);
 }
   VBS_SLOW(getElement2(stack_, pc, base));
   VBS_NEXT(2);
   VBS_DELEGATE(GetElementMany, 2, getElementMany(stack_, pc, base))
-  VBS_STORE_ELEMENT(SetElement, 1, vectorElement(pc->a.of(base), pc->b.of(base)), pc->c.of(base),
-                    setElement)
-  VBS_STORE_ELEMENT(SetElementConstant, 1, vectorElement(pc->a.of(base), pc->b.of(base)),
+  VBS_STORE_ELEMENT(SetElement, 1, vectorElement(array, pc->b.of(base)), pc->c.of(base), setElement)
+  VBS_STORE_ELEMENT(SetElementConstant, 1, vectorElement(array, pc->b.of(base)),
                     pc->c.of(constants), setElementConstant)
 AddToElement : {
   VBS_ASSERT(pc[1].op == Opcode::GetElement && pc[3].op == Opcode::SetElement);
   const Value& holder = pc->a.of(base);
-  Value* place = vectorElement(holder, pc->b.of(base));
+  const ArrayRep* const array = arrayIn(holder);
+  Value* place = vectorElement(array, pc->b.of(base));
   if (!place) {
     place = VBS_SLOW(itemIn(holder, pc->b.of(base)));
-  } else if (!isCountedOnce(holder)) {
+  } else if (array->references != 1) {
     place = nullptr;
   }
   if (place && calculate<AddNumbers>(*place, *place, pc->integer)) VBS_NEXT(4);
 }
   VBS_NEXT(1);
-  VBS_STORE_ELEMENT(SetElement2, 2,
-                    matrixElement(pc->a.of(base), pc->b.of(base), base[pc[1].low()]),
+  VBS_STORE_ELEMENT(SetElement2, 2, matrixElement(array, pc->b.of(base), base[pc[1].low()]),
                     pc->c.of(base), setElement2)
   VBS_DELEGATE(SetElementMany, 1, setElementMany(stack_, pc, base, false))
   VBS_DELEGATE(SetElementObject, 1, setElementMany(stack_, pc, base, true))
@@ -1001,7 +1065,7 @@ Call : {
   const Routine* callee = pc[1].pointer<const Routine>();
   stack_.top()->pc = pc + 2;
   base = &pc->b.of(base);
-  stack_.enter(*callee, base, pc->a);
+  stack_.push(*callee, base, pc->a);
   pc = callee->code.data();
   constants = callee->constants.data();
 }
@@ -1012,16 +1076,31 @@ CallReplaceable:
   VBS_RELOAD();
 CallOwn : {
   const Routine* callee = pc[1].pointer<const Routine>();
+  Object* const me = base[stack_.top()->routine->me].asObject();
   stack_.top()->pc = pc + 2;
-  Object* me = base[stack_.top()->routine->me].asObject();
-  stack_.enter(*callee, &pc->b.of(base), pc->a);
-  base = stack_.top()->base;
+  base = &pc->b.of(base);
+  stack_.push(*callee, base, pc->a);
   new (&base[callee->me]) Value(Value::object(me));
   pc = callee->code.data();
   constants = callee->constants.data();
 }
   VBS_DISPATCH();
-  VBS_ENTER(CallMember, 2, callMember(stack_, pc, base))
+CallMember : {
+  Value* const holder = &pc->b.of(base);
+  const Routine* callee = cachedMethod(*holder, *pc[1].pointer<MemberCache>());
+  if (!callee) {
+    if (VBS_SLOW(callMember(stack_, pc, base))) VBS_RELOAD();
+    VBS_NEXT(2);
+  }
+  stack_.top()->pc = pc + 2;
+  adjustArguments(stack_, *callee, holder + 1);
+  base = holder + 1;
+  stack_.push(*callee, base, pc->a);
+  new (&base[callee->me]) Value(std::move(*holder));
+  pc = callee->code.data();
+  constants = callee->constants.data();
+}
+  VBS_DISPATCH();
 CallNative : {
   VBS_ASSERT(pc[1].op == Opcode::RefVariable && pc[2].op == Opcode::CallMember);
   const MemberCache& cache = *pc[3].pointer<MemberCache>();
@@ -1039,9 +1118,10 @@ CallNativeElement : {
   const MemberCache& cache = *pc[5].pointer<MemberCache>();
   if (Object* known = nativeObject(pc->b.of(base).deref(), cache)) {
     Value& holder = pc[2].b.of(base);
-    Value* element = vectorElement(holder, pc[1].b.of(base));
+    const ArrayRep* const array = arrayIn(holder);
+    Value* element = vectorElement(array, pc[1].b.of(base));
     if (element && cache.direct.itemUse == ItemUse::Exists) VBS_FIND_ITEM(*known, *element, 4, 7);
-    if (element && isCountedOnce(holder)) {
+    if (element && array->references == 1) {
       VBS_SLOW(callNative(stack_, pc + 4, base, *known, *holder.deref().asArray(), *element));
       VBS_NEXT(7);
     }
@@ -1050,7 +1130,8 @@ CallNativeElement : {
   goto Copy;
 GetMember : {
   Value& holder = pc->b.of(base);
-  const Value* field = cachedField(holder, *pc[1].pointer<MemberCache>());
+  const MemberCache& cache = *pc[1].pointer<MemberCache>();
+  const Value* field = cachedField(holder, cache);
   if (field && !pc->bIsTemporary() && copyPlain(pc->a.of(base), *field)) [[likely]]
     VBS_NEXT(2);
   const bool isSimple = field && isTakenAsIs(*field, pc->aIsTemporary()) &&
@@ -1059,27 +1140,54 @@ GetMember : {
   if (isSimple) {
     letGo(holder, pc->bIsTemporary());
     new (&pc->a.of(base)) Value(*field);
-  } else if (VBS_SLOW(getMember(stack_, pc, base))) {
-    VBS_RELOAD();
+    VBS_NEXT(2);
   }
+  const Value& object = holder.deref();
+  if (const Routine* callee = pc->bIsTemporary() ? nullptr : cachedMethod(object, cache)) {
+    Object* const me = object.asObject();
+    stack_.top()->pc = pc + 2;
+    base = &pc->c.of(base);
+    stack_.push(*callee, base, pc->a);
+    new (&base[callee->me]) Value(Value::object(me));
+    pc = callee->code.data();
+    constants = callee->constants.data();
+    VBS_DISPATCH();
+  }
+  if (VBS_SLOW(getMember(stack_, pc, base))) VBS_RELOAD();
 }
   VBS_NEXT(2);
 PutMember : {
   Value& holder = pc->a.of(base);
-  Value* field = cachedField(holder, *pc[1].pointer<MemberCache>());
+  const MemberCache& cache = *pc[1].pointer<MemberCache>();
+  Value* field = cachedField(holder, cache);
   if (field && !pc->aIsTemporary() && pc->c == 0 && copyPlain(*field, pc->b.of(base))) [[likely]] {
     VBS_NEXT(2);
   }
   if (field && pc->c == 0 && canLetGo(holder, pc->aIsTemporary()) &&
       copyPlain(*field, pc->b.of(base))) {
     letGo(holder, pc->aIsTemporary());
-  } else if (VBS_SLOW(putMember(stack_, pc, base))) {
-    VBS_RELOAD();
+    VBS_NEXT(2);
   }
+  // The value is the topmost temporary where the object is none, and so stands where the argument
+  // is to be.
+  const bool isInPlace = pc->bIsTemporary() && !pc->aIsTemporary() && !needsCare(pc->b.of(base));
+  const Value& object = holder.deref();
+  const Routine* callee = isInPlace && pc->c == 0 ? cachedMethod(object, cache) : nullptr;
+  if (callee) {
+    Object* const me = object.asObject();
+    stack_.top()->pc = pc + 2;
+    base = &pc->b.of(base);
+    stack_.push(*callee, base, kNoRegister);
+    new (&base[callee->me]) Value(Value::object(me));
+    pc = callee->code.data();
+    constants = callee->constants.data();
+    VBS_DISPATCH();
+  }
+  if (VBS_SLOW(putMember(stack_, pc, base))) VBS_RELOAD();
 }
   VBS_NEXT(2);
 GetElementMember : {
-  const Value* field = elementField(vectorElement(pc->b.of(base), pc->c.of(base)), pc);
+  const Value* field = elementField(vectorElement(arrayIn(pc->b.of(base)), pc->c.of(base)), pc);
   if (field && isTakenAsIs(*field, pc->aIsTemporary()) &&
       isPlace(pc->b.of(base), pc->bIsTemporary()) && copyInto(pc->a.of(base), *field)) {
     if (pc->bIsTemporary()) dropReference(pc->b.of(base));
@@ -1088,7 +1196,7 @@ GetElementMember : {
 }
   VBS_NEXT(1);
 PutElementMember : {
-  Value* field = elementField(vectorElement(pc->b.of(base), pc->c.of(base)), pc);
+  Value* field = elementField(vectorElement(arrayIn(pc->b.of(base)), pc->c.of(base)), pc);
   if (field && isPlace(pc->b.of(base), pc->bIsTemporary()) && copyPlain(*field, pc->a.of(base))) {
     if (pc->bIsTemporary()) dropReference(pc->b.of(base));
     VBS_NEXT(1 + 1 + 2);
@@ -1121,14 +1229,12 @@ Mid:
   VBS_DELEGATE(LatePut, 2, latePut(pc, base))
   VBS_DELEGATE(LateRef, 2, lateRef(pc, base))
 
-Return : {
-  Value* const end = &pc->b.of(base);
-  Value* rest = plainUntil(base, end);
-  if (rest != end) {
-    rest = endPlain(rest, end, nullptr);
+Return:
+  if (!areFewPlain(base, pc->b)) {
+    Value* const end = &pc->b.of(base);
+    Value* const rest = endPlain(base, end, nullptr);
     if (rest != end) VBS_SLOW(clearRange(rest, end));
   }
-}
   if (stack_.top()->link == Frame::kNoTarget) [[likely]] {
     stack_.pop();
     stack_.raisePending();
@@ -1136,18 +1242,31 @@ Return : {
     VBS_SLOW(stack_.leave(kNoRegister));
   }
   VBS_RELOAD();
-ReturnResult : {
-  Value* const result = &pc->a.of(base);
-  Value* const end = &pc->b.of(base);
-  Value* rest = plainUntil(base, end);
-  if (rest != end) rest = endPlain(rest, end, result);
-  if (rest == end && stack_.returnPlain(*result)) [[likely]]
+ReturnResult:
+  if (areFewPlain(base, pc->b) && stack_.returnPlain(pc->a.of(base))) [[likely]]
     VBS_RELOAD();
-  if (rest < result) VBS_SLOW(clearRange(rest, result));
-  if (rest < end) VBS_SLOW(clearRange(std::max(rest, result + 1), end));
-  VBS_SLOW(stack_.leave(pc->a));
-}
+  {
+    Value* const result = &pc->a.of(base);
+    Value* const end = &pc->b.of(base);
+    Value* const rest = endPlain(base, end, result);
+    if (rest == end && stack_.returnPlain(*result)) VBS_RELOAD();
+    if (rest < result) VBS_SLOW(clearRange(rest, result));
+    if (rest < end) VBS_SLOW(clearRange(std::max(rest, result + 1), end));
+    VBS_SLOW(stack_.leave(pc->a));
+  }
   VBS_RELOAD();
+ReturnMethod:
+  if (endsWithMe(base, pc->b, pc->c.of(base)) && stack_.top()->link == Frame::kNoTarget)
+      [[likely]] {
+    stack_.pop();
+    stack_.raisePending();
+    VBS_RELOAD();
+  }
+  goto Return;
+ReturnMethodResult:
+  if (endsWithMe(base, pc->b, pc->c.of(base)) && stack_.returnPlain(pc->a.of(base))) [[likely]]
+    VBS_RELOAD();
+  goto ReturnResult;
 
   // ---- Errors and code as text ----
 

@@ -57,15 +57,18 @@ const ClassMember* findScriptMember(CallStack& stack, Object& object, MemberCach
   const bool isField = member->kind == ClassMember::Kind::Field;
   cache.fieldClass = isField ? cache.scriptClass : MemberCache::kNoClass;
   cache.fieldSlot = member->slot;
+  cache.methodClass = MemberCache::kNoClass;
   return member;
 }
 
 /// The routine behind a member, which must be there and take so many arguments.
 const Routine& checkedRoutine(CallStack& stack, const Routine* routine, std::size_t arguments,
-                              const MemberCache& cache, const Instruction* pc) {
+                              MemberCache& cache, const Instruction* pc) {
   if (!routine) throwMember(stack, ErrorCode::NoPropertyOrMethod, cache, pc);
   if (arguments != routine->parameterCount)
     throwMember(stack, ErrorCode::WrongArgumentCount, cache, pc);
+  cache.methodClass = cache.scriptClass;
+  cache.method = routine;
   return *routine;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstring>
 #include <new>
 #include <utility>
 
@@ -13,7 +14,14 @@ namespace quorvane::vbs {
 /// Whether a register needs more than being overwritten: it holds something counted, or refers to
 /// a variable.
 inline bool needsCare(const Value& value) {
-  return (static_cast<unsigned>(value.type()) & kCareBit) != 0;
+  return __builtin_expect((static_cast<unsigned>(value.type()) & kCareBit) != 0, false);
+}
+
+/// Makes registers Empty that need no care.
+template <std::size_t count>
+[[gnu::always_inline]] inline void clearRegisters(Value* first) {
+  static_assert(static_cast<int>(Type::Empty) == 0);
+  std::memset(static_cast<void*>(first), 0, count * sizeof(Value));
 }
 
 /// Leaves the register Empty. The end of an object may run script code.

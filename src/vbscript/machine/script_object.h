@@ -99,4 +99,12 @@ inline bool isScriptObject(const Object& object) {
   return &cache.fieldSlot.of(static_cast<ScriptObject*>(object)->fields());
 }
 
+/// The procedure of a script's class that a place in the code calls, when its cache knows the class
+/// of the object in this register; else null.
+[[gnu::always_inline]] inline const Routine* cachedMethod(const Value& holder,
+                                                          const MemberCache& cache) {
+  if (!holder.isObject() || !holder.asObject()) return nullptr;
+  return holder.asObject()->classNumber() == cache.methodClass ? cache.method : nullptr;
+}
+
 }  // namespace quorvane::vbs

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <chrono>
 #include <cstdint>
 
@@ -27,10 +28,12 @@ class TimeLimit {
   void extend(std::chrono::milliseconds time) { deadline_ = host_.steadyNow() + time; }
   void setDeadline(std::chrono::steady_clock::time_point deadline) { deadline_ = deadline; }
 
-  /// Counts one call or jump; true when it is time for look().
-  bool isDue() { return --budget_ < 0; }
+  /// Counts a call or jump, as so many; true when it is time for look(), until lookWithin().
+  bool isDue(std::int32_t count = 1) { return (budget_ -= count) < 0; }
   /// Throws RunStopped when the time is over, from then on each time.
   void look();
+  /// The next look is due after so many calls and jumps, or sooner.
+  void lookWithin(std::int32_t count) { budget_ = std::min(kBetweenLooks, count); }
   /// Makes the next call or jump look at the clock.
   void lookSoon() { budget_ = 0; }
   bool isOver() const { return isOver_; }

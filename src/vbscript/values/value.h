@@ -16,9 +16,10 @@ namespace quorvane::vbs {
 class Object;
 class Value;
 
-/// The subtypes of a script value; varType() has the numbers that scripts see. Here they are numbered
-/// in groups that are told apart by one bit, so that the machine can look at the types of several
-/// values at once: whole numbers have kWholeBit, and what is more than bits to overwrite has kCareBit.
+/// The subtypes of a script value; varType() has the numbers that scripts see. Here they are
+/// numbered in groups that are told apart by one bit, so that the machine can look at the types of
+/// several values at once: whole numbers have kWholeBit, and what is more than bits to overwrite
+/// has kCareBit.
 enum class Type : std::uint8_t {
   Empty,
   Null,

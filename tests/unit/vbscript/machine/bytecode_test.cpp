@@ -85,7 +85,7 @@ TEST(Bytecode, ConditionsWithNotTakeOneJump) {
   EXPECT_EQ(code("Dim a, b\nIf Not a Then b = 1\nDo : Loop Until Not a"),
             "JumpUnlessNot r0 ->2\n"
             "LoadInteger r1 1\n"
-            "JumpUnlessNot r0 ->2\n"
+            "TurnUnlessNot r0 ->2\n"
             "Halt\n");
 }
 
@@ -164,7 +164,7 @@ TEST(Bytecode, LoopsEndWithOneInstruction) {
   EXPECT_EQ(code("Do While a < 9\na = a + 1\nLoop"),
             "Jump ->2\n"
             "AddInteger r0 r0 1\n"
-            "JumpLessInteger r0 9 0 ->1\n"
+            "TurnLessInteger r0 9 0 ->1\n"
             "Halt\n");
 }
 
@@ -294,7 +294,7 @@ TEST(Bytecode, ArgumentsAreMadeInTheCalleesRegisters) {
                  "Fib"),
             "JumpGreaterOrEqualInteger r0 2 1 ->4\n"
             "Let r1 r0\n"
-            "Jump ->11\n"
+            "ReturnResult r1 2\n"
             "SubtractInteger t1 r0 1\n"
             "Call t0 t1 1 Fib\n"
             "SubtractInteger t2 r0 2\n"
@@ -338,6 +338,34 @@ TEST(Bytecode, ElementsOfOneAndTwoIndexes) {
             "Halt\n");
 }
 
+TEST(Bytecode, ElementsOfGlobalsInLoopsAreReachedByAVariableThatRefersToThem) {
+  EXPECT_EQ(code("Dim g, h\nSub S : Dim i : Do : g(i) = h : i = i + g(i) : Loop : End Sub", "S"),
+            "RefGlobal r1 g0\n"
+            "LoadGlobal t0 g1\n"
+            "SetElement r1 r0 t0\n"
+            "GetElement t0 r1 r0\n"
+            "Add r0 r0 t0\n"
+            "Turn ->1\n"
+            "Return 2\n");
+  EXPECT_EQ(code("Dim g\nSub S : x = g(1) : End Sub", "S"),
+            "RefGlobal t0 g0\n"
+            "LoadInteger t1 1\n"
+            "GetElement r0 t0 t1\n"
+            "Return 1\n");
+}
+
+TEST(Bytecode, JumpsToJumpsGoOnToTheirTargets) {
+  EXPECT_EQ(code("Dim a, b\nIf a Then\nIf b Then b = 1 Else b = 2\nElse\nb = 3\nEnd If"),
+            "JumpUnless r0 ->6\n"
+            "JumpUnless r1 ->4\n"
+            "LoadInteger r1 1\n"
+            "Jump ->7\n"
+            "LoadInteger r1 2\n"
+            "Jump ->7\n"
+            "LoadInteger r1 3\n"
+            "Halt\n");
+}
+
 TEST(Bytecode, FieldsAreSlots) {
   EXPECT_EQ(code("Class C\nPrivate n\nPublic Sub Add(x)\nn = n + x\nHelp\nEnd Sub\n"
                  "Private Sub Help : End Sub\nEnd Class",
@@ -346,7 +374,7 @@ TEST(Bytecode, FieldsAreSlots) {
             "Add t0 t0 r0\n"
             "LetField t0 field0 r1\n"
             "CallOwn none t0 0 Help\n"
-            "Return 2\n");
+            "ReturnMethod 2 r1\n");
 }
 
 TEST(Bytecode, FunctionsOfTheLibraryAreCalledDirectly) {

@@ -11,6 +11,28 @@ constexpr std::string_view kEndless[] = {
     "Do While True : Loop",
     "Do : x = x + 1 : Loop Until False",
     "While True : Wend",
+    "Do : Loop While x < 1",
+    "Do : Loop Until x > 0.5",
+    "Do : Loop Until x = y + 1",
+    "Do While x = \"\" : Loop",
+    "Do Until x : Loop",
+    "Do : Loop While Not x",
+    "Do : Loop Until Not Not x",
+    "y = 1 : Do : Loop While y = \"1\" Or y",
+    "Sub S(a, b) : Do : Loop While a < b : End Sub : m = 1 : n = 2.5 : S m, n",
+    "Do : If x Then y = 1 Else y = 2\nLoop",
+    "Function F(n) : If n < 2 Then F = n Else F = F(n - 1) + F(n - 2)\nEnd Function : x = F(99)",
+    "Sub S(n) : If n > 0 Then S n - 1 : S n - 1\nEnd Sub : S 99",
+    "Class C : Public Function M(n) : If n > 0 Then M = Me.M(n - 1) + o.M(n - 1)\nEnd Function\n"
+    "Public Level : Public Property Get P : Level = Level + 1 : If Level < 99 Then P = o.P + o.P\n"
+    "Level = Level - 1 : End Property : Public Property Let Q(n)\nIf n Then o.Q = n - 1 : o.Q = n "
+    "- 1\n"
+    "End Property : End Class : Set o = New C : x = o.M(99)",
+    "Class C : Public Level : Public Property Get P : Level = Level + 1\n"
+    "If Level < 99 Then P = o.P + o.P\nLevel = Level - 1 : End Property : End Class\n"
+    "Set o = New C : x = o.P",
+    "Class C : Public Property Let Q(n)\nIf n > 0 Then o.Q = n - 1 : o.Q = n - 1\n"
+    "End Property : End Class : Set o = New C : o.Q = 99",
     "For i = 1 To 2 Step 0 : Next",
     "For i = 1 To 2 : i = 1 : Next",
     "Sub S : For n = 1 To 3 : Next : End Sub : Do : S : Loop",
@@ -92,6 +114,36 @@ TEST_F(LimitsTest, DepthOfCallsIsTheHostsChoice) {
   EXPECT_EQ(run(source), "90");
   limits.callDepth = 50;
   EXPECT_EQ(run(source), "<28>");
+}
+
+TEST_F(LimitsTest, DepthIsTheSameWhateverRanBefore) {
+  const auto source = [](int depth) {
+    return "Function Depth(n) : Dim i : For i = 1 To 3 : Turn i : Next\n"
+           "If n > 0 Then Depth = 1 + Depth(n - 1)\nEnd Function\n"
+           "Sub Turn(n) : End Sub : On Error Resume Next\n"
+           "Dim k : For k = 1 To 5000 : Turn k : Next\n"
+           "For k = 1 To 3 : x = 0 : x = Depth(" +
+           std::to_string(depth) + ") : Write x & \" \" & Err.Number & \" \" : Err.Clear : Next";
+  };
+  limits.callDepth = 50;
+  EXPECT_EQ(run(source(48)), "48 0 48 0 48 0 ");
+  EXPECT_EQ(run(source(49)), "0 28 0 28 0 28 ");
+}
+
+TEST_F(LimitsTest, RecursionOfRoutinesWithManyVariablesIsBounded) {
+  std::string names = "v0";
+  for (int i = 1; i < 3000; ++i) names += ", v" + std::to_string(i);
+  const std::string wide = "Function Wide(n) : Dim " + names +
+                           " : If IsEmpty(v2999) Then v2999 = \"left\" & n\n"
+                           "Wide = n : If n > 0 Then Wide = Wide(n - 1)\nEnd Function\n";
+  EXPECT_EQ(run(wide + "x = Wide(100) : Write x"), "0");
+  EXPECT_EQ(run(wide + "x = Wide(1000)"), "<28>");
+  EXPECT_EQ(run(wide + "On Error Resume Next : For i = 1 To 3 : x = Wide(1000)\n"
+                       "Write Err.Number & \" \" : Err.Clear : Next : Write Wide(100)"),
+            "28 28 28 0");
+  EXPECT_EQ(run(wide + "Function Narrow(n) : If n = 0 Then Narrow = Wide(1000) Else Narrow = "
+                       "Narrow(n - 1)\nEnd Function : x = Narrow(3000)"),
+            "<28>");
 }
 
 TEST_F(LimitsTest, RecursionThroughNativeCodeIsBounded) {
