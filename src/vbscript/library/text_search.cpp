@@ -1,5 +1,5 @@
+#include <algorithm>
 #include <array>
-#include <cstring>
 #include <optional>
 #include <span>
 #include <vector>
@@ -99,10 +99,7 @@ String splicedBytes(std::string_view text, std::span<const std::uint32_t> places
   if (size == 0) return String();
   String result = String::withCapacity(Encoding::Ansi, size);
   char* out = result.extend(size);
-  const auto copy = [&out](std::string_view bytes) {
-    std::memcpy(out, bytes.data(), bytes.size());
-    out += bytes.size();
-  };
+  const auto copy = [&out](std::string_view bytes) { out = std::ranges::copy(bytes, out).out; };
   std::size_t from = 0;
   for (const std::size_t place : places) {
     copy(text.substr(from, place - from));

@@ -80,9 +80,12 @@ TEST(ShortText, IsWhatHasItsHashAndOneByteACharacter) {
 }
 
 TEST(TextHash, SpreadsKeysThatDifferLittle) {
-  std::set<std::uint64_t> places;
-  for (int i = 0; i < 1000; ++i) places.insert(vbs::hashOfBytes("key" + std::to_string(i)) % 4096);
-  EXPECT_GT(places.size(), 750U);  // 887 of independent ones
+  std::set<std::uint32_t> places;
+  for (int i = 0; i < 1000; ++i) {
+    const vbs::String key("key" + std::to_string(i));
+    places.insert(vbs::keptHash(key.rep()) % 4096);
+  }
+  EXPECT_GT(places.size(), 600U);  // 887 of independent ones; the worst of 3,000 seeds gave 738
 }
 
 TEST(TextHash, StaysWithABodyUntilTheTextChanges) {
