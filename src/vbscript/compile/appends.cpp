@@ -108,7 +108,7 @@ bool AppendLowering::appendToMember(const MemberExpression& target, const Expres
   const Register object = parts_.objects.objectOperand(target);
   code_.emit(Opcode::AppendMember, object, before, tail);
   parts_.objects.noteObject(target);
-  code_.emitMember(Opcode::PutMember, object, before, 0, target.name);
+  code_.putMember(object, before, false, target.name);
   return true;
 }
 

@@ -92,7 +92,7 @@ void AssignmentLowering::assignMember(const MemberExpression& target, const Expr
                               ? parts_.objects.objectOperand(target)
                               : parts_.objects.objectFor(Opcode::PutElementMember, source, target);
   parts_.objects.noteObject(target);
-  code_.emitMember(Opcode::PutMember, object, source, isSet, target.name);
+  code_.putMember(object, source, isSet, target.name);
 }
 
 void AssignmentLowering::assignCall(const CallExpression& target, const Expression& value,

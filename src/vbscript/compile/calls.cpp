@@ -11,8 +11,8 @@ namespace {
 /// Some functions of one argument have an operation of their own.
 Opcode operationOf(const Intrinsic& function) {
   static constexpr std::pair<std::string_view, Opcode> kOperations[] = {
-      {"sqr", Opcode::Sqr}, {"abs", Opcode::Abs}, {"int", Opcode::Int},       {"fix", Opcode::Fix},
-      {"len", Opcode::Len}, {"chr", Opcode::Chr}, {"ubound", Opcode::UBound},
+      {"sqr", Opcode::Sqr}, {"abs", Opcode::Abs}, {"int", Opcode::Int}, {"fix", Opcode::Fix},
+      {"len", Opcode::Len}, {"asc", Opcode::Asc}, {"chr", Opcode::Chr}, {"ubound", Opcode::UBound},
   };
   for (const auto& [name, operation] : kOperations) {
     if (function.name == name) return operation;

@@ -109,6 +109,19 @@ void CodeWriter::emitMember(Opcode op, unsigned a, unsigned b, unsigned c, const
   emitPointer(op, a, b, c, &cache);
 }
 
+void CodeWriter::getMember(Register target, Register object, Register base,
+                           const Identifier& name) {
+  const bool isVariable = !routine_.isTemporary(object);
+  emitMember(isVariable ? Opcode::GetMemberOfVariable : Opcode::GetMember, target, object, base,
+             name);
+}
+
+void CodeWriter::putMember(Register object, Register source, bool isSet, const Identifier& name) {
+  const bool isPlainCase = !isSet && !routine_.isTemporary(object);
+  emitMember(isPlainCase ? Opcode::PutMemberOfVariable : Opcode::PutMember, object, source, isSet,
+             name);
+}
+
 void CodeWriter::emitPointer(Opcode op, unsigned a, unsigned b, unsigned c, const void* pointer) {
   VBS_ASSERT(pointer != nullptr);
   emit(op, a, b, c);

@@ -42,6 +42,8 @@ class CodeWriter {
   /// Of an object of the host, with `a`, `b` and `c` as CallHost has them.
   void emitHostCall(unsigned a, unsigned b, unsigned c, unsigned object, MemberId member);
   void emitMember(Opcode op, unsigned a, unsigned b, unsigned c, const Identifier& name);
+  void getMember(Register target, Register object, Register base, const Identifier& name);
+  void putMember(Register object, Register source, bool isSet, const Identifier& name);
   void emitPointer(Opcode op, unsigned a, unsigned b, unsigned c, const void* pointer);
   void emitThrow(ErrorCode code, const Identifier& name);
 

@@ -74,6 +74,30 @@ Comparison comparisonOf(BinaryOperator operation) {
 #undef VBS_COMPARISON
 }
 
+/// Whether an expression can only be True, False or Null.
+bool isTruth(const Expression& expression) {
+  const Expression& inner = unwrapped(expression);
+  if (inner.kind == ExpressionKind::Unary) {
+    const auto& unary = static_cast<const UnaryExpression&>(inner);
+    return unary.operation == UnaryOperator::Not && isTruth(*unary.operand);
+  }
+  if (inner.kind != ExpressionKind::Binary) return false;
+  const auto& binary = static_cast<const BinaryExpression&>(inner);
+  if (ComparisonLowering::isComparison(binary) || binary.operation == BinaryOperator::Is) {
+    return true;
+  }
+  const bool joins =
+      binary.operation == BinaryOperator::And || binary.operation == BinaryOperator::Or;
+  return joins && isTruth(*binary.left) && isTruth(*binary.right);
+}
+
+/// Two truths joined by And or Or.
+bool isPairOfTruths(const Expression& expression) {
+  if (expression.kind != ExpressionKind::Binary || !isTruth(expression)) return false;
+  const BinaryOperator operation = static_cast<const BinaryExpression&>(expression).operation;
+  return operation == BinaryOperator::And || operation == BinaryOperator::Or;
+}
+
 bool isWritten(const Expression& expression) {
   return unwrapped(expression).kind == ExpressionKind::Literal;
 }
@@ -169,6 +193,9 @@ void ComparisonLowering::jumpOn(const Expression& condition, bool when, Label& l
       return code_.emitWideJump(when ? Opcode::JumpIfNot : Opcode::JumpUnlessNot, value, label);
     }
   }
+  if (isPairOfTruths(outer)) {
+    return jumpOnPair(static_cast<const BinaryExpression&>(outer), when, label);
+  }
   const Register value = parts_.expressions.operand(outer);
   code_.emitWideJump(when ? Opcode::JumpIf : Opcode::JumpUnless, value, label);
 }
@@ -180,6 +207,17 @@ void ComparisonLowering::jumpOnComparison(const BinaryExpression& binary, bool w
   if (!when) sides.operation = opposite(sides.operation);
   sides.flags |= flags;
   emitJump(sides, label);
+}
+
+/// Jumps when what two truths make together is `when`. Both are always found out; the right one is
+/// a jump of its own then, before the left one's.
+void ComparisonLowering::jumpOnPair(const BinaryExpression& binary, bool when, Label& label) {
+  const bool oneDecides = (binary.operation == BinaryOperator::Or) == when;
+  Label undecided;
+  const Register left = parts_.expressions.operand(*binary.left);
+  jumpOn(*binary.right, oneDecides == when, oneDecides ? label : undecided);
+  code_.emitWideJump(when ? Opcode::JumpIf : Opcode::JumpUnless, left, label);
+  if (!oneDecides) code_.place(undecided);
 }
 
 void ComparisonLowering::emitJump(const Sides& sides, Label& label) {
@@ -195,16 +233,19 @@ void ComparisonLowering::emitJump(const Sides& sides, Label& label) {
   code_.emitFarJump(comparison.jumpInteger, sides.left, number, sides.flags, label);
 }
 
-void ComparisonLowering::jumpOnCase(Register subject, const Expression& value, Label& body) {
+void ComparisonLowering::jumpOnCase(Register subject, const Expression& value, bool when,
+                                    Label& label) {
   const Temporaries temporaries(frame_);
+  const BinaryOperator operation = when ? BinaryOperator::Equal : BinaryOperator::NotEqual;
+  const unsigned flags = when ? 0 : kJumpOnNull;
   if (const Value* constant = scope_.literal(value)) {
     if (const auto near = code_.nearConstant(*constant)) {
-      const unsigned flags = isWritten(value) ? 0 : kJumpOnNamed;
-      return emitJump({BinaryOperator::Equal, subject, *near, true, flags}, body);
+      const unsigned named = isWritten(value) ? 0 : kJumpOnNamed;
+      return emitJump({operation, subject, *near, true, flags | named}, label);
     }
   }
   const Register r = parts_.expressions.operand(value);
-  emitJump({BinaryOperator::Equal, subject, r, false}, body);
+  emitJump({operation, subject, r, false, flags}, label);
 }
 
 }  // namespace quorvane::vbs

@@ -14,11 +14,12 @@ class ComparisonLowering : LoweringPart {
   void compileComparison(const BinaryExpression& binary, Register target);
   /// Jumps to `label` when the truth of `condition` is `when`.
   void jumpOn(const Expression& condition, bool when, Label& label);
-  /// Jumps to `body` when the value equals the subject of a Select.
-  void jumpOnCase(Register subject, const Expression& value, Label& body);
+  /// Jumps to `label` when that the value equals the subject of a Select is `when`.
+  void jumpOnCase(Register subject, const Expression& value, bool when, Label& label);
 
  private:
   void jumpOnComparison(const BinaryExpression& binary, bool when, unsigned flags, Label& label);
+  void jumpOnPair(const BinaryExpression& binary, bool when, Label& label);
   /// A comparison's sides in registers, or the right one among the constants, and the flags that a
   /// jump on them has.
   struct Sides {

@@ -13,7 +13,7 @@ void ObjectLowering::compileMember(const MemberExpression& member, Register targ
   const Temporaries temporaries(frame_);
   const Register object = objectFor(Opcode::GetElementMember, target, member);
   noteObject(member);
-  code_.emitMember(Opcode::GetMember, target, object, frame_.nextTemporary(), member.name);
+  code_.getMember(target, object, frame_.nextTemporary(), member.name);
 }
 
 /// The element of a variable that an expression is, with one index; else null.

@@ -147,7 +147,9 @@
     "at hand of a native object is called at once, and the operations up to the call skipped")    \
   X(CallNativeElement, "rr", "The same where the argument is an element of a variable")           \
   X(GetMember, "rrt M", "a = member of object b; a call's registers begin with c")                \
+  X(GetMemberOfVariable, "rrt M", "The same where b is a variable")                               \
   X(PutMember, "rrs M", "Member of object a = b; flag c: with Set")                               \
+  X(PutMemberOfVariable, "rrs M", "The same where a is a variable, and without Set")              \
   X(GetElementMember, "rrr",                                                                      \
     "a = the field of element b(c) that the two next operations read, which are then skipped; "   \
     "nothing when it takes more than that")                                                       \
@@ -166,6 +168,7 @@
   X(Int, "rr- I", "a = Int(b)")                                                                   \
   X(Fix, "rr- I", "a = Fix(b)")                                                                   \
   X(Len, "rr- I", "a = Len(b)")                                                                   \
+  X(Asc, "rr- I", "a = Asc(b)")                                                                   \
   X(Chr, "rr- I", "a = Chr(b)")                                                                   \
   X(UBound, "rr- I", "a = UBound(b)")                                                             \
   X(Mid, "drn I", "CallIntrinsic of Mid with three arguments")                                    \

@@ -89,8 +89,10 @@ void StatementLowering::compileSelect(const SelectStatement& statement) {
     Label body;
     Label next;
     notes_.beginStatement(choice.position);
-    for (const auto& value : choice.values) parts_.comparisons.jumpOnCase(subject, *value, body);
-    code_.jumpTo(next);
+    for (const auto& value : choice.values) {
+      const bool isLast = &value == &choice.values.back();
+      parts_.comparisons.jumpOnCase(subject, *value, !isLast, isLast ? next : body);
+    }
     code_.place(body);
     notes_.beginStatement(choice.position);
     compileBlock(choice.body);

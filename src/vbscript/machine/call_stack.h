@@ -144,6 +144,18 @@ class CallStack {
     pop();
     return true;
   }
+  /// The same of a result that may be counted.
+  [[gnu::always_inline]] bool returnMoved(Value& result) {
+    const std::uint32_t link = top_->link;
+    if (link >= Frame::kNoTarget || result.is(Type::Reference)) return false;
+    const Operand target = Operand::atOffset(link);
+    Value& accepting = target.of(top_[-1].base);
+    if (needsCare(accepting)) return false;
+    if (!isTakenAsIs(result, top_[-1].routine->isTemporary(target))) return false;
+    new (&accepting) Value(std::move(result));
+    pop();
+    return true;
+  }
   /// Leaves the current frame, whose variables are free but for its result, which goes to the
   /// caller; `result` is kNoRegister for a Sub.
   void leave(std::uint16_t result);

@@ -120,7 +120,8 @@ template <class Numbers>
 template <class Numbers>
 [[gnu::always_inline]] inline bool calculateDoubles(Value& target, const Value& left,
                                                     const Value& right) {
-  if (!areDoubles(left, right) || needsCare(target)) return false;
+  if (!areDoubles(left, right) || needsCare(target)) [[unlikely]]
+    return false;
   return setFinite(target, Numbers::floating(left.asDouble(), right.asDouble()));
 }
 
@@ -170,6 +171,27 @@ inline bool dividesSimply(std::int32_t number) {
   const unsigned r = tag(right);
   if (!areWhole(l, r) || needsCare(target) || !dividesSimply(right.asInt())) return false;
   target.setIntUncounted(static_cast<Type>(l | r), left.asInt() % right.asInt());
+  return true;
+}
+
+struct AndBits {
+  static std::int32_t of(std::int32_t l, std::int32_t r) { return l & r; }
+};
+struct OrBits {
+  static std::int32_t of(std::int32_t l, std::int32_t r) { return l | r; }
+};
+struct XorBits {
+  static std::int32_t of(std::int32_t l, std::int32_t r) { return l ^ r; }
+};
+
+/// Of two Booleans, or of Integers and Longs, whose result has the wider subtype.
+template <class Bits>
+[[gnu::always_inline]] inline bool combine(Value& target, const Value& left, const Value& right) {
+  const unsigned l = tag(left);
+  const unsigned r = tag(right);
+  const bool areTruths = left.is(Type::Boolean) && right.is(Type::Boolean);
+  if ((!areTruths && !areWhole(l, r)) || needsCare(target)) return false;
+  target.setIntUncounted(static_cast<Type>(l | r), Bits::of(left.asInt(), right.asInt()));
   return true;
 }
 
@@ -306,18 +328,22 @@ inline void become(const Instruction* pc, Opcode op) {
   return true;
 }
 
-/// Moves the object of a temporary to a variable that has nothing to end: a plain value, or an
-/// object that others hold as well.
-[[gnu::always_inline]] inline bool moveObject(Value& variable, Value& source) {
+/// Sets a variable that has nothing to end: it holds a plain value, Nothing, or an object that
+/// others hold as well. The object comes from another variable, or is a temporary's, which gives it
+/// up.
+[[gnu::always_inline]] inline bool setObject(Value& variable, Value& source, bool isTemporary) {
   if (!source.isObject()) return false;
-  if (variable.isObject()) {
-    Object* before = variable.asObject();
-    if (!before || before->references() == 1) return false;
+  if (!variable.isObject()) {
+    if (needsCare(variable)) return false;
+  } else if (Object* const before = variable.asObject()) {
+    if (before->references() == 1) return false;
     before->release();
-  } else if (needsCare(variable)) {
-    return false;
   }
-  new (&variable) Value(std::move(source));
+  if (isTemporary) {
+    new (&variable) Value(std::move(source));
+  } else {
+    new (&variable) Value(source);
+  }
   return true;
 }
 
@@ -380,6 +406,16 @@ inline void become(const Instruction* pc, Opcode op) {
 /// Whether a register is a variable or refers to one.
 [[gnu::always_inline]] inline bool isPlace(const Value& holder, bool isTemporary) {
   return !isTemporary || holder.is(Type::Reference);
+}
+/// Whether a register is a variable, or a temporary that can be left without what it holds: it
+/// refers to a variable, or has an array that others hold as well.
+[[gnu::always_inline]] inline bool canBeLeft(const Value& holder, bool isTemporary) {
+  return isPlace(holder, isTemporary) || (holder.isArray() && holder.asArray()->references > 1);
+}
+[[gnu::always_inline]] inline void leave(Value& holder, bool isTemporary) {
+  if (!isTemporary) return;
+  if (holder.isArray()) --holder.asArray()->references;
+  holder.forget();
 }
 /// A temporary that held a reference is left without it.
 [[gnu::always_inline]] inline void dropReference(Value& value) {
@@ -464,24 +500,34 @@ inline void become(const Instruction* pc, Opcode op) {
   return isJump && jump->a.offset() == result.offset() && jump->aIsTemporary();
 }
 
-/// GetElement for an element that is more than bits, or whose holder is a temporary that refers to
-/// a variable. False: not a case for the loop.
+/// GetElement for an element that is more than bits, or whose holder is a temporary. False: not a
+/// case for the loop.
 [[gnu::always_inline]] inline bool takeElement(const Instruction* pc, Value* base,
                                                const Value* element) {
   Value& holder = pc->b.of(base);
   if (!element || !isTakenAsIs(*element, pc->aIsTemporary())) return false;
-  if (!isPlace(holder, pc->bIsTemporary()) || !copyInto(pc->a.of(base), *element)) return false;
-  if (pc->bIsTemporary()) dropReference(holder);
+  if (!canBeLeft(holder, pc->bIsTemporary()) || !copyInto(pc->a.of(base), *element)) return false;
+  leave(holder, pc->bIsTemporary());
   return true;
 }
 
 /// False: not a case for the loop.
 template <plain_function::Function function>
 [[gnu::always_inline]] inline bool applyPlain(const Instruction* pc, Value* base) {
-  const Value& argument = pc->b.of(base);
-  if (needsCare(pc->a.of(base))) return false;
-  if (!needsCare(argument)) return function(pc->a.of(base), argument);
-  return !pc->bIsTemporary() && function(pc->a.of(base), argument.deref());
+  Value& target = pc->a.of(base);
+  Value& argument = pc->b.of(base);
+  if (needsCare(target) && &target != &argument) return false;
+  if (!needsCare(argument)) return function(target, argument);
+  if (!pc->bIsTemporary()) return !needsCare(target) && function(target, argument.deref());
+  if (!argument.isString()) return false;
+  // A text that lives on, as those of one byte do.
+  Value result;
+  StringRep* const text = argument.stringRep();
+  if (!text || text->references == 1 || !function(result, argument)) return false;
+  --text->references;
+  argument.forget();
+  target.copyUncounted(result);
+  return true;
 }
 
 /// Mid for one character of a variable's text, which is of bytes. False: not a case for the loop.
@@ -641,20 +687,20 @@ void Machine::execute(const Frame* entry) {
   VBS_NEXT(1);
 
 /// Jumps on a comparison of two values; of whole numbers without much ado.
-#define VBS_JUMP_WHEN(Numbers, VBS_COUNT, left, right, temporaryMask, comparison)        \
-  if (areWhole(tag(left), tag(right))) [[likely]] {                                      \
-    if (Numbers::holds((left).asInt(), (right).asInt())) VBS_FAR_JUMP(VBS_COUNT);        \
-    VBS_NEXT(2);                                                                         \
-  } else {                                                                               \
-    bool holds = false;                                                                  \
-    const unsigned temporaries = pc->temporaries & (temporaryMask);                      \
-    const bool isDone = compareFloating<Numbers>(left, right, holds) ||                  \
-                        compareBehind<Numbers>(left, (temporaries & 1) != 0, right,      \
-                                               (temporaries & 2) != 0, holds) ||         \
-                        (temporaries == 0 && compareTexts<Numbers>(left, right, holds)); \
-    if (!isDone) holds = VBS_SLOW(comparison);                                           \
-    if (holds) VBS_FAR_JUMP(VBS_COUNT);                                                  \
-  }                                                                                      \
+#define VBS_JUMP_WHEN(Numbers, VBS_COUNT, left, right, temporaryMask, comparison)          \
+  if (areWhole(tag(left), tag(right))) [[likely]] {                                        \
+    if (Numbers::holds((left).asInt(), (right).asInt())) VBS_FAR_JUMP(VBS_COUNT);          \
+    VBS_NEXT(2);                                                                           \
+  } else {                                                                                 \
+    bool holds = false;                                                                    \
+    const unsigned temporaries = pc->temporaries & (temporaryMask);                        \
+    const bool isDone = compareFloating<Numbers>(left, right, holds) ||                    \
+                        (temporaries == 0 && compareTexts<Numbers>(left, right, holds)) || \
+                        compareBehind<Numbers>(left, (temporaries & 1) != 0, right,        \
+                                               (temporaries & 2) != 0, holds);             \
+    if (!isDone) holds = VBS_SLOW(comparison);                                             \
+    if (holds) VBS_FAR_JUMP(VBS_COUNT);                                                    \
+  }                                                                                        \
   VBS_NEXT(2);
 
 #define VBS_COMPARE_JUMP(Way, VBS_COUNT, name, Numbers)                                           \
@@ -813,7 +859,7 @@ Let:
   VBS_SLOW(let(stack_, pc->a.of(base), pc->b.of(base)));
   VBS_NEXT(1);
 SetVariable:
-  if (pc->bIsTemporary() && moveObject(pc->a.of(base), pc->b.of(base))) [[likely]]
+  if (setObject(pc->a.of(base), pc->b.of(base), pc->bIsTemporary())) [[likely]]
     VBS_NEXT(1);
   VBS_SLOW(set(stack_, pc->a.of(base), pc->b.of(base), pc->bIsTemporary(), pc));
   VBS_NEXT(1);
@@ -822,10 +868,10 @@ Clear:
   if (pc->a.of(base).is(Type::ArrayLock) && pc->a.of(base).asArray()->references > 0) {
     --pc->a.of(base).asArray()->locks;
     pc->a.of(base).setIntUncounted(Type::Empty, 0);
-  } else if (needsCare(pc->a.of(base))) {
-    VBS_SLOW(release(pc->a.of(base)));
+  } else if (vacate(pc->a.of(base))) {
+    pc->a.of(base).forget();
   } else {
-    pc->a.of(base).setIntUncounted(Type::Empty, 0);
+    VBS_SLOW(release(pc->a.of(base)));
   }
   VBS_NEXT(1);
 Plain:
@@ -912,29 +958,15 @@ RefElement:
   VBS_DELEGATE(Negate, 1, unary(stack_, pc, base, negate))
   VBS_DELEGATE(Identity, 1, unary(stack_, pc, base, identity))
 Not:
-  if (pc->b.of(base).is(Type::Boolean) && !needsCare(pc->a.of(base))) {
-    pc->a.of(base).setIntUncounted(Type::Boolean, ~pc->b.of(base).asInt());
+  if ((pc->b.of(base).is(Type::Boolean) || isWhole(pc->b.of(base))) && !needsCare(pc->a.of(base))) {
+    pc->a.of(base).setIntUncounted(pc->b.of(base).type(), ~pc->b.of(base).asInt());
   } else {
     VBS_SLOW(unary(stack_, pc, base, logicalNot));
   }
   VBS_NEXT(1);
-And:
-  if (pc->b.of(base).is(Type::Boolean) && pc->c.of(base).is(Type::Boolean) &&
-      !needsCare(pc->a.of(base))) {
-    pc->a.of(base).setIntUncounted(Type::Boolean, pc->b.of(base).asInt() & pc->c.of(base).asInt());
-  } else {
-    VBS_SLOW(binary(stack_, pc, base, logicalAnd));
-  }
-  VBS_NEXT(1);
-Or:
-  if (pc->b.of(base).is(Type::Boolean) && pc->c.of(base).is(Type::Boolean) &&
-      !needsCare(pc->a.of(base))) {
-    pc->a.of(base).setIntUncounted(Type::Boolean, pc->b.of(base).asInt() | pc->c.of(base).asInt());
-  } else {
-    VBS_SLOW(binary(stack_, pc, base, logicalOr));
-  }
-  VBS_NEXT(1);
-  VBS_DELEGATE(Xor, 1, binary(stack_, pc, base, logicalXor))
+  VBS_CALCULATE(And, combine<AndBits>, logicalAnd)
+  VBS_CALCULATE(Or, combine<OrBits>, logicalOr)
+  VBS_CALCULATE(Xor, combine<XorBits>, logicalXor)
   VBS_DELEGATE(Eqv, 1, binary(stack_, pc, base, logicalEqv))
   VBS_DELEGATE(Imp, 1, binary(stack_, pc, base, logicalImp))
   VBS_DELEGATE(Is, 1, binary(stack_, pc, base, sameObject))
@@ -1128,12 +1160,16 @@ CallNativeElement : {
   }
 }
   goto Copy;
+GetMemberOfVariable : {
+  const Value* field = cachedField(pc->b.of(base), *pc[1].pointer<MemberCache>());
+  if (field && copyPlain(pc->a.of(base), *field)) [[likely]]
+    VBS_NEXT(2);
+}
+  // The rest is the same.
 GetMember : {
   Value& holder = pc->b.of(base);
   const MemberCache& cache = *pc[1].pointer<MemberCache>();
   const Value* field = cachedField(holder, cache);
-  if (field && !pc->bIsTemporary() && copyPlain(pc->a.of(base), *field)) [[likely]]
-    VBS_NEXT(2);
   const bool isSimple = field && isTakenAsIs(*field, pc->aIsTemporary()) &&
                         canLetGo(holder, pc->bIsTemporary()) &&
                         (!needsCare(pc->a.of(base)) || (pc->a == pc->b && pc->bIsTemporary()));
@@ -1156,11 +1192,18 @@ GetMember : {
   if (VBS_SLOW(getMember(stack_, pc, base))) VBS_RELOAD();
 }
   VBS_NEXT(2);
+PutMemberOfVariable : {
+  Value* field = cachedField(pc->a.of(base), *pc[1].pointer<MemberCache>());
+  if (field && copyPlain(*field, pc->b.of(base))) [[likely]]
+    VBS_NEXT(2);
+}
+  // The rest is the same.
 PutMember : {
   Value& holder = pc->a.of(base);
   const MemberCache& cache = *pc[1].pointer<MemberCache>();
   Value* field = cachedField(holder, cache);
-  if (field && !pc->aIsTemporary() && pc->c == 0 && copyPlain(*field, pc->b.of(base))) [[likely]] {
+  if (field && pc->c != 0 && !pc->aIsTemporary() &&
+      setObject(*field, pc->b.of(base), pc->bIsTemporary())) {
     VBS_NEXT(2);
   }
   if (field && pc->c == 0 && canLetGo(holder, pc->aIsTemporary()) &&
@@ -1215,6 +1258,7 @@ PutElementMember : {
   VBS_PLAIN_FUNCTION(Int, plain_function::floor)
   VBS_PLAIN_FUNCTION(Fix, plain_function::truncate)
   VBS_PLAIN_FUNCTION(Len, plain_function::length)
+  VBS_PLAIN_FUNCTION(Asc, plain_function::code)
   VBS_PLAIN_FUNCTION(Chr, plain_function::character)
   VBS_PLAIN_FUNCTION(UBound, plain_function::upperBound)
 Mid:
@@ -1248,8 +1292,9 @@ ReturnResult:
   {
     Value* const result = &pc->a.of(base);
     Value* const end = &pc->b.of(base);
-    Value* const rest = endPlain(base, end, result);
-    if (rest == end && stack_.returnPlain(*result)) VBS_RELOAD();
+    Value* rest = endPlain(base, end, result);
+    if (rest == result) rest = endPlain(result + 1, end, nullptr);
+    if (rest == end && stack_.returnMoved(*result)) VBS_RELOAD();
     if (rest < result) VBS_SLOW(clearRange(rest, result));
     if (rest < end) VBS_SLOW(clearRange(std::max(rest, result + 1), end));
     VBS_SLOW(stack_.leave(pc->a));

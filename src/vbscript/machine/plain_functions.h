@@ -62,6 +62,15 @@ inline bool length(Value& target, const Value& argument) {
   return true;
 }
 
+/// Of the first byte.
+inline bool code(Value& target, const Value& argument) {
+  if (!argument.isString()) return false;
+  const StringRep* text = argument.stringRep();
+  if (!text || text->encoding != Encoding::Ansi || text->bytes == 0) return false;
+  target.setIntUncounted(Type::Integer, static_cast<unsigned char>(*text->data()));
+  return true;
+}
+
 inline bool character(Value& target, const Value& argument) {
   if (!isWhole(argument) || (argument.asInt() & ~0xFF) != 0) return false;
   new (&target) Value(String::ofByte(static_cast<char>(argument.asInt())));

@@ -93,9 +93,11 @@ inline bool isScriptObject(const Object& object) {
 /// The field of a script's object that a place in the code uses, when its cache knows the class;
 /// else null.
 [[gnu::always_inline]] inline Value* cachedField(const Value& holder, const MemberCache& cache) {
-  if (!holder.isObject() || !holder.asObject()) return nullptr;
+  if (!holder.isObject() || !holder.asObject()) [[unlikely]]
+    return nullptr;
   Object* object = holder.asObject();
-  if (object->classNumber() != cache.fieldClass) return nullptr;
+  if (object->classNumber() != cache.fieldClass) [[unlikely]]
+    return nullptr;
   return &cache.fieldSlot.of(static_cast<ScriptObject*>(object)->fields());
 }
 

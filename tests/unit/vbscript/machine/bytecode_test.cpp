@@ -199,9 +199,9 @@ TEST(Bytecode, TextsInArraysGrowInPlace) {
 
 TEST(Bytecode, TextsInFieldsGrowInPlace) {
   EXPECT_EQ(code("o.t = o.t & x"),
-            "GetMember t0 r0 .t\n"
+            "GetMemberOfVariable t0 r0 .t\n"
             "AppendMember r0 t0 r1\n"
-            "PutMember r0 t0 0 .t\n"
+            "PutMemberOfVariable r0 t0 0 .t\n"
             "Halt\n");
   for (const char* other : {"o.t = o.u & x", "o.t = p.t & x", "o.t = x & o.t", "o.t = o.t + x"}) {
     EXPECT_EQ(code(other).find("AppendMember"), std::string::npos) << other;
