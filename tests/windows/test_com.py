@@ -65,7 +65,7 @@ class ComScripts(unittest.TestCase):
                                 programs.path_text(path),
                                 stdin=subprocess.DEVNULL, capture_output=True, timeout=PATIENCE)
         told = done.stderr.decode("cp1252")
-        self.assertEqual(done.stdout.decode("cp1252"), case.output, told)
+        self.assertEqual(done.stdout.decode("cp1252"), case.output, (done.returncode, told))
         if case.error:
             self.assertIn(case.error, told)
         else:
