@@ -1,6 +1,7 @@
 """Mail that pages send, to a server that listens."""
 
 import email
+import email.header
 import email.policy
 import time
 
@@ -52,6 +53,73 @@ class Mail(ServerTest):
         attachment, = mail.iter_attachments()
         self.assertEqual(attachment.get_filename(), "data.bin")
         self.assertEqual(attachment.get_content(), bytes(range(256)) * 100)
+
+    def parsed(self, more):
+        with SmtpReceiver() as receiver:
+            self.assertEqual(self.send(receiver, more), "0 ")
+        data = receiver.mails[0][2]
+        head = data.partition(b"\r\n\r\n")[0]
+        self.assertLessEqual(max(map(len, head.split(b"\r\n"))), 78)
+        self.assertTrue(head.isascii())
+        return email.message_from_bytes(data, policy=email.policy.default)
+
+    def test_heads_in_any_language(self):
+        cyrillic = " & ".join("ChrW(%d)" % ord(c) for c in "Привет ")
+        mail = self.parsed(
+            "Dim s, i: For i = 1 To 20\n"
+            "s = s & %s & \"Gr\" & Chr(252) & Chr(223) & \"e \" & i & \" \": Next\n"
+            "m.Subject = s: m.BodyPart.Charset = \"windows-1251\": m.TextBody = %s\n"
+            "m.From = \"\"\"\" & %s & \", K\"\" <k@x.example>\"\n"
+            "m.To = \"Doe, John <j@x.example>; =?utf-8?q?=C3=84?= <a@x.example>, (none)\"\n"
+            % (cyrillic, cyrillic, cyrillic))
+        self.assertEqual(mail["Subject"],
+                         " ".join("Привет Grüße %d" % i for i in range(1, 21)))
+        self.assertEqual(mail["From"].addresses[0].display_name, "Привет , K")
+        self.assertEqual([(one.display_name, one.addr_spec) for one in mail["To"].addresses],
+                         [("Doe, John", "j@x.example"), ("Ä", "a@x.example")])
+        self.assertEqual(mail.get_content_charset(), "windows-1251")
+        self.assertEqual(mail.get_content().rstrip("\r\n"), "Привет ")
+        self.assertIsNotNone(mail["Date"].datetime)
+
+    def test_subjects_that_pages_encode_themselves(self):
+        mail = self.parsed("m.Subject = \"=?koi8-r?B?8NLJ18XU?= x =?utf-8?q?=0D=0AEvil:_1?=\"\n")
+        self.assertEqual(mail["Subject"], "Привет x   Evil: 1")
+        self.assertIsNone(mail["Evil"])
+
+    def test_header_lines_that_pages_set(self):
+        mail = self.parsed("With m.Fields: .Item(\"urn:schemas:mailheader:Subject\") = \"Other\"\n"
+                           ".Item(\"urn:schemas:mailheader:Content-Type\") = \"text/html\"\n"
+                           ".Item(\"urn:schemas:mailheader:Bcc\") = \"secret@x.example\"\n"
+                           ".Item(\"urn:schemas:mailheader:Disposition-Notification-To\") = "
+                           "\"\"\"\" & Chr(228) & \"\"\" <me@here.example>\"\n"
+                           ".Item(\"urn:schemas:mailheader:X-Mailer\") = Replace(Space(150), \" \", \"x \"): End With\n")
+        self.assertEqual(mail.get_all("Subject"), ["Other"])
+        self.assertEqual(mail.get_content_type(), "text/plain")
+        self.assertIsNone(mail["Bcc"])
+        self.assertEqual(str(email.header.make_header(email.header.decode_header(
+            mail["Disposition-Notification-To"]))), "ä <me@here.example>")
+
+    def test_parts_inside_parts(self):
+        for name in ("p.gif", "two words, one comma.pdf", "%s.txt" % ("long" * 40)):
+            self.server.put(name, name.encode() * 100)
+        root = str(self.server.root)
+        mail = self.parsed(
+            "m.HTMLBody = \"<img src=cid:one>\" & vbLf & String(5000, Chr(228)) & \" \"\n"
+            "m.AddRelatedBodyPart \"%s/p.gif\", \"one\", 1\n"
+            "m.AddAttachment \"%s/two words, one comma.pdf\"\n"
+            "m.AddAttachment \"%s/%s.txt\"\n" % (root, root, root, "long" * 40))
+        self.assertEqual([part.get_content_type() for part in mail.walk()], [
+            "multipart/mixed", "multipart/alternative", "text/plain", "multipart/related", "text/html",
+            "image/gif", "application/pdf", "text/plain"])
+        self.assertEqual([defect for part in mail.walk() for defect in part.defects], [])
+        self.assertEqual(mail.get_body(("html",)).get_content(),
+                         "<img src=cid:one>\r\n" + "\xe4" * 5000 + " ")
+        picture = next(part for part in mail.walk() if part.get_content_type() == "image/gif")
+        self.assertEqual((picture["Content-ID"], picture.get_content_disposition()), ("<one>", "inline"))
+        first, second = mail.iter_attachments()
+        self.assertEqual(first.get_filename(), "two words, one comma.pdf")
+        self.assertEqual(first.get_content(), first.get_filename().encode() * 100)
+        self.assertEqual(second.get_filename(), "long" * 40 + ".txt")
 
     def test_login(self):
         with SmtpReceiver(login=("me", "word")) as receiver:

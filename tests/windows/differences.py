@@ -2,7 +2,6 @@
 allowed."""
 
 _JET = "files of Access are read by the system's own drivers, not by a program of ours"
-_MAIL = "mail is sent by the system's own objects"
 _SOCKET_FILES = "servers of this system listen at networks only"
 _MODULE = "what works on pictures is the system's, not a file beside the program"
 
@@ -17,8 +16,6 @@ DIFFERENCES = {
     "test_jet_import.Copies.*": _JET,
     "test_jet_import.Damage.*": _JET,
     "test_jet_import.Pages.*": _JET,
-    "test_mail.*": _MAIL,
-    "test_customary_pages.MovedSite.test_a_mail_form": _MAIL,
     "test_listen.Listening.test_a_file_goes_with_the_server_and_what_a_dead_one_left_is_replaced":
         _SOCKET_FILES,
     "test_listen.Listening.test_in_several_places_at_once": _SOCKET_FILES,
@@ -55,13 +52,12 @@ UNITS = {
     "console_terminal": {},
     "http": {},
     "language": {
-        "Files/Language.BehavesAsWritten/components_mail": _MAIL,
         "Files/Language.BehavesAsWritten/components_picture_quality":
             "Wine's codecs know one quality",
         "Files/Language.BehavesAsWritten/components_xml_encodings":
             "documents in character sets of regions are read by the system's own objects",
     },
-    "members": {"MembersOfComponents.AreListed": "the list has mail in it"},
+    "members": {},
     "platform": {
         "FilesContract/Host.LinksThatLeadOutOfAFolderAreKnown": _LINKS,
         "Listen.APlaceThatIsTakenSaysSo": "Wine has no words for that error",

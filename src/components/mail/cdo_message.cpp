@@ -5,6 +5,7 @@
 #include "components/ado/stream.h"
 #include "components/arguments.h"
 #include "components/component_error.h"
+#include "components/mail/address_list.h"
 #include "components/mail/cdo_fields.h"
 #include "components/mail/draft.h"
 #include "components/mail/mime.h"

@@ -1,6 +1,7 @@
 #include "components/mail/cdonts.h"
 
 #include "components/arguments.h"
+#include "components/mail/address_list.h"
 #include "components/mail/draft.h"
 #include "platform/services.h"
 #include "support/text.h"

@@ -2,6 +2,7 @@
 
 #include "components/arguments.h"
 #include "components/component_error.h"
+#include "components/mail/address_list.h"
 #include "platform/charset.h"
 #include "support/files.h"
 #include "support/paths.h"

@@ -38,11 +38,4 @@ struct Mail {
   std::vector<Attachment> attachments;
 };
 
-/// "Name <address>, address; ...": commas or semicolons between two.
-std::vector<Address> addressesIn(const vbs::String& text);
-
-/// Whether an address can stand in a dialogue with a server: it has no blanks, control characters
-/// or angle brackets.
-bool isPlainAddress(const std::string& address);
-
 }  // namespace quorvane::mail

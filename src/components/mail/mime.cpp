@@ -1,88 +1,62 @@
 #include "components/mail/mime.h"
 
-#include <gmime/gmime.h>
-
 #include <algorithm>
 #include <array>
-#include <memory>
 
+#include "components/mail/address_list.h"
+#include "components/mail/header_line.h"
+#include "components/mail/header_text.h"
+#include "components/mail/quoted_printable.h"
 #include "platform/charset.h"
 #include "platform/clock.h"
 #include "platform/process.h"
 #include "platform/random.h"
+#include "support/base64.h"
+#include "support/calendar_time.h"
 #include "support/paths.h"
 #include "support/text.h"
+#include "vbscript/values/text_locale.h"
 #include "vbscript/values/time_check.h"
 
 namespace quorvane::mail {
 
 namespace {
 
-struct Unref {
-  void operator()(void* object) const { g_object_unref(object); }
-};
-template <class T>
-using Owned = std::unique_ptr<T, Unref>;
+/// A part of a mail is text: its header lines, an empty line, and what it holds.
 
-void prepareLibrary() {
-  static const bool prepared = [] {
-    g_mime_init();
-    return true;
-  }();
-  (void)prepared;
+void addLine(std::string& out, std::string_view name, std::string_view word) {
+  HeaderLine(out, name).word(word);
 }
 
-std::string utf8Of(std::u16string_view text) {
-  return charset::encode("utf-8", text);
+void addBase64(std::string& out, std::string_view bytes) {
+  constexpr std::size_t kBytesOfLine = 57;
+  for (std::size_t at = 0; at < bytes.size(); at += kBytesOfLine) {
+    out += encodeBase64(bytes.substr(at, kBytesOfLine));
+    out += "\r\n";
+  }
 }
 
-/// The text for a mail of that character set; see mimeText().
-std::u16string characters(const vbs::String& text, const std::string& set) {
-  std::u16string wide = text.wide();
-  if (!text.isAnsi()) return wide;
-  const std::string_view bytes = text.raw();
-  const auto isHigh = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
-  if (std::none_of(bytes.begin(), bytes.end(), isHigh)) return wide;
-  vbs::countWork(bytes.size());
-  std::u16string read = charset::decode(set, bytes, bytes.size()).text;
-  if (read.empty() || read.find(u'\uFFFD') != read.npos) return wide;
-  const std::string encoded = charset::encode(set, wide);
-  const bool loses =
-      std::count(encoded.begin(), encoded.end(), '?') > std::count(bytes.begin(), bytes.end(), '?');
-  return loses || equalsNoCase(set, "utf-8") ? read : wide;
-}
-
-/// What is no text of one line becomes a blank.
-std::string headerText(const vbs::String& text, const std::string& set) {
-  std::string line = utf8Of(characters(text, set));
-  std::replace_if(
-      line.begin(), line.end(),
-      [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, ' ');
-  return line;
-}
-
-bool isHeaderName(const std::string& name) {
-  return !name.empty() && std::all_of(name.begin(), name.end(),
-                                      [](char c) { return c > ' ' && c < 0x7F && c != ':'; });
-}
-
-Owned<GMimeDataWrapper> contentOf(std::string_view bytes) {
-  const Owned<GMimeStream> stream(g_mime_stream_mem_new_with_buffer(bytes.data(), bytes.size()));
-  return Owned<GMimeDataWrapper>(
-      g_mime_data_wrapper_new_with_stream(stream.get(), GMIME_CONTENT_ENCODING_DEFAULT));
-}
-
-Owned<GMimeObject> textPart(const vbs::String& text, const char* subtype, const std::string& set) {
+std::string textPart(const vbs::String& text, std::string_view type, const std::string& set) {
   vbs::countWork(text.byteLength());
-  GMimePart* part = g_mime_part_new_with_type("text", subtype);
-  g_mime_object_set_content_type_parameter(GMIME_OBJECT(part), "charset", set.c_str());
-  g_mime_part_set_content_encoding(part, GMIME_CONTENT_ENCODING_QUOTEDPRINTABLE);
-  g_mime_part_set_content(part, contentOf(charset::encode(set, characters(text, set))).get());
-  return Owned<GMimeObject>(GMIME_OBJECT(part));
+  const std::string bytes = charset::encode(set, readAs(text, set));
+  const bool isBinary = bytes.find('\0') != bytes.npos;  // sets of two bytes each: no lines to see
+  std::string part;
+  {
+    HeaderLine line(part, "Content-Type");
+    line.word(std::string(type) + ';');
+    line.parameter("charset", set);
+  }
+  addLine(part, "Content-Transfer-Encoding", isBinary ? "base64" : "quoted-printable");
+  part += "\r\n";
+  if (isBinary) {
+    addBase64(part, bytes);
+    return part;
+  }
+  return part + quotedPrintable(bytes);
 }
 
 /// The types of what is sent most; readers need them for pictures inside a text.
-std::string_view typeOf(const std::string& name) {
+std::string_view typeOfName(const std::string& name) {
   struct Row {
     std::string_view extension;
     std::string_view type;
@@ -102,135 +76,203 @@ std::string_view typeOf(const std::string& name) {
   return "application/octet-stream";
 }
 
-Owned<GMimeObject> attachmentPart(const Attachment& attachment) {
-  vbs::countWork(attachment.content.size());
-  const std::string type(attachment.type.empty() ? typeOf(attachment.name) : attachment.type);
+/// "type/subtype" of characters that can stand there.
+bool isType(std::string_view type) {
   const std::size_t slash = type.find('/');
-  const bool isType = slash != type.npos && type.find_first_of(" \r\n;\"") == type.npos;
-  GMimePart* part = isType ? g_mime_part_new_with_type(type.substr(0, slash).c_str(),
-                                                       type.substr(slash + 1).c_str())
-                           : g_mime_part_new_with_type("application", "octet-stream");
+  return slash > 0 && slash + 1 < type.size() && type.size() < 200 &&
+         std::all_of(type.begin(), type.end(), [](char c) {
+           return c > ' ' && c < 0x7F &&
+                  std::string_view("()<>@,;:\\\"[]?=").find(c) == std::string_view::npos;
+         });
+}
+
+std::string_view typeOf(const Attachment& attachment) {
+  if (attachment.type.empty()) return typeOfName(attachment.name);
+  if (isType(attachment.type)) return attachment.type;
+  return "application/octet-stream";
+}
+
+void addNamed(std::string& part, std::string_view header, std::string_view value,
+              std::string_view parameter, std::string_view name) {
+  HeaderLine line(part, header);
+  line.word(std::string(value) + ';');
+  line.parameter(parameter, name);
+}
+
+std::string contentId(const Attachment& attachment) {
+  return std::string(trimmed(headerText(vbs::String(attachment.contentId), "utf-8"), " <>"));
+}
+
+std::string attachmentPart(const Attachment& attachment) {
+  vbs::countWork(attachment.content.size());
   const std::string name = headerText(vbs::String(attachment.name), "utf-8");
-  g_mime_part_set_filename(part, name.c_str());
-  g_mime_part_set_content_encoding(part, GMIME_CONTENT_ENCODING_BASE64);
-  g_mime_part_set_content(part, contentOf(attachment.content).get());
   const bool isInline = !attachment.contentId.empty();
-  g_mime_object_set_disposition(GMIME_OBJECT(part), isInline ? "inline" : "attachment");
-  if (isInline) g_mime_part_set_content_id(part, attachment.contentId.c_str());
-  return Owned<GMimeObject>(GMIME_OBJECT(part));
+  std::string part;
+  addNamed(part, "Content-Type", typeOf(attachment), "name", name);
+  addNamed(part, "Content-Disposition", isInline ? "inline" : "attachment", "filename", name);
+  addLine(part, "Content-Transfer-Encoding", "base64");
+  if (isInline) addLine(part, "Content-Id", '<' + contentId(attachment) + '>');
+  part += "\r\n";
+  addBase64(part, attachment.content);
+  return part;
 }
 
-Owned<GMimeObject> multipart(const char* subtype, Owned<GMimeObject> first) {
-  GMimeMultipart* whole = g_mime_multipart_new_with_subtype(subtype);
-  g_mime_multipart_add(whole, first.get());
-  return Owned<GMimeObject>(GMIME_OBJECT(whole));
-}
-
-/// `body` with those attachments around it that stand inside the HTML text, or the others.
-Owned<GMimeObject> withAttachments(Owned<GMimeObject> body, const Mail& mail, bool inlined) {
-  Owned<GMimeObject> whole = std::move(body);
-  bool isWrapped = false;
-  for (const Attachment& attachment : mail.attachments) {
-    if (attachment.contentId.empty() == inlined) continue;
-    if (!isWrapped) whole = multipart(inlined ? "related" : "mixed", std::move(whole));
-    isWrapped = true;
-    g_mime_multipart_add(GMIME_MULTIPART(whole.get()), attachmentPart(attachment).get());
+/// Several parts as one.
+class Multipart {
+ public:
+  Multipart(std::string_view subtype, Random& random)
+      // No encoding of a part has "=-" in it.
+      : boundary_("=-" + hexDigits(random.guid())) {
+    HeaderLine line(text_, "Content-Type");
+    line.word("multipart/" + std::string(subtype) + ';');
+    line.parameter("boundary", boundary_);
   }
-  return whole;
-}
 
-Owned<GMimeObject> bodyOf(const Mail& mail) {
-  if (mail.html.empty()) {
-    return withAttachments(textPart(mail.text, "plain", mail.charset), mail, true);
+  void add(std::string_view part) {
+    text_ += "\r\n--" + boundary_ + "\r\n";
+    text_ += part;
   }
-  auto html = withAttachments(textPart(mail.html, "html", mail.charset), mail, true);
-  if (mail.text.empty()) return html;
-  auto both = multipart("alternative", textPart(mail.text, "plain", mail.charset));
-  g_mime_multipart_add(GMIME_MULTIPART(both.get()), html.get());
-  return both;
-}
 
-void addAddresses(GMimeMessage* message, GMimeAddressType type, const std::vector<Address>& list,
-                  const std::string& set) {
-  for (const Address& entry : list) {
-    const std::string address = headerText(entry.address, "utf-8");
-    if (!isPlainAddress(address)) continue;
-    const std::string name = headerText(entry.name, set);
-    g_mime_message_add_mailbox(message, type, name.empty() ? nullptr : name.c_str(),
-                               address.c_str());
+  std::string finish() && { return std::move(text_) + "\r\n--" + boundary_ + "--\r\n"; }
+
+ private:
+  std::string boundary_;
+  std::string text_;
+};
+
+class MimeWriter {
+ public:
+  MimeWriter(const Mail& mail, const Services& services) : mail_(mail), services_(services) {}
+
+  std::string text() const {
+    std::string text;
+    addHead(text);
+    text += withAttachments(body(), false);
+    if (!text.ends_with("\r\n")) text += "\r\n";
+    return text;
   }
-}
 
-std::string messageId(const Services& services) {
-  std::string host = services.process.computerName();
-  if (!isPlainAddress(host)) host = "localhost";
-  return hexDigits(services.random.guid()) + '@' + host;
-}
-
-void addHead(GMimeMessage* message, const Mail& mail, const Services& services) {
-  const auto since = services.clock.now().time_since_epoch();
-  GDateTime* now = g_date_time_new_from_unix_utc(
-      std::chrono::duration_cast<std::chrono::seconds>(since).count());
-  g_mime_message_set_date(message, now);
-  g_date_time_unref(now);
-  g_mime_message_set_message_id(message, messageId(services).c_str());
-  addAddresses(message, GMIME_ADDRESS_TYPE_FROM, mail.from, mail.charset);
-  addAddresses(message, GMIME_ADDRESS_TYPE_SENDER, mail.sender, mail.charset);
-  addAddresses(message, GMIME_ADDRESS_TYPE_REPLY_TO, mail.replyTo, mail.charset);
-  addAddresses(message, GMIME_ADDRESS_TYPE_TO, mail.to, mail.charset);
-  addAddresses(message, GMIME_ADDRESS_TYPE_CC, mail.cc, mail.charset);
-  g_mime_message_set_subject(message, headerText(mail.subject, mail.charset).c_str(), nullptr);
-  for (const auto& [name, value] : mail.headers) {
-    if (!isHeaderName(name)) continue;
-    g_mime_object_append_header(GMIME_OBJECT(message), name.c_str(),
-                                headerText(value, mail.charset).c_str(), nullptr);
+ private:
+  std::string body() const {
+    if (mail_.html.empty()) {
+      return withAttachments(textPart(mail_.text, "text/plain", mail_.charset), true);
+    }
+    std::string html = withAttachments(textPart(mail_.html, "text/html", mail_.charset), true);
+    if (mail_.text.empty()) return html;
+    Multipart both("alternative", services_.random);
+    both.add(textPart(mail_.text, "text/plain", mail_.charset));
+    both.add(html);
+    return std::move(both).finish();
   }
-}
+
+  /// `body` with those attachments around it that stand inside the HTML text, or the others.
+  std::string withAttachments(std::string body, bool inlined) const {
+    const auto belongs = [&](const Attachment& one) { return one.contentId.empty() != inlined; };
+    if (std::none_of(mail_.attachments.begin(), mail_.attachments.end(), belongs)) return body;
+    Multipart whole(inlined ? "related" : "mixed", services_.random);
+    whole.add(body);
+    for (const Attachment& attachment : mail_.attachments) {
+      if (belongs(attachment)) whole.add(attachmentPart(attachment));
+    }
+    return std::move(whole).finish();
+  }
+
+  void addHead(std::string& out) const {
+    if (isOurs("Date")) addLine(out, "Date", date());
+    addAddresses(out, "From", mail_.from);
+    addAddresses(out, "Sender", mail_.sender);
+    addAddresses(out, "Reply-To", mail_.replyTo);
+    addAddresses(out, "To", mail_.to);
+    addAddresses(out, "Cc", mail_.cc);
+    if (isOurs("Subject")) addText(out, "Subject", mail_.subject);
+    if (isOurs("Message-Id")) addLine(out, "Message-Id", messageId());
+    for (const auto& [name, value] : mail_.headers) addGiven(out, name, value);
+    addLine(out, "MIME-Version", "1.0");
+  }
+
+  /// Scripts may have put another in its place.
+  bool isOurs(std::string_view name) const {
+    return std::none_of(mail_.headers.begin(), mail_.headers.end(), [&](const auto& header) {
+      return !header.second.empty() && equalsNoCase(header.first, name);
+    });
+  }
+
+  void addText(std::string& out, std::string_view name, const vbs::String& text) const {
+    HeaderLine(out, name).text(headerText(text, mail_.charset));
+  }
+
+  void addAddresses(std::string& out, std::string_view name,
+                    const std::vector<Address>& list) const {
+    if (isOurs(name)) writeAddresses(out, name, list);
+  }
+
+  void writeAddresses(std::string& out, std::string_view name,
+                      const std::vector<Address>& list) const {
+    std::vector<std::pair<std::string, std::string>> written;
+    for (const Address& entry : list) {
+      std::string address = addressText(entry);
+      if (address.empty()) continue;
+      written.emplace_back(headerText(entry.name, mail_.charset), std::move(address));
+    }
+    if (written.empty()) return;
+    HeaderLine line(out, name);
+    for (std::size_t i = 0; i < written.size(); ++i) {
+      const auto& [person, address] = written[i];
+      line.phrase(person);
+      const bool isNamed = !trimBlanks(person).empty();
+      line.word((isNamed ? '<' + address + '>' : address) + (i + 1 < written.size() ? "," : ""));
+    }
+  }
+
+  void addGiven(std::string& out, const std::string& name, const vbs::String& value) const {
+    const auto isOneOf = [&](std::initializer_list<std::string_view> names) {
+      return std::any_of(names.begin(), names.end(),
+                         [&](std::string_view one) { return equalsNoCase(one, name); });
+    };
+    // How the mail is built is told by what builds it, and blind copies are not told.
+    const bool isNone =
+        isOneOf({"Content-Type", "Content-Transfer-Encoding", "MIME-Version", "Bcc"});
+    if (!isHeaderName(name) || isNone || value.empty()) return;
+    const bool hasAddresses =
+        isOneOf({"From", "Sender", "Reply-To", "To", "Cc", "Disposition-Notification-To",
+                 "Return-Receipt-To", "Errors-To"});
+    const auto list = hasAddresses ? addressesIn(value) : std::vector<Address>();
+    if (list.empty()) return addText(out, name, value);
+    writeAddresses(out, name, list);
+  }
+
+  static bool isHeaderName(const std::string& name) {
+    constexpr std::size_t kLongest = 70;
+    return !name.empty() && name.size() <= kLongest &&
+           std::all_of(name.begin(), name.end(),
+                       [](char c) { return c > ' ' && c < 0x7F && c != ':'; });
+  }
+
+  /// "Sun, 22 Nov 2026 09:00:00 +0000".
+  std::string date() const {
+    const CalendarTime now = utcFields(services_.clock.now());
+    const vbs::LocaleNames& names = vbs::findLocale(vbs::kDefaultLocale)->names;
+    const std::string digits = dateTimeText(now);  // "yyyy-MM-dd HH:mm:ss"
+    return std::string(names.shortWeekdays[static_cast<std::size_t>(now.weekday)]) + ", " +
+           digits.substr(8, 2) + ' ' +
+           std::string(names.shortMonths[static_cast<std::size_t>(now.month - 1)]) + ' ' +
+           digits.substr(0, 4) + digits.substr(10) + " +0000";
+  }
+
+  std::string messageId() const {
+    std::string host = services_.process.computerName();
+    if (!isPlainAddress(host)) host = "localhost";
+    return '<' + hexDigits(services_.random.guid()) + '@' + host + '>';
+  }
+
+  const Mail& mail_;
+  const Services& services_;
+};
 
 }  // namespace
 
-std::vector<Address> addressesIn(const vbs::String& text) {
-  prepareLibrary();
-  std::string list = headerText(text, "utf-8");
-  vbs::countWork(list.size());
-  bool quoted = false;
-  for (char& c : list) {
-    if (c == '"') quoted = !quoted;
-    if (c == ';' && !quoted) c = ',';
-  }
-  std::vector<Address> addresses;
-  InternetAddressList* parsed = internet_address_list_parse(nullptr, list.c_str());
-  if (!parsed) return addresses;
-  const Owned<InternetAddressList> owned(parsed);
-  for (int i = 0; i < internet_address_list_length(parsed); ++i) {
-    InternetAddress* entry = internet_address_list_get_address(parsed, i);
-    if (!INTERNET_ADDRESS_IS_MAILBOX(entry)) continue;
-    const char* name = internet_address_get_name(entry);
-    const char* address = internet_address_mailbox_get_addr(INTERNET_ADDRESS_MAILBOX(entry));
-    addresses.push_back(
-        {vbs::String::fromUtf8(name ? name : ""), vbs::String::fromUtf8(address ? address : "")});
-  }
-  return addresses;
-}
-
-bool isPlainAddress(const std::string& address) {
-  return !address.empty() && std::all_of(address.begin(), address.end(), [](char c) {
-    return static_cast<unsigned char>(c) > ' ' && c != 0x7F && c != '<' && c != '>';
-  });
-}
-
 std::string mimeText(const Mail& mail, const Services& services) {
-  prepareLibrary();
-  const Owned<GMimeMessage> message(g_mime_message_new(TRUE));
-  addHead(message.get(), mail, services);
-  g_mime_message_set_mime_part(message.get(), withAttachments(bodyOf(mail), mail, false).get());
-  GMimeFormatOptions* format = g_mime_format_options_new();
-  g_mime_format_options_set_newline_format(format, GMIME_NEWLINE_FORMAT_DOS);
-  char* written = g_mime_object_to_string(GMIME_OBJECT(message.get()), format);
-  g_mime_format_options_free(format);
-  std::string text(written);
-  g_free(written);
-  return text;
+  return MimeWriter(mail, services).text();
 }
 
 }  // namespace quorvane::mail

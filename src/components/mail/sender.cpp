@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "components/component_error.h"
+#include "components/mail/address_list.h"
 #include "components/mail/mime.h"
 #include "platform/clock.h"
 #include "platform/random.h"
@@ -39,8 +40,8 @@ std::vector<std::string> recipientsOf(const Mail& mail) {
   std::vector<std::string> all;
   for (const auto* list : {&mail.to, &mail.cc, &mail.bcc}) {
     for (const Address& entry : *list) {
-      std::string address = entry.address.utf8();
-      if (isPlainAddress(address)) all.push_back(std::move(address));
+      std::string address = addressText(entry);
+      if (!address.empty()) all.push_back(std::move(address));
     }
   }
   return all;
@@ -50,8 +51,8 @@ std::vector<std::string> recipientsOf(const Mail& mail) {
 std::string returnAddress(const Mail& mail) {
   for (const auto* list : {&mail.sender, &mail.from}) {
     for (const Address& entry : *list) {
-      std::string address = entry.address.utf8();
-      if (isPlainAddress(address)) return address;
+      std::string address = addressText(entry);
+      if (!address.empty()) return address;
     }
   }
   return {};

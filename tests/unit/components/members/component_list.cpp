@@ -28,8 +28,9 @@ object of this list where there is nothing; the setting [`Components`](settings.
 off. These belong to the page that runs or to the engine, and are always the server's own:
 `MSWC.AdRotator`, `MSWC.BrowserType`, `MSWC.ContentRotator`, `MSWC.Counters`, `Persits.Jpeg`,
 `Persits.Upload`, `Persits.UploadManager`, `SoftArtisans.FileUp`, `aspSmartUpload.SmartUpload`,
-`VBScript.RegExp`. A Windows build has all of this list but the objects for mail (`CDO`, `CDONTS`, `JMail`,
-`Persits.MailSender`, `SMTPsvg.Mailer`).
+`VBScript.RegExp`. A Windows build has all of this list: where the system has `CDO.Message` but none of
+`CDONTS`, `JMail`, `Persits.MailSender` and `SMTPsvg.Mailer`, pages get the one from there and these from
+here.
 
 What settings say of files, programs, mail and databases (`ScriptFolders`, `AllowShell`, `MailServer`,
 `MailFolder`, `Databases`) holds for the server's own objects alone. Where pages are not trusted to keep
