@@ -124,8 +124,12 @@ std::string encode(std::string_view name, std::u16string_view text) {
     result.append(block.data(), block.size() - room);
     if (fits) continue;
     result += '?';
-    const auto high = static_cast<unsigned char>(left.size() > 1 ? left[1] : 0);
-    const bool isPair = high >= 0xD8 && high < 0xDC && left.size() >= 4;
+    // Half of a pair alone is one character, and what follows it is another.
+    const auto isHalf = [&left](std::size_t unit, unsigned char kind) {
+      const std::size_t at = unit * 2 + 1;
+      return at < left.size() && (static_cast<unsigned char>(left[at]) & 0xFC) == kind;
+    };
+    const bool isPair = isHalf(0, 0xD8) && isHalf(1, 0xDC);
     left.remove_prefix(std::min<std::size_t>(left.size(), isPair ? 4 : 2));
   }
   char* out = block.data();

@@ -85,6 +85,7 @@ TEST(CodePage, AnAccentIsOneWithItsLetter) {
 TEST(CodePage, WhatHasNoPlace) {
   EXPECT_EQ(encode(1252, String::fromWide(u"a\u4E2D")), "a?");
   EXPECT_EQ(encode(1251, String::fromWide(u"a\u4E2D")), "a?");
+  EXPECT_EQ(encode(1251, String::fromWide(u"a\xD83Dz\xDE00")), "a?z?");  // halves of a pair
   EXPECT_EQ(decode(65001, "a\xFF").wide(), u"a\uFFFD");
   EXPECT_EQ(encode(65001, String("\xE9")), "\xC3\xA9");
 }
