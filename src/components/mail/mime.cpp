@@ -79,7 +79,7 @@ std::string_view typeOfName(const std::string& name) {
 /// "type/subtype" of characters that can stand there.
 bool isType(std::string_view type) {
   const std::size_t slash = type.find('/');
-  return slash > 0 && slash + 1 < type.size() && type.size() < 200 &&
+  return slash != type.npos && slash > 0 && slash + 1 < type.size() && type.size() < 200 &&
          std::all_of(type.begin(), type.end(), [](char c) {
            return c > ' ' && c < 0x7F &&
                   std::string_view("()<>@,;:\\\"[]?=").find(c) == std::string_view::npos;

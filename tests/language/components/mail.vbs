@@ -125,7 +125,7 @@ Echo m.Send("user:word@host:26"), m.ErrorCode                         '> True 0
 s = Sent(): Echo InStr(s, "From: A <a@x>") > 0, InStr(s, "<i>x</i>") > 0, InStr(s, "text/html; charset=iso-8859-1") > 0   '> True True True
 m.ClearRecipients: Echo m.Send("host"), m.ErrorCode                   '> False -2147220980
 CreateObject("Scripting.FileSystemObject").CreateTextFile("own.dat").Write "x"
-m.AddRecipient "b@x": m.AddAttachment "own.dat", False, "text/x-own-kind": m.AddAttachment "own.dat", False, "no type": Echo m.Send("host")   '> True
+m.AddRecipient "b@x": m.AddAttachment "own.dat", False, "text/x-own-kind": m.AddAttachment "own.dat", False, "kind": Echo m.Send("host")   '> True
 s = Sent(): Echo InStr(s, "text/x-own-kind; name=own.dat") > 0, InStr(s, "application/octet-stream; name=own.dat") > 0   '> True True
 m.Close
 Set m = CreateObject("JMail.SMTPMail")
