@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -9,6 +8,7 @@
 
 #include "http/resized_images.h"
 #include "http/response.h"
+#include "http/side_work.h"
 #include "http/targets.h"
 #include "platform/services.h"
 
@@ -49,8 +49,8 @@ class Representations {
   /// Takes what it needs out of the parser. What the head says is left to the caller.
   virtual Request requestFor(FoundFile file, const clsHTTPParser& parser, bool isPublic) = 0;
 
-  /// Makes what the answer waits for: to be called beside the loop. Empty when nothing is lacking.
-  virtual std::function<void()> lacking(const Request& request) = 0;
+  /// What the answer waits for; empty when nothing is lacking.
+  virtual Making lacking(const Request& request) = 0;
 
   /// What is still lacking is something that could not be made: the answer does without.
   virtual Response answer(const Request& request) = 0;

@@ -252,8 +252,8 @@ void RequestHandling::Answer::logRequest() {
 }
 
 /// Has what is lacking made and answers then.
-void RequestHandling::prepare(Representations::Request request, std::function<void()> making,
-                              int index, const std::string& address) {
+void RequestHandling::prepare(Representations::Request request, Making making, int index,
+                              const std::string& address) {
   const Client client = parts_.clients.inSlot(index);
   parts_.clients.answerLater(index);
   const auto asked = std::make_shared<const Representations::Request>(std::move(request));

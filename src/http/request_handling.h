@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -25,7 +24,6 @@ class FileAliases;
 class PageEvents;
 class Protocol;
 class ScriptPages;
-class SideWork;
 struct Visitor;
 
 /// What request handling works with besides the server's services. Everything is owned by the
@@ -65,7 +63,7 @@ class RequestHandling {
  private:
   class Answer;
 
-  void prepare(Representations::Request request, std::function<void()> making, int index,
+  void prepare(Representations::Request request, Making making, int index,
                const std::string& address);
   std::string shown(std::string_view text) const;
   void logRefused(const std::string& client);

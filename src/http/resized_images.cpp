@@ -48,11 +48,11 @@ std::optional<ResizedImages::Wish> ResizedImages::wishFor(const FoundFile& sourc
   return Wish{source, *wanted, paths::join(services_.state.CacheFolder, name), temporary};
 }
 
-std::function<void()> ResizedImages::lacking(const Wish& wish) {
-  if (!services_.images || present(wish)) return nullptr;
-  return [library = services_.images, wish] {
-    library->render(wish.source.path, wish.target, wish.rendering);
-  };
+Making ResizedImages::lacking(const Wish& wish) {
+  if (!services_.images || present(wish)) return {};
+  return {wish.target, [library = services_.images, wish] {
+            library->render(wish.source.path, wish.target, wish.rendering);
+          }};
 }
 
 std::optional<ResizedImages::Copy> ResizedImages::present(const Wish& wish) {

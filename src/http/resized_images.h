@@ -1,9 +1,9 @@
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
 
+#include "http/side_work.h"
 #include "http/targets.h"
 #include "platform/image_library.h"
 #include "platform/services.h"
@@ -42,7 +42,7 @@ class ResizedImages {
 
   /// Makes the copy when there is none, of a server that has an image library; else empty. It may
   /// be called beside the loop.
-  std::function<void()> lacking(const Wish& wish);
+  Making lacking(const Wish& wish);
 
   /// The copy when there is one that is not older than its source.
   std::optional<Copy> present(const Wish& wish);

@@ -13,27 +13,30 @@ void SideWork::add(const std::string& owner, Job job) {
 }
 
 void SideWork::startNext() {
-  while (running_ < kAtOnce && !waiting_.empty()) start(waiting_.take());
+  while (running_.size() < kAtOnce && !waiting_.empty()) start(waiting_.take());
 }
 
 void SideWork::start(Job job) {
-  const auto shared = std::make_shared<Job>(std::move(job));
+  const std::string target = job.isNeeded() ? std::move(job.making.target) : std::string();
+  const auto [entry, isFirst] = running_.try_emplace(target);
+  entry->second.push_back(std::move(job.done));
+  if (!isFirst) return;
   if (!workers_) workers_ = loop_.makeWorkers(kAtOnce);
-  ++running_;
-  const bool needed = shared->isNeeded();
   workers_->run(
-      [shared, needed] {
-        if (!needed) return;
+      [make = std::move(job.making.make), isNeeded = !target.empty()] {
+        if (!isNeeded) return;
         try {
-          shared->make();
+          make();
         } catch (const std::exception&) {  // memory that runs out, say: nothing is made then
         }
       },
-      [this, shared] {
-        --running_;
-        startNext();
-        shared->done();
-      });
+      [this, target] { finish(target); });
+}
+
+void SideWork::finish(const std::string& target) {
+  const Awaited awaited = std::move(running_.extract(target).mapped());
+  startNext();
+  for (const auto& done : awaited) done();
 }
 
 }  // namespace quorvane

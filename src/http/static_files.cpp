@@ -46,8 +46,8 @@ StaticFiles::Request StaticFiles::requestFor(FoundFile file, const clsHTTPParser
   return request;
 }
 
-std::function<void()> StaticFiles::lacking(const Request& request) {
-  return request.picture && !request.module ? resizedImages_.lacking(*request.picture) : nullptr;
+Making StaticFiles::lacking(const Request& request) {
+  return request.picture && !request.module ? resizedImages_.lacking(*request.picture) : Making();
 }
 
 Response StaticFiles::answer(const Request& request) {

@@ -49,14 +49,15 @@ std::optional<Body> CodedCopies::present(const FoundFile& source, ContentCoding 
   return std::move(content->body);
 }
 
-std::function<void()> CodedCopies::lacking(const FoundFile& source, ContentCoding coding) {
-  if (source.info.size > kMostSourceBytes) return nullptr;
+Making CodedCopies::lacking(const FoundFile& source, ContentCoding coding) {
+  if (source.info.size > kMostSourceBytes) return {};
   const std::string& path = pathOf(source, coding);
-  if (services_.files.stat(path)) return nullptr;
+  if (services_.files.stat(path)) return {};
   const TimePoint now = services_.clock.now();
-  if (const TimePoint last = lastFailure_->load(); last > now - kPause && last <= now)
-    return nullptr;
-  return [&files = services_.files, failure = lastFailure_, now, source, coding, path = path] {
+  if (const TimePoint last = lastFailure_->load(); last > now - kPause && last <= now) {
+    return {};
+  }
+  auto make = [&files = services_.files, failure = lastFailure_, now, source, coding, path] {
     auto bytes = files.readAll(source.path);
     const bool isPacked =
         bytes && content_coding::pack(*bytes, coding, content_coding::Effort::Kept);
@@ -64,6 +65,7 @@ std::function<void()> CodedCopies::lacking(const FoundFile& source, ContentCodin
       return;  // it is another file meanwhile
     if (!files.writeAll(path, *bytes)) failure->store(now);
   };
+  return {path, std::move(make)};
 }
 
 const std::string& CodedCopies::pathOf(const FoundFile& source, ContentCoding coding) {

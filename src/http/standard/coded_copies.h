@@ -3,7 +3,6 @@
 #include <atomic>
 #include <chrono>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -11,6 +10,7 @@
 
 #include "http/bounded_copies.h"
 #include "http/content_cache.h"
+#include "http/side_work.h"
 #include "http/targets.h"
 #include "platform/services.h"
 #include "support/content_coding.h"
@@ -41,8 +41,8 @@ class CodedCopies {
   /// The copy, when there is one.
   std::optional<Body> present(const FoundFile& source, ContentCoding coding);
 
-  /// Makes the copy when there is none and can be one, else empty. May be called beside the loop.
-  std::function<void()> lacking(const FoundFile& source, ContentCoding coding);
+  /// The copy when there is none and can be one, else empty.
+  Making lacking(const FoundFile& source, ContentCoding coding);
 
  private:
   using Moment = std::atomic<TimePoint>;

@@ -86,18 +86,18 @@ StandardFiles::Request StandardFiles::requestFor(FoundFile file, const clsHTTPPa
   return request;
 }
 
-std::function<void()> StandardFiles::lacking(const Request& request) {
-  if (request.module) return nullptr;
+Making StandardFiles::lacking(const Request& request) {
+  if (request.module) return {};
   if (request.picture) {
     if (auto rendering = resizedImages_.lacking(*request.picture)) return rendering;
   }
   const ClientWishes& wishes = *request.wishes;
-  if (!wishes.acceptEncoding || (wishes.range && !request.headOnly)) return nullptr;
+  if (!wishes.acceptEncoding || (wishes.range && !request.headOnly)) return {};
   const Source source = sourceOf(request);
   const auto coding = codingFor(source);
-  if (!source.isKept || !coding || *coding == ContentCoding::Identity) return nullptr;
+  if (!source.isKept || !coding || *coding == ContentCoding::Identity) return {};
   const auto verdict = preconditions::judge(wishes, validatorsOf(source, *coding), source.now);
-  return verdict == Verdict::Proceed ? codedCopies_.lacking(source.file, *coding) : nullptr;
+  return verdict == Verdict::Proceed ? codedCopies_.lacking(source.file, *coding) : Making();
 }
 
 Response StandardFiles::answer(const Request& request) {

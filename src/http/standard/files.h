@@ -28,7 +28,7 @@ class StandardFiles final : public Representations {
   explicit StandardFiles(const RepresentationParts& parts);
 
   Request requestFor(FoundFile file, const clsHTTPParser& parser, bool isPublic) override;
-  std::function<void()> lacking(const Request& request) override;
+  Making lacking(const Request& request) override;
   Response answer(const Request& request) override;
   std::string_view pack(const clsHTTPParser& parser, std::string& lines,
                         std::string& output) override;

@@ -15,11 +15,16 @@ namespace {
 class SideWorkTest : public testing::Test {
  protected:
   void add(const std::string& owner, const std::string& name, bool needed = true) {
-    work.add(owner, {[this, name] {
-                       made.push_back(name);
-                       if (name == "broken") throw std::runtime_error("no memory");
-                     },
-                     [needed] { return needed; }, [this, name] { done.push_back(name); }});
+    addOf(name, owner, name, needed);
+  }
+  void addOf(const std::string& target, const std::string& owner, const std::string& name,
+             bool needed = true) {
+    Making making{target, [this, name] {
+                    made.push_back(name);
+                    if (name == "broken") throw std::runtime_error("no memory");
+                  }};
+    work.add(owner, {std::move(making), [needed] { return needed; },
+                     [this, name] { done.push_back(name); }});
   }
   using Texts = std::vector<std::string>;
 
@@ -38,6 +43,19 @@ TEST_F(SideWorkTest, OwnersTakeTurns) {
   loop.runPosted();
   EXPECT_EQ(done, (Texts{"a1", "a2", "a3", "b1", "a4", "a5"}));
   EXPECT_EQ(made, done);
+}
+
+TEST_F(SideWorkTest, WhatIsBeingMadeIsNotMadeASecondTime) {
+  addOf("copy", "a", "a1");
+  addOf("copy", "b", "b1");
+  addOf("copy", "c", "gone", false);
+  addOf("other", "d", "d1");
+  loop.runPosted();
+  EXPECT_EQ(made, (Texts{"a1", "d1"}));
+  EXPECT_EQ(done, (Texts{"a1", "b1", "gone", "d1"}));
+  addOf("copy", "a", "a2");  // not kept, so it is asked for again
+  loop.runPosted();
+  EXPECT_EQ(made, (Texts{"a1", "d1", "a2"}));
 }
 
 TEST_F(SideWorkTest, WhatIsNotNeededAnyMoreIsNotMade) {
