@@ -191,10 +191,29 @@ void CallLowering::callIntrinsic(const Intrinsic& intrinsic, const Identifier& n
                                       : parts_.expressions.operand(*arguments[0], target);
     return code_.emitPointer(operationOf(intrinsic), target, argument, 0, &intrinsic);
   }
-  const Register first = parts_.arguments.pushLibraryArguments(intrinsic, arguments);
   const bool isMid = intrinsic.name == "mid" && count == 3 && target != kNoRegister;
+  Label done;
+  if (isMid) takeCharacter(arguments, target, done);
+  const Register first = parts_.arguments.pushLibraryArguments(intrinsic, arguments);
   code_.emitPointer(isMid ? Opcode::Mid : Opcode::CallIntrinsic, target, first,
                     static_cast<unsigned>(count), &intrinsic);
+  if (isMid) code_.place(done);
+}
+
+/// One character of a text by its place, as loops over texts ask for it, is tried without a call.
+void CallLowering::takeCharacter(const Arguments& arguments, Register target, Label& done) {
+  const auto inRegister = [&](const ExpressionPtr& argument) {
+    const Binding* binding = argument ? scope_.bindName(*argument) : nullptr;
+    return binding && binding->kind == Binding::Kind::InRegister ? binding->index : kNoRegister;
+  };
+  const Value* count = arguments[2] ? scope_.literal(*arguments[2]) : nullptr;
+  const Register text = inRegister(arguments[0]);
+  const Register place = inRegister(arguments[1]);
+  if (text == kNoRegister || place == kNoRegister || !count || !count->is(Type::Integer) ||
+      count->asInt() != 1) {
+    return;
+  }
+  code_.emitFarJump(Opcode::Character, target, text, place, done);
 }
 
 void CallLowering::callScopeFunction(ScopeFunction function, const Identifier& name,

@@ -26,6 +26,7 @@ class CallLowering : LoweringPart {
                Register target);
   void callIntrinsic(const Intrinsic& intrinsic, const Identifier& name, const Arguments& arguments,
                      Register target);
+  void takeCharacter(const Arguments& arguments, Register target, Label& done);
   void callScopeFunction(ScopeFunction function, const Identifier& name, const Arguments& arguments,
                          Register target);
   void callLate(const Binding& binding, const Identifier& name, const Arguments& arguments,

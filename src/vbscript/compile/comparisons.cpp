@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "vbscript/compile/lowering.h"
+#include "vbscript/values/text_hash.h"
 
 namespace quorvane::vbs {
 
@@ -49,27 +50,28 @@ struct Comparison {
   Opcode jumpRegisters;
   Opcode jumpConstant;
   Opcode jumpInteger;
+  Opcode jumpText;  ///< as jumpConstant unless the question is equality
 };
 
 Comparison comparisonOf(BinaryOperator operation) {
-#define VBS_COMPARISON(name)                                                                \
+#define VBS_COMPARISON(name, text)                                                          \
   Comparison {                                                                              \
     Opcode::name, Opcode::name##Constant, Opcode::Jump##name, Opcode::Jump##name##Constant, \
-        Opcode::Jump##name##Integer                                                         \
+        Opcode::Jump##name##Integer, Opcode::Jump##text                                     \
   }
   switch (operation) {
     case BinaryOperator::NotEqual:
-      return VBS_COMPARISON(NotEqual);
+      return VBS_COMPARISON(NotEqual, NotEqualText);
     case BinaryOperator::Less:
-      return VBS_COMPARISON(Less);
+      return VBS_COMPARISON(Less, LessConstant);
     case BinaryOperator::LessOrEqual:
-      return VBS_COMPARISON(LessOrEqual);
+      return VBS_COMPARISON(LessOrEqual, LessOrEqualConstant);
     case BinaryOperator::Greater:
-      return VBS_COMPARISON(Greater);
+      return VBS_COMPARISON(Greater, GreaterConstant);
     case BinaryOperator::GreaterOrEqual:
-      return VBS_COMPARISON(GreaterOrEqual);
+      return VBS_COMPARISON(GreaterOrEqual, GreaterOrEqualConstant);
     default:
-      return VBS_COMPARISON(Equal);
+      return VBS_COMPARISON(Equal, EqualText);
   }
 #undef VBS_COMPARISON
 }
@@ -96,6 +98,13 @@ bool isPairOfTruths(const Expression& expression) {
   if (expression.kind != ExpressionKind::Binary || !isTruth(expression)) return false;
   const BinaryOperator operation = static_cast<const BinaryExpression&>(expression).operation;
   return operation == BinaryOperator::And || operation == BinaryOperator::Or;
+}
+
+/// Whether the machine compares texts with this one in a few steps.
+bool isShortText(const Value& constant) {
+  if (!constant.isString() || !constant.stringRep()) return false;
+  const StringRep& text = *constant.stringRep();
+  return text.encoding == Encoding::Ansi && text.bytes - 1 < text_hash::kMostReached;
 }
 
 bool isWritten(const Expression& expression) {
@@ -227,7 +236,8 @@ void ComparisonLowering::emitJump(const Sides& sides, Label& label) {
   }
   const Value& constant = routine_.constants[sides.right];
   if (!constant.is(Type::Integer)) {
-    return code_.emitFarJump(comparison.jumpConstant, sides.left, sides.right, sides.flags, label);
+    const Opcode jump = isShortText(constant) ? comparison.jumpText : comparison.jumpConstant;
+    return code_.emitFarJump(jump, sides.left, sides.right, sides.flags, label);
   }
   const auto number = static_cast<std::uint16_t>(constant.asInt());
   code_.emitFarJump(comparison.jumpInteger, sides.left, number, sides.flags, label);

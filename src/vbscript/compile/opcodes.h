@@ -27,7 +27,9 @@
   X(Jump##LessInteger, "ris W", jumps " when a < Integer; flags c")              \
   X(Jump##LessOrEqualInteger, "ris W", jumps " when a <= Integer; flags c")      \
   X(Jump##GreaterInteger, "ris W", jumps " when a > Integer; flags c")           \
-  X(Jump##GreaterOrEqualInteger, "ris W", jumps " when a >= Integer; flags c")
+  X(Jump##GreaterOrEqualInteger, "ris W", jumps " when a >= Integer; flags c")   \
+  X(Jump##EqualText, "rks W", jumps " when a = a short text of bytes; flags c")  \
+  X(Jump##NotEqualText, "rks W", jumps " when a <> a short text of bytes; flags c")
 
 /// Every operation of the machine, once: name, operands, and what it does. The enum, the
 /// disassembler and the dispatch table are made from this list.
@@ -172,6 +174,7 @@
   X(Chr, "rr- I", "a = Chr(b)")                                                                   \
   X(UBound, "rr- I", "a = UBound(b)")                                                             \
   X(Mid, "drn I", "CallIntrinsic of Mid with three arguments")                                    \
+  X(Character, "rrr W", "Jumps with a = character c of text b; goes on when it is not as simple") \
   X(New, "r-- C", "a = new instance of a class")                                                  \
   X(NewNamed, "rs- X", "a = new instance of what has this name; flag b: names must be declared")  \
   X(LateGet, "rd- X", "a = whatever has this name by now, else variable b")                       \

@@ -283,6 +283,25 @@ template <class Numbers>
   }
 }
 
+/// Equality with a text of at most kMostReached bytes. A temporary is used up. False: not a case
+/// for the loop.
+template <class Numbers>
+[[gnu::always_inline]] inline bool compareWithText(Value& left, bool isTemporary,
+                                                   const StringRep& right, bool& holds) {
+  const Value& text = left.deref();
+  if (!text.isString()) return false;
+  StringRep* const body = text.stringRep();
+  if (!body || body->encoding != Encoding::Ansi) return false;
+  if (isTemporary) {
+    if (&text != &left || body->references == 1) return false;
+    --body->references;
+    left.forget();
+  }
+  const bool mayBe = body->bytes == right.bytes;
+  holds = Numbers::holds(mayBe && text_hash::startAlike(*body, right, right.bytes), true);
+  return true;
+}
+
 /// The same where a variable may stand for another.
 template <class Numbers>
 [[gnu::noinline]] bool compareBehind(const Value& left, bool leftIsTemporary, const Value& right,
@@ -530,19 +549,24 @@ template <plain_function::Function function>
   return true;
 }
 
-/// Mid for one character of a variable's text, which is of bytes. False: not a case for the loop.
+/// A character of a text of bytes. False: not a case for the loop.
+[[gnu::always_inline]] inline bool takeCharacter(Value& target, const Value& text,
+                                                 const Value& start) {
+  if (!text.isString() || !text.stringRep() || !isWhole(start)) return false;
+  const StringRep& body = *text.stringRep();
+  const std::size_t at = static_cast<std::size_t>(start.asInt()) - 1;
+  if (body.encoding != Encoding::Ansi || at >= body.bytes || !vacate(target)) return false;
+  new (&target) Value(String::ofByte(body.data()[at]));
+  return true;
+}
+
+/// Mid for one character of a variable's text. False: not a case for the loop.
 [[gnu::always_inline]] inline bool takeCharacter(const Instruction* pc, Value* base) {
   Value* const arguments = &pc->b.of(base);
   const Value& count = arguments[2];
   if (!arguments[0].is(Type::Reference) || !count.is(Type::Integer) || count.asInt() != 1)
     return false;
-  const Value& text = *arguments[0].target();
-  const Value& start = arguments[1].deref();
-  if (!text.isString() || !text.stringRep() || !isWhole(start)) return false;
-  const StringRep& body = *text.stringRep();
-  const std::size_t at = static_cast<std::size_t>(start.asInt()) - 1;
-  if (body.encoding != Encoding::Ansi || at >= body.bytes || !vacate(pc->a.of(base))) return false;
-  new (&pc->a.of(base)) Value(String::ofByte(body.data()[at]));
+  if (!takeCharacter(pc->a.of(base), *arguments[0].target(), arguments[1].deref())) return false;
   dropReference(arguments[0]);
   dropReference(arguments[1]);
   return true;
@@ -727,20 +751,34 @@ void Machine::execute(const Frame* entry) {
   }                                                                                               \
   VBS_NEXT(2);
 
+/// Jumps on a comparison with a short text of bytes. What is no such text itself is compared as
+/// with any other constant.
+#define VBS_TEXT_JUMP(Way, VBS_COUNT, name, Numbers)                                     \
+  Way##name##Text : {                                                                    \
+    bool holds = false;                                                                  \
+    if (!compareWithText<Numbers>(pc->a.of(base), pc->aIsTemporary(),                    \
+                                  *pc->b.of(constants).stringRep(), holds)) [[unlikely]] \
+      goto Way##name##Constant;                                                          \
+    if (holds) VBS_FAR_JUMP(VBS_COUNT);                                                  \
+  }                                                                                      \
+  VBS_NEXT(2);
+
 /// All that VBS_JUMP_OPCODES lists, of which what compares is the same both ways.
-#define VBS_JUMPS(Way, VBS_COUNT)                                   \
-  Way:                                                              \
-  VBS_JUMP(VBS_COUNT, pc->wide());                                  \
-  VBS_TRUTH_JUMP(Way##If, VBS_COUNT, !=, true, truth)               \
-  VBS_TRUTH_JUMP(Way##Unless, VBS_COUNT, ==, false, truth)          \
-  VBS_TRUTH_JUMP(Way##IfNot, VBS_COUNT, ==, true, truthOfNot)       \
-  VBS_TRUTH_JUMP(Way##UnlessNot, VBS_COUNT, !=, false, truthOfNot)  \
-  VBS_COMPARE_JUMP(Way, VBS_COUNT, Equal, EqualNumbers)             \
-  VBS_COMPARE_JUMP(Way, VBS_COUNT, NotEqual, NotEqualNumbers)       \
-  VBS_COMPARE_JUMP(Way, VBS_COUNT, Less, LessNumbers)               \
-  VBS_COMPARE_JUMP(Way, VBS_COUNT, LessOrEqual, LessOrEqualNumbers) \
-  VBS_COMPARE_JUMP(Way, VBS_COUNT, Greater, GreaterNumbers)         \
-  VBS_COMPARE_JUMP(Way, VBS_COUNT, GreaterOrEqual, GreaterOrEqualNumbers)
+#define VBS_JUMPS(Way, VBS_COUNT)                                         \
+  Way:                                                                    \
+  VBS_JUMP(VBS_COUNT, pc->wide());                                        \
+  VBS_TRUTH_JUMP(Way##If, VBS_COUNT, !=, true, truth)                     \
+  VBS_TRUTH_JUMP(Way##Unless, VBS_COUNT, ==, false, truth)                \
+  VBS_TRUTH_JUMP(Way##IfNot, VBS_COUNT, ==, true, truthOfNot)             \
+  VBS_TRUTH_JUMP(Way##UnlessNot, VBS_COUNT, !=, false, truthOfNot)        \
+  VBS_COMPARE_JUMP(Way, VBS_COUNT, Equal, EqualNumbers)                   \
+  VBS_COMPARE_JUMP(Way, VBS_COUNT, NotEqual, NotEqualNumbers)             \
+  VBS_COMPARE_JUMP(Way, VBS_COUNT, Less, LessNumbers)                     \
+  VBS_COMPARE_JUMP(Way, VBS_COUNT, LessOrEqual, LessOrEqualNumbers)       \
+  VBS_COMPARE_JUMP(Way, VBS_COUNT, Greater, GreaterNumbers)               \
+  VBS_COMPARE_JUMP(Way, VBS_COUNT, GreaterOrEqual, GreaterOrEqualNumbers) \
+  VBS_TEXT_JUMP(Way, VBS_COUNT, Equal, EqualNumbers)                      \
+  VBS_TEXT_JUMP(Way, VBS_COUNT, NotEqual, NotEqualNumbers)
 
 /// Stores in an element of an array that nobody else holds, which is in a variable or behind a
 /// reference to one.
@@ -1261,6 +1299,10 @@ PutElementMember : {
   VBS_PLAIN_FUNCTION(Asc, plain_function::code)
   VBS_PLAIN_FUNCTION(Chr, plain_function::character)
   VBS_PLAIN_FUNCTION(UBound, plain_function::upperBound)
+Character:
+  if (takeCharacter(pc->a.of(base), pc->b.of(base).deref(), pc->c.of(base).deref())) [[likely]]
+    VBS_FAR_JUMP(VBS_ON);
+  VBS_NEXT(2);
 Mid:
   if (takeCharacter(pc, base)) [[likely]]
     VBS_NEXT(2);
