@@ -110,6 +110,28 @@ String splicedBytes(std::string_view text, std::span<const std::uint32_t> places
   return result;
 }
 
+bool isBytes(const Value& value) {
+  if (!value.deref().isString()) return false;
+  const StringRep* const text = value.deref().stringRep();
+  return !text || text->encoding == Encoding::Ansi;
+}
+
+std::string_view bytesOf(const Value& value) {
+  const StringRep* const text = value.deref().stringRep();
+  return text ? std::string_view(text->data(), text->bytes) : std::string_view();
+}
+
+/// Replace as most calls are: of texts of bytes, and everywhere.
+Value replacedBytes(Args args) {
+  const std::string_view text = bytesOf(args[0]);
+  const std::string_view part = bytesOf(args[1]);
+  std::size_t place = part.empty() ? kNone : findText(text, part, 0);
+  if (place == kNone) return args[0].deref();
+  Places places;
+  for (; place != kNone; place = findText(text, part, place + part.size())) places.add(place);
+  return splicedBytes(text, places.list(), part.size(), bytesOf(args[2]));
+}
+
 /// The same with characters.
 String spliced(const String& text, std::span<const std::uint32_t> places, std::size_t skip,
                const String& with) {
@@ -180,6 +202,7 @@ Value inStrRev(Runtime&, Args args) {
 }
 
 Value replace(Runtime&, Args args) {
+  if (args.size() == 3 && std::ranges::all_of(args, isBytes)) return replacedBytes(args);
   const String whole = toString(args[0]);
   const String part = toString(args[1]);
   const String with = toString(args[2]);

@@ -26,6 +26,20 @@ Failed                         '> 5
 x = Replace("abc", Null, "x")
 Failed                         '> 94
 
+'=== Replace by, in and of wider texts, of a text by itself, and in many places
+Dim alpha, t
+alpha = ChrW(945)
+t = Replace("a-b-c", "-", alpha)
+Echo Len(t), AscW(Mid(t, 2)), AscW(Mid(t, 4))   '> 5 945 945
+Show Replace(t, alpha, "-")      '> String "a-b-c"
+Show Replace(alpha & "b", alpha, "aa")   '> String "aab"
+Show Replace("abc", alpha, "x")  '> String "abc"
+t = "ab": t = Replace(t, t, t & t): Show t   '> String "abab"
+Show Replace(1213, 1, "x")       '> String "x2x3"
+Show Replace("a", "a", "")       '> String ""
+t = Replace(String(100, "-"), "-", "+-")
+Echo Len(t), Left(t, 4), Right(t, 3), Len(Replace(t, "+-+", ""))   '> 200 +-+- -+- 50
+
 '=== Split with a count or without a delimiter
 Dim a
 Echo UBound(Split("a,b,c", ",", 0)), UBound(Split("a,b,c", ",", 1)), UBound(Split("a,b,c", ",", 9))   '> -1 0 2
