@@ -22,11 +22,11 @@ struct ClassMember;
 struct Routine;
 struct ScriptClass;
 
-/// An operand of an instruction. It is kept as what the number of a register or a constant is worth
-/// in bytes, because the machine adds that to the place of the first without another step.
-class Operand {
+/// Where an operand of an instruction is: what the number of a register or a constant is worth in
+/// bytes, because the machine adds that to the place of the first without another step.
+class OperandPlace {
  public:
-  Operand(std::uint16_t number = 0) : offset_(std::uint32_t{number} * sizeof(Value)) {}
+  OperandPlace(std::uint16_t number = 0) : offset_(std::uint32_t{number} * sizeof(Value)) {}
   operator std::uint16_t() const { return static_cast<std::uint16_t>(offset_ / sizeof(Value)); }
 
   /// The register or constant with this number, counted from the first.
@@ -38,10 +38,10 @@ class Operand {
   }
 
   std::uint32_t offset() const { return offset_; }
-  static Operand atOffset(std::uint32_t offset) {
-    Operand operand;
-    operand.offset_ = offset;
-    return operand;
+  static OperandPlace atOffset(std::uint32_t offset) {
+    OperandPlace place;
+    place.offset_ = offset;
+    return place;
   }
 
  private:
@@ -54,9 +54,9 @@ struct alignas(8) Instruction {
   Opcode op = Opcode::Halt;
   std::uint8_t temporaries = 0;  ///< bit 0: a is a temporary, bit 1: b, bit 2: c
   std::int16_t integer = 0;      ///< the operand that is an Integer, where there is one
-  Operand a;
-  Operand b;
-  Operand c;
+  OperandPlace a;
+  OperandPlace b;
+  OperandPlace c;
 
   /// The 32-bit number that stands in place of b and c.
   std::int32_t wide() const {
@@ -147,7 +147,7 @@ struct MemberCache : DirectCache {
   std::uint32_t scriptClass = 0;  ///< serial of the class that `member` belongs to, or 0
   const ClassMember* member = nullptr;
   std::uint32_t fieldClass = kNoClass;  ///< the same serial when `member` is a field
-  Operand fieldSlot;
+  OperandPlace fieldSlot;
   std::uint32_t methodClass = kNoClass;  ///< the same serial when `method` is what is called here
   const Routine* method = nullptr;       ///< takes the arguments that there are
   const void* shape = nullptr;
@@ -192,8 +192,8 @@ struct Routine {
   std::uint16_t parameterCount = 0;
   std::uint16_t me = kNoRegister;
   std::uint16_t result = kNoRegister;
-  Operand firstCleared;  ///< variables from here on are Empty when the routine begins
-  Operand firstTemporary;
+  OperandPlace firstCleared;  ///< variables from here on are Empty when the routine begins
+  OperandPlace firstTemporary;
   std::uint32_t registerCount = 0;
 
   // What a call needs to know, found when the routine is complete.

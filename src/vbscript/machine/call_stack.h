@@ -30,7 +30,7 @@ struct Frame {
   static constexpr std::uint32_t kResumesNext = 1u << 20;
   static constexpr std::uint32_t kHasAdded = 2u << 20;
 
-  Operand target() const { return Operand::atOffset(link & (kResumesNext - 1)); }
+  OperandPlace target() const { return OperandPlace::atOffset(link & (kResumesNext - 1)); }
   bool resumesNext() const { return (link & kResumesNext) != 0; }
   AddedVariables& variablesToAddTo() {
     if (!added) added = new AddedVariables;
@@ -84,14 +84,14 @@ class CallStack {
   /// Makes a frame whose registers begin at `base`, where the arguments stand. Its result goes to
   /// the caller's register `target`. Error 28 when there is no room, RunStopped when the time is
   /// over; the caller's frame is then still the current one.
-  void enter(const Routine& callee, Value* base, Operand target) {
+  void enter(const Routine& callee, Value* base, OperandPlace target) {
     push(callee, base, target);
     top_->pc = callee.code.data();
   }
   /// The same for one who goes on at the callee's first instruction: the frame's pc is not set.
   ///
   /// One count says when to look at both time and room: it never lasts longer than the room does.
-  [[gnu::always_inline]] void push(const Routine& callee, Value* base, Operand target) {
+  [[gnu::always_inline]] void push(const Routine& callee, Value* base, OperandPlace target) {
     if (time.isDue()) [[unlikely]]
       look(callee, base);
     if (callee.isLarge) [[unlikely]]
@@ -108,7 +108,7 @@ class CallStack {
   }
   /// When a turn of a loop finds that a look at the time is due: RunStopped when that is over.
   void look();
-  void enterMethod(const Routine& callee, Value* base, Operand target, Object& me) {
+  void enterMethod(const Routine& callee, Value* base, OperandPlace target, Object& me) {
     enter(callee, base, target);
     new (&base[callee.me]) Value(Value::object(&me));
   }
@@ -138,7 +138,7 @@ class CallStack {
     const std::uint32_t link = top_->link;
     if (link >= Frame::kNoTarget) [[unlikely]]
       return false;
-    Value& target = Operand::atOffset(link).of(top_[-1].base);
+    Value& target = OperandPlace::atOffset(link).of(top_[-1].base);
     if (needsCare(target)) return false;
     target.copyUncounted(result);
     pop();
@@ -148,7 +148,7 @@ class CallStack {
   [[gnu::always_inline]] bool returnMoved(Value& result) {
     const std::uint32_t link = top_->link;
     if (link >= Frame::kNoTarget || result.is(Type::Reference)) return false;
-    const Operand target = Operand::atOffset(link);
+    const OperandPlace target = OperandPlace::atOffset(link);
     Value& accepting = target.of(top_[-1].base);
     if (needsCare(accepting)) return false;
     if (!isTakenAsIs(result, top_[-1].routine->isTemporary(target))) return false;

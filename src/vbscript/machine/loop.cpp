@@ -443,10 +443,10 @@ inline void become(const Instruction* pc, Opcode op) {
 
 /// Whether all variables of a frame are plain, as one sees at once of few: the registers behind
 /// them are free.
-[[gnu::always_inline]] inline bool areFewPlain(const Value* base, Operand count) {
+[[gnu::always_inline]] inline bool areFewPlain(const Value* base, OperandPlace count) {
   static_assert(StackMemory::kSpare >= 4);
   const unsigned first = tag(base[0]) | tag(base[1]) | tag(base[2]) | tag(base[3]);
-  return (first & kCareBit) == 0 && count.offset() <= Operand(4).offset();
+  return (first & kCareBit) == 0 && count.offset() <= OperandPlace(4).offset();
 }
 /// Ends variables that are no more than bits, refer to others, or hold an object that lives on, as
 /// Me mostly does: the first that is more or that is `kept`, or `end`.
@@ -468,7 +468,7 @@ inline void become(const Instruction* pc, Opcode op) {
 
 /// Gives up Me where it lives on and the other variables are plain: objects among those end in the
 /// order in which they stand.
-[[gnu::always_inline]] inline bool endsWithMe(const Value* base, Operand count, Value& me) {
+[[gnu::always_inline]] inline bool endsWithMe(const Value* base, OperandPlace count, Value& me) {
   Object* const object = me.asObject();
   me.forget();
   if (areFewPlain(base, count) && object->references() > 1) [[likely]] {
@@ -514,7 +514,7 @@ inline void become(const Instruction* pc, Opcode op) {
 }
 
 /// Whether a jump on what a call results in stands here, and is all that it is for.
-[[gnu::always_inline]] inline bool isJumpOn(const Instruction* jump, Operand result) {
+[[gnu::always_inline]] inline bool isJumpOn(const Instruction* jump, OperandPlace result) {
   const bool isJump = jump->op == Opcode::JumpUnless || jump->op == Opcode::JumpUnlessNot;
   return isJump && jump->a.offset() == result.offset() && jump->aIsTemporary();
 }
@@ -804,7 +804,7 @@ void Machine::execute(const Frame* entry) {
 #define VBS_FIND_ITEM(collection, key, call, words)                                         \
   do {                                                                                      \
     const bool isThere = VBS_SLOW((collection).itemPlace(key)) != nullptr;                  \
-    const Operand result = pc[call].a;                                                      \
+    const OperandPlace result = pc[call].a;                                                 \
     if (!isJumpOn(pc + (words), result)) {                                                  \
       VBS_SLOW(finishCall(stack_, pc + (call), base, Value::boolean(isThere), nullptr, 0)); \
       VBS_NEXT(words);                                                                      \
