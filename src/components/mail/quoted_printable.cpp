@@ -1,5 +1,9 @@
 #include "components/mail/quoted_printable.h"
 
+#include <cstdint>
+
+#include "support/text.h"
+
 namespace quorvane::mail {
 
 namespace {
@@ -49,13 +53,10 @@ std::string quotedPrintable(std::string_view text) {
 }
 
 std::string escapedBytes(std::string_view bytes, char mark) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  const auto* const first = reinterpret_cast<const std::uint8_t*>(bytes.data());
+  const std::string digits = upperCase(hexDigits({first, bytes.size()}));
   std::string out;
-  for (const char c : bytes) {
-    out += mark;
-    out += kDigits[static_cast<unsigned char>(c) >> 4];
-    out += kDigits[static_cast<unsigned char>(c) & 15];
-  }
+  for (std::size_t at = 0; at < digits.size(); at += 2) out.append(1, mark).append(digits, at, 2);
   return out;
 }
 

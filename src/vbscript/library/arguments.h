@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+#include <string_view>
+
 #include "vbscript/library/functions.h"
 #include "vbscript/values/error.h"
 #include "vbscript/values/operand.h"
@@ -18,6 +21,17 @@ inline std::int32_t longOr(Args args, std::size_t index, std::int32_t fallback) 
 
 inline bool booleanOr(Args args, std::size_t index, bool fallback) {
   return given(args, index) ? toBoolean(args[index]) : fallback;
+}
+
+/// The bytes of a text that holds one a character; nothing for all else. They live as long as the
+/// argument.
+inline std::optional<std::string_view> bytesOf(const Value& value) {
+  const Value& direct = value.deref();
+  if (!direct.isString()) return std::nullopt;
+  const StringRep* const text = direct.stringRep();
+  if (!text) return std::string_view();
+  if (text->encoding != Encoding::Ansi) return std::nullopt;
+  return std::string_view(text->data(), text->bytes);
 }
 
 /// A count or length: error 5 below zero.

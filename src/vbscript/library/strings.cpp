@@ -14,20 +14,12 @@ Value changedText(Args args, String (*change)(const String&)) {
   return change(toString(*text));
 }
 
-/// The bytes of a text that holds one a character; empty for all else.
-std::string_view bytesOf(const Value& value) {
-  const Value& direct = value.deref();
-  const StringRep* rep = direct.isString() ? direct.stringRep() : nullptr;
-  if (!rep || rep->encoding != Encoding::Ansi) return {};
-  return {rep->data(), rep->bytes};
-}
-
 /// The character that Mid(text, at, 1) takes of such a text.
 std::optional<char> oneByte(Args args) {
   const Value& start = args[1].deref();
   const Value& count = args[2].deref();
   if (!isOneOf(start, kWholeTypes) || !count.is(Type::Integer) || count.asInt() != 1) return {};
-  const std::string_view bytes = bytesOf(args[0]);
+  const std::string_view bytes = bytesOf(args[0]).value_or("");
   const auto at = static_cast<std::size_t>(start.asInt()) - 1;
   if (at >= bytes.size()) return {};
   return bytes[at];
@@ -63,7 +55,7 @@ String repeated(std::size_t count, char16_t unit) {
 }  // namespace
 
 Value asc(Runtime&, Args args) {
-  const std::string_view bytes = bytesOf(args[0]);
+  const std::string_view bytes = bytesOf(args[0]).value_or("");
   if (!bytes.empty()) return Value::integer(static_cast<unsigned char>(bytes[0]));
   const int byte = unitToAnsi(firstUnit(args[0]));
   return Value::integer(static_cast<std::int16_t>(byte >= 0 ? byte : '?'));

@@ -110,26 +110,19 @@ String splicedBytes(std::string_view text, std::span<const std::uint32_t> places
   return result;
 }
 
-bool isBytes(const Value& value) {
-  if (!value.deref().isString()) return false;
-  const StringRep* const text = value.deref().stringRep();
-  return !text || text->encoding == Encoding::Ansi;
-}
-
-std::string_view bytesOf(const Value& value) {
-  const StringRep* const text = value.deref().stringRep();
-  return text ? std::string_view(text->data(), text->bytes) : std::string_view();
-}
-
 /// Replace as most calls are: of texts of bytes, and everywhere.
-Value replacedBytes(Args args) {
-  const std::string_view text = bytesOf(args[0]);
-  const std::string_view part = bytesOf(args[1]);
-  std::size_t place = part.empty() ? kNone : findText(text, part, 0);
-  if (place == kNone) return args[0].deref();
+Value replacedBytes(const Value& whole, std::string_view text, std::string_view part,
+                    std::string_view with) {
+  if (part.empty()) return whole;
   Places places;
-  for (; place != kNone; place = findText(text, part, place + part.size())) places.add(place);
-  return splicedBytes(text, places.list(), part.size(), bytesOf(args[2]));
+  for (std::size_t from = 0;;) {
+    const std::size_t place = findText(text, part, from);
+    if (place == kNone) break;
+    places.add(place);
+    from = place + part.size();
+  }
+  if (places.list().empty()) return whole;
+  return splicedBytes(text, places.list(), part.size(), with);
 }
 
 /// The same with characters.
@@ -202,7 +195,12 @@ Value inStrRev(Runtime&, Args args) {
 }
 
 Value replace(Runtime&, Args args) {
-  if (args.size() == 3 && std::ranges::all_of(args, isBytes)) return replacedBytes(args);
+  if (args.size() == 3) {
+    const auto text = bytesOf(args[0]);
+    const auto part = bytesOf(args[1]);
+    const auto with = bytesOf(args[2]);
+    if (text && part && with) return replacedBytes(args[0].deref(), *text, *part, *with);
+  }
   const String whole = toString(args[0]);
   const String part = toString(args[1]);
   const String with = toString(args[2]);

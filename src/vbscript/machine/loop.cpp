@@ -262,6 +262,11 @@ template <class Numbers>
   return true;
 }
 
+/// Two texts of bytes, of which the second is short unless they differ in length.
+[[gnu::always_inline]] inline bool areSame(const StringRep& left, const StringRep& right) {
+  return left.bytes == right.bytes && text_hash::startAlike(left, right, right.bytes);
+}
+
 /// Whether two texts of bytes are the same, where that is the question and they are short when they
 /// may be. False: not a case for the loop.
 template <class Numbers>
@@ -276,9 +281,8 @@ template <class Numbers>
     const StringRep* const l = text.stringRep();
     const StringRep* const r = right.stringRep();
     if (!l || !r || l->encoding != Encoding::Ansi || r->encoding != Encoding::Ansi) return false;
-    const bool mayBe = l->bytes == r->bytes;
-    if (mayBe && l->bytes > text_hash::kMostReached) return false;
-    holds = Numbers::holds(mayBe && text_hash::startAlike(*l, *r, l->bytes), true);
+    if (l->bytes == r->bytes && l->bytes > text_hash::kMostReached) return false;
+    holds = Numbers::holds(areSame(*l, *r), true);
     return true;
   }
 }
@@ -297,8 +301,7 @@ template <class Numbers>
     --body->references;
     left.forget();
   }
-  const bool mayBe = body->bytes == right.bytes;
-  holds = Numbers::holds(mayBe && text_hash::startAlike(*body, right, right.bytes), true);
+  holds = Numbers::holds(areSame(*body, right), true);
   return true;
 }
 
